@@ -1,0 +1,99 @@
+#ifndef KORVEX_KORVEX_H
+#define KORVEX_KORVEX_H
+
+/*
+ * KORVEX: test data for record files and database tables.
+ *
+ * Five functions. Each is handed the path of a control file that the host has just written, does
+ * its work, and returns; nothing survives a call except what stands in files and in the user's
+ * settings store.
+ *
+ * For all five:
+ *   - Paths are zero-terminated bytes as the file system takes them; they are only read, and the
+ *     caller keeps them. A null path counts as an empty one.
+ *   - A parent is the host's window, or null for a window of its own; it is never freed here.
+ *   - Results are 0 or more on success. A failure is a negative error code whose message number is
+ *     99000 plus its absolute value.
+ *   - No exception leaves a function, and no function ends the host process.
+ *   - A call may come from any thread, but one call at a time: messages and progress belong to the
+ *     one person in front of the host. Two processes at one settings file are kept apart by a lock;
+ *     the second gets -2.
+ *   - Messages go to the desktop, or, where none is reachable or KORVEX_UI=console asks for it, to
+ *     standard error.
+ */
+
+#include <stdint.h>
+
+#if defined(__GNUC__)
+#define KORVEX_EXPORT __attribute__((visibility("default")))
+#else
+#define KORVEX_EXPORT
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/*
+ * Edits the settings of all items in a dialog and, on OK, saves them and generates the data file.
+ *
+ * control_file_path  control file in the long form (a header and one record per item)
+ * quotation_lock     1 fixes the quotation choice to "none"; any other value leaves it free
+ *
+ * Returns 1 for OK, 2 for Cancel, -1 when the dialog cannot be shown.
+ * Not available in this build: it says so in a message and returns -1, with no file touched.
+ */
+KORVEX_EXPORT int32_t DGCreateFile(const char* control_file_path, void* parent,
+                                   int32_t quotation_lock);
+
+/*
+ * The same dialog, for the settings alone: no data file is generated.
+ * Not available in this build: it says so in a message and returns -1, with no file touched.
+ */
+KORVEX_EXPORT int32_t DGCreateFormat(const char* control_file_path, void* parent,
+                                     int32_t quotation_lock);
+
+/*
+ * Edits the settings of one item, which the control file's header names by its position.
+ *
+ * Returns 1 for OK, 2 for Cancel, -1 when the dialog cannot be shown.
+ * Not available in this build: it says so in a message and returns -1, with no file touched.
+ */
+KORVEX_EXPORT int32_t DGReplaceData(const char* control_file_path, void* parent);
+
+/*
+ * Tells whether the repeat settings of a control file in the long form can be read and evaluated.
+ *
+ * Returns 0 if so, else -1.
+ * Not available in this build: it says so in a message and returns -1, with no file touched.
+ */
+KORVEX_EXPORT int32_t DGCheckRepeatCnt(const char* control_file_path);
+
+/*
+ * Generates the data file from settings saved earlier.
+ *
+ * control_file_path  control file in the short form (a header and one 32-bit number per item)
+ * output_option      2 limits the output to 2 GB, asks before repeats would produce more records
+ *                    than requested, and lets the user cancel; any other value does none of it
+ * parent             owner of the progress window
+ * repeat_item_count  number of records that the repeat settings will produce, 0 if there are none;
+ *                    compared with the number that the control file asks for, unsigned
+ *
+ * Returns 0 on success, also when the 2 GB limit ended the file early or the user declined the
+ * question about repeats. A failure has been reported in one message before its code is returned.
+ *
+ * On disk: a successful run leaves the data file and, in the work folder, a log file named after
+ * it. The data file is created, or emptied if it exists, once all settings have been read and
+ * accepted; a run that fails or is cancelled after that deletes it (devices and pipes stay). At the
+ * 2 GB limit the lines so far stay and no log is written. Without a settings file the result is
+ * -28 and an older log is deleted. The settings file is never changed, except that one of the
+ * previous version is rewritten as one of the current version.
+ */
+KORVEX_EXPORT int32_t DGCreateData(const char* control_file_path, int32_t output_option,
+                                   void* parent, uint64_t repeat_item_count);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

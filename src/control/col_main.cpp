@@ -1,0 +1,164 @@
+#include "control/col_main.h"
+
+#include <algorithm>
+#include <ctime>
+#include <new>
+#include <vector>
+
+#include "control/error_texts.h"
+#include "format/error_codes.h"
+#include "format/file_failure.h"
+#include "format/record_text.h"
+#include "platform/local_time.h"
+
+namespace korvex {
+
+namespace {
+
+const platform::RuntimeClass<ClColMain> registration("ClColMain");
+
+// Names of items with impossible digits are collected up to this many characters.
+constexpr std::size_t offending_names_limit = 128;
+
+constexpr std::int32_t most_record_decimals = 11;
+
+// Item records are read in blocks, so that a hostile count allocates no more than the file holds.
+constexpr std::int32_t block_records = 1024;
+
+bool has_bad_digits(std::int32_t layout, std::int32_t digits, std::int32_t decimals) {
+  switch (layout) {
+    case layout_kind::record_file:
+      return decimals < 0 || digits < 0 || decimals > most_record_decimals;
+    case layout_kind::table:
+      return decimals > digits || decimals < 0 || digits < 0;
+    default:
+      return false;
+  }
+}
+
+// Reads `count` records of one kind, handing each to `take`; false when the file ends before.
+template <typename Record, typename Take>
+bool read_records(platform::File& file, std::int32_t count, Take take) {
+  std::vector<Record> block;
+  for (std::int32_t left = count; left > 0;) {
+    block.resize(static_cast<std::size_t>(std::min(left, block_records)));
+    std::size_t bytes = 0;
+    const std::size_t wanted = block.size() * sizeof(Record);
+    const platform::FileCause cause = file.read(block.data(), wanted, bytes);
+    const std::size_t whole = bytes / sizeof(Record);
+    for (std::size_t i = 0; i < whole; ++i) take(block[i]);
+    if (cause != platform::FileCause::none || bytes < wanted) return false;
+    left -= static_cast<std::int32_t>(whole);
+  }
+  return count >= 0;
+}
+
+}  // namespace
+
+std::int32_t ClColMain::load() {
+  try {
+    platform::File file;
+    if (file.open_for_reading(control_path, platform::Sharing::shared) !=
+        platform::FileCause::none) {
+      return error::cannot_open;
+    }
+    std::size_t count = 0;
+    if (file.read(&header_, sizeof header_, count) != platform::FileCause::none ||
+        count < sizeof header_) {
+      return error::cannot_read;
+    }
+    const std::int32_t result =
+        run_mode_ == run_mode::generator ? load_short(file) : load_long(file);
+    if (result != 0) return result;
+    file.discard();
+
+    limits_ = read_limits(platform::SettingsStore(platform::host_key()));
+    if (run_mode_ != run_mode::generator) settings.set_paths(settings_path(), work_folder());
+    return 0;
+  } catch (const std::bad_alloc&) {
+    return error::out_of_memory;
+  }
+}
+
+std::int32_t ClColMain::load_short(platform::File& file) {
+  const bool complete =
+      read_records<std::int32_t>(file, header_.item_count, [this](std::int32_t number) {
+        auto item = std::make_unique<ClDGCol>();
+        item->item_number = number;
+        items.push_back(std::move(item));
+      });
+  return complete ? 0 : error::cannot_read;
+}
+
+std::int32_t ClColMain::load_long(platform::File& file) {
+  offending_names_.clear();
+  const bool complete = read_records<ControlItem>(
+      file, header_.item_count, [this](const ControlItem& record) { append_item(record); });
+  return complete ? 0 : error::cannot_read;
+}
+
+void ClColMain::append_item(const ControlItem& record) {
+  auto item = std::make_unique<ClDGCol>();
+  item->item_number = record.item_number;
+  item->name = field_text(record.name);
+  item->description = field_text(record.description);
+  item->attribute = record.attribute;
+  item->signed_flag = is_quoted_character(record.attribute) ? 1 : record.signed_flag;
+  item->length = record.length;
+  item->digits = record.digits;
+  if (has_bad_digits(header_.layout_kind, record.digits, record.decimals)) {
+    load_error_ = error::invalid_items;
+    if (offending_names_.size() + item->name.size() < offending_names_limit) {
+      offending_names_ += item->name + " ";
+    }
+  }
+  item->decimals = record.decimals <= record.digits ? record.decimals : 0;
+  item->host_value = record.host_value;
+  item->null_allowed = record.null_allowed;
+  items.push_back(std::move(item));
+}
+
+std::int32_t ClColMain::write_temporary_control_file() {
+  platform::File file;
+  if (platform::create_temporary(work_folder(), std::time(nullptr), file, control_path) !=
+      platform::FileCause::none) {
+    return error::cannot_open;
+  }
+  const std::vector<std::int32_t>& numbers = settings.saved_items();
+  header_.item_count = static_cast<std::int32_t>(numbers.size());
+  platform::FileCause cause = file.write(&header_, sizeof header_);
+  if (cause == platform::FileCause::none) {
+    cause = file.write(numbers.data(), numbers.size() * sizeof(std::int32_t));
+  }
+  const platform::FileCause closed = file.close();
+  if (cause == platform::FileCause::none) cause = closed;
+  if (cause == platform::FileCause::none) return 0;
+  platform::remove_file(control_path);
+  return write_failure(cause);
+}
+
+void ClColMain::append_error_text(std::int32_t code, std::string& text) const {
+  korvex::append_error_text(code, header_.layout_kind, text);
+}
+
+std::int32_t ClColMain::build_default_settings() {
+  return current_item_ == nullptr ? -1
+                                  : default_settings(current_item_->attributes(), default_texts);
+}
+
+ClDGCol* ClColMain::select_item(std::int32_t index) {
+  current_index_ = index;
+  const auto place = static_cast<std::size_t>(index);
+  current_item_ = index >= 0 && place < items.size() ? items[place].get() : nullptr;
+  return current_item_;
+}
+
+std::string ClColMain::data_path() const { return std::string(field_text(header_.data_path)); }
+
+std::string ClColMain::settings_path() const {
+  return std::string(field_text(header_.settings_path));
+}
+
+std::string ClColMain::work_folder() const { return std::string(field_text(header_.work_folder)); }
+
+}  // namespace korvex

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "control/control_file.h"
+#include "control/dg_col.h"
+#include "control/limits.h"
+#include "format/fmt_file.h"
+#include "formatlang/default_settings.h"
+#include "platform/runtime_class.h"
+
+namespace korvex {
+
+// The state of one call: the control file's header and items, the settings that go with them, the
+// limits, and what messages say beside their text. Owns all of it. One thread, one run.
+class ClColMain : public platform::Object {
+ public:
+  // Reads the control file at `control_path`: the long form, or in run mode 3 the short form. Also
+  // reads the limits and, except in run mode 3, tells the settings file its paths.
+  // 0, or -1, -2 cannot be opened, -3 truncated. Items with impossible digits do not fail the load:
+  // they are reported by load_error() and offending_names().
+  std::int32_t load();
+
+  // Writes a control file in the short form into the work folder, for the items that the last save
+  // of the settings collected, under a new temporary name, which becomes the control path.
+  // 0, or -2, -26, -27; nothing is left behind on a failure.
+  std::int32_t write_temporary_control_file();
+
+  void append_error_text(std::int32_t code, std::string& text) const;
+
+  // The texts that the current item's attribute proposes, in `default_texts`. 0, or -1 without.
+  std::int32_t build_default_settings();
+
+  void set_run_mode(std::int32_t mode) { run_mode_ = mode; }
+  std::int32_t run_mode() const { return run_mode_; }
+
+  // Makes an item current; null for an index beyond the list.
+  ClDGCol* select_item(std::int32_t index);
+  ClDGCol* current_item() const { return current_item_; }
+  std::int32_t current_index() const { return current_index_; }
+
+  std::int32_t layout_kind() const { return header_.layout_kind; }
+  std::string data_path() const;
+  std::string settings_path() const;
+  std::string work_folder() const;
+
+  // 0, or -75 when items had digits that do not fit their layout.
+  std::int32_t load_error() const { return load_error_; }
+  const std::string& offending_names() const { return offending_names_; }
+
+  const ControlHeader& header() const { return header_; }
+  const Limits& limits() const { return limits_; }
+
+  std::string control_path;
+  ClDGColList items;
+  ClFmtFile settings;
+  RangeTexts default_texts;
+  bool mismatch = false;                  // the settings no longer fitted and were deleted
+  std::int32_t settings_counter = 0;      // last result of the settings file or of an item's change
+  std::string message_context;            // shown beside a message's text
+  std::string error_file_path;            // report of bad enumeration lines
+  std::int32_t largest_repeat_count = 0;  // for the message -109
+
+ private:
+  std::int32_t load_short(platform::File& file);
+  std::int32_t load_long(platform::File& file);
+  void append_item(const ControlItem& record);
+
+  ControlHeader header_ = {};
+  std::int32_t run_mode_ = 0;
+  std::int32_t current_index_ = 0;
+  ClDGCol* current_item_ = nullptr;
+  std::int32_t load_error_ = 0;
+  std::string offending_names_;
+  Limits limits_;
+};
+
+}  // namespace korvex

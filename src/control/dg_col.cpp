@@ -1,0 +1,14 @@
+#include "control/dg_col.h"
+
+namespace korvex {
+
+namespace {
+const platform::RuntimeClass<ClDGCol> registration("ClDGCol");
+}
+
+ItemDisplay& ClDGCol::display() {
+  if (!display_) display_ = std::make_unique<ItemDisplay>();
+  return *display_;
+}
+
+}  // namespace korvex

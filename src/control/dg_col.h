@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "formatlang/attributes.h"
+#include "platform/runtime_class.h"
+
+namespace korvex {
+
+// State flags of an item.
+namespace item_state {
+inline constexpr std::uint8_t registered = 1;         // had settings before this run
+inline constexpr std::uint8_t newly_set = 2;          // got its first settings in this run
+inline constexpr std::uint8_t without_settings = 16;  // skipped by generation and count
+}  // namespace item_state
+
+// What the dialogs show of an item's settings.
+struct ItemDisplay {
+  std::string generation_text;
+  std::string start;
+  std::string end;
+  std::string increment;
+  std::string enumeration_name;  // file name and extension only
+  std::string enumeration_path;
+  std::int32_t repeat_flag = 0;
+  std::int32_t repeat_level = 0;
+  std::int32_t repeat_count = 0;
+  std::int32_t generation_type = 0;
+  std::int32_t referenced_item = 0;
+  std::int32_t exceeded_action = 0;
+  std::int32_t custom_format = 0;
+};
+
+// One item (or column) of the control file. Owns its display copy, which is made when it is first
+// asked for: a generation run over very many items never needs it.
+class ClDGCol : public platform::Object {
+ public:
+  ItemAttributes attributes() const { return {attribute, signed_flag, length, digits, decimals}; }
+  ItemDisplay& display();
+
+  std::string name;
+  std::string description;
+  std::int32_t item_number = 0;
+  std::int32_t attribute = 0;
+  std::int32_t signed_flag = 0;
+  std::int32_t length = 0;
+  std::int32_t digits = 0;
+  std::int32_t decimals = 0;
+  std::int32_t host_value = 0;
+  std::int32_t null_allowed = 0;
+  std::uint8_t state = 0;
+
+ private:
+  std::unique_ptr<ItemDisplay> display_;
+};
+
+// The items in file order.
+using ClDGColList = platform::ObjectList<ClDGCol>;
+
+}  // namespace korvex

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace korvex {
+
+// One row of the message table. "%s" stands for the layout word, "%ld" and "%d" for a number that
+// the caller fills in.
+struct ErrorText {
+  std::int32_t code;
+  std::string_view text;
+};
+
+// Every message of the module, from -1 downwards.
+std::span<const ErrorText> error_texts();
+
+// Appends the numbered message of a code: "99002:Failed to open the control file." for -2. A code
+// without a message gives its number alone. The codes of enumeration lines replace what `text`
+// holds by "%d line of a enum file " and their message, without a number.
+void append_error_text(std::int32_t code, std::int32_t layout_kind, std::string& text);
+
+// Replaces the first "%ld" or "%d". Nothing from outside may have been appended before.
+std::string fill_number(std::string text, std::uint64_t number);
+
+}  // namespace korvex

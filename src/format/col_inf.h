@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+
+#include "format/item_inf.h"
+#include "format/records.h"
+#include "platform/runtime_class.h"
+
+namespace korvex {
+
+// One item's settings: its record and its format elements in sequence order, which it owns.
+class ClFmtColInf : public platform::Object {
+ public:
+  ClFmtColInf() = default;
+  explicit ClFmtColInf(const FmtColRec& settings) : record(settings) {}
+
+  // Replaces all elements and keeps the count in the record.
+  void set_elements(const std::vector<FmtItemRec>& replacements);
+
+  // Start and end value texts of the variable elements, joined by commas: one entry for each
+  // directive of the format, so that the texts read back as they were entered.
+  std::string joined_start_texts() const;
+  std::string joined_end_texts() const;
+
+  FmtColRec record = {};
+  platform::ObjectList<ClFmtItemInf> elements;
+};
+
+}  // namespace korvex

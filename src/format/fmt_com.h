@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "format/lvl_inf.h"
+#include "format/records.h"
+#include "platform/runtime_class.h"
+
+namespace korvex {
+
+inline constexpr std::int32_t no_level = -1;
+
+// One Format Information file in memory: its header and its levels, which it owns.
+class ClFmtCom : public platform::Object {
+ public:
+  // The level that the run works on; null when there is none.
+  ClFmtLvlInf* current_level() const;
+
+  // Makes a level of this number current, as a new file or a file without it gets one.
+  void append_level(std::int32_t level, std::int32_t records);
+
+  void discard_levels();
+
+  FmtHeadRec header = {};
+  std::int32_t current_index = no_level;
+  std::vector<char> file_bytes;  // as read; raw levels are views into them
+  platform::ObjectList<ClFmtLvlInf> levels;
+};
+
+}  // namespace korvex

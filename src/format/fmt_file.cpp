@@ -1,0 +1,193 @@
+#include "format/fmt_file.h"
+
+#include <cstring>
+#include <new>
+
+#include "format/error_codes.h"
+#include "format/file_failure.h"
+#include "format/largest_value.h"
+#include "format/record_text.h"
+#include "format/settings_reader.h"
+#include "format/settings_upgrade.h"
+#include "format/settings_writer.h"
+#include "platform/local_time.h"
+
+namespace korvex {
+
+namespace {
+const platform::RuntimeClass<ClFmtFile> registration("ClFmtFile");
+}
+
+using platform::File;
+using platform::FileCause;
+
+void ClFmtFile::set_paths(const std::string& file_path, const std::string& work_folder) {
+  file_path_ = file_path;
+  work_folder_ = work_folder;
+  temporary_moment_ = std::time(nullptr);
+}
+
+std::int32_t ClFmtFile::load(std::int32_t level, std::int32_t records, std::int32_t layout_kind) {
+  try {
+    const std::int32_t upgraded = upgrade_settings_file(file_path_, layout_kind);
+    if (upgraded != 0) return upgraded;
+    const FileCause cause = held_file_.open_for_reading(file_path_, platform::Sharing::exclusive);
+    if (cause == FileCause::not_found) return start_new_file(level, records, layout_kind);
+    if (cause != FileCause::none) return error::cannot_open;
+    const std::int32_t result = load_existing(level, records, layout_kind);
+    if (result < 0) held_file_.discard();
+    return result;
+  } catch (const std::bad_alloc&) {
+    com_.discard_levels();
+    held_file_.discard();
+    return error::out_of_memory;
+  }
+}
+
+std::int32_t ClFmtFile::start_new_file(std::int32_t level, std::int32_t records,
+                                       std::int32_t layout_kind) {
+  com_.discard_levels();
+  com_.header = {};
+  std::memcpy(com_.header.magic, current_magic.data(), current_magic.size());
+  com_.header.layout_kind = layout_kind;
+  com_.header.level_count = 1;
+  com_.append_level(level, records);
+  quotation_ = layout_kind == layout_kind::third ? 1 : 0;
+  return 0;
+}
+
+std::int32_t ClFmtFile::load_existing(std::int32_t level, std::int32_t records,
+                                      std::int32_t layout_kind) {
+  std::vector<char> bytes;
+  if (!read_whole_file(held_file_, bytes)) return error::cannot_read;
+  const std::int32_t result = read_settings(std::move(bytes), level, records, layout_kind, com_);
+  if (result != 0) return result;
+  quotation_ = com_.header.quotation;
+  return com_.current_level()->record.column_count;
+}
+
+std::int32_t ClFmtFile::nothing_to_save() const {
+  return platform::exists(file_path_) ? error::all_settings_deleted : error::no_format_for_item;
+}
+
+std::int32_t ClFmtFile::save(std::int32_t quotation) {
+  if (com_.levels.empty()) return nothing_to_save();
+  File temporary;
+  std::string temporary_path;
+  if (platform::create_temporary(work_folder_, temporary_moment_, temporary, temporary_path) !=
+      FileCause::none) {
+    return error::cannot_open;
+  }
+
+  com_.header.quotation = quotation;
+  std::int32_t result = write_temporary(temporary);
+  if (result == 0) {
+    const FileCause closed = temporary.close();
+    if (closed != FileCause::none) result = write_failure(closed);
+  }
+  if (result != 0) {
+    temporary.discard();
+    platform::remove_file(temporary_path);
+    return result;
+  }
+  const FileCause moved = platform::replace_file(temporary_path, file_path_);
+  if (moved != FileCause::none) return write_failure(moved);
+  held_file_.discard();
+  return 0;
+}
+
+std::int32_t ClFmtFile::write_temporary(File& temporary) {
+  ClFmtLvlInf* level = com_.current_level();
+  if (level == nullptr) return error::no_current_level;
+  if (!level->has_settings()) {
+    com_.levels.erase(com_.levels.begin() + com_.current_index);
+    com_.current_index = no_level;
+    level = nullptr;
+    if (com_.levels.empty()) return nothing_to_save();
+  }
+  try {
+    saved_items_.clear();
+    if (run_mode_ == run_mode::data_file_dialog && level != nullptr) {
+      for (const auto& column : level->columns) saved_items_.push_back(column->record.item_number);
+    }
+    return write_settings(com_, temporary);
+  } catch (const std::bad_alloc&) {
+    return error::out_of_memory;
+  }
+}
+
+void ClFmtFile::delete_file() {
+  if (!platform::exists(file_path_)) return;
+  platform::remove_file(file_path_);
+  held_file_.discard();
+}
+
+std::int32_t ClFmtFile::read_item(std::int32_t item_number) {
+  const ClFmtLvlInf* level = com_.current_level();
+  if (level == nullptr) return error::no_current_level;
+  const ClFmtColInf* column = level->find_column(item_number);
+  if (column == nullptr) return 0;
+
+  const FmtColRec& settings = column->record;
+  edited_.item_number = settings.item_number;
+  edited_.attribute = settings.attribute;
+  edited_.digits = settings.digits;
+  edited_.generation_type = settings.generation_type;
+  edited_.referenced_item = settings.referenced_item;
+  edited_.choices = {settings.exceeded_action, settings.custom_format};
+  edited_.texts.format = field_text(settings.format);
+  edited_.texts.increment = field_text(settings.increment_text);
+  if (run_mode_ != run_mode::generator) {
+    edited_.texts.start = column->joined_start_texts();
+    edited_.texts.end = column->joined_end_texts();
+  }
+  return 1;
+}
+
+// Folds "added" into success; "replaced" sets the registered flag, which starts clear.
+std::int32_t ClFmtFile::store_result(std::int32_t result) {
+  edited_.registered = result == 0;
+  return result > 0 ? 0 : result;
+}
+
+std::int32_t ClFmtFile::set_initial_value(std::int32_t item_number, const ItemAttributes& item) {
+  ClFmtLvlInf* level = com_.current_level();
+  if (level == nullptr) return error::no_current_level;
+  return store_result(level->set_initial_value(item_number, item));
+}
+
+std::int32_t ClFmtFile::copy_settings(std::int32_t target, std::int32_t source,
+                                      const ItemAttributes& item) {
+  ClFmtLvlInf* level = com_.current_level();
+  if (level == nullptr) return error::no_current_level;
+  return store_result(level->copy_settings(target, source, item));
+}
+
+std::int32_t ClFmtFile::delete_settings(std::int32_t item_number) {
+  ClFmtLvlInf* level = com_.current_level();
+  return level == nullptr ? error::no_current_level : level->delete_settings(item_number);
+}
+
+std::int32_t ClFmtFile::check_and_store(std::int32_t item_number, const ItemAttributes& item) {
+  ClFmtLvlInf* level = com_.current_level();
+  if (level == nullptr) return error::no_current_level;
+  if (edited_.texts.end.empty()) edited_.texts.end = largest_value_text(item);
+  return store_result(level->check_and_store(item_number, item, edited_.texts, edited_.choices,
+                                             edited_.variable_count));
+}
+
+ClFmtColInf* ClFmtFile::find_column(std::int32_t item_number) const {
+  const ClFmtLvlInf* level = com_.current_level();
+  return level == nullptr ? nullptr : level->find_column(item_number);
+}
+
+ClFmtItemInf* ClFmtFile::find_element(std::int32_t item_number, std::int32_t sequence) const {
+  const ClFmtColInf* column = find_column(item_number);
+  if (column == nullptr) return nullptr;
+  for (const auto& element : column->elements) {
+    if (element->record.sequence == sequence) return element.get();
+  }
+  return nullptr;
+}
+
+}  // namespace korvex

@@ -1,0 +1,113 @@
+#pragma once
+
+#include <cstdint>
+#include <ctime>
+#include <string>
+#include <vector>
+
+#include "format/fmt_com.h"
+#include "platform/file.h"
+#include "platform/runtime_class.h"
+
+namespace korvex {
+
+// Run modes: what a call is for.
+namespace run_mode {
+inline constexpr std::int32_t data_file_dialog = 1;
+inline constexpr std::int32_t settings_only = 2;
+inline constexpr std::int32_t generator = 3;
+}  // namespace run_mode
+
+// One item's settings in the form in which they are edited.
+struct EditedSettings {
+  std::int32_t item_number = 0;
+  std::int32_t attribute = 0;
+  std::int32_t generation_type = 0;
+  bool registered = false;  // the last change replaced settings that the item already had
+  std::int32_t referenced_item = 0;
+  std::int32_t digits = 0;          // of the item last read
+  std::int32_t variable_count = 0;  // directives of the last validated format
+  RangeChoices choices;
+  RangeTexts texts;
+};
+
+// The Format Information file: reads it, holds it against everybody else from a successful load
+// until it is saved, deleted or this object ends, changes settings in memory, and writes them back
+// through a temporary file. Owns everything that it read.
+//
+// Operations answer 0 or more on success and an error code otherwise; a failed load or save leaves
+// the file on disk as it was. One thread.
+class ClFmtFile : public platform::Object {
+ public:
+  // Where the file stands and where its temporary goes, whose name is fixed by the time of this
+  // call. Comes before load.
+  void set_paths(const std::string& file_path, const std::string& work_folder);
+
+  // Reads the settings of one level, after rewriting a file of the previous version. Answers how
+  // many items have settings: 0 when the file does not exist, lacks the level or has it empty.
+  // -1, -2 (also: held by somebody else), -3, -4, -5, -57.
+  std::int32_t load(std::int32_t level, std::int32_t records, std::int32_t layout_kind);
+
+  // Writes all levels; the file is then no longer held. -44 or -6 when nothing is left to write and
+  // a file exists or not; -1, -2, -4, -26, -27, -68.
+  std::int32_t save(std::int32_t quotation);
+
+  // Deletes the file, held or not.
+  void delete_file();
+
+  // Fills the edited copy: 1 when the item has settings, 0 when not, or -68.
+  std::int32_t read_item(std::int32_t item_number);
+
+  // Changes of one item. 0, or the code of the failure, after which nothing has changed.
+  std::int32_t set_initial_value(std::int32_t item_number, const ItemAttributes& item);
+  std::int32_t copy_settings(std::int32_t target, std::int32_t source, const ItemAttributes& item);
+  std::int32_t delete_settings(std::int32_t item_number);
+
+  // Validates and stores texts and choices of the edited copy; an empty end text stands for the
+  // largest value that the attribute holds.
+  std::int32_t check_and_store(std::int32_t item_number, const ItemAttributes& item);
+
+  // Null without settings. Owned by this object.
+  ClFmtColInf* find_column(std::int32_t item_number) const;
+
+  // The element with the sequence number; null when there is none.
+  ClFmtItemInf* find_element(std::int32_t item_number, std::int32_t sequence) const;
+
+  ClFmtLvlInf* current_level() const { return com_.current_level(); }
+
+  // Drops all settings in memory.
+  void discard_settings() { com_.discard_levels(); }
+
+  EditedSettings& edited() { return edited_; }
+  const EditedSettings& edited() const { return edited_; }
+
+  void set_run_mode(std::int32_t mode) { run_mode_ = mode; }
+
+  // 1 when values of quoted attributes stand between quotation marks.
+  std::int32_t quotation() const { return quotation_; }
+
+  // After a save in run mode 1: the numbers of all items of the level, in the order in which their
+  // settings came into being.
+  const std::vector<std::int32_t>& saved_items() const { return saved_items_; }
+
+  bool is_held() const { return held_file_.is_open(); }
+
+ private:
+  std::int32_t start_new_file(std::int32_t level, std::int32_t records, std::int32_t layout_kind);
+  std::int32_t load_existing(std::int32_t level, std::int32_t records, std::int32_t layout_kind);
+  std::int32_t nothing_to_save() const;
+  std::int32_t write_temporary(platform::File& temporary);
+  std::int32_t store_result(std::int32_t result);
+
+  platform::File held_file_;
+  std::string file_path_;
+  std::string work_folder_;
+  std::time_t temporary_moment_ = 0;
+  ClFmtCom com_;
+  EditedSettings edited_;
+  std::int32_t run_mode_ = 0;
+  std::int32_t quotation_ = 0;
+  std::vector<std::int32_t> saved_items_;
+};
+
+}  // namespace korvex

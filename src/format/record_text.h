@@ -1,0 +1,31 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <string_view>
+
+namespace korvex {
+
+// The text of a fixed-size field: up to its terminator, or all of it where a file left none.
+template <std::size_t Size>
+std::string_view field_text(const char (&field)[Size]) {
+  return {field, ::strnlen(field, Size)};
+}
+
+// Whether `text` fits the field together with its terminator.
+template <std::size_t Size>
+bool fits_field(const char (&)[Size], std::string_view text) {
+  return text.size() < Size;
+}
+
+// Stores `text` with the rest of the field zero. What does not fit is cut, so that the terminator
+// always stands; callers for whom that would lose something ask fits_field first.
+template <std::size_t Size>
+void store_field(char (&field)[Size], std::string_view text) {
+  const std::size_t count = std::min(text.size(), Size - 1);
+  std::memcpy(field, text.data(), count);
+  std::memset(field + count, 0, Size - count);
+}
+
+}  // namespace korvex

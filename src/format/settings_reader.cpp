@@ -1,0 +1,118 @@
+#include "format/settings_reader.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "format/error_codes.h"
+
+namespace korvex {
+
+namespace {
+
+std::int32_t read_level_table(std::int32_t level, std::int32_t records, RecordCursor& cursor,
+                              ClFmtCom& com) {
+  const std::int32_t level_count = com.header.level_count;
+  if (!cursor.holds(level_count, sizeof(FmtLvlRec))) return error::cannot_read;
+  for (std::int32_t i = 0; i < level_count; ++i) {
+    FmtLvlRec record = {};
+    cursor.read(record);
+    if (record.level == level) {
+      record.records = records;
+      com.current_index = i;
+    }
+    com.levels.push_back(std::make_unique<ClFmtLvlInf>(record));
+  }
+  if (com.current_index == no_level) com.append_level(level, records);
+  return 0;
+}
+
+std::int32_t read_columns(RecordCursor cursor, ClFmtLvlInf& level) {
+  const std::int32_t column_count = level.record.column_count;
+  if (!cursor.holds(column_count, sizeof(FmtColRec))) return error::cannot_read;
+  for (std::int32_t i = 0; i < column_count; ++i) {
+    auto column = std::make_unique<ClFmtColInf>();
+    if (!cursor.read(column->record)) return error::cannot_read;
+    const std::int32_t element_count = column->record.element_count;
+    if (!cursor.holds(element_count, sizeof(FmtItemRec))) return error::cannot_read;
+    for (std::int32_t j = 0; j < element_count; ++j) {
+      auto element = std::make_unique<ClFmtItemInf>();
+      cursor.read(element->record);
+      column->elements.push_back(std::move(element));
+    }
+    level.append(std::move(column));
+  }
+  return 0;
+}
+
+std::int32_t take_raw(std::string_view bytes, ClFmtLvlInf& level) {
+  const auto offset = static_cast<std::size_t>(level.record.data_offset);
+  if (!RecordCursor(bytes, offset).holds(level.record.data_size, 1)) return error::cannot_read;
+  level.is_raw = true;
+  level.raw_data = level.record.data_size == 0
+                       ? std::string_view()
+                       : bytes.substr(offset, static_cast<std::size_t>(level.record.data_size));
+  return 0;
+}
+
+std::int32_t read_areas(ClFmtCom& com) {
+  const std::string_view bytes(com.file_bytes.data(), com.file_bytes.size());
+  const std::int64_t tables_end =
+      std::int64_t{sizeof(FmtHeadRec)} + std::int64_t{sizeof(FmtLvlRec)} * com.header.level_count;
+  for (const auto& level : com.levels) {
+    const std::int32_t offset = level->record.data_offset;
+    if (offset == 0) break;
+    if (offset < tables_end) return error::cannot_operate;
+    const bool is_current = level.get() == com.current_level();
+    const std::int32_t result =
+        is_current ? read_columns({bytes, static_cast<std::size_t>(offset)}, *level)
+                   : take_raw(bytes, *level);
+    if (result != 0) return result;
+  }
+  return 0;
+}
+
+}  // namespace
+
+bool has_magic(const FmtHeadRec& header, std::string_view magic) {
+  char expected[magic_size] = {};
+  std::memcpy(expected, magic.data(), magic.size());
+  return std::memcmp(header.magic, expected, magic_size) == 0;
+}
+
+bool RecordCursor::holds(std::int64_t count, std::size_t record_size) const {
+  return count >= 0 && static_cast<std::uint64_t>(count) <= remaining() / record_size;
+}
+
+bool RecordCursor::read(void* record, std::size_t size) {
+  if (size > remaining()) return false;
+  std::memcpy(record, bytes_.data() + offset_, size);
+  offset_ += size;
+  return true;
+}
+
+bool read_whole_file(platform::File& file, std::vector<char>& bytes) {
+  std::uint64_t size = 0;
+  if (file.size(size) != platform::FileCause::none) return false;
+  bytes.resize(size);
+  std::size_t count = 0;
+  if (file.read(bytes.data(), bytes.size(), count) != platform::FileCause::none) return false;
+  bytes.resize(count);
+  return true;
+}
+
+std::int32_t read_settings(std::vector<char> bytes, std::int32_t level, std::int32_t records,
+                           std::int32_t layout_kind, ClFmtCom& com) {
+  com.discard_levels();
+  com.file_bytes = std::move(bytes);
+  RecordCursor cursor({com.file_bytes.data(), com.file_bytes.size()}, 0);
+  if (!cursor.read(com.header)) return error::cannot_read;
+  if (!has_magic(com.header, current_magic)) return error::version_mismatch;
+  if (com.header.layout_kind != layout_kind) return error::other_system;
+
+  std::int32_t result = read_level_table(level, records, cursor, com);
+  if (result == 0) result = read_areas(com);
+  if (result != 0) com.discard_levels();
+  return result;
+}
+
+}  // namespace korvex

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "format/fmt_com.h"
+#include "platform/file.h"
+
+namespace korvex {
+
+inline constexpr std::string_view current_magic = "TAMBO DATA FORMAT V3L1";
+inline constexpr std::string_view previous_magic = "TAMBO DATA FORMAT V2L1";
+
+// Whether the header begins with the magic and nothing but zeros behind it.
+bool has_magic(const FmtHeadRec& header, std::string_view magic);
+
+// Reads records one after the other out of bytes that nobody vouches for.
+class RecordCursor {
+ public:
+  RecordCursor(std::string_view bytes, std::size_t offset) : bytes_(bytes), offset_(offset) {}
+
+  // Whether so many records of the size could follow: a claimed count is checked before it is used.
+  bool holds(std::int64_t count, std::size_t record_size) const;
+
+  // Copies the next bytes to `record`; false, and nothing copied, when they are not there.
+  bool read(void* record, std::size_t size);
+
+  template <typename Record>
+  bool read(Record& record) {
+    return read(&record, sizeof record);
+  }
+
+ private:
+  std::size_t remaining() const { return bytes_.size() - std::min(offset_, bytes_.size()); }
+
+  std::string_view bytes_;
+  std::size_t offset_;
+};
+
+// The whole of an open file. False when it cannot be read; may raise std::bad_alloc.
+bool read_whole_file(platform::File& file, std::vector<char>& bytes);
+
+// Fills `com` from a Format Information file: header, levels, and the items of the level numbered
+// `level`, which becomes current with `records` records and is appended when the file lacks it. The
+// areas of other levels stay views into the bytes, so that no claim of the file, overlapping areas
+// among them, makes `com` larger than the file. 0, or:
+// -3 truncated, -4 a data area inside the tables, -5 no current settings file, -57 of another
+// layout kind. On an error `com` holds no levels. May raise std::bad_alloc.
+std::int32_t read_settings(std::vector<char> bytes, std::int32_t level, std::int32_t records,
+                           std::int32_t layout_kind, ClFmtCom& com);
+
+}  // namespace korvex

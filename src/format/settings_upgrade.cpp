@@ -1,0 +1,178 @@
+#include "format/settings_upgrade.h"
+
+#include <cstring>
+#include <new>
+#include <vector>
+
+#include "format/error_codes.h"
+#include "format/file_failure.h"
+#include "format/record_text.h"
+#include "format/records.h"
+#include "format/settings_reader.h"
+#include "platform/file.h"
+
+namespace korvex {
+
+namespace {
+
+using platform::File;
+using platform::FileCause;
+
+// The previous version's item settings record ends behind these fields.
+constexpr std::size_t previous_column_size = 388;
+constexpr std::size_t previous_fields_size = offsetof(FmtColRec, repeat_flag);
+
+template <std::size_t Size>
+void clean_field(char (&field)[Size]) {
+  store_field(field, std::string(field_text(field)));
+}
+
+void clean(FmtValRec& value) {
+  clean_field(value.low_text);
+  clean_field(value.high_text);
+}
+
+// Texts keep nothing behind their terminators, reserved bytes are zero.
+void clean(FmtItemRec& element) {
+  for (FmtValRec* value : {&element.current, &element.start, &element.end}) clean(*value);
+  clean_field(element.text);
+  clean_field(element.start_text);
+  clean_field(element.end_text);
+  std::memset(element.reserved, 0, sizeof element.reserved);
+}
+
+FmtColRec widen(const char* previous) {
+  FmtColRec column = {};
+  std::memcpy(&column, previous, previous_fields_size);
+  clean(column.increment);
+  clean_field(column.increment_text);
+  clean_field(column.format);
+  return column;
+}
+
+// Turns the bytes of a file of the previous version into those of the current one.
+class Upgrade {
+ public:
+  explicit Upgrade(std::string_view bytes) : cursor_(bytes, 0) {}
+
+  std::int32_t run(std::int32_t layout_kind) {
+    FmtHeadRec header = {};
+    if (!cursor_.read(header)) return error::cannot_read;
+    if (has_magic(header, current_magic)) return nothing_to_do;
+    if (!has_magic(header, previous_magic)) return error::version_mismatch;
+    if (header.layout_kind != layout_kind) return error::other_system;
+
+    FmtHeadRec fresh = {};
+    std::memcpy(fresh.magic, current_magic.data(), current_magic.size());
+    fresh.layout_kind = header.layout_kind;
+    fresh.quotation = header.quotation;
+    fresh.level_count = header.level_count;
+    append(fresh);
+    std::int32_t result = read_level_table(header.level_count);
+    for (std::size_t i = 0; i < levels_.size() && result == 0; ++i) {
+      result = copy_columns(levels_[i]);
+    }
+    if (result != 0) return result;
+    std::memcpy(bytes_.data() + sizeof fresh, levels_.data(), levels_.size() * sizeof(FmtLvlRec));
+    return 0;
+  }
+
+  const std::vector<char>& bytes() const { return bytes_; }
+
+  static constexpr std::int32_t nothing_to_do = 1;
+
+ private:
+  template <typename Record>
+  void append(const Record& record) {
+    const char* begin = reinterpret_cast<const char*>(&record);
+    bytes_.insert(bytes_.end(), begin, begin + sizeof record);
+  }
+
+  // The table's place is kept free: what stands in it is known only behind the data areas.
+  std::int32_t read_level_table(std::int32_t count) {
+    if (!cursor_.holds(count, sizeof(FmtLvlRec))) return error::cannot_read;
+    for (std::int32_t i = 0; i < count; ++i) {
+      FmtLvlRec level = {};
+      cursor_.read(level);
+      level.repeat_flag = 0;
+      std::memset(level.reserved, 0, sizeof level.reserved);
+      levels_.push_back(level);
+    }
+    bytes_.resize(bytes_.size() + levels_.size() * sizeof(FmtLvlRec));
+    return 0;
+  }
+
+  // Copies a level's items. In a file of several levels every area has grown and moved; the only
+  // level of a file keeps its place.
+  std::int32_t copy_columns(FmtLvlRec& level) {
+    if (!cursor_.holds(level.column_count, previous_column_size)) return error::cannot_read;
+    const std::size_t begin = bytes_.size();
+    for (std::int32_t i = 0; i < level.column_count; ++i) {
+      char previous[previous_column_size];
+      if (!cursor_.read(previous, sizeof previous)) return error::cannot_read;
+      const FmtColRec column = widen(previous);
+      append(column);
+      if (!cursor_.holds(column.element_count, sizeof(FmtItemRec))) return error::cannot_read;
+      for (std::int32_t j = 0; j < column.element_count; ++j) {
+        FmtItemRec element = {};
+        cursor_.read(element);
+        clean(element);
+        append(element);
+      }
+    }
+    if (levels_.size() > 1) {
+      level.data_offset = static_cast<std::int32_t>(begin);
+      level.data_size = static_cast<std::int32_t>(bytes_.size() - begin);
+    }
+    return 0;
+  }
+
+  RecordCursor cursor_;
+  std::vector<char> bytes_;
+  std::vector<FmtLvlRec> levels_;
+};
+
+std::int32_t write_work_file(const std::vector<char>& bytes, File& work) {
+  FileCause cause = work.write(bytes.data(), bytes.size());
+  if (cause == FileCause::none) cause = work.sync();
+  if (cause == FileCause::none) cause = work.close();
+  return cause == FileCause::none ? 0 : write_failure(cause);
+}
+
+std::int32_t upgrade_into(File& source, File& work, std::int32_t layout_kind) {
+  std::vector<char> old_bytes;
+  if (!read_whole_file(source, old_bytes)) return error::cannot_read;
+  Upgrade upgrade({old_bytes.data(), old_bytes.size()});
+  const std::int32_t result = upgrade.run(layout_kind);
+  return result == 0 ? write_work_file(upgrade.bytes(), work) : result;
+}
+
+}  // namespace
+
+std::int32_t upgrade_settings_file(const std::string& path, std::int32_t layout_kind) {
+  File source;
+  const FileCause opened = source.open_for_reading(path, platform::Sharing::exclusive);
+  if (opened == FileCause::not_found) return 0;
+  if (opened != FileCause::none) return error::cannot_open;
+
+  const std::string work_path = path + ".w";
+  platform::remove_file(work_path);
+  File work;
+  if (work.create_new(work_path) != FileCause::none) return error::cannot_open;
+
+  std::int32_t result = 0;
+  try {
+    result = upgrade_into(source, work, layout_kind);
+  } catch (const std::bad_alloc&) {
+    result = error::out_of_memory;
+  }
+  if (result != 0) {
+    work.discard();
+    platform::remove_file(work_path);
+    return result == Upgrade::nothing_to_do ? 0 : result;
+  }
+  const FileCause moved = platform::replace_file(work_path, path);
+  return moved == FileCause::none ? 0 : write_failure(moved);
+}
+
+}  // namespace korvex

@@ -1,0 +1,101 @@
+#include "formatlang/default_settings.h"
+
+#include <algorithm>
+
+#include "format/records.h"
+
+namespace korvex {
+
+namespace {
+
+constexpr std::int32_t no_default = -1;
+constexpr std::int32_t max_letters = 5;
+constexpr std::int32_t max_national_characters = 64;
+// More characters than any format may have; keeps a hostile digit count from filling memory.
+constexpr std::int32_t max_repetitions = 256;
+
+constexpr const char* first_hiragana = "\x82\xA0";
+constexpr const char* last_hiragana = "\x82\xF1";
+
+std::string repeated(std::string_view text, std::int32_t count) {
+  std::string out;
+  for (std::int32_t i = 0; i < std::min(count, max_repetitions); ++i) out.append(text);
+  return out;
+}
+
+RangeTexts letters(std::int32_t count) {
+  const std::int32_t n = std::min(count, max_letters);
+  return {"%" + std::to_string(n) + "S", repeated("A", n), repeated("Z", n), "1"};
+}
+
+RangeTexts national_characters(std::int32_t count) {
+  const std::int32_t n = std::min(count, max_national_characters);
+  return {"%" + std::to_string(n) + "N", repeated(first_hiragana, n), repeated(last_hiragana, n),
+          "1"};
+}
+
+RangeTexts number(bool is_signed, std::int32_t integer_digits, std::int32_t decimals) {
+  const std::string letter = is_signed ? "D" : "U";
+  const std::string size = "%" + std::to_string(integer_digits);
+  const std::string nines = repeated("9", integer_digits);
+  if (decimals == 0) return {size + letter, "1", nines, "1"};
+  const std::string smallest = "0." + repeated("0", decimals - 1) + "1";
+  return {size + "." + std::to_string(decimals) + letter, smallest,
+          (integer_digits == 0 ? "0" : nines) + "." + repeated("9", decimals), smallest};
+}
+
+RangeTexts short_number(bool is_signed, std::int32_t digits, std::int32_t decimals) {
+  const std::int32_t d = std::min(decimals, max_number_digits);
+  const std::int32_t i = std::min(digits - decimals, max_number_digits - d);
+  return number(is_signed, i, d);
+}
+
+// Numbers whose values have at most 18 digits, and which fall back to letters without digits.
+bool is_short_number(std::int32_t code) {
+  return (code >= 19 && code <= 22) || (code >= 25 && code <= 27) || code == 29 || code == 30;
+}
+
+bool is_plain_decimal(std::int32_t code) {
+  return code == 4 || code == 5 || (code >= 13 && code <= 18);
+}
+
+bool has_impossible_digits(const ItemAttributes& item) {
+  return item.digits < 0 || item.decimals < 0 || item.decimals > item.digits;
+}
+
+}  // namespace
+
+std::int32_t default_settings(const ItemAttributes& item, RangeTexts& texts) {
+  const std::int32_t code = item.attribute;
+  const bool is_signed = item.signed_flag != 0;
+  if (((code >= 4 && code <= 27) || is_short_number(code)) && has_impossible_digits(item)) {
+    return no_default;
+  }
+  if (is_character(code)) {
+    const std::int32_t count = effective_digits(item);
+    if (count < 0) return no_default;
+    texts = letters(count);
+  } else if (is_national(code)) {
+    texts = national_characters(item.digits);
+  } else if (is_plain_decimal(code)) {
+    texts = number(is_signed, item.digits - item.decimals, item.decimals);
+  } else if (is_short_number(code)) {
+    texts = item.digits == 0 ? letters(std::max(item.length, 0))
+                             : short_number(is_signed, item.digits, item.decimals);
+  } else if (code == attribute::integer) {
+    texts = {"%10D", "1", "2147483647", "1"};
+  } else if (code == attribute::small_integer) {
+    texts = {"%5D", "1", "32767", "1"};
+  } else if (code == attribute::date) {
+    texts = {"%4YMD", "19700101", "20380119", "1"};
+  } else if (code == attribute::time) {
+    texts = {"%T", "000000", "235959", "1"};
+  } else if (code == attribute::timestamp) {
+    texts = {"%TS", "19700101 090000", "20380119 031407", "1"};
+  } else {
+    return no_default;
+  }
+  return 0;
+}
+
+}  // namespace korvex

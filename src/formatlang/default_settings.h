@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "formatlang/attributes.h"
+
+namespace korvex {
+
+// The texts of a range: its format and its start, end and increment values (code page 932).
+struct RangeTexts {
+  std::string format;
+  std::string start;
+  std::string end;
+  std::string increment;
+};
+
+// The settings that an item gets from its attribute before anybody changes them. 0, or -1 when the
+// attribute has no default or the item's digits make none.
+//
+// These are proposals for a new item; the format dialog proposes formats by a table of its own.
+std::int32_t default_settings(const ItemAttributes& item, RangeTexts& texts);
+
+}  // namespace korvex

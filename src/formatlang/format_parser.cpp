@@ -1,0 +1,148 @@
+#include "formatlang/format_parser.h"
+
+#include <algorithm>
+
+#include "format/error_codes.h"
+#include "format/record_text.h"
+#include "formatlang/directive.h"
+#include "formatlang/format_text.h"
+#include "platform/codepage.h"
+
+namespace korvex {
+
+namespace {
+
+constexpr std::int32_t max_fixed_in_character_item = 3;
+
+// How many fixed pieces and directives a format may have, by the item's class.
+std::int32_t check_counts(std::int32_t item_class, std::int32_t variable_count,
+                          std::int32_t fixed_count) {
+  switch (item_class) {
+    case value_class::numeric:
+      if (variable_count >= 2) return error::too_many_variable_parts;
+      if (fixed_count > 1) return error::too_many_fixed_parts;
+      break;
+    case value_class::character:
+      if (fixed_count > max_fixed_in_character_item) return error::too_many_fixed_parts;
+      break;
+    case value_class::national:
+      if (fixed_count > 1) return error::too_many_fixed_parts;
+      break;
+    default:
+      if (variable_count >= 2) return error::too_many_variable_parts;
+      if (fixed_count >= 1) return error::too_many_fixed_parts;
+  }
+  return variable_count == 0 && fixed_count == 0 ? error::empty_format : 0;
+}
+
+// The size of a fixed piece, or the code of the rule that it breaks.
+std::int64_t fixed_size(std::int32_t item_class, std::string_view text, bool has_directives) {
+  if (item_class == value_class::numeric) {
+    if (text.find_first_not_of("0123456789.+-") != std::string_view::npos) {
+      return error::fixed_part_not_numeric;
+    }
+    if (has_directives && text.find_first_of("+-") != std::string_view::npos) {
+      return error::sign_in_fixed_part;
+    }
+    return static_cast<std::int64_t>(text.size()) - std::count(text.begin(), text.end(), '.');
+  }
+  if (item_class == value_class::national) {
+    for (std::size_t i = 0; i < text.size(); i += 2) {
+      if (i + 1 == text.size() || !platform::is_legal_double_byte(text[i], text[i + 1])) {
+        return error::attribute_format_mismatch;
+      }
+    }
+    return static_cast<std::int64_t>(text.size() / 2);
+  }
+  return static_cast<std::int64_t>(text.size());
+}
+
+class ElementBuilder {
+ public:
+  ElementBuilder(const ItemAttributes& item, std::int32_t item_class, ParsedFormat& parsed)
+      : item_(item), item_class_(item_class), parsed_(parsed) {}
+
+  std::int32_t add_fixed(std::string_view text) {
+    const std::int64_t size = fixed_size(item_class_, text, parsed_.variable_count > 0);
+    if (size < 0) return static_cast<std::int32_t>(size);
+    if (size > max_format_size || text.size() >= element_text_size) return error::format_too_long;
+    total_ += size;
+    if (!fixed_fits(size)) return error::bad_format_digits;
+
+    FmtItemRec& element = append(text);
+    element.kind = format_kind::fixed;
+    element.width = element.digits = static_cast<std::int32_t>(size);
+    return total_ > max_format_size ? error::format_too_long : 0;
+  }
+
+  std::int32_t add_directive(std::string_view directive, NationalCount national) {
+    const std::int64_t count =
+        national == NationalCount::split ? split_count(item_class_, directive) : 1;
+    if (count == 1) return add_element(directive, 0);
+    for (std::int64_t i = 0; i < count; ++i) {
+      const std::int32_t result = add_element("N", i == 0 ? 1 : 0);
+      if (result != 0) return result;
+    }
+    return 0;
+  }
+
+ private:
+  FmtItemRec& append(std::string_view text) {
+    FmtItemRec& element = parsed_.elements.emplace_back();
+    element.sequence = static_cast<std::int32_t>(parsed_.elements.size());
+    element.sign = item_.signed_flag;
+    store_field(element.text, text);
+    return element;
+  }
+
+  std::int32_t add_element(std::string_view directive, std::int32_t group_start) {
+    const bool is_first = parsed_.elements.empty();
+    FmtItemRec& element = append(directive);
+    element.group_start = group_start;
+    const std::int32_t size = read_directive(item_, item_class_, directive, is_first, element);
+    if (size < 0) return size;
+    total_ += size;
+    if (total_ > max_format_size) return error::format_too_long;
+    return total_ > item_.digits ? error::bad_format_digits : 0;
+  }
+
+  // The capacity rule for fixed pieces; `total_` already counts this one.
+  bool fixed_fits(std::int64_t size) const {
+    if (parsed_.elements.empty()) return size <= item_.digits;
+    if (item_class_ == value_class::character) return total_ <= item_.length;
+    if (item_class_ == value_class::national) return 2 * total_ <= item_.length;
+    return total_ <= item_.digits;
+  }
+
+  const ItemAttributes& item_;
+  std::int32_t item_class_;
+  ParsedFormat& parsed_;
+  std::int64_t total_ = 0;
+};
+
+}  // namespace
+
+std::int32_t parse_format(const ItemAttributes& item, std::int32_t item_class,
+                          std::string_view format, NationalCount national, ParsedFormat& parsed) {
+  parsed = {};
+  // A longer text could not be stored with its terminator.
+  if (format.size() >= format_text_size) return error::format_too_long;
+
+  const std::vector<FormatPiece> pieces = cut_format(format);
+  const auto directives = std::count_if(
+      pieces.begin(), pieces.end(), [](const FormatPiece& piece) { return piece.is_directive; });
+  parsed.variable_count = static_cast<std::int32_t>(directives);
+  parsed.fixed_count = static_cast<std::int32_t>(pieces.size()) - parsed.variable_count;
+  std::int32_t result = check_counts(item_class, parsed.variable_count, parsed.fixed_count);
+  if (result != 0) return result;
+
+  ElementBuilder builder(item, item_class, parsed);
+  for (const FormatPiece& piece : pieces) {
+    result = piece.is_directive ? builder.add_directive(piece.text, national)
+                                : builder.add_fixed(piece.text);
+    if (result != 0) return result;
+  }
+  return 0;
+}
+
+}  // namespace korvex

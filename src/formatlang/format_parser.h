@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "format/records.h"
+#include "formatlang/attributes.h"
+
+namespace korvex {
+
+// The elements that a format text stands for, with sequence numbers from 1, kinds, widths and texts
+// but no values yet.
+struct ParsedFormat {
+  std::vector<FmtItemRec> elements;
+  std::int32_t variable_count = 0;  // directives as written, before any splitting
+  std::int32_t fixed_count = 0;
+};
+
+// What becomes of a full-width directive with a count.
+enum class NationalCount {
+  split,  // one element a character, as settings store it
+  keep,   // one element for all, as the user entered its value
+};
+
+// Longest format, summed over its elements' sizes.
+inline constexpr std::int64_t max_format_size = 128;
+
+// Reads a format for an item of the given class; `item.digits` must be the effective digits.
+// 0, or the code of the first rule that the text breaks; `parsed` is then not to be used.
+std::int32_t parse_format(const ItemAttributes& item, std::int32_t item_class,
+                          std::string_view format, NationalCount national, ParsedFormat& parsed);
+
+}  // namespace korvex

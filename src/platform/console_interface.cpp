@@ -1,0 +1,86 @@
+#include "platform/console_interface.h"
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
+#include <string_view>
+
+#include "platform/codepage.h"
+#include "platform/process.h"
+
+namespace korvex::platform {
+
+namespace {
+
+volatile sig_atomic_t interrupted = 0;
+
+void note_interrupt(int) { interrupted = 1; }
+
+class ConsoleProgress : public ProgressSink {
+ public:
+  ConsoleProgress() : drawing_(::isatty(STDERR_FILENO) == 1) {
+    interrupted = 0;
+    ::sigaction(SIGINT, nullptr, &previous_);
+    handling_ = (previous_.sa_flags & SA_SIGINFO) == 0 && previous_.sa_handler == SIG_DFL;
+    if (!handling_) return;
+    struct sigaction action = {};
+    action.sa_handler = note_interrupt;
+    ::sigemptyset(&action.sa_mask);
+    action.sa_flags = SA_RESTART;
+    ::sigaction(SIGINT, &action, nullptr);
+  }
+
+  ~ConsoleProgress() override {
+    if (handling_) ::sigaction(SIGINT, &previous_, nullptr);
+    if (drawing_) std::fputs("\r\033[K", stderr);
+  }
+
+  ConsoleProgress(const ConsoleProgress&) = delete;
+  ConsoleProgress& operator=(const ConsoleProgress&) = delete;
+
+  void show(int percent) override {
+    if (drawing_) std::fprintf(stderr, "\rGenerating Data %3d %%", percent);
+  }
+
+  bool cancel_requested() override {
+    if (interrupted == 0) return false;
+    interrupted = 0;
+    return true;
+  }
+
+ private:
+  struct sigaction previous_ = {};
+  bool handling_ = false;
+  bool drawing_;
+};
+
+bool is_yes(std::string_view answer) {
+  return !answer.empty() && (answer.front() == 'y' || answer.front() == 'Y');
+}
+
+}  // namespace
+
+Answer ConsoleInterface::show_message(MessageKind kind, const std::string& text) {
+  std::cerr << to_utf8(text) << std::endl;
+  if (kind != MessageKind::question && kind != MessageKind::warning_question) return Answer::ok;
+
+  if (::isatty(STDIN_FILENO) == 1 && ::isatty(STDERR_FILENO) == 1) {
+    std::cerr << "[y/N] " << std::flush;
+    std::string line;
+    std::getline(std::cin, line);
+    return is_yes(line) ? Answer::yes : Answer::no;
+  }
+  const char* prepared = std::getenv("KORVEX_ANSWER");
+  return prepared != nullptr && std::string_view(prepared) == "yes" ? Answer::yes : Answer::no;
+}
+
+std::unique_ptr<ProgressSink> ConsoleInterface::open_progress(void*, bool) {
+  return std::make_unique<ConsoleProgress>();
+}
+
+int ConsoleInterface::open_editor(const std::string& path) { return start_editor(path); }
+
+}  // namespace korvex::platform

@@ -1,0 +1,212 @@
+#include "platform/file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+#include "platform/file_calls.h"
+
+namespace korvex::platform {
+
+namespace {
+
+// A call interrupted this many times in a row is a failure: no run may hang on it.
+constexpr int max_interruptions = 100;
+
+template <typename Call>
+auto retry_interrupted(Call call) {
+  auto result = call();
+  for (int i = 0; result < 0 && errno == EINTR && i < max_interruptions; ++i) result = call();
+  return result;
+}
+
+}  // namespace
+
+FileCause cause_from_errno(int number) {
+  switch (number) {
+    case ENOENT:
+      return FileCause::not_found;
+    case ENOTDIR:
+    case ENAMETOOLONG:
+    case ELOOP:
+      return FileCause::bad_path;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+    case EISDIR:
+      return FileCause::access_denied;
+    case EEXIST:
+      return FileCause::already_exists;
+    case ENOSPC:
+    case EDQUOT:
+      return FileCause::disk_full;
+    default:
+      return FileCause::generic;
+  }
+}
+
+File::~File() { discard(); }
+
+File::File(File&& other) noexcept
+    : descriptor_(std::exchange(other.descriptor_, -1)),
+      regular_(other.regular_),
+      failed_(other.failed_),
+      buffer_(std::move(other.buffer_)),
+      buffered_(std::exchange(other.buffered_, 0)) {}
+
+File& File::operator=(File&& other) noexcept {
+  if (this != &other) {
+    discard();
+    descriptor_ = std::exchange(other.descriptor_, -1);
+    regular_ = other.regular_;
+    failed_ = other.failed_;
+    buffer_ = std::move(other.buffer_);
+    buffered_ = std::exchange(other.buffered_, 0);
+  }
+  return *this;
+}
+
+FileCause File::open(const std::string& path, int flags, unsigned mode) {
+  discard();
+  failed_ = FileCause::none;
+  const int descriptor = retry_interrupted([&] {
+    return file_calls().open(path.c_str(), flags | O_CLOEXEC, static_cast<mode_t>(mode));
+  });
+  if (descriptor < 0) return cause_from_errno(errno);
+  descriptor_ = descriptor;
+
+  struct stat status = {};
+  if (file_calls().fstat(descriptor_, &status) != 0) {
+    const FileCause cause = cause_from_errno(errno);
+    discard();
+    return cause;
+  }
+  if (S_ISDIR(status.st_mode)) {
+    discard();
+    return FileCause::access_denied;
+  }
+  regular_ = S_ISREG(status.st_mode);
+  return FileCause::none;
+}
+
+FileCause File::open_for_reading(const std::string& path, Sharing sharing) {
+  const FileCause cause = open(path, O_RDONLY | O_NONBLOCK, 0);
+  if (cause != FileCause::none) return cause;
+  if (!hold_file(descriptor_, sharing)) {
+    discard();
+    return FileCause::sharing_violation;
+  }
+  return FileCause::none;
+}
+
+FileCause File::open_for_writing(const std::string& path) {
+  return open(path, O_WRONLY | O_NONBLOCK, 0);
+}
+
+FileCause File::create(const std::string& path) {
+  return open(path, O_WRONLY | O_CREAT | O_TRUNC, 0666);
+}
+
+FileCause File::create_new(const std::string& path) {
+  return open(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, 0600);
+}
+
+FileCause File::read(void* data, std::size_t size, std::size_t& count) {
+  count = 0;
+  while (count < size) {
+    const ssize_t got = retry_interrupted([&] {
+      return file_calls().read(descriptor_, static_cast<char*>(data) + count, size - count);
+    });
+    if (got < 0) return cause_from_errno(errno);
+    if (got == 0) break;
+    count += static_cast<std::size_t>(got);
+  }
+  return FileCause::none;
+}
+
+FileCause File::write_through(const char* data, std::size_t size) {
+  while (size > 0 && failed_ == FileCause::none) {
+    const ssize_t written =
+        retry_interrupted([&] { return file_calls().write(descriptor_, data, size); });
+    if (written < 0) {
+      failed_ = cause_from_errno(errno);
+    } else if (written == 0) {
+      failed_ = FileCause::generic;
+    } else {
+      data += written;
+      size -= static_cast<std::size_t>(written);
+    }
+  }
+  return failed_;
+}
+
+FileCause File::write(const void* data, std::size_t size) {
+  if (failed_ != FileCause::none) return failed_;
+  if (!buffer_) buffer_ = std::make_unique_for_overwrite<char[]>(write_buffer_size);
+  const char* bytes = static_cast<const char*>(data);
+  while (size > 0) {
+    const std::size_t part = std::min(size, write_buffer_size - buffered_);
+    std::memcpy(buffer_.get() + buffered_, bytes, part);
+    buffered_ += part;
+    bytes += part;
+    size -= part;
+    if (buffered_ == write_buffer_size && flush() != FileCause::none) return failed_;
+  }
+  return FileCause::none;
+}
+
+FileCause File::flush() {
+  const std::size_t count = std::exchange(buffered_, 0);
+  return count > 0 ? write_through(buffer_.get(), count) : failed_;
+}
+
+FileCause File::seek(std::uint64_t offset) {
+  if (const FileCause cause = flush(); cause != FileCause::none) return cause;
+  const off_t reached = file_calls().lseek(descriptor_, static_cast<off_t>(offset), SEEK_SET);
+  if (reached < 0) return cause_from_errno(errno);
+  return static_cast<std::uint64_t>(reached) == offset ? FileCause::none : FileCause::generic;
+}
+
+FileCause File::size(std::uint64_t& bytes) {
+  bytes = 0;
+  struct stat status = {};
+  if (file_calls().fstat(descriptor_, &status) != 0) return cause_from_errno(errno);
+  if (S_ISREG(status.st_mode)) bytes = static_cast<std::uint64_t>(status.st_size);
+  return FileCause::none;
+}
+
+FileCause File::sync() {
+  if (const FileCause cause = flush(); cause != FileCause::none) return cause;
+  const int result = retry_interrupted([&] { return file_calls().fsync(descriptor_); });
+  if (result != 0) failed_ = cause_from_errno(errno);
+  return failed_;
+}
+
+FileCause File::close() {
+  FileCause cause = flush();
+  if (descriptor_ >= 0 && file_calls().close(std::exchange(descriptor_, -1)) != 0 &&
+      cause == FileCause::none && errno != EINTR) {
+    cause = cause_from_errno(errno);
+  }
+  return cause;
+}
+
+void File::discard() {
+  buffered_ = 0;
+  if (descriptor_ >= 0) file_calls().close(std::exchange(descriptor_, -1));
+}
+
+bool exists(const std::string& path) {
+  struct stat status = {};
+  return file_calls().lstat(path.c_str(), &status) == 0;
+}
+
+FileCause remove_file(const std::string& path) {
+  return file_calls().unlink(path.c_str()) == 0 ? FileCause::none : cause_from_errno(errno);
+}
+
+}  // namespace korvex::platform

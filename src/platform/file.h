@@ -1,0 +1,108 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "platform/file_hold.h"
+
+namespace korvex::platform {
+
+// Why a file operation failed, as far as the module tells causes apart.
+enum class FileCause {
+  none,
+  not_found,          // no such file
+  bad_path,           // a folder of the path is missing or is not a folder
+  access_denied,      // permissions, a read-only file system, a folder in place of a file
+  sharing_violation,  // another open file holds it
+  already_exists,     // create_new found the name taken
+  disk_full,          // no space or no quota left
+  generic,
+};
+
+FileCause cause_from_errno(int number);
+
+// An open file. Owns its descriptor; the destructor closes it and drops what was not flushed.
+// Movable, not copyable; not thread-safe. Operations answer FileCause::none on success and never
+// throw, except that the write buffer may raise std::bad_alloc.
+class File {
+ public:
+  // Written bytes are gathered here before they go to the system: one system call a line would
+  // cost thirty times a block.
+  static constexpr std::size_t write_buffer_size = 256 * 1024;
+
+  File() = default;
+  ~File();
+  File(File&& other) noexcept;
+  File& operator=(File&& other) noexcept;
+
+  // Opens an existing file for reading. Fails with sharing_violation when the sharing asked for
+  // cannot be had (see file_hold.h). Never blocks, also not on a pipe without a writer.
+  FileCause open_for_reading(const std::string& path, Sharing sharing);
+
+  // Opens an existing file for writing, without changing it.
+  FileCause open_for_writing(const std::string& path);
+
+  // Creates the file, or empties the one that exists, for writing.
+  FileCause create(const std::string& path);
+
+  // Creates a file that must not exist yet, with access for its owner only; does not follow links.
+  FileCause create_new(const std::string& path);
+
+  // Reads until `size` bytes are there or the file ends; `count` receives how many there are.
+  FileCause read(void* data, std::size_t size, std::size_t& count);
+
+  // Appends to the write buffer and hands full blocks to the system. After a failure the file holds
+  // some of what was written before; nothing later is accepted.
+  FileCause write(const void* data, std::size_t size);
+
+  // Moves the position, after handing over what was written.
+  FileCause seek(std::uint64_t offset);
+
+  // Size in bytes of a regular file; 0 for anything else.
+  FileCause size(std::uint64_t& bytes);
+
+  bool is_open() const { return descriptor_ >= 0; }
+  bool is_regular() const { return regular_; }
+
+  FileCause flush();
+
+  // Flushes and waits until the disk has it.
+  FileCause sync();
+
+  // Flushes and closes. The file is closed whatever the answer.
+  FileCause close();
+
+  // Closes without flushing.
+  void discard();
+
+ private:
+  FileCause open(const std::string& path, int flags, unsigned mode);
+  FileCause write_through(const char* data, std::size_t size);
+
+  int descriptor_ = -1;
+  bool regular_ = false;
+  FileCause failed_ = FileCause::none;
+  std::unique_ptr<char[]> buffer_;
+  std::size_t buffered_ = 0;
+};
+
+// Whether something stands at the path (a link counts by itself, wherever it leads).
+bool exists(const std::string& path);
+
+// Removes the name. not_found when there is none.
+FileCause remove_file(const std::string& path);
+
+// Removes what a failed run has written: the file that the path leads to, when it is a regular
+// one. A device or a pipe stays.
+void remove_output(const std::string& path);
+
+// Gives the finished file `from` the name `to`, whose old file, if any, it replaces in one step: at
+// no moment is there neither the old nor the new one, and after a failure the old one stands
+// untouched while `from` is removed. The old file's mode is kept, a link at `to` is resolved first.
+// Across file systems the bytes are copied beside the target before they take its name. Contents
+// and folder are synchronised with the disk.
+FileCause replace_file(const std::string& from, const std::string& to);
+
+}  // namespace korvex::platform

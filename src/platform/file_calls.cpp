@@ -1,0 +1,48 @@
+#include "platform/file_calls.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace korvex::platform {
+
+namespace {
+
+int open_with_mode(const char* path, int flags, mode_t mode) { return ::open(path, flags, mode); }
+
+const FileCalls* table_in_use = &system_file_calls();
+
+}  // namespace
+
+const FileCalls& system_file_calls() {
+  static constexpr FileCalls calls = {
+      .open = open_with_mode,
+      .close = ::close,
+      .read = ::read,
+      .write = ::write,
+      .lseek = ::lseek,
+      .fstat = ::fstat,
+      .lstat = ::lstat,
+      .fchmod = ::fchmod,
+      .fsync = ::fsync,
+      .flock = ::flock,
+      .rename = ::rename,
+      .unlink = ::unlink,
+      .realpath = ::realpath,
+      .mkdir = ::mkdir,
+  };
+  return calls;
+}
+
+const FileCalls& file_calls() { return *table_in_use; }
+
+FileCallsOverride::FileCallsOverride(const FileCalls& calls) : previous_(table_in_use) {
+  table_in_use = &calls;
+}
+
+FileCallsOverride::~FileCallsOverride() { table_in_use = previous_; }
+
+}  // namespace korvex::platform

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <sys/stat.h>
+#include <sys/types.h>
+
+namespace korvex::platform {
+
+// Every system call that touches a file, in one table, so that a test can replace it and make the
+// n-th call fail. Each entry has the contract of the call of its name.
+struct FileCalls {
+  int (*open)(const char* path, int flags, mode_t mode);
+  int (*close)(int descriptor);
+  ssize_t (*read)(int descriptor, void* data, size_t size);
+  ssize_t (*write)(int descriptor, const void* data, size_t size);
+  off_t (*lseek)(int descriptor, off_t offset, int whence);
+  int (*fstat)(int descriptor, struct stat* status);
+  int (*lstat)(const char* path, struct stat* status);
+  int (*fchmod)(int descriptor, mode_t mode);
+  int (*fsync)(int descriptor);
+  int (*flock)(int descriptor, int operation);
+  int (*rename)(const char* from, const char* to);
+  int (*unlink)(const char* path);
+  char* (*realpath)(const char* path, char* resolved);
+  int (*mkdir)(const char* path, mode_t mode);
+};
+
+// The table in use: the system's, unless a FileCallsOverride is alive.
+const FileCalls& file_calls();
+
+// The table that calls the system.
+const FileCalls& system_file_calls();
+
+// Replaces the table for its own lifetime. Not thread-safe: for tests, which run one thread.
+class FileCallsOverride {
+ public:
+  explicit FileCallsOverride(const FileCalls& calls);
+  ~FileCallsOverride();
+  FileCallsOverride(const FileCallsOverride&) = delete;
+  FileCallsOverride& operator=(const FileCallsOverride&) = delete;
+
+ private:
+  const FileCalls* previous_;
+};
+
+}  // namespace korvex::platform

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// Paths are bytes as the file system takes them; nothing converts or normalises them.
+namespace korvex::platform {
+
+// folder + "/" + name; the name alone when the folder is empty.
+std::string join_path(std::string_view folder, std::string_view name);
+
+// What stands after the last "/".
+std::string_view base_name(std::string_view path);
+
+// The base name without the extension that begins at its last dot.
+std::string_view stem(std::string_view path);
+
+// The folder part: "." for a bare name, "/" for a name in the root.
+std::string folder_of(std::string_view path);
+
+}  // namespace korvex::platform

@@ -1,0 +1,21 @@
+#include "platform/process.h"
+
+#include <spawn.h>
+#include <sys/types.h>
+
+#include <cstdlib>
+
+extern char** environ;
+
+namespace korvex::platform {
+
+int start_editor(const std::string& path) {
+  const char* chosen = std::getenv("KORVEX_EDITOR");
+  std::string program = chosen != nullptr && *chosen != '\0' ? chosen : "xdg-open";
+  std::string argument = path;
+  char* arguments[] = {program.data(), argument.data(), nullptr};
+  pid_t child = 0;
+  return ::posix_spawnp(&child, program.c_str(), nullptr, nullptr, arguments, environ);
+}
+
+}  // namespace korvex::platform
