@@ -45,7 +45,7 @@ std::int32_t read_fraction(const ItemAttributes& item, std::string_view size_tex
   }
   const std::int64_t digits = read_size(size_text.substr(0, point));
   const std::int64_t decimals = read_size(decimals_text);
-  if (digits < 0 || decimals < 0 || digits + decimals == 0) return error::bad_format_digits;
+  if (digits < 0 || decimals < 0) return error::bad_format_digits;
   if (digits > item.digits || (decimals == 0 && item.decimals > 0) || decimals > item.decimals) {
     return error::bad_format_digits;
   }

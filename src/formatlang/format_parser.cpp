@@ -67,12 +67,13 @@ class ElementBuilder {
     if (size < 0) return static_cast<std::int32_t>(size);
     if (size > max_format_size || text.size() >= element_text_size) return error::format_too_long;
     total_ += size;
+    if (total_ > max_format_size) return error::format_too_long;
     if (!fixed_fits(size)) return error::bad_format_digits;
 
     FmtItemRec& element = append(text);
     element.kind = format_kind::fixed;
     element.width = element.digits = static_cast<std::int32_t>(size);
-    return total_ > max_format_size ? error::format_too_long : 0;
+    return 0;
   }
 
   std::int32_t add_directive(std::string_view directive, NationalCount national) {

@@ -1,0 +1,83 @@
+#include "entry/failure_report.h"
+
+#include "control/error_texts.h"
+#include "format/error_codes.h"
+
+namespace korvex {
+
+namespace {
+
+bool names_enumeration_file(std::int32_t code) {
+  return code == error::enumeration_empty ||
+         (code >= error::enumeration_decimals_not_allowed &&
+          code <= error::enumeration_value_too_long) ||
+         code == error::enumeration_cannot_open || code == error::enumeration_cannot_read ||
+         (code >= error::target_in_use && code <= error::target_read_denied);
+}
+
+std::string replace_first(std::string text, std::string_view mark, const std::string& value) {
+  const auto place = text.find(mark);
+  return place == std::string::npos ? text : text.replace(place, mark.size(), value);
+}
+
+void open_error_file(const std::string& path) {
+  const int failure = platform::user_interface().open_editor(path);
+  if (failure == 0) return;
+  const std::string text = "Call : notepad \"" + path + "\"\nError : " + std::to_string(failure);
+  platform::user_interface().show_message(platform::MessageKind::plain, text);
+}
+
+}  // namespace
+
+FailureReport describe_failure(std::int32_t code, const ClColMain& main) {
+  std::string text;
+  main.append_error_text(code, text);
+  FailureReport report;
+  report.returned = code;
+  switch (code) {
+    case error::repeat_exceeds_records:
+      report.is_shown = false;
+      report.returned = 0;
+      break;
+    case error::output_limit:
+      report.text =
+          "The size of the data exceeds the size that Varkel can operate accurately." + text;
+      report.returned = 0;
+      break;
+    case error::enumeration_bad_lines:
+      report.kind = platform::MessageKind::warning_question;
+      report.text = main.message_context + text +
+                    replace_first("\nError file %s was created. \nView the file?", "%s",
+                                  main.error_file_path);
+      break;
+    case error::enumeration_report_cannot_write:
+    case error::enumeration_report_cannot_open:
+      report.text = main.error_file_path + "\n" + text;
+      break;
+    case error::too_many_repeats:
+      report.text = fill_number(text, static_cast<std::uint64_t>(main.largest_repeat_count));
+      break;
+    case error::repeat_level_taken:
+      report.text = text + main.message_context;
+      break;
+    case error::cancelled:
+      report.text = text;
+      break;
+    default:
+      report.text = names_enumeration_file(code) ? main.message_context + text
+                                                 : "Failed to generate data.\n" + text;
+  }
+  return report;
+}
+
+std::int32_t report_failure(std::int32_t code, const ClColMain& main) {
+  const FailureReport report = describe_failure(code, main);
+  if (report.is_shown) {
+    const platform::Answer answer =
+        platform::user_interface().show_message(report.kind, report.text);
+    if (answer == platform::Answer::yes) open_error_file(main.error_file_path);
+  }
+  return report.returned;
+}
+
+}  // namespace korvex

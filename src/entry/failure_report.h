@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "control/col_main.h"
+#include "platform/user_interface.h"
+
+namespace korvex {
+
+// How DGCreateData tells the user of a failed run.
+struct FailureReport {
+  bool is_shown = true;
+  platform::MessageKind kind = platform::MessageKind::warning;
+  std::string text;
+  std::int32_t returned = 0;  // what the function answers
+};
+
+FailureReport describe_failure(std::int32_t code, const ClColMain& main);
+
+// Shows the report and, where the user asks for it, opens the error file in the editor. Answers
+// what the function returns.
+std::int32_t report_failure(std::int32_t code, const ClColMain& main);
+
+}  // namespace korvex

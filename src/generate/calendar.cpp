@@ -1,0 +1,68 @@
+#include "generate/calendar.h"
+
+#include <chrono>
+
+namespace korvex {
+
+namespace {
+
+using std::chrono::days;
+using std::chrono::sys_days;
+using std::chrono::year;
+using std::chrono::year_month_day;
+
+constexpr std::int64_t days_to(int y, unsigned m, unsigned d) {
+  return sys_days(year(y) / std::chrono::month(m) / std::chrono::day(d)).time_since_epoch().count();
+}
+
+constexpr std::int64_t last_day = days_to(2038, 1, 19);
+constexpr std::int64_t first_second = 9 * 3600;
+constexpr std::int64_t last_second = last_day * seconds_per_day + 3 * 3600 + 14 * 60 + 7;
+
+}  // namespace
+
+int days_in_month(int y, int m) {
+  constexpr std::uint8_t lengths[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  return m == 2 && year(y).is_leap() ? 29 : lengths[m - 1];
+}
+
+std::int64_t day_number(const MomentFields& fields) {
+  const int months = int{fields.month} - 1;
+  const int whole_years = months >= 0 ? months / 12 : -1;
+  const year y(int{fields.year} + whole_years);
+  const auto month = static_cast<unsigned>(months - 12 * whole_years + 1);
+  const sys_days first(y / std::chrono::month(month) / std::chrono::day(1));
+  return first.time_since_epoch().count() + int{fields.day} - 1;
+}
+
+bool set_date(std::int64_t day, MomentFields& fields) {
+  if (day < 0 || day > last_day) return false;
+  const year_month_day date{sys_days(days(day))};
+  fields.year = static_cast<std::uint16_t>(static_cast<int>(date.year()));
+  fields.month = static_cast<std::uint16_t>(static_cast<unsigned>(date.month()));
+  fields.day = static_cast<std::uint16_t>(static_cast<unsigned>(date.day()));
+  return true;
+}
+
+std::int64_t second_of_day(const MomentFields& fields) {
+  return (std::int64_t{fields.hour} * 60 + fields.minute) * 60 + fields.second;
+}
+
+std::int64_t second_number(const MomentFields& fields) {
+  return day_number(fields) * seconds_per_day + second_of_day(fields);
+}
+
+void set_time(std::int64_t second_of_day, MomentFields& fields) {
+  fields.hour = static_cast<std::uint16_t>(second_of_day / 3600);
+  fields.minute = static_cast<std::uint16_t>(second_of_day / 60 % 60);
+  fields.second = static_cast<std::uint16_t>(second_of_day % 60);
+}
+
+bool set_moment(std::int64_t second, MomentFields& fields) {
+  if (second < first_second || second > last_second) return false;
+  set_date(second / seconds_per_day, fields);
+  set_time(second % seconds_per_day, fields);
+  return true;
+}
+
+}  // namespace korvex

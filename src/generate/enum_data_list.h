@@ -1,0 +1,40 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace korvex {
+
+// One value of an enumeration file.
+using ClEnumData = std::string_view;
+
+// The values of an item's enumeration file in file order, all in one block of memory. Owns it; the
+// views that it hands out live as long as it does.
+class ClEnumDataList {
+ public:
+  void append(std::string_view value) {
+    text_.append(value);
+    ends_.push_back(text_.size());
+    longest_ = std::max(longest_, value.size());
+  }
+
+  std::int32_t count() const { return static_cast<std::int32_t>(ends_.size()); }
+
+  ClEnumData value(std::int32_t index) const {
+    const auto place = static_cast<std::size_t>(index);
+    const std::size_t begin = place == 0 ? 0 : ends_[place - 1];
+    return std::string_view(text_).substr(begin, ends_[place] - begin);
+  }
+
+  std::size_t longest() const { return longest_; }
+
+ private:
+  std::string text_;
+  std::vector<std::size_t> ends_;
+  std::size_t longest_ = 0;
+};
+
+}  // namespace korvex

@@ -1,0 +1,131 @@
+#include "generate/generate_data_file.h"
+
+#include <new>
+
+#include "control/error_texts.h"
+#include "format/error_codes.h"
+#include "format/file_failure.h"
+#include "generate/progress.h"
+#include "generate/record_writer.h"
+#include "platform/user_interface.h"
+
+namespace korvex {
+
+namespace {
+const platform::RuntimeClass<ClGenerateDataFile> registration("ClGenerateDataFile");
+}
+
+std::int32_t ClGenerateDataFile::run() {
+  try {
+    main.set_run_mode(run_mode::generator);
+    std::int32_t result = main.load();
+    if (result < 0) return result;
+    if (main.header().records < 0) return error::cannot_operate;
+
+    const std::string log_file = log_path(main.work_folder(), main.data_path());
+    result = generate();
+    if (result < 0) return result;
+    return data_file_begun_ ? write_log(log_file, log_) : clear_log(log_file);
+  } catch (const std::bad_alloc&) {
+    return error::out_of_memory;
+  }
+}
+
+std::int32_t ClGenerateDataFile::generate() {
+  const ControlHeader& header = main.header();
+  main.settings.set_paths(main.settings_path(), main.work_folder());
+  std::int32_t result = main.settings.load(header.level, header.records, header.layout_kind);
+  if (result <= 0) return result;
+
+  main.settings.set_run_mode(run_mode::generator);
+  quotation_ = main.settings.quotation() == 1;
+  repeat_in_use_ = main.settings.current_level()->record.repeat_flag != 0;
+  result = prepare_items();
+  if (result != 0) return result;
+  if (asks_about_repeats() && !user_accepts_fewer_records()) return error::repeat_exceeds_records;
+  return write_data_file();
+}
+
+std::int32_t ClGenerateDataFile::prepare_items() {
+  for (const auto& item : main.items) {
+    const ClFmtColInf* column = main.settings.find_column(item->item_number);
+    if (column == nullptr) {
+      item->state = item_state::without_settings;
+      continue;
+    }
+    assembler_.add_field(item_generator(*column));
+    log_.item_numbers.push_back(item->item_number);
+  }
+  return log_.item_numbers.empty() ? error::no_format_for_item : 0;
+}
+
+ItemGenerator& ClGenerateDataFile::item_generator(const ClFmtColInf& column) {
+  std::unique_ptr<ItemGenerator>& generator = generators_[&column];
+  if (!generator) {
+    generator = std::make_unique<ItemGenerator>(column, main.layout_kind(), quotation_);
+  }
+  return *generator;
+}
+
+bool ClGenerateDataFile::asks_about_repeats() const {
+  return output_option == guarded_output && repeat_in_use_ &&
+         repeat_item_count > static_cast<std::uint64_t>(main.header().records);
+}
+
+bool ClGenerateDataFile::user_accepts_fewer_records() const {
+  std::string question;
+  main.append_error_text(error::repeat_exceeds_records, question);
+  return platform::user_interface().show_message(platform::MessageKind::question,
+                                                 fill_number(question, repeat_item_count)) ==
+         platform::Answer::yes;
+}
+
+std::int32_t ClGenerateDataFile::write_data_file() {
+  const std::string path = main.data_path();
+  platform::File file;
+  if (file.create(path) != platform::FileCause::none) return error::cannot_open;
+  data_file_begun_ = true;
+
+  std::int32_t result = error::out_of_memory;
+  try {
+    result = write_records(file);
+  } catch (const std::bad_alloc&) {
+    result = error::out_of_memory;
+  }
+  const bool keeps_lines = result == 0 || result == error::output_limit;
+  if (keeps_lines) {
+    if (const platform::FileCause closed = file.close(); closed != platform::FileCause::none) {
+      result = write_failure(closed);
+    }
+  }
+  if (result != 0 && result != error::output_limit) {
+    file.discard();
+    platform::remove_output(path);
+  }
+  return result;
+}
+
+std::int32_t ClGenerateDataFile::write_records(platform::File& file) {
+  const std::int32_t records = main.header().records;
+  const bool is_guarded = output_option == guarded_output;
+  const auto progress = platform::user_interface().open_progress(parent, is_guarded);
+  ProgressMeter meter(*progress, percentage_denominator(records, is_guarded && repeat_in_use_));
+  RecordWriter writer(file, main.layout_kind(), output_option);
+  RecordLine line;
+  for (std::int32_t done = 0; done < records;) {
+    line.clear();
+    std::int32_t result = assembler_.assemble(line);
+    if (result == 0) result = writer.write(line);
+    if (result != 0) return result;
+    ++done;
+    if (progress->cancel_requested()) return error::cancelled;
+    meter.update(done);
+  }
+  meter.finish(records);
+  log_.records = records;
+  log_.level = main.header().level;
+  if (records == 0) log_.item_numbers.clear();
+  return 0;
+}
+
+}  // namespace korvex

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+#include "control/col_main.h"
+#include "generate/log_file.h"
+#include "generate/record_assembler.h"
+#include "generate/repeat_table.h"
+#include "platform/file.h"
+#include "platform/runtime_class.h"
+
+namespace korvex {
+
+// Writes one data file and its log from a control file in the short form. Owns everything of the
+// run; run() is called once.
+class ClGenerateDataFile : public platform::Object {
+ public:
+  // Set main.control_path, and for DGCreateData the options below, before the call. 0, or the code
+  // of the failure, which nobody has been told yet:
+  //   -1, -2, -3 loading; -4 a negative number of records; -5, -57 another settings file;
+  //   -6 no item has settings; -28 no settings file; -78, -104, -108, -109 repeats; -110 declined;
+  //   -7, -40 settings that no generator knows; -26, -27 writing; -76 the output limit;
+  //   -79 cancelled; and the codes of the enumeration check.
+  // A failed run leaves no data file, except that after -76 the lines before the limit stay.
+  std::int32_t run();
+
+  ClColMain main;
+  std::int32_t output_option = 0;
+  void* parent = nullptr;
+  std::uint64_t repeat_item_count = 0;
+
+ private:
+  std::int32_t generate();
+  std::int32_t prepare_items();
+  ItemGenerator& item_generator(const ClFmtColInf& column);
+  bool asks_about_repeats() const;
+  bool user_accepts_fewer_records() const;
+  std::int32_t write_data_file();
+  std::int32_t write_records(platform::File& file);
+
+  bool quotation_ = false;
+  bool repeat_in_use_ = false;
+  ClRepeatDataList repeats_;
+  std::unordered_map<const ClFmtColInf*, std::unique_ptr<ItemGenerator>> generators_;
+  SequentialAssembler assembler_;
+  GenerationLog log_;
+  bool data_file_begun_ = false;
+};
+
+}  // namespace korvex

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "format/col_inf.h"
+#include "generate/element_generator.h"
+#include "generate/enum_data_list.h"
+#include "generate/record_line.h"
+#include "generate/repeat_table.h"
+
+namespace korvex {
+
+// Where an item's values come from and whether it repeats.
+namespace assembly_mode {
+inline constexpr std::int32_t plain = 0;
+inline constexpr std::int32_t repeat_member = 1;
+inline constexpr std::int32_t enumeration = 2;  // added to the mode once the values are loaded
+inline constexpr std::int32_t enumeration_repeat_member = 3;
+}  // namespace assembly_mode
+
+// What a field needs to know of the run.
+struct RunState {
+  bool first_record = true;
+  bool repeats_finished = false;
+};
+
+// Writes one item's field record after record: its elements or enumeration values, quotation marks
+// and comma, and what happens when its values have passed their end.
+//
+// Keeps references to the item's settings, which must outlive it.
+class ItemGenerator {
+ public:
+  ItemGenerator(const ClFmtColInf& column, std::int32_t layout_kind, bool quotation);
+
+  // Appends the field. 0, or the code that fails the run.
+  std::int32_t append(RecordLine& line, const RunState& run);
+
+  // Makes the item a member of the repeat table. `next` is the entry of the next inner level, null
+  // for the innermost; both must outlive this object.
+  void join_repeat(const ClRepeatData* next);
+
+  void set_enumeration(std::unique_ptr<ClEnumDataList> values);
+
+  // Whether the item's values have passed their end since this was last cleared (repeat members).
+  bool wrapped() const { return wrapped_; }
+  void clear_wrapped();
+
+ private:
+  std::int32_t append_value(RecordLine& line, const RunState& run);
+  std::int32_t append_plain(RecordLine& line);
+  std::int32_t append_repeated(RecordLine& line, const RunState& run);
+  std::int32_t append_next_enumeration(RecordLine& line);
+  std::int32_t append_repeated_enumeration(RecordLine& line, const RunState& run);
+  void append_enumeration_value(RecordLine& line);
+  std::int32_t walk_elements(RecordLine& line, bool& ended);
+  void close_field(RecordLine& line);
+  void restart_elements();
+  void switch_off_elements();
+  bool outer_waits(const RunState& run) const;
+  bool repeats_from_start() const;
+
+  const FmtColRec& settings_;
+  const bool quoted_;
+  std::vector<std::unique_ptr<ElementGenerator>> elements_;
+  std::int32_t mode_ = assembly_mode::plain;
+
+  const ClRepeatData* next_entry_ = nullptr;
+  bool wrapped_ = false;
+  std::string saved_text_;
+
+  std::unique_ptr<ClEnumDataList> enumeration_;
+  std::int32_t enumeration_index_ = 0;
+};
+
+}  // namespace korvex

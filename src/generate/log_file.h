@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace korvex {
+
+// What a successful run tells the host.
+struct GenerationLog {
+  std::int32_t records = 0;
+  std::int32_t level = 0;
+  std::vector<std::int32_t> item_numbers;  // in the order in which a record holds them
+};
+
+// The work folder and the data file's base name with the extension ".log".
+std::string log_path(const std::string& work_folder, const std::string& data_path);
+
+// 0, -2 when the log cannot be created, -26 or -27 when it cannot be written; it is then deleted.
+std::int32_t write_log(const std::string& path, const GenerationLog& log);
+
+// The log of a run that found no settings: an older log goes, none stays. -28, or -2.
+std::int32_t clear_log(const std::string& path);
+
+}  // namespace korvex

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "format/records.h"
+
+namespace korvex {
+
+// The calendar and clock fields of a value, 16 bits each, whatever they hold.
+struct MomentFields {
+  std::uint16_t year = 0;
+  std::uint16_t month = 0;
+  std::uint16_t day = 0;
+  std::uint16_t hour = 0;
+  std::uint16_t minute = 0;
+  std::uint16_t second = 0;
+};
+
+MomentFields fields_of(const FmtValRec& value);
+
+// How a date, time or timestamp element is laid out in a target.
+class MomentLayout {
+ public:
+  MomentLayout(std::int32_t format_kind, std::int32_t width, std::int32_t layout_kind);
+
+  // As the target shows it, with its separators. Writes at most max_size bytes; answers how many.
+  std::size_t write_display(const MomentFields& fields, char* out) const;
+
+  // The digits by which values are compared: "YYYYMMDD", "YYMMDD", "HHMMSS" or
+  // "YYYYMMDD HHMMSS".
+  std::string plain_text(const MomentFields& fields) const;
+
+  // A number that orders as the plain texts do, once a short one has got its century; -1 for
+  // fields too large for their places, whose texts only can be compared.
+  std::int64_t order_key(const MomentFields& fields) const;
+
+  // The same key of a plain text, or -1.
+  std::int64_t order_key(std::string_view plain) const;
+
+  bool compares_with_century() const { return width_is_short_; }
+
+  static constexpr std::size_t max_size = 64;
+
+ private:
+  bool fits_places(const MomentFields& fields) const;
+  std::size_t print_display(const MomentFields& fields, char* out) const;
+
+  bool has_date_ = false;
+  bool has_time_ = false;
+  bool short_year_ = false;     // two digits of the year are written
+  bool year_is_short_ = false;  // the year itself has two digits
+  bool width_is_short_ = false;
+  char date_separator_ = 0;
+  char time_separator_ = 0;
+};
+
+// Tells whether a value lies outside start and end, by the text comparison that defines it or, for
+// regular texts, by its order keys.
+class MomentRange {
+ public:
+  MomentRange(const MomentLayout& layout, const FmtItemRec& element);
+
+  bool passed(const MomentFields& next, bool counts_up, bool counts_down) const;
+
+  // As above for a text that no fields stand behind.
+  bool passed(std::string_view next, bool counts_up, bool counts_down) const;
+
+  // Whether the fields lie behind the end when counting up, before it when counting down.
+  bool beyond_end(const MomentFields& next, bool counts_up) const;
+
+ private:
+  std::string comparable(std::string_view plain) const;
+
+  const MomentLayout& layout_;
+  std::string start_;
+  std::string end_;
+  std::int64_t start_key_ = -1;
+  std::int64_t end_key_ = -1;
+};
+
+}  // namespace korvex

@@ -1,0 +1,14 @@
+#include "generate/record_assembler.h"
+
+namespace korvex {
+
+std::int32_t SequentialAssembler::assemble(RecordLine& line) {
+  for (ItemGenerator* item : fields_) {
+    const std::int32_t result = item->append(line, run_);
+    if (result != 0) return result;
+  }
+  run_.first_record = false;
+  return 0;
+}
+
+}  // namespace korvex

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+
+#include "generate/record_line.h"
+#include "platform/file.h"
+
+namespace korvex {
+
+// The output option of DGCreateData that limits the output, asks about repeats and allows Cancel.
+inline constexpr std::int32_t guarded_output = 2;
+
+// With it, the line that would bring the file to this size is not written.
+inline constexpr std::uint32_t output_limit_bytes = 2'147'483'647;
+
+// Ends records and writes them.
+class RecordWriter {
+ public:
+  RecordWriter(platform::File& file, std::int32_t layout_kind, std::int32_t output_option);
+
+  // Ends the assembled record with a line feed, which takes the place of the last comma in the
+  // third layout kind, and writes it. 0, -76, -26 or -27.
+  std::int32_t write(RecordLine& line);
+
+ private:
+  platform::File& file_;
+  bool drops_last_comma_;
+  bool is_limited_;
+  std::uint64_t total_bytes_ = 0;
+};
+
+}  // namespace korvex
