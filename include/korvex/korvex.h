@@ -64,8 +64,9 @@ KORVEX_EXPORT int32_t DGReplaceData(const char* control_file_path, void* parent)
 /*
  * Tells whether the repeat settings of a control file in the long form can be read and evaluated.
  *
- * Returns 0 if so, else -1.
- * Not available in this build: it says so in a message and returns -1, with no file touched.
+ * Returns 0 if so, also when no item is repeated; -1 when the control file or the settings file
+ * cannot be read, when there are no settings, or when they do not fit the control file. In the last
+ * case a message says so and the settings file has been deleted; nothing else changes on disk.
  */
 KORVEX_EXPORT int32_t DGCheckRepeatCnt(const char* control_file_path);
 

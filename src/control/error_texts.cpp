@@ -217,15 +217,19 @@ std::string with_word(std::string_view message, std::string_view word) {
 
 std::span<const ErrorText> error_texts() { return texts; }
 
-void append_error_text(std::int32_t code, std::int32_t layout, std::string& text) {
+std::string error_message(std::int32_t code, std::int32_t layout) {
   const auto row = std::find_if(texts.begin(), texts.end(),
                                 [code](const ErrorText& entry) { return entry.code == code; });
+  return row == texts.end() ? std::string() : with_word(row->text, layout_word(code, layout));
+}
+
+void append_error_text(std::int32_t code, std::int32_t layout, std::string& text) {
   if (names_enumeration_line(code)) {
     text = enumeration_line_prefix;
   } else {
     text += std::to_string(error::message_number(code)) + ":";
   }
-  if (row != texts.end()) text += with_word(row->text, layout_word(code, layout));
+  text += error_message(code, layout);
 }
 
 std::string fill_number(std::string text, std::uint64_t number) {

@@ -22,6 +22,9 @@ std::span<const ErrorText> error_texts();
 // holds by "%d line of a enum file " and their message, without a number.
 void append_error_text(std::int32_t code, std::int32_t layout_kind, std::string& text);
 
+// The message alone, without its number or the enumeration prefix; empty for a code without one.
+std::string error_message(std::int32_t code, std::int32_t layout_kind);
+
 // Replaces the first "%ld" or "%d". Nothing from outside may have been appended before.
 std::string fill_number(std::string text, std::uint64_t number);
 

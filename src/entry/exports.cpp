@@ -6,6 +6,7 @@
 #include "entry/failure_report.h"
 #include "format/error_codes.h"
 #include "generate/generate_data_file.h"
+#include "generate/repeat_count.h"
 #include "korvex/korvex.h"
 #include "platform/user_interface.h"
 
@@ -43,7 +44,14 @@ int32_t DGCreateFormat(const char*, void*, int32_t) { return report_unavailable(
 
 int32_t DGReplaceData(const char*, void*) { return report_unavailable("DGReplaceData"); }
 
-int32_t DGCheckRepeatCnt(const char*) { return report_unavailable("DGCheckRepeatCnt"); }
+int32_t DGCheckRepeatCnt(const char* control_file_path) {
+  return guarded([&] {
+    ClRepeatCalcMain calculation;
+    calculation.main.control_path = path_of(control_file_path);
+    calculation.main.set_run_mode(run_mode::settings_only);
+    return calculation.run() == 1 ? 0 : cannot_run;
+  });
+}
 
 int32_t DGCreateData(const char* control_file_path, int32_t output_option, void* parent,
                      uint64_t repeat_item_count) {

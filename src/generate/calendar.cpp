@@ -38,9 +38,9 @@ std::int64_t day_number(const MomentFields& fields) {
 bool set_date(std::int64_t day, MomentFields& fields) {
   if (day < 0 || day > last_day) return false;
   const year_month_day date{sys_days(days(day))};
-  fields.year = static_cast<std::uint16_t>(static_cast<int>(date.year()));
-  fields.month = static_cast<std::uint16_t>(static_cast<unsigned>(date.month()));
-  fields.day = static_cast<std::uint16_t>(static_cast<unsigned>(date.day()));
+  fields.year = static_cast<int>(date.year());
+  fields.month = static_cast<int>(static_cast<unsigned>(date.month()));
+  fields.day = static_cast<int>(static_cast<unsigned>(date.day()));
   return true;
 }
 
@@ -53,9 +53,9 @@ std::int64_t second_number(const MomentFields& fields) {
 }
 
 void set_time(std::int64_t second_of_day, MomentFields& fields) {
-  fields.hour = static_cast<std::uint16_t>(second_of_day / 3600);
-  fields.minute = static_cast<std::uint16_t>(second_of_day / 60 % 60);
-  fields.second = static_cast<std::uint16_t>(second_of_day % 60);
+  fields.hour = static_cast<int>(second_of_day / 3600);
+  fields.minute = static_cast<int>(second_of_day / 60 % 60);
+  fields.second = static_cast<int>(second_of_day % 60);
 }
 
 bool set_moment(std::int64_t second, MomentFields& fields) {

@@ -51,7 +51,7 @@ bool DateGenerator::step() {
   // Within a month nothing but the day moves.
   if (day >= 1 && day <= 28 && fields_.month >= 1 && fields_.month <= 12 && fields_.year >= 1970 &&
       fields_.year < 2038) {
-    fields_.day = static_cast<std::uint16_t>(day);
+    fields_.day = static_cast<int>(day);
     return true;
   }
   return set_date(day_number(fields_) + change, fields_) || overflow();
@@ -61,7 +61,7 @@ bool DateGenerator::step() {
 // except for an end value that no check lets pass.
 bool DateGenerator::step_past_boundary(std::int64_t day) {
   MomentFields next = fields_;
-  next.day = static_cast<std::uint16_t>(day);
+  next.day = static_cast<int>(day);
   if (range_.beyond_end(next, counts_up())) return overflow();
   fields_ = next;
   return true;

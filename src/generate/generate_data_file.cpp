@@ -5,6 +5,8 @@
 #include "control/error_texts.h"
 #include "format/error_codes.h"
 #include "format/file_failure.h"
+#include "format/record_text.h"
+#include "generate/enumeration_check.h"
 #include "generate/progress.h"
 #include "generate/record_writer.h"
 #include "platform/user_interface.h"
@@ -39,11 +41,18 @@ std::int32_t ClGenerateDataFile::generate() {
 
   main.settings.set_run_mode(run_mode::generator);
   quotation_ = main.settings.quotation() == 1;
-  repeat_in_use_ = main.settings.current_level()->record.repeat_flag != 0;
-  result = prepare_items();
+  result = prepare_repeats();
+  if (result == 0) result = prepare_items();
   if (result != 0) return result;
   if (asks_about_repeats() && !user_accepts_fewer_records()) return error::repeat_exceeds_records;
   return write_data_file();
+}
+
+std::int32_t ClGenerateDataFile::prepare_repeats() {
+  if (main.settings.current_level()->record.repeat_flag == 0) return 0;
+  const std::int32_t result = repeats_.build(main);
+  repeat_in_use_ = !repeats_.is_empty();
+  return result;
 }
 
 std::int32_t ClGenerateDataFile::prepare_items() {
@@ -53,10 +62,36 @@ std::int32_t ClGenerateDataFile::prepare_items() {
       item->state = item_state::without_settings;
       continue;
     }
-    assembler_.add_field(item_generator(*column));
+    const std::int32_t result = prepare_item(*column);
+    if (result < 0) return result;
     log_.item_numbers.push_back(item->item_number);
   }
   return log_.item_numbers.empty() ? error::no_format_for_item : 0;
+}
+
+std::int32_t ClGenerateDataFile::prepare_item(const ClFmtColInf& column) {
+  ItemGenerator& generator = item_generator(column);
+  assembler_.add_field(generator);
+  if (column.record.generation_type == generation_type::enumeration) {
+    const std::int32_t result = prepare_enumeration(column, generator);
+    if (result < 0) return result;
+  }
+  if (repeat_in_use_ && column.record.repeat_flag != 0) {
+    ClRepeatData* entry = repeats_.find_level(column.record.repeat_level);
+    if (entry == nullptr) return error::repeat_entry_missing;
+    entry->item = &generator;
+    generator.join_repeat(repeats_.next_inner(*entry));
+  }
+  return 0;
+}
+
+std::int32_t ClGenerateDataFile::prepare_enumeration(const ClFmtColInf& column,
+                                                     ItemGenerator& generator) {
+  auto values = std::make_unique<ClEnumDataList>();
+  const std::string path(field_text(column.record.enumeration_path));
+  const std::int32_t count = load_enumeration(main, path, column.record, *values);
+  if (count > 0) generator.set_enumeration(std::move(values));
+  return count;
 }
 
 ItemGenerator& ClGenerateDataFile::item_generator(const ClFmtColInf& column) {
@@ -118,6 +153,9 @@ std::int32_t ClGenerateDataFile::write_records(platform::File& file) {
     if (result == 0) result = writer.write(line);
     if (result != 0) return result;
     ++done;
+    if (repeat_in_use_ && !assembler_.run().repeats_finished) {
+      assembler_.run().repeats_finished = repeats_.advance();
+    }
     if (progress->cancel_requested()) return error::cancelled;
     meter.update(done);
   }

@@ -35,6 +35,9 @@ class ClGenerateDataFile : public platform::Object {
  private:
   std::int32_t generate();
   std::int32_t prepare_items();
+  std::int32_t prepare_item(const ClFmtColInf& column);
+  std::int32_t prepare_enumeration(const ClFmtColInf& column, ItemGenerator& generator);
+  std::int32_t prepare_repeats();
   ItemGenerator& item_generator(const ClFmtColInf& column);
   bool asks_about_repeats() const;
   bool user_accepts_fewer_records() const;
@@ -43,7 +46,7 @@ class ClGenerateDataFile : public platform::Object {
 
   bool quotation_ = false;
   bool repeat_in_use_ = false;
-  ClRepeatDataList repeats_;
+  RepeatTable repeats_;
   std::unordered_map<const ClFmtColInf*, std::unique_ptr<ItemGenerator>> generators_;
   SequentialAssembler assembler_;
   GenerationLog log_;

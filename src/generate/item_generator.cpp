@@ -2,6 +2,7 @@
 
 #include "format/error_codes.h"
 #include "formatlang/attributes.h"
+#include "generate/repeat_table.h"
 
 namespace korvex {
 
@@ -28,7 +29,8 @@ ItemGenerator::ItemGenerator(const ClFmtColInf& column, std::int32_t layout_kind
 }
 
 void ItemGenerator::join_repeat(const ClRepeatData* next) {
-  mode_ = assembly_mode::repeat_member;
+  if (!is_repeat_member_) mode_ += assembly_mode::repeat_member;
+  is_repeat_member_ = true;
   next_entry_ = next;
 }
 

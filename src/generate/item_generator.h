@@ -9,9 +9,10 @@
 #include "generate/element_generator.h"
 #include "generate/enum_data_list.h"
 #include "generate/record_line.h"
-#include "generate/repeat_table.h"
 
 namespace korvex {
+
+class ClRepeatData;
 
 // Where an item's values come from and whether it repeats.
 namespace assembly_mode {
@@ -67,6 +68,7 @@ class ItemGenerator {
   std::vector<std::unique_ptr<ElementGenerator>> elements_;
   std::int32_t mode_ = assembly_mode::plain;
 
+  bool is_repeat_member_ = false;
   const ClRepeatData* next_entry_ = nullptr;
   bool wrapped_ = false;
   std::string saved_text_;

@@ -33,9 +33,9 @@ bool all_digits(std::string_view text) {
   return text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
-char* write_separated(char* out, char separator, std::uint32_t value) {
+char* write_separated(char* out, char separator, int value) {
   if (separator != 0) *out++ = separator;
-  write_pair(out, value);
+  write_pair(out, static_cast<std::uint32_t>(value));
   return out + 2;
 }
 
@@ -57,9 +57,9 @@ MomentLayout::MomentLayout(std::int32_t kind, std::int32_t width, std::int32_t l
 }
 
 bool MomentLayout::fits_places(const MomentFields& f) const {
-  const std::uint32_t most_year = year_is_short_ ? 99 : 9999;
-  return f.year <= most_year && f.month <= 99 && f.day <= 99 && f.hour <= 99 && f.minute <= 99 &&
-         f.second <= 99;
+  const auto fits = [](int value, unsigned most) { return static_cast<unsigned>(value) <= most; };
+  return fits(f.year, year_is_short_ ? 99 : 9999) && fits(f.month, 99) && fits(f.day, 99) &&
+         fits(f.hour, 99) && fits(f.minute, 99) && fits(f.second, 99);
 }
 
 std::size_t MomentLayout::write_display(const MomentFields& f, char* out) const {
@@ -67,16 +67,16 @@ std::size_t MomentLayout::write_display(const MomentFields& f, char* out) const 
   char* end = out;
   if (has_date_) {
     if (!short_year_) {
-      write_pair(end, f.year / 100u);
+      write_pair(end, static_cast<std::uint32_t>(f.year) / 100);
       end += 2;
     }
-    write_pair(end, f.year % 100u);
+    write_pair(end, static_cast<std::uint32_t>(f.year) % 100);
     end = write_separated(end + 2, date_separator_, f.month);
     end = write_separated(end, date_separator_, f.day);
     if (has_time_) *end++ = ' ';
   }
   if (has_time_) {
-    write_pair(end, f.hour);
+    write_pair(end, static_cast<std::uint32_t>(f.hour));
     end = write_separated(end + 2, time_separator_, f.minute);
     end = write_separated(end, time_separator_, f.second);
   }

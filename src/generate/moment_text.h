@@ -8,14 +8,15 @@
 
 namespace korvex {
 
-// The calendar and clock fields of a value, 16 bits each, whatever they hold.
+// The calendar and clock fields of a value, whatever they hold. A step across the calendar's first
+// day makes a day of 0 or less, which is compared as text before it is dropped.
 struct MomentFields {
-  std::uint16_t year = 0;
-  std::uint16_t month = 0;
-  std::uint16_t day = 0;
-  std::uint16_t hour = 0;
-  std::uint16_t minute = 0;
-  std::uint16_t second = 0;
+  int year = 0;
+  int month = 0;
+  int day = 0;
+  int hour = 0;
+  int minute = 0;
+  int second = 0;
 };
 
 MomentFields fields_of(const FmtValRec& value);

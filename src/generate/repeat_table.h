@@ -3,20 +3,52 @@
 #include <cstdint>
 #include <vector>
 
+#include "control/col_main.h"
+#include "platform/runtime_class.h"
+
 namespace korvex {
 
-// One repeated item in the table of nested counters, level order 1 outermost.
-struct ClRepeatData {
+class ItemGenerator;
+
+// One repeated item in the table of nested counters.
+class ClRepeatData : public platform::Object {
+ public:
   bool finished = false;  // completed its repetitions in the current cycle of the enclosing level
-  std::int32_t level_order = 0;
+  std::int32_t level_order = 0;  // 1 for the lowest level, the outermost
   std::int32_t repeat_level = 0;
   std::int32_t repeat_count = 0;
   std::int32_t repetitions_done = 0;
   std::int32_t item_number = 0;
   bool innermost = false;
+  ItemGenerator* item = nullptr;  // whose values the entry counts; owned by the run
 };
 
-// The entries in ascending level order. Entries keep their addresses once the table is built.
-using ClRepeatDataList = std::vector<ClRepeatData>;
+using ClRepeatDataList = platform::ObjectList<ClRepeatData>;
+
+// Whether no other item (of another number) of the control file repeats at the level: 0, or -104.
+std::int32_t check_repeat_level(const ClColMain& main, std::int32_t level,
+                                std::int32_t item_number);
+
+// The repeat table of a run: nested counters over the repeated items, which turn like an odometer
+// whose lowest digit is the highest level. Owns its entries.
+class RepeatTable {
+ public:
+  // Collects the repeated items of the control file. 0, -104 with the item in the message context,
+  // -108 no item has level 1, -109 more items than the limit, which `main` then holds.
+  std::int32_t build(ClColMain& main);
+
+  bool is_empty() const { return entries_.empty(); }
+
+  // Null when there is none. Entries keep their addresses.
+  ClRepeatData* find_level(std::int32_t repeat_level) const;
+  ClRepeatData* next_inner(const ClRepeatData& entry) const;
+
+  // Turns the counters after a record. True once the outermost level has completed all of its
+  // repetitions; it must not be called again then.
+  bool advance();
+
+ private:
+  ClRepeatDataList entries_;  // in ascending level order
+};
 
 }  // namespace korvex

@@ -38,7 +38,7 @@ bool TimestampGenerator::step() {
   if (second >= 0 && second <= 59 && fields_.year > 1970 && fields_.year < 2038 &&
       fields_.month >= 1 && fields_.month <= 12 && fields_.day >= 1 && fields_.day <= 28 &&
       fields_.hour <= 23 && fields_.minute <= 59) {
-    fields_.second = static_cast<std::uint16_t>(second);
+    fields_.second = static_cast<int>(second);
     return true;
   }
   const std::int64_t change = counts_up() ? seconds : -seconds;
@@ -47,7 +47,7 @@ bool TimestampGenerator::step() {
 
 // Behind 2038-01-19 03:14:07 the calendar ends.
 bool TimestampGenerator::step_past_last(std::int64_t second) {
-  fields_.second = static_cast<std::uint16_t>(second);
+  fields_.second = static_cast<int>(second);
   return range_.beyond_end(fields_, true) ? overflow() : true;
 }
 
@@ -55,7 +55,7 @@ bool TimestampGenerator::step_past_last(std::int64_t second) {
 bool TimestampGenerator::step_past_first() {
   fields_.hour = 8;
   fields_.minute = 59;
-  fields_.second = static_cast<std::uint16_t>(60 - step_size());
+  fields_.second = static_cast<int>(60 - step_size());
   return range_.beyond_end(fields_, false) ? overflow() : true;
 }
 

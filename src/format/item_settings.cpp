@@ -1,0 +1,124 @@
+#include "format/item_settings.h"
+
+#include "format/error_codes.h"
+
+namespace korvex {
+
+namespace {
+
+// The item has settings now; counts it when it had none before this run.
+void mark_set(ClColMain& main, ClDGCol& item) {
+  if (main.settings.edited().registered) {
+    item.state |= item_state::registered;
+  } else if ((item.state & item_state::registered) == 0) {
+    item.state |= item_state::newly_set;
+    ++main.settings_counter;
+  }
+  item.state &= static_cast<std::uint8_t>(~item_state::without_settings);
+}
+
+std::int32_t check_reference(const ClDGCol& source, const ClDGCol& target) {
+  if (source.attribute != target.attribute) return error::reference_attribute_differs;
+  if (source.signed_flag != target.signed_flag) return error::reference_sign_differs;
+  if (source.length > target.length || source.digits > target.digits ||
+      source.decimals > target.decimals) {
+    return error::reference_too_wide;
+  }
+  if (target.decimals != 0 && source.decimals == 0) return error::reference_without_decimals;
+  return 0;
+}
+
+}  // namespace
+
+std::string_view initial_value_text(std::int32_t layout) {
+  return layout == layout_kind::record_file ? "Init Value" : "Init Null";
+}
+
+std::int32_t set_initial_value(ClColMain& main, bool refuses_not_null) {
+  ClDGCol& item = *main.current_item();
+  if (item.null_allowed == 0) {
+    return refuses_not_null ? error::null_not_allowed : main.settings_counter;
+  }
+  const std::int32_t result = main.settings.set_initial_value(item.item_number, item.attributes());
+  if (result != 0) return result;
+  mark_set(main, item);
+  ItemDisplay& display = item.display();
+  display.generation_type = generation_type::initial_value;
+  display.generation_text = initial_value_text(main.layout_kind());
+  display.start.clear();
+  display.end.clear();
+  display.increment.clear();
+  display.exceeded_action = exceeded_action::initialize;
+  return 0;
+}
+
+std::int32_t store_format(ClColMain& main, const RangeTexts& texts, bool initializes,
+                          bool is_custom) {
+  ClDGCol& item = *main.current_item();
+  EditedSettings& edited = main.settings.edited();
+  edited.item_number = item.item_number;
+  edited.attribute = item.attribute;
+  edited.choices.exceeded_action =
+      initializes ? exceeded_action::initialize : exceeded_action::repeat;
+  edited.choices.custom_format = is_custom ? 1 : 0;
+  edited.texts = texts;
+  main.settings_counter = main.settings.check_and_store(item.item_number, item.attributes());
+  if (main.settings_counter != 0) return main.settings_counter;
+
+  mark_set(main, item);
+  ItemDisplay& display = item.display();
+  const bool has_values = edited.variable_count > 0;
+  display.generation_type = generation_type::range;
+  display.generation_text = edited.texts.format;
+  display.start = has_values ? edited.texts.start : "";
+  display.end = has_values ? edited.texts.end : "";
+  display.increment = has_values ? edited.texts.increment : "";
+  display.exceeded_action = edited.choices.exceeded_action;
+  display.custom_format = edited.choices.custom_format;
+  return main.settings_counter;
+}
+
+std::int32_t copy_settings(ClColMain& main, std::int32_t source_index) {
+  ClDGCol& target = *main.current_item();
+  ClDGCol& source = *main.items.at(static_cast<std::size_t>(source_index));
+  if (source.item_number == target.item_number) return error::same_reference_target;
+  if (source.display().generation_type == generation_type::initial_value) {
+    return set_initial_value(main, true);
+  }
+  std::int32_t result = check_reference(source, target);
+  if (result != 0) return result;
+  // A target without settings takes its own attribute, not the source's: a wider one would no
+  // longer fit its settings at the next opening.
+  result = main.settings.copy_settings(target.item_number, source.item_number, target.attributes());
+  if (result != 0) return result;
+
+  main.settings_counter = 0;
+  mark_set(main, target);
+  const ItemDisplay& from = source.display();
+  ItemDisplay& display = target.display();
+  display.generation_type = from.generation_type;
+  display.generation_text = from.generation_text;
+  display.start = from.start;
+  display.end = from.end;
+  display.increment = from.increment;
+  display.exceeded_action = from.exceeded_action;
+  display.enumeration_name = from.enumeration_name;
+  display.enumeration_path = from.enumeration_path;
+  return main.settings_counter;
+}
+
+std::int32_t delete_settings(ClColMain& main) {
+  ClDGCol& item = *main.current_item();
+  main.settings_counter = main.settings.delete_settings(item.item_number);
+  if (main.settings_counter != 0) return main.settings_counter;
+  item.state = item_state::without_settings;
+  ItemDisplay& display = item.display();
+  display.generation_text.clear();
+  display.start.clear();
+  display.end.clear();
+  display.increment.clear();
+  display.generation_type = generation_type::none;
+  return 0;
+}
+
+}  // namespace korvex

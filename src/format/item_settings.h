@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "control/col_main.h"
+#include "formatlang/default_settings.h"
+
+// Changes of the current item's settings, in memory: the settings file's records and the item's
+// display together. Nothing is written to disk. All operations answer 0 or more on success, or the
+// code of the failure, after which nothing has changed.
+namespace korvex {
+
+// What an item without generated values shows.
+std::string_view initial_value_text(std::int32_t layout_kind);
+
+// Sets the item to the initial value. An item that may not be NULL is refused (-65), or, unless
+// `refuses_not_null`, left as it is, and the answer is the settings counter.
+std::int32_t set_initial_value(ClColMain& main, bool refuses_not_null);
+
+// Validates and stores a range. 1 when the item got its first settings, 0 when it had some.
+std::int32_t store_format(ClColMain& main, const RangeTexts& texts, bool initializes,
+                          bool is_custom);
+
+// Takes over the settings of the item at `source_index`, which must be of the same kind and no
+// larger. 1 when the item got its first settings, 0 when it had some.
+std::int32_t copy_settings(ClColMain& main, std::int32_t source_index);
+
+// -36 when the item has none.
+std::int32_t delete_settings(ClColMain& main);
+
+}  // namespace korvex

@@ -1,0 +1,131 @@
+#include "format/reconcile.h"
+
+#include <algorithm>
+#include <string>
+
+#include "format/error_codes.h"
+#include "format/item_settings.h"
+#include "format/record_text.h"
+#include "platform/path.h"
+#include "platform/user_interface.h"
+
+namespace korvex {
+
+namespace {
+
+bool is_date_or_timestamp(std::int32_t code) {
+  return code == attribute::date || code == attribute::timestamp;
+}
+
+// Whether stored settings still fit the item. In a table, dates and timestamps stand for each
+// other.
+bool fits(const ClDGCol& item, const FmtColRec& stored, std::int32_t layout) {
+  if (layout == layout_kind::table && is_date_or_timestamp(item.attribute) &&
+      is_date_or_timestamp(stored.attribute)) {
+    return true;
+  }
+  const ItemAttributes kept = {stored.attribute, stored.signed_flag, stored.length, stored.digits,
+                               stored.decimals};
+  return item.attribute == stored.attribute &&
+         effective_digits(item.attributes()) == effective_digits(kept);
+}
+
+bool gets_null_by_default(const ClColMain& main, const ClDGCol& item) {
+  return main.layout_kind() != layout_kind::record_file && main.header().null_default == 1 &&
+         item.null_allowed == 1;
+}
+
+void show_initial_value(const ClColMain& main, ClDGCol& item) {
+  item.display().generation_type = generation_type::initial_value;
+  item.display().generation_text = initial_value_text(main.layout_kind());
+}
+
+// An item whose referenced item is gone is left without a value.
+std::int32_t show_reference(ClColMain& main, ClDGCol& item) {
+  ItemDisplay& display = item.display();
+  const auto source = std::find_if(main.items.begin(), main.items.end(), [&](const auto& other) {
+    return other->item_number == display.referenced_item;
+  });
+  if (source != main.items.end()) {
+    display.generation_text = (*source)->name;
+    return 0;
+  }
+  display.referenced_item = 0;
+  const std::int32_t result = main.settings.set_initial_value(item.item_number, item.attributes());
+  if (result == 0) show_initial_value(main, item);
+  return result;
+}
+
+std::int32_t show_settings(ClColMain& main, ClDGCol& item, const FmtColRec& stored) {
+  const EditedSettings& edited = main.settings.edited();
+  ItemDisplay& display = item.display();
+  item.state = edited.registered ? item_state::registered : 0;
+  display.generation_type = edited.generation_type;
+  display.referenced_item = edited.referenced_item;
+  display.exceeded_action = edited.choices.exceeded_action;
+  display.custom_format = edited.choices.custom_format;
+  display.repeat_flag = stored.repeat_flag;
+  display.repeat_level = stored.repeat_level;
+  display.repeat_count = stored.repeat_count;
+  display.enumeration_path = field_text(stored.enumeration_path);
+  display.enumeration_name = platform::base_name(display.enumeration_path);
+  switch (edited.generation_type) {
+    case generation_type::initial_value:
+      display.generation_text = initial_value_text(main.layout_kind());
+      return 0;
+    case generation_type::range:
+      display.generation_text = edited.texts.format;
+      display.start = edited.texts.start;
+      display.end = edited.texts.end;
+      display.increment = edited.texts.increment;
+      return 0;
+    case generation_type::enumeration:
+      display.generation_text = "Enumeration type";
+      return 0;
+    case generation_type::reference:
+      return show_reference(main, item);
+    default:
+      return 0;
+  }
+}
+
+std::int32_t reject_settings(ClColMain& main) {
+  main.settings.discard_settings();
+  main.settings.delete_file();
+  main.mismatch = true;
+  std::string text;
+  main.append_error_text(error::settings_mismatch, text);
+  platform::user_interface().show_message(platform::MessageKind::plain, text);
+  return 1;
+}
+
+}  // namespace
+
+std::int32_t reconcile(ClColMain& main) {
+  const ControlHeader& header = main.header();
+  main.settings_counter = main.settings.load(header.level, header.records, header.layout_kind);
+  if (main.settings_counter <= 0) return main.settings_counter;
+  main.settings.set_run_mode(main.run_mode());
+
+  std::int32_t with_settings = 0;
+  for (std::size_t i = 0; i < main.items.size(); ++i) {
+    ClDGCol& item = *main.select_item(static_cast<std::int32_t>(i));
+    const std::int32_t found = main.settings.read_item(item.item_number);
+    if (found < 0) return found;
+    std::int32_t result = 0;
+    if (found == 0) {
+      if (!gets_null_by_default(main, item)) continue;
+      result = main.settings.set_initial_value(item.item_number, item.attributes());
+      if (result == 0) show_initial_value(main, item);
+    } else {
+      const FmtColRec& stored = main.settings.find_column(item.item_number)->record;
+      if (!fits(item, stored, header.layout_kind)) return reject_settings(main);
+      result = show_settings(main, item, stored);
+    }
+    if (result != 0) return result;
+    ++with_settings;
+  }
+  return with_settings;
+}
+
+}  // namespace korvex

@@ -1,0 +1,148 @@
+#include "generate/enumeration_check.h"
+
+#include <new>
+
+#include "control/error_texts.h"
+#include "format/error_codes.h"
+#include "generate/enumeration_value.h"
+#include "generate/file_access.h"
+#include "generate/line_reader.h"
+#include "platform/file.h"
+
+namespace korvex {
+
+namespace {
+
+using platform::File;
+using platform::FileCause;
+
+// Reads the file's lines and hands each value with the result of its check to `take`, which answers
+// 0 to go on or the code to end with.
+template <typename Take>
+std::int32_t for_each_value(File& file, const FmtColRec& settings, std::int32_t& line,
+                            std::int32_t& value_count, Take take) {
+  const ItemAttributes item = {settings.attribute, settings.signed_flag, settings.length,
+                               settings.digits, settings.decimals};
+  LineReader reader(file);
+  std::string_view value;
+  for (;;) {
+    const LineReader::Status status = reader.next(value);
+    if (status == LineReader::Status::end) return 0;
+    if (status == LineReader::Status::failed) return error::enumeration_cannot_read;
+    ++line;
+    if (value.empty()) continue;
+    ++value_count;
+    const std::int32_t result = take(value, check_enumeration_value(item, value));
+    if (result != 0) return result;
+  }
+}
+
+std::int32_t check_access(ClColMain& main, const std::string& path) {
+  main.message_context = path + "\n";
+  std::int32_t result = check_file_exists(path);
+  if (result == 0) result = check_file_not_in_use(path);
+  if (result == 0) result = check_file_readable(path);
+  return result;
+}
+
+std::int32_t open_values(const std::string& path, File& file) {
+  const FileCause cause = file.open_for_reading(path, platform::Sharing::shared);
+  return cause == FileCause::none ? 0 : error::enumeration_cannot_open;
+}
+
+// The ".err" file of a load: one message a bad line.
+class BadLineReport {
+ public:
+  BadLineReport(const std::string& path, std::int32_t layout_kind)
+      : path_(path), layout_kind_(layout_kind) {}
+
+  bool open() { return file_.create(path_) == FileCause::none; }
+
+  bool add(std::int32_t code, std::int32_t line) {
+    has_lines_ = true;
+    std::string message;
+    if (code == error::enumeration_not_allowed) {
+      message = error_message(code, layout_kind_);
+    } else {
+      append_error_text(code, layout_kind_, message);
+      message = fill_number(message, static_cast<std::uint64_t>(line));
+    }
+    message += '\n';
+    return file_.write(message.data(), message.size()) == FileCause::none;
+  }
+
+  bool has_lines() const { return has_lines_; }
+
+  // Keeps the report if it says anything; false when it could not be written.
+  bool close() {
+    const bool written = file_.close() == FileCause::none;
+    if (!has_lines_) platform::remove_output(path_);
+    return written || !has_lines_;
+  }
+
+ private:
+  const std::string& path_;
+  std::int32_t layout_kind_;
+  File file_;
+  bool has_lines_ = false;
+};
+
+std::int32_t load_values(ClColMain& main, const std::string& path, const FmtColRec& settings,
+                         ClEnumDataList& values) {
+  std::int32_t result = check_access(main, path);
+  if (result != 0) return result;
+  File file;
+  result = open_values(path, file);
+  if (result != 0) return result;
+  main.error_file_path = path + ".err";
+  BadLineReport report(main.error_file_path, main.layout_kind());
+  if (!report.open()) return error::enumeration_report_cannot_open;
+
+  std::int32_t line = 0;
+  std::int32_t value_count = 0;
+  result = for_each_value(
+      file, settings, line, value_count,
+      [&](std::string_view value, std::int32_t failure) -> std::int32_t {
+        if (failure != 0) {
+          return report.add(failure, line) ? 0 : error::enumeration_report_cannot_write;
+        }
+        if (!report.has_lines()) values.append(value);
+        return 0;
+      });
+  if (result != 0) return result;
+  if (!report.close()) return error::enumeration_report_cannot_write;
+  if (report.has_lines()) return error::enumeration_bad_lines;
+  return value_count == 0 ? error::enumeration_empty : value_count;
+}
+
+}  // namespace
+
+std::int32_t check_enumeration(ClColMain& main, const std::string& path, const FmtColRec& settings,
+                               std::int32_t& line) {
+  line = 0;
+  try {
+    std::int32_t result = check_access(main, path);
+    if (result != 0) return result;
+    File file;
+    result = open_values(path, file);
+    if (result != 0) return result;
+    std::int32_t value_count = 0;
+    result = for_each_value(file, settings, line, value_count,
+                            [](std::string_view, std::int32_t failure) { return failure; });
+    if (result != 0) return result;
+    return value_count == 0 ? error::enumeration_empty : value_count;
+  } catch (const std::bad_alloc&) {
+    return error::out_of_memory;
+  }
+}
+
+std::int32_t load_enumeration(ClColMain& main, const std::string& path, const FmtColRec& settings,
+                              ClEnumDataList& values) {
+  try {
+    return load_values(main, path, settings, values);
+  } catch (const std::bad_alloc&) {
+    return error::out_of_memory;
+  }
+}
+
+}  // namespace korvex

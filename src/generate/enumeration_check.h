@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "control/col_main.h"
+#include "format/records.h"
+#include "generate/enum_data_list.h"
+
+namespace korvex {
+
+// Checks the enumeration file at `path` against the item's settings. Answers the number of values,
+// 1 or more, or a negative code; `line` receives the number of the last line read, from 1, empty
+// lines included. Sets the message context of `main`.
+//
+// The first bad line ends it with that line's code. -111, -114, -115 the file cannot be used, -121
+// it cannot be opened, -122 not read, -136 it has no value, -1 memory.
+std::int32_t check_enumeration(ClColMain& main, const std::string& path, const FmtColRec& settings,
+                               std::int32_t& line);
+
+// The same for a run that is about to use the values: they are appended to `values`, and every bad
+// line is reported in the file `path` with ".err" behind it, whose path `main` receives. -135 when
+// a line was bad; the report then stays, otherwise it is removed. Also -123 and -124 when the
+// report cannot be opened or written. After a failure `values` is not to be used.
+std::int32_t load_enumeration(ClColMain& main, const std::string& path, const FmtColRec& settings,
+                              ClEnumDataList& values);
+
+}  // namespace korvex

@@ -1,0 +1,149 @@
+#include "generate/repeat_count.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
+
+#include "format/error_codes.h"
+#include "format/reconcile.h"
+#include "format/record_text.h"
+#include "generate/enumeration_check.h"
+#include "platform/user_interface.h"
+
+namespace korvex {
+
+namespace {
+
+const platform::RuntimeClass<ClRepeatCalcMain> registration("ClRepeatCalcMain");
+
+// Products beyond 64 bits read as too large; they are held at this bound and never wrap.
+__extension__ using Wide = __int128;
+constexpr Wide wide_limit = Wide{1} << 90;
+
+Wide multiply(Wide a, Wide b) {
+  Wide product = 0;
+  if (__builtin_mul_overflow(a, b, &product))
+    product = (a < 0) == (b < 0) ? wide_limit : -wide_limit;
+  return std::clamp(product, -wide_limit, wide_limit);
+}
+
+bool is_date_or_time(std::int32_t kind) {
+  return kind == format_kind::date || kind == format_kind::date_unchecked ||
+         kind == format_kind::time || kind == format_kind::timestamp;
+}
+
+// How many values lie between start and end of the lead element, both included.
+std::int64_t value_span(const FmtItemRec& lead) {
+  if (lead.kind == format_kind::fixed) return 1;
+  if (is_date_or_time(lead.kind)) return std::int64_t{lead.span_low} + 1;
+  return lead.span_high * half_base + lead.span_low + 1;
+}
+
+std::int64_t range_count(const ClFmtColInf& column) {
+  const std::int64_t lead = column.record.lead_element;
+  if (lead < 1 || lead > static_cast<std::int64_t>(column.elements.size())) return 1;
+  const std::int64_t span = value_span(column.elements[static_cast<std::size_t>(lead - 1)]->record);
+  const FmtValRec& increment = column.record.increment;
+  const std::int64_t step = std::abs(increment.high * half_base + increment.low);
+  if (step == 0) return 1;
+  return span / step + (span % step != 0 ? 1 : 0);
+}
+
+std::int64_t value_count(ClColMain& main, const ClFmtColInf& column) {
+  const FmtColRec& settings = column.record;
+  switch (settings.generation_type) {
+    case generation_type::initial_value:
+      return 1;
+    case generation_type::enumeration: {
+      std::int32_t line = 0;
+      const std::string path(field_text(settings.enumeration_path));
+      return std::max(check_enumeration(main, path, settings, line), 0);
+    }
+    default:
+      return range_count(column);
+  }
+}
+
+// What the first pass finds: the widths and numbers of the items that take part.
+struct ItemTotals {
+  Wide width = 0;
+  std::int64_t with_settings = 0;
+  std::int64_t repeated = 0;
+};
+
+ItemTotals total_items(ClColMain& main) {
+  ItemTotals totals;
+  for (const auto& item : main.items) {
+    if (item->display().generation_type == generation_type::none) {
+      item->state = item_state::without_settings;
+      continue;
+    }
+    const ClFmtColInf* column = main.settings.find_column(item->item_number);
+    if (column == nullptr) continue;
+    ++totals.with_settings;
+    if (column->record.repeat_flag != 0) ++totals.repeated;
+    totals.width += column->record.length != 0 ? column->record.length : column->record.digits;
+  }
+  return totals;
+}
+
+// The wait cursor while a count runs.
+class WaitCursor {
+ public:
+  WaitCursor() { platform::user_interface().show_wait_cursor(true); }
+  ~WaitCursor() { platform::user_interface().show_wait_cursor(false); }
+  WaitCursor(const WaitCursor&) = delete;
+  WaitCursor& operator=(const WaitCursor&) = delete;
+};
+
+}  // namespace
+
+std::int32_t count_data_items(ClColMain& main, bool repeats_only, RepeatCount& count) {
+  count = {};
+  const ItemTotals totals = total_items(main);
+  if (totals.with_settings == 0 || (repeats_only && totals.repeated == 0)) {
+    return error::no_format_for_item;
+  }
+
+  const Wide size_limit = main.limits().file_size_max;
+  Wide longest = 0;  // of the plain items
+  Wide repeats = 1;  // product of the repeated ones
+  std::int64_t handled = 0;
+  for (const auto& item : main.items) {
+    if (handled >= totals.with_settings) break;
+    if (item->state == item_state::without_settings) continue;
+    if (const ClFmtColInf* column = main.settings.find_column(item->item_number)) {
+      const std::int64_t values = value_count(main, *column);
+      if (column->record.repeat_flag != 0) {
+        repeats = multiply(repeats, Wide{column->record.repeat_count} * values);
+      } else {
+        longest = std::max<Wide>(longest, values);
+      }
+    }
+    ++handled;
+    const bool grows = repeats_only ? longest < repeats : true;
+    const Wide records = repeats_only ? repeats : std::max(longest, repeats);
+    if (grows && multiply(records, totals.width) > size_limit) break;
+  }
+
+  const Wide records = repeats_only && repeats > 1 ? repeats : std::max(longest, repeats);
+  const Wide bytes = multiply(records, totals.width);
+  constexpr Wide most = std::numeric_limits<std::uint64_t>::max();
+  count.data_items = static_cast<std::uint64_t>(std::min(records, most));
+  count.predicted_bytes = bytes > size_limit ? too_large : static_cast<std::uint64_t>(bytes);
+  return 0;
+}
+
+std::int32_t ClRepeatCalcMain::run() {
+  const WaitCursor cursor;
+  data_items = 0;
+  if (main.load() != 0) return 0;
+  main.mismatch = false;
+  if (reconcile(main) <= 0 || main.mismatch) return 0;
+  RepeatCount count;
+  count_data_items(main, true, count);
+  if (count.predicted_bytes != too_large) data_items = count.data_items;
+  return 1;
+}
+
+}  // namespace korvex

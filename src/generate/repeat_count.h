@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+
+#include "control/col_main.h"
+#include "platform/runtime_class.h"
+
+namespace korvex {
+
+// What the settings will produce, as far as it can be said beforehand.
+struct RepeatCount {
+  std::uint64_t data_items = 0;
+  std::uint64_t predicted_bytes = 0;  // too_large when it passes the file size limit
+};
+
+inline constexpr std::uint64_t too_large = ~std::uint64_t{0};
+
+// Computes how many records the settings give and how large the file will be, for a control file
+// that is loaded and reconciled. `repeats_only` counts the repeated items alone. 0, or -6 when no
+// item has settings, or none is repeated where only these count.
+std::int32_t count_data_items(ClColMain& main, bool repeats_only, RepeatCount& count);
+
+// The count for a host that only wants to know whether the repeat settings can be evaluated.
+class ClRepeatCalcMain : public platform::Object {
+ public:
+  // Set main.control_path before. 1 when the count was computed, else 0.
+  std::int32_t run();
+
+  ClColMain main;
+  std::uint64_t data_items = 0;
+};
+
+}  // namespace korvex
