@@ -24,8 +24,8 @@ bool fits_field(const char (&)[Size], std::string_view text) {
 template <std::size_t Size>
 void store_field(char (&field)[Size], std::string_view text) {
   const std::size_t count = std::min(text.size(), Size - 1);
-  std::memcpy(field, text.data(), count);
-  std::memset(field + count, 0, Size - count);
+  std::copy_n(text.data(), count, field);
+  std::fill(field + count, field + Size, '\0');
 }
 
 }  // namespace korvex

@@ -1,6 +1,7 @@
 #include "generate/character_generator.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 #include "format/record_text.h"
@@ -13,15 +14,55 @@ namespace {
 
 constexpr int letter_count = 26;
 
+// "AA" to "ZZ" and "aa" to "zz".
+constexpr auto letter_pairs(char base) {
+  std::array<char, 2 * letter_count* letter_count> pairs = {};
+  for (std::size_t i = 0; i < pairs.size() / 2; ++i) {
+    pairs[2 * i] = static_cast<char>(base + static_cast<int>(i / letter_count));
+    pairs[2 * i + 1] = static_cast<char>(base + static_cast<int>(i % letter_count));
+  }
+  return pairs;
+}
+
+constexpr auto upper_pairs = letter_pairs('A');
+constexpr auto lower_pairs = letter_pairs('a');
+
+// The bytes of every full-width character in counting order.
+const char* full_width_pairs() {
+  static const auto pairs = [] {
+    std::array<char, 2 * full_width_count> bytes = {};
+    for (std::int32_t i = 0; i < full_width_count; ++i) {
+      bytes[2 * static_cast<std::size_t>(i)] = static_cast<char>(full_width_code(i) >> 8);
+      bytes[2 * static_cast<std::size_t>(i) + 1] = static_cast<char>(full_width_code(i) & 0xFF);
+    }
+    return bytes;
+  }();
+  return pairs.data();
+}
+
 }  // namespace
 
 CharacterGenerator::CharacterGenerator(const ItemContext& context, const ClFmtItemInf& element)
     : ElementGenerator(context, element),
       change_(counts_up() ? std::int64_t{context.increment.low}
                           : -std::int64_t{context.increment.low}) {
-  if (settings_.kind == format_kind::upper_letters) base_letter_ = 'A';
-  if (settings_.kind == format_kind::lower_letters) base_letter_ = 'a';
+  switch (settings_.kind) {
+    case format_kind::upper_letters:
+      base_letter_ = 'A';
+      wheel_ = upper_pairs.data();
+      wheel_size_ = letter_count * letter_count;
+      break;
+    case format_kind::lower_letters:
+      base_letter_ = 'a';
+      wheel_ = lower_pairs.data();
+      wheel_size_ = letter_count * letter_count;
+      break;
+    default:
+      wheel_ = full_width_pairs();
+      wheel_size_ = full_width_count;
+  }
   load(settings_.current);
+  plan_run();
 }
 
 void CharacterGenerator::load(const FmtValRec& value) {
@@ -29,58 +70,71 @@ void CharacterGenerator::load(const FmtValRec& value) {
   const std::string_view low_text = field_text(value.low_text);
   low_size_ = low_text.size();
   std::memcpy(low_text_, low_text.data(), low_size_);
-  const auto last_place = static_cast<std::int32_t>(element_text_size - value_text_size);
+  constexpr auto last_place = static_cast<std::int32_t>(element_text_size - value_text_size);
   position_ = static_cast<std::size_t>(std::clamp(value.position, 0, last_place));
-  const std::string_view counting(low_text_, low_size_);
-  text_matches_ = base_letter_ != 0 && low_size_ > 0 && length_ == position_ + low_size_ &&
-                  std::string_view(text_ + position_, low_size_) == counting &&
-                  letters_to_ordinal(base_letter_, counting) == ordinal_ &&
-                  std::all_of(counting.begin(), counting.end(), [this](char letter) {
-                    return letter >= base_letter_ && letter < base_letter_ + letter_count;
-                  });
 }
 
 void CharacterGenerator::restart() {
+  end_run();
   set_text(field_text(settings_.start_text));
   load(settings_.start);
+  plan_run();
 }
 
-StepOutcome CharacterGenerator::produce(RecordLine& line, ItemPass&) {
-  line.append_block(text_, length_);
-  if (!step_last_letter(change_)) step_ordinal(change_);
-  if (!passed_end()) return StepOutcome::going;
-  if (is_lead_) return StepOutcome::ended;
-  restart();
+std::int32_t CharacterGenerator::ordinal_of_text() const {
+  const std::string_view counting(text_ + position_, low_size_);
+  return base_letter_ != 0 ? letters_to_ordinal(base_letter_, counting)
+                           : full_width_to_ordinal(counting);
+}
+
+// A run needs a text that ends in the counting part and spells the ordinal.
+void CharacterGenerator::plan_run() {
+  if (low_size_ < tail_size || length_ != position_ + low_size_ || ordinal_ < 0) return;
+  if (std::memcmp(text_ + position_, low_text_, low_size_) != 0) return;
+  const std::int64_t place = ordinal_ % wheel_size_;
+  if (std::memcmp(text_ + length_ - tail_size, wheel_ + tail_size * static_cast<std::size_t>(place),
+                  tail_size) != 0 ||
+      ordinal_of_text() != ordinal_) {
+    return;
+  }
+  const std::int64_t to_end = std::int64_t{settings_.end.low} - ordinal_;
+  if (change_ > 0) {
+    const std::int64_t steps = counts_up() ? to_end / change_ : 0;
+    begin_run(wheel_, place, change_, std::min((wheel_size_ - 1 - place) / change_, steps));
+  } else if (change_ < 0) {
+    const std::int64_t steps = counts_down() ? to_end / change_ : 0;
+    begin_run(wheel_, place, change_, std::min(place / -change_, steps));
+  }
+}
+
+StepOutcome CharacterGenerator::step(ItemPass&) {
+  const std::int64_t taken = end_run();
+  if (taken > 0) {
+    ordinal_ += static_cast<std::int32_t>(taken * change_);
+    std::memcpy(low_text_, text_ + position_, low_size_);
+  }
+  ordinal_ = static_cast<std::int32_t>(ordinal_ + change_);
+  write_ordinal();
+  if (passed_end()) {
+    if (is_lead_) return StepOutcome::ended;
+    restart();
+    return StepOutcome::going;
+  }
+  plan_run();
   return StepOutcome::going;
 }
 
-bool CharacterGenerator::step_last_letter(std::int64_t change) {
-  if (!text_matches_) return false;
-  char& last = text_[length_ - 1];
-  const std::int64_t next = last + change;
-  if (next < base_letter_ || next >= base_letter_ + letter_count) return false;
-  last = static_cast<char>(next);
-  low_text_[low_size_ - 1] = last;
-  ordinal_ += static_cast<std::int32_t>(change);
-  return true;
-}
-
-void CharacterGenerator::step_ordinal(std::int64_t change) {
-  const std::int64_t next = ordinal_ + change;
-  ordinal_ = static_cast<std::int32_t>(next);
+// The counting part takes the place of the rest of the text; a place behind its end changes
+// nothing.
+void CharacterGenerator::write_ordinal() {
   if (base_letter_ != 0) {
     ordinal_to_letters(base_letter_, ordinal_, low_text_, low_size_);
   } else {
     ordinal_to_full_width(ordinal_, low_text_, low_size_);
   }
-  // The counting part replaces the rest of the text; a place behind its end changes nothing.
-  if (position_ <= length_) {
-    std::memcpy(text_ + position_, low_text_, low_size_);
-    length_ = position_ + low_size_;
-  }
-  text_matches_ = base_letter_ != 0 && low_size_ > 0 && length_ == position_ + low_size_ &&
-                  next == ordinal_ &&
-                  letters_to_ordinal(base_letter_, {low_text_, low_size_}) == ordinal_;
+  if (position_ > length_) return;
+  std::memcpy(text_ + position_, low_text_, low_size_);
+  length_ = position_ + low_size_;
 }
 
 bool CharacterGenerator::passed_end() const {

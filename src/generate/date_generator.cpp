@@ -1,60 +1,104 @@
 #include "generate/date_generator.h"
 
+#include <algorithm>
+#include <cstdlib>
+
 #include "format/record_text.h"
 #include "generate/calendar.h"
+#include "generate/digit_pairs.h"
 
 namespace korvex {
+
+namespace {
+
+constexpr int longest_month = 31;
+constexpr int months_in_year = 12;
+
+}  // namespace
 
 MomentGenerator::MomentGenerator(const ItemContext& context, const ClFmtItemInf& element)
     : ElementGenerator(context, element),
       fields_(fields_of(element.record.current)),
       layout_(element.record.kind, element.record.width, context.layout_kind),
       range_(layout_, element.record),
-      step_size_(context.increment.low) {}
+      change_(counts_up() ? std::int64_t{context.increment.low}
+                          : -std::int64_t{context.increment.low}),
+      heeds_overflow_(element.record.kind == format_kind::date ||
+                      element.record.kind == format_kind::timestamp),
+      watches_others_(heeds_overflow_ && is_lead_ && context.follows_calendar) {
+  // Runs begin behind the first step, when the whole object is there to be asked.
+  if (!is_off()) show();
+}
 
-StepOutcome MomentGenerator::produce(RecordLine& line, ItemPass& pass) {
-  length_ = layout_.write_display(fields_, text_);
-  line.append_block(text_, length_);
-  if (!step()) pass.date_overflow = true;
-  if (!is_lead_) return StepOutcome::going;
-  if (heeds_overflow() && pass.date_overflow) return StepOutcome::cut;
-  const bool passed =
-      restarted_ ? range_.passed(field_text(settings_.start_text), counts_up(), counts_down())
-                 : range_.passed(fields_, counts_up(), counts_down());
+StepOutcome MomentGenerator::step(ItemPass& pass) {
+  last_field() += static_cast<int>(end_run() * change_);
+  if (change_fields()) {
+    show();
+  } else {
+    pass.date_overflow = true;
+  }
+  if (is_lead_) {
+    if (heeds_overflow_ && pass.date_overflow) return StepOutcome::cut;
+    if (passed_end()) return StepOutcome::ended;
+  }
+  plan_run();
+  return StepOutcome::going;
+}
+
+bool MomentGenerator::passed_end() {
+  if (!restarted_) return range_.passed(key_, fields_, counts_up(), counts_down());
   restarted_ = false;
-  return passed ? StepOutcome::ended : StepOutcome::going;
+  return range_.passed(field_text(settings_.start_text), counts_up(), counts_down());
 }
 
 void MomentGenerator::restart() {
-  set_text(field_text(settings_.start_text));
-  fields_ = fields_of(settings_.start);
+  end_run();
   restarted_ = false;
+  fields_ = fields_of(settings_.start);
+  if (field_text(settings_.start_text).empty()) {
+    switch_off();
+    return;
+  }
+  show();
+  plan_run();
 }
 
 bool MomentGenerator::overflow() {
   restart();
+  end_run();
   restarted_ = true;
   return false;
 }
 
-bool DateGenerator::step() {
-  const std::int64_t days = step_size();
-  if (counts_up()) {
-    if (fields_.year == 2038 && fields_.month == 1 && fields_.day + days > 19) {
-      return step_past_boundary(fields_.day + days);
-    }
-  } else if (fields_.year == 1970 && fields_.month == 1 && fields_.day - days <= 0) {
-    return step_past_boundary(fields_.day - days);
-  }
-  const std::int64_t change = counts_up() ? days : -days;
-  const std::int64_t day = fields_.day + change;
-  // Within a month nothing but the day moves.
-  if (day >= 1 && day <= 28 && fields_.month >= 1 && fields_.month <= 12 && fields_.year >= 1970 &&
-      fields_.year < 2038) {
-    fields_.day = static_cast<int>(day);
-    return true;
-  }
-  return set_date(day_number(fields_) + change, fields_) || overflow();
+void MomentGenerator::show() {
+  length_ = layout_.write_display(fields_, text_);
+  key_ = layout_.order_key(fields_);
+}
+
+void MomentGenerator::plan_run() {
+  if (watches_others_) return;
+  const RunLimits limits = run_limits();
+  const int value = last_field();
+  if (is_off() || key_ < 0 || change_ == 0 || value < limits.first || value > limits.last) return;
+  const std::int64_t in_field =
+      change_ > 0 ? (limits.last - value) / change_ : (limits.first - value) / change_;
+  const std::int64_t to_end =
+      is_lead_ ? range_.distance_to_end(key_, counts_up(), counts_down()) : MomentRange::no_end;
+  begin_run(digit_pairs.data(), value, change_, std::min(in_field, to_end / std::abs(change_)));
+}
+
+bool DateGenerator::change_fields() {
+  const std::int64_t day = fields_.day + change();
+  const bool at_last = counts_up() && fields_.year == 2038 && fields_.month == 1;
+  const bool at_first = !counts_up() && fields_.year == 1970 && fields_.month == 1;
+  if ((at_last && day > 19) || (at_first && day <= 0)) return step_past_boundary(day);
+  return set_date(day_number(fields_) + change(), fields_) || overflow();
+}
+
+MomentGenerator::RunLimits DateGenerator::run_limits() const {
+  const bool inside_calendar = fields_.year >= 1970 && fields_.year < 2038 && fields_.month >= 1 &&
+                               fields_.month <= months_in_year;
+  return inside_calendar ? RunLimits{1, days_in_month(fields_.year, fields_.month)} : RunLimits{};
 }
 
 // The calendar's ends: 2038-01-19 and 1970-01-01. A next day beyond them restarts the element,
@@ -67,28 +111,24 @@ bool DateGenerator::step_past_boundary(std::int64_t day) {
   return true;
 }
 
-bool UncheckedDateGenerator::step() {
-  const int days = static_cast<std::int16_t>(step_size());
-  int day = fields_.day;
+MomentGenerator::RunLimits UncheckedDateGenerator::run_limits() const { return {1, longest_month}; }
+
+bool UncheckedDateGenerator::change_fields() {
+  // The step is a 16-bit number here.
+  int day = fields_.day + static_cast<std::int16_t>(change());
   int month = fields_.month;
   int year = fields_.year;
-  if (counts_up()) {
-    day += days;
-    if (day > 31) {
-      day -= 31;
-      if (++month > 12) {
-        month = 1;
-        if (++year > settings_.end.year) year = settings_.start.year;
-      }
+  if (counts_up() && day > longest_month) {
+    day -= longest_month;
+    if (++month > months_in_year) {
+      month = 1;
+      if (++year > settings_.end.year) year = settings_.start.year;
     }
-  } else {
-    day -= days;
-    if (day < 1) {
-      day += 31;
-      if (--month < 1) {
-        month = 12;
-        if (--year < settings_.end.year) year = settings_.start.year;
-      }
+  } else if (!counts_up() && day < 1) {
+    day += longest_month;
+    if (--month < 1) {
+      month = months_in_year;
+      if (--year < settings_.end.year) year = settings_.start.year;
     }
   }
   fields_.day = static_cast<std::uint16_t>(day);

@@ -8,7 +8,8 @@
 namespace korvex {
 
 // What dates, times and timestamps have in common: the value in its fields, shown in the target's
-// layout, and an end test on the plain text of the next value.
+// layout, and an end test on the plain text of the next value. Runs turn the last field, the day or
+// the second.
 //
 // Times are computed on the proleptic Gregorian calendar without a time zone, so that the same
 // settings give the same bytes everywhere.
@@ -16,27 +17,41 @@ class MomentGenerator : public ElementGenerator {
  public:
   MomentGenerator(const ItemContext& context, const ClFmtItemInf& element);
 
-  StepOutcome produce(RecordLine& line, ItemPass& pass) final;
   void restart() override;
 
  protected:
   // Takes the next value into fields_. False when the calendar ended and the element restarted.
-  virtual bool step() = 0;
+  virtual bool change_fields() = 0;
 
-  // Whether the item's overflow flag ends the cycle of this kind of lead element.
-  virtual bool heeds_overflow() const { return false; }
+  // The values that the last field may take in a run while the others stand; none when steps need
+  // a closer look.
+  struct RunLimits {
+    int first = 1;
+    int last = 0;
+  };
+  virtual RunLimits run_limits() const = 0;
 
-  // Restarts for a step across the calendar's ends; always false, as step() answers then.
+  // Restarts for a step across the calendar's ends; always false, as change_fields() answers then.
   bool overflow();
 
-  std::int64_t step_size() const { return step_size_; }
+  // The step with its direction, in days or seconds.
+  std::int64_t change() const { return change_; }
 
   MomentFields fields_;
   const MomentLayout layout_;
   const MomentRange range_;
 
  private:
-  std::int64_t step_size_;
+  StepOutcome step(ItemPass& pass) final;
+  void show();
+  void plan_run();
+  int& last_field() { return layout_.has_time() ? fields_.second : fields_.day; }
+  bool passed_end();
+
+  const std::int64_t change_;
+  const bool heeds_overflow_;  // the item's overflow flag ends the cycle of this lead element
+  const bool watches_others_;  // the flag may have been raised by an element before this one
+  std::int64_t key_ = -1;
   bool restarted_ = false;
 };
 
@@ -46,8 +61,8 @@ class DateGenerator : public MomentGenerator {
   using MomentGenerator::MomentGenerator;
 
  private:
-  bool step() override;
-  bool heeds_overflow() const override { return true; }
+  bool change_fields() override;
+  RunLimits run_limits() const override;
   bool step_past_boundary(std::int64_t day);
 };
 
@@ -57,7 +72,8 @@ class UncheckedDateGenerator : public MomentGenerator {
   using MomentGenerator::MomentGenerator;
 
  private:
-  bool step() override;
+  bool change_fields() override;
+  RunLimits run_limits() const override;
 };
 
 }  // namespace korvex

@@ -18,12 +18,10 @@ class FixedGenerator : public ElementGenerator {
  public:
   using ElementGenerator::ElementGenerator;
 
-  StepOutcome produce(RecordLine& line, ItemPass&) override {
-    line.append_block(text_, length_);
-    return StepOutcome::going;
-  }
-
   void restart() override { set_text(field_text(settings_.text)); }
+
+ private:
+  StepOutcome step(ItemPass&) override { return StepOutcome::going; }
 };
 
 // A kind, or a way of counting, that no generator knows: it fails the run when its turn comes.
@@ -32,10 +30,11 @@ class UnknownGenerator : public ElementGenerator {
   UnknownGenerator(const ItemContext& context, const ClFmtItemInf& element, StepOutcome failure)
       : ElementGenerator(context, element), failure_(failure) {}
 
-  StepOutcome produce(RecordLine&, ItemPass&) override { return failure_; }
   void restart() override { set_text(field_text(settings_.start_text)); }
 
  private:
+  StepOutcome step(ItemPass&) override { return failure_; }
+
   StepOutcome failure_;
 };
 
@@ -78,6 +77,20 @@ ElementGenerator::ElementGenerator(const ItemContext& context, const ClFmtItemIn
 void ElementGenerator::set_text(std::string_view text) {
   length_ = std::min(text.size(), sizeof text_);
   std::memcpy(text_, text.data(), length_);
+}
+
+void ElementGenerator::begin_run(const char* wheel, std::int64_t index, std::int64_t change,
+                                 std::int64_t steps) {
+  run_left_ = run_size_ = std::max<std::int64_t>(steps, 0);
+  wheel_place_ = wheel + static_cast<std::ptrdiff_t>(tail_size) * index;
+  wheel_step_ = static_cast<std::ptrdiff_t>(tail_size) * change;
+  tail_ = text_ + length_ - tail_size;
+}
+
+std::int64_t ElementGenerator::end_run() {
+  const std::int64_t taken = run_size_ - run_left_;
+  run_size_ = run_left_ = 0;
+  return taken;
 }
 
 std::unique_ptr<ElementGenerator> make_element_generator(const ItemContext& context,

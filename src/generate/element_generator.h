@@ -1,12 +1,13 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string_view>
 
 #include "format/item_inf.h"
 #include "format/records.h"
-#include "generate/record_line.h"
+#include "generate/line_block.h"
 
 namespace korvex {
 
@@ -17,6 +18,8 @@ struct ItemContext {
   std::int32_t item_digits = 0;
   std::int32_t item_decimals = 0;
   FmtValRec increment = {};
+  // An element before this one may raise the item's overflow flag.
+  bool follows_calendar = false;
 };
 
 // What became of an element after it wrote its text and took its step.
@@ -39,6 +42,11 @@ struct ItemPass {
 // takes the next value and makes its text ready. Settings from outside may hold anything; whatever
 // they hold, no generator reads or writes outside its buffers or runs forever.
 //
+// Most steps change nothing but the last two characters: digits of a number, the last letters, the
+// day of a month. Such steps come in runs. A generator announces a run, the wheel that the
+// characters are taken from, and how many steps it lasts; these steps need no call. Whatever else
+// can happen at a step (a carry, the end value, a restart) ends the run before it.
+//
 // Keeps a reference to the element's settings, which must outlive it.
 class ElementGenerator {
  public:
@@ -47,19 +55,48 @@ class ElementGenerator {
   ElementGenerator(const ElementGenerator&) = delete;
   ElementGenerator& operator=(const ElementGenerator&) = delete;
 
+  static constexpr std::size_t max_text_size = 2 * element_text_size;
+
   // An element without a text writes nothing and takes no step.
   bool is_off() const { return length_ == 0; }
   void switch_off() { length_ = 0; }
 
-  // Appends the text and steps. The line must have room for max_text_size bytes.
-  virtual StepOutcome produce(RecordLine& line, ItemPass& pass) = 0;
+  // Writes the text at `out`, where there must be room for max_text_size bytes; answers its end.
+  char* write(char* out) const {
+    if (length_ <= LineBlock::chunk_size) {
+      std::memcpy(out, text_, LineBlock::chunk_size);
+    } else {
+      std::memcpy(out, text_, length_);
+    }
+    return out + length_;
+  }
+
+  // Takes the next value and makes its text ready.
+  StepOutcome advance(ItemPass& pass) {
+    if (run_left_ == 0) return step(pass);
+    --run_left_;
+    wheel_place_ += wheel_step_;
+    std::memcpy(tail_, wheel_place_, tail_size);
+    return StepOutcome::going;
+  }
 
   // Back to the start value and its text.
   virtual void restart() = 0;
 
-  static constexpr std::size_t max_text_size = 2 * element_text_size;
-
  protected:
+  static constexpr std::size_t tail_size = 2;
+
+  // The step that no run covers.
+  virtual StepOutcome step(ItemPass& pass) = 0;
+
+  // Announces that the next `steps` steps take the text's last two characters from a wheel of
+  // pairs, from the pair at `index` on, `change` pairs further each time. The text must not change
+  // its length before the run is over.
+  void begin_run(const char* wheel, std::int64_t index, std::int64_t change, std::int64_t steps);
+
+  // How many steps of the run have been taken; the run is over then.
+  std::int64_t end_run();
+
   bool counts_up() const { return increment_sign_ == sign_plus; }
   bool counts_down() const { return increment_sign_ == sign_minus; }
   void set_text(std::string_view text);
@@ -68,9 +105,17 @@ class ElementGenerator {
   const std::int32_t increment_sign_;
   const bool is_lead_;
 
-  // The text written next. Longer than any element's field, so that block copies stay inside.
-  char text_[max_text_size] = {};
+ private:
+  std::int64_t run_left_ = 0;
+  const char* wheel_place_ = nullptr;
+  std::ptrdiff_t wheel_step_ = 0;
+  char* tail_ = nullptr;
+  std::int64_t run_size_ = 0;
+
+ protected:
+  // The text written next. Longer than any element's field, so that chunk copies stay inside.
   std::size_t length_ = 0;
+  char text_[max_text_size] = {};
 };
 
 std::unique_ptr<ElementGenerator> make_element_generator(const ItemContext& context,

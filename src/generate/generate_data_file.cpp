@@ -146,11 +146,13 @@ std::int32_t ClGenerateDataFile::write_records(platform::File& file) {
   const auto progress = platform::user_interface().open_progress(parent, is_guarded);
   ProgressMeter meter(*progress, percentage_denominator(records, is_guarded && repeat_in_use_));
   RecordWriter writer(file, main.layout_kind(), output_option);
-  RecordLine line;
   for (std::int32_t done = 0; done < records;) {
-    line.clear();
-    std::int32_t result = assembler_.assemble(line);
-    if (result == 0) result = writer.write(line);
+    std::int32_t result = assembler_.assemble(writer.lines());
+    if (result == 0) result = writer.accept();
+    if (result == error::output_limit) {
+      const std::int32_t flushed = writer.flush();
+      return flushed == 0 ? result : flushed;
+    }
     if (result != 0) return result;
     ++done;
     if (repeat_in_use_ && !assembler_.run().repeats_finished) {
@@ -159,6 +161,7 @@ std::int32_t ClGenerateDataFile::write_records(platform::File& file) {
     if (progress->cancel_requested()) return error::cancelled;
     meter.update(done);
   }
+  if (const std::int32_t result = writer.flush(); result != 0) return result;
   meter.finish(records);
   log_.records = records;
   log_.level = main.header().level;

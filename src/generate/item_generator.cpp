@@ -1,5 +1,7 @@
 #include "generate/item_generator.h"
 
+#include <cstring>
+
 #include "format/error_codes.h"
 #include "formatlang/attributes.h"
 #include "generate/repeat_table.h"
@@ -8,27 +10,33 @@ namespace korvex {
 
 namespace {
 
-constexpr char quotation_mark = '"';
-
 // Quotation marks and comma around a field's text.
 constexpr std::size_t field_frame_size = 3;
 
 }  // namespace
 
 ItemGenerator::ItemGenerator(const ClFmtColInf& column, std::int32_t layout_kind, bool quotation)
-    : settings_(column.record), quoted_(quotation && is_quoted(column.record.attribute)) {
+    : settings_(column.record),
+      is_initial_value_(column.record.generation_type == generation_type::initial_value),
+      quoted_(quotation && !is_initial_value_ && is_quoted(column.record.attribute)) {
   ItemContext context;
   context.layout_kind = layout_kind;
   context.lead_element = settings_.lead_element;
   context.item_digits = settings_.digits;
   context.item_decimals = settings_.decimals;
   context.increment = settings_.increment;
-  for (const auto& element : column.elements) {
-    elements_.push_back(make_element_generator(context, *element));
+  if (!is_initial_value_) {
+    for (const auto& element : column.elements) {
+      elements_.push_back(make_element_generator(context, *element));
+      context.follows_calendar |= element->record.kind == format_kind::date ||
+                                  element->record.kind == format_kind::timestamp;
+    }
   }
+  room_ = elements_.size() * ElementGenerator::max_text_size + field_frame_size;
 }
 
 void ItemGenerator::join_repeat(const ClRepeatData* next) {
+  if (is_initial_value_) return;
   if (!is_repeat_member_) mode_ += assembly_mode::repeat_member;
   is_repeat_member_ = true;
   next_entry_ = next;
@@ -48,17 +56,7 @@ bool ItemGenerator::repeats_from_start() const {
   return settings_.exceeded_action == exceeded_action::repeat;
 }
 
-std::int32_t ItemGenerator::append(RecordLine& line, const RunState& run) {
-  line.require(elements_.size() * ElementGenerator::max_text_size + field_frame_size);
-  if (settings_.generation_type == generation_type::initial_value) {
-    line.append(',');
-    return 0;
-  }
-  if (quoted_) line.append(quotation_mark);
-  return append_value(line, run);
-}
-
-std::int32_t ItemGenerator::append_value(RecordLine& line, const RunState& run) {
+std::int32_t ItemGenerator::append_other(LineBlock& line, const RunState& run) {
   switch (mode_) {
     case assembly_mode::enumeration:
       return append_next_enumeration(line);
@@ -73,45 +71,46 @@ std::int32_t ItemGenerator::append_value(RecordLine& line, const RunState& run) 
     default:
       return append_plain(line);
   }
-  close_field(line);
+  append_empty(line);
   return 0;
 }
 
-std::int32_t ItemGenerator::walk_elements(RecordLine& line, bool& ended) {
-  ItemPass pass;
+inline std::int32_t ItemGenerator::walk_elements(char*& out, bool& ended) {
+  pass_.date_overflow = false;
   for (const auto& element : elements_) {
     if (element->is_off()) continue;
-    switch (element->produce(line, pass)) {
-      case StepOutcome::going:
-        break;
-      case StepOutcome::ended:
-        ended = true;
-        break;
-      case StepOutcome::cut:
-        ended = true;
-        return 0;
-      case StepOutcome::bad_kind:
-        return error::bad_attribute;
-      case StepOutcome::bad_sub_kind:
-        return error::signed_format_for_unsigned;
-    }
+    out = element->write(out);
+    const StepOutcome outcome = element->advance(pass_);
+    if (outcome == StepOutcome::going) [[likely]]
+      continue;
+    if (outcome == StepOutcome::bad_kind) return error::bad_attribute;
+    if (outcome == StepOutcome::bad_sub_kind) return error::signed_format_for_unsigned;
+    ended = true;
+    if (outcome == StepOutcome::cut) break;
   }
   return 0;
 }
 
-std::int32_t ItemGenerator::append_plain(RecordLine& line) {
+std::int32_t ItemGenerator::append_plain(LineBlock& line) {
   bool ended = false;
-  const std::int32_t result = walk_elements(line, ended);
-  if (result != 0) return result;
-  close_field(line);
-  if (ended) {
+  char* out = open_field(line);
+  const std::int32_t result = walk_elements(out, ended);
+  if (result != 0) [[unlikely]]
+    return result;
+  line.move_cursor(close_field(out));
+  if (ended) [[unlikely]]
+    end_cycle();
+  return 0;
+}
+
+void ItemGenerator::end_cycle() {
+  for (const auto& element : elements_) {
     if (repeats_from_start()) {
-      restart_elements();
+      element->restart();
     } else {
-      switch_off_elements();
+      element->switch_off();
     }
   }
-  return 0;
 }
 
 // An outer member shows its value again until the next inner level has finished.
@@ -119,25 +118,29 @@ bool ItemGenerator::outer_waits(const RunState& run) const {
   return next_entry_ != nullptr && !run.first_record && !next_entry_->finished;
 }
 
-std::int32_t ItemGenerator::append_repeated(RecordLine& line, const RunState& run) {
+std::int32_t ItemGenerator::append_repeated(LineBlock& line, const RunState& run) {
+  char* out = open_field(line);
   if (outer_waits(run)) {
+    line.move_cursor(out);
     line.require(saved_text_.size());
     line.append(saved_text_);
     return 0;
   }
-  const std::size_t begin = line.size();
-  const std::int32_t result = walk_elements(line, wrapped_);
+  const char* begin = out;
+  const std::int32_t result = walk_elements(out, wrapped_);
   if (result != 0) return result;
-  close_field(line);
-  if (next_entry_ != nullptr) saved_text_ = line.from(begin);
+  out = close_field(out);
+  line.move_cursor(out);
+  // The innermost member never shows a value again.
+  if (next_entry_ != nullptr) saved_text_.assign(begin, static_cast<std::size_t>(out - begin));
   if (wrapped_) restart_elements();
   return 0;
 }
 
-std::int32_t ItemGenerator::append_next_enumeration(RecordLine& line) {
+std::int32_t ItemGenerator::append_next_enumeration(LineBlock& line) {
   if (enumeration_index_ >= enumeration_->count()) {
     if (!repeats_from_start()) {
-      close_field(line);
+      append_empty(line);
       return 0;
     }
     enumeration_index_ = 0;
@@ -146,7 +149,7 @@ std::int32_t ItemGenerator::append_next_enumeration(RecordLine& line) {
   return 0;
 }
 
-std::int32_t ItemGenerator::append_repeated_enumeration(RecordLine& line, const RunState& run) {
+std::int32_t ItemGenerator::append_repeated_enumeration(LineBlock& line, const RunState& run) {
   if (outer_waits(run) && enumeration_index_ > 0) --enumeration_index_;
   // An innermost item of one value never lets this index be set back: past the list's end the item
   // does what it does there without repeats.
@@ -157,24 +160,33 @@ std::int32_t ItemGenerator::append_repeated_enumeration(RecordLine& line, const 
 }
 
 // Writes the value at the index as a whole field and goes on to the next.
-void ItemGenerator::append_enumeration_value(RecordLine& line) {
+void ItemGenerator::append_enumeration_value(LineBlock& line) {
   const ClEnumData value = enumeration_->value(enumeration_index_++);
-  line.require(value.size() + field_frame_size);
-  line.append(value);
-  close_field(line);
+  line.require(value.size());
+  char* out = open_field(line);
+  std::memcpy(out, value.data(), value.size());
+  line.move_cursor(close_field(out + value.size()));
 }
 
-void ItemGenerator::close_field(RecordLine& line) {
-  if (quoted_) line.append(quotation_mark);
-  line.append(',');
+void ItemGenerator::append_empty(LineBlock& line) const {
+  line.move_cursor(close_field(open_field(line)));
+}
+
+char* ItemGenerator::open_field(LineBlock& line) const {
+  line.require(room_);
+  char* out = line.cursor();
+  if (quoted_) *out++ = quotation_mark;
+  return out;
+}
+
+char* ItemGenerator::close_field(char* out) const {
+  if (quoted_) *out++ = quotation_mark;
+  *out++ = ',';
+  return out;
 }
 
 void ItemGenerator::restart_elements() {
   for (const auto& element : elements_) element->restart();
-}
-
-void ItemGenerator::switch_off_elements() {
-  for (const auto& element : elements_) element->switch_off();
 }
 
 }  // namespace korvex

@@ -8,7 +8,7 @@
 #include "format/col_inf.h"
 #include "generate/element_generator.h"
 #include "generate/enum_data_list.h"
-#include "generate/record_line.h"
+#include "generate/line_block.h"
 
 namespace korvex {
 
@@ -37,7 +37,9 @@ class ItemGenerator {
   ItemGenerator(const ClFmtColInf& column, std::int32_t layout_kind, bool quotation);
 
   // Appends the field. 0, or the code that fails the run.
-  std::int32_t append(RecordLine& line, const RunState& run);
+  std::int32_t append(LineBlock& line, const RunState& run) {
+    return mode_ == assembly_mode::plain ? append_plain(line) : append_other(line, run);
+  }
 
   // Makes the item a member of the repeat table. `next` is the entry of the next inner level, null
   // for the innermost; both must outlive this object.
@@ -50,22 +52,30 @@ class ItemGenerator {
   void clear_wrapped();
 
  private:
-  std::int32_t append_value(RecordLine& line, const RunState& run);
-  std::int32_t append_plain(RecordLine& line);
-  std::int32_t append_repeated(RecordLine& line, const RunState& run);
-  std::int32_t append_next_enumeration(RecordLine& line);
-  std::int32_t append_repeated_enumeration(RecordLine& line, const RunState& run);
-  void append_enumeration_value(RecordLine& line);
-  std::int32_t walk_elements(RecordLine& line, bool& ended);
-  void close_field(RecordLine& line);
+  static constexpr char quotation_mark = '"';
+
+  std::int32_t append_plain(LineBlock& line);
+  std::int32_t append_other(LineBlock& line, const RunState& run);
+  std::int32_t append_repeated(LineBlock& line, const RunState& run);
+  std::int32_t append_next_enumeration(LineBlock& line);
+  std::int32_t append_repeated_enumeration(LineBlock& line, const RunState& run);
+  void append_enumeration_value(LineBlock& line);
+  [[gnu::always_inline]] inline std::int32_t walk_elements(char*& out, bool& ended);
+  char* open_field(LineBlock& line) const;
+  char* close_field(char* out) const;
+  void append_empty(LineBlock& line) const;
+  void end_cycle();
   void restart_elements();
-  void switch_off_elements();
   bool outer_waits(const RunState& run) const;
   bool repeats_from_start() const;
 
   const FmtColRec& settings_;
+  // An item without values is never quoted and has no elements to walk.
+  const bool is_initial_value_;
   const bool quoted_;
+  std::size_t room_ = 0;  // for the longest field that the elements can give
   std::vector<std::unique_ptr<ElementGenerator>> elements_;
+  ItemPass pass_;
   std::int32_t mode_ = assembly_mode::plain;
 
   bool is_repeat_member_ = false;

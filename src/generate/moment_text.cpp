@@ -142,7 +142,8 @@ MomentRange::MomentRange(const MomentLayout& layout, const FmtItemRec& element)
       start_(comparable(field_text(element.start_text))),
       end_(comparable(field_text(element.end_text))),
       start_key_(layout.order_key(field_text(element.start_text))),
-      end_key_(layout.order_key(field_text(element.end_text))) {}
+      end_key_(layout.order_key(field_text(element.end_text))),
+      has_keys_(start_key_ >= 0 && end_key_ >= 0) {}
 
 std::string MomentRange::comparable(std::string_view plain) const {
   if (!layout_.compares_with_century()) return std::string(plain);
@@ -151,15 +152,6 @@ std::string MomentRange::comparable(std::string_view plain) const {
   if (year >= 70 && year <= 99) century = "19";
   if (year >= 0 && year <= 38) century = "20";
   return century + std::string(plain);
-}
-
-bool MomentRange::passed(const MomentFields& next, bool counts_up, bool counts_down) const {
-  const std::int64_t key = layout_.order_key(next);
-  if (key < 0 || start_key_ < 0 || end_key_ < 0) {
-    return passed(layout_.plain_text(next), counts_up, counts_down);
-  }
-  if (counts_up) return key > end_key_ || key < start_key_;
-  return counts_down && (key < end_key_ || key > start_key_);
 }
 
 bool MomentRange::passed(std::string_view next, bool counts_up, bool counts_down) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -41,6 +42,7 @@ class MomentLayout {
   std::int64_t order_key(std::string_view plain) const;
 
   bool compares_with_century() const { return width_is_short_; }
+  bool has_time() const { return has_time_; }
 
   static constexpr std::size_t max_size = 64;
 
@@ -63,7 +65,22 @@ class MomentRange {
  public:
   MomentRange(const MomentLayout& layout, const FmtItemRec& element);
 
-  bool passed(const MomentFields& next, bool counts_up, bool counts_down) const;
+  // `key` is the order key of `next`.
+  bool passed(std::int64_t key, const MomentFields& next, bool counts_up, bool counts_down) const {
+    if (key < 0 || !has_keys_) return passed(layout_.plain_text(next), counts_up, counts_down);
+    if (counts_up) return key > end_key_ || key < start_key_;
+    return counts_down && (key < end_key_ || key > start_key_);
+  }
+
+  // By how much a key may move on in the counting direction without passing: 0 where that can't be
+  // said, no_end where nothing is tested.
+  std::int64_t distance_to_end(std::int64_t key, bool counts_up, bool counts_down) const {
+    if (!counts_up && !counts_down) return no_end;
+    if (!has_keys_) return 0;
+    if (counts_up) return key >= start_key_ ? end_key_ - key : 0;
+    return key <= start_key_ ? key - end_key_ : 0;
+  }
+  static constexpr std::int64_t no_end = std::numeric_limits<std::int64_t>::max();
 
   // As above for a text that no fields stand behind.
   bool passed(std::string_view next, bool counts_up, bool counts_down) const;
@@ -79,6 +96,7 @@ class MomentRange {
   std::string end_;
   std::int64_t start_key_ = -1;
   std::int64_t end_key_ = -1;
+  bool has_keys_ = false;
 };
 
 }  // namespace korvex

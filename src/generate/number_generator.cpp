@@ -12,6 +12,9 @@ namespace korvex {
 
 namespace {
 
+// ".0" to ".9": the end of a number with one decimal.
+constexpr char point_pairs[] = ".0.1.2.3.4.5.6.7.8.9";
+
 constexpr std::int32_t max_width = static_cast<std::int32_t>(element_text_size) - 1;
 
 // Whether both halves are what counting within 18 digits gives.
@@ -62,15 +65,16 @@ NumberGenerator::NumberGenerator(const ItemContext& context, const ClFmtItemInf&
         turned_sign_ = settings_.sign == number_sub_kind::plus_minus_down ? sign_minus : sign_plus;
     }
   }
-  if (is_regular(step_high_, step_low_) && step_high_ == 0) {
-    const auto plain_digits = static_cast<std::int64_t>(width_) - (writes_sign_ ? 1 : 0);
-    const std::int64_t run =
-        decimals_ > 0 ? std::min<std::int64_t>(decimals_, plain_digits) : plain_digits;
-    tail_base_ = run >= 4 ? 10'000 : run >= 2 ? 100 : run == 1 ? 10 : 0;
-    if (step_low_ >= tail_base_) tail_base_ = 0;
+  const std::int64_t plain_digits = static_cast<std::int64_t>(width_) - (writes_sign_ ? 1 : 0);
+  if (decimals_ == 1 && plain_digits >= 2) {
+    wheel_ = point_pairs;
+    wheel_size_ = 10;
+  } else if (plain_digits >= 2) {
+    wheel_ = digit_pairs.data();
+    wheel_size_ = 100;
   }
   load(settings_.current);
-  note_text_state();
+  start_with(element.first_text());
 }
 
 void NumberGenerator::load(const FmtValRec& value) {
@@ -79,77 +83,76 @@ void NumberGenerator::load(const FmtValRec& value) {
   low_ = value.low;
 }
 
-// Whether the text may be changed in place from here on.
-void NumberGenerator::note_text_state() {
-  text_matches_ = false;
-  if (tail_base_ == 0 || !is_regular(high_, low_)) return;
-  const std::string rendered = number_text(
-      high_, low_, {static_cast<std::int32_t>(width_), digits_, decimals_}, sign_character());
-  text_matches_ = std::string_view(text_, length_) == rendered;
-  tail_ = low_ % tail_base_;
-}
-
 void NumberGenerator::restart() {
-  set_text(field_text(settings_.start_text));
+  end_run();
   load(settings_.start);
-  note_text_state();
+  start_with(field_text(settings_.start_text));
 }
 
-StepOutcome NumberGenerator::produce(RecordLine& line, ItemPass&) {
-  append_text(line);
-  if (!step_tail()) {
-    if (!step()) return StepOutcome::cut;
-    render();
-  }
-  return is_lead_ && passed_end() ? StepOutcome::ended : StepOutcome::going;
+// A run keeps all but the last characters, so the text must be what rendering the value gives.
+void NumberGenerator::start_with(std::string_view text) {
+  show(text);
+  const NumberShape shape = {static_cast<std::int32_t>(width_), digits_, decimals_};
+  if (number_text(high_, low_, shape, sign_character()) == text) plan_run();
 }
 
-void NumberGenerator::append_text(RecordLine& line) const {
-  if (!fraction_only_) {
-    line.append_block(text_, length_);
-    return;
-  }
-  const std::string_view text(text_, length_);
-  const auto point = text.rfind('.');
+// Makes `text` the next to be written, cut as the target wants it.
+void NumberGenerator::show(std::string_view text) {
+  const auto point = fraction_only_ ? text.rfind('.') : std::string_view::npos;
   if (point == std::string_view::npos) {
-    line.append(text);
+    set_text(text);
     return;
   }
+  std::string fraction;
   if (text.find('+') != std::string_view::npos) {
-    line.append('+');
+    fraction = "+";
   } else if (text.find('-') != std::string_view::npos) {
-    line.append('-');
+    fraction = "-";
   }
-  line.append(text.substr(point));
+  set_text(fraction.append(text.substr(point)));
 }
 
-// The step when it changes nothing but the tail; false, and nothing done, when it would change
-// more.
-bool NumberGenerator::step_tail() {
-  if (!text_matches_) return false;
-  const bool grows = direction_ == Direction::grow ||
-                     (direction_ == Direction::through_zero && sign_ == turned_sign_);
-  const std::int64_t next = grows ? tail_ + step_low_ : tail_ - step_low_;
-  // Reaching zero may turn the sign, which the whole step decides.
-  if (next >= tail_base_ || next < 0 || (next == 0 && direction_ == Direction::through_zero)) {
-    return false;
-  }
-  low_ += next - tail_;
-  tail_ = next;
-  const auto value = static_cast<std::uint32_t>(next);
-  char* end = text_ + length_;
-  if (tail_base_ == 10'000) {
-    write_four(end - 4, value);
-  } else if (tail_base_ == 100) {
-    write_pair(end - 2, value);
-  } else {
-    end[-1] = static_cast<char>('0' + value);
-  }
-  return true;
+bool NumberGenerator::grows() const {
+  return direction_ == Direction::grow ||
+         (direction_ == Direction::through_zero && sign_ == turned_sign_);
+}
+
+// How many steps stay on this side of the end; as many as there are for an element without an end
+// test.
+std::int64_t NumberGenerator::steps_to_end() const {
+  constexpr std::int64_t no_end = std::numeric_limits<std::int64_t>::max();
+  const bool is_tested = is_lead_ && (writes_sign_ || counts_up() || counts_down()) &&
+                         (direction_ != Direction::through_zero || sign_ == turned_sign_);
+  if (!is_tested) return no_end;
+  const std::int64_t distance =
+      (settings_.end.high - high_) * half_base + (settings_.end.low - low_);
+  return (grows() ? distance : -distance) / step_low_;
+}
+
+void NumberGenerator::plan_run() {
+  const bool is_steady = wheel_ != nullptr && is_regular(high_, low_) && step_high_ == 0 &&
+                         step_low_ > 0 && step_low_ < wheel_size_;
+  if (!is_steady || length_ < tail_size) return;
+  const std::int64_t place = low_ % wheel_size_;
+  // Zero may turn the sign, so a number on its way through zero stops before it.
+  const std::int64_t lowest = direction_ == Direction::through_zero ? 1 : 0;
+  const std::int64_t on_wheel =
+      grows() ? (wheel_size_ - 1 - place) / step_low_ : (place - lowest) / step_low_;
+  begin_run(wheel_, place, grows() ? step_low_ : -step_low_, std::min(on_wheel, steps_to_end()));
+}
+
+StepOutcome NumberGenerator::step(ItemPass&) {
+  const std::int64_t taken = end_run() * step_low_;
+  low_ += grows() ? taken : -taken;
+  if (!change_magnitude()) return StepOutcome::cut;
+  render();
+  if (is_lead_ && passed_end()) return StepOutcome::ended;
+  plan_run();
+  return StepOutcome::going;
 }
 
 // False when the magnitude leaves its range.
-bool NumberGenerator::step() {
+bool NumberGenerator::change_magnitude() {
   bool in_range = true;
   switch (direction_) {
     case Direction::grow:
@@ -226,32 +229,31 @@ char NumberGenerator::sign_character() const {
 }
 
 void NumberGenerator::render() {
-  if (!is_regular(high_, low_) || width_ > max_number_digits) {
-    set_text(number_text(high_, low_, {static_cast<std::int32_t>(width_), digits_, decimals_},
-                         sign_character()));
-  } else {
-    // The last characters of the 18 digits, the point and the sign written over what they replace.
-    char digits[max_number_digits];
-    write_nine(digits, static_cast<std::uint32_t>(high_));
-    write_nine(digits + half_digits, static_cast<std::uint32_t>(low_));
-    char* out = text_ + width_;
-    std::size_t left = width_;
-    const char* from = digits + max_number_digits;
-    if (decimals_ > 0 && left > 0) {
-      const std::size_t count = std::min(static_cast<std::size_t>(decimals_), left);
-      out -= count;
-      from -= count;
-      left -= count;
-      std::memcpy(out, from, count);
-      if (left > 0) *--out = '.', --left;
-      if (digits_ == 0 && left > 0) *--out = '0', --left;
-    }
-    std::memcpy(out - left, from - left, left);
-    if (const char sign = sign_character(); sign != 0 && width_ > 0) text_[0] = sign;
-    length_ = width_;
+  if (fraction_only_ || !is_regular(high_, low_) || width_ > max_number_digits) {
+    show(number_text(high_, low_, {static_cast<std::int32_t>(width_), digits_, decimals_},
+                     sign_character()));
+    return;
   }
-  text_matches_ = tail_base_ != 0 && is_regular(high_, low_);
-  if (text_matches_) tail_ = low_ % tail_base_;
+  // The last characters of the 18 digits, with the point and the sign in place of what they push
+  // out.
+  char digits[max_number_digits];
+  write_nine(digits, static_cast<std::uint32_t>(high_));
+  write_nine(digits + half_digits, static_cast<std::uint32_t>(low_));
+  char* out = text_ + width_;
+  std::size_t left = width_;
+  const char* from = digits + max_number_digits;
+  if (decimals_ > 0) {
+    const std::size_t count = std::min(static_cast<std::size_t>(decimals_), left);
+    out -= count;
+    from -= count;
+    left -= count;
+    std::memcpy(out, from, count);
+    if (left > 0) *--out = '.', --left;
+    if (digits_ == 0 && left > 0) *--out = '0', --left;
+  }
+  std::memcpy(out - left, from - left, left);
+  if (const char sign = sign_character(); sign != 0) text_[0] = sign;
+  length_ = width_;
 }
 
 bool NumberGenerator::passed_end() const {

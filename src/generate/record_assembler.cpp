@@ -2,7 +2,7 @@
 
 namespace korvex {
 
-std::int32_t SequentialAssembler::assemble(RecordLine& line) {
+std::int32_t SequentialAssembler::assemble(LineBlock& line) {
   for (ItemGenerator* item : fields_) {
     const std::int32_t result = item->append(line, run_);
     if (result != 0) return result;

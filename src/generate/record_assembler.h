@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "generate/item_generator.h"
-#include "generate/record_line.h"
+#include "generate/line_block.h"
 
 namespace korvex {
 
@@ -14,7 +14,7 @@ class RecordAssembler {
   virtual ~RecordAssembler() = default;
 
   // Appends the fields of the next record. 0, or the code that fails the run.
-  virtual std::int32_t assemble(RecordLine& line) = 0;
+  virtual std::int32_t assemble(LineBlock& line) = 0;
 };
 
 // Takes one record after the other through all items.
@@ -24,7 +24,7 @@ class SequentialAssembler : public RecordAssembler {
   // of them.
   void add_field(ItemGenerator& item) { fields_.push_back(&item); }
 
-  std::int32_t assemble(RecordLine& line) override;
+  std::int32_t assemble(LineBlock& line) override;
 
   // What the fields see; the repeats change it between records.
   RunState& run() { return run_; }

@@ -6,22 +6,42 @@
 
 namespace korvex {
 
+namespace {
+
+// A multiple of the page cache's larger units, so that no write ends inside one.
+constexpr std::size_t block_size = platform::File::write_buffer_size;
+
+}  // namespace
+
 RecordWriter::RecordWriter(platform::File& file, std::int32_t layout_kind,
                            std::int32_t output_option)
     : file_(file),
+      lines_(block_size + block_size / 4),
       drops_last_comma_(layout_kind == layout_kind::third),
       is_limited_(output_option == guarded_output) {}
 
-std::int32_t RecordWriter::write(RecordLine& line) {
-  if (drops_last_comma_ && line.size() > 0 && line.back() == ',') {
-    line.back() = '\n';
+std::int32_t RecordWriter::accept() {
+  if (drops_last_comma_ && lines_.line_size() > 0 && lines_.back() == ',') {
+    lines_.back() = '\n';
   } else {
-    line.require(1);
-    line.append('\n');
+    lines_.require(1);
+    lines_.append('\n');
   }
-  total_bytes_ += line.size();
+  total_bytes_ += lines_.line_size();
   if (is_limited_ && total_bytes_ >= output_limit_bytes) return error::output_limit;
-  const platform::FileCause cause = file_.write(line.data(), line.size());
+  lines_.finish_line();
+  if (lines_.finished().size() < block_size) return 0;
+
+  const std::size_t whole = lines_.finished().size() / block_size * block_size;
+  const platform::FileCause cause = file_.write(lines_.finished().data(), whole);
+  lines_.remove_front(whole);
+  return cause == platform::FileCause::none ? 0 : write_failure(cause);
+}
+
+std::int32_t RecordWriter::flush() {
+  const std::size_t size = lines_.finished().size();
+  const platform::FileCause cause = file_.write(lines_.finished().data(), size);
+  lines_.remove_front(size);
   return cause == platform::FileCause::none ? 0 : write_failure(cause);
 }
 

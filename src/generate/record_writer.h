@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "generate/record_line.h"
+#include "generate/line_block.h"
 #include "platform/file.h"
 
 namespace korvex {
@@ -13,17 +13,24 @@ inline constexpr std::int32_t guarded_output = 2;
 // With it, the line that would bring the file to this size is not written.
 inline constexpr std::uint32_t output_limit_bytes = 2'147'483'647;
 
-// Ends records and writes them.
+// Ends records and writes them in blocks.
 class RecordWriter {
  public:
   RecordWriter(platform::File& file, std::int32_t layout_kind, std::int32_t output_option);
 
+  // Where the next record is assembled.
+  LineBlock& lines() { return lines_; }
+
   // Ends the assembled record with a line feed, which takes the place of the last comma in the
-  // third layout kind, and writes it. 0, -76, -26 or -27.
-  std::int32_t write(RecordLine& line);
+  // third layout kind, and accepts it for writing. 0, -76 (the record is not accepted), -26 or -27.
+  std::int32_t accept();
+
+  // Hands every accepted line to the file. 0, -26 or -27.
+  std::int32_t flush();
 
  private:
   platform::File& file_;
+  LineBlock lines_;
   bool drops_last_comma_;
   bool is_limited_;
   std::uint64_t total_bytes_ = 0;

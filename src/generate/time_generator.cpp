@@ -6,6 +6,8 @@ namespace korvex {
 
 namespace {
 
+constexpr int last_second = 59;
+
 bool is_time(const MomentFields& f, int hour, int minute) {
   return f.hour == hour && f.minute == minute;
 }
@@ -16,47 +18,50 @@ bool is_date(const MomentFields& f, int year, int month, int day) {
 
 }  // namespace
 
-bool TimeGenerator::step() {
-  const std::int64_t change = counts_up() ? step_size() : -step_size();
-  std::int64_t second = (second_of_day(fields_) + change) % seconds_per_day;
+MomentGenerator::RunLimits TimeGenerator::run_limits() const {
+  return fields_.hour <= 23 && fields_.minute <= 59 ? RunLimits{0, last_second} : RunLimits{};
+}
+
+bool TimeGenerator::change_fields() {
+  std::int64_t second = (second_of_day(fields_) + change()) % seconds_per_day;
   if (second < 0) second += seconds_per_day;
   set_time(second, fields_);
   return true;
 }
 
-bool TimestampGenerator::step() {
-  const std::int64_t seconds = step_size();
-  const std::int64_t second = fields_.second + (counts_up() ? seconds : -seconds);
+// Away from the calendar's first day and last month a step within the minute needs no further look.
+MomentGenerator::RunLimits TimestampGenerator::run_limits() const {
+  const MomentFields& f = fields_;
+  const bool inside_calendar = f.year >= 1970 && f.year < 2038 && f.month >= 1 && f.month <= 12 &&
+                               f.day >= 1 && f.day <= days_in_month(f.year, f.month) &&
+                               f.hour <= 23 && f.minute <= 59 && !is_date(f, 1970, 1, 1);
+  return inside_calendar ? RunLimits{0, last_second} : RunLimits{};
+}
+
+bool TimestampGenerator::change_fields() {
+  const std::int64_t next = fields_.second + change();
   if (counts_up()) {
-    if (is_date(fields_, 2038, 1, 19) && is_time(fields_, 3, 14) && second > 7) {
-      return step_past_last(second);
+    if (is_date(fields_, 2038, 1, 19) && is_time(fields_, 3, 14) && next > 7) {
+      return step_past_last(next);
     }
-  } else if (is_date(fields_, 1970, 1, 1) && is_time(fields_, 9, 0) && second < 0) {
+  } else if (is_date(fields_, 1970, 1, 1) && is_time(fields_, 9, 0) && next < 0) {
     return step_past_first();
   }
-  // Within a minute nothing but the second moves; years at the ends take the long way.
-  if (second >= 0 && second <= 59 && fields_.year > 1970 && fields_.year < 2038 &&
-      fields_.month >= 1 && fields_.month <= 12 && fields_.day >= 1 && fields_.day <= 28 &&
-      fields_.hour <= 23 && fields_.minute <= 59) {
-    fields_.second = static_cast<int>(second);
-    return true;
-  }
-  const std::int64_t change = counts_up() ? seconds : -seconds;
-  return set_moment(second_number(fields_) + change, fields_) || overflow();
+  return set_moment(second_number(fields_) + change(), fields_) || overflow();
 }
 
 // Behind 2038-01-19 03:14:07 the calendar ends.
 bool TimestampGenerator::step_past_last(std::int64_t second) {
   fields_.second = static_cast<int>(second);
-  return range_.beyond_end(fields_, true) ? overflow() : true;
+  return !range_.beyond_end(fields_, true) || overflow();
 }
 
 // Before 1970-01-01 09:00:00 it has not begun.
 bool TimestampGenerator::step_past_first() {
   fields_.hour = 8;
   fields_.minute = 59;
-  fields_.second = static_cast<int>(60 - step_size());
-  return range_.beyond_end(fields_, false) ? overflow() : true;
+  fields_.second = static_cast<int>(60 + change());
+  return !range_.beyond_end(fields_, false) || overflow();
 }
 
 }  // namespace korvex

@@ -12,7 +12,8 @@ class TimeGenerator : public MomentGenerator {
   using MomentGenerator::MomentGenerator;
 
  private:
-  bool step() override;
+  bool change_fields() override;
+  RunLimits run_limits() const override;
 };
 
 // Seconds on the calendar.
@@ -21,8 +22,8 @@ class TimestampGenerator : public MomentGenerator {
   using MomentGenerator::MomentGenerator;
 
  private:
-  bool step() override;
-  bool heeds_overflow() const override { return true; }
+  bool change_fields() override;
+  RunLimits run_limits() const override;
   bool step_past_last(std::int64_t second);
   bool step_past_first();
 };
