@@ -15,8 +15,6 @@ namespace korvex {
 
 namespace {
 
-const platform::RuntimeClass<ClColMain> registration("ClColMain");
-
 // Names of items with impossible digits are collected up to this many characters.
 constexpr std::size_t offending_names_limit = 128;
 
@@ -24,17 +22,6 @@ constexpr std::int32_t most_record_decimals = 11;
 
 // Item records are read in blocks, so that a hostile count allocates no more than the file holds.
 constexpr std::int32_t block_records = 1024;
-
-bool has_bad_digits(std::int32_t layout, std::int32_t digits, std::int32_t decimals) {
-  switch (layout) {
-    case layout_kind::record_file:
-      return decimals < 0 || digits < 0 || decimals > most_record_decimals;
-    case layout_kind::table:
-      return decimals > digits || decimals < 0 || digits < 0;
-    default:
-      return false;
-  }
-}
 
 // Reads `count` records of one kind, handing each to `take`; false when the file ends before.
 template <typename Record, typename Take>
@@ -54,6 +41,17 @@ bool read_records(platform::File& file, std::int32_t count, Take take) {
 }
 
 }  // namespace
+
+bool has_invalid_digits(std::int32_t layout, std::int32_t digits, std::int32_t decimals) {
+  switch (layout) {
+    case layout_kind::record_file:
+      return decimals < 0 || digits < 0 || decimals > most_record_decimals;
+    case layout_kind::table:
+      return decimals > digits || decimals < 0 || digits < 0;
+    default:
+      return false;
+  }
+}
 
 std::int32_t ClColMain::load() {
   try {
@@ -106,7 +104,7 @@ void ClColMain::append_item(const ControlItem& record) {
   item->signed_flag = is_quoted_character(record.attribute) ? 1 : record.signed_flag;
   item->length = record.length;
   item->digits = record.digits;
-  if (has_bad_digits(header_.layout_kind, record.digits, record.decimals)) {
+  if (has_invalid_digits(header_.layout_kind, record.digits, record.decimals)) {
     load_error_ = error::invalid_items;
     if (offending_names_.size() + item->name.size() < offending_names_limit) {
       offending_names_ += item->name + " ";
@@ -124,17 +122,27 @@ std::int32_t ClColMain::write_temporary_control_file() {
       platform::FileCause::none) {
     return error::cannot_open;
   }
+  const std::int32_t result = write_short_form(file);
+  if (result != 0) {
+    file.discard();
+    platform::remove_file(control_path);
+  }
+  return result;
+}
+
+std::int32_t ClColMain::write_short_form(platform::File& file) {
   const std::vector<std::int32_t>& numbers = settings.saved_items();
   header_.item_count = static_cast<std::int32_t>(numbers.size());
-  platform::FileCause cause = file.write(&header_, sizeof header_);
-  if (cause == platform::FileCause::none) {
-    cause = file.write(numbers.data(), numbers.size() * sizeof(std::int32_t));
+  try {
+    platform::FileCause cause = file.write(&header_, sizeof header_);
+    if (cause == platform::FileCause::none) {
+      cause = file.write(numbers.data(), numbers.size() * sizeof(std::int32_t));
+    }
+    if (cause == platform::FileCause::none) cause = file.close();
+    return cause == platform::FileCause::none ? 0 : write_failure(cause);
+  } catch (const std::bad_alloc&) {
+    return error::out_of_memory;
   }
-  const platform::FileCause closed = file.close();
-  if (cause == platform::FileCause::none) cause = closed;
-  if (cause == platform::FileCause::none) return 0;
-  platform::remove_file(control_path);
-  return write_failure(cause);
 }
 
 void ClColMain::append_error_text(std::int32_t code, std::string& text) const {

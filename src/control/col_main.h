@@ -12,6 +12,9 @@
 
 namespace korvex {
 
+// Whether an item's digits are impossible in its layout: the item is used, but the user is told.
+bool has_invalid_digits(std::int32_t layout_kind, std::int32_t digits, std::int32_t decimals);
+
 // The state of one call: the control file's header and items, the settings that go with them, the
 // limits, and what messages say beside their text. Owns all of it. One thread, one run.
 class ClColMain : public platform::Object {
@@ -66,6 +69,7 @@ class ClColMain : public platform::Object {
   std::int32_t load_short(platform::File& file);
   std::int32_t load_long(platform::File& file);
   void append_item(const ControlItem& record);
+  std::int32_t write_short_form(platform::File& file);
 
   ControlHeader header_ = {};
   std::int32_t run_mode_ = 0;
@@ -75,5 +79,7 @@ class ClColMain : public platform::Object {
   std::string offending_names_;
   Limits limits_;
 };
+
+inline const platform::RuntimeClass<ClColMain> col_main_class("ClColMain");
 
 }  // namespace korvex

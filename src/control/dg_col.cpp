@@ -2,10 +2,6 @@
 
 namespace korvex {
 
-namespace {
-const platform::RuntimeClass<ClDGCol> registration("ClDGCol");
-}
-
 ItemDisplay& ClDGCol::display() {
   if (!display_) display_ = std::make_unique<ItemDisplay>();
   return *display_;

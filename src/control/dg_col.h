@@ -56,6 +56,8 @@ class ClDGCol : public platform::Object {
   std::unique_ptr<ItemDisplay> display_;
 };
 
+inline const platform::RuntimeClass<ClDGCol> dg_col_class("ClDGCol");
+
 // The items in file order.
 using ClDGColList = platform::ObjectList<ClDGCol>;
 

@@ -8,8 +8,6 @@ namespace korvex {
 
 namespace {
 
-const platform::RuntimeClass<ClFmtColInf> registration("ClFmtColInf");
-
 using TextField = char (FmtItemRec::*)[element_text_size];
 
 std::vector<const FmtItemRec*> variable_elements(const ClFmtColInf& column) {

@@ -26,4 +26,6 @@ class ClFmtColInf : public platform::Object {
   platform::ObjectList<ClFmtItemInf> elements;
 };
 
+inline const platform::RuntimeClass<ClFmtColInf> fmt_col_inf_class("ClFmtColInf");
+
 }  // namespace korvex

@@ -73,12 +73,15 @@ inline constexpr std::int32_t reference_without_decimals = -69;
 inline constexpr std::int32_t settings_mismatch = -70;
 inline constexpr std::int32_t settings_mismatch_deleted = -71;
 inline constexpr std::int32_t fixed_part_not_numeric = -73;
+inline constexpr std::int32_t no_such_reference = -74;
 inline constexpr std::int32_t invalid_items = -75;
 inline constexpr std::int32_t output_limit = -76;
 inline constexpr std::int32_t repeat_entry_missing = -78;
 inline constexpr std::int32_t cancelled = -79;
 
 // Dialogs, repeats and target files
+inline constexpr std::int32_t repeat_level_zero = -102;
+inline constexpr std::int32_t repeat_count_zero = -103;
 inline constexpr std::int32_t repeat_level_taken = -104;
 inline constexpr std::int32_t first_repeat_level_missing = -108;
 inline constexpr std::int32_t too_many_repeats = -109;

@@ -2,10 +2,6 @@
 
 namespace korvex {
 
-namespace {
-const platform::RuntimeClass<ClFmtCom> registration("ClFmtCom");
-}
-
 ClFmtLvlInf* ClFmtCom::current_level() const {
   const auto index = static_cast<std::size_t>(current_index);
   return current_index >= 0 && index < levels.size() ? levels[index].get() : nullptr;

@@ -28,4 +28,6 @@ class ClFmtCom : public platform::Object {
   platform::ObjectList<ClFmtLvlInf> levels;
 };
 
+inline const platform::RuntimeClass<ClFmtCom> fmt_com_class("ClFmtCom");
+
 }  // namespace korvex

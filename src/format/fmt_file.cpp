@@ -14,10 +14,6 @@
 
 namespace korvex {
 
-namespace {
-const platform::RuntimeClass<ClFmtFile> registration("ClFmtFile");
-}
-
 using platform::File;
 using platform::FileCause;
 
@@ -63,7 +59,7 @@ std::int32_t ClFmtFile::load_existing(std::int32_t level, std::int32_t records,
   const std::int32_t result = read_settings(std::move(bytes), level, records, layout_kind, com_);
   if (result != 0) return result;
   quotation_ = com_.header.quotation;
-  return com_.current_level()->record.column_count;
+  return static_cast<std::int32_t>(com_.current_level()->columns.size());
 }
 
 std::int32_t ClFmtFile::nothing_to_save() const {

@@ -110,4 +110,6 @@ class ClFmtFile : public platform::Object {
   std::vector<std::int32_t> saved_items_;
 };
 
+inline const platform::RuntimeClass<ClFmtFile> fmt_file_class("ClFmtFile");
+
 }  // namespace korvex

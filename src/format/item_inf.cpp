@@ -6,10 +6,6 @@
 
 namespace korvex {
 
-namespace {
-const platform::RuntimeClass<ClFmtItemInf> registration("ClFmtItemInf");
-}
-
 std::string ClFmtItemInf::first_text() const {
   if (record.kind == format_kind::fixed) return std::string(field_text(record.text));
   const std::string_view start = field_text(record.start_text);

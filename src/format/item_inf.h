@@ -20,4 +20,6 @@ class ClFmtItemInf : public platform::Object {
   FmtItemRec record = {};
 };
 
+inline const platform::RuntimeClass<ClFmtItemInf> fmt_item_inf_class("ClFmtItemInf");
+
 }  // namespace korvex

@@ -17,7 +17,9 @@ void mark_set(ClColMain& main, ClDGCol& item) {
   item.state &= static_cast<std::uint8_t>(~item_state::without_settings);
 }
 
-std::int32_t check_reference(const ClDGCol& source, const ClDGCol& target) {
+}  // namespace
+
+std::int32_t check_reference(const ItemAttributes& source, const ItemAttributes& target) {
   if (source.attribute != target.attribute) return error::reference_attribute_differs;
   if (source.signed_flag != target.signed_flag) return error::reference_sign_differs;
   if (source.length > target.length || source.digits > target.digits ||
@@ -27,8 +29,6 @@ std::int32_t check_reference(const ClDGCol& source, const ClDGCol& target) {
   if (target.decimals != 0 && source.decimals == 0) return error::reference_without_decimals;
   return 0;
 }
-
-}  // namespace
 
 std::string_view initial_value_text(std::int32_t layout) {
   return layout == layout_kind::record_file ? "Init Value" : "Init Null";
@@ -85,7 +85,7 @@ std::int32_t copy_settings(ClColMain& main, std::int32_t source_index) {
   if (source.display().generation_type == generation_type::initial_value) {
     return set_initial_value(main, true);
   }
-  std::int32_t result = check_reference(source, target);
+  std::int32_t result = check_reference(source.attributes(), target.attributes());
   if (result != 0) return result;
   // A target without settings takes its own attribute, not the source's: a wider one would no
   // longer fit its settings at the next opening.

@@ -11,8 +11,6 @@ namespace korvex {
 
 namespace {
 
-const platform::RuntimeClass<ClFmtLvlInf> registration("ClFmtLvlInf");
-
 // Results of a changing operation on an item that had, or had not, elements before.
 constexpr std::int32_t replaced = 0;
 constexpr std::int32_t added = 1;

@@ -62,4 +62,6 @@ class ClFmtLvlInf : public platform::Object {
   std::unordered_map<std::int32_t, std::size_t> places_;
 };
 
+inline const platform::RuntimeClass<ClFmtLvlInf> fmt_lvl_inf_class("ClFmtLvlInf");
+
 }  // namespace korvex

@@ -17,19 +17,6 @@ bool is_date_or_timestamp(std::int32_t code) {
   return code == attribute::date || code == attribute::timestamp;
 }
 
-// Whether stored settings still fit the item. In a table, dates and timestamps stand for each
-// other.
-bool fits(const ClDGCol& item, const FmtColRec& stored, std::int32_t layout) {
-  if (layout == layout_kind::table && is_date_or_timestamp(item.attribute) &&
-      is_date_or_timestamp(stored.attribute)) {
-    return true;
-  }
-  const ItemAttributes kept = {stored.attribute, stored.signed_flag, stored.length, stored.digits,
-                               stored.decimals};
-  return item.attribute == stored.attribute &&
-         effective_digits(item.attributes()) == effective_digits(kept);
-}
-
 bool gets_null_by_default(const ClColMain& main, const ClDGCol& item) {
   return main.layout_kind() != layout_kind::record_file && main.header().null_default == 1 &&
          item.null_allowed == 1;
@@ -101,6 +88,16 @@ std::int32_t reject_settings(ClColMain& main) {
 
 }  // namespace
 
+bool settings_fit(const ItemAttributes& item, const FmtColRec& stored, std::int32_t layout) {
+  if (layout == layout_kind::table && is_date_or_timestamp(item.attribute) &&
+      is_date_or_timestamp(stored.attribute)) {
+    return true;
+  }
+  const ItemAttributes kept = {stored.attribute, stored.signed_flag, stored.length, stored.digits,
+                               stored.decimals};
+  return item.attribute == stored.attribute && effective_digits(item) == effective_digits(kept);
+}
+
 std::int32_t reconcile(ClColMain& main) {
   const ControlHeader& header = main.header();
   main.settings_counter = main.settings.load(header.level, header.records, header.layout_kind);
@@ -119,7 +116,8 @@ std::int32_t reconcile(ClColMain& main) {
       if (result == 0) show_initial_value(main, item);
     } else {
       const FmtColRec& stored = main.settings.find_column(item.item_number)->record;
-      if (!fits(item, stored, header.layout_kind)) return reject_settings(main);
+      if (!settings_fit(item.attributes(), stored, header.layout_kind))
+        return reject_settings(main);
       result = show_settings(main, item, stored);
     }
     if (result != 0) return result;

@@ -44,7 +44,33 @@ std::int32_t read_columns(RecordCursor cursor, ClFmtLvlInf& level) {
   return 0;
 }
 
+// How many bytes the items of a level take, by their own counts; -1 when they do not fit the file.
+std::int64_t measure_columns(RecordCursor cursor, std::int32_t column_count) {
+  if (!cursor.holds(column_count, sizeof(FmtColRec))) return -1;
+  std::int64_t size = 0;
+  for (std::int32_t i = 0; i < column_count; ++i) {
+    FmtColRec column;
+    if (!cursor.read(column) || !cursor.holds(column.element_count, sizeof(FmtItemRec))) return -1;
+    const std::int64_t elements = std::int64_t{sizeof(FmtItemRec)} * column.element_count;
+    cursor.skip(static_cast<std::size_t>(elements));
+    size += std::int64_t{sizeof(FmtColRec)} + elements;
+  }
+  return size;
+}
+
+// The only level of a file of the previous version keeps its recorded size through the upgrade,
+// although its items have grown. It is told by that difference, and taken as large as it is.
+void correct_upgraded_size(std::string_view bytes, FmtLvlRec& level) {
+  const std::int64_t size =
+      measure_columns({bytes, static_cast<std::size_t>(level.data_offset)}, level.column_count);
+  const std::int64_t growth = std::int64_t{sizeof(FmtColRec) - previous_column_size};
+  if (size > 0 && level.data_size == size - growth * level.column_count) {
+    level.data_size = static_cast<std::int32_t>(size);
+  }
+}
+
 std::int32_t take_raw(std::string_view bytes, ClFmtLvlInf& level) {
+  correct_upgraded_size(bytes, level.record);
   const auto offset = static_cast<std::size_t>(level.record.data_offset);
   if (!RecordCursor(bytes, offset).holds(level.record.data_size, 1)) return error::cannot_read;
   level.is_raw = true;

@@ -14,6 +14,10 @@ namespace korvex {
 inline constexpr std::string_view current_magic = "TAMBO DATA FORMAT V3L1";
 inline constexpr std::string_view previous_magic = "TAMBO DATA FORMAT V2L1";
 
+// The previous version's item settings record: the fields of FmtColRec before the repeat fields,
+// and eight bytes more.
+inline constexpr std::size_t previous_column_size = 388;
+
 // Whether the header begins with the magic and nothing but zeros behind it.
 bool has_magic(const FmtHeadRec& header, std::string_view magic);
 
@@ -27,6 +31,9 @@ class RecordCursor {
 
   // Copies the next bytes to `record`; false, and nothing copied, when they are not there.
   bool read(void* record, std::size_t size);
+
+  // Passes over bytes that holds() has found there.
+  void skip(std::size_t size) { offset_ += size; }
 
   template <typename Record>
   bool read(Record& record) {

@@ -1,5 +1,6 @@
 #include "format/settings_upgrade.h"
 
+#include <algorithm>
 #include <cstring>
 #include <new>
 #include <vector>
@@ -18,13 +19,12 @@ namespace {
 using platform::File;
 using platform::FileCause;
 
-// The previous version's item settings record ends behind these fields.
-constexpr std::size_t previous_column_size = 388;
+// What the records of both versions share.
 constexpr std::size_t previous_fields_size = offsetof(FmtColRec, repeat_flag);
 
 template <std::size_t Size>
 void clean_field(char (&field)[Size]) {
-  store_field(field, std::string(field_text(field)));
+  std::fill(field + field_text(field).size(), field + Size, '\0');
 }
 
 void clean(FmtValRec& value) {

@@ -28,6 +28,7 @@ class MomentGenerator : public ElementGenerator {
   struct RunLimits {
     int first = 1;
     int last = 0;
+    bool is_empty() const { return first > last; }
   };
   virtual RunLimits run_limits() const = 0;
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 
 #include "format/record_text.h"
 #include "generate/character_generator.h"
@@ -16,7 +17,10 @@ namespace {
 // Fixed text of a format.
 class FixedGenerator : public ElementGenerator {
  public:
-  using ElementGenerator::ElementGenerator;
+  FixedGenerator(const ItemContext& context, const ClFmtItemInf& element)
+      : ElementGenerator(context, element) {
+    begin_idle_run();
+  }
 
   void restart() override { set_text(field_text(settings_.text)); }
 
@@ -85,6 +89,14 @@ void ElementGenerator::begin_run(const char* wheel, std::int64_t index, std::int
   wheel_place_ = wheel + static_cast<std::ptrdiff_t>(tail_size) * index;
   wheel_step_ = static_cast<std::ptrdiff_t>(tail_size) * change;
   tail_ = text_ + length_ - tail_size;
+}
+
+void ElementGenerator::begin_idle_run() {
+  static constexpr char unread[tail_size] = {};
+  run_left_ = run_size_ = std::numeric_limits<std::int64_t>::max();
+  wheel_place_ = unread;
+  wheel_step_ = 0;
+  tail_ = idle_tail_;
 }
 
 std::int64_t ElementGenerator::end_run() {

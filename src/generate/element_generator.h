@@ -83,9 +83,25 @@ class ElementGenerator {
   // Back to the start value and its text.
   virtual void restart() = 0;
 
- protected:
   static constexpr std::size_t tail_size = 2;
 
+  // The text that write() would write.
+  std::string_view text() const { return {text_, length_}; }
+
+  // What is left of the announced run: how many steps, where the wheel stands and how far it turns
+  // each time; a turn of 0 leaves the text as it is.
+  std::int64_t run_left() const { return run_left_; }
+  const char* wheel_place() const { return wheel_place_; }
+  std::ptrdiff_t wheel_step() const { return wheel_step_; }
+
+  // Takes `steps` steps of the run at once.
+  void skip(std::int64_t steps) {
+    run_left_ -= steps;
+    wheel_place_ += steps * wheel_step_;
+    std::memcpy(tail_, wheel_place_, tail_size);
+  }
+
+ protected:
   // The step that no run covers.
   virtual StepOutcome step(ItemPass& pass) = 0;
 
@@ -93,6 +109,9 @@ class ElementGenerator {
   // pairs, from the pair at `index` on, `change` pairs further each time. The text must not change
   // its length before the run is over.
   void begin_run(const char* wheel, std::int64_t index, std::int64_t change, std::int64_t steps);
+
+  // Announces that the text stays as it is.
+  void begin_idle_run();
 
   // How many steps of the run have been taken; the run is over then.
   std::int64_t end_run();
@@ -111,6 +130,7 @@ class ElementGenerator {
   std::ptrdiff_t wheel_step_ = 0;
   char* tail_ = nullptr;
   std::int64_t run_size_ = 0;
+  char idle_tail_[tail_size] = {};
 
  protected:
   // The text written next. Longer than any element's field, so that chunk copies stay inside.

@@ -13,17 +13,10 @@
 
 namespace korvex {
 
-namespace {
-const platform::RuntimeClass<ClGenerateDataFile> registration("ClGenerateDataFile");
-}
-
 std::int32_t ClGenerateDataFile::run() {
   try {
-    main.set_run_mode(run_mode::generator);
-    std::int32_t result = main.load();
+    std::int32_t result = load();
     if (result < 0) return result;
-    if (main.header().records < 0) return error::cannot_operate;
-
     const std::string log_file = log_path(main.work_folder(), main.data_path());
     result = generate();
     if (result < 0) return result;
@@ -33,7 +26,44 @@ std::int32_t ClGenerateDataFile::run() {
   }
 }
 
+std::int32_t ClGenerateDataFile::measure(std::uint64_t& bytes) {
+  bytes = 0;
+  try {
+    std::int32_t result = load();
+    if (result == 0) result = prepare();
+    if (result <= 0) return result < 0 ? result : error::no_data_file;
+    LineBlock lines(0);
+    for (std::int32_t done = 0; done < main.header().records; ++done) {
+      result = assemble_next(lines);
+      if (result != 0) return result;
+      // A line feed is added to each line, or takes the place of its last comma.
+      const bool adds_line_feed = main.layout_kind() != layout_kind::third;
+      bytes += lines.line_size() + (adds_line_feed ? 1 : 0);
+      lines.finish_line();
+      lines.remove_front(lines.finished().size());
+    }
+    return 0;
+  } catch (const std::bad_alloc&) {
+    return error::out_of_memory;
+  }
+}
+
+std::int32_t ClGenerateDataFile::load() {
+  main.set_run_mode(run_mode::generator);
+  const std::int32_t result = main.load();
+  if (result < 0) return result;
+  return main.header().records < 0 ? error::cannot_operate : 0;
+}
+
 std::int32_t ClGenerateDataFile::generate() {
+  const std::int32_t result = prepare();
+  if (result <= 0) return result;
+  if (asks_about_repeats() && !user_accepts_fewer_records()) return error::repeat_exceeds_records;
+  return write_data_file();
+}
+
+// Everything before the first record: 1 when records can be assembled, 0 without settings.
+std::int32_t ClGenerateDataFile::prepare() {
   const ControlHeader& header = main.header();
   main.settings.set_paths(main.settings_path(), main.work_folder());
   std::int32_t result = main.settings.load(header.level, header.records, header.layout_kind);
@@ -43,9 +73,7 @@ std::int32_t ClGenerateDataFile::generate() {
   quotation_ = main.settings.quotation() == 1;
   result = prepare_repeats();
   if (result == 0) result = prepare_items();
-  if (result != 0) return result;
-  if (asks_about_repeats() && !user_accepts_fewer_records()) return error::repeat_exceeds_records;
-  return write_data_file();
+  return result < 0 ? result : 1;
 }
 
 std::int32_t ClGenerateDataFile::prepare_repeats() {
@@ -115,6 +143,14 @@ bool ClGenerateDataFile::user_accepts_fewer_records() const {
          platform::Answer::yes;
 }
 
+std::int32_t ClGenerateDataFile::assemble_next(LineBlock& lines) {
+  const std::int32_t result = assembler_.assemble(lines);
+  if (repeat_in_use_ && !assembler_.run().repeats_finished) {
+    assembler_.run().repeats_finished = repeats_.advance();
+  }
+  return result;
+}
+
 std::int32_t ClGenerateDataFile::write_data_file() {
   const std::string path = main.data_path();
   platform::File file;
@@ -147,7 +183,7 @@ std::int32_t ClGenerateDataFile::write_records(platform::File& file) {
   ProgressMeter meter(*progress, percentage_denominator(records, is_guarded && repeat_in_use_));
   RecordWriter writer(file, main.layout_kind(), output_option);
   for (std::int32_t done = 0; done < records;) {
-    std::int32_t result = assembler_.assemble(writer.lines());
+    std::int32_t result = assemble_next(writer.lines());
     if (result == 0) result = writer.accept();
     if (result == error::output_limit) {
       const std::int32_t flushed = writer.flush();
@@ -155,9 +191,6 @@ std::int32_t ClGenerateDataFile::write_records(platform::File& file) {
     }
     if (result != 0) return result;
     ++done;
-    if (repeat_in_use_ && !assembler_.run().repeats_finished) {
-      assembler_.run().repeats_finished = repeats_.advance();
-    }
     if (progress->cancel_requested()) return error::cancelled;
     meter.update(done);
   }

@@ -27,13 +27,20 @@ class ClGenerateDataFile : public platform::Object {
   // A failed run leaves no data file, except that after -76 the lines before the limit stay.
   std::int32_t run();
 
+  // The exact size of the file that run() would write without a limit: assembles all records and
+  // writes none. In place of run(). The same codes.
+  std::int32_t measure(std::uint64_t& bytes);
+
   ClColMain main;
   std::int32_t output_option = 0;
   void* parent = nullptr;
   std::uint64_t repeat_item_count = 0;
 
  private:
+  std::int32_t load();
   std::int32_t generate();
+  std::int32_t prepare();
+  std::int32_t assemble_next(LineBlock& lines);
   std::int32_t prepare_items();
   std::int32_t prepare_item(const ClFmtColInf& column);
   std::int32_t prepare_enumeration(const ClFmtColInf& column, ItemGenerator& generator);
@@ -52,5 +59,8 @@ class ClGenerateDataFile : public platform::Object {
   GenerationLog log_;
   bool data_file_begun_ = false;
 };
+
+inline const platform::RuntimeClass<ClGenerateDataFile> generate_data_file_class(
+    "ClGenerateDataFile");
 
 }  // namespace korvex

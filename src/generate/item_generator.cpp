@@ -32,7 +32,8 @@ ItemGenerator::ItemGenerator(const ClFmtColInf& column, std::int32_t layout_kind
                                   element->record.kind == format_kind::timestamp;
     }
   }
-  room_ = elements_.size() * ElementGenerator::max_text_size + field_frame_size;
+  room_ =
+      elements_.size() * ElementGenerator::max_text_size + field_frame_size + LineBlock::chunk_size;
 }
 
 void ItemGenerator::join_repeat(const ClRepeatData* next) {
@@ -176,12 +177,6 @@ char* ItemGenerator::open_field(LineBlock& line) const {
   line.require(room_);
   char* out = line.cursor();
   if (quoted_) *out++ = quotation_mark;
-  return out;
-}
-
-char* ItemGenerator::close_field(char* out) const {
-  if (quoted_) *out++ = quotation_mark;
-  *out++ = ',';
   return out;
 }
 

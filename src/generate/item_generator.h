@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <string>
 #include <vector>
@@ -41,6 +43,43 @@ class ItemGenerator {
     return mode_ == assembly_mode::plain ? append_plain(line) : append_other(line, run);
   }
 
+  // For how many records the field keeps its shape and nothing but the characters that its
+  // elements' runs turn; 0 where that can't be said.
+  std::int64_t steady_steps() const {
+    if (mode_ != assembly_mode::plain || fields_ > 1) return 0;
+    std::int64_t steps = std::numeric_limits<std::int64_t>::max();
+    for (const auto& element : elements_) {
+      if (!element->is_off()) steps = std::min(steps, element->run_left());
+    }
+    return steps;
+  }
+
+  // Writes the field as it stands at `out`, where there must be room() bytes, without taking a
+  // step. Hands over each turning element and the end of its text; answers the end of the field.
+  template <typename Visit>
+  char* write_pattern(char* out, Visit visit) const {
+    if (quoted_) *out++ = quotation_mark;
+    for (const auto& element : elements_) {
+      if (element->is_off()) continue;
+      out = element->write(out);
+      if (element->wheel_step() != 0) visit(*element, out);
+    }
+    return close_field(out);
+  }
+
+  // The most bytes that the field's elements can give, and the overhang of writing them.
+  std::size_t room() const { return room_; }
+
+  // Takes `steps` steps that steady_steps() has promised.
+  void skip(std::int64_t steps) {
+    for (const auto& element : elements_) {
+      if (!element->is_off()) element->skip(steps);
+    }
+  }
+
+  // Tells the item that it stands in one more field of a record.
+  void add_field() { ++fields_; }
+
   // Makes the item a member of the repeat table. `next` is the entry of the next inner level, null
   // for the innermost; both must outlive this object.
   void join_repeat(const ClRepeatData* next);
@@ -62,7 +101,11 @@ class ItemGenerator {
   void append_enumeration_value(LineBlock& line);
   [[gnu::always_inline]] inline std::int32_t walk_elements(char*& out, bool& ended);
   char* open_field(LineBlock& line) const;
-  char* close_field(char* out) const;
+  char* close_field(char* out) const {
+    if (quoted_) *out++ = quotation_mark;
+    *out++ = ',';
+    return out;
+  }
   void append_empty(LineBlock& line) const;
   void end_cycle();
   void restart_elements();
@@ -76,6 +119,7 @@ class ItemGenerator {
   std::size_t room_ = 0;  // for the longest field that the elements can give
   std::vector<std::unique_ptr<ElementGenerator>> elements_;
   ItemPass pass_;
+  std::int32_t fields_ = 0;
   std::int32_t mode_ = assembly_mode::plain;
 
   bool is_repeat_member_ = false;

@@ -78,7 +78,8 @@ NumberGenerator::NumberGenerator(const ItemContext& context, const ClFmtItemInf&
 }
 
 void NumberGenerator::load(const FmtValRec& value) {
-  sign_ = value.sign;
+  // Values that carry no sign of their own count as plus.
+  sign_ = value.sign == sign_minus ? sign_minus : sign_plus;
   high_ = value.high;
   low_ = value.low;
 }

@@ -14,8 +14,6 @@ namespace korvex {
 
 namespace {
 
-const platform::RuntimeClass<ClRepeatCalcMain> registration("ClRepeatCalcMain");
-
 // Products beyond 64 bits read as too large; they are held at this bound and never wrap.
 __extension__ using Wide = __int128;
 constexpr Wide wide_limit = Wide{1} << 90;

@@ -30,4 +30,6 @@ class ClRepeatCalcMain : public platform::Object {
   std::uint64_t data_items = 0;
 };
 
+inline const platform::RuntimeClass<ClRepeatCalcMain> repeat_calc_main_class("ClRepeatCalcMain");
+
 }  // namespace korvex

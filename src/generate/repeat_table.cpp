@@ -10,8 +10,6 @@ namespace korvex {
 
 namespace {
 
-const platform::RuntimeClass<ClRepeatData> registration("ClRepeatData");
-
 constexpr std::int32_t outermost_level = 1;
 
 const FmtColRec* repeat_settings(const ClColMain& main, const ClDGCol& item) {

@@ -23,6 +23,8 @@ class ClRepeatData : public platform::Object {
   ItemGenerator* item = nullptr;  // whose values the entry counts; owned by the run
 };
 
+inline const platform::RuntimeClass<ClRepeatData> repeat_data_class("ClRepeatData");
+
 using ClRepeatDataList = platform::ObjectList<ClRepeatData>;
 
 // Whether no other item (of another number) of the control file repeats at the level: 0, or -104.

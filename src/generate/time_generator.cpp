@@ -47,6 +47,12 @@ bool TimestampGenerator::change_fields() {
   } else if (is_date(fields_, 1970, 1, 1) && is_time(fields_, 9, 0) && next < 0) {
     return step_past_first();
   }
+  // Within a day of the calendar nothing but the clock moves.
+  const std::int64_t second = second_of_day(fields_) + change();
+  if (!run_limits().is_empty() && second >= 0 && second < seconds_per_day) {
+    set_time(second, fields_);
+    return true;
+  }
   return set_moment(second_number(fields_) + change(), fields_) || overflow();
 }
 

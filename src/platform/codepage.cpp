@@ -2,6 +2,7 @@
 
 #include <iconv.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 
@@ -44,6 +45,12 @@ class Converter {
  private:
   iconv_t handle_;
 };
+
+bool is_utf8(std::string_view text) {
+  Converter converter("UTF-32LE", "UTF-8");
+  std::string ignored;
+  return converter.usable() && converter.convert(text, ignored) == text.size();
+}
 
 // The value of the character at `text`, which is then shortened by it; 0 at the end and for a lead
 // byte with nothing behind it.
@@ -93,6 +100,21 @@ std::string to_utf8(std::string_view text) {
     out += replacement_character;
     text.remove_prefix(1);
   }
+}
+
+std::string message_to_utf8(std::string_view message) {
+  std::string out;
+  while (!message.empty()) {
+    const auto end = std::min(message.find('\n'), message.size() - 1) + 1;
+    const std::string_view line = message.substr(0, end);
+    if (is_utf8(line)) {
+      out.append(line);
+    } else {
+      out += to_utf8(line);
+    }
+    message.remove_prefix(end);
+  }
+  return out;
 }
 
 std::optional<std::string> from_utf8(std::string_view text, std::size_t* bad_offset) {

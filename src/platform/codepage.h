@@ -21,6 +21,10 @@ int compare_characters(std::string_view left, std::string_view right);
 // For screens: what has no meaning in the code page becomes U+FFFD. Never fails.
 std::string to_utf8(std::string_view text);
 
+// For messages, which hold texts of the code page and paths, whose bytes are UTF-8 on this system:
+// a line that is UTF-8 stays, any other is converted.
+std::string message_to_utf8(std::string_view message);
+
 // Nothing when the text is not UTF-8 or holds a character that the code page lacks; `bad_offset`
 // then receives the byte offset of that character.
 std::optional<std::string> from_utf8(std::string_view text, std::size_t* bad_offset = nullptr);

@@ -64,7 +64,7 @@ bool is_yes(std::string_view answer) {
 }  // namespace
 
 Answer ConsoleInterface::show_message(MessageKind kind, const std::string& text) {
-  std::cerr << to_utf8(text) << std::endl;
+  std::cerr << message_to_utf8(text) << std::endl;
   if (kind != MessageKind::question && kind != MessageKind::warning_question) return Answer::ok;
 
   if (::isatty(STDIN_FILENO) == 1 && ::isatty(STDERR_FILENO) == 1) {
@@ -81,6 +81,6 @@ std::unique_ptr<ProgressSink> ConsoleInterface::open_progress(void*, bool) {
   return std::make_unique<ConsoleProgress>();
 }
 
-int ConsoleInterface::open_editor(const std::string& path) { return start_editor(path); }
+int ConsoleInterface::open_editor(const std::string& path) { return run_editor(path); }
 
 }  // namespace korvex::platform

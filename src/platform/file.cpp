@@ -83,6 +83,8 @@ FileCause File::open(const std::string& path, int flags, unsigned mode) {
   if (file_calls().fstat(descriptor_, &status) != 0) {
     const FileCause cause = cause_from_errno(errno);
     discard();
+    // A file that this call made must not stay behind its failure.
+    if ((flags & O_EXCL) != 0) remove_file(path);
     return cause;
   }
   if (S_ISDIR(status.st_mode)) {

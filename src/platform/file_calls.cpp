@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <cstdlib>
 
 namespace korvex::platform {
 
@@ -31,7 +30,7 @@ const FileCalls& system_file_calls() {
       .flock = ::flock,
       .rename = ::rename,
       .unlink = ::unlink,
-      .realpath = ::realpath,
+      .readlink = ::readlink,
       .mkdir = ::mkdir,
   };
   return calls;

@@ -20,7 +20,7 @@ struct FileCalls {
   int (*flock)(int descriptor, int operation);
   int (*rename)(const char* from, const char* to);
   int (*unlink)(const char* path);
-  char* (*realpath)(const char* path, char* resolved);
+  ssize_t (*readlink)(const char* path, char* target, size_t size);
   int (*mkdir)(const char* path, mode_t mode);
 };
 

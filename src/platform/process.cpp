@@ -2,20 +2,26 @@
 
 #include <spawn.h>
 #include <sys/types.h>
+#include <sys/wait.h>
 
+#include <cerrno>
 #include <cstdlib>
 
 extern char** environ;
 
 namespace korvex::platform {
 
-int start_editor(const std::string& path) {
+int run_editor(const std::string& path) {
   const char* chosen = std::getenv("KORVEX_EDITOR");
   std::string program = chosen != nullptr && *chosen != '\0' ? chosen : "xdg-open";
   std::string argument = path;
   char* arguments[] = {program.data(), argument.data(), nullptr};
   pid_t child = 0;
-  return ::posix_spawnp(&child, program.c_str(), nullptr, nullptr, arguments, environ);
+  const int failure = ::posix_spawnp(&child, program.c_str(), nullptr, nullptr, arguments, environ);
+  if (failure == 0) {
+    while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) continue;
+  }
+  return failure;
 }
 
 }  // namespace korvex::platform

@@ -3,8 +3,8 @@
 
 #include <array>
 #include <cerrno>
-#include <cstdlib>
-#include <memory>
+#include <climits>
+#include <string_view>
 
 #include "platform/file.h"
 #include "platform/file_calls.h"
@@ -14,22 +14,33 @@ namespace korvex::platform {
 
 namespace {
 
-// What the path leads to when every link is followed; the path itself when that is nothing yet.
-std::string resolve(const std::string& path) {
-  const std::unique_ptr<char, decltype(&std::free)> resolved(
-      file_calls().realpath(path.c_str(), nullptr), &std::free);
-  return resolved ? std::string(resolved.get()) : path;
+// More links in a row than this are a circle.
+constexpr int max_links = 40;
+
+// Follows `path` while it is a link, also to a place where nothing stands yet.
+FileCause resolve(std::string& path) {
+  for (int i = 0; i < max_links; ++i) {
+    struct stat status = {};
+    if (file_calls().lstat(path.c_str(), &status) != 0) {
+      return errno == ENOENT ? FileCause::none : cause_from_errno(errno);
+    }
+    if (!S_ISLNK(status.st_mode)) return FileCause::none;
+    std::array<char, PATH_MAX> target;
+    const ssize_t size = file_calls().readlink(path.c_str(), target.data(), target.size());
+    if (size < 0) return cause_from_errno(errno);
+    const std::string_view leads_to(target.data(), static_cast<std::size_t>(size));
+    path = leads_to.starts_with('/') ? std::string(leads_to) : join_path(folder_of(path), leads_to);
+  }
+  return FileCause::bad_path;
 }
 
-FileCause sync_folder(const std::string& folder) {
+// Asks the disk to remember the new name. The rename has happened whatever the answer, so a folder
+// that cannot be synchronised is no failure.
+void sync_folder(const std::string& folder) {
   const int descriptor = file_calls().open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0);
-  if (descriptor < 0) return cause_from_errno(errno);
-  const bool synced = file_calls().fsync(descriptor) == 0;
-  // Some file systems refuse to synchronise a folder; the rename itself has then succeeded.
-  const FileCause cause =
-      synced || errno == EINVAL || errno == EROFS ? FileCause::none : cause_from_errno(errno);
+  if (descriptor < 0) return;
+  file_calls().fsync(descriptor);
   file_calls().close(descriptor);
-  return cause;
 }
 
 FileCause change_mode(const std::string& path, mode_t mode) {
@@ -77,36 +88,41 @@ FileCause move_into_place(const std::string& from, const std::string& target) {
                                                                 : cause_from_errno(errno);
 }
 
+// For a target on another file system: the bytes are copied beside it before they take its name.
+FileCause copy_into_place(const std::string& from, const std::string& target) {
+  const std::string beside = target + ".korvex-new";
+  remove_file(beside);
+  FileCause cause = copy_to_new(from, beside);
+  if (cause == FileCause::none) cause = move_into_place(beside, target);
+  if (cause != FileCause::none) remove_file(beside);
+  remove_file(from);
+  return cause;
+}
+
 }  // namespace
 
 void remove_output(const std::string& path) {
-  const std::string target = resolve(path);
+  std::string target = path;
   struct stat status = {};
-  if (file_calls().lstat(target.c_str(), &status) == 0 && S_ISREG(status.st_mode)) {
+  if (resolve(target) == FileCause::none && file_calls().lstat(target.c_str(), &status) == 0 &&
+      S_ISREG(status.st_mode)) {
     file_calls().unlink(target.c_str());
   }
 }
 
 FileCause replace_file(const std::string& from, const std::string& to) {
-  const std::string target = resolve(to);
-  FileCause cause = change_mode(from, mode_for(target));
+  std::string target = to;
+  FileCause cause = resolve(target);
+  if (cause == FileCause::none) cause = change_mode(from, mode_for(target));
   if (cause == FileCause::none && file_calls().rename(from.c_str(), target.c_str()) != 0) {
-    if (errno == EXDEV) {
-      const std::string beside = target + ".korvex-new";
-      remove_file(beside);
-      cause = copy_to_new(from, beside);
-      if (cause == FileCause::none) cause = move_into_place(beside, target);
-      if (cause != FileCause::none) remove_file(beside);
-      remove_file(from);
-    } else {
-      cause = cause_from_errno(errno);
-    }
+    cause = errno == EXDEV ? copy_into_place(from, target) : cause_from_errno(errno);
   }
   if (cause != FileCause::none) {
     remove_file(from);
     return cause;
   }
-  return sync_folder(folder_of(target));
+  sync_folder(folder_of(target));
+  return FileCause::none;
 }
 
 }  // namespace korvex::platform

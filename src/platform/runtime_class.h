@@ -24,8 +24,8 @@ std::unique_ptr<Object> create_object(std::string_view class_name);
 
 void register_class(std::string_view class_name, ObjectFactory factory);
 
-// One static object of this kind beside a class makes it known by name. The name must live as long
-// as the program.
+// One inline variable of this kind behind a class makes it known by name, in every program that
+// uses the class. The name must live as long as the program.
 template <typename T>
 struct RuntimeClass {
   explicit RuntimeClass(std::string_view name) {

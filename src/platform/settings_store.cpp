@@ -37,7 +37,8 @@ FileCause read_whole(const std::string& path, std::string& content) {
   std::size_t count = 0;
   cause = file.read(content.data(), content.size(), count);
   content.resize(count);
-  return cause;
+  // What does not fit could not be written back.
+  return cause == FileCause::none && count == max_file_size ? FileCause::generic : cause;
 }
 
 bool make_folders(const std::string& folder) {

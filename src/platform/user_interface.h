@@ -19,7 +19,8 @@ class ProgressSink {
   virtual bool cancel_requested() = 0;
 };
 
-// Everything that the module says to the person in front of it. Texts are code page 932.
+// Everything that the module says to the person in front of it. Texts are code page 932, except
+// that paths stand in them as they are.
 class UserInterface {
  public:
   virtual ~UserInterface() = default;

@@ -1,0 +1,94 @@
+// What a record costs in the assembler, by the kind of its one element: no file, no driver.
+
+#include <benchmark/benchmark.h>
+
+#include <cstddef>
+#include <cstdint>
+
+#include "format/fmt_file.h"
+#include "format/records.h"
+#include "formatlang/attributes.h"
+#include "generate/item_generator.h"
+#include "generate/line_block.h"
+#include "generate/record_assembler.h"
+
+namespace korvex {
+namespace {
+
+constexpr std::int32_t item_number = 1;
+constexpr std::int32_t level = 1;
+constexpr std::int32_t records = 1;
+
+constexpr std::size_t block_size = 64 * 1024;
+
+constexpr std::int32_t character = 1;
+constexpr std::int32_t decimal = 4;
+constexpr std::int32_t national = 11;
+
+struct Workload {
+  const char* name;
+  ItemAttributes item;
+  RangeTexts texts;
+};
+
+constexpr ItemAttributes date_item = {
+    .attribute = attribute::date, .signed_flag = 0, .length = 8, .digits = 8, .decimals = 0};
+
+const Workload workloads[] = {
+    {"number_10U", {decimal, 0, 10, 10, 0}, {"%10U", "1", "9999999999", "1"}},
+    {"signed_number_5D", {decimal, 1, 6, 5, 0}, {"%5D", "1", "99999", "1"}},
+    {"decimal_number_6.2U", {decimal, 0, 9, 8, 2}, {"%6.2U", "0.01", "999999.99", "0.01"}},
+    {"letters_5S", {character, 0, 5, 5, 0}, {"%5S", "AAAAA", "ZZZZZ", "1"}},
+    {"full_width_2N", {national, 0, 4, 2, 0}, {"%2N", "\x82\xa0\x82\xa0", "\x82\xf1\x82\xf1", "1"}},
+    {"date_4YMD", date_item, {"%4YMD", "19700101", "20380119", "1"}},
+    {"unchecked_date_2YMA", date_item, {"%2YMA", "700101", "991231", "1"}},
+    {"time_T", {attribute::time, 0, 6, 6, 0}, {"%T", "000000", "235959", "1"}},
+    {"timestamp_TS",
+     {attribute::timestamp, 0, 15, 15, 0},
+     {"%TS", "19700101 090000", "20380119 031407", "9"}},
+    {"fixed_and_letters_5s", {character, 0, 10, 10, 0}, {"CUST-'%5s", "aaaaa", "zzzzz", "1"}},
+};
+
+// Checked as settings that a user enters. They are of no file, and nothing is saved.
+std::int32_t store_settings(const Workload& workload, ClFmtFile& settings) {
+  settings.set_run_mode(run_mode::settings_only);
+  const std::int32_t loaded = settings.load(level, records, layout_kind::record_file);
+  if (loaded < 0) return loaded;
+  settings.edited().texts = workload.texts;
+  settings.edited().choices.exceeded_action = exceeded_action::repeat;
+  return settings.check_and_store(item_number, workload.item);
+}
+
+void assemble_records(benchmark::State& state, const Workload& workload) {
+  ClFmtFile settings;
+  if (store_settings(workload, settings) < 0) return state.SkipWithError("settings refused");
+  ItemGenerator item(*settings.find_column(item_number), layout_kind::record_file, false);
+  SequentialAssembler assembler;
+  assembler.add_field(item);
+  LineBlock lines(block_size);
+  for (auto _ : state) {
+    if (assembler.assemble(lines) != 0) return state.SkipWithError("the run failed");
+    lines.finish_line();
+    if (lines.finished().size() >= block_size) {
+      benchmark::DoNotOptimize(lines.finished().data());
+      benchmark::ClobberMemory();
+      lines.remove_front(lines.finished().size());
+    }
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+
+}  // namespace
+}  // namespace korvex
+
+int main(int argc, char** argv) {
+  for (const korvex::Workload& workload : korvex::workloads) {
+    benchmark::RegisterBenchmark(workload.name, [&workload](benchmark::State& state) {
+      korvex::assemble_records(state, workload);
+    });
+  }
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+  benchmark::RunSpecifiedBenchmarks();
+  benchmark::Shutdown();
+}

@@ -1,0 +1,70 @@
+"""Times korvex over growing record counts, and reads its peak memory."""
+
+import argparse
+import shutil
+import statistics
+
+from machine import build_line, build_release, machine_line
+from options import positive
+from paths import scratch_folder
+from timing import remove, run_for_peak_memory, run_timed
+from workload import LAYOUT_NAME, NULL_DEVICE, KorvexRun
+
+RECORD_COUNTS = (50_000, 500_000, 5_000_000, 50_000_000)
+DEFAULT_RUNS = 3
+MOST_RECORD_BYTES = 100  # to see beforehand whether the disk has room
+
+
+def measure(run, runs):
+    """Seconds of each run after a warm-up, and the peak memory of one more in KiB."""
+
+    def seconds():
+        return run_timed(run.command, run.environment, run.output)
+
+    seconds()
+    counted = [seconds() for _ in range(runs)]
+    peak = run_for_peak_memory(run.command, run.environment, run.output)
+    remove(run.output)
+    return counted, peak
+
+
+def print_target(title, folder, program, runs, data):
+    start_up, _ = measure(KorvexRun(program, folder, 0, data), runs)
+    print(f"\n{title}, start-up (no records) {statistics.median(start_up) * 1000:.1f} ms")
+    print(
+        f"{'records':>12} {'median s':>9} {'min s':>9} {'max s':>9} "
+        f"{'ns/record':>10} {'peak MiB':>9}"
+    )
+    for records in RECORD_COUNTS:
+        if data != NULL_DEVICE:
+            if shutil.disk_usage(folder).free < records * MOST_RECORD_BYTES:
+                print(f"{records:12,} no room on the disk")
+                continue
+        seconds, peak = measure(KorvexRun(program, folder, records, data), runs)
+        median = statistics.median(seconds)
+        cost = (median - statistics.median(start_up)) / records * 1e9
+        print(
+            f"{records:12,} {median:9.3f} {min(seconds):9.3f} {max(seconds):9.3f} "
+            f"{cost:10.1f} {peak / 1024:9.1f}",
+            flush=True,
+        )
+
+
+def main():
+    parser = argparse.ArgumentParser(prog="bench/scaling", description=__doc__)
+    parser.add_argument(
+        "--runs", type=positive, default=DEFAULT_RUNS, metavar="N", help="counted runs"
+    )
+    runs = parser.parse_args().runs
+    program = build_release()
+    with scratch_folder() as folder:
+        print(f"machine:  {machine_line(folder)}")
+        print(f"build:    {build_line(program)}")
+        print(f"workload: {LAYOUT_NAME}; ns/record is beyond the start-up")
+        print(f"runs:     {runs} after a warm-up, output removed before each; one more for memory")
+        print_target("to /dev/null", folder, program, runs, NULL_DEVICE)
+        print_target("to a file", folder, program, runs, folder / "scaling.csv")
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "format/lvl_inf.h"
+#include "formatlang/attributes.h"
+#include "formatlang/default_settings.h"
+
+// A layout: what a person writes down about a data file and its items. Character data is held in
+// code page 932 as the module takes it, paths as the file system takes them.
+namespace korvex::host {
+
+// Where something stands in the layout file, both from 1. Line 0 means the file as a whole.
+struct SourcePlace {
+  std::uint32_t line = 0;
+  std::uint32_t column = 0;
+};
+
+struct LayoutError {
+  SourcePlace place;
+  std::string text;  // what stands there and what was expected
+};
+
+// How often an item repeats its values, at its place among the nested repeats.
+struct RepeatSettings {
+  std::int32_t level = 0;
+  std::int32_t count = 0;
+};
+
+// What an item takes its values from.
+enum class ValueSource { initial, range, attribute_default, reference, enumeration };
+
+// The values that an item gets.
+struct ItemValues {
+  ValueSource source = ValueSource::initial;
+  RangeTexts texts;       // range
+  RangeChoices choices;   // range; enumeration takes the end-exceeded action only
+  std::string item_name;  // reference
+  std::string file;       // enumeration
+  std::optional<RepeatSettings> repeat;
+  SourcePlace place;
+};
+
+struct LayoutItem {
+  std::int32_t number = 0;
+  std::string name;
+  std::string description;
+  ItemAttributes attributes;
+  bool has_invalid_digits = false;  // counts without decimals; the user is warned
+  bool nullable = true;
+  std::optional<ItemValues> values;  // nothing keeps what the settings file holds
+  SourcePlace place;
+};
+
+struct Layout {
+  std::string file;  // the layout file, as named by the user
+  std::int32_t kind = 0;
+  std::int32_t records = 0;
+  std::int32_t level = 1;
+  bool null_default = false;
+  std::int32_t quotation = 0;
+  std::string data;
+  std::string settings;
+  std::string work;
+  std::vector<LayoutItem> items;
+};
+
+}  // namespace korvex::host

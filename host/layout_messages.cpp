@@ -1,0 +1,53 @@
+#include "host/layout_messages.h"
+
+#include <ostream>
+
+#include "control/error_texts.h"
+#include "format/error_codes.h"
+#include "host/printable_text.h"
+
+namespace korvex::host {
+
+namespace {
+
+void print_item_message(const Layout& layout, const LayoutItem& item, SourcePlace place,
+                        std::int32_t code, std::ostream& messages) {
+  messages << layout.file << ":" << place.line << ": item " << printable_from_code_page(item.name)
+           << ": " << numbered_message(code, layout) << "\n";
+}
+
+}  // namespace
+
+bool print_layout_errors(const LayoutReading& reading, std::ostream& messages) {
+  for (const LayoutError& error : reading.errors) {
+    messages << reading.layout.file << ":";
+    if (error.place.line > 0) messages << error.place.line << ":" << error.place.column << ":";
+    messages << " " << error.text << "\n";
+  }
+  return !reading.errors.empty();
+}
+
+std::string numbered_message(std::int32_t code, const Layout& layout) {
+  std::string text;
+  append_error_text(code, layout.kind, text);
+  return text;
+}
+
+void print_warnings(const Layout& layout, std::ostream& messages) {
+  for (const LayoutItem& item : layout.items) {
+    if (!item.has_invalid_digits) continue;
+    print_item_message(layout, item, item.place, error::invalid_items, messages);
+  }
+}
+
+bool print_failures(const SettingsResult& result, const Layout& layout, std::ostream& messages) {
+  for (const ItemFailure& failure : result.failures) {
+    print_item_message(layout, *failure.item, failure.item->values->place, failure.code, messages);
+  }
+  if (result.file_code != 0) {
+    messages << layout.settings << ": " << numbered_message(result.file_code, layout) << "\n";
+  }
+  return !result.failures.empty() || result.file_code != 0;
+}
+
+}  // namespace korvex::host

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <iosfwd>
+#include <string>
+
+#include "host/layout_reader.h"
+#include "host/settings_editor.h"
+
+// What the commands say about a layout, on the stream for messages.
+namespace korvex::host {
+
+// Every error with its place. Answers whether there was one.
+bool print_layout_errors(const LayoutReading& reading, std::ostream& messages);
+
+// The module's numbered message of a code, in the words of the layout's kind.
+std::string numbered_message(std::int32_t code, const Layout& layout);
+
+// Warns of items with impossible digits, which are used all the same.
+void print_warnings(const Layout& layout, std::ostream& messages);
+
+// Every failure of writing the layout's settings. Answers whether there was one.
+bool print_failures(const SettingsResult& result, const Layout& layout, std::ostream& messages);
+
+}  // namespace korvex::host

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace korvex::host {
+
+// A path as a layout gives it, seen from where the program runs: a relative one is relative to the
+// layout file's folder. Nothing is resolved or checked on disk.
+std::string path_beside_layout(std::string_view layout_file, std::string_view path);
+
+// The layout file's folder, "." for a layout in the working folder.
+std::string layout_folder(std::string_view layout_file);
+
+// The data file's path with the extension of settings files.
+std::string default_settings_path(std::string_view data_path);
+
+// Where the module writes the log of a run.
+std::string log_path(std::string_view data_path, std::string_view work_folder);
+
+}  // namespace korvex::host

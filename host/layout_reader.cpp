@@ -1,0 +1,159 @@
+#include "host/layout_reader.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <tuple>
+
+#include "control/control_file.h"
+#include "host/item_reader.h"
+#include "host/layout_paths.h"
+#include "host/path_reader.h"
+#include "host/table_reader.h"
+
+namespace korvex::host {
+
+namespace {
+
+constexpr std::array<std::string_view, 3> kind_names = {"record", "table", "iso"};
+constexpr std::array<std::string_view, 2> quote_names = {"none", "double"};
+
+constexpr std::size_t longest_path = control_path_size - 1;
+
+// The paths that a layout leaves out follow from the others: one report is enough.
+void check_path_lengths(TableReader& reader, const Layout& layout) {
+  const std::array<std::pair<std::string_view, const std::string*>, 3> paths = {
+      {{"data", &layout.data}, {"settings", &layout.settings}, {"work", &layout.work}}};
+  for (const auto& [key, path] : paths) {
+    if (path->size() <= longest_path) continue;
+    reader.report(reader.place(key),
+                  std::string(key) + " leads to a path of " + std::to_string(path->size()) +
+                      " bytes, expected at most " + std::to_string(longest_path));
+    return;
+  }
+}
+
+// The data file is created anew by each run, so it must not be any of the other files.
+void check_data_stands_alone(TableReader& reader, const Layout& layout) {
+  const std::array<std::pair<std::string_view, std::string>, 3> others = {{
+      {"the layout", layout.file},
+      {"its settings file", layout.settings},
+      {"its log file", log_path(layout.data, layout.work)},
+  }};
+  for (const auto& [what, path] : others) {
+    if (layout.data != path) continue;
+    reader.report(reader.place("data"),
+                  "data is the path of " + std::string(what) + ", expected a file of its own");
+  }
+}
+
+void read_paths(TableReader& reader, Layout& layout) {
+  const std::size_t errors_before = reader.error_count();
+  reader.require("data", "the path of the data file");
+  layout.data = read_path(reader, "data", layout.file);
+  layout.settings = read_path(reader, "settings", layout.file);
+  layout.work = read_path(reader, "work", layout.file);
+  if (reader.error_count() != errors_before) return;
+
+  if (layout.settings.empty()) layout.settings = default_settings_path(layout.data);
+  if (layout.work.empty()) layout.work = layout_folder(layout.file);
+  check_path_lengths(reader, layout);
+  check_data_stands_alone(reader, layout);
+}
+
+void read_header(const toml::table& table, std::optional<std::int32_t> records, Layout& layout,
+                 std::vector<LayoutError>& errors) {
+  TableReader reader(table, "[layout]", errors);
+  reader.require("kind", "one of " + list_names(kind_names));
+  if (const auto kind = reader.choice("kind", kind_names)) {
+    layout.kind = static_cast<std::int32_t>(*kind) + 1;
+  }
+  if (!records) reader.require("records", "the number of records, here or as --records");
+  const auto own_records = reader.integer("records", 0);
+  layout.records = records.value_or(own_records.value_or(0));
+  layout.level = reader.integer("level", 0).value_or(1);
+  layout.null_default = reader.boolean("null_default").value_or(false);
+  const auto quote = reader.choice("quote", quote_names);
+  layout.quotation = static_cast<std::int32_t>(quote.value_or(0));
+  read_paths(reader, layout);
+  reader.reject_unknown_keys();
+}
+
+void check_numbers(const Layout& layout, std::vector<LayoutError>& errors) {
+  std::map<std::int32_t, std::uint32_t> lines;
+  for (const LayoutItem& item : layout.items) {
+    const auto [taken, is_new] = lines.try_emplace(item.number, item.place.line);
+    if (is_new) continue;
+    errors.push_back({item.place, "number " + std::to_string(item.number) +
+                                      " belongs to the item on line " +
+                                      std::to_string(taken->second) + ", expected another one"});
+  }
+}
+
+void read_items(TableReader& root, Layout& layout, std::vector<LayoutError>& errors) {
+  constexpr std::string_view key = "item";
+  root.require(key, "at least one [[item]]");
+  const toml::node* node = root.find(key);
+  if (node == nullptr) return;
+  const toml::array* items = node->as_array();
+  if (items == nullptr || items->empty() || !items->is_array_of_tables()) {
+    root.report_type(key, *node, "a [[item]] for each item");
+    return;
+  }
+  for (const toml::node& item : *items) {
+    const auto position = static_cast<std::int32_t>(layout.items.size()) + 1;
+    layout.items.push_back(read_item(*item.as_table(), layout, position, errors));
+  }
+  check_numbers(layout, errors);
+}
+
+SourcePlace place_of_error(const toml::parse_error& failure) {
+  return {failure.source().begin.line, failure.source().begin.column};
+}
+
+}  // namespace
+
+LayoutReading parse_layout(std::string_view text, const std::string& file,
+                           std::optional<std::int32_t> records) {
+  LayoutReading reading;
+  Layout& layout = reading.layout;
+  std::vector<LayoutError>& errors = reading.errors;
+  layout.file = file;
+  try {
+    const toml::table table = toml::parse(text);
+    TableReader root(table, "the layout", errors);
+    root.require("layout", "a table [layout]");
+    if (const toml::table* header = root.table("layout")) {
+      read_header(*header, records, layout, errors);
+    }
+    read_items(root, layout, errors);
+    root.reject_unknown_keys();
+  } catch (const toml::parse_error& failure) {
+    errors.push_back({place_of_error(failure), std::string(failure.description())});
+  }
+  std::stable_sort(errors.begin(), errors.end(), [](const LayoutError& a, const LayoutError& b) {
+    return std::tie(a.place.line, a.place.column) < std::tie(b.place.line, b.place.column);
+  });
+  return reading;
+}
+
+LayoutReading read_layout(const std::string& file, std::optional<std::int32_t> records) {
+  errno = 0;
+  std::ifstream stream(file, std::ios::binary);
+  // A folder opens like a file and fails at the first byte only.
+  if (stream) stream.peek();
+  if (stream.bad() || (!stream.is_open())) {
+    LayoutReading reading;
+    reading.layout.file = file;
+    reading.errors.push_back({{}, std::string("cannot be read: ") + std::strerror(errno)});
+    return reading;
+  }
+  const std::string text((std::istreambuf_iterator<char>(stream)), {});
+  return parse_layout(text, file, records);
+}
+
+}  // namespace korvex::host

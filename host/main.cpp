@@ -1,0 +1,16 @@
+#include <exception>
+#include <iostream>
+
+#include "host/exit_status.h"
+#include "host/program.h"
+#include "korvex/korvex.h"
+
+int main(int argc, char** argv) {
+  try {
+    return korvex::host::run_program(argc, argv, {DGCreateData, DGCheckRepeatCnt}, std::cout,
+                                     std::cerr);
+  } catch (const std::exception& failure) {
+    std::cerr << "korvex: " << failure.what() << std::endl;
+    return korvex::host::exit_status::failed;
+  }
+}

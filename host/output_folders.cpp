@@ -1,0 +1,18 @@
+#include "host/output_folders.h"
+
+#include <filesystem>
+#include <system_error>
+
+#include "platform/path.h"
+
+namespace korvex::host {
+
+void make_output_folders(const Layout& layout) {
+  for (const std::string& folder :
+       {layout.work, platform::folder_of(layout.data), platform::folder_of(layout.settings)}) {
+    std::error_code ignored;
+    std::filesystem::create_directories(folder, ignored);
+  }
+}
+
+}  // namespace korvex::host

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "host/layout.h"
+
+namespace korvex::host {
+
+// Makes the work folder and the folders of the data and settings files where they are missing. One
+// that cannot be made shows in the code of the operation that needs it.
+void make_output_folders(const Layout& layout);
+
+}  // namespace korvex::host

@@ -1,0 +1,80 @@
+#include "host/program.h"
+
+#include <CLI/CLI.hpp>
+#include <ostream>
+
+#include "host/exit_status.h"
+#include "host/show.h"
+#include "host/table_reader.h"
+
+namespace korvex::host {
+
+namespace {
+
+constexpr const char* version_text = "korvex " KORVEX_VERSION;
+
+void add_generate(CLI::App& app, GenerateOptions& options) {
+  CLI::App* command = app.add_subcommand("generate", "Generate the data file of a layout");
+  command->add_option("LAYOUT", options.layout, "layout file (TOML)")->required();
+  command
+      ->add_option("--records", options.records,
+                   "number of records, in place of the number in the layout")
+      ->check(CLI::Range(0, largest_integer));
+  command->add_option("--output-option", options.output_option,
+                      "2 ends the data file at 2 GB and allows to cancel (default: 0)");
+  command->add_flag("--settings-only", options.settings_only,
+                    "write the settings file and generate no data");
+  command->add_flag("--quiet", options.quiet, "print no line about the result");
+  command->add_flag("--window", options.window,
+                    "show progress and messages on the desktop where there is one");
+}
+
+CLI::App* add_count(CLI::App& app, CountOptions& options) {
+  CLI::App* command = app.add_subcommand(
+      "count", "Say how many records the settings give and how large the file will be");
+  command->add_option("LAYOUT", options.layout, "layout file (TOML)")->required();
+  command
+      ->add_option("--records", options.records,
+                   "number of records, in place of the number in the layout")
+      ->check(CLI::Range(0, largest_integer));
+  command->add_flag("--window", options.window, "show messages on the desktop where there is one");
+  return command;
+}
+
+int run_show(const std::string& path, std::ostream& out, std::ostream& messages) {
+  const std::string failure = show_file(path, out);
+  out.flush();
+  if (failure.empty()) return exit_status::done;
+  messages << path << ": " << failure << std::endl;
+  return exit_status::failed;
+}
+
+}  // namespace
+
+int run_program(int argc, const char* const* argv, const ModuleFunctions& functions,
+                std::ostream& out, std::ostream& messages) {
+  CLI::App app("Test data for record files and database tables", "korvex");
+  app.set_version_flag("--version", version_text);
+  app.require_subcommand(1);
+  GenerateOptions options;
+  add_generate(app, options);
+  CountOptions count_options;
+  const CLI::App* count = add_count(app, count_options);
+  std::string shown_file;
+  CLI::App* show = app.add_subcommand(
+      "show", "Show a control file, Format Information file or log file in readable form");
+  show->add_option("FILE", shown_file, "the file")->required();
+
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& stop) {
+    return app.exit(stop, out, messages) == 0 ? exit_status::done : exit_status::wrong_usage;
+  }
+  if (show->parsed()) return run_show(shown_file, out, messages);
+  if (count->parsed()) {
+    return run_count(count_options, functions.check_repeat_count, out, messages);
+  }
+  return run_generate(options, functions.create_data, out, messages);
+}
+
+}  // namespace korvex::host

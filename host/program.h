@@ -1,0 +1,20 @@
+#pragma once
+
+#include <iosfwd>
+
+#include "host/count_command.h"
+#include "host/generate_command.h"
+
+namespace korvex::host {
+
+// The module's functions that the commands call.
+struct ModuleFunctions {
+  CreateData create_data;
+  CheckRepeatCount check_repeat_count;
+};
+
+// Runs the command that the arguments name; answers the program's exit status.
+int run_program(int argc, const char* const* argv, const ModuleFunctions& functions,
+                std::ostream& out, std::ostream& messages);
+
+}  // namespace korvex::host
