@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <ostream>
 
+#include "control/error_texts.h"
+#include "entry/failure_report.h"
 #include "format/error_codes.h"
 #include "format/reconcile.h"
 #include "generate/generate_data_file.h"
@@ -11,6 +13,7 @@
 #include "host/control_writer.h"
 #include "host/exit_status.h"
 #include "host/layout_messages.h"
+#include "platform/codepage.h"
 
 namespace korvex::host {
 
@@ -78,7 +81,10 @@ int print_exact_size(const Layout& layout, std::ostream& out, std::ostream& mess
     code = generator.measure(bytes);
   }
   if (code != 0) {
-    messages << generator.main.message_context << numbered_message(code, layout) << "\n";
+    const std::string text = describe_failure(code, generator.main).text;
+    messages << platform::message_to_utf8(
+                    fill_number(text, static_cast<std::uint64_t>(generator.bad_line)))
+             << "\n";
     return exit_status::failed;
   }
   out << "Records to generate: " << layout.records << "\n"
@@ -111,7 +117,7 @@ int run_count(const CountOptions& options, CheckRepeatCount check, std::ostream&
   const LayoutReading reading = read_layout(options.layout, options.records);
   if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
   print_warnings(reading.layout, messages);
-  if (!options.window) ::setenv("KORVEX_UI", "console", 1);
+  ::setenv("KORVEX_UI", options.window ? "desktop" : "console", 1);
   const ScratchFolder scratch;
   if (scratch.path().empty()) {
     messages << "no folder for temporary files can be made" << std::endl;

@@ -39,6 +39,19 @@ std::int64_t count_lines(const std::string& path) {
   return lines;
 }
 
+// What tells a data file from the one that stood there before.
+struct FileVersion {
+  bool exists = false;
+  struct stat status = {};
+
+  explicit FileVersion(const std::string& path) { exists = ::stat(path.c_str(), &status) == 0; }
+  bool is(const FileVersion& other) const {
+    return exists == other.exists && status.st_ino == other.status.st_ino &&
+           status.st_mtim.tv_sec == other.status.st_mtim.tv_sec &&
+           status.st_mtim.tv_nsec == other.status.st_mtim.tv_nsec;
+  }
+};
+
 void print_summary(const Layout& layout, std::int32_t output_option, Clock::duration time,
                    std::ostream& out) {
   struct stat status = {};
@@ -75,12 +88,19 @@ int generate(const Layout& layout, const GenerateOptions& options, bool has_repe
   }
   const bool is_asked = has_repeats && options.output_option == guarded_output;
   const std::uint64_t repeated_records = is_asked ? count_repeated_records(layout) : 0;
+  const FileVersion before(layout.data);
   const Clock::time_point start = Clock::now();
   const std::int32_t result =
       create_data(control_file.path().c_str(), options.output_option, nullptr, repeated_records);
   const Clock::duration time = Clock::now() - start;
   if (result == error::cancelled) return exit_status::cancelled;
   if (result < 0) return exit_status::failed;
+  // The module counts it as success when the user declines its question.
+  const bool may_be_declined = repeated_records > static_cast<std::uint64_t>(layout.records);
+  if (may_be_declined && FileVersion(layout.data).is(before)) {
+    if (!options.quiet) out << "nothing generated: " << layout.data << std::endl;
+    return exit_status::done;
+  }
   if (!options.quiet) print_summary(layout, options.output_option, time, out);
   return exit_status::done;
 }
@@ -96,7 +116,7 @@ int run_generate(const GenerateOptions& options, CreateData create_data, std::os
   const SettingsResult settings = write_settings_of(layout);
   if (print_failures(settings, layout, messages)) return exit_status::failed;
   if (!options.settings_only) {
-    if (!options.window) ::setenv("KORVEX_UI", "console", 1);
+    ::setenv("KORVEX_UI", options.window ? "desktop" : "console", 1);
     return generate(layout, options, settings.repeated_items > 0, create_data, out, messages);
   }
   if (!options.quiet) {

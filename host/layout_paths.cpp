@@ -27,8 +27,4 @@ std::string default_settings_path(std::string_view data_path) {
   return std::string(data_path.substr(0, data_path.size() - base.size())) + name;
 }
 
-std::string log_path(std::string_view data_path, std::string_view work_folder) {
-  return platform::join_path(work_folder, named_after(data_path, log_extension));
-}
-
 }  // namespace korvex::host

@@ -15,7 +15,4 @@ std::string layout_folder(std::string_view layout_file);
 // The data file's path with the extension of settings files.
 std::string default_settings_path(std::string_view data_path);
 
-// Where the module writes the log of a run.
-std::string log_path(std::string_view data_path, std::string_view work_folder);
-
 }  // namespace korvex::host

@@ -4,12 +4,14 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <map>
 #include <tuple>
 
 #include "control/control_file.h"
+#include "generate/log_file.h"
 #include "host/item_reader.h"
 #include "host/layout_paths.h"
 #include "host/path_reader.h"
@@ -37,15 +39,26 @@ void check_path_lengths(TableReader& reader, const Layout& layout) {
   }
 }
 
+// Whether two paths lead to one place, as far as the files there can tell.
+bool same_place(const std::string& left, const std::string& right) {
+  std::error_code failure;
+  const auto place = [&failure](const std::string& path) {
+    return std::filesystem::weakly_canonical(std::filesystem::absolute(path), failure);
+  };
+  const auto left_place = place(left);
+  const auto right_place = place(right);
+  return failure ? left == right : left_place == right_place;
+}
+
 // The data file is created anew by each run, so it must not be any of the other files.
 void check_data_stands_alone(TableReader& reader, const Layout& layout) {
   const std::array<std::pair<std::string_view, std::string>, 3> others = {{
       {"the layout", layout.file},
       {"its settings file", layout.settings},
-      {"its log file", log_path(layout.data, layout.work)},
+      {"its log file", log_path(layout.work, layout.data)},
   }};
   for (const auto& [what, path] : others) {
-    if (layout.data != path) continue;
+    if (!same_place(layout.data, path)) continue;
     reader.report(reader.place("data"),
                   "data is the path of " + std::string(what) + ", expected a file of its own");
   }

@@ -5,6 +5,7 @@
 #include "format/record_text.h"
 #include "format/records.h"
 #include "format/settings_reader.h"
+#include "generate/log_file.h"
 #include "host/code_names.h"
 #include "host/file_printers.h"
 #include "host/printable_text.h"
@@ -13,15 +14,6 @@
 namespace korvex::host {
 
 namespace {
-
-struct LogHeader {
-  std::int32_t records;
-  std::int32_t level;
-  std::int32_t item_count;
-  std::int32_t reserved;
-};
-
-static_assert(sizeof(LogHeader) == 16);
 
 template <typename Record>
 Record record_at(std::string_view bytes, std::size_t offset) {

@@ -26,7 +26,7 @@ void add_generate(CLI::App& app, GenerateOptions& options) {
                     "write the settings file and generate no data");
   command->add_flag("--quiet", options.quiet, "print no line about the result");
   command->add_flag("--window", options.window,
-                    "show progress and messages on the desktop where there is one");
+                    "show progress and messages on the desktop (not available in this build)");
 }
 
 CLI::App* add_count(CLI::App& app, CountOptions& options) {
@@ -37,7 +37,8 @@ CLI::App* add_count(CLI::App& app, CountOptions& options) {
       ->add_option("--records", options.records,
                    "number of records, in place of the number in the layout")
       ->check(CLI::Range(0, largest_integer));
-  command->add_flag("--window", options.window, "show messages on the desktop where there is one");
+  command->add_flag("--window", options.window,
+                    "show messages on the desktop (not available in this build)");
   return command;
 }
 

@@ -12,12 +12,13 @@ NULL_DEVICE = pathlib.Path("/dev/null")
 
 
 class KorvexRun:
-    """Generates the layout into `data`, with settings and log in a scratch folder."""
+    """Generates a layout into `data`, with settings and log in a scratch folder."""
 
-    def __init__(self, program, folder, records, data):
-        name = data.stem
+    def __init__(self, program, folder, records, data, source=LAYOUT):
+        name = f"{source.stem}-{data.stem}"
         layout = folder / f"{name}.toml"
-        write_layout(layout, {"data": data, "settings": folder / f"{name}.fif", "work": folder})
+        places = {"data": data, "settings": folder / f"{name}.fif", "work": folder}
+        write_layout(source, layout, places, folder)
         # None when there is nothing to remove before a run.
         self.output = data if data != NULL_DEVICE else None
         self.command = [program, "generate", layout, "--records", str(records), "--quiet"]
@@ -25,11 +26,11 @@ class KorvexRun:
         self.environment = os.environ | {"XDG_CONFIG_HOME": str(folder / "config")}
 
 
-def write_layout(path, places):
-    """The layout with other paths."""
-    text = LAYOUT.read_text()
+def write_layout(source, path, places, lists):
+    """The layout with other paths; its enumeration files stand in the folder `lists`."""
+    text = re.sub(r'(?m)^file = ".*/(.*)"$', rf'file = "{lists}/\1"', source.read_text())
     for key, place in places.items():
         line = f'{key} = "{place}"'
         text, replaced = re.subn(rf"(?m)^{key}\s*=.*$", lambda _: line, text, count=1)
-        assert replaced, f"{LAYOUT_NAME} has no {key}"
+        assert replaced, f"{source.name} has no {key}"
     path.write_text(text)

@@ -18,8 +18,8 @@
  *   - A call may come from any thread, but one call at a time: messages and progress belong to the
  *     one person in front of the host. Two processes at one settings file are kept apart by a lock;
  *     the second gets -2.
- *   - Messages go to the desktop, or, where none is reachable or KORVEX_UI=console asks for it, to
- *     standard error.
+ *   - Messages go to standard error. A question is asked on a terminal only; elsewhere
+ *     KORVEX_ANSWER=yes|no answers it, "no" when unset.
  */
 
 #include <stdint.h>

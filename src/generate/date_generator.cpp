@@ -91,7 +91,8 @@ bool DateGenerator::change_fields() {
   const std::int64_t day = fields_.day + change();
   const bool at_last = counts_up() && fields_.year == 2038 && fields_.month == 1;
   const bool at_first = !counts_up() && fields_.year == 1970 && fields_.month == 1;
-  if ((at_last && day > 19) || (at_first && day <= 0)) return step_past_boundary(day);
+  if (at_first && day <= 0) return overflow();
+  if (at_last && day > 19) return step_past_last(day);
   return set_date(day_number(fields_) + change(), fields_) || overflow();
 }
 
@@ -101,14 +102,11 @@ MomentGenerator::RunLimits DateGenerator::run_limits() const {
   return inside_calendar ? RunLimits{1, days_in_month(fields_.year, fields_.month)} : RunLimits{};
 }
 
-// The calendar's ends: 2038-01-19 and 1970-01-01. A next day beyond them restarts the element,
-// except for an end value that no check lets pass.
-bool DateGenerator::step_past_boundary(std::int64_t day) {
-  MomentFields next = fields_;
-  next.day = static_cast<int>(day);
-  if (range_.beyond_end(next, counts_up())) return overflow();
-  fields_ = next;
-  return true;
+// Behind 2038-01-19 the calendar ends, unless the end value's text says otherwise: a two-digit end
+// year of the last century lies behind every later one.
+bool DateGenerator::step_past_last(std::int64_t day) {
+  fields_.day = static_cast<int>(day);
+  return !range_.text_is_behind_end(fields_) || overflow();
 }
 
 MomentGenerator::RunLimits UncheckedDateGenerator::run_limits() const { return {1, longest_month}; }

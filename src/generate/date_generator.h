@@ -64,7 +64,7 @@ class DateGenerator : public MomentGenerator {
  private:
   bool change_fields() override;
   RunLimits run_limits() const override;
-  bool step_past_boundary(std::int64_t day);
+  bool step_past_last(std::int64_t day);
 };
 
 // Days without a calendar: every month has 31, and only one month is carried a step.

@@ -15,6 +15,9 @@ using ClEnumData = std::string_view;
 // views that it hands out live as long as it does.
 class ClEnumDataList {
  public:
+  // Room for the texts of a file of so many bytes.
+  void reserve(std::size_t bytes) { text_.reserve(bytes); }
+
   void append(std::string_view value) {
     text_.append(value);
     ends_.push_back(text_.size());

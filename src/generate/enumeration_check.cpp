@@ -73,6 +73,11 @@ class BadLineReport {
 
   bool has_lines() const { return has_lines_; }
 
+  void discard() {
+    file_.discard();
+    platform::remove_output(path_);
+  }
+
   // Keeps the report if it says anything; false when it could not be written.
   bool close() {
     const bool written = file_.close() == FileCause::none;
@@ -100,15 +105,23 @@ std::int32_t load_values(ClColMain& main, const std::string& path, const FmtColR
 
   std::int32_t line = 0;
   std::int32_t value_count = 0;
-  result = for_each_value(
-      file, settings, line, value_count,
-      [&](std::string_view value, std::int32_t failure) -> std::int32_t {
-        if (failure != 0) {
-          return report.add(failure, line) ? 0 : error::enumeration_report_cannot_write;
-        }
-        if (!report.has_lines()) values.append(value);
-        return 0;
-      });
+  try {
+    std::uint64_t bytes = 0;
+    if (file.size(bytes) == FileCause::none) values.reserve(bytes);
+    result = for_each_value(
+        file, settings, line, value_count,
+        [&](std::string_view value, std::int32_t failure) -> std::int32_t {
+          if (failure != 0) {
+            return report.add(failure, line) ? 0 : error::enumeration_report_cannot_write;
+          }
+          if (!report.has_lines()) values.append(value);
+          return 0;
+        });
+  } catch (const std::bad_alloc&) {
+    // A list larger than the memory leaves nothing behind.
+    report.discard();
+    return error::out_of_memory;
+  }
   if (result != 0) return result;
   if (!report.close()) return error::enumeration_report_cannot_write;
   if (report.has_lines()) return error::enumeration_bad_lines;
@@ -118,7 +131,7 @@ std::int32_t load_values(ClColMain& main, const std::string& path, const FmtColR
 }  // namespace
 
 std::int32_t check_enumeration(ClColMain& main, const std::string& path, const FmtColRec& settings,
-                               std::int32_t& line) {
+                               std::int32_t& line, ClEnumDataList* values) {
   line = 0;
   try {
     std::int32_t result = check_access(main, path);
@@ -128,7 +141,10 @@ std::int32_t check_enumeration(ClColMain& main, const std::string& path, const F
     if (result != 0) return result;
     std::int32_t value_count = 0;
     result = for_each_value(file, settings, line, value_count,
-                            [](std::string_view, std::int32_t failure) { return failure; });
+                            [values](std::string_view value, std::int32_t failure) {
+                              if (failure == 0 && values != nullptr) values->append(value);
+                              return failure;
+                            });
     if (result != 0) return result;
     return value_count == 0 ? error::enumeration_empty : value_count;
   } catch (const std::bad_alloc&) {

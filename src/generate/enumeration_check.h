@@ -14,14 +14,15 @@ namespace korvex {
 // lines included. Sets the message context of `main`.
 //
 // The first bad line ends it with that line's code. -111, -114, -115 the file cannot be used, -121
-// it cannot be opened, -122 not read, -136 it has no value, -1 memory.
+// it cannot be opened, -122 not read, -136 it has no value, -1 memory. Values are appended to
+// `values` unless that is null; after a failure they are not to be used.
 std::int32_t check_enumeration(ClColMain& main, const std::string& path, const FmtColRec& settings,
-                               std::int32_t& line);
+                               std::int32_t& line, ClEnumDataList* values = nullptr);
 
-// The same for a run that is about to use the values: they are appended to `values`, and every bad
-// line is reported in the file `path` with ".err" behind it, whose path `main` receives. -135 when
-// a line was bad; the report then stays, otherwise it is removed. Also -123 and -124 when the
-// report cannot be opened or written. After a failure `values` is not to be used.
+// The same for a run that writes a file: every bad line is reported in the file `path` with ".err"
+// behind it, whose path `main` receives. -135 when a line was bad; the report then stays, otherwise
+// it is removed. Also -123 and -124 when the report cannot be opened or written. After a failure
+// `values` is not to be used.
 std::int32_t load_enumeration(ClColMain& main, const std::string& path, const FmtColRec& settings,
                               ClEnumDataList& values);
 

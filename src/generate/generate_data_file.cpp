@@ -28,6 +28,7 @@ std::int32_t ClGenerateDataFile::run() {
 
 std::int32_t ClGenerateDataFile::measure(std::uint64_t& bytes) {
   bytes = 0;
+  measures_only_ = true;
   try {
     std::int32_t result = load();
     if (result == 0) result = prepare();
@@ -117,7 +118,9 @@ std::int32_t ClGenerateDataFile::prepare_enumeration(const ClFmtColInf& column,
                                                      ItemGenerator& generator) {
   auto values = std::make_unique<ClEnumDataList>();
   const std::string path(field_text(column.record.enumeration_path));
-  const std::int32_t count = load_enumeration(main, path, column.record, *values);
+  const std::int32_t count =
+      measures_only_ ? check_enumeration(main, path, column.record, bad_line, values.get())
+                     : load_enumeration(main, path, column.record, *values);
   if (count > 0) generator.set_enumeration(std::move(values));
   return count;
 }

@@ -28,13 +28,15 @@ class ClGenerateDataFile : public platform::Object {
   std::int32_t run();
 
   // The exact size of the file that run() would write without a limit: assembles all records and
-  // writes none. In place of run(). The same codes.
+  // writes nothing, no report of bad enumeration lines either: the first of them ends it, with its
+  // code and, in `bad_line`, its number. In place of run(); otherwise the same codes.
   std::int32_t measure(std::uint64_t& bytes);
 
   ClColMain main;
   std::int32_t output_option = 0;
   void* parent = nullptr;
   std::uint64_t repeat_item_count = 0;
+  std::int32_t bad_line = 0;
 
  private:
   std::int32_t load();
@@ -51,6 +53,7 @@ class ClGenerateDataFile : public platform::Object {
   std::int32_t write_data_file();
   std::int32_t write_records(platform::File& file);
 
+  bool measures_only_ = false;
   bool quotation_ = false;
   bool repeat_in_use_ = false;
   RepeatTable repeats_;

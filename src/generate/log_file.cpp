@@ -7,18 +7,6 @@
 
 namespace korvex {
 
-namespace {
-
-struct LogHeader {
-  std::int32_t records;
-  std::int32_t level;
-  std::int32_t item_count;
-  std::int32_t reserved;
-};
-static_assert(sizeof(LogHeader) == 16);
-
-}  // namespace
-
 std::string log_path(const std::string& work_folder, const std::string& data_path) {
   return platform::join_path(work_folder, std::string(platform::stem(data_path)) + ".log");
 }

@@ -6,6 +6,15 @@
 
 namespace korvex {
 
+// The log file begins with this record; `item_count` 32-bit item numbers follow it.
+struct LogHeader {
+  std::int32_t records;
+  std::int32_t level;
+  std::int32_t item_count;
+  std::int32_t reserved;
+};
+static_assert(sizeof(LogHeader) == 16);
+
 // What a successful run tells the host.
 struct GenerationLog {
   std::int32_t records = 0;

@@ -141,6 +141,7 @@ MomentRange::MomentRange(const MomentLayout& layout, const FmtItemRec& element)
     : layout_(layout),
       start_(comparable(field_text(element.start_text))),
       end_(comparable(field_text(element.end_text))),
+      end_text_(field_text(element.end_text)),
       start_key_(layout.order_key(field_text(element.start_text))),
       end_key_(layout.order_key(field_text(element.end_text))),
       has_keys_(start_key_ >= 0 && end_key_ >= 0) {}
@@ -160,9 +161,8 @@ bool MomentRange::passed(std::string_view next, bool counts_up, bool counts_down
   return counts_down && (text < end_ || text > start_);
 }
 
-bool MomentRange::beyond_end(const MomentFields& next, bool counts_up) const {
-  const std::string text = comparable(layout_.plain_text(next));
-  return counts_up ? text > end_ : text < end_;
+bool MomentRange::text_is_behind_end(const MomentFields& next) const {
+  return layout_.plain_text(next) > end_text_;
 }
 
 }  // namespace korvex

@@ -9,8 +9,7 @@
 
 namespace korvex {
 
-// The calendar and clock fields of a value, whatever they hold. A step across the calendar's first
-// day makes a day of 0 or less, which is compared as text before it is dropped.
+// The calendar and clock fields of a value, whatever they hold.
 struct MomentFields {
   int year = 0;
   int month = 0;
@@ -85,8 +84,9 @@ class MomentRange {
   // As above for a text that no fields stand behind.
   bool passed(std::string_view next, bool counts_up, bool counts_down) const;
 
-  // Whether the fields lie behind the end when counting up, before it when counting down.
-  bool beyond_end(const MomentFields& next, bool counts_up) const;
+  // Whether the plain text of the fields is greater than the end value's, as both stand: a short
+  // year gets no century here.
+  bool text_is_behind_end(const MomentFields& next) const;
 
  private:
   std::string comparable(std::string_view plain) const;
@@ -94,6 +94,7 @@ class MomentRange {
   const MomentLayout& layout_;
   std::string start_;
   std::string end_;
+  std::string end_text_;
   std::int64_t start_key_ = -1;
   std::int64_t end_key_ = -1;
   bool has_keys_ = false;

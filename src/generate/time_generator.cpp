@@ -45,7 +45,7 @@ bool TimestampGenerator::change_fields() {
       return step_past_last(next);
     }
   } else if (is_date(fields_, 1970, 1, 1) && is_time(fields_, 9, 0) && next < 0) {
-    return step_past_first();
+    return overflow();
   }
   // Within a day of the calendar nothing but the clock moves.
   const std::int64_t second = second_of_day(fields_) + change();
@@ -56,18 +56,10 @@ bool TimestampGenerator::change_fields() {
   return set_moment(second_number(fields_) + change(), fields_) || overflow();
 }
 
-// Behind 2038-01-19 03:14:07 the calendar ends.
+// Behind 2038-01-19 03:14:07 the calendar ends, unless the end value's text says otherwise.
 bool TimestampGenerator::step_past_last(std::int64_t second) {
   fields_.second = static_cast<int>(second);
-  return !range_.beyond_end(fields_, true) || overflow();
-}
-
-// Before 1970-01-01 09:00:00 it has not begun.
-bool TimestampGenerator::step_past_first() {
-  fields_.hour = 8;
-  fields_.minute = 59;
-  fields_.second = static_cast<int>(60 + change());
-  return !range_.beyond_end(fields_, false) || overflow();
+  return !range_.text_is_behind_end(fields_) || overflow();
 }
 
 }  // namespace korvex

@@ -25,7 +25,6 @@ class TimestampGenerator : public MomentGenerator {
   bool change_fields() override;
   RunLimits run_limits() const override;
   bool step_past_last(std::int64_t second);
-  bool step_past_first();
 };
 
 }  // namespace korvex

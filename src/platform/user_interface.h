@@ -39,7 +39,8 @@ class UserInterface {
   virtual int open_editor(const std::string& path) = 0;
 };
 
-// The interface of this process: what KORVEX_UI asks for, unless an override is alive.
+// The interface of this process: the console, unless an override is alive. This build has no other;
+// with KORVEX_UI=desktop it says so.
 UserInterface& user_interface();
 
 // Replaces the interface for its own lifetime. Not thread-safe: for tests.
