@@ -71,6 +71,15 @@ void print_prediction(const RepeatCount& count, std::ostream& out) {
   }
 }
 
+// The module's report with the number of the bad line, which no path in front of it may swallow.
+std::string failure_text(std::int32_t code, const ClGenerateDataFile& generator) {
+  const std::string text = describe_failure(code, generator.main).text;
+  const std::string& context = generator.main.message_context;
+  if (generator.bad_line == 0 || !text.starts_with(context)) return text;
+  return context +
+         fill_number(text.substr(context.size()), static_cast<std::uint64_t>(generator.bad_line));
+}
+
 int print_exact_size(const Layout& layout, std::ostream& out, std::ostream& messages) {
   TemporaryControlFile control_file;
   std::int32_t code = control_file.write(layout, ControlForm::short_form);
@@ -81,10 +90,7 @@ int print_exact_size(const Layout& layout, std::ostream& out, std::ostream& mess
     code = generator.measure(bytes);
   }
   if (code != 0) {
-    const std::string text = describe_failure(code, generator.main).text;
-    messages << platform::message_to_utf8(
-                    fill_number(text, static_cast<std::uint64_t>(generator.bad_line)))
-             << "\n";
+    messages << platform::message_to_utf8(failure_text(code, generator)) << "\n";
     return exit_status::failed;
   }
   out << "Records to generate: " << layout.records << "\n"

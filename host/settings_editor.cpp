@@ -146,6 +146,7 @@ std::size_t count_settings(const ClFmtLvlInf& level) {
 
 SettingsResult write_settings_of(const Layout& layout) {
   SettingsResult result;
+  make_output_folders(layout);
   ClFmtFile file;
   file.set_run_mode(run_mode::settings_only);
   file.set_paths(layout.settings, layout.work);
@@ -166,7 +167,6 @@ SettingsResult write_settings_of(const Layout& layout) {
   level.record.repeat_flag = count_repeated(layout, file);
   result.items_with_settings = count_settings(level);
   result.repeated_items = level.record.repeat_flag;
-  make_output_folders(layout);
   result.file_code = std::min(file.save(layout.quotation), 0);
   return result;
 }

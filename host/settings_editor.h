@@ -23,8 +23,8 @@ struct SettingsResult {
 
 // Writes the values of a layout into its settings file through the module's own checks. Items
 // without values keep what the file holds; where that no longer fits such an item, the settings
-// file is deleted and the code is -70. Nothing is saved unless all items passed, and the folders of
-// the paths are made only then.
+// file is deleted and the code is -70. Nothing is saved unless all items passed. Missing folders of
+// the layout's paths are made.
 SettingsResult write_settings_of(const Layout& layout);
 
 }  // namespace korvex::host

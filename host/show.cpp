@@ -42,7 +42,7 @@ std::string read_file(const std::string& path, std::vector<char>& bytes) {
   std::uint64_t size = 0;
   if (file.size(size) != platform::FileCause::none) return "the file cannot be read";
   if (size > largest_file) return "the file is larger than any control, settings or log file";
-  return read_whole_file(file, bytes) ? "" : "the file cannot be read";
+  return read_front(file, size, bytes) ? "" : "the file cannot be read";
 }
 
 }  // namespace

@@ -76,6 +76,7 @@ KORVEX_EXPORT int32_t DGCheckRepeatCnt(const char* control_file_path);
  * control_file_path  control file in the short form (a header and one 32-bit number per item)
  * output_option      2 limits the output to 2 GB, asks before repeats would produce more records
  *                    than requested, and lets the user cancel; any other value does none of it
+ *                    (an interrupt of a console program, Ctrl-C, cancels whatever the option)
  * parent             owner of the progress window
  * repeat_item_count  number of records that the repeat settings will produce, 0 if there are none;
  *                    compared with the number that the control file asks for, unsigned

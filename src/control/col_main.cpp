@@ -56,7 +56,7 @@ bool has_invalid_digits(std::int32_t layout, std::int32_t digits, std::int32_t d
 std::int32_t ClColMain::load() {
   try {
     platform::File file;
-    if (file.open_for_reading(control_path, platform::Sharing::shared) !=
+    if (file.open_for_reading(control_path, platform::Sharing::unlocked) !=
         platform::FileCause::none) {
       return error::cannot_open;
     }
@@ -92,6 +92,7 @@ std::int32_t ClColMain::load_long(platform::File& file) {
   offending_names_.clear();
   const bool complete = read_records<ControlItem>(
       file, header_.item_count, [this](const ControlItem& record) { append_item(record); });
+  for (const auto& item : items) items_by_number_.try_emplace(item->item_number, item.get());
   return complete ? 0 : error::cannot_read;
 }
 
@@ -152,6 +153,11 @@ void ClColMain::append_error_text(std::int32_t code, std::string& text) const {
 std::int32_t ClColMain::build_default_settings() {
   return current_item_ == nullptr ? -1
                                   : default_settings(current_item_->attributes(), default_texts);
+}
+
+const ClDGCol* ClColMain::find_item(std::int32_t item_number) const {
+  const auto place = items_by_number_.find(item_number);
+  return place == items_by_number_.end() ? nullptr : place->second;
 }
 
 ClDGCol* ClColMain::select_item(std::int32_t index) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <unordered_map>
 
 #include "control/control_file.h"
 #include "control/dg_col.h"
@@ -27,7 +28,7 @@ class ClColMain : public platform::Object {
 
   // Writes a control file in the short form into the work folder, for the items that the last save
   // of the settings collected, under a new temporary name, which becomes the control path.
-  // 0, or -2, -26, -27; nothing is left behind on a failure.
+  // 0, or -1, -2, -26, -27; nothing is left behind on a failure.
   std::int32_t write_temporary_control_file();
 
   void append_error_text(std::int32_t code, std::string& text) const;
@@ -37,6 +38,9 @@ class ClColMain : public platform::Object {
 
   void set_run_mode(std::int32_t mode) { run_mode_ = mode; }
   std::int32_t run_mode() const { return run_mode_; }
+
+  // The first item with the number, of a control file in the long form; null when there is none.
+  const ClDGCol* find_item(std::int32_t item_number) const;
 
   // Makes an item current; null for an index beyond the list.
   ClDGCol* select_item(std::int32_t index);
@@ -71,6 +75,7 @@ class ClColMain : public platform::Object {
   void append_item(const ControlItem& record);
   std::int32_t write_short_form(platform::File& file);
 
+  std::unordered_map<std::int32_t, const ClDGCol*> items_by_number_;
   ControlHeader header_ = {};
   std::int32_t run_mode_ = 0;
   std::int32_t current_index_ = 0;

@@ -1,6 +1,3 @@
-#include <exception>
-#include <memory>
-#include <new>
 #include <string>
 
 #include "entry/failure_report.h"
@@ -21,7 +18,7 @@ template <typename Work>
 std::int32_t guarded(Work work) noexcept {
   try {
     return work();
-  } catch (const std::exception&) {
+  } catch (...) {
     return error::out_of_memory;
   }
 }
@@ -61,7 +58,7 @@ int32_t DGCreateData(const char* control_file_path, int32_t output_option, void*
     generator.output_option = output_option;
     generator.parent = parent;
     generator.repeat_item_count = repeat_item_count;
-    const std::int32_t result = generator.run();
+    const std::int32_t result = guarded([&] { return generator.run(); });
     return result < 0 ? report_failure(result, generator.main) : result;
   });
 }

@@ -62,6 +62,12 @@ void ClFmtColInf::set_elements(const std::vector<FmtItemRec>& replacements) {
   record.element_count = static_cast<std::int32_t>(elements.size());
 }
 
+void ClFmtColInf::take_elements(ClFmtColInf& other) {
+  elements = std::move(other.elements);
+  other.elements.clear();
+  record.element_count = static_cast<std::int32_t>(elements.size());
+}
+
 std::string ClFmtColInf::joined_start_texts() const {
   return joined_texts(*this, &FmtItemRec::start_text);
 }

@@ -17,6 +17,9 @@ class ClFmtColInf : public platform::Object {
   // Replaces all elements and keeps the count in the record.
   void set_elements(const std::vector<FmtItemRec>& replacements);
 
+  // The same with the elements of another column, which is left without any. Never fails.
+  void take_elements(ClFmtColInf& other);
+
   // Start and end value texts of the variable elements, joined by commas: one entry for each
   // directive of the format, so that the texts read back as they were entered.
   std::string joined_start_texts() const;

@@ -54,9 +54,7 @@ std::int32_t ClFmtFile::start_new_file(std::int32_t level, std::int32_t records,
 
 std::int32_t ClFmtFile::load_existing(std::int32_t level, std::int32_t records,
                                       std::int32_t layout_kind) {
-  std::vector<char> bytes;
-  if (!read_whole_file(held_file_, bytes)) return error::cannot_read;
-  const std::int32_t result = read_settings(std::move(bytes), level, records, layout_kind, com_);
+  const std::int32_t result = read_settings(held_file_, level, records, layout_kind, com_);
   if (result != 0) return result;
   quotation_ = com_.header.quotation;
   return static_cast<std::int32_t>(com_.current_level()->columns.size());
@@ -67,6 +65,14 @@ std::int32_t ClFmtFile::nothing_to_save() const {
 }
 
 std::int32_t ClFmtFile::save(std::int32_t quotation) {
+  try {
+    return save_levels(quotation);
+  } catch (const std::bad_alloc&) {
+    return error::out_of_memory;
+  }
+}
+
+std::int32_t ClFmtFile::save_levels(std::int32_t quotation) {
   if (com_.levels.empty()) return nothing_to_save();
   File temporary;
   std::string temporary_path;
@@ -113,8 +119,7 @@ std::int32_t ClFmtFile::write_temporary(File& temporary) {
 }
 
 void ClFmtFile::delete_file() {
-  if (!platform::exists(file_path_)) return;
-  platform::remove_file(file_path_);
+  platform::remove_target(file_path_);
   held_file_.discard();
 }
 

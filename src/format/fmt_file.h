@@ -36,7 +36,8 @@ struct EditedSettings {
 // through a temporary file. Owns everything that it read.
 //
 // Operations answer 0 or more on success and an error code otherwise; a failed load or save leaves
-// the file on disk as it was. One thread.
+// the settings on disk as they were (a load may have rewritten them in the current version). One
+// thread.
 class ClFmtFile : public platform::Object {
  public:
   // Where the file stands and where its temporary goes, whose name is fixed by the time of this
@@ -45,14 +46,15 @@ class ClFmtFile : public platform::Object {
 
   // Reads the settings of one level, after rewriting a file of the previous version. Answers how
   // many items have settings: 0 when the file does not exist, lacks the level or has it empty.
-  // -1, -2 (also: held by somebody else), -3, -4, -5, -57.
+  // -1, -2 (also: held by somebody else), -3, -4, -5, -57; -26, -27 when a file of the previous
+  // version cannot be rewritten.
   std::int32_t load(std::int32_t level, std::int32_t records, std::int32_t layout_kind);
 
   // Writes all levels; the file is then no longer held. -44 or -6 when nothing is left to write and
   // a file exists or not; -1, -2, -4, -26, -27, -68.
   std::int32_t save(std::int32_t quotation);
 
-  // Deletes the file, held or not.
+  // Deletes the file, held or not; of a link, what it leads to.
   void delete_file();
 
   // Fills the edited copy: 1 when the item has settings, 0 when not, or -68.
@@ -95,6 +97,7 @@ class ClFmtFile : public platform::Object {
  private:
   std::int32_t start_new_file(std::int32_t level, std::int32_t records, std::int32_t layout_kind);
   std::int32_t load_existing(std::int32_t level, std::int32_t records, std::int32_t layout_kind);
+  std::int32_t save_levels(std::int32_t quotation);
   std::int32_t nothing_to_save() const;
   std::int32_t write_temporary(platform::File& temporary);
   std::int32_t store_result(std::int32_t result);

@@ -8,7 +8,7 @@
 
 // Changes of the current item's settings, in memory: the settings file's records and the item's
 // display together. Nothing is written to disk. All operations answer 0 or more on success, or the
-// code of the failure, after which nothing has changed.
+// code of the failure, after which the item's settings are as they were.
 namespace korvex {
 
 // What an item without generated values shows.

@@ -78,9 +78,11 @@ ClFmtColInf& ClFmtLvlInf::find_or_append(std::int32_t item_number, bool& had_ele
 
 std::int32_t ClFmtLvlInf::set_initial_value(std::int32_t item_number, const ItemAttributes& item) {
   return guard_memory([&] {
+    ClFmtColInf prepared;
+    prepared.set_elements({initial_value_element(item)});
     bool had_elements = false;
     ClFmtColInf& column = find_or_append(item_number, had_elements);
-    column.set_elements({initial_value_element(item)});
+    column.take_elements(prepared);
     FmtColRec& settings = column.record;
     settings.item_number = item_number;
     settings.exceeded_action = exceeded_action::initialize;
@@ -139,12 +141,14 @@ std::int32_t ClFmtLvlInf::copy_settings(std::int32_t target, std::int32_t source
     if (from == nullptr || from->elements.empty()) return error::format_not_set;
     std::vector<FmtItemRec> elements;
     for (const auto& element : from->elements) elements.push_back(element->record);
-    const FmtColRec model = from->record;
+    ClFmtColInf prepared(from->record);
+    prepared.set_elements(elements);
+    const FmtColRec& model = prepared.record;
 
     const bool is_new = find_column(target) == nullptr;
     bool had_elements = false;
     ClFmtColInf& column = find_or_append(target, had_elements);
-    column.set_elements(elements);
+    column.take_elements(prepared);
     FmtColRec& settings = column.record;
     if (is_new) store_attributes(item, settings);
     settings.exceeded_action = model.exceeded_action;

@@ -1,6 +1,5 @@
 #include "format/reconcile.h"
 
-#include <algorithm>
 #include <string>
 
 #include "format/error_codes.h"
@@ -30,11 +29,8 @@ void show_initial_value(const ClColMain& main, ClDGCol& item) {
 // An item whose referenced item is gone is left without a value.
 std::int32_t show_reference(ClColMain& main, ClDGCol& item) {
   ItemDisplay& display = item.display();
-  const auto source = std::find_if(main.items.begin(), main.items.end(), [&](const auto& other) {
-    return other->item_number == display.referenced_item;
-  });
-  if (source != main.items.end()) {
-    display.generation_text = (*source)->name;
+  if (const ClDGCol* source = main.find_item(display.referenced_item)) {
+    display.generation_text = source->name;
     return 0;
   }
   display.referenced_item = 0;
@@ -80,6 +76,10 @@ std::int32_t reject_settings(ClColMain& main) {
   main.settings.discard_settings();
   main.settings.delete_file();
   main.mismatch = true;
+  for (const auto& item : main.items) {
+    item->display() = {};
+    item->state = 0;
+  }
   std::string text;
   main.append_error_text(error::settings_mismatch, text);
   platform::user_interface().show_message(platform::MessageKind::plain, text);
@@ -100,13 +100,14 @@ bool settings_fit(const ItemAttributes& item, const FmtColRec& stored, std::int3
 
 std::int32_t reconcile(ClColMain& main) {
   const ControlHeader& header = main.header();
+  main.settings.set_run_mode(main.run_mode());
   main.settings_counter = main.settings.load(header.level, header.records, header.layout_kind);
   if (main.settings_counter <= 0) return main.settings_counter;
-  main.settings.set_run_mode(main.run_mode());
 
   std::int32_t with_settings = 0;
   for (std::size_t i = 0; i < main.items.size(); ++i) {
     ClDGCol& item = *main.select_item(static_cast<std::int32_t>(i));
+    main.settings.edited().registered = false;
     const std::int32_t found = main.settings.read_item(item.item_number);
     if (found < 0) return found;
     std::int32_t result = 0;

@@ -13,14 +13,8 @@ std::string_view field_text(const char (&field)[Size]) {
   return {field, ::strnlen(field, Size)};
 }
 
-// Whether `text` fits the field together with its terminator.
-template <std::size_t Size>
-bool fits_field(const char (&)[Size], std::string_view text) {
-  return text.size() < Size;
-}
-
 // Stores `text` with the rest of the field zero. What does not fit is cut, so that the terminator
-// always stands; callers for whom that would lose something ask fits_field first.
+// always stands.
 template <std::size_t Size>
 void store_field(char (&field)[Size], std::string_view text) {
   const std::size_t count = std::min(text.size(), Size - 1);

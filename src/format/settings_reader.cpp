@@ -9,13 +9,28 @@ namespace korvex {
 
 namespace {
 
-std::int32_t read_level_table(std::int32_t level, std::int32_t records, RecordCursor& cursor,
-                              ClFmtCom& com) {
-  const std::int32_t level_count = com.header.level_count;
-  if (!cursor.holds(level_count, sizeof(FmtLvlRec))) return error::cannot_read;
+// Header and level table; the level `level` becomes current.
+std::int32_t read_tables(platform::File& file, std::int32_t level, std::int32_t records,
+                         std::int32_t layout_kind, ClFmtCom& com) {
+  std::uint64_t size = 0;
+  std::size_t count = 0;
+  if (file.size(size) != platform::FileCause::none ||
+      file.read(&com.header, sizeof com.header, count) != platform::FileCause::none ||
+      count < sizeof com.header) {
+    return error::cannot_read;
+  }
+  if (!has_magic(com.header, current_magic)) return error::version_mismatch;
+  if (com.header.layout_kind != layout_kind) return error::other_system;
+
+  const std::int64_t level_count = com.header.level_count;
+  const auto room = static_cast<std::int64_t>((size - sizeof com.header) / sizeof(FmtLvlRec));
+  if (size < sizeof com.header || level_count < 0 || level_count > room) return error::cannot_read;
   for (std::int32_t i = 0; i < level_count; ++i) {
     FmtLvlRec record = {};
-    cursor.read(record);
+    if (file.read(&record, sizeof record, count) != platform::FileCause::none ||
+        count < sizeof record) {
+      return error::cannot_read;
+    }
     if (record.level == level) {
       record.records = records;
       com.current_index = i;
@@ -24,6 +39,41 @@ std::int32_t read_level_table(std::int32_t level, std::int32_t records, RecordCu
   }
   if (com.current_index == no_level) com.append_level(level, records);
   return 0;
+}
+
+// Where the items of a level end, by their own counts; where the first one begins whose count
+// cannot be true.
+std::uint64_t end_of_columns(platform::File& file, std::uint64_t size, const FmtLvlRec& level) {
+  auto end = static_cast<std::uint64_t>(std::max(level.data_offset, 0));
+  for (std::int32_t i = 0; i < level.column_count; ++i) {
+    FmtColRec column;
+    std::size_t count = 0;
+    if (file.seek(end) != platform::FileCause::none ||
+        file.read(&column, sizeof column, count) != platform::FileCause::none) {
+      return end;
+    }
+    const auto elements = static_cast<std::uint64_t>(std::max(column.element_count, 0));
+    if (count < sizeof column || elements > (size - end - count) / sizeof(FmtItemRec)) return end;
+    end += count + elements * sizeof(FmtItemRec);
+  }
+  return end;
+}
+
+// How far into the file its levels reach: what lies behind is never read.
+std::uint64_t end_of_levels(platform::File& file, const ClFmtCom& com) {
+  std::uint64_t size = 0;
+  if (file.size(size) != platform::FileCause::none) return 0;
+  const bool may_be_stale = com.header.level_count == 1;
+  std::uint64_t end = sizeof(FmtHeadRec) + com.levels.size() * sizeof(FmtLvlRec);
+  for (const auto& level : com.levels) {
+    const FmtLvlRec& record = level->record;
+    const bool is_walked = level.get() == com.current_level() || may_be_stale;
+    const auto raw_end = static_cast<std::uint64_t>(
+        std::max<std::int64_t>(std::int64_t{record.data_offset} + record.data_size, 0));
+    if (level.get() != com.current_level()) end = std::max(end, raw_end);
+    if (is_walked) end = std::max(end, end_of_columns(file, size, record));
+  }
+  return std::min(end, size);
 }
 
 std::int32_t read_columns(RecordCursor cursor, ClFmtLvlInf& level) {
@@ -59,7 +109,8 @@ std::int64_t measure_columns(RecordCursor cursor, std::int32_t column_count) {
 }
 
 // The only level of a file of the previous version keeps its recorded size through the upgrade,
-// although its items have grown. It is told by that difference, and taken as large as it is.
+// although its items have grown. Taken by that size, it would lose its end; it is told by the
+// difference, and taken as large as it is.
 void correct_upgraded_size(std::string_view bytes, FmtLvlRec& level) {
   const std::int64_t size =
       measure_columns({bytes, static_cast<std::size_t>(level.data_offset)}, level.column_count);
@@ -70,7 +121,6 @@ void correct_upgraded_size(std::string_view bytes, FmtLvlRec& level) {
 }
 
 std::int32_t take_raw(std::string_view bytes, ClFmtLvlInf& level) {
-  correct_upgraded_size(bytes, level.record);
   const auto offset = static_cast<std::size_t>(level.record.data_offset);
   if (!RecordCursor(bytes, offset).holds(level.record.data_size, 1)) return error::cannot_read;
   level.is_raw = true;
@@ -89,6 +139,7 @@ std::int32_t read_areas(ClFmtCom& com) {
     if (offset == 0) break;
     if (offset < tables_end) return error::cannot_operate;
     const bool is_current = level.get() == com.current_level();
+    if (!is_current && com.header.level_count == 1) correct_upgraded_size(bytes, level->record);
     const std::int32_t result =
         is_current ? read_columns({bytes, static_cast<std::size_t>(offset)}, *level)
                    : take_raw(bytes, *level);
@@ -116,9 +167,8 @@ bool RecordCursor::read(void* record, std::size_t size) {
   return true;
 }
 
-bool read_whole_file(platform::File& file, std::vector<char>& bytes) {
-  std::uint64_t size = 0;
-  if (file.size(size) != platform::FileCause::none) return false;
+bool read_front(platform::File& file, std::uint64_t size, std::vector<char>& bytes) {
+  if (file.seek(0) != platform::FileCause::none) return false;
   bytes.resize(size);
   std::size_t count = 0;
   if (file.read(bytes.data(), bytes.size(), count) != platform::FileCause::none) return false;
@@ -126,17 +176,14 @@ bool read_whole_file(platform::File& file, std::vector<char>& bytes) {
   return true;
 }
 
-std::int32_t read_settings(std::vector<char> bytes, std::int32_t level, std::int32_t records,
+std::int32_t read_settings(platform::File& file, std::int32_t level, std::int32_t records,
                            std::int32_t layout_kind, ClFmtCom& com) {
   com.discard_levels();
-  com.file_bytes = std::move(bytes);
-  RecordCursor cursor({com.file_bytes.data(), com.file_bytes.size()}, 0);
-  if (!cursor.read(com.header)) return error::cannot_read;
-  if (!has_magic(com.header, current_magic)) return error::version_mismatch;
-  if (com.header.layout_kind != layout_kind) return error::other_system;
-
-  std::int32_t result = read_level_table(level, records, cursor, com);
-  if (result == 0) result = read_areas(com);
+  std::int32_t result = read_tables(file, level, records, layout_kind, com);
+  if (result == 0) {
+    const std::uint64_t end = end_of_levels(file, com);
+    result = read_front(file, end, com.file_bytes) ? read_areas(com) : error::cannot_read;
+  }
   if (result != 0) com.discard_levels();
   return result;
 }

@@ -47,16 +47,17 @@ class RecordCursor {
   std::size_t offset_;
 };
 
-// The whole of an open file. False when it cannot be read; may raise std::bad_alloc.
-bool read_whole_file(platform::File& file, std::vector<char>& bytes);
+// The first `size` bytes of an open file, or as many as there are. False when they cannot be read;
+// may raise std::bad_alloc.
+bool read_front(platform::File& file, std::uint64_t size, std::vector<char>& bytes);
 
 // Fills `com` from a Format Information file: header, levels, and the items of the level numbered
-// `level`, which becomes current with `records` records and is appended when the file lacks it. The
-// areas of other levels stay views into the bytes, so that no claim of the file, overlapping areas
-// among them, makes `com` larger than the file. 0, or:
-// -3 truncated, -4 a data area inside the tables, -5 no current settings file, -57 of another
-// layout kind. On an error `com` holds no levels. May raise std::bad_alloc.
-std::int32_t read_settings(std::vector<char> bytes, std::int32_t level, std::int32_t records,
+// `level`, which becomes current with `records` records and is appended when the file lacks it.
+// Only as much of the file is read as its levels reach; the areas of other levels are views into
+// those bytes, so that no claim of the file, overlapping areas among them, takes more memory than
+// the file itself. 0, or: -3 truncated, -4 a data area inside the tables, -5 no current settings
+// file, -57 of another layout kind. On an error `com` holds no levels. May raise std::bad_alloc.
+std::int32_t read_settings(platform::File& file, std::int32_t level, std::int32_t records,
                            std::int32_t layout_kind, ClFmtCom& com);
 
 }  // namespace korvex

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 #include <new>
 #include <vector>
 
@@ -55,13 +56,9 @@ class Upgrade {
  public:
   explicit Upgrade(std::string_view bytes) : cursor_(bytes, 0) {}
 
-  std::int32_t run(std::int32_t layout_kind) {
+  std::int32_t run() {
     FmtHeadRec header = {};
     if (!cursor_.read(header)) return error::cannot_read;
-    if (has_magic(header, current_magic)) return nothing_to_do;
-    if (!has_magic(header, previous_magic)) return error::version_mismatch;
-    if (header.layout_kind != layout_kind) return error::other_system;
-
     FmtHeadRec fresh = {};
     std::memcpy(fresh.magic, current_magic.data(), current_magic.size());
     fresh.layout_kind = header.layout_kind;
@@ -73,13 +70,13 @@ class Upgrade {
       result = copy_columns(levels_[i]);
     }
     if (result != 0) return result;
+    // Places are 32-bit numbers in the file.
+    if (bytes_.size() > std::numeric_limits<std::int32_t>::max()) return error::cannot_operate;
     std::memcpy(bytes_.data() + sizeof fresh, levels_.data(), levels_.size() * sizeof(FmtLvlRec));
     return 0;
   }
 
   const std::vector<char>& bytes() const { return bytes_; }
-
-  static constexpr std::int32_t nothing_to_do = 1;
 
  private:
   template <typename Record>
@@ -139,11 +136,30 @@ std::int32_t write_work_file(const std::vector<char>& bytes, File& work) {
   return cause == FileCause::none ? 0 : write_failure(cause);
 }
 
+constexpr std::int32_t nothing_to_do = 1;
+
+// Only the header tells whether the rest is worth reading.
+std::int32_t check_header(File& source, std::int32_t layout_kind) {
+  FmtHeadRec header = {};
+  std::size_t count = 0;
+  if (source.read(&header, sizeof header, count) != FileCause::none || count < sizeof header) {
+    return error::cannot_read;
+  }
+  if (has_magic(header, current_magic)) return nothing_to_do;
+  if (!has_magic(header, previous_magic)) return error::version_mismatch;
+  return header.layout_kind == layout_kind ? 0 : error::other_system;
+}
+
 std::int32_t upgrade_into(File& source, File& work, std::int32_t layout_kind) {
+  std::int32_t result = check_header(source, layout_kind);
+  if (result != 0) return result;
+  std::uint64_t size = 0;
   std::vector<char> old_bytes;
-  if (!read_whole_file(source, old_bytes)) return error::cannot_read;
+  if (source.size(size) != FileCause::none || !read_front(source, size, old_bytes)) {
+    return error::cannot_read;
+  }
   Upgrade upgrade({old_bytes.data(), old_bytes.size()});
-  const std::int32_t result = upgrade.run(layout_kind);
+  result = upgrade.run();
   return result == 0 ? write_work_file(upgrade.bytes(), work) : result;
 }
 
@@ -169,7 +185,7 @@ std::int32_t upgrade_settings_file(const std::string& path, std::int32_t layout_
   if (result != 0) {
     work.discard();
     platform::remove_file(work_path);
-    return result == Upgrade::nothing_to_do ? 0 : result;
+    return result == nothing_to_do ? 0 : result;
   }
   const FileCause moved = platform::replace_file(work_path, path);
   return moved == FileCause::none ? 0 : write_failure(moved);

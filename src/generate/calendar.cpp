@@ -15,6 +15,10 @@ constexpr std::int64_t days_to(int y, unsigned m, unsigned d) {
   return sys_days(year(y) / std::chrono::month(m) / std::chrono::day(d)).time_since_epoch().count();
 }
 
+// Years that a crafted value may name beyond any calendar, and a day outside every range for them.
+constexpr int last_calendar_year = 9999;
+constexpr std::int64_t no_such_day = 1'000'000'000;
+
 constexpr std::int64_t last_day = days_to(2038, 1, 19);
 constexpr std::int64_t first_second = 9 * 3600;
 constexpr std::int64_t last_second = last_day * seconds_per_day + 3 * 3600 + 14 * 60 + 7;
@@ -29,7 +33,9 @@ int days_in_month(int y, int m) {
 std::int64_t day_number(const MomentFields& fields) {
   const int months = int{fields.month} - 1;
   const int whole_years = months >= 0 ? months / 12 : -1;
-  const year y(int{fields.year} + whole_years);
+  const int numbered_year = fields.year + whole_years;
+  if (numbered_year > last_calendar_year) return no_such_day;
+  const year y(numbered_year);
   const auto month = static_cast<unsigned>(months - 12 * whole_years + 1);
   const sys_days first(y / std::chrono::month(month) / std::chrono::day(1));
   return first.time_since_epoch().count() + int{fields.day} - 1;

@@ -89,7 +89,10 @@ std::int32_t CharacterGenerator::ordinal_of_text() const {
 
 // A run needs a text that ends in the counting part and spells the ordinal.
 void CharacterGenerator::plan_run() {
-  if (low_size_ < tail_size || length_ != position_ + low_size_ || ordinal_ < 0) return;
+  const bool has_half_character = base_letter_ == 0 && low_size_ % tail_size != 0;
+  if (has_half_character || low_size_ < tail_size || length_ != position_ + low_size_ ||
+      ordinal_ < 0)
+    return;
   if (std::memcmp(text_ + position_, low_text_, low_size_) != 0) return;
   const std::int64_t place = ordinal_ % wheel_size_;
   if (std::memcmp(text_ + length_ - tail_size, wheel_ + tail_size * static_cast<std::size_t>(place),

@@ -39,21 +39,14 @@ StepOutcome MomentGenerator::step(ItemPass& pass) {
   }
   if (is_lead_) {
     if (heeds_overflow_ && pass.date_overflow) return StepOutcome::cut;
-    if (passed_end()) return StepOutcome::ended;
+    if (range_.passed(key_, fields_, counts_up(), counts_down())) return StepOutcome::ended;
   }
   plan_run();
   return StepOutcome::going;
 }
 
-bool MomentGenerator::passed_end() {
-  if (!restarted_) return range_.passed(key_, fields_, counts_up(), counts_down());
-  restarted_ = false;
-  return range_.passed(field_text(settings_.start_text), counts_up(), counts_down());
-}
-
 void MomentGenerator::restart() {
   end_run();
-  restarted_ = false;
   fields_ = fields_of(settings_.start);
   if (field_text(settings_.start_text).empty()) {
     switch_off();
@@ -65,8 +58,6 @@ void MomentGenerator::restart() {
 
 bool MomentGenerator::overflow() {
   restart();
-  end_run();
-  restarted_ = true;
   return false;
 }
 
@@ -76,7 +67,8 @@ void MomentGenerator::show() {
 }
 
 void MomentGenerator::plan_run() {
-  if (watches_others_) return;
+  // A step against the counting direction, as no checked settings have it, is left to the texts.
+  if (watches_others_ || (change_ > 0) != counts_up()) return;
   const RunLimits limits = run_limits();
   const int value = last_field();
   if (is_off() || key_ < 0 || change_ == 0 || value < limits.first || value > limits.last) return;
@@ -102,11 +94,12 @@ MomentGenerator::RunLimits DateGenerator::run_limits() const {
   return inside_calendar ? RunLimits{1, days_in_month(fields_.year, fields_.month)} : RunLimits{};
 }
 
-// Behind 2038-01-19 the calendar ends, unless the end value's text says otherwise: a two-digit end
-// year of the last century lies behind every later one.
+// Behind 2038-01-19 the calendar ends. A two-digit end year of the last century counts as text, so
+// that no later day is behind it: the date then stays where it is.
 bool DateGenerator::step_past_last(std::int64_t day) {
-  fields_.day = static_cast<int>(day);
-  return !range_.text_is_behind_end(fields_) || overflow();
+  MomentFields next = fields_;
+  next.day = static_cast<int>(day);
+  return !range_.text_is_behind_end(next) || overflow();
 }
 
 MomentGenerator::RunLimits UncheckedDateGenerator::run_limits() const { return {1, longest_month}; }

@@ -47,13 +47,11 @@ class MomentGenerator : public ElementGenerator {
   void show();
   void plan_run();
   int& last_field() { return layout_.has_time() ? fields_.second : fields_.day; }
-  bool passed_end();
 
   const std::int64_t change_;
   const bool heeds_overflow_;  // the item's overflow flag ends the cycle of this lead element
   const bool watches_others_;  // the flag may have been raised by an element before this one
   std::int64_t key_ = -1;
-  bool restarted_ = false;
 };
 
 // Days on the calendar.

@@ -85,9 +85,6 @@ class ElementGenerator {
 
   static constexpr std::size_t tail_size = 2;
 
-  // The text that write() would write.
-  std::string_view text() const { return {text_, length_}; }
-
   // What is left of the announced run: how many steps, where the wheel stands and how far it turns
   // each time; a turn of 0 leaves the text as it is.
   std::int64_t run_left() const { return run_left_; }

@@ -15,13 +15,15 @@ using ClEnumData = std::string_view;
 // views that it hands out live as long as it does.
 class ClEnumDataList {
  public:
-  // Room for the texts of a file of so many bytes.
-  void reserve(std::size_t bytes) { text_.reserve(bytes); }
+  // Room for the texts of a file of so many bytes, as far as that may be taken at its word.
+  void reserve(std::uint64_t bytes) {
+    constexpr std::uint64_t most = 64 * 1024 * 1024;
+    text_.reserve(static_cast<std::size_t>(std::min(bytes, most)));
+  }
 
   void append(std::string_view value) {
     text_.append(value);
     ends_.push_back(text_.size());
-    longest_ = std::max(longest_, value.size());
   }
 
   std::int32_t count() const { return static_cast<std::int32_t>(ends_.size()); }
@@ -32,12 +34,9 @@ class ClEnumDataList {
     return std::string_view(text_).substr(begin, ends_[place] - begin);
   }
 
-  std::size_t longest() const { return longest_; }
-
  private:
   std::string text_;
   std::vector<std::size_t> ends_;
-  std::size_t longest_ = 0;
 };
 
 }  // namespace korvex

@@ -1,5 +1,6 @@
 #include "generate/enumeration_check.h"
 
+#include <limits>
 #include <new>
 
 #include "control/error_texts.h"
@@ -29,6 +30,7 @@ std::int32_t for_each_value(File& file, const FmtColRec& settings, std::int32_t&
     const LineReader::Status status = reader.next(value);
     if (status == LineReader::Status::end) return 0;
     if (status == LineReader::Status::failed) return error::enumeration_cannot_read;
+    if (line == std::numeric_limits<std::int32_t>::max()) return error::enumeration_cannot_read;
     ++line;
     if (value.empty()) continue;
     ++value_count;
@@ -47,7 +49,8 @@ std::int32_t check_access(ClColMain& main, const std::string& path) {
 
 std::int32_t open_values(const std::string& path, File& file) {
   const FileCause cause = file.open_for_reading(path, platform::Sharing::shared);
-  return cause == FileCause::none ? 0 : error::enumeration_cannot_open;
+  // A device or a pipe may never end.
+  return cause == FileCause::none && file.is_regular() ? 0 : error::enumeration_cannot_open;
 }
 
 // The ".err" file of a load: one message a bad line.

@@ -43,10 +43,11 @@ class ItemGenerator {
     return mode_ == assembly_mode::plain ? append_plain(line) : append_other(line, run);
   }
 
-  // For how many records the field keeps its shape and nothing but the characters that its
-  // elements' runs turn; 0 where that can't be said.
+  // Whether the field may ever stay the same but for turning characters over several records.
+  bool may_be_steady() const { return mode_ == assembly_mode::plain && fields_ == 1; }
+
+  // For how many records it does so from here on.
   std::int64_t steady_steps() const {
-    if (mode_ != assembly_mode::plain || fields_ > 1) return 0;
     std::int64_t steps = std::numeric_limits<std::int64_t>::max();
     for (const auto& element : elements_) {
       if (!element->is_off()) steps = std::min(steps, element->run_left());

@@ -22,11 +22,6 @@ class LineBlock {
 
   std::size_t line_size() const { return size_ - line_begin_; }
 
-  // What the current line holds from one of its own places on.
-  std::string_view line_from(std::size_t place) const {
-    return {buffer_.get() + line_begin_ + place, line_size() - place};
-  }
-
   void finish_line() { line_begin_ = size_; }
 
   // Drops `bytes` finished bytes from the front.

@@ -119,7 +119,7 @@ std::string MomentLayout::plain_text(const MomentFields& f) const {
 
 std::int64_t MomentLayout::order_key(const MomentFields& f) const {
   if (!fits_places(f)) return -1;
-  if (!has_date_) return time_number(f);
+  if (!has_date_) return width_is_short_ ? with_century(time_number(f)) : time_number(f);
   if (has_time_) return date_number(f) * 1'000'000 + time_number(f);
   return short_year_ ? with_century(date_number(f) % 1'000'000) : date_number(f);
 }
@@ -134,7 +134,7 @@ std::int64_t MomentLayout::order_key(std::string_view plain) const {
   }
   const std::size_t size = !has_date_ || short_year_ ? 6 : 8;
   if (plain.size() != size || !all_digits(plain)) return -1;
-  return short_year_ ? with_century(decimal_prefix(plain)) : decimal_prefix(plain);
+  return width_is_short_ ? with_century(decimal_prefix(plain)) : decimal_prefix(plain);
 }
 
 MomentRange::MomentRange(const MomentLayout& layout, const FmtItemRec& element)

@@ -81,14 +81,12 @@ class MomentRange {
   }
   static constexpr std::int64_t no_end = std::numeric_limits<std::int64_t>::max();
 
-  // As above for a text that no fields stand behind.
-  bool passed(std::string_view next, bool counts_up, bool counts_down) const;
-
   // Whether the plain text of the fields is greater than the end value's, as both stand: a short
   // year gets no century here.
   bool text_is_behind_end(const MomentFields& next) const;
 
  private:
+  bool passed(std::string_view next, bool counts_up, bool counts_down) const;
   std::string comparable(std::string_view plain) const;
 
   const MomentLayout& layout_;

@@ -131,7 +131,8 @@ std::int64_t NumberGenerator::steps_to_end() const {
 }
 
 void NumberGenerator::plan_run() {
-  const bool is_steady = wheel_ != nullptr && is_regular(high_, low_) && step_high_ == 0 &&
+  const bool is_steady = wheel_ != nullptr && is_regular(high_, low_) &&
+                         is_regular(settings_.end.high, settings_.end.low) && step_high_ == 0 &&
                          step_low_ > 0 && step_low_ < wheel_size_;
   if (!is_steady || length_ < tail_size) return;
   const std::int64_t place = low_ % wheel_size_;

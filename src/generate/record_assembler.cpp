@@ -30,7 +30,23 @@ std::int32_t SequentialAssembler::assemble_items(LineBlock& line) {
   return 0;
 }
 
+// Asked once: an item that repeats, takes its values from a list or stands in several fields rules
+// stretches out for good.
+void SequentialAssembler::make_pattern_room() {
+  std::size_t room = 0;
+  for (const ItemGenerator* item : fields_) {
+    may_stretch_ = may_stretch_ && item->may_be_steady();
+    room += item->room();
+  }
+  if (may_stretch_) pattern_.resize(room);
+}
+
 void SequentialAssembler::begin_stretch() {
+  if (!may_stretch_) return;
+  if (pattern_.empty()) {
+    make_pattern_room();
+    if (!may_stretch_) return;
+  }
   std::int64_t steady = std::numeric_limits<std::int64_t>::max();
   for (const ItemGenerator* item : fields_) {
     steady = std::min(steady, item->steady_steps());

@@ -29,7 +29,6 @@ class SequentialAssembler : public RecordAssembler {
   void add_field(ItemGenerator& item) {
     fields_.push_back(&item);
     item.add_field();
-    pattern_.resize(pattern_.size() + item.room());
   }
 
   std::int32_t assemble(LineBlock& line) override;
@@ -47,12 +46,14 @@ class SequentialAssembler : public RecordAssembler {
 
   std::int32_t assemble_items(LineBlock& line);
   void begin_stretch();
+  void make_pattern_room();
   void write_turned(LineBlock& line);
   void end_stretch();
 
   std::vector<ItemGenerator*> fields_;
   RunState run_;
 
+  bool may_stretch_ = true;
   std::int64_t stretch_left_ = 0;
   std::int64_t stretch_size_ = 0;
   std::vector<char> pattern_;

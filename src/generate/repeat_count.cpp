@@ -128,7 +128,9 @@ std::int32_t count_data_items(ClColMain& main, bool repeats_only, RepeatCount& c
   const Wide bytes = multiply(records, totals.width);
   constexpr Wide most = std::numeric_limits<std::uint64_t>::max();
   count.data_items = static_cast<std::uint64_t>(std::min(records, most));
-  count.predicted_bytes = bytes > size_limit ? too_large : static_cast<std::uint64_t>(bytes);
+  // Item lengths below 0 come from crafted settings only.
+  count.predicted_bytes =
+      bytes > size_limit ? too_large : static_cast<std::uint64_t>(std::max<Wide>(bytes, 0));
   return 0;
 }
 

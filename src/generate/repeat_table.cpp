@@ -57,6 +57,7 @@ std::int32_t check_repeat_level(const ClColMain& main, std::int32_t level,
 
 std::int32_t RepeatTable::build(ClColMain& main) {
   entries_.clear();
+  by_level_.clear();
   const LevelUse levels(main);
   bool has_outermost = false;
   std::uint64_t repeated_items = 0;
@@ -74,6 +75,7 @@ std::int32_t RepeatTable::build(ClColMain& main) {
     entry->repeat_level = settings->repeat_level;
     entry->repeat_count = settings->repeat_count;
     entry->item_number = settings->item_number;
+    by_level_.emplace(entry->repeat_level, entry.get());
     entries_.push_back(std::move(entry));
   }
   if (repeated_items == 0) return 0;
@@ -95,10 +97,8 @@ std::int32_t RepeatTable::build(ClColMain& main) {
 }
 
 ClRepeatData* RepeatTable::find_level(std::int32_t repeat_level) const {
-  const auto place = std::find_if(
-      entries_.begin(), entries_.end(),
-      [repeat_level](const auto& entry) { return entry->repeat_level == repeat_level; });
-  return place == entries_.end() ? nullptr : place->get();
+  const auto place = by_level_.find(repeat_level);
+  return place == by_level_.end() ? nullptr : place->second;
 }
 
 ClRepeatData* RepeatTable::next_inner(const ClRepeatData& entry) const {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
+#include <unordered_map>
 
 #include "control/col_main.h"
 #include "platform/runtime_class.h"
@@ -51,6 +51,7 @@ class RepeatTable {
 
  private:
   ClRepeatDataList entries_;  // in ascending level order
+  std::unordered_map<std::int32_t, ClRepeatData*> by_level_;
 };
 
 }  // namespace korvex

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "platform/file_calls.h"
+#include "platform/path.h"
 
 namespace korvex::platform {
 
@@ -22,6 +23,14 @@ auto retry_interrupted(Call call) {
   auto result = call();
   for (int i = 0; result < 0 && errno == EINTR && i < max_interruptions; ++i) result = call();
   return result;
+}
+
+// The system says the same of a missing file and of a missing folder.
+FileCause cause_of_failed_open(const std::string& path, int number) {
+  struct stat status = {};
+  const bool folder_is_missing =
+      number == ENOENT && file_calls().lstat(folder_of(path).c_str(), &status) != 0;
+  return folder_is_missing ? FileCause::bad_path : cause_from_errno(number);
 }
 
 }  // namespace
@@ -76,15 +85,15 @@ FileCause File::open(const std::string& path, int flags, unsigned mode) {
   const int descriptor = retry_interrupted([&] {
     return file_calls().open(path.c_str(), flags | O_CLOEXEC, static_cast<mode_t>(mode));
   });
-  if (descriptor < 0) return cause_from_errno(errno);
+  if (descriptor < 0) return cause_of_failed_open(path, errno);
   descriptor_ = descriptor;
 
   struct stat status = {};
   if (file_calls().fstat(descriptor_, &status) != 0) {
     const FileCause cause = cause_from_errno(errno);
     discard();
-    // A file that this call made must not stay behind its failure.
-    if ((flags & O_EXCL) != 0) remove_file(path);
+    // Only a file that was not there is opened for creation: it must not stay behind the failure.
+    if ((flags & O_CREAT) != 0) remove_file(path);
     return cause;
   }
   if (S_ISDIR(status.st_mode)) {
@@ -110,11 +119,22 @@ FileCause File::open_for_writing(const std::string& path) {
 }
 
 FileCause File::create(const std::string& path) {
-  return open(path, O_WRONLY | O_CREAT | O_TRUNC, 0666);
+  FileCause cause = open(path, O_WRONLY, 0);
+  if (cause == FileCause::not_found) return open(path, O_WRONLY | O_CREAT, 0666);
+  if (cause != FileCause::none || !regular_) return cause;
+  if (!hold_file(descriptor_, Sharing::exclusive)) {
+    discard();
+    return FileCause::sharing_violation;
+  }
+  if (file_calls().ftruncate(descriptor_, 0) != 0) {
+    cause = cause_from_errno(errno);
+    discard();
+  }
+  return cause;
 }
 
 FileCause File::create_new(const std::string& path) {
-  return open(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, 0600);
+  return open(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, 0666);
 }
 
 FileCause File::read(void* data, std::size_t size, std::size_t& count) {
@@ -204,11 +224,6 @@ FileCause File::close() {
 void File::discard() {
   buffered_ = 0;
   if (descriptor_ >= 0) file_calls().close(std::exchange(descriptor_, -1));
-}
-
-bool exists(const std::string& path) {
-  struct stat status = {};
-  return file_calls().lstat(path.c_str(), &status) == 0;
 }
 
 FileCause remove_file(const std::string& path) {

@@ -44,10 +44,11 @@ class File {
   // Opens an existing file for writing, without changing it.
   FileCause open_for_writing(const std::string& path);
 
-  // Creates the file, or empties the one that exists, for writing.
+  // Creates the file, or empties the one that exists, for writing, and holds it while it is open:
+  // one that somebody else holds is not touched. Waits for the reader of a pipe.
   FileCause create(const std::string& path);
 
-  // Creates a file that must not exist yet, with access for its owner only; does not follow links.
+  // Creates a file that must not exist yet; does not follow links.
   FileCause create_new(const std::string& path);
 
   // Reads until `size` bytes are there or the file ends; `count` receives how many there are.
@@ -88,11 +89,18 @@ class File {
   std::size_t buffered_ = 0;
 };
 
-// Whether something stands at the path (a link counts by itself, wherever it leads).
-bool exists(const std::string& path);
-
 // Removes the name. not_found when there is none.
 FileCause remove_file(const std::string& path);
+
+// Follows `path` while it is a link, also to a place where nothing stands yet. After a failure it
+// may stand anywhere on the way.
+FileCause resolve_links(std::string& path);
+
+// Whether the path leads to something.
+bool exists(const std::string& path);
+
+// Removes what the path leads to.
+FileCause remove_target(const std::string& path);
 
 // Removes what a failed run has written: the file that the path leads to, when it is a regular
 // one. A device or a pipe stays.

@@ -12,7 +12,7 @@ namespace {
 
 int open_with_mode(const char* path, int flags, mode_t mode) { return ::open(path, flags, mode); }
 
-const FileCalls* table_in_use = &system_file_calls();
+const FileCalls* table_in_use = nullptr;  // the system's
 
 }  // namespace
 
@@ -26,6 +26,7 @@ const FileCalls& system_file_calls() {
       .fstat = ::fstat,
       .lstat = ::lstat,
       .fchmod = ::fchmod,
+      .ftruncate = ::ftruncate,
       .fsync = ::fsync,
       .flock = ::flock,
       .rename = ::rename,
@@ -36,7 +37,9 @@ const FileCalls& system_file_calls() {
   return calls;
 }
 
-const FileCalls& file_calls() { return *table_in_use; }
+const FileCalls& file_calls() {
+  return table_in_use != nullptr ? *table_in_use : system_file_calls();
+}
 
 FileCallsOverride::FileCallsOverride(const FileCalls& calls) : previous_(table_in_use) {
   table_in_use = &calls;

@@ -16,6 +16,7 @@ struct FileCalls {
   int (*fstat)(int descriptor, struct stat* status);
   int (*lstat)(const char* path, struct stat* status);
   int (*fchmod)(int descriptor, mode_t mode);
+  int (*ftruncate)(int descriptor, off_t size);
   int (*fsync)(int descriptor);
   int (*flock)(int descriptor, int operation);
   int (*rename)(const char* from, const char* to);

@@ -9,6 +9,7 @@
 namespace korvex::platform {
 
 bool hold_file(int descriptor, Sharing sharing) {
+  if (sharing == Sharing::unlocked) return true;
   const int operation = (sharing == Sharing::exclusive ? LOCK_EX : LOCK_SH) | LOCK_NB;
   if (file_calls().flock(descriptor, operation) == 0) return true;
   return errno != EWOULDBLOCK;

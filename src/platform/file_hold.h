@@ -4,6 +4,7 @@ namespace korvex::platform {
 
 // How an opened file may be shared with other open files, in this process and in others.
 enum class Sharing {
+  unlocked,   // no matter who else has it open
   shared,     // others may read it too
   exclusive,  // nobody else may have it open
 };

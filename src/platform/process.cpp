@@ -3,6 +3,7 @@
 #include <spawn.h>
 #include <sys/types.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstdlib>
@@ -18,7 +19,7 @@ int run_editor(const std::string& path) {
   char* arguments[] = {program.data(), argument.data(), nullptr};
   pid_t child = 0;
   const int failure = ::posix_spawnp(&child, program.c_str(), nullptr, nullptr, arguments, environ);
-  if (failure == 0) {
+  if (failure == 0 && ::isatty(STDIN_FILENO) == 1) {
     while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) continue;
   }
   return failure;

@@ -4,10 +4,12 @@
 #include <array>
 #include <cerrno>
 #include <climits>
+#include <ctime>
 #include <string_view>
 
 #include "platform/file.h"
 #include "platform/file_calls.h"
+#include "platform/local_time.h"
 #include "platform/path.h"
 
 namespace korvex::platform {
@@ -17,8 +19,65 @@ namespace {
 // More links in a row than this are a circle.
 constexpr int max_links = 40;
 
-// Follows `path` while it is a link, also to a place where nothing stands yet.
-FileCause resolve(std::string& path) {
+// Asks the disk to remember the new name. The rename has happened whatever the answer, so a folder
+// that cannot be synchronised is no failure.
+void sync_folder(const std::string& folder) {
+  const int descriptor = file_calls().open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0);
+  if (descriptor < 0) return;
+  file_calls().fsync(descriptor);
+  file_calls().close(descriptor);
+}
+
+// Gives the new file the permissions of the old one, if there is one.
+FileCause take_over_mode(const std::string& path, const std::string& target) {
+  struct stat old = {};
+  if (file_calls().lstat(target.c_str(), &old) != 0) return FileCause::none;
+  const int descriptor =
+      file_calls().open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0);
+  if (descriptor < 0) return cause_from_errno(errno);
+  const FileCause cause = file_calls().fchmod(descriptor, old.st_mode & 07777) == 0
+                              ? FileCause::none
+                              : cause_from_errno(errno);
+  file_calls().close(descriptor);
+  return cause;
+}
+
+FileCause copy_bytes(const std::string& from, File& copy) {
+  File source;
+  FileCause cause = source.open_for_reading(from, Sharing::shared);
+  std::array<char, 64 * 1024> block;
+  std::size_t count = block.size();
+  while (cause == FileCause::none && count == block.size()) {
+    cause = source.read(block.data(), block.size(), count);
+    if (cause == FileCause::none) cause = copy.write(block.data(), count);
+  }
+  if (cause == FileCause::none) cause = copy.sync();
+  const FileCause closed = copy.close();
+  return cause == FileCause::none ? closed : cause;
+}
+
+FileCause move_into_place(const std::string& from, const std::string& target) {
+  const FileCause cause = take_over_mode(from, target);
+  if (cause != FileCause::none) return cause;
+  return file_calls().rename(from.c_str(), target.c_str()) == 0 ? FileCause::none
+                                                                : cause_from_errno(errno);
+}
+
+// For a target on another file system: the bytes are copied beside it before they take its name.
+FileCause copy_into_place(const std::string& from, const std::string& target) {
+  File copy;
+  std::string beside;
+  FileCause cause = create_temporary(folder_of(target), std::time(nullptr), copy, beside);
+  if (cause != FileCause::none) return cause;
+  cause = copy_bytes(from, copy);
+  if (cause == FileCause::none) cause = move_into_place(beside, target);
+  if (cause != FileCause::none) remove_file(beside);
+  return cause;
+}
+
+}  // namespace
+
+FileCause resolve_links(std::string& path) {
   for (int i = 0; i < max_links; ++i) {
     struct stat status = {};
     if (file_calls().lstat(path.c_str(), &status) != 0) {
@@ -34,88 +93,37 @@ FileCause resolve(std::string& path) {
   return FileCause::bad_path;
 }
 
-// Asks the disk to remember the new name. The rename has happened whatever the answer, so a folder
-// that cannot be synchronised is no failure.
-void sync_folder(const std::string& folder) {
-  const int descriptor = file_calls().open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0);
-  if (descriptor < 0) return;
-  file_calls().fsync(descriptor);
-  file_calls().close(descriptor);
-}
-
-FileCause change_mode(const std::string& path, mode_t mode) {
-  const int descriptor =
-      file_calls().open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0);
-  if (descriptor < 0) return cause_from_errno(errno);
-  const FileCause cause =
-      file_calls().fchmod(descriptor, mode) == 0 ? FileCause::none : cause_from_errno(errno);
-  file_calls().close(descriptor);
-  return cause;
-}
-
-// The permissions that the new file takes over: the old file's, or what the user's mask leaves.
-mode_t mode_for(const std::string& target) {
+bool exists(const std::string& path) {
+  std::string target = path;
   struct stat status = {};
-  if (file_calls().lstat(target.c_str(), &status) == 0) return status.st_mode & 07777;
-  const mode_t mask = ::umask(0);
-  ::umask(mask);
-  return 0666 & ~mask;
+  return resolve_links(target) == FileCause::none &&
+         file_calls().lstat(target.c_str(), &status) == 0;
 }
 
-FileCause copy_to_new(const std::string& from, const std::string& to) {
-  File source;
-  FileCause cause = source.open_for_reading(from, Sharing::shared);
-  if (cause != FileCause::none) return cause;
-  File copy;
-  cause = copy.create_new(to);
-  if (cause != FileCause::none) return cause;
-
-  std::array<char, 64 * 1024> block;
-  std::size_t count = block.size();
-  while (cause == FileCause::none && count == block.size()) {
-    cause = source.read(block.data(), block.size(), count);
-    if (cause == FileCause::none) cause = copy.write(block.data(), count);
-  }
-  if (cause == FileCause::none) cause = copy.sync();
-  const FileCause closed = copy.close();
-  return cause == FileCause::none ? closed : cause;
+FileCause remove_target(const std::string& path) {
+  std::string target = path;
+  const FileCause cause = resolve_links(target);
+  return cause == FileCause::none ? remove_file(target) : cause;
 }
-
-FileCause move_into_place(const std::string& from, const std::string& target) {
-  const FileCause cause = change_mode(from, mode_for(target));
-  if (cause != FileCause::none) return cause;
-  return file_calls().rename(from.c_str(), target.c_str()) == 0 ? FileCause::none
-                                                                : cause_from_errno(errno);
-}
-
-// For a target on another file system: the bytes are copied beside it before they take its name.
-FileCause copy_into_place(const std::string& from, const std::string& target) {
-  const std::string beside = target + ".korvex-new";
-  remove_file(beside);
-  FileCause cause = copy_to_new(from, beside);
-  if (cause == FileCause::none) cause = move_into_place(beside, target);
-  if (cause != FileCause::none) remove_file(beside);
-  remove_file(from);
-  return cause;
-}
-
-}  // namespace
 
 void remove_output(const std::string& path) {
   std::string target = path;
   struct stat status = {};
-  if (resolve(target) == FileCause::none && file_calls().lstat(target.c_str(), &status) == 0 &&
-      S_ISREG(status.st_mode)) {
+  if (resolve_links(target) == FileCause::none &&
+      file_calls().lstat(target.c_str(), &status) == 0 && S_ISREG(status.st_mode)) {
     file_calls().unlink(target.c_str());
   }
 }
 
 FileCause replace_file(const std::string& from, const std::string& to) {
   std::string target = to;
-  FileCause cause = resolve(target);
-  if (cause == FileCause::none) cause = change_mode(from, mode_for(target));
-  if (cause == FileCause::none && file_calls().rename(from.c_str(), target.c_str()) != 0) {
-    cause = errno == EXDEV ? copy_into_place(from, target) : cause_from_errno(errno);
+  FileCause cause = resolve_links(target);
+  if (cause == FileCause::none) cause = take_over_mode(from, target);
+  const bool is_ready = cause == FileCause::none;
+  if (is_ready && file_calls().rename(from.c_str(), target.c_str()) != 0) {
+    const bool crosses = errno == EXDEV;
+    cause = crosses ? copy_into_place(from, target) : cause_from_errno(errno);
+    if (crosses) remove_file(from);
   }
   if (cause != FileCause::none) {
     remove_file(from);

@@ -2,10 +2,13 @@
 
 #include <errno.h>
 #include <fcntl.h>
-#include <sys/file.h>
+#include <pwd.h>
 #include <unistd.h>
 
+#include <array>
+#include <chrono>
 #include <cstdlib>
+#include <thread>
 
 #include "platform/file.h"
 #include "platform/file_calls.h"
@@ -23,22 +26,37 @@ std::string environment(const char* name) {
   return value != nullptr ? value : "";
 }
 
+std::string home_folder() {
+  const std::string home = environment("HOME");
+  if (!home.empty()) return home;
+  struct passwd entry = {};
+  struct passwd* found = nullptr;
+  std::array<char, 4096> texts;
+  const int result = ::getpwuid_r(::getuid(), &entry, texts.data(), texts.size(), &found);
+  return result == 0 && found != nullptr ? entry.pw_dir : "";
+}
+
+// Empty when the user has no folder for it.
 std::string configuration_folder() {
   const std::string configured = environment("XDG_CONFIG_HOME");
-  if (!configured.empty() && configured.front() == '/') return configured;
-  return join_path(environment("HOME"), ".config");
+  if (configured.starts_with('/')) return configured;
+  const std::string home = home_folder();
+  return home.starts_with('/') ? join_path(home, ".config") : "";
 }
 
 FileCause read_whole(const std::string& path, std::string& content) {
   File file;
-  FileCause cause = file.open_for_reading(path, Sharing::shared);
+  FileCause cause = file.open_for_reading(path, Sharing::unlocked);
   if (cause != FileCause::none) return cause;
-  content.resize(max_file_size);
+  std::uint64_t size = 0;
+  cause = file.size(size);
+  // What is too large to be held could not be written back.
+  if (cause != FileCause::none || size > max_file_size) return FileCause::generic;
+  content.resize(size);
   std::size_t count = 0;
   cause = file.read(content.data(), content.size(), count);
   content.resize(count);
-  // What does not fit could not be written back.
-  return cause == FileCause::none && count == max_file_size ? FileCause::generic : cause;
+  return cause;
 }
 
 bool make_folders(const std::string& folder) {
@@ -49,13 +67,20 @@ bool make_folders(const std::string& folder) {
   }
 }
 
-// Keeps other writers out while it lives.
+// How often the lock is tried, and the pause between: whoever holds it is writing a short file.
+constexpr int lock_attempts = 20;
+constexpr auto lock_pause = std::chrono::milliseconds(10);
+
+// Keeps other writers out while it lives. Gives up when somebody does not let go.
 class StoreLock {
  public:
   explicit StoreLock(const std::string& path)
       : descriptor_(
             file_calls().open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600)) {
-    held_ = descriptor_ >= 0 && file_calls().flock(descriptor_, LOCK_EX) == 0;
+    for (int i = 0; descriptor_ >= 0 && !held_ && i < lock_attempts; ++i) {
+      if (i > 0) std::this_thread::sleep_for(lock_pause);
+      held_ = hold_file(descriptor_, Sharing::exclusive);
+    }
   }
   ~StoreLock() {
     if (descriptor_ >= 0) file_calls().close(descriptor_);
@@ -81,7 +106,9 @@ ValuePlace find_value(const std::string& content, std::string_view name) {
     if (end == std::string::npos) end = content.size();
     if (content.compare(line, name.size(), name) == 0 && content[line + name.size()] == '=') {
       const std::size_t value = line + name.size() + 1;
-      return {value, end - value};
+      // A file edited elsewhere may end its lines with a carriage return as well.
+      const bool has_return = end > value && content[end - 1] == '\r';
+      return {value, end - value - (has_return ? 1 : 0)};
     }
     line = end + 1;
   }
@@ -90,10 +117,15 @@ ValuePlace find_value(const std::string& content, std::string_view name) {
 
 }  // namespace
 
-SettingsStore::SettingsStore(std::string_view key)
-    : folder_(join_path(configuration_folder(), key)), path_(join_path(folder_, file_name)) {}
+SettingsStore::SettingsStore(std::string_view key) {
+  const std::string configuration = configuration_folder();
+  if (configuration.empty()) return;
+  folder_ = join_path(configuration, key);
+  path_ = join_path(folder_, file_name);
+}
 
 StoreStatus SettingsStore::read(std::string_view name, std::string& value) const {
+  if (path_.empty()) return StoreStatus::failure;
   std::string content;
   const FileCause cause = read_whole(path_, content);
   if (cause == FileCause::not_found || cause == FileCause::bad_path) {
@@ -107,7 +139,7 @@ StoreStatus SettingsStore::read(std::string_view name, std::string& value) const
 }
 
 StoreStatus SettingsStore::write(std::string_view name, std::string_view value) const {
-  if (value.find('\n') != std::string_view::npos || !make_folders(folder_)) {
+  if (path_.empty() || value.find('\n') != std::string_view::npos || !make_folders(folder_)) {
     return StoreStatus::failure;
   }
   const StoreLock lock(path_ + ".lock");

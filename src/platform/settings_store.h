@@ -10,6 +10,8 @@ enum class StoreStatus { ok, key_missing, value_missing, failure };
 // A per-user store of named texts, one key a host program:
 // ${XDG_CONFIG_HOME:-$HOME/.config}/<key>/Korvex.conf, a line `Name=Value` each.
 //
+// Without a folder for the user's configuration every operation fails.
+//
 // Reading opens the file anew each time, so what a user edits counts at once. Writing replaces the
 // file in one step under a lock, and keeps every line that it does not change. Safe between
 // processes; one object is used by one thread.

@@ -1,0 +1,73 @@
+#include "control/error_texts.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <sstream>
+
+#include "support/bytes.h"
+
+namespace korvex {
+namespace {
+
+std::string replaced(std::string text, std::string_view from, std::string_view to) {
+  for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
+    text.replace(at, from.size(), to);
+  }
+  return text;
+}
+
+// The golden file: a code, a tabulator and the whole text, line ends as "\n", the layout word as
+// %s.
+std::map<std::int32_t, std::string> golden_messages() {
+  std::map<std::int32_t, std::string> messages;
+  std::istringstream file(test::read_file(KORVEX_TEST_DATA "/messages.txt"));
+  std::int32_t code = 0;
+  std::string text;
+  while (file >> code && file.get() == '\t' && std::getline(file, text)) {
+    messages[code] = replaced(text, "\\n", "\n");
+  }
+  return messages;
+}
+
+TEST(ErrorTexts, EveryCodeHasItsNumberAndWording) {
+  const auto messages = golden_messages();
+  ASSERT_EQ(messages.size(), 113u);
+  for (std::int32_t code = -150; code <= 5; ++code) {
+    const auto known = messages.find(code);
+    const std::string number = std::to_string(99000 + std::abs(code)) + ":";
+    for (const std::int32_t layout : {0, 1, 2, 3}) {
+      const std::string about = code == -70 || code == -71 ? "Table" : "Column";
+      const std::string message = known == messages.end() ? number : known->second;
+      std::string text;
+      append_error_text(code, layout, text);
+      EXPECT_EQ(text, replaced(message, "%s", layout == 1 ? "Item" : about)) << layout;
+    }
+  }
+}
+
+TEST(ErrorTexts, AppendsExceptForEnumerationLines) {
+  std::string text = "before ";
+  append_error_text(-2, 1, text);
+  EXPECT_EQ(text, "before 99002:Failed to open the control file.");
+  append_error_text(-125, 1, text);
+  EXPECT_EQ(text, "%d line of a enum file Data longer than Item has been defined.");
+  append_error_text(-90, 1, text);
+  EXPECT_EQ(text, "%d line of a enum file Data longer than Item has been defined.99090:");
+}
+
+TEST(ErrorTexts, AnyCodeIsSafe) {
+  std::string text;
+  append_error_text(INT32_MIN, 1, text);
+  EXPECT_EQ(text, "2147582648:");
+}
+
+TEST(ErrorTexts, FillsTheFirstPlaceholderOnly) {
+  EXPECT_EQ(fill_number("a %ld b %d", 18'446'744'073'709'551'615u), "a 18446744073709551615 b %d");
+  EXPECT_EQ(fill_number("%d and %ld", 7), "7 and %ld");
+  EXPECT_EQ(fill_number("100 % done %s", 7), "100 % done %s");
+  EXPECT_EQ(fill_number("", 7), "");
+}
+
+}  // namespace
+}  // namespace korvex

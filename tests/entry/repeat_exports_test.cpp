@@ -1,0 +1,249 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <functional>
+
+#include "control/limits.h"
+#include "generate/repeat_setup.h"
+#include "korvex/korvex.h"
+
+namespace korvex::test {
+namespace {
+
+using platform::Answer;
+using platform::MessageKind;
+
+constexpr std::int32_t guarded = 2;
+
+// Three digits, one to three.
+RunItem item(std::int32_t number, std::int32_t level = 0, std::int32_t count = 1) {
+  return {.number = number,
+          .item = {4, 0, 3, 3, 0},
+          .texts = {"%3U", "1", "3", "1"},
+          .level = level,
+          .count = count,
+          .name = "NAME"};
+}
+
+void limit_repeats(const std::string& limit) {
+  const platform::SettingsStore store(platform::host_key());
+  ASSERT_EQ(write_store_value(store, "RepeatLevelNumMax", limit), 0);
+}
+
+TEST(CheckRepeatCntTest, AcceptsSettingsThatCanBeEvaluated) {
+  const std::vector<std::vector<RunItem>> runs = {
+      {item(1, 1, 3), item(2)}, {item(1), item(2)}, {item(1, 2), item(2, 2)}};
+  for (const std::vector<RunItem>& items : runs) {
+    RepeatSetup setup;
+    setup.write(items);
+    const std::string settings = read_file(setup.settings());
+    EXPECT_EQ(DGCheckRepeatCnt(setup.long_control().c_str()), 0);
+    EXPECT_TRUE(setup.interface.messages.empty());
+    EXPECT_EQ(read_file(setup.settings()), settings);
+    EXPECT_EQ(setup.outputs(), Names{"long.ctl"});
+  }
+}
+
+// Also lists that fail their check and sizes that are too large can be evaluated.
+TEST(CheckRepeatCntTest, AcceptsWhatCountsNothing) {
+  RepeatSetup setup;
+  RunItem bad = item(1, 1);
+  bad.list = "x\n";
+  setup.write({bad});
+  EXPECT_EQ(DGCheckRepeatCnt(setup.long_control().c_str()), 0);
+  EXPECT_FALSE(platform::exists(setup.list_path(1) + ".err"));
+
+  const platform::SettingsStore store(platform::host_key());
+  ASSERT_EQ(write_store_value(store, "CheckFileSizeMax", "1"), 0);
+  setup.write({item(1, 1)});
+  EXPECT_EQ(DGCheckRepeatCnt(setup.long_control().c_str()), 0);
+  EXPECT_TRUE(setup.interface.messages.empty());
+}
+
+TEST(CheckRepeatCntTest, RefusesWhatCannotBeRead) {
+  const std::function<void(RepeatSetup&)> spoils[] = {
+      [](RepeatSetup& s) { std::filesystem::remove(s.long_control()); },
+      [](RepeatSetup& s) { std::filesystem::resize_file(s.long_control(), 1019); },
+      [](RepeatSetup& s) {
+        std::filesystem::copy_file(s.control(), s.long_control(),
+                                   std::filesystem::copy_options::overwrite_existing);
+      },
+      [](RepeatSetup& s) { std::filesystem::remove(s.settings()); },
+      [](RepeatSetup& s) { std::filesystem::resize_file(s.settings(), 100); },
+      [](RepeatSetup& s) {
+        std::string control = read_file(s.long_control());
+        put_i32(control, 1020, 7);
+        write_file(s.long_control(), control);
+      },
+  };
+  for (const auto& spoil : spoils) {
+    RepeatSetup setup;
+    setup.write({item(1, 1)});
+    spoil(setup);
+    EXPECT_EQ(DGCheckRepeatCnt(setup.long_control().c_str()), -1);
+    EXPECT_TRUE(setup.interface.messages.empty());
+  }
+  const RepeatSetup nothing;
+  EXPECT_EQ(DGCheckRepeatCnt(nullptr), -1);
+}
+
+TEST(CheckRepeatCntTest, DeletesSettingsThatNoLongerFit) {
+  for (const std::int32_t kind : {1, 2}) {
+    RepeatSetup setup;
+    const RunOptions options = {.layout_kind = kind};
+    setup.write({item(1, 1), item(2, 2), item(3)}, options);
+    std::string control = read_file(setup.long_control());
+    put_i32(control, 1020 + 136 + 108, 4);     // the digits of item 2
+    put_i32(control, 1020 + 2 * 136 + 96, 6);  // and the attribute of item 3
+    write_file(setup.long_control(), control);
+    write_file(setup.data(), "data");
+    write_file(setup.log(), "log");
+    EXPECT_EQ(DGCheckRepeatCnt(setup.long_control().c_str()), -1);
+    ASSERT_EQ(setup.interface.messages.size(), 1U);
+    EXPECT_EQ(setup.interface.messages[0].kind, MessageKind::plain);
+    EXPECT_EQ(setup.interface.messages[0].text,
+              std::string("99070:There is a difference between ") + (kind == 1 ? "Item" : "Table") +
+                  " information and the format information.");
+    EXPECT_EQ(setup.folder.names(), (Names{"config", "long.ctl", "out.csv", "out.log", "run.ctl"}));
+  }
+}
+
+class CreateRepeatedDataTest : public testing::Test {
+ protected:
+  std::int32_t create(std::int32_t output_option = 0, std::uint64_t repeat_item_count = 0) {
+    setup.interface.messages.clear();
+    setup.interface.percentages.clear();
+    return DGCreateData(setup.control().c_str(), output_option, nullptr, repeat_item_count);
+  }
+
+  // The one message that was shown.
+  std::string message() const {
+    EXPECT_EQ(setup.interface.messages.size(), 1U);
+    return setup.interface.messages.empty() ? "" : setup.interface.messages[0].text;
+  }
+
+  RepeatSetup setup;
+};
+
+TEST_F(CreateRepeatedDataTest, RefusedRepeatsWriteNothing) {
+  setup.write({item(1, 1), item(2, 1)});
+  write_file(setup.data(), "old");
+  EXPECT_EQ(create(), -104);
+  EXPECT_EQ(message(),
+            "99104:Repeat is already specified for the same level. Specify another level.\n : ");
+
+  setup.write({item(1, 2), item(2, 3)}, {.layout_kind = 2});
+  EXPECT_EQ(create(), -108);
+  EXPECT_EQ(
+      message(),
+      "Failed to generate data.\n99108:The starting Column of the repeat is not specified.\n1 "
+      "must be specified as the level of the starting Column of the repeat.");
+
+  setup.write({item(1, 1), item(2, 2), item(3, 3)});
+  limit_repeats("2");
+  EXPECT_EQ(create(), -109);
+  EXPECT_EQ(message(),
+            "99109:The specified number of repeats is larger than the upper limit.\nThe maximum "
+            "value that can be specified as the number of repeats is 2.");
+  EXPECT_EQ(setup.interface.messages[0].kind, MessageKind::warning);
+  EXPECT_EQ(read_file(setup.data()), "old");
+  EXPECT_FALSE(platform::exists(setup.log()));
+}
+
+// Repeats are looked at before lists are, and lists before the question.
+TEST_F(CreateRepeatedDataTest, ChecksInOrder) {
+  RunItem bad = item(1, 2);
+  bad.list = "x\n";
+  setup.write({bad});
+  EXPECT_EQ(create(guarded, 99), -108);
+  bad.level = 1;
+  setup.write({bad});
+  EXPECT_EQ(create(guarded, 99), -135);
+  EXPECT_EQ(setup.interface.messages.size(), 1U);
+}
+
+TEST_F(CreateRepeatedDataTest, AsksWhetherFewerRecordsAreEnough) {
+  constexpr std::uint64_t very_many = 18'446'744'073'709'551'615U;
+  setup.write({item(1, 1, 4)}, {.records = 2});
+  setup.interface.answers = {Answer::no};
+  EXPECT_EQ(create(guarded, very_many), 0);
+  EXPECT_EQ(message(),
+            "99110:The number of data items that will be generated through repeat is larger than "
+            "the specified number.18446744073709551615 data items will be generated.\nDo you want "
+            "to generate data items up to the specified number?");
+  EXPECT_EQ(setup.interface.messages[0].kind, MessageKind::question);
+  EXPECT_EQ(setup.outputs(), Names{"long.ctl"});
+
+  setup.interface.answers = {Answer::yes};
+  EXPECT_EQ(create(guarded, 3), 0);
+  EXPECT_EQ(setup.interface.messages.size(), 1U);
+  EXPECT_EQ(read_file(setup.data()), "001,\n002,\n");
+  EXPECT_EQ(read_file(setup.log()), log_bytes(2, 1, {1}));
+
+  // Only more than asked for, guarded, and with repeats in use.
+  EXPECT_EQ(create(guarded, 2), 0);
+  EXPECT_EQ(create(0, 3), 0);
+  EXPECT_TRUE(setup.interface.messages.empty());
+  setup.write({item(1, 1, 4)}, {.records = 2, .repeat_flag = 0});
+  EXPECT_EQ(create(guarded, 3), 0);
+  setup.write({item(1)}, {.records = 2});
+  EXPECT_EQ(create(guarded, 3), 0);
+  EXPECT_TRUE(setup.interface.messages.empty());
+}
+
+// Guarded runs with repeats leave a margin: the percentage counts on more records than are asked
+// for, and the last step goes to 100 all the same.
+TEST_F(CreateRepeatedDataTest, ThePercentageLeavesAMarginForRepeats) {
+  struct Case {
+    std::int32_t records;
+    std::int32_t option;
+    std::int32_t level;
+    std::vector<int> percentages;
+  };
+  const Case cases[] = {
+      {5, guarded, 1, {12, 25, 37, 50, 62, 100}},
+      {5, guarded, 0, {20, 40, 60, 80, 100}},
+      {5, 0, 1, {20, 40, 60, 80, 100}},
+      {10, guarded, 1, {9, 18, 27, 36, 45, 54, 63, 72, 81, 90, 100}},
+      {20, guarded, 1, {4,  9,  13, 18, 22, 27, 31, 36, 40, 45, 50,
+                        54, 59, 63, 68, 72, 77, 81, 86, 90, 100}},
+  };
+  for (const Case& c : cases) {
+    setup.write({item(1, c.level)}, {.records = c.records});
+    ASSERT_EQ(create(c.option), 0);
+    EXPECT_EQ(setup.interface.percentages, c.percentages) << c.records << " " << c.option;
+  }
+}
+
+TEST_F(CreateRepeatedDataTest, BadLinesOfferTheirReport) {
+  RunItem bad = item(1);
+  bad.list = "1\nx\n";
+  setup.write({bad}, {.layout_kind = 3});
+  const std::string path = setup.list_path(1);
+  const std::string text =
+      path +
+      "\n99135:An error occurred while the Enumeration file data was checked.\nCorrect the "
+      "erroneous data, then retry.\nError file " +
+      path + ".err was created. \nView the file?";
+  for (const Answer answer : {Answer::no, Answer::yes}) {
+    setup.interface.answers = {answer};
+    EXPECT_EQ(create(), -135);
+    EXPECT_EQ(message(), text);
+    EXPECT_EQ(setup.interface.messages[0].kind, MessageKind::warning_question);
+    EXPECT_EQ(setup.interface.opened_files.size(), answer == Answer::yes ? 1U : 0U);
+  }
+  EXPECT_EQ(setup.interface.opened_files, Names{path + ".err"});
+  EXPECT_EQ(read_file(path + ".err"),
+            "2 line of a enum file The numeric value data Column includes a non-numeric value.\n");
+
+  bad.list = "\n";
+  setup.write({bad});
+  EXPECT_EQ(create(), -136);
+  EXPECT_EQ(message(), path +
+                           "\n99136:The Enumeration file does not include any data.\nSpecify the "
+                           "data in the Enumeration file.");
+  EXPECT_EQ(setup.outputs(), (Names{"list1.txt", "long.ctl"}));
+}
+
+}  // namespace
+}  // namespace korvex::test

@@ -1,0 +1,251 @@
+#include "format/fmt_file.h"
+
+#include <gtest/gtest.h>
+
+#include "format/largest_value.h"
+#include "format/record_text.h"
+#include "format/settings_folder.h"
+
+namespace korvex {
+namespace {
+
+using namespace test;
+
+const ItemAttributes decimal = {4, 1, 8, 5, 2};
+
+class FmtFileTest : public testing::Test {
+ protected:
+  FmtFileTest() { EXPECT_EQ(folder.load(file), 0); }
+
+  std::int32_t store(std::int32_t item, const ItemAttributes& attributes, const char* format,
+                     const char* start, const char* end, const char* increment = "1") {
+    file.edited().texts = {format, cp932(start), cp932(end), increment};
+    return file.check_and_store(item, attributes);
+  }
+
+  const FmtColRec& record(std::int32_t item) { return file.find_column(item)->record; }
+
+  SettingsFolder folder;
+  ClFmtFile file;
+};
+
+TEST(FmtFile, WithoutALevelEveryOperationSaysSo) {
+  ClFmtFile file;
+  EXPECT_EQ(file.read_item(1), -68);
+  EXPECT_EQ(file.set_initial_value(1, decimal), -68);
+  EXPECT_EQ(file.copy_settings(1, 2, decimal), -68);
+  EXPECT_EQ(file.delete_settings(1), -68);
+  EXPECT_EQ(file.check_and_store(1, decimal), -68);
+  EXPECT_EQ(file.find_column(1), nullptr);
+  EXPECT_EQ(file.find_element(1, 1), nullptr);
+}
+
+TEST_F(FmtFileTest, ValuesReadBackAsTheyWereEntered) {
+  const std::tuple<ItemAttributes, const char*, const char*, const char*> rows[] = {
+      {{1, 1, 6, 6, 0}, "%2S'-'%3U", "AA,100", "AC,900"},
+      {{11, 0, 6, 3, 0}, "%3N", "あいう", "いいう"},
+      {{11, 0, 6, 3, 0}, "%2N%N", "あい,う", "いい,え"},
+      {{11, 0, 4, 2, 0}, "%N%N", "あ,い", "い,う"},
+      {{1, 1, 8, 8, 0}, "%2N%2N", "あい,うえ", "いい,えお"},
+      {{1, 1, 8, 8, 0}, "%N%2N'x", "あ,うえ", "い,えお"},
+      {{1, 1, 9, 9, 0}, "%3U%2N%N", "100,うえ,あ", "200,えお,い"},
+      {{4, 1, 8, 5, 2}, "%3.2D", "-001.50", "+001.50"},
+      {{32, 0, 15, 15, 0}, "%TS", "19700101 090000", "20380119 031407"},
+      {{1, 1, 6, 6, 0}, "ABC'DEF", "", ""},
+  };
+  for (const auto& [attributes, format, start, end] : rows) {
+    ASSERT_EQ(store(1, attributes, format, start, end), 0) << format;
+    file.edited().texts = {};
+    ASSERT_EQ(file.read_item(1), 1);
+    EXPECT_EQ(file.edited().texts.format, format);
+    EXPECT_EQ(file.edited().texts.start, cp932(start));
+    EXPECT_EQ(file.edited().texts.end, cp932(end));
+    EXPECT_EQ(file.edited().texts.increment, "1");
+  }
+}
+
+TEST_F(FmtFileTest, TheGeneratorReadsNoValueTexts) {
+  ASSERT_EQ(store_range(file, 1), 0);
+  file.set_run_mode(run_mode::generator);
+  file.edited().texts = {};
+  EXPECT_EQ(file.read_item(1), 1);
+  EXPECT_EQ(file.edited().texts.format, "%5U");
+  EXPECT_EQ(file.edited().texts.start, "");
+}
+
+TEST_F(FmtFileTest, ReadsTheFieldsOfAnItem) {
+  file.edited().choices = {1, 1};
+  ASSERT_EQ(store_range(file, 8), 0);
+  file.find_column(8)->record.referenced_item = 3;
+  file.edited() = {};
+  EXPECT_EQ(file.read_item(9), 0);
+  ASSERT_EQ(file.read_item(8), 1);
+  const EditedSettings& edited = file.edited();
+  EXPECT_EQ(edited.item_number, 8);
+  EXPECT_EQ(edited.attribute, 4);
+  EXPECT_EQ(edited.digits, 5);
+  EXPECT_EQ(edited.generation_type, 2);
+  EXPECT_EQ(edited.referenced_item, 3);
+  EXPECT_EQ(edited.choices.exceeded_action, 1);
+  EXPECT_EQ(edited.choices.custom_format, 1);
+}
+
+TEST_F(FmtFileTest, TheInitialValueReplacesEverything) {
+  file.edited().choices = {1, 1};
+  ASSERT_EQ(store(1, {1, 1, 6, 6, 0}, "%2S'-'%3U", "AA,100", "AC,900", "2"), 0);
+  FmtColRec& before = file.find_column(1)->record;
+  before.repeat_count = 4;
+  before.referenced_item = 5;
+  EXPECT_EQ(file.set_initial_value(1, decimal), 0);
+  EXPECT_TRUE(file.edited().registered);
+  EXPECT_EQ(file.set_initial_value(2, decimal), 0);
+  EXPECT_FALSE(file.edited().registered);
+  ASSERT_EQ(file.save(0), 0);
+
+  ColumnFields expected = {.attribute = 4,
+                           .signed_flag = 1,
+                           .length = 8,
+                           .digits = 5,
+                           .decimals = 2,
+                           .increment = {.sign = 1, .low = 1},
+                           .format = "%2S'-'%3U",
+                           .generation_type = 1,
+                           .custom_format = 1,
+                           .repeat_count = 4};
+  const std::string element = element_bytes({.kind = 0,
+                                             .sign = 1,
+                                             .width = 8,
+                                             .digits = 3,
+                                             .decimals = 2,
+                                             .text = "",
+                                             .start_text = "",
+                                             .end_text = "",
+                                             .span_low = 0});
+  const std::string area = read_file(folder.path).substr(header_size + level_size);
+  const std::size_t item_size = column_size + element_size;
+  EXPECT_TRUE(same_bytes(column_bytes(expected) + element, area.substr(0, item_size)));
+  expected.item_number = 2;
+  expected.format = "";
+  expected.custom_format = expected.repeat_count = 0;
+  EXPECT_TRUE(same_bytes(column_bytes(expected) + element, area.substr(item_size)));
+}
+
+TEST_F(FmtFileTest, ACopyTakesWhatGeneratesTheValues) {
+  file.edited().choices = {1, 1};
+  ASSERT_EQ(store(1, {1, 1, 6, 6, 0}, "%2S'-'%3U", "AA,100", "AC,900", "2"), 0);
+  FmtColRec& source = file.find_column(1)->record;
+  source.repeat_flag = source.repeat_level = source.repeat_count = source.referenced_item = 9;
+  store_field(source.enumeration_path, "values.txt");
+
+  ASSERT_EQ(file.set_initial_value(3, decimal), 0);
+  file.find_column(3)->record.repeat_level = 2;
+  EXPECT_EQ(file.copy_settings(2, 1, {6, 0, 7, 7, 0}), 0);
+  EXPECT_FALSE(file.edited().registered);
+  EXPECT_EQ(file.copy_settings(3, 1, {6, 0, 7, 7, 0}), 0);
+  EXPECT_TRUE(file.edited().registered);
+  ASSERT_EQ(file.save(0), 0);
+
+  const std::string area = read_file(folder.path).substr(header_size + level_size);
+  const std::size_t item_size = column_size + 3 * element_size;
+  ASSERT_EQ(area.size(), 3 * item_size);
+  ColumnFields expected = {.item_number = 3,
+                           .element_count = 3,
+                           .lead_element = 3,
+                           .attribute = 4,
+                           .signed_flag = 1,
+                           .length = 8,
+                           .digits = 5,
+                           .decimals = 2,
+                           .increment = {1, 0, 2, "2", 0, "", {}},
+                           .increment_text = "2",
+                           .format = "%2S'-'%3U",
+                           .exceeded_action = 1,
+                           .custom_format = 1,
+                           .repeat_level = 2,
+                           .enumeration_path = "values.txt"};
+  const std::string elements = area.substr(column_size, 3 * element_size);
+  EXPECT_TRUE(same_bytes(column_bytes(expected) + elements, area.substr(item_size, item_size)));
+  expected.item_number = 2;
+  expected.attribute = 6;
+  expected.signed_flag = expected.decimals = expected.repeat_level = 0;
+  expected.length = expected.digits = 7;
+  EXPECT_TRUE(same_bytes(column_bytes(expected) + elements, area.substr(2 * item_size)));
+}
+
+TEST_F(FmtFileTest, DeletedSettingsLeaveThePlace) {
+  for (const std::int32_t item : {1, 2}) ASSERT_EQ(store_range(file, item), 0);
+  EXPECT_EQ(file.delete_settings(1), 0);
+  EXPECT_EQ(file.delete_settings(1), -36);
+  EXPECT_EQ(file.delete_settings(9), -36);
+  EXPECT_EQ(file.copy_settings(2, 1, decimal), -36);
+  EXPECT_EQ(file.copy_settings(2, 9, decimal), -36);
+  EXPECT_EQ(record(1).generation_type, 0);
+  EXPECT_EQ(record(1).element_count, 0);
+  ASSERT_EQ(store_range(file, 1), 0);
+  EXPECT_FALSE(file.edited().registered) << "nothing was there to replace";
+  EXPECT_EQ(file.current_level()->columns[0]->record.item_number, 1);
+}
+
+TEST_F(FmtFileTest, AFailedCheckKeepsWhatWasThere) {
+  ASSERT_EQ(store_range(file, 1, "1", "500"), 0);
+  EXPECT_FALSE(file.edited().registered);
+  EXPECT_EQ(store_range(file, 1, "9", "1"), -18);
+  EXPECT_EQ(store_range(file, 2, "x", "1"), -25);
+  EXPECT_EQ(file.find_column(2), nullptr);
+  ASSERT_EQ(file.read_item(1), 1);
+  EXPECT_EQ(file.edited().texts.end, "00500");
+  ASSERT_EQ(store_range(file, 1, "2", "600"), 0);
+  EXPECT_TRUE(file.edited().registered);
+  EXPECT_EQ(file.edited().variable_count, 1);
+}
+
+TEST_F(FmtFileTest, ARangeStoresTheDigitsThatCount) {
+  ASSERT_EQ(store(1, {1, 1, 3, 0, 0}, "%3S", "AAA", "AAC"), 0);
+  EXPECT_EQ(record(1).digits, 3);
+  EXPECT_EQ(record(1).generation_type, 2);
+}
+
+TEST(LargestValue, FillsTheItem) {
+  const std::vector<std::int32_t> letters = {1, 2, 3, 5, 6, 7, 8, 9, 10};
+  const std::tuple<std::vector<std::int32_t>, std::int32_t, std::int32_t, std::int32_t, const char*>
+      rows[] = {
+          // attributes, signed, digits, decimals
+          {letters, 1, 3, 0, "zzz"},          {letters, 1, 3, 1, "zz"},
+          {{11, 12}, 0, 2, 0, "ＺＺ"},        {{4, 13, 23, 27}, 0, 3, 0, "999"},
+          {{4, 13, 23, 27}, 1, 3, 0, "+999"}, {{4, 13, 23, 27}, 0, 3, 2, "9.99"},
+          {{4, 13, 23, 27}, 1, 2, 2, "+.99"}, {{28}, 1, 8, 0, "99999999"},
+          {{0, 29, 30, 31, 32}, 1, 6, 0, ""}, {{4}, 0, -3, 0, ""},
+      };
+  for (const auto& [attributes, is_signed, digits, decimals, expected] : rows) {
+    for (const std::int32_t code : attributes) {
+      EXPECT_EQ(platform::to_utf8(largest_value_text({code, is_signed, 9, digits, decimals})),
+                expected)
+          << code;
+    }
+  }
+}
+
+TEST_F(FmtFileTest, AnEmptyEndStandsForTheLargestValue) {
+  ASSERT_EQ(store(1, decimal, "%3.2D", "1", ""), 0);
+  EXPECT_EQ(field_text(file.find_element(1, 1)->record.end_text), "+999.99");
+  EXPECT_EQ(store(1, {5, 0, 3, 3, 0}, "%3U", "1", ""), -25) << "letters, as for characters";
+  EXPECT_EQ(store(1, {31, 0, 6, 6, 0}, "%T", "000000", ""), -38);
+}
+
+TEST_F(FmtFileTest, TheFirstTextIsTheEndOfTheStartText) {
+  ASSERT_EQ(store(1, {1, 1, 9, 9, 0}, "AB'%2N'%3U", "あい,100", "いい,900"), 0);
+  const char* expected[] = {"AB", "あ", "い", "100"};
+  for (std::int32_t i = 0; i < 4; ++i) {
+    EXPECT_EQ(file.find_element(1, i + 1)->first_text(), cp932(expected[i]));
+  }
+  ClFmtItemInf element;
+  store_field(element.record.start_text, "12345");
+  element.record.kind = 901;
+  for (const auto& [width, text] : {std::pair{3, "345"}, {9, "12345"}, {0, ""}, {-1, ""}}) {
+    element.record.width = width;
+    EXPECT_EQ(element.first_text(), text) << width;
+  }
+}
+
+}  // namespace
+}  // namespace korvex

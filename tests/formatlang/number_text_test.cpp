@@ -1,0 +1,53 @@
+#include "formatlang/number_text.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace korvex {
+namespace {
+
+TEST(NumberText, WritesTheLastCharactersOfTheEighteenDigits) {
+  struct Row {
+    std::int64_t high;
+    std::int64_t low;
+    NumberShape shape;
+    char sign;
+    const char* text;
+  };
+  const Row rows[] = {
+      {0, 7, {3, 3, 0}, 0, "007"},
+      {0, 7, {4, 3, 0}, '-', "-007"},
+      {1, 5, {10, 10, 0}, 0, "1000000005"},
+      {0, 1234, {2, 2, 0}, 0, "34"},
+      {0, 150, {6, 3, 2}, 0, "001.50"},
+      {0, 150, {7, 3, 2}, '+', "+001.50"},
+      {0, 5, {4, 0, 2}, 0, "0.05"},
+      {0, 5, {5, 0, 2}, '-', "-0.05"},
+      {1, 1, {20, 0, 18}, 0, "0.000000001000000001"},
+      {0, 1, {20, 20, 0}, 0, "000000000000000001"},
+      {0, 1, {21, 20, 0}, '+', "+000000000000000001"},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(number_text(row.high, row.low, row.shape, row.sign), row.text);
+  }
+}
+
+TEST(NumberText, ReadsTheNumberInFrontOfAnythingElse) {
+  constexpr auto most = std::numeric_limits<std::int64_t>::max();
+  const std::pair<const char*, std::int64_t> whole[] = {
+      {"", 0},    {"x", 0},   {"3x5", 3}, {" 12", 12}, {"99999999999999999999", most},
+      {"-4", -4}, {"+5", 5},  {"- 5", 0}, {"--1", 0},  {"00000000000000000000012", 12},
+      {"1.9", 1}, {"0x5", 0},
+  };
+  for (const auto& [text, value] : whole) EXPECT_EQ(decimal_prefix(text), value) << text;
+
+  const std::pair<const char*, double> fractions[] = {
+      {"", 0},    {"0.5", 0.5}, {".5", 0.5}, {"1e1", 10}, {"-2", -2},
+      {"0x9", 0}, {"inf", 0},   {"nan", 0},  {"9.0x", 9}, {"1,5", 1},
+  };
+  for (const auto& [text, value] : fractions) EXPECT_EQ(fraction_prefix(text), value) << text;
+}
+
+}  // namespace
+}  // namespace korvex

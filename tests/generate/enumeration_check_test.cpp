@@ -1,0 +1,400 @@
+#include "generate/enumeration_check.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+
+#include "generate/repeat_setup.h"
+#include "support/failing_file_calls.h"
+#include "support/write_calls.h"
+
+namespace korvex::test {
+namespace {
+
+std::size_t open_descriptors() {
+  const std::filesystem::directory_iterator descriptors("/proc/self/fd");
+  return static_cast<std::size_t>(std::distance(begin(descriptors), end(descriptors)));
+}
+
+// While it lives, the n-th opening of a file fails with the error number.
+class FailingOpen {
+ public:
+  FailingOpen(int n, int error_number) : override_(table()) {
+    left_ = n;
+    error_number_ = error_number;
+  }
+
+ private:
+  static const platform::FileCalls& table() {
+    static const platform::FileCalls calls = [] {
+      platform::FileCalls replaced = platform::system_file_calls();
+      replaced.open = [](const char* path, int flags, mode_t mode) {
+        if (--left_ != 0) return platform::system_file_calls().open(path, flags, mode);
+        errno = error_number_;
+        return -1;
+      };
+      return replaced;
+    }();
+    return calls;
+  }
+
+  static inline int left_ = 0;
+  static inline int error_number_ = 0;
+
+  platform::FileCallsOverride override_;
+};
+
+// A list of numbers that never ends: reading it costs no disk, keeping it costs memory.
+class EndlessList {
+ public:
+  explicit EndlessList(const std::string& path) : override_(table()) { path_ = path; }
+
+ private:
+  static const platform::FileCalls& table() {
+    static const platform::FileCalls calls = [] {
+      platform::FileCalls replaced = platform::system_file_calls();
+      replaced.open = [](const char* path, int flags, mode_t mode) {
+        const int descriptor = platform::system_file_calls().open(path, flags, mode);
+        if (path == path_) descriptor_ = descriptor;
+        return descriptor;
+      };
+      replaced.close = [](int descriptor) {
+        if (descriptor == descriptor_) descriptor_ = -1;
+        return platform::system_file_calls().close(descriptor);
+      };
+      replaced.read = [](int descriptor, void* data, size_t size) -> ssize_t {
+        if (descriptor != descriptor_) {
+          return platform::system_file_calls().read(descriptor, data, size);
+        }
+        for (std::size_t i = 0; i < size; ++i)
+          static_cast<char*>(data)[i] = i % 2 == 0 ? '7' : '\n';
+        return static_cast<ssize_t>(size);
+      };
+      return replaced;
+    }();
+    return calls;
+  }
+
+  static inline std::string path_;
+  static inline int descriptor_ = -1;
+
+  platform::FileCallsOverride override_;
+};
+
+constexpr ItemAttributes number = {4, 0, 3, 3, 0};
+
+class EnumerationCheckTest : public testing::Test {
+ protected:
+  // Lets the messages speak of items (kind 1) or columns.
+  void load_control(std::int32_t layout_kind = 1) {
+    setup.write_control({.layout_kind = layout_kind});
+    main.control_path = setup.control();
+    main.set_run_mode(run_mode::generator);
+    ASSERT_EQ(main.load(), 0);
+  }
+
+  static FmtColRec record_of(const ItemAttributes& item) {
+    FmtColRec record = {};
+    record.attribute = item.attribute;
+    record.signed_flag = item.signed_flag;
+    record.length = item.length;
+    record.digits = item.digits;
+    record.decimals = item.decimals;
+    return record;
+  }
+
+  std::int32_t check(const std::string& content, const ItemAttributes& item = number) {
+    write_file(path, content);
+    return check(item);
+  }
+  std::int32_t check(const ItemAttributes& item = number) {
+    line = 99;
+    return check_enumeration(main, path, record_of(item), line);
+  }
+  std::int32_t load(const std::string& content, const ItemAttributes& item = number) {
+    write_file(path, content);
+    return load(item);
+  }
+  std::int32_t load(const ItemAttributes& item = number) {
+    values = ClEnumDataList();
+    return load_enumeration(main, path, record_of(item), values);
+  }
+
+  Names stored_values() const {
+    Names all;
+    for (std::int32_t i = 0; i < values.count(); ++i) all.emplace_back(values.value(i));
+    return all;
+  }
+
+  bool has_report() const { return platform::exists(report_path); }
+  std::string report() const { return read_file(report_path); }
+
+  GenerationSetup setup;
+  std::string path = setup.folder.file("towns.txt");
+  std::string report_path = path + ".err";
+  ClColMain main;
+  ClEnumDataList values;
+  std::int32_t line = 0;
+};
+
+TEST_F(EnumerationCheckTest, CountsAndLoadsTheValues) {
+  const std::string content = "1\n\n22\r\n\n333";
+  EXPECT_EQ(check(content), 3);
+  EXPECT_EQ(line, 5);
+  EXPECT_FALSE(has_report());
+  write_file(report_path, "old");
+  EXPECT_EQ(load(content), 3);
+  EXPECT_EQ(stored_values(), (Names{"1", "22", "333"}));
+  EXPECT_FALSE(has_report());
+  EXPECT_EQ(main.message_context, path + "\n");
+  EXPECT_EQ(main.error_file_path, report_path);
+
+  // More than one block of the reader, and a value longer than a line can be.
+  std::string long_list(40'000, 'x');
+  for (int i = 0; i < 100'000; ++i) long_list += "\n" + std::to_string(i % 1000);
+  ASSERT_EQ(load(long_list, {1, 1, 40'000, 40'000, 0}), 100'002);
+  EXPECT_EQ(values.value(0).size(), 32'768U);
+  EXPECT_EQ(values.value(1).size(), 40'000U - 32'768U);
+  EXPECT_EQ(values.value(100'001), "999");
+}
+
+TEST_F(EnumerationCheckTest, TheCheckEndsAtTheFirstBadLine) {
+  EXPECT_EQ(check("1\n\n2\n3x\n4444\n"), -127);
+  EXPECT_EQ(line, 4);
+  EXPECT_EQ(check("4444\n3x\n"), -125);
+  EXPECT_EQ(line, 1);
+  EXPECT_EQ(check("\n20240101\n", {28, 0, 8, 8, 0}), -137);
+  EXPECT_EQ(line, 2);
+  EXPECT_FALSE(has_report());
+  EXPECT_EQ(main.error_file_path, "");
+}
+
+TEST_F(EnumerationCheckTest, TheReportNamesEveryBadLine) {
+  load_control(1);
+  EXPECT_EQ(load("1\n\n+2\n3\n4444\n1.5\n"), -135);
+  EXPECT_EQ(
+      report(),
+      "3 line of a enum file The numeric value Item which should be unsigned, includes a sign.\n"
+      "5 line of a enum file Data longer than Item has been defined.\n"
+      "6 line of a enum file The numeric value Item includes a decimal part which should not "
+      "be specified.\n");
+  EXPECT_EQ(stored_values(), Names{"1"}) << "nothing is stored behind a bad line";
+}
+
+struct MessageCase {
+  std::string value;
+  ItemAttributes item;
+  std::string message;
+};
+
+TEST_F(EnumerationCheckTest, EachRuleHasItsMessage) {
+  const MessageCase cases[] = {
+      {"1234", number, "Data longer than Column has been defined."},
+      {"ab", {11, 0, 4, 2, 0}, "The word Column includes a non-full width character."},
+      {"a", number, "The numeric value data Column includes a non-numeric value."},
+      {"++", number, "The numeric value data Column includes two signs."},
+      {"1-", number, "A sign was found in the middle of the numeric value data Column."},
+      {"+1", number, "The numeric value Column which should be unsigned, includes a sign."},
+      {"1..", number, "The numeric value data Column includes two decimal points."},
+      {".123",
+       {4, 0, 9, 9, 2},
+       "The numeric value Column includes a decimal part which should not be specified."},
+      {"1234567",
+       {4, 0, 9, 9, 2},
+       "The numeric value Column includes an integer part which should not be specified."},
+      {"1.", number,
+       "The numeric value Column includes a decimal part which should not be specified."},
+  };
+  for (const std::int32_t kind : {2, 3}) {
+    load_control(kind);
+    for (const MessageCase& row : cases) {
+      EXPECT_EQ(load("\n" + row.value, row.item), -135);
+      EXPECT_EQ(report(), "2 line of a enum file " + row.message + "\n") << row.value;
+    }
+  }
+}
+
+TEST_F(EnumerationCheckTest, AnAttributeWithoutListsIsReportedOnceALine) {
+  const std::string message =
+      "This attribute does not allow use of the enumeration type.\n"
+      "Select another generation type.\n";
+  for (const std::int32_t attribute : {8, 28, 31, 32}) {
+    EXPECT_EQ(load("20240101\n\n20240102\n", {attribute, 0, 8, 8, 0}), -135);
+    EXPECT_EQ(report(), message + message);
+  }
+}
+
+TEST_F(EnumerationCheckTest, AListNeedsAValue) {
+  using namespace std::string_literals;
+  for (const std::string& content : {""s, "\n"s, "\r\n\n\r\n"s, "\0ab\n"s}) {
+    EXPECT_EQ(check(content), -136);
+    EXPECT_EQ(load(content), -136);
+    EXPECT_FALSE(has_report());
+  }
+  EXPECT_EQ(check("\r"), -127) << "a carriage return by itself is part of the value";
+}
+
+TEST_F(EnumerationCheckTest, AccessChecksComeFirst) {
+  const auto both = [&] { return std::pair(check(), load()); };
+  const auto code = [](std::int32_t expected) { return std::pair(expected, expected); };
+  EXPECT_EQ(both(), code(-114));
+  EXPECT_EQ(line, 0) << "there is a line to show";
+  EXPECT_EQ(main.message_context, path + "\n");
+  write_file(path, "1\n");
+  platform::File other;
+  for (const auto sharing : {platform::Sharing::shared, platform::Sharing::exclusive}) {
+    ASSERT_EQ(other.open_for_reading(path, sharing), platform::FileCause::none);
+    EXPECT_EQ(both(), code(-115));
+    other.discard();
+  }
+  path = setup.folder.path();
+  EXPECT_EQ(both(), code(-111)) << "a folder cannot be read";
+  path = setup.folder.file("towns.txt/more");
+  EXPECT_EQ(both(), code(-114));
+  EXPECT_FALSE(has_report());
+}
+
+struct OpenCase {
+  int opening;
+  int error_number;
+  std::int32_t checked;
+  std::int32_t loaded;
+};
+
+// The openings: existence, exclusivity, permission, the list, its report. Each check knows one
+// cause, and lets every other one pass.
+TEST_F(EnumerationCheckTest, EachOpeningFailsWithItsCode) {
+  const OpenCase cases[] = {
+      {1, EIO, -114, -114},    {1, ENOENT, -114, -114}, {1, ENOTDIR, -114, -114},
+      {1, EACCES, 1, 1},       {2, EACCES, 1, 1},       {2, EIO, 1, 1},
+      {3, EACCES, -111, -111}, {3, EPERM, -111, -111},  {3, EIO, 1, 1},
+      {3, ENOENT, 1, 1},       {4, EACCES, -121, -121}, {4, EIO, -121, -121},
+      {5, EACCES, 1, -123},    {5, ENOSPC, 1, -123},
+  };
+  write_file(path, "1\n");
+  const std::size_t before = open_descriptors();
+  for (const OpenCase& row : cases) {
+    SCOPED_TRACE(testing::Message() << "opening " << row.opening << ": " << row.error_number);
+    for (const bool loads : {false, true}) {
+      main.error_file_path.clear();
+      const FailingOpen failing(row.opening, row.error_number);
+      EXPECT_EQ(loads ? load() : check(), loads ? row.loaded : row.checked);
+      EXPECT_EQ(main.message_context, path + "\n");
+      EXPECT_EQ(main.error_file_path, loads && row.opening > 4  ? report_path
+                                      : loads && row.loaded > 0 ? report_path
+                                                                : "");
+      EXPECT_FALSE(has_report());
+    }
+  }
+  EXPECT_EQ(open_descriptors(), before);
+}
+
+TEST_F(EnumerationCheckTest, ReadErrors) {
+  write_file(path, std::string(300'000, '\n') + "1\n");
+  const platform::FileCalls& system = platform::system_file_calls();
+  static int left = 0;
+  platform::FileCalls failing_read = system;
+  failing_read.read = [](int descriptor, void* data, size_t size) -> ssize_t {
+    if (--left > 0) return platform::system_file_calls().read(descriptor, data, size);
+    errno = EIO;
+    return -1;
+  };
+  const platform::FileCallsOverride override(failing_read);
+  for (const int n : {1, 2}) {
+    left = n;
+    EXPECT_EQ(check(), -122);
+    EXPECT_EQ(line > 0, n == 2);
+    left = n;
+    EXPECT_EQ(load(), -122);
+  }
+}
+
+TEST_F(EnumerationCheckTest, WriteErrors) {
+  write_file(path, "1\n2x\n");
+  for (const int error_number : {ENOSPC, EIO}) {
+    const WriteCalls failing(error_number);
+    EXPECT_EQ(load(), -124);
+    EXPECT_EQ(check(), -127);
+  }
+  std::string many;
+  for (int i = 0; i < 50'000; ++i) many += "x\n";
+  write_file(path, many);
+  const WriteCalls failing(ENOSPC);
+  EXPECT_EQ(load(), -124);
+}
+
+TEST_F(EnumerationCheckTest, NothingStaysOpenWhateverFails) {
+  write_file(path, "1\n2\n");
+  std::size_t before = 0;
+  with_each_call_failing(
+      {EIO, ENOSPC}, [&] { before = open_descriptors(); }, [&] { return load(); },
+      [&](std::int32_t result, int, bool) {
+        EXPECT_EQ(open_descriptors(), before);
+        EXPECT_TRUE(result == 2 || (result <= -111 && result >= -124)) << result;
+        EXPECT_EQ(report(), "");
+        platform::remove_file(report_path);
+      });
+}
+
+class EnumerationRunTest : public testing::Test {
+ protected:
+  RepeatSetup setup;
+};
+
+TEST_F(EnumerationRunTest, BadLinesEndARunBeforeItsFilesAreMade) {
+  setup.write({{.number = 1, .list = "1\n2\n"}, {.number = 2, .list = "1\nx\n"}});
+  write_file(setup.data(), "old data");
+  write_file(setup.log(), "old log");
+  setup.generate(-135);
+  EXPECT_EQ(read_file(setup.data()), "old data");
+  EXPECT_EQ(read_file(setup.log()), "old log");
+  EXPECT_FALSE(platform::exists(setup.list_path(1) + ".err"));
+  EXPECT_TRUE(platform::exists(setup.list_path(2) + ".err"));
+}
+
+TEST_F(EnumerationRunTest, ValuesRunOutOrStartAgain) {
+  setup.write({{.number = 1, .list = "1\n22\n333\n"},
+               {.number = 2, .list = "7\n8\n", .action = exceeded_action::initialize},
+               {.number = 3, .item = {1, 1, 9, 9, 0}, .list = "\"a,b\n", .action = 0}},
+              {.records = 4, .quotation = 1});
+  EXPECT_EQ(setup.generate(), (Names{"1,7,\"\"a,b\",", "22,8,\"\",", "333,,\"\",", "1,,\"\","}));
+}
+
+// Each preparation raises the way of assembly, and raised twice it is none that takes values.
+TEST_F(EnumerationRunTest, AnItemThatStandsTwiceIsPreparedTwice) {
+  setup.write({{.number = 1, .list = "1\n2\n3\n"}});
+  setup.write_control({.records = 2, .items = {1, 1}});
+  EXPECT_EQ(setup.generate(), (Names{",,", ",,"}));
+  EXPECT_EQ(read_file(setup.log()), log_bytes(2, 1, {1, 1}));
+}
+
+// A list that is larger than the memory: runs in a process of its own, whose memory is bounded.
+TEST_F(EnumerationRunTest, AListMayBeTooLargeForTheMemory) {
+#ifdef __SANITIZE_ADDRESS__
+  GTEST_SKIP() << "the sanitizer needs its own address space";
+#endif
+  setup.write({{.number = 1, .list = "1\n"}});
+  const auto run_in_little_memory = [&] {
+    constexpr rlim_t some_memory = 300 * 1024 * 1024;
+    const rlimit limit = {some_memory, some_memory};
+    ::setrlimit(RLIMIT_AS, &limit);
+    const EndlessList list(setup.list_path(1));
+    const std::size_t before = open_descriptors();
+    ClGenerateDataFile generator;
+    generator.main.control_path = setup.control();
+    const std::int32_t result = generator.run();
+    const bool closed = open_descriptors() == before + 1;  // the settings file is held
+    std::fprintf(stderr, "result %d, %s", result, closed ? "all closed" : "left open");
+    std::_Exit(0);
+  };
+  const Names before = setup.outputs();
+  EXPECT_EXIT(run_in_little_memory(), testing::ExitedWithCode(0), "result -1, all closed");
+  EXPECT_EQ(setup.outputs(), before);
+}
+
+}  // namespace
+}  // namespace korvex::test

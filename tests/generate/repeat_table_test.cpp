@@ -1,0 +1,177 @@
+#include "generate/repeat_table.h"
+
+#include <gtest/gtest.h>
+
+#include "generate/repeat_setup.h"
+
+namespace korvex::test {
+namespace {
+
+const RangeTexts one_to_three = {"%1U", "1", "3", "1"};
+
+RunItem repeated(std::int32_t number, std::int32_t level, std::int32_t count = 1) {
+  return {.number = number,
+          .texts = one_to_three,
+          .level = level,
+          .count = count,
+          .name = "NAME" + std::to_string(number),
+          .description = "words " + std::to_string(number)};
+}
+
+class RepeatTableTest : public testing::Test {
+ protected:
+  // Builds the table from the long control file, which knows the items' names, or the short one.
+  std::int32_t build(const std::vector<RunItem>& items, bool with_names = true) {
+    setup.write(items);
+    return build_again(with_names);
+  }
+  std::int32_t build_again(bool with_names = true) {
+    main = std::make_unique<ClColMain>();
+    main->control_path = with_names ? setup.long_control() : setup.control();
+    main->set_run_mode(with_names ? run_mode::settings_only : run_mode::generator);
+    EXPECT_EQ(main->load(), 0);
+    main->settings.set_paths(setup.settings(), setup.folder.path());
+    EXPECT_GE(main->settings.load(1, 3, 1), 0);
+    return table.build(*main);
+  }
+
+  void limit_repeats(const std::string& limit) const {
+    const platform::SettingsStore store(platform::host_key());
+    ASSERT_EQ(write_store_value(store, "RepeatLevelNumMax", limit), 0);
+  }
+
+  RepeatSetup setup;
+  std::unique_ptr<ClColMain> main;
+  RepeatTable table;
+};
+
+TEST_F(RepeatTableTest, OrdersTheRepeatedItemsByLevel) {
+  EXPECT_EQ(build({repeated(10, 7, 4), repeated(11, 0), repeated(12, 1, 2), repeated(13, 3, 3)}),
+            0);
+  struct Row {
+    std::int32_t level, order, count, item;
+    bool innermost;
+  };
+  for (const Row& row :
+       {Row{1, 1, 2, 12, false}, Row{3, 2, 3, 13, false}, Row{7, 3, 4, 10, true}}) {
+    const ClRepeatData* entry = table.find_level(row.level);
+    ASSERT_NE(entry, nullptr) << row.level;
+    EXPECT_EQ(entry->repeat_level, row.level);
+    EXPECT_EQ(entry->level_order, row.order);
+    EXPECT_EQ(entry->repeat_count, row.count);
+    EXPECT_EQ(entry->item_number, row.item);
+    EXPECT_EQ(entry->innermost, row.innermost);
+    EXPECT_FALSE(entry->finished);
+    EXPECT_EQ(entry->repetitions_done, 0);
+  }
+  EXPECT_EQ(table.find_level(2), nullptr);
+  EXPECT_EQ(table.next_inner(*table.find_level(1)), table.find_level(3));
+  EXPECT_EQ(table.next_inner(*table.find_level(7)), nullptr);
+}
+
+TEST_F(RepeatTableTest, IsEmptyWithoutRepeatedItems) {
+  EXPECT_EQ(build({repeated(1, 0), repeated(2, 0)}), 0);
+  EXPECT_TRUE(table.is_empty());
+  // What repeats must also be an item of the control file.
+  setup.write_control({.items = {2}});
+  EXPECT_EQ(build({repeated(1, 0), repeated(2, 0)}, false), 0);
+  EXPECT_TRUE(table.is_empty());
+}
+
+TEST_F(RepeatTableTest, ALevelBelongsToOneItem) {
+  EXPECT_EQ(build({repeated(1, 1), repeated(2, 3), repeated(3, 2), repeated(4, 2)}), -104);
+  EXPECT_EQ(main->message_context, "\nNAME3 : words 3") << "the first of the two in item order";
+  EXPECT_EQ(build({repeated(4, 2), repeated(3, 2)}), -104) << "comes before a missing level 1";
+  EXPECT_EQ(main->message_context, "\nNAME4 : words 4");
+  EXPECT_EQ(build({repeated(4, 1), repeated(3, 1)}, false), -104);
+  EXPECT_EQ(main->message_context, "\n : ") << "the short control file has no names";
+  limit_repeats("1");
+  EXPECT_EQ(build({repeated(4, 1), repeated(3, 1)}), -104) << "comes before the limit";
+}
+
+// An item that stands twice is no other item, but it counts twice against the limit.
+TEST_F(RepeatTableTest, AnItemMayStandTwice) {
+  EXPECT_EQ(build({repeated(5, 1, 2), repeated(6, 2)}), 0);
+  setup.write_control({.items = {5, 6, 5}});
+  EXPECT_EQ(build_again(false), 0);
+  EXPECT_EQ(table.find_level(1)->item_number, 5);
+  EXPECT_EQ(table.next_inner(*table.find_level(2)), nullptr);
+  EXPECT_TRUE(table.find_level(2)->innermost);
+  limit_repeats("2");
+  EXPECT_EQ(build_again(false), -109);
+}
+
+TEST_F(RepeatTableTest, TheFirstLevelMustBeThere) {
+  EXPECT_EQ(build({repeated(1, 2), repeated(2, 3)}), -108);
+  limit_repeats("1");
+  EXPECT_EQ(build({repeated(1, 2), repeated(2, 3)}), -108) << "comes before the limit";
+}
+
+TEST_F(RepeatTableTest, TheNumberOfRepeatsMayBeLimited) {
+  const std::vector<RunItem> three = {repeated(1, 2), repeated(2, 3), repeated(3, 1)};
+  struct Case {
+    const char* limit;
+    std::int32_t result;
+    std::int32_t shown;
+  };
+  for (const Case& c : {Case{"2", -109, 2}, Case{"3", 0, 0}, Case{"0", 0, 0}, Case{"1", -109, 1},
+                        Case{"18446744073709551615", 0, 0}}) {
+    limit_repeats(c.limit);
+    EXPECT_EQ(build(three), c.result) << c.limit;
+    EXPECT_EQ(main->largest_repeat_count, c.shown);
+  }
+}
+
+TEST_F(RepeatTableTest, ChecksALevelAgainstOtherItems) {
+  ASSERT_EQ(build({repeated(1, 1), repeated(2, 2), repeated(3, 0)}), 0);
+  EXPECT_EQ(check_repeat_level(*main, 1, 2), -104);
+  EXPECT_EQ(check_repeat_level(*main, 1, 1), 0) << "its own";
+  EXPECT_EQ(check_repeat_level(*main, 3, 2), 0);
+  EXPECT_EQ(check_repeat_level(*main, 0, 1), 0) << "without its flag a level is none";
+}
+
+TEST_F(RepeatTableTest, AdvanceTurnsTheCounters) {
+  ASSERT_EQ(build({repeated(1, 1, 1), repeated(2, 2, 2)}), 0);
+  const ClFmtColInf& column = *main->settings.find_column(1);
+  ClRepeatData& outer = *table.find_level(1);
+  ClRepeatData& inner = *table.find_level(2);
+  ItemGenerator outer_item(column, 1, false);
+  ItemGenerator inner_item(column, 1, false);
+  outer_item.join_repeat(&inner);
+  inner_item.join_repeat(nullptr);
+  outer.item = &outer_item;
+  inner.item = &inner_item;
+  LineBlock line(0);
+  const RunState run = {.first_record = true, .repeats_finished = false};
+  const auto wrap = [&](ItemGenerator& item) {
+    while (!item.wrapped()) ASSERT_EQ(item.append(line, run), 0);
+  };
+
+  EXPECT_FALSE(table.advance());
+  wrap(inner_item);
+  EXPECT_FALSE(table.advance());
+  EXPECT_FALSE(inner_item.wrapped());
+  EXPECT_EQ(inner.repetitions_done, 1);
+  EXPECT_FALSE(inner.finished);
+
+  wrap(inner_item);
+  EXPECT_FALSE(table.advance());
+  EXPECT_TRUE(inner.finished);
+  EXPECT_EQ(inner.repetitions_done, 0);
+  EXPECT_EQ(outer.repetitions_done, 0) << "its item has not passed its end";
+
+  EXPECT_FALSE(table.advance());
+  EXPECT_FALSE(inner.finished) << "a new cycle of the innermost level begins";
+
+  wrap(outer_item);
+  wrap(inner_item);
+  EXPECT_FALSE(table.advance()) << "once more to go";
+  EXPECT_TRUE(outer_item.wrapped());
+  wrap(inner_item);
+  EXPECT_TRUE(table.advance());
+  EXPECT_TRUE(outer.finished);
+  EXPECT_FALSE(outer_item.wrapped());
+}
+
+}  // namespace
+}  // namespace korvex::test

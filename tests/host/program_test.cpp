@@ -1,0 +1,262 @@
+#include "host/program.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "support/bytes.h"
+#include "support/environment.h"
+#include "support/temp_folder.h"
+
+namespace korvex::host {
+namespace {
+
+using test::read_file;
+
+// What the module was asked, and what it answers.
+struct ModuleCall {
+  int calls = 0;
+  std::string control_path;
+  std::string control_bytes;
+  std::int32_t output_option = -1;
+  std::uint64_t repeat_item_count = 0;
+  std::string interface;
+  std::string data_path;
+  std::string data;
+  std::int32_t answer = 0;
+};
+ModuleCall module_call;
+
+std::int32_t record_call(const char* path, std::int32_t output_option, void* parent,
+                         std::uint64_t repeat_item_count) {
+  ++module_call.calls;
+  module_call.control_path = path;
+  module_call.control_bytes = read_file(path);
+  module_call.output_option = output_option;
+  const char* interface = std::getenv("KORVEX_UI");
+  module_call.interface = interface == nullptr ? "" : interface;
+  if (!module_call.data_path.empty()) test::write_file(module_call.data_path, module_call.data);
+  EXPECT_EQ(parent, nullptr);
+  module_call.repeat_item_count = repeat_item_count;
+  return module_call.answer;
+}
+
+std::int32_t record_check(const char* path) {
+  ++module_call.calls;
+  module_call.control_bytes = read_file(path);
+  return module_call.answer;
+}
+
+class Program : public testing::Test {
+ protected:
+  Program() : interface_("KORVEX_UI", std::nullopt) {
+    module_call = {};
+    module_call.data_path = folder.file("out/l.csv");
+    module_call.data = "1,\n2,\n";
+    write_layout("%3U");
+  }
+
+  void write_layout(const std::string& format, const std::string& rest = "") {
+    test::write_file(layout(), R"([layout]
+kind = "table"
+records = 12
+level = 4
+null_default = true
+data = "out/l.csv"
+work = "w"
+[[item]]
+number = 20
+name = "名前"
+attribute = "decimal"
+digits = 5
+[item.values]
+type = "range"
+format = ")" + format + R"("
+start = 1
+end = 9
+)" + rest + R"([[item]]
+number = 10
+name = "B"
+attribute = "date"
+)");
+  }
+
+  std::string layout() const { return folder.file("l.toml"); }
+
+  int run(std::vector<std::string> arguments) {
+    std::vector<const char*> words = {"korvex"};
+    for (const std::string& argument : arguments) words.push_back(argument.c_str());
+    out.str("");
+    messages.str("");
+    return run_program(static_cast<int>(words.size()), words.data(), {record_call, record_check},
+                       out, messages);
+  }
+
+  test::TempFolder folder;
+  test::ScopedVariable interface_;
+  std::ostringstream out;
+  std::ostringstream messages;
+};
+
+TEST_F(Program, GenerateHandsOverAShortControlFileAndRemovesIt) {
+  EXPECT_EQ(run({"generate", layout()}), 0);
+  const std::string expected = test::Bytes()
+                                   .i32(12)
+                                   .i32(2)
+                                   .i32(1)
+                                   .i32(0)
+                                   .i32(4)
+                                   .i32(2)
+                                   .text(folder.file("out/l.csv"), 256)
+                                   .text(folder.file("out/l.fif"), 256)
+                                   .text(folder.file("w"), 256)
+                                   .zeros(228)
+                                   .i32(20)
+                                   .i32(10);
+  EXPECT_TRUE(test::same_bytes(expected, module_call.control_bytes));
+  EXPECT_TRUE(module_call.control_path.starts_with(folder.file("w/DG")))
+      << module_call.control_path;
+  EXPECT_EQ(module_call.output_option, 0);
+  EXPECT_EQ(module_call.interface, "console");
+  EXPECT_TRUE(std::filesystem::is_empty(folder.file("w")));
+  const std::string line = out.str();
+  EXPECT_TRUE(line.starts_with("12 records, 6 bytes, 0.0")) << line;
+  EXPECT_TRUE(line.ends_with(" s: " + folder.file("out/l.csv") + "\n")) << line;
+  EXPECT_EQ(messages.str(), "");
+}
+
+TEST_F(Program, GenerateOptions) {
+  EXPECT_EQ(run({"generate", layout(), "--records", "3", "--output-option", "2", "--window"}), 0);
+  EXPECT_EQ(module_call.control_bytes.substr(0, 4), test::hex("03 00 00 00"));
+  EXPECT_EQ(module_call.output_option, 2);
+  EXPECT_EQ(module_call.interface, "desktop");
+  // With the limit on, the lines that are there count.
+  EXPECT_TRUE(out.str().starts_with("2 records, 6 bytes, ")) << out.str();
+
+  EXPECT_EQ(run({"generate", "--quiet", layout()}), 0);
+  EXPECT_EQ(out.str(), "");
+  EXPECT_EQ(module_call.calls, 2);
+
+  EXPECT_EQ(run({"generate", "--settings-only", layout()}), 0);
+  EXPECT_EQ(module_call.calls, 2);
+  EXPECT_EQ(out.str(), "1 item with settings: " + folder.file("out/l.fif") + "\n");
+}
+
+TEST_F(Program, GenerateTurnsCodesIntoAnExitStatus) {
+  for (const auto& [answer, status] : {std::pair{-2, 1}, {-79, 130}, {1, 0}}) {
+    module_call.answer = answer;
+    EXPECT_EQ(run({"generate", layout()}), status) << answer;
+    EXPECT_EQ(out.str().empty(), answer < 0);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.file("w")));
+  }
+}
+
+// The module's question whether fewer records are enough needs to know how many there would be.
+TEST_F(Program, GenerateTellsTheModuleWhatRepeatsGive) {
+  write_layout("%3U", "repeat = { level = 1, count = 5 }\n");
+  EXPECT_EQ(run({"generate", layout(), "--output-option", "2"}), 0);
+  EXPECT_EQ(module_call.repeat_item_count, 45u);
+  EXPECT_EQ(run({"generate", layout()}), 0);
+  EXPECT_EQ(module_call.repeat_item_count, 0u);
+}
+
+TEST_F(Program, CountPrintsTheVerdictOfTheModule) {
+  // The date column without settings counts as NULL: a width, but no values.
+  const std::string prediction =
+      "Data items:          9\nPredicted size:      117 bytes (data items x item lengths)\n";
+  EXPECT_EQ(run({"count", layout(), "--records", "3"}), 0);
+  EXPECT_EQ(out.str(), prediction +
+                           "DGCheckRepeatCnt:    0 (the settings can be evaluated)\n"
+                           "Records to generate: 3\nExact file size:     15 bytes\n");
+  EXPECT_EQ(module_call.control_bytes.size(), 1020u + 2 * 136);  // items and not just numbers
+
+  module_call.answer = -1;
+  EXPECT_EQ(run({"count", layout()}), 1);
+  EXPECT_EQ(out.str(), "DGCheckRepeatCnt:    -1 (the settings cannot be evaluated)\n");
+  EXPECT_EQ(module_call.calls, 2);
+  EXPECT_EQ(messages.str(), "");
+}
+
+// An item with impossible digits is used; the user is told.
+TEST_F(Program, WarnsOfImpossibleDigits) {
+  write_layout("%3U",
+               "[[item]]\nnumber = 30\nname = \"C\"\nattribute = 4\ndigits = 3\n"
+               "decimals = 4\nvalues = { type = \"default\" }\n");
+  for (const char* command : {"generate", "count"}) {
+    EXPECT_EQ(run({command, layout()}), 0);
+    EXPECT_EQ(messages.str(), layout() +
+                                  ":18: item C: 99075:There are some Column specified that "
+                                  "are not valid.\n");
+  }
+}
+
+TEST_F(Program, WrongValuesNameItemAndLine) {
+  write_layout("%9U");
+  EXPECT_EQ(run({"generate", layout()}), 1);
+  const std::string expected = layout() + ":13: item 名前: 99052:There is an error";
+  EXPECT_TRUE(messages.str().starts_with(expected)) << messages.str();
+  EXPECT_EQ(module_call.calls, 0);
+  EXPECT_EQ(folder.names(), (std::vector<std::string>{"l.toml", "out", "w"}));
+  EXPECT_TRUE(std::filesystem::is_empty(folder.file("out")));
+  EXPECT_TRUE(std::filesystem::is_empty(folder.file("w")));
+}
+
+TEST_F(Program, ABadSettingsFileIsNamedWithItsNumber) {
+  std::filesystem::create_directory(folder.file("out"));
+  test::write_file(folder.file("out/l.fif"), "short");
+  EXPECT_EQ(run({"generate", layout()}), 1);
+  EXPECT_EQ(messages.str(),
+            folder.file("out/l.fif") + ": 99003:Failed to read the control file.\n");
+  EXPECT_EQ(read_file(folder.file("out/l.fif")), "short");
+}
+
+TEST_F(Program, AWrongLayoutIsReportedWithAllItsPlaces) {
+  test::write_file(layout(),
+                   "[layout]\nkind = 5\ncolor = 1\n[[item]]\nname = \"A\"\nattribute = 28\n");
+  EXPECT_EQ(run({"generate", layout(), "--records", "1"}), 2);
+  const std::string text = messages.str();
+  EXPECT_NE(text.find(layout() + ":1:1: [layout] has no data, expected"), std::string::npos)
+      << text;
+  EXPECT_NE(text.find(layout() + ":2:8: kind is 5, expected one of"), std::string::npos) << text;
+  EXPECT_NE(text.find(layout() + ":3:1: unknown key \"color\""), std::string::npos) << text;
+  EXPECT_EQ(folder.names(), std::vector<std::string>{"l.toml"});
+
+  EXPECT_EQ(run({"generate", folder.file("none.toml")}), 2);
+  EXPECT_EQ(messages.str(),
+            folder.file("none.toml") + ": cannot be read: No such file or directory\n");
+}
+
+TEST_F(Program, Usage) {
+  struct Case {
+    std::vector<std::string> arguments;
+    int status;
+    const char* out;
+    const char* messages;
+  };
+  const Case cases[] = {
+      {{"--version"}, 0, "korvex 0.1.0\n", ""},
+      {{"--help"}, 0, "generate", ""},
+      {{"generate", "--help"}, 0, "--output-option", ""},
+      {{"count", "--help"}, 0, "--records", ""},
+      {{"show", "--help"}, 0, "FILE", ""},
+      {{}, 2, "", "required"},
+      {{"generate"}, 2, "", "LAYOUT"},
+      {{"generate", "l.toml", "--records", "-1"}, 2, "", "--records"},
+      {{"generate", "l.toml", "--records", "2147483648"}, 2, "", "--records"},
+      {{"generate", "l.toml", "--colour"}, 2, "", "--colour"},
+      {{"count"}, 2, "", "LAYOUT"},
+      {{"count", "l.toml", "--quiet"}, 2, "", "--quiet"},
+      {{"destroy"}, 2, "", "required"},
+      {{"show", "/dev/null"}, 1, "", "/dev/null: this is not a regular file"},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(run(c.arguments), c.status) << testing::PrintToString(c.arguments);
+    EXPECT_NE(out.str().find(c.out), std::string::npos) << out.str();
+    EXPECT_NE(messages.str().find(c.messages), std::string::npos) << messages.str();
+    EXPECT_EQ(messages.str().empty(), c.status == 0);
+  }
+  EXPECT_EQ(module_call.calls, 0);
+}
+
+}  // namespace
+}  // namespace korvex::host

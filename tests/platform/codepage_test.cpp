@@ -1,0 +1,84 @@
+#include "platform/codepage.h"
+
+#include <gtest/gtest.h>
+
+#include "support/bytes.h"
+
+namespace korvex::platform {
+namespace {
+
+using test::hex;
+
+TEST(Codepage, KnowsTheShapeOfDoubleBytes) {
+  for (int lead = 0; lead <= 0xFF; ++lead) {
+    const bool is_lead = (lead >= 0x81 && lead <= 0x9F) || (lead >= 0xE0 && lead <= 0xFC);
+    EXPECT_EQ(is_lead_byte(static_cast<char>(lead)), is_lead) << lead;
+    for (int trail = 0; trail <= 0xFF; ++trail) {
+      const bool is_trail = (trail >= 0x40 && trail <= 0x7E) || (trail >= 0x80 && trail <= 0xFC);
+      EXPECT_EQ(is_legal_double_byte(static_cast<char>(lead), static_cast<char>(trail)),
+                is_lead && is_trail)
+          << lead << ' ' << trail;
+    }
+  }
+}
+
+TEST(Codepage, ComparesCharacterByCharacter) {
+  struct Row {
+    const char* left;
+    const char* right;
+    int order;
+  };
+  const Row rows[] = {
+      {"", "", 0},
+      {"82 A0", "82 A0", 0},
+      {"82 A0", "82 A2", -1},
+      {"83 40", "82 F1", 1},
+      {"82 A0", "82 A0 82 A0", -1},
+      {"41", "82 A0", -1},
+      // A half-width character is one byte, below every double-byte one.
+      {"B1", "81 42", -1},
+      {"DF", "E0 40", -1},
+  };
+  for (const Row& row : rows) {
+    const int order = compare_characters(hex(row.left), hex(row.right));
+    EXPECT_EQ((order > 0) - (order < 0), row.order) << row.left << " : " << row.right;
+  }
+}
+
+TEST(Codepage, ConvertsBothWays) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"AZ~\\", "41 5A 7E 5C"}, {"あん", "82 A0 82 F1"}, {"Ｚ", "82 79"}, {"ｱ", "B1"},
+      {"～－", "81 60 81 7C"},  {"①", "87 40"},          {"熙", "EA A4"}, {"", ""},
+  };
+  for (const auto& [utf8, bytes] : rows) {
+    EXPECT_EQ(from_utf8(utf8), hex(bytes)) << utf8;
+    EXPECT_EQ(to_utf8(hex(bytes)), utf8) << bytes;
+  }
+  std::string many;
+  for (int i = 0; i < 3000; ++i) many += "あ";
+  EXPECT_EQ(to_utf8(from_utf8(many).value_or("")), many);
+}
+
+TEST(Codepage, TellsWhereATextCannotBeConverted) {
+  const std::pair<const char*, std::size_t> rows[] = {{"ab😀", 2}, {"あ\xFF", 3}, {"\xE3\x81", 0}};
+  for (const auto& [text, offset] : rows) {
+    std::size_t bad_offset = 99;
+    EXPECT_FALSE(from_utf8(text, &bad_offset)) << text;
+    EXPECT_EQ(bad_offset, offset) << text;
+  }
+}
+
+TEST(Codepage, MessagesMixTheCodePageWithUtf8Paths) {
+  EXPECT_EQ(message_to_utf8(""), "");
+  EXPECT_EQ(message_to_utf8("99002:no file\n"), "99002:no file\n");
+  EXPECT_EQ(message_to_utf8(hex("82 A0 0A") + "/päth\n" + hex("82 F1")), "あ\n/päth\nん");
+}
+
+TEST(Codepage, ShowsBrokenBytesAsReplacementCharacters) {
+  EXPECT_EQ(to_utf8(hex("41 82")), "A\uFFFD");
+  EXPECT_EQ(to_utf8(hex("FF 42")), "\uFFFDB");
+  EXPECT_EQ(to_utf8(hex("82 A0 85 40 82 A0")).substr(0, 6), "あ\uFFFD");
+}
+
+}  // namespace
+}  // namespace korvex::platform

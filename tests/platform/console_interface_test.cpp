@@ -1,0 +1,67 @@
+#include "platform/console_interface.h"
+
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include "support/bytes.h"
+#include "support/environment.h"
+
+namespace korvex::platform {
+namespace {
+
+using test::ScopedVariable;
+
+TEST(ConsoleInterface, WritesMessagesAsUtf8ToStandardError) {
+  ConsoleInterface console;
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(console.show_message(MessageKind::stop, test::hex("39 39 3A 82 A0")), Answer::ok);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "99:あ\n");
+}
+
+// Captured standard error is no terminal, so nothing is asked.
+TEST(ConsoleInterface, TheEnvironmentAnswersWithoutATerminal) {
+  const std::pair<std::optional<std::string>, Answer> rows[] = {{"yes", Answer::yes},
+                                                                {"no", Answer::no},
+                                                                {"", Answer::no},
+                                                                {"maybe", Answer::no},
+                                                                {std::nullopt, Answer::no}};
+  ConsoleInterface console;
+  for (const auto& [prepared, answer] : rows) {
+    const ScopedVariable variable("KORVEX_ANSWER", prepared);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(console.show_message(MessageKind::question, "?"), answer);
+    EXPECT_EQ(console.show_message(MessageKind::warning_question, "?"), answer);
+    EXPECT_EQ(console.show_message(MessageKind::warning, "!"), Answer::ok);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "?\n?\n!\n");
+  }
+}
+
+TEST(ConsoleInterface, AnInterruptDuringARunIsOneRequestToCancel) {
+  struct sigaction before = {};
+  ::signal(SIGINT, SIG_DFL);
+  ConsoleInterface console;
+  testing::internal::CaptureStderr();
+  {
+    const auto progress = console.open_progress(nullptr, true);
+    progress->show(50);
+    EXPECT_FALSE(progress->cancel_requested());
+    ASSERT_EQ(::raise(SIGINT), 0);
+    EXPECT_TRUE(progress->cancel_requested());
+    EXPECT_FALSE(progress->cancel_requested());
+  }
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "") << "progress is drawn on a terminal only";
+  ::sigaction(SIGINT, nullptr, &before);
+  EXPECT_EQ(before.sa_handler, SIG_DFL);
+}
+
+TEST(ConsoleInterface, LeavesAHandlerOfTheHostInPlace) {
+  ::signal(SIGINT, SIG_IGN);
+  ConsoleInterface console;
+  const auto progress = console.open_progress(nullptr, true);
+  ASSERT_EQ(::raise(SIGINT), 0);
+  EXPECT_FALSE(progress->cancel_requested());
+  ::signal(SIGINT, SIG_DFL);
+}
+
+}  // namespace
+}  // namespace korvex::platform

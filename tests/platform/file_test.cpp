@@ -1,0 +1,205 @@
+#include "platform/file.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <filesystem>
+
+#include "platform/file_calls.h"
+#include "support/bytes.h"
+#include "support/failing_file_calls.h"
+#include "support/temp_folder.h"
+
+namespace korvex::platform {
+namespace {
+
+using test::FailingFileCalls;
+using test::read_file;
+using test::TempFolder;
+using test::write_file;
+
+TEST(File, TellsCausesApart) {
+  const std::pair<int, FileCause> rows[] = {
+      {ENOENT, FileCause::not_found},     {ENOTDIR, FileCause::bad_path},
+      {EACCES, FileCause::access_denied}, {EPERM, FileCause::access_denied},
+      {EROFS, FileCause::access_denied},  {EEXIST, FileCause::already_exists},
+      {ENOSPC, FileCause::disk_full},     {EDQUOT, FileCause::disk_full},
+      {EIO, FileCause::generic},          {EFBIG, FileCause::generic},
+  };
+  for (const auto& [number, cause] : rows) EXPECT_EQ(cause_from_errno(number), cause) << number;
+}
+
+TEST(File, OpenReportsWhatStandsInTheWay) {
+  const TempFolder folder;
+  write_file(folder.file("plain"), "x");
+  std::filesystem::create_symlink("loop", folder.file("loop"));
+  File file;
+  EXPECT_EQ(file.open_for_reading(folder.file("none"), Sharing::shared), FileCause::not_found);
+  EXPECT_EQ(file.open_for_reading(folder.file("plain/below"), Sharing::shared),
+            FileCause::bad_path);
+  EXPECT_EQ(file.open_for_reading(folder.file("loop"), Sharing::shared), FileCause::bad_path);
+  EXPECT_EQ(file.open_for_reading(folder.path(), Sharing::shared), FileCause::access_denied);
+  EXPECT_EQ(file.create(folder.path()), FileCause::access_denied);
+  EXPECT_EQ(file.create_new(folder.file("plain")), FileCause::already_exists);
+  EXPECT_EQ(file.create_new(folder.file("loop")), FileCause::already_exists);
+  EXPECT_EQ(file.open_for_writing(folder.file("none")), FileCause::not_found);
+  EXPECT_FALSE(file.is_open());
+  EXPECT_EQ(read_file(folder.file("plain")), "x");
+}
+
+TEST(File, WritesAcrossTheBufferInFewCalls) {
+  const TempFolder folder;
+  std::string expected;
+  File file;
+  const FailingFileCalls counted(0, 0);
+  ASSERT_EQ(file.create(folder.file("out")), FileCause::none);
+  for (const std::size_t size : {std::size_t{1}, File::write_buffer_size - 1, std::size_t{2},
+                                 2 * File::write_buffer_size + 7, std::size_t{0}}) {
+    const std::string part(size, static_cast<char>('a' + size % 26));
+    ASSERT_EQ(file.write(part.data(), part.size()), FileCause::none);
+    expected += part;
+  }
+  for (int i = 0; i < 100'000; ++i) {
+    ASSERT_EQ(file.write("0123\n", 5), FileCause::none);
+    expected += "0123\n";
+  }
+  ASSERT_EQ(file.close(), FileCause::none);
+  EXPECT_TRUE(test::same_bytes(expected, read_file(folder.file("out"))));
+  EXPECT_LE(static_cast<std::size_t>(counted.writes()),
+            expected.size() / File::write_buffer_size + 1);
+}
+
+TEST(File, SeekHandsOverWhatWasWritten) {
+  const TempFolder folder;
+  File file;
+  ASSERT_EQ(file.create(folder.file("out")), FileCause::none);
+  EXPECT_EQ(file.write("header", 6), FileCause::none);
+  EXPECT_EQ(file.seek(10), FileCause::none);
+  EXPECT_EQ(file.write("area", 4), FileCause::none);
+  EXPECT_EQ(file.seek(0), FileCause::none);
+  EXPECT_EQ(file.write("H", 1), FileCause::none);
+  EXPECT_EQ(file.close(), FileCause::none);
+  EXPECT_EQ(read_file(folder.file("out")), std::string("Header\0\0\0\0area", 14));
+}
+
+int interruptions = 0;
+
+ssize_t short_write(int descriptor, const void* data, std::size_t size) {
+  if (++interruptions % 2 == 1) {
+    errno = EINTR;
+    return -1;
+  }
+  return ::write(descriptor, data, std::min<std::size_t>(size, 7));
+}
+
+ssize_t interrupted_read(int, void*, std::size_t) {
+  errno = EINTR;
+  return -1;
+}
+
+TEST(File, GoesOnAfterInterruptedAndShortWrites) {
+  const TempFolder folder;
+  FileCalls calls = system_file_calls();
+  calls.write = short_write;
+  const FileCallsOverride override(calls);
+  File file;
+  ASSERT_EQ(file.create(folder.file("out")), FileCause::none);
+  const std::string content(1000, 'x');
+  EXPECT_EQ(file.write(content.data(), content.size()), FileCause::none);
+  EXPECT_EQ(file.close(), FileCause::none);
+  EXPECT_EQ(read_file(folder.file("out")), content);
+}
+
+TEST(File, DoesNotHangOnInterruptionsWithoutEnd) {
+  const TempFolder folder;
+  write_file(folder.file("in"), "x");
+  FileCalls calls = system_file_calls();
+  calls.read = interrupted_read;
+  const FileCallsOverride override(calls);
+  File file;
+  ASSERT_EQ(file.open_for_reading(folder.file("in"), Sharing::shared), FileCause::none);
+  char byte = 0;
+  std::size_t count = 0;
+  EXPECT_EQ(file.read(&byte, 1, count), FileCause::generic);
+}
+
+ssize_t write_to_full_disk(int, const void*, std::size_t) {
+  errno = ENOSPC;
+  return -1;
+}
+
+TEST(File, AcceptsNothingAfterAFailedWrite) {
+  const TempFolder folder;
+  File file;
+  ASSERT_EQ(file.create(folder.file("out")), FileCause::none);
+  EXPECT_EQ(file.write("kept", 4), FileCause::none);
+  EXPECT_EQ(file.flush(), FileCause::none);
+  {
+    FileCalls calls = system_file_calls();
+    calls.write = write_to_full_disk;
+    const FileCallsOverride override(calls);
+    EXPECT_EQ(file.write("lost", 4), FileCause::none);
+    EXPECT_EQ(file.flush(), FileCause::disk_full);
+  }
+  EXPECT_EQ(file.write("late", 4), FileCause::disk_full);
+  EXPECT_EQ(file.sync(), FileCause::disk_full);
+  EXPECT_EQ(file.close(), FileCause::disk_full);
+  EXPECT_FALSE(file.is_open());
+  EXPECT_EQ(read_file(folder.file("out")), "kept");
+}
+
+TEST(File, DiscardDropsWhatWasNotFlushed) {
+  const TempFolder folder;
+  {
+    File file;
+    ASSERT_EQ(file.create(folder.file("out")), FileCause::none);
+    EXPECT_EQ(file.write("dropped", 7), FileCause::none);
+  }
+  EXPECT_EQ(read_file(folder.file("out")), "");
+}
+
+TEST(File, AHeldFileShutsOthersOutUntilItIsClosed) {
+  const TempFolder folder;
+  const std::string path = folder.file("held");
+  write_file(path, "x");
+  File first;
+  File second;
+  ASSERT_EQ(first.open_for_reading(path, Sharing::shared), FileCause::none);
+  EXPECT_EQ(second.open_for_reading(path, Sharing::shared), FileCause::none);
+  second.discard();
+  EXPECT_EQ(second.open_for_reading(path, Sharing::exclusive), FileCause::sharing_violation);
+
+  ASSERT_EQ(first.open_for_reading(path, Sharing::exclusive), FileCause::none);
+  EXPECT_EQ(second.open_for_reading(path, Sharing::shared), FileCause::sharing_violation);
+  File moved = std::move(first);
+  EXPECT_EQ(second.open_for_reading(path, Sharing::exclusive), FileCause::sharing_violation);
+  moved.discard();
+  EXPECT_EQ(second.open_for_reading(path, Sharing::exclusive), FileCause::none);
+}
+
+TEST(File, APipeWithoutWriterDoesNotBlock) {
+  const TempFolder folder;
+  ASSERT_EQ(::mkfifo(folder.file("pipe").c_str(), 0600), 0);
+  File file;
+  ASSERT_EQ(file.open_for_reading(folder.file("pipe"), Sharing::exclusive), FileCause::none);
+  EXPECT_FALSE(file.is_regular());
+  std::uint64_t size = 1;
+  EXPECT_EQ(file.size(size), FileCause::none);
+  EXPECT_EQ(size, 0u);
+}
+
+TEST(File, RemovesOnlyRegularOutputs) {
+  const TempFolder folder;
+  ASSERT_EQ(::mkfifo(folder.file("pipe").c_str(), 0600), 0);
+  write_file(folder.file("data"), "x");
+  write_file(folder.file("target"), "x");
+  std::filesystem::create_symlink("target", folder.file("link"));
+  for (const char* name : {"pipe", "data", "link", "none"}) remove_output(folder.file(name));
+  EXPECT_EQ(folder.names(), (std::vector<std::string>{"link", "pipe"}));
+}
+
+}  // namespace
+}  // namespace korvex::platform

@@ -1,0 +1,68 @@
+#include "platform/local_time.h"
+
+#include <gtest/gtest.h>
+#include <time.h>
+
+#include "support/bytes.h"
+#include "support/environment.h"
+#include "support/temp_folder.h"
+
+namespace korvex::platform {
+namespace {
+
+using test::ScopedVariable;
+using test::TempFolder;
+
+std::time_t moment(int year, int month, int day, int hour, int minute, int second) {
+  std::tm time = {};
+  time.tm_year = year - 1900;
+  time.tm_mon = month - 1;
+  time.tm_mday = day;
+  time.tm_hour = hour;
+  time.tm_min = minute;
+  time.tm_sec = second;
+  return ::timegm(&time);
+}
+
+class LocalTime : public testing::Test {
+ protected:
+  LocalTime() { ::tzset(); }
+  ~LocalTime() override { ::tzset(); }
+
+  ScopedVariable zone{"TZ", "UTC0"};
+  TempFolder folder;
+  File file;
+  std::string path;
+};
+
+TEST_F(LocalTime, NamesCarryEnglishMonths) {
+  EXPECT_EQ(temporary_name(moment(2007, 5, 31, 8, 18, 36)), "DG2007May31081836.TMP");
+  std::string months;
+  for (int month = 1; month <= 12; ++month) {
+    months += temporary_name(moment(2026, month, 1, 0, 0, 0)).substr(6, 3);
+  }
+  EXPECT_EQ(months, "JanFebMarAprMayJunJulAugSepOctNovDec");
+}
+
+TEST_F(LocalTime, NamesAreInLocalTime) {
+  const ScopedVariable east("TZ", "XYZ-9");
+  ::tzset();
+  EXPECT_EQ(temporary_name(moment(2026, 12, 31, 15, 0, 0)), "DG2027Jan01000000.TMP");
+}
+
+TEST_F(LocalTime, ATakenNameAdvancesToTheNextFreeSecond) {
+  const std::time_t last = moment(2026, 12, 31, 23, 59, 58);
+  test::write_file(folder.file("DG2026Dec31235958.TMP"), "taken");
+  test::write_file(folder.file("DG2026Dec31235959.TMP"), "taken");
+  ASSERT_EQ(create_temporary(folder.path(), last, file, path), FileCause::none);
+  EXPECT_EQ(path, folder.file("DG2027Jan01000000.TMP"));
+  EXPECT_EQ(test::read_file(folder.file("DG2026Dec31235958.TMP")), "taken");
+  EXPECT_EQ(test::read_file(folder.file("DG2026Dec31235959.TMP")), "taken");
+}
+
+TEST_F(LocalTime, AMissingFolderIsReportedAtOnce) {
+  EXPECT_EQ(create_temporary(folder.file("none"), 0, file, path), FileCause::bad_path);
+}
+
+}  // namespace
+}  // namespace korvex::platform

@@ -1,0 +1,84 @@
+#include "platform/process.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <stdlib.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "platform/file.h"
+#include "support/bytes.h"
+#include "support/environment.h"
+#include "support/temp_folder.h"
+
+namespace korvex::platform {
+namespace {
+
+// While it lives, the standard input is the file at the path, or a new terminal.
+class StandardInput {
+ public:
+  explicit StandardInput(const char* path) { replace(::open(path, O_RDONLY)); }
+  StandardInput() {
+    master_ = ::posix_openpt(O_RDWR | O_NOCTTY);
+    if (::grantpt(master_) != 0 || ::unlockpt(master_) != 0) return;
+    replace(::open(::ptsname(master_), O_RDWR | O_NOCTTY));
+  }
+  ~StandardInput() {
+    ::dup2(saved_, STDIN_FILENO);
+    ::close(saved_);
+    ::close(master_);
+  }
+  StandardInput(const StandardInput&) = delete;
+  StandardInput& operator=(const StandardInput&) = delete;
+
+ private:
+  static void replace(int descriptor) {
+    ::dup2(descriptor, STDIN_FILENO);
+    ::close(descriptor);
+  }
+
+  int saved_ = ::dup(STDIN_FILENO);
+  int master_ = -1;
+};
+
+TEST(Process, HandsThePathToTheEditorAsOneArgument) {
+  const test::TempFolder folder;
+  const test::ScopedVariable editor("KORVEX_EDITOR", "touch");
+  const StandardInput no_terminal("/dev/null");
+  const std::string path = folder.file("a b; touch c");
+  ASSERT_EQ(run_editor(path), 0);
+  while (::wait(nullptr) > 0) continue;
+  EXPECT_EQ(folder.names(), std::vector<std::string>{"a b; touch c"});
+}
+
+// An editor of the terminal needs it for itself; any other may stay open as long as it likes.
+TEST(Process, WaitsForTheEditorOnATerminal) {
+  const test::TempFolder folder;
+  const std::string script = folder.file("editor");
+  test::write_file(script, "#!/bin/sh\nwhile [ ! -e \"$1\" ]; do sleep 0.01; done\n");
+  std::filesystem::permissions(script, std::filesystem::perms::owner_all);
+  const test::ScopedVariable editor("KORVEX_EDITOR", script);
+  const std::string path = folder.file("closed");
+  {
+    const StandardInput no_terminal("/dev/null");
+    ASSERT_EQ(run_editor(path), 0);
+    EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), 0) << "still open";
+    test::write_file(path, "");
+    EXPECT_GT(::wait(nullptr), 0);
+  }
+  const StandardInput terminal;
+  ASSERT_EQ(::isatty(STDIN_FILENO), 1);
+  ASSERT_EQ(run_editor(path), 0);
+  EXPECT_EQ(::wait(nullptr), -1) << "no child is left";
+}
+
+TEST(Process, ReportsAMissingEditor) {
+  const test::TempFolder folder;
+  const test::ScopedVariable editor("KORVEX_EDITOR", folder.file("no editor"));
+  EXPECT_NE(run_editor(folder.file("x")), 0);
+}
+
+}  // namespace
+}  // namespace korvex::platform

@@ -1,0 +1,104 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <filesystem>
+
+#include "platform/file.h"
+#include "support/bytes.h"
+#include "support/failing_file_calls.h"
+#include "support/temp_folder.h"
+
+namespace korvex::platform {
+namespace {
+
+using test::read_file;
+using test::TempFolder;
+using test::write_file;
+
+unsigned mode_of(const std::string& path) {
+  struct stat status = {};
+  EXPECT_EQ(::lstat(path.c_str(), &status), 0) << path;
+  return status.st_mode & 07777;
+}
+
+void write_fresh(const std::string& path) {
+  File file;
+  ASSERT_EQ(file.create_new(path), FileCause::none);
+  ASSERT_EQ(file.write("new", 3), FileCause::none);
+  ASSERT_EQ(file.close(), FileCause::none);
+}
+
+TEST(ReplaceFile, GivesAFirstFileTheModeThatTheMaskLeaves) {
+  const TempFolder folder;
+  const mode_t mask = ::umask(027);
+  write_fresh(folder.file("fresh"));
+  EXPECT_EQ(replace_file(folder.file("fresh"), folder.file("target")), FileCause::none);
+  ::umask(mask);
+  EXPECT_EQ(mode_of(folder.file("target")), 0640u);
+  EXPECT_EQ(folder.names(), std::vector<std::string>{"target"});
+}
+
+TEST(ReplaceFile, KeepsModeAndLinkOfTheOldFile) {
+  const TempFolder folder;
+  std::filesystem::create_directory(folder.file("elsewhere"));
+  write_file(folder.file("elsewhere/target"), "old");
+  ASSERT_EQ(::chmod(folder.file("elsewhere/target").c_str(), 0604), 0);
+  std::filesystem::create_symlink("elsewhere/target", folder.file("link"));
+  write_fresh(folder.file("fresh"));
+  EXPECT_EQ(replace_file(folder.file("fresh"), folder.file("link")), FileCause::none);
+  EXPECT_TRUE(std::filesystem::is_symlink(folder.file("link")));
+  EXPECT_EQ(read_file(folder.file("elsewhere/target")), "new");
+  EXPECT_EQ(mode_of(folder.file("elsewhere/target")), 0604u);
+  EXPECT_EQ(folder.names(), (std::vector<std::string>{"elsewhere", "link"}));
+}
+
+TEST(ReplaceFile, ALinkToNothingYetStaysALink) {
+  const TempFolder folder;
+  std::filesystem::create_symlink("later", folder.file("link"));
+  write_fresh(folder.file("fresh"));
+  EXPECT_EQ(replace_file(folder.file("fresh"), folder.file("link")), FileCause::none);
+  EXPECT_TRUE(std::filesystem::is_symlink(folder.file("link")));
+  EXPECT_EQ(read_file(folder.file("later")), "new");
+  std::error_code missing;
+  const auto permissions = std::filesystem::status(folder.file("link"), missing).permissions();
+  EXPECT_EQ(permissions & std::filesystem::perms::others_write, std::filesystem::perms::none);
+}
+
+// Whatever call fails: a failure means the old bytes, success the new ones, and nothing else stays.
+void expect_old_or_new(const TempFolder& work, const TempFolder& home) {
+  test::with_each_call_failing(
+      {EIO, ENOSPC, EXDEV},
+      [&] {
+        write_file(home.file("target"), "old");
+        remove_file(work.file("fresh"));
+        write_fresh(work.file("fresh"));
+      },
+      [&] { return replace_file(work.file("fresh"), home.file("target")); },
+      [&](FileCause cause, int, bool in_unlink) {
+        EXPECT_EQ(read_file(home.file("target")), cause == FileCause::none ? "new" : "old");
+        EXPECT_TRUE(in_unlink || !exists(work.file("fresh")));
+        EXPECT_TRUE(in_unlink || !exists(home.file("target.korvex-new")));
+      });
+}
+
+TEST(ReplaceFile, SurvivesAFailureOfEachCall) {
+  const TempFolder work;
+  const TempFolder home;
+  expect_old_or_new(work, home);
+}
+
+TEST(ReplaceFile, SurvivesAFailureOfEachCallAcrossFileSystems) {
+  const TempFolder home;
+  struct stat here = {};
+  struct stat there = {};
+  ASSERT_EQ(::stat(home.path().c_str(), &here), 0);
+  if (::stat("/dev/shm", &there) != 0 || here.st_dev == there.st_dev) {
+    GTEST_SKIP() << "no second file system";
+  }
+  const TempFolder work("/dev/shm");
+  expect_old_or_new(work, home);
+}
+
+}  // namespace
+}  // namespace korvex::platform

@@ -1,0 +1,94 @@
+#include "platform/settings_store.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <filesystem>
+
+#include "platform/file.h"
+#include "support/bytes.h"
+#include "support/environment.h"
+#include "support/failing_file_calls.h"
+#include "support/temp_folder.h"
+
+namespace korvex::platform {
+namespace {
+
+using test::read_file;
+using test::ScopedVariable;
+using test::TempFolder;
+using test::write_file;
+
+class SettingsStoreTest : public testing::Test {
+ protected:
+  std::string value_of(std::string_view name) const {
+    std::string value = "untouched";
+    return store.read(name, value) == StoreStatus::ok ? value : "(no value)";
+  }
+
+  TempFolder folder;
+  ScopedVariable home{"XDG_CONFIG_HOME", folder.file("deep/config")};
+  SettingsStore store{"Host"};
+  std::string path = folder.file("deep/config/Host/Korvex.conf");
+};
+
+TEST_F(SettingsStoreTest, TellsAMissingKeyFromAMissingValue) {
+  std::string value;
+  EXPECT_EQ(store.read("Name", value), StoreStatus::key_missing);
+  EXPECT_EQ(store.write("Name", "1"), StoreStatus::ok);
+  EXPECT_EQ(store.read("Other", value), StoreStatus::value_missing);
+  EXPECT_EQ(store.read("Nam", value), StoreStatus::value_missing);
+  EXPECT_EQ(read_file(path), "Name=1\n");
+}
+
+TEST_F(SettingsStoreTest, ChangesItsOwnLineOnly) {
+  ASSERT_EQ(store.write("Name", "1"), StoreStatus::ok);
+  write_file(path, "# a note\nNameLonger=x\nName=1\n\nLast=without line end");
+  EXPECT_EQ(store.write("Name", "two=2"), StoreStatus::ok);
+  EXPECT_EQ(store.write("Added", ""), StoreStatus::ok);
+  EXPECT_EQ(read_file(path),
+            "# a note\nNameLonger=x\nName=two=2\n\nLast=without line end\nAdded=\n");
+  EXPECT_EQ(value_of("Name"), "two=2");
+  EXPECT_EQ(value_of("Added"), "");
+  EXPECT_EQ(value_of("Last"), "without line end");
+}
+
+TEST_F(SettingsStoreTest, AnEditCountsAtOnce) {
+  ASSERT_EQ(store.write("Name", "1"), StoreStatus::ok);
+  EXPECT_EQ(value_of("Name"), "1");
+  write_file(path, "Name=edited");
+  EXPECT_EQ(value_of("Name"), "edited");
+}
+
+TEST_F(SettingsStoreTest, SurvivesAFailureOfEachCall) {
+  std::filesystem::create_directories(folder.file("deep/config/Host"));
+  test::with_each_call_failing(
+      {EIO}, [&] { write_file(path, "Name=old\n"); }, [&] { return store.write("Name", "new"); },
+      [&](StoreStatus status, int, bool) {
+        EXPECT_EQ(value_of("Name"), status == StoreStatus::ok ? "new" : "old");
+        EXPECT_FALSE(exists(path + ".new"));
+      });
+}
+
+TEST(SettingsStore, StandsBelowTheHomeFolderWithoutConfigurationFolder) {
+  const TempFolder folder;
+  const ScopedVariable home("HOME", folder.path());
+  for (const auto& configured : {std::optional<std::string>(), std::optional<std::string>("rel")}) {
+    const ScopedVariable unset("XDG_CONFIG_HOME", configured);
+    EXPECT_EQ(SettingsStore("Host").write("Name", "1"), StoreStatus::ok);
+    EXPECT_TRUE(exists(folder.file(".config/Host/Korvex.conf")));
+    std::filesystem::remove_all(folder.file(".config"));
+  }
+}
+
+TEST(SettingsStore, TheHostKeyIsChosenOrTheProgramsName) {
+  {
+    const ScopedVariable chosen("KORVEX_HOST_KEY", "Editor");
+    EXPECT_EQ(host_key(), "Editor");
+  }
+  const ScopedVariable unset("KORVEX_HOST_KEY", std::nullopt);
+  EXPECT_EQ(host_key(), "test_platform");
+}
+
+}  // namespace
+}  // namespace korvex::platform

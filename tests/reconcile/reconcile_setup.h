@@ -1,0 +1,64 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "control/col_main.h"
+#include "control/control_bytes.h"
+#include "support/environment.h"
+#include "support/scripted_interface.h"
+#include "support/settings_bytes.h"
+#include "support/temp_folder.h"
+
+namespace korvex::test {
+
+// A column of the settings file with one element, unless told otherwise.
+struct StoredItem {
+  ColumnFields column = {};
+  ElementFields element = {};
+};
+
+// A folder with a control file and a settings file that tests spell out, both loaded by a ClColMain
+// whose messages go to a script.
+class ReconcileSetup {
+ public:
+  std::string settings() const { return folder.file("out.fif"); }
+  std::string control() const { return folder.file("run.ctl"); }
+
+  void write_settings(const std::vector<StoredItem>& items, std::int32_t layout_kind = 1,
+                      std::int32_t level = 1) const {
+    std::string area;
+    for (const StoredItem& item : items) {
+      area += column_bytes(item.column) + element_bytes(item.element);
+    }
+    write_file(settings(), header_bytes(layout_kind, 0, 1) +
+                               level_bytes(level, header_size + level_size, 5, area.size(),
+                                           static_cast<std::int32_t>(items.size())) +
+                               area);
+  }
+
+  // Writes the control file and loads it.
+  void load(const std::vector<ControlItemFields>& items, std::int32_t layout_kind = 1,
+            std::int32_t null_default = 0) {
+    main = std::make_unique<ClColMain>();
+    write_file(control(), control_bytes({.layout_kind = layout_kind,
+                                         .null_default = null_default,
+                                         .settings_path = settings(),
+                                         .work_folder = folder.path()},
+                                        items));
+    main->control_path = control();
+    main->set_run_mode(run_mode::settings_only);
+    if (main->load() != 0) throw std::runtime_error("the control file is not loaded");
+  }
+
+  TempFolder folder;
+  ScriptedInterface interface;
+  std::unique_ptr<ClColMain> main;
+
+ private:
+  ScopedVariable config_{"XDG_CONFIG_HOME", folder.file("config")};
+  platform::UserInterfaceOverride override_{interface};
+};
+
+}  // namespace korvex::test

@@ -1,0 +1,102 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "format/fmt_file.h"
+#include "support/bytes.h"
+#include "support/environment.h"
+#include "support/scripted_interface.h"
+#include "support/temp_folder.h"
+
+namespace korvex::test {
+
+// What a control file in the short form says; empty paths become those of the setup.
+struct ControlFields {
+  std::int32_t records = 3;
+  std::int32_t layout_kind = 1;
+  std::int32_t level = 1;
+  std::vector<std::int32_t> items = {1};
+  std::string data = "";
+  std::string work = "";
+};
+
+// One item's settings as they are saved; without a format the initial value.
+struct SavedItem {
+  std::int32_t number = 1;
+  ItemAttributes item = {4, 0, 20, 18, 0};
+  RangeTexts texts = {"%3U", "1", "999", "1"};
+  std::int32_t action = exceeded_action::repeat;
+};
+
+// A fresh folder with everything that a generation run needs, and a scripted user interface. The
+// user's own settings are out of reach.
+class GenerationSetup {
+ public:
+  std::string control() const { return folder.file("run.ctl"); }
+  std::string settings() const { return folder.file("out.fif"); }
+  std::string data() const { return folder.file("out.csv"); }
+  std::string log() const { return folder.file("out.log"); }
+
+  void write_control(const ControlFields& fields = {}) const {
+    Bytes bytes;
+    bytes.i32(fields.records).i32(fields.layout_kind).i32(0).i32(0).i32(fields.level);
+    bytes.i32(static_cast<std::int32_t>(fields.items.size()));
+    bytes.text(fields.data.empty() ? data() : fields.data, 256).text(settings(), 256);
+    bytes.text(fields.work.empty() ? folder.path() : fields.work, 256).zeros(228);
+    for (const std::int32_t item : fields.items) bytes.i32(item);
+    write_file(control(), std::string(bytes));
+  }
+
+  void save_settings(const std::vector<SavedItem>& items = {{}}, std::int32_t layout_kind = 1,
+                     std::int32_t quotation = 0, std::int32_t level = 1) const {
+    ClFmtFile file;
+    file.set_paths(settings(), folder.path());
+    expect(file.load(level, 0, layout_kind), "load");
+    for (const SavedItem& item : items) {
+      if (item.texts.format.empty()) {
+        expect(file.set_initial_value(item.number, item.item), "initial value");
+        continue;
+      }
+      file.edited().texts = item.texts;
+      file.edited().choices.exceeded_action = item.action;
+      expect(file.check_and_store(item.number, item.item), item.texts.format);
+    }
+    expect(file.save(quotation), "save");
+  }
+
+  // What stands in the folder beside the files that the run was given.
+  std::vector<std::string> outputs() const {
+    std::vector<std::string> names = folder.names();
+    std::erase_if(names, [](const std::string& name) {
+      return name == "config" || name == "run.ctl" || name == "out.fif";
+    });
+    return names;
+  }
+
+  TempFolder folder;
+  ScriptedInterface interface;
+
+ private:
+  static void expect(std::int32_t result, const std::string& step) {
+    if (result < 0) throw std::runtime_error(step + ": " + std::to_string(result));
+  }
+
+  ScopedVariable config_{"XDG_CONFIG_HOME", folder.file("config")};
+  platform::UserInterfaceOverride override_{interface};
+};
+
+using Names = std::vector<std::string>;
+
+// The 16-byte head of a log and its item numbers.
+inline std::string log_bytes(std::int32_t records, std::int32_t level,
+                             const std::vector<std::int32_t>& items) {
+  Bytes bytes;
+  bytes.i32(records).i32(level).i32(static_cast<std::int32_t>(items.size())).i32(0);
+  for (const std::int32_t item : items) bytes.i32(item);
+  return bytes;
+}
+
+}  // namespace korvex::test

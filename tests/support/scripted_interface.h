@@ -1,0 +1,69 @@
+#pragma once
+
+#include <deque>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/user_interface.h"
+
+namespace korvex::test {
+
+// A user interface that answers from a script and keeps what it was told.
+class ScriptedInterface : public platform::UserInterface {
+ public:
+  struct Message {
+    platform::MessageKind kind;
+    std::string text;
+  };
+
+  platform::Answer show_message(platform::MessageKind kind, const std::string& text) override {
+    messages.push_back({kind, text});
+    if (answers.empty()) return platform::Answer::ok;
+    const platform::Answer answer = answers.front();
+    answers.pop_front();
+    return answer;
+  }
+
+  std::unique_ptr<platform::ProgressSink> open_progress(void* parent,
+                                                        bool cancel_allowed) override {
+    progress_parent = parent;
+    offered_cancel = cancel_allowed;
+    return std::make_unique<Progress>(*this);
+  }
+
+  void show_wait_cursor(bool) override {}
+
+  int open_editor(const std::string& path) override {
+    opened_files.push_back(path);
+    return editor_error;
+  }
+
+  // The script. Questions get the answers in order, then `ok`.
+  std::deque<platform::Answer> answers;
+  int cancel_at_poll = 0;  // 0: never
+  int editor_error = 0;
+
+  // What happened.
+  std::vector<Message> messages;
+  std::vector<int> percentages;
+  std::vector<std::string> opened_files;
+  void* progress_parent = nullptr;
+  bool offered_cancel = false;
+  int polls = 0;
+  int open_progresses = 0;
+
+ private:
+  class Progress : public platform::ProgressSink {
+   public:
+    explicit Progress(ScriptedInterface& owner) : owner_(owner) { ++owner_.open_progresses; }
+    ~Progress() override { --owner_.open_progresses; }
+    void show(int percent) override { owner_.percentages.push_back(percent); }
+    bool cancel_requested() override { return ++owner_.polls == owner_.cancel_at_poll; }
+
+   private:
+    ScriptedInterface& owner_;
+  };
+};
+
+}  // namespace korvex::test
