@@ -12,6 +12,7 @@
 #include "generate/repeat_count.h"
 #include "host/control_writer.h"
 #include "host/exit_status.h"
+#include "host/interface_choice.h"
 #include "host/layout_messages.h"
 #include "platform/codepage.h"
 
@@ -89,6 +90,7 @@ int print_exact_size(const Layout& layout, std::ostream& out, std::ostream& mess
     generator.main.control_path = control_file.path();
     code = generator.measure(bytes);
   }
+  if (code == error::cancelled) return exit_status::cancelled;
   if (code != 0) {
     messages << platform::message_to_utf8(failure_text(code, generator)) << "\n";
     return exit_status::failed;
@@ -123,7 +125,7 @@ int run_count(const CountOptions& options, CheckRepeatCount check, std::ostream&
   const LayoutReading reading = read_layout(options.layout, options.records);
   if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
   print_warnings(reading.layout, messages);
-  ::setenv("KORVEX_UI", options.window ? "desktop" : "console", 1);
+  choose_interface(options.window);
   const ScratchFolder scratch;
   if (scratch.path().empty()) {
     messages << "no folder for temporary files can be made" << std::endl;
@@ -136,7 +138,7 @@ int run_count(const CountOptions& options, CheckRepeatCount check, std::ostream&
     return exit_status::failed;
   }
   const SettingsResult settings = write_settings_of(*layout);
-  if (print_failures(settings, *layout, messages)) return exit_status::failed;
+  if (print_failures(settings, reading.layout, messages)) return exit_status::failed;
   return count(*layout, settings.repeated_items > 0, check, out, messages);
 }
 

@@ -16,6 +16,7 @@
 #include "generate/repeat_count.h"
 #include "host/control_writer.h"
 #include "host/exit_status.h"
+#include "host/interface_choice.h"
 #include "host/layout_messages.h"
 #include "host/layout_reader.h"
 #include "host/settings_editor.h"
@@ -115,8 +116,9 @@ int run_generate(const GenerateOptions& options, CreateData create_data, std::os
   print_warnings(layout, messages);
   const SettingsResult settings = write_settings_of(layout);
   if (print_failures(settings, layout, messages)) return exit_status::failed;
+  print_left_out(settings, layout, messages);
   if (!options.settings_only) {
-    ::setenv("KORVEX_UI", options.window ? "desktop" : "console", 1);
+    choose_interface(options.window);
     return generate(layout, options, settings.repeated_items > 0, create_data, out, messages);
   }
   if (!options.quiet) {

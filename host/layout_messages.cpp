@@ -40,6 +40,14 @@ void print_warnings(const Layout& layout, std::ostream& messages) {
   }
 }
 
+void print_left_out(const SettingsResult& result, const Layout& layout, std::ostream& messages) {
+  for (const LayoutItem* item : result.left_out) {
+    messages << layout.file << ":" << item->place.line << ": item "
+             << printable_from_code_page(item->name)
+             << ": has no values and no settings, the records leave it out\n";
+  }
+}
+
 bool print_failures(const SettingsResult& result, const Layout& layout, std::ostream& messages) {
   for (const ItemFailure& failure : result.failures) {
     print_item_message(layout, *failure.item, failure.item->values->place, failure.code, messages);

@@ -19,6 +19,9 @@ std::string numbered_message(std::int32_t code, const Layout& layout);
 // Warns of items with impossible digits, which are used all the same.
 void print_warnings(const Layout& layout, std::ostream& messages);
 
+// Says which items have neither values in the layout nor settings: the records lack them.
+void print_left_out(const SettingsResult& result, const Layout& layout, std::ostream& messages);
+
 // Every failure of writing the layout's settings. Answers whether there was one.
 bool print_failures(const SettingsResult& result, const Layout& layout, std::ostream& messages);
 

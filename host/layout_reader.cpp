@@ -52,6 +52,10 @@ bool same_place(const std::string& left, const std::string& right) {
 
 // The data file is created anew by each run, so it must not be any of the other files.
 void check_data_stands_alone(TableReader& reader, const Layout& layout) {
+  std::error_code ignored;
+  if (std::filesystem::is_directory(layout.data, ignored)) {
+    reader.report(reader.place("data"), "data is a folder, expected the path of a file");
+  }
   const std::array<std::pair<std::string_view, std::string>, 3> others = {{
       {"the layout", layout.file},
       {"its settings file", layout.settings},

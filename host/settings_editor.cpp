@@ -167,6 +167,10 @@ SettingsResult write_settings_of(const Layout& layout) {
   level.record.repeat_flag = count_repeated(layout, file);
   result.items_with_settings = count_settings(level);
   result.repeated_items = level.record.repeat_flag;
+  for (const LayoutItem& item : layout.items) {
+    const ClFmtColInf* column = file.find_column(item.number);
+    if (column == nullptr || column->elements.empty()) result.left_out.push_back(&item);
+  }
   result.file_code = std::min(file.save(layout.quotation), 0);
   return result;
 }

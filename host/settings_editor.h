@@ -15,10 +15,11 @@ struct ItemFailure {
 };
 
 struct SettingsResult {
-  std::int32_t file_code = 0;           // of a failed load or save, else 0
-  std::vector<ItemFailure> failures;    // every item that failed, in layout order
-  std::size_t items_with_settings = 0;  // of the level, after a successful save
-  std::int32_t repeated_items = 0;      // of the layout, after a successful save
+  std::int32_t file_code = 0;               // of a failed load or save, else 0
+  std::vector<ItemFailure> failures;        // every item that failed, in layout order
+  std::size_t items_with_settings = 0;      // of the level, after a successful save
+  std::vector<const LayoutItem*> left_out;  // items without settings, after a successful save
+  std::int32_t repeated_items = 0;          // of the layout, after a successful save
 };
 
 // Writes the values of a layout into its settings file through the module's own checks. Items

@@ -33,8 +33,12 @@ std::int32_t ClGenerateDataFile::measure(std::uint64_t& bytes) {
     std::int32_t result = load();
     if (result == 0) result = prepare();
     if (result <= 0) return result < 0 ? result : error::no_data_file;
+    const auto progress = platform::user_interface().open_progress(parent, true);
+    ProgressMeter meter(*progress, main.header().records);
     LineBlock lines(0);
     for (std::int32_t done = 0; done < main.header().records; ++done) {
+      if (progress->cancel_requested()) return error::cancelled;
+      meter.update(done);
       result = assemble_next(lines);
       if (result != 0) return result;
       // A line feed is added to each line, or takes the place of its last comma.

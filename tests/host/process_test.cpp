@@ -178,10 +178,9 @@ TEST_F(Process, AWrongFormatLeavesEverythingAsItWas) {
 }
 
 TEST_F(Process, AFailureOfTheModuleIsReportedOnce) {
-  fs::create_directory("d.csv");
-  write_layout("records = 3\ndata = \"d.csv\"\nwork = \"w\"", "%9U");
+  write_layout("records = 3\ndata = \"/dev/full\"\nsettings = \"d.fif\"\nwork = \"w\"", "%9U");
   EXPECT_EQ(run({"generate", "l.toml"}), 1);
-  EXPECT_EQ(err(), "Failed to generate data.\n99002:Failed to open the control file.\n");
+  EXPECT_EQ(err(), "Failed to generate data.\n99027:Insufficient disk capacity.\n");
   EXPECT_EQ(out(), "");
   EXPECT_TRUE(fs::is_empty("w"));
 }

@@ -122,7 +122,9 @@ TEST_F(Program, GenerateHandsOverAShortControlFileAndRemovesIt) {
   const std::string line = out.str();
   EXPECT_TRUE(line.starts_with("12 records, 6 bytes, 0.0")) << line;
   EXPECT_TRUE(line.ends_with(" s: " + folder.file("out/l.csv") + "\n")) << line;
-  EXPECT_EQ(messages.str(), "");
+  EXPECT_EQ(messages.str(), layout() +
+                                ":18: item B: has no values and no settings, the records "
+                                "leave it out\n");
 }
 
 TEST_F(Program, GenerateOptions) {
@@ -184,9 +186,9 @@ TEST_F(Program, WarnsOfImpossibleDigits) {
                "decimals = 4\nvalues = { type = \"default\" }\n");
   for (const char* command : {"generate", "count"}) {
     EXPECT_EQ(run({command, layout()}), 0);
-    EXPECT_EQ(messages.str(), layout() +
-                                  ":18: item C: 99075:There are some Column specified that "
-                                  "are not valid.\n");
+    EXPECT_TRUE(messages.str().starts_with(
+        layout() + ":18: item C: 99075:There are some Column specified that are not valid.\n"))
+        << messages.str();
   }
 }
 
