@@ -15,10 +15,14 @@ using ClEnumData = std::string_view;
 // views that it hands out live as long as it does.
 class ClEnumDataList {
  public:
-  // Room for the texts of a file of so many bytes, as far as that may be taken at its word.
+  // Room for the values of a file of so many bytes, as far as that may be taken at its word: no
+  // value is shorter than a character and its line end. Room that is not used costs nothing but
+  // addresses.
   void reserve(std::uint64_t bytes) {
     constexpr std::uint64_t most = 64 * 1024 * 1024;
-    text_.reserve(static_cast<std::size_t>(std::min(bytes, most)));
+    const auto room = static_cast<std::size_t>(std::min(bytes, most));
+    text_.reserve(room);
+    ends_.reserve(room / 2 + 1);
   }
 
   void append(std::string_view value) {

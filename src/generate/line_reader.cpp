@@ -27,6 +27,7 @@ bool LineReader::fill() {
   if (file_.read(buffer_.get() + end_, room, count) != platform::FileCause::none) return false;
   end_ += count;
   at_end_ = count < room;
+  has_zeros_ = std::memchr(buffer_.get(), 0, end_) != nullptr;
   return true;
 }
 
@@ -47,7 +48,7 @@ LineReader::Status LineReader::next(std::string_view& line) {
   }
   begin_ += taken;
   line = rest.substr(0, size);
-  line = line.substr(0, line.find('\0'));
+  if (has_zeros_) line = line.substr(0, line.find('\0'));
   return Status::line;
 }
 

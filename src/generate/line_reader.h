@@ -30,6 +30,7 @@ class LineReader {
   std::size_t begin_ = 0;
   std::size_t end_ = 0;
   bool at_end_ = false;
+  bool has_zeros_ = false;  // among the bytes at hand
 };
 
 }  // namespace korvex
