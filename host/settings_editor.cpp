@@ -99,10 +99,7 @@ class ItemStore {
   std::int32_t store_enumeration(const LayoutItem& item, const ItemValues& values) {
     const std::int32_t code = file_.set_initial_value(item.number, item.attributes);
     if (code != 0) return code;
-    FmtColRec& settings = file_.find_column(item.number)->record;
-    settings.generation_type = generation_type::enumeration;
-    settings.exceeded_action = values.choices.exceeded_action;
-    store_field(settings.enumeration_path, values.file);
+    file_.set_enumeration(item.number, values.file, values.choices.exceeded_action);
     return 0;
   }
 

@@ -20,13 +20,6 @@ std::string replace_first(std::string text, std::string_view mark, const std::st
   return place == std::string::npos ? text : text.replace(place, mark.size(), value);
 }
 
-void open_error_file(const std::string& path) {
-  const int failure = platform::user_interface().open_editor(path);
-  if (failure == 0) return;
-  const std::string text = "Call : notepad \"" + path + "\"\nError : " + std::to_string(failure);
-  platform::user_interface().show_message(platform::MessageKind::plain, text);
-}
-
 }  // namespace
 
 FailureReport describe_failure(std::int32_t code, const ClColMain& main) {
@@ -75,7 +68,7 @@ std::int32_t report_failure(std::int32_t code, const ClColMain& main) {
   if (report.is_shown) {
     const platform::Answer answer =
         platform::user_interface().show_message(report.kind, report.text);
-    if (answer == platform::Answer::yes) open_error_file(main.error_file_path);
+    if (answer == platform::Answer::yes) platform::open_in_editor(main.error_file_path);
   }
   return report.returned;
 }

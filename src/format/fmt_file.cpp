@@ -157,6 +157,14 @@ std::int32_t ClFmtFile::set_initial_value(std::int32_t item_number, const ItemAt
   return store_result(level->set_initial_value(item_number, item));
 }
 
+void ClFmtFile::set_enumeration(std::int32_t item_number, const std::string& path,
+                                std::int32_t exceeded_action) {
+  FmtColRec& settings = find_column(item_number)->record;
+  settings.generation_type = generation_type::enumeration;
+  settings.exceeded_action = exceeded_action;
+  store_field(settings.enumeration_path, path);
+}
+
 std::int32_t ClFmtFile::copy_settings(std::int32_t target, std::int32_t source,
                                       const ItemAttributes& item) {
   ClFmtLvlInf* level = com_.current_level();

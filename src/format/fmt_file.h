@@ -63,6 +63,10 @@ class ClFmtFile : public platform::Object {
   // Changes of one item. 0, or the code of the failure, after which nothing has changed.
   std::int32_t set_initial_value(std::int32_t item_number, const ItemAttributes& item);
   std::int32_t copy_settings(std::int32_t target, std::int32_t source, const ItemAttributes& item);
+
+  // Makes an item with the initial value take its values from a file, which is not looked at.
+  void set_enumeration(std::int32_t item_number, const std::string& path,
+                       std::int32_t exceeded_action);
   std::int32_t delete_settings(std::int32_t item_number);
 
   // Validates and stores texts and choices of the edited copy; an empty end text stands for the

@@ -1,6 +1,7 @@
 #include "format/item_settings.h"
 
 #include "format/error_codes.h"
+#include "platform/path.h"
 
 namespace korvex {
 
@@ -35,10 +36,15 @@ std::string_view initial_value_text(std::int32_t layout) {
 }
 
 std::int32_t set_initial_value(ClColMain& main, bool refuses_not_null) {
-  ClDGCol& item = *main.current_item();
+  const ClDGCol& item = *main.current_item();
   if (item.null_allowed == 0) {
     return refuses_not_null ? error::null_not_allowed : main.settings_counter;
   }
+  return reset_settings(main);
+}
+
+std::int32_t reset_settings(ClColMain& main) {
+  ClDGCol& item = *main.current_item();
   const std::int32_t result = main.settings.set_initial_value(item.item_number, item.attributes());
   if (result != 0) return result;
   mark_set(main, item);
@@ -50,6 +56,17 @@ std::int32_t set_initial_value(ClColMain& main, bool refuses_not_null) {
   display.increment.clear();
   display.exceeded_action = exceeded_action::initialize;
   return 0;
+}
+
+void set_enumeration(ClColMain& main, const std::string& path, std::int32_t exceeded_action) {
+  ClDGCol& item = *main.current_item();
+  main.settings.set_enumeration(item.item_number, path, exceeded_action);
+  ItemDisplay& display = item.display();
+  display.generation_type = generation_type::enumeration;
+  display.generation_text = enumeration_text;
+  display.enumeration_name = platform::base_name(path);
+  display.enumeration_path = path;
+  display.exceeded_action = exceeded_action;
 }
 
 std::int32_t store_format(ClColMain& main, const RangeTexts& texts, bool initializes,
@@ -102,6 +119,7 @@ std::int32_t copy_settings(ClColMain& main, std::int32_t source_index) {
   display.end = from.end;
   display.increment = from.increment;
   display.exceeded_action = from.exceeded_action;
+  display.custom_format = from.custom_format;
   display.enumeration_name = from.enumeration_name;
   display.enumeration_path = from.enumeration_path;
   return main.settings_counter;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "control/col_main.h"
@@ -14,9 +15,19 @@ namespace korvex {
 // What an item without generated values shows.
 std::string_view initial_value_text(std::int32_t layout_kind);
 
+// What an item with an enumeration file shows.
+inline constexpr std::string_view enumeration_text = "Enumeration type";
+
 // Sets the item to the initial value. An item that may not be NULL is refused (-65), or, unless
 // `refuses_not_null`, left as it is, and the answer is the settings counter.
 std::int32_t set_initial_value(ClColMain& main, bool refuses_not_null);
+
+// The same for any item: settings that are to be filled with something else begin like this.
+std::int32_t reset_settings(ClColMain& main);
+
+// Makes an item with the initial value take its values from an enumeration file, which nobody looks
+// at here. Never fails.
+void set_enumeration(ClColMain& main, const std::string& path, std::int32_t exceeded_action);
 
 // Validates and stores a range. 1 when the item got its first settings, 0 when it had some.
 std::int32_t store_format(ClColMain& main, const RangeTexts& texts, bool initializes,

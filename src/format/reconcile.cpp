@@ -63,7 +63,7 @@ std::int32_t show_settings(ClColMain& main, ClDGCol& item, const FmtColRec& stor
       display.increment = edited.texts.increment;
       return 0;
     case generation_type::enumeration:
-      display.generation_text = "Enumeration type";
+      display.generation_text = enumeration_text;
       return 0;
     case generation_type::reference:
       return show_reference(main, item);

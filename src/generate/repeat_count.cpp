@@ -47,16 +47,14 @@ std::int64_t range_count(const ClFmtColInf& column) {
   return span / step + (span % step != 0 ? 1 : 0);
 }
 
-std::int64_t value_count(ClColMain& main, const ClFmtColInf& column) {
+std::int64_t value_count(ClColMain& main, const ClFmtColInf& column,
+                         const EnumerationCounter& counter) {
   const FmtColRec& settings = column.record;
   switch (settings.generation_type) {
     case generation_type::initial_value:
       return 1;
-    case generation_type::enumeration: {
-      std::int32_t line = 0;
-      const std::string path(field_text(settings.enumeration_path));
-      return std::max(check_enumeration(main, path, settings, line), 0);
-    }
+    case generation_type::enumeration:
+      return std::max(counter(main, settings), 0);
     default:
       return range_count(column);
   }
@@ -85,18 +83,16 @@ ItemTotals total_items(ClColMain& main) {
   return totals;
 }
 
-// The wait cursor while a count runs.
-class WaitCursor {
- public:
-  WaitCursor() { platform::user_interface().show_wait_cursor(true); }
-  ~WaitCursor() { platform::user_interface().show_wait_cursor(false); }
-  WaitCursor(const WaitCursor&) = delete;
-  WaitCursor& operator=(const WaitCursor&) = delete;
-};
-
 }  // namespace
 
-std::int32_t count_data_items(ClColMain& main, bool repeats_only, RepeatCount& count) {
+std::int32_t count_enumeration(ClColMain& main, const FmtColRec& settings) {
+  std::int32_t line = 0;
+  return check_enumeration(main, std::string(field_text(settings.enumeration_path)), settings,
+                           line);
+}
+
+std::int32_t count_data_items(ClColMain& main, bool repeats_only, RepeatCount& count,
+                              const EnumerationCounter& counter) {
   count = {};
   const ItemTotals totals = total_items(main);
   if (totals.with_settings == 0 || (repeats_only && totals.repeated == 0)) {
@@ -111,7 +107,7 @@ std::int32_t count_data_items(ClColMain& main, bool repeats_only, RepeatCount& c
     if (handled >= totals.with_settings) break;
     if (item->state == item_state::without_settings) continue;
     if (const ClFmtColInf* column = main.settings.find_column(item->item_number)) {
-      const std::int64_t values = value_count(main, *column);
+      const std::int64_t values = value_count(main, *column, counter);
       if (column->record.repeat_flag != 0) {
         repeats = multiply(repeats, Wide{column->record.repeat_count} * values);
       } else {
@@ -135,7 +131,7 @@ std::int32_t count_data_items(ClColMain& main, bool repeats_only, RepeatCount& c
 }
 
 std::int32_t ClRepeatCalcMain::run() {
-  const WaitCursor cursor;
+  const platform::WaitCursor cursor;
   data_items = 0;
   if (main.load() != 0) return 0;
   main.mismatch = false;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 #include "control/col_main.h"
 #include "platform/runtime_class.h"
@@ -15,10 +16,18 @@ struct RepeatCount {
 
 inline constexpr std::uint64_t too_large = ~std::uint64_t{0};
 
+// Answers how many values the enumeration file of an item's settings has, or the code of what is
+// wrong with it.
+using EnumerationCounter = std::function<std::int32_t(ClColMain&, const FmtColRec&)>;
+
+// Reads the file.
+std::int32_t count_enumeration(ClColMain& main, const FmtColRec& settings);
+
 // Computes how many records the settings give and how large the file will be, for a control file
 // that is loaded and reconciled. `repeats_only` counts the repeated items alone. 0, or -6 when no
 // item has settings, or none is repeated where only these count.
-std::int32_t count_data_items(ClColMain& main, bool repeats_only, RepeatCount& count);
+std::int32_t count_data_items(ClColMain& main, bool repeats_only, RepeatCount& count,
+                              const EnumerationCounter& counter = count_enumeration);
 
 // The count for a host that only wants to know whether the repeat settings can be evaluated.
 class ClRepeatCalcMain : public platform::Object {

@@ -81,6 +81,8 @@ std::unique_ptr<ProgressSink> ConsoleInterface::open_progress(void*, bool) {
   return std::make_unique<ConsoleProgress>();
 }
 
-int ConsoleInterface::open_editor(const std::string& path) { return run_editor(path); }
+int ConsoleInterface::open_editor(const std::string& path) {
+  return run_editor(path, EditorWait::on_terminal);
+}
 
 }  // namespace korvex::platform

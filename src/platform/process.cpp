@@ -7,22 +7,41 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <vector>
 
 extern char** environ;
 
 namespace korvex::platform {
 
-int run_editor(const std::string& path) {
+namespace {
+
+void wait_for(pid_t child) {
+  while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) continue;
+}
+
+// An editor that nobody waits for stays in the process table until somebody asks how it ended.
+void forget_ended(std::vector<pid_t>& editors) {
+  std::erase_if(editors, [](pid_t child) { return ::waitpid(child, nullptr, WNOHANG) != 0; });
+}
+
+}  // namespace
+
+int run_editor(const std::string& path, EditorWait wait) {
+  static std::vector<pid_t> running;
+  forget_ended(running);
   const char* chosen = std::getenv("KORVEX_EDITOR");
   std::string program = chosen != nullptr && *chosen != '\0' ? chosen : "xdg-open";
   std::string argument = path;
   char* arguments[] = {program.data(), argument.data(), nullptr};
   pid_t child = 0;
   const int failure = ::posix_spawnp(&child, program.c_str(), nullptr, nullptr, arguments, environ);
-  if (failure == 0 && ::isatty(STDIN_FILENO) == 1) {
-    while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) continue;
+  if (failure != 0) return failure;
+  if (wait == EditorWait::on_terminal && ::isatty(STDIN_FILENO) == 1) {
+    wait_for(child);
+  } else {
+    running.push_back(child);
   }
-  return failure;
+  return 0;
 }
 
 }  // namespace korvex::platform

@@ -4,9 +4,13 @@
 
 namespace korvex::platform {
 
-// Starts $KORVEX_EDITOR (else xdg-open) on the file, never through a shell. On a terminal it
-// waits until the editor ends, which may need the terminal for itself; elsewhere it does not. 0, or
-// the system's error number.
-int run_editor(const std::string& path);
+enum class EditorWait {
+  on_terminal,  // until it ends, where standard input is a terminal, which it may need for itself
+  never,
+};
+
+// Starts $KORVEX_EDITOR (else xdg-open) on the file, never through a shell. 0, or the system's
+// error number.
+int run_editor(const std::string& path, EditorWait wait);
 
 }  // namespace korvex::platform

@@ -1,8 +1,5 @@
 #include "platform/user_interface.h"
 
-#include <cstdlib>
-#include <string_view>
-
 #include "platform/console_interface.h"
 
 namespace korvex::platform {
@@ -11,24 +8,25 @@ namespace {
 
 UserInterface* override_in_use = nullptr;
 
-// Who asks for the desktop by name is told that this build has none.
-bool tell_missing_desktop(UserInterface& console) {
-  const char* wanted = std::getenv("KORVEX_UI");
-  const bool is_asked = wanted != nullptr && std::string_view(wanted) == "desktop";
-  if (is_asked) {
-    console.show_message(MessageKind::warning,
-                         "The desktop is not available in this build; using the console.");
-  }
-  return is_asked;
-}
+InterfaceProvider provider_in_use = nullptr;
 
 }  // namespace
 
 UserInterface& user_interface() {
   if (override_in_use != nullptr) return *override_in_use;
+  UserInterface* provided = provider_in_use != nullptr ? provider_in_use() : nullptr;
   static ConsoleInterface console;
-  [[maybe_unused]] static const bool is_told = tell_missing_desktop(console);
-  return console;
+  return provided != nullptr ? *provided : console;
+}
+
+void set_interface_provider(InterfaceProvider provider) { provider_in_use = provider; }
+
+void open_in_editor(const std::string& path) {
+  const int failure = user_interface().open_editor(path);
+  if (failure == 0) return;
+  // The command line is the one that users know, whatever editor they chose.
+  const std::string text = "Call : notepad \"" + path + "\"\nError : " + std::to_string(failure);
+  user_interface().show_message(MessageKind::plain, text);
 }
 
 UserInterfaceOverride::UserInterfaceOverride(UserInterface& replacement)

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace korvex::platform {
 
@@ -17,6 +19,18 @@ class ProgressSink {
   virtual void show(int percent) = 0;
   // Asked after every record, so it must be cheap. Answers each request once.
   virtual bool cancel_requested() = 0;
+};
+
+// One way to narrow the files that a person chooses from.
+struct FileFilter {
+  std::string label;    // "Data files (*.dat)"
+  std::string pattern;  // "*.dat"
+};
+
+struct FileQuestion {
+  std::string title;
+  std::string folder;  // where choosing begins
+  std::vector<FileFilter> filters;
 };
 
 // Everything that the module says to the person in front of it. Texts are code page 932, except
@@ -37,11 +51,33 @@ class UserInterface {
   // Opens a text file in the user's editor, without waiting for it. 0, or the system's error
   // number.
   virtual int open_editor(const std::string& path) = 0;
+
+  // Asks for an existing file; nothing when none was chosen, as where no dialog can be shown.
+  virtual std::optional<std::string> choose_file(const FileQuestion&) { return std::nullopt; }
 };
 
-// The interface of this process: the console, unless an override is alive. This build has no other;
-// with KORVEX_UI=desktop it says so.
+// The interface of this process: an override while one is alive, else what the provider gives, else
+// the console.
 UserInterface& user_interface();
+
+// Asked at every use for the interface of the process; null stands for the console.
+using InterfaceProvider = UserInterface* (*)();
+void set_interface_provider(InterfaceProvider provider);
+
+// Opens a file in the user's editor, and tells the user when that cannot be started.
+void open_in_editor(const std::string& path);
+
+// The wait cursor for its own lifetime.
+class WaitCursor {
+ public:
+  WaitCursor() : interface_(user_interface()) { interface_.show_wait_cursor(true); }
+  ~WaitCursor() { interface_.show_wait_cursor(false); }
+  WaitCursor(const WaitCursor&) = delete;
+  WaitCursor& operator=(const WaitCursor&) = delete;
+
+ private:
+  UserInterface& interface_;
+};
 
 // Replaces the interface for its own lifetime. Not thread-safe: for tests.
 class UserInterfaceOverride {

@@ -48,12 +48,13 @@ TEST(Process, HandsThePathToTheEditorAsOneArgument) {
   const test::ScopedVariable editor("KORVEX_EDITOR", "touch");
   const StandardInput no_terminal("/dev/null");
   const std::string path = folder.file("a b; touch c");
-  ASSERT_EQ(run_editor(path), 0);
+  ASSERT_EQ(run_editor(path, EditorWait::on_terminal), 0);
   while (::wait(nullptr) > 0) continue;
   EXPECT_EQ(folder.names(), std::vector<std::string>{"a b; touch c"});
 }
 
-// An editor of the terminal needs it for itself; any other may stay open as long as it likes.
+// An editor of the terminal needs it for itself; any other may stay open as long as it likes, and
+// a window never waits.
 TEST(Process, WaitsForTheEditorOnATerminal) {
   const test::TempFolder folder;
   const std::string script = folder.file("editor");
@@ -61,23 +62,28 @@ TEST(Process, WaitsForTheEditorOnATerminal) {
   std::filesystem::permissions(script, std::filesystem::perms::owner_all);
   const test::ScopedVariable editor("KORVEX_EDITOR", script);
   const std::string path = folder.file("closed");
-  {
-    const StandardInput no_terminal("/dev/null");
-    ASSERT_EQ(run_editor(path), 0);
+  const auto expect_no_wait = [&](EditorWait wait) {
+    ASSERT_EQ(run_editor(path, wait), 0);
     EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), 0) << "still open";
     test::write_file(path, "");
     EXPECT_GT(::wait(nullptr), 0);
+  };
+  {
+    const StandardInput no_terminal("/dev/null");
+    expect_no_wait(EditorWait::on_terminal);
   }
   const StandardInput terminal;
   if (::isatty(STDIN_FILENO) != 1) GTEST_SKIP() << "no terminal can be made here";
-  ASSERT_EQ(run_editor(path), 0);
+  ASSERT_EQ(run_editor(path, EditorWait::on_terminal), 0);
   EXPECT_EQ(::wait(nullptr), -1) << "no child is left";
+  std::filesystem::remove(path);
+  expect_no_wait(EditorWait::never);
 }
 
 TEST(Process, ReportsAMissingEditor) {
   const test::TempFolder folder;
   const test::ScopedVariable editor("KORVEX_EDITOR", folder.file("no editor"));
-  EXPECT_NE(run_editor(folder.file("x")), 0);
+  EXPECT_NE(run_editor(folder.file("x"), EditorWait::never), 0);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <deque>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -39,15 +40,22 @@ class ScriptedInterface : public platform::UserInterface {
     return editor_error;
   }
 
+  std::optional<std::string> choose_file(const platform::FileQuestion& question) override {
+    asked_folder = question.folder;
+    return chosen_file;
+  }
+
   // The script. Questions get the answers in order, then `ok`.
   std::deque<platform::Answer> answers;
   int cancel_at_poll = 0;  // 0: never
   int editor_error = 0;
+  std::optional<std::string> chosen_file;
 
   // What happened.
   std::vector<Message> messages;
   std::vector<int> percentages;
   std::vector<std::string> opened_files;
+  std::string asked_folder;
   void* progress_parent = nullptr;
   bool offered_cancel = false;
   int polls = 0;
