@@ -1,5 +1,8 @@
+#include <iostream>
 #include <string>
 
+#include "entry/desktop_interface.h"
+#include "entry/desktop_module.h"
 #include "entry/failure_report.h"
 #include "format/error_codes.h"
 #include "generate/generate_data_file.h"
@@ -25,21 +28,47 @@ std::int32_t guarded(Work work) noexcept {
 
 std::string path_of(const char* path) { return path != nullptr ? path : ""; }
 
-std::int32_t report_unavailable(const char* function) {
-  return guarded([function] {
-    platform::user_interface().show_message(
-        platform::MessageKind::stop, std::string(function) + " is not available in this build.");
+// Whoever loads the library gets its choice of interface.
+[[maybe_unused]] const bool is_provided = [] {
+  platform::set_interface_provider(choose_interface);
+  return true;
+}();
+
+template <typename Run>
+std::int32_t run_dialog(const char* function, Run run) {
+  return guarded([&] {
+    std::string reason;
+    const korvex_dialogs* desktop = open_desktop(reason);
+    if (desktop != nullptr) return run(*desktop);
+    std::cerr << function << " cannot show its window: " << reason << std::endl;
     return cannot_run;
+  });
+}
+
+std::int32_t run_data_generation(const char* function, const char* path, void* parent,
+                                 std::int32_t mode, std::int32_t quotation_lock) {
+  return run_dialog(function, [&](const korvex_dialogs& desktop) {
+    return desktop.run_data_generation(path_of(path).c_str(), parent, mode, quotation_lock);
   });
 }
 
 }  // namespace
 
-int32_t DGCreateFile(const char*, void*, int32_t) { return report_unavailable("DGCreateFile"); }
+int32_t DGCreateFile(const char* control_file_path, void* parent, int32_t quotation_lock) {
+  return run_data_generation("DGCreateFile", control_file_path, parent, run_mode::data_file_dialog,
+                             quotation_lock);
+}
 
-int32_t DGCreateFormat(const char*, void*, int32_t) { return report_unavailable("DGCreateFormat"); }
+int32_t DGCreateFormat(const char* control_file_path, void* parent, int32_t quotation_lock) {
+  return run_data_generation("DGCreateFormat", control_file_path, parent, run_mode::settings_only,
+                             quotation_lock);
+}
 
-int32_t DGReplaceData(const char*, void*) { return report_unavailable("DGReplaceData"); }
+int32_t DGReplaceData(const char* control_file_path, void* parent) {
+  return run_dialog("DGReplaceData", [&](const korvex_dialogs& desktop) {
+    return desktop.run_item_value_update(path_of(control_file_path).c_str(), parent);
+  });
+}
 
 int32_t DGCheckRepeatCnt(const char* control_file_path) {
   return guarded([&] {

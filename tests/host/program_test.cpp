@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <sstream>
 
 #include "support/bytes.h"
@@ -16,6 +17,7 @@ using test::read_file;
 // What the module was asked, and what it answers.
 struct ModuleCall {
   int calls = 0;
+  std::string function;  // of those with a window
   std::string control_path;
   std::string control_bytes;
   std::int32_t output_option = -1;
@@ -46,6 +48,21 @@ std::int32_t record_check(const char* path) {
   module_call.control_bytes = read_file(path);
   return module_call.answer;
 }
+
+std::int32_t record_dialog(const char* function, const char* path) {
+  module_call.function = function;
+  return record_check(path);
+}
+
+std::int32_t record_file(const char* path, void*, std::int32_t) {
+  return record_dialog("file", path);
+}
+
+std::int32_t record_format(const char* path, void*, std::int32_t) {
+  return record_dialog("format", path);
+}
+
+std::int32_t record_update(const char* path, void*) { return record_dialog("update", path); }
 
 class Program : public testing::Test {
  protected:
@@ -88,8 +105,9 @@ attribute = "date"
     for (const std::string& argument : arguments) words.push_back(argument.c_str());
     out.str("");
     messages.str("");
-    return run_program(static_cast<int>(words.size()), words.data(), {record_call, record_check},
-                       out, messages);
+    return run_program(static_cast<int>(words.size()), words.data(),
+                       {record_call, record_check, record_file, record_format, record_update}, out,
+                       messages);
   }
 
   test::TempFolder folder;
@@ -177,6 +195,42 @@ TEST_F(Program, CountPrintsTheVerdictOfTheModule) {
   EXPECT_EQ(out.str(), "DGCheckRepeatCnt:    -1 (the settings cannot be evaluated)\n");
   EXPECT_EQ(module_call.calls, 2);
   EXPECT_EQ(messages.str(), "");
+}
+
+TEST_F(Program, EditingCommandsHandOverTheLayoutWithItsSettings) {
+  struct Case {
+    std::vector<std::string> arguments;
+    const char* function;
+    std::int32_t first_field;
+  };
+  const Case cases[] = {
+      {{"edit", layout()}, "file", 12},
+      {{"edit", layout(), "--records", "7"}, "file", 7},
+      {{"format", layout()}, "format", 12},
+      {{"update", layout()}, "update", 1},
+      {{"update", layout(), "--item", "B"}, "update", 2},
+      {{"update", layout(), "--item", "名前"}, "update", 1},
+  };
+  for (const Case& c : cases) {
+    for (const auto& [answer, status] : {std::pair{1, 0}, {2, 130}, {-1, 1}}) {
+      module_call = {};
+      module_call.answer = answer;
+      EXPECT_EQ(run(c.arguments), status);
+      EXPECT_EQ(module_call.function, c.function);
+      EXPECT_EQ(module_call.control_bytes.size(), 1020u + 2 * 136);
+      EXPECT_EQ(module_call.control_bytes.substr(0, 4),
+                std::string(test::Bytes().i32(c.first_field)));
+      EXPECT_EQ(out.str(), answer == 1 ? "settings: " + folder.file("out/l.fif") + "\n" : "");
+      EXPECT_TRUE(std::filesystem::is_empty(folder.file("w")));
+      EXPECT_FALSE(read_file(folder.file("out/l.fif")).empty());
+    }
+  }
+  module_call = {};
+  EXPECT_EQ(run({"update", layout(), "--item", "C"}), 2);
+  write_layout("%9U");
+  std::filesystem::remove(folder.file("out/l.fif"));
+  EXPECT_EQ(run({"edit", layout()}), 1);
+  EXPECT_EQ(module_call.calls, 0);
 }
 
 // An item with impossible digits is used; the user is told.

@@ -1,0 +1,45 @@
+#include "dialogs/example_list.h"
+
+#include <QSignalBlocker>
+
+#include "platform/codepage.h"
+
+namespace korvex {
+
+void ExampleList::append(const std::string& format) {
+  list_.addItem(QString::fromStdString(platform::to_utf8(format)));
+}
+
+// What the program selects is no choice of the user's.
+void ExampleList::select(int row) {
+  const QSignalBlocker blocker(list_);
+  list_.setCurrentRow(row);
+}
+
+void ExampleList::fill() {
+  for (const std::string& format : examples_.entries()) append(format);
+  select(0);
+}
+
+void ExampleList::add(std::string_view format) {
+  if (!examples_.add(format)) return;
+  append(examples_.entries().back());
+}
+
+void ExampleList::select_last() { select(list_.count() - 1); }
+
+bool ExampleList::delete_selected() {
+  const int row = list_.currentRow();
+  if (!examples_.erase(row)) return false;
+  const QSignalBlocker blocker(list_);
+  delete list_.takeItem(row);
+  list_.setCurrentRow(row - 1);
+  return true;
+}
+
+std::string ExampleList::selected() const {
+  const int row = list_.currentRow();
+  return row < 0 ? std::string() : examples_.entries()[static_cast<std::size_t>(row)];
+}
+
+}  // namespace korvex

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace korvex {
+
+// A format of this many bytes or more does not fit its field; callers refuse it before the check.
+inline constexpr std::size_t format_size_limit = 256;
+
+// How many parts a format has.
+struct FormatParts {
+  std::int32_t variable = 0;
+  std::int32_t fixed = 0;
+};
+
+// A first look at a format as typed, whatever the item: its quotation marks, the number of its
+// parts and the size of its first variable part. 0, or -7, -11, -35 or -52; `parts` is then
+// unchanged.
+//
+// Tells less than the parser of stored formats and judges some texts differently, so that a format
+// which passes may still be refused when it is stored. It shares no code with it on purpose.
+std::int32_t precheck_format(std::string_view format, FormatParts& parts);
+
+}  // namespace korvex

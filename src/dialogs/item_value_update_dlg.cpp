@@ -1,0 +1,236 @@
+#include "dialogs/item_value_update_dlg.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QShortcut>
+
+#include "dialogs/code_page_edit.h"
+#include "dialogs/control_ids.h"
+#include "dialogs/default_format.h"
+#include "dialogs/drop_down_list.h"
+#include "dialogs/format_precheck.h"
+#include "dialogs/range_controls.h"
+#include "dialogs/select_item_dlg.h"
+#include "dialogs/setup_fields.h"
+#include "dialogs/store_range.h"
+#include "format/error_codes.h"
+#include "format/item_settings.h"
+#include "format/reconcile.h"
+#include "platform/codepage.h"
+#include "platform/settings_store.h"
+#include "ui_ClItemValueUpdateDlg.h"
+
+namespace korvex {
+
+namespace {
+
+using platform::MessageKind;
+
+constexpr std::int32_t no_quotation = 0;
+
+constexpr int value_controls[] = {control_id::start,     control_id::start_label,
+                                  control_id::end,       control_id::end_label,
+                                  control_id::increment, control_id::increment_label};
+constexpr int exceeded_controls[] = {control_id::exceeded_initialize, control_id::exceeded_repeat};
+constexpr int format_controls[] = {control_id::format, control_id::format_label,
+                                   control_id::update_examples, control_id::update_examples_label};
+
+// The form's widgets exist before the members that show them.
+QListWidget& set_up(ClItemValueUpdateDlg& dialog) {
+  Ui::ClItemValueUpdateDlg form;
+  form.setupUi(&dialog);
+  return *form.exampleList;
+}
+
+}  // namespace
+
+ClItemValueUpdateDlg::ClItemValueUpdateDlg(QWidget* parent, const std::string& control_path)
+    : FormDialog(parent), messages_(main_), list_(set_up(*this), examples_) {
+  main_.control_path = control_path;
+  main_.set_run_mode(run_mode::settings_only);
+  index_controls();
+  connect_commands();
+}
+
+void ClItemValueUpdateDlg::connect_commands() {
+  on_click(control_id::add_example, [this] { add_example(); });
+  on_click(control_id::delete_example, [this] { delete_example(); });
+  on_click(control_id::browse_items, [this] { browse_items(); });
+  connect(control<QCheckBox>(control_id::custom_format), &QCheckBox::clicked, this,
+          [this](bool is_ticked) { enable_custom_format(is_ticked); });
+  auto* const type = control<DropDownList>(control_id::type);
+  connect(type, &QComboBox::activated, this,
+          [this](int entry) { carry_out([this, entry] { select_type(entry); }); });
+  connect(type, &DropDownList::opening, this, [this] { carry_out([this] { named_position(); }); });
+  auto* const list = control<QListWidget>(control_id::update_examples);
+  const auto take = [this] {
+    carry_out([this] { control<CodePageEdit>(control_id::format)->set_bytes(list_.selected()); });
+  };
+  connect(list, &QListWidget::itemDoubleClicked, this, take);
+  connect(new QShortcut(Qt::Key_Space, list, nullptr, nullptr, Qt::WidgetShortcut),
+          &QShortcut::activated, this, take);
+}
+
+bool ClItemValueUpdateDlg::initialise() {
+  const platform::WaitCursor cursor;
+  if (!load()) return false;
+  fill_labels();
+  if (!main_.items.empty()) show_item(start_position());
+  enable_range(false);
+  set_radio_choice(control_id::exceeded_initialize, control_id::exceeded_repeat,
+                   exceeded_action::initialize);
+  control<CodePageEdit>(control_id::update_name)->selectAll();
+  examples_.load(platform::SettingsStore(platform::host_key()));
+  list_.fill();
+  return true;
+}
+
+bool ClItemValueUpdateDlg::load() {
+  std::int32_t result = main_.load();
+  if (result >= 0) result = reconcile(main_);
+  if (result < 0) return refuse(result);
+  return !main_.mismatch;  // of which the user was told
+}
+
+void ClItemValueUpdateDlg::fill_labels() {
+  const bool is_record_file = main_.layout_kind() == layout_kind::record_file;
+  set_label(control_id::update_name_label, is_record_file ? "Ite&m Name :" : "Colu&mn Name :");
+  set_label(control_id::exceeded_initialize, is_record_file ? "&Initializing" : "&Null");
+  auto* const type = control<QComboBox>(control_id::type);
+  type->addItem(is_record_file ? "Setup Default Value" : "Set Null Characters");
+  type->addItem("Setup Format");
+  type->setCurrentIndex(type_entry::initial_value);
+}
+
+// The header's number of records is the item's position here, from 1.
+int ClItemValueUpdateDlg::start_position() const {
+  const std::int32_t position = main_.header().records;
+  const auto count = static_cast<std::int32_t>(main_.items.size());
+  return position < 1 || position > count ? 0 : position - 1;
+}
+
+void ClItemValueUpdateDlg::show_item(int position) {
+  const ClDGCol& item = *main_.items[static_cast<std::size_t>(position)];
+  control<CodePageEdit>(control_id::update_name)->set_bytes(item.name);
+  control<QLabel>(control_id::update_description)
+      ->setText(QString::fromStdString(platform::to_utf8(item.description)));
+}
+
+int ClItemValueUpdateDlg::named_position() {
+  const std::string name = control<CodePageEdit>(control_id::update_name)->bytes();
+  const int position = name.empty() ? -1 : index_of_item(main_, name);
+  if (position < 0) refuse(name.empty() ? error::name_not_set : error::name_not_selectable);
+  return position;
+}
+
+void ClItemValueUpdateDlg::enable_range(bool on) {
+  enable(value_controls, on);
+  enable(exceeded_controls, on);
+  enable(control_id::custom_format, on);
+  enable_custom_format(on && is_checked(control_id::custom_format));
+}
+
+void ClItemValueUpdateDlg::enable_custom_format(bool on) {
+  enable(format_controls, on);
+  enable(control_id::add_example, on && examples_.can_add());
+  enable(control_id::delete_example, on && examples_.can_delete());
+}
+
+void ClItemValueUpdateDlg::select_type(int entry) {
+  if (entry != type_entry::range) return enable_range(false);
+  const int position = named_position();
+  if (position >= 0) propose_range(position);
+}
+
+void ClItemValueUpdateDlg::propose_range(int position) {
+  auto* const format = control<CodePageEdit>(control_id::format);
+  if (format->text().isEmpty()) {
+    format->set_bytes(
+        default_format(main_.items[static_cast<std::size_t>(position)]->attributes()));
+  }
+  enable_range(true);
+  auto* const increment = control<CodePageEdit>(control_id::increment);
+  if (increment->text().isEmpty()) increment->set_bytes(first_increment);
+}
+
+void ClItemValueUpdateDlg::add_example() {
+  const std::string format = control<CodePageEdit>(control_id::format)->bytes();
+  if (format.size() >= format_size_limit) {
+    refuse(error::format_too_long);
+    return;
+  }
+  const bool exists = examples_.contains(format);
+  if (exists) messages_.show(MessageKind::information, error::example_exists);
+  FormatParts parts;
+  if (const std::int32_t code = precheck_format(format, parts); code != 0) {
+    refuse(code, range_hint(code));
+    return;
+  }
+  if (exists) return;
+  list_.add(format);
+  enable_custom_format(true);
+}
+
+void ClItemValueUpdateDlg::delete_example() {
+  if (!list_.delete_selected()) {
+    return messages_.show(MessageKind::information, error::example_is_default);
+  }
+  has_deleted_examples_ = true;
+  enable_custom_format(true);
+}
+
+void ClItemValueUpdateDlg::browse_items() {
+  ClSelectItemDlg dialog(this, main_.items, main_.layout_kind(), messages_,
+                         control<CodePageEdit>(control_id::update_name)->bytes());
+  if (dialog.run() != dialog_result::ok) return;
+  show_item(dialog.position());
+  control<QComboBox>(control_id::type)->setCurrentIndex(type_entry::initial_value);
+  control<CodePageEdit>(control_id::format)->set_bytes({});
+  clear_values(*this);
+  control<CodePageEdit>(control_id::increment)->set_bytes(first_increment);
+  set_checked(control_id::custom_format, false);
+  enable_range(false);
+  control(control_id::type)->setFocus();
+}
+
+bool ClItemValueUpdateDlg::refuse(std::int32_t code, std::string_view suffix) {
+  messages_.show(MessageKind::plain, code, suffix);
+  return false;
+}
+
+void ClItemValueUpdateDlg::on_ok() {
+  const int position = named_position();
+  if (position < 0) return;
+  main_.select_item(position);
+  if (!store()) return;
+  save_examples();
+  if (const std::int32_t result = main_.settings.save(no_quotation); result != 0) {
+    refuse(result);
+    return;
+  }
+  end(dialog_result::ok);
+}
+
+bool ClItemValueUpdateDlg::store() {
+  if (control<QComboBox>(control_id::type)->currentIndex() == type_entry::range) {
+    return store_range_entry();
+  }
+  const std::int32_t result = set_initial_value(main_, true);
+  return result >= 0 || refuse(result);
+}
+
+bool ClItemValueUpdateDlg::store_range_entry() {
+  const RangeStored stored = store_range(main_, read_range(*this), value_update_rules);
+  if (stored.code != 0) return refuse(stored.code, stored.hint);
+  if (stored.clears_values) clear_values(*this);
+  return true;
+}
+
+// A failure is not worth keeping the user here for.
+void ClItemValueUpdateDlg::save_examples() {
+  if (!examples_.has_user_examples() && !has_deleted_examples_) return;
+  examples_.save(platform::SettingsStore(platform::host_key()));
+}
+
+}  // namespace korvex

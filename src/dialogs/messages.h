@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "control/col_main.h"
+#include "platform/user_interface.h"
+
+namespace korvex {
+
+// How a dialog tells the user of an error code: the code's numbered text in the wording of the
+// layout, with its number filled in, and what the place adds behind it. Does not own `main`, which
+// must outlive it.
+class Messages {
+ public:
+  explicit Messages(const ClColMain& main) : main_(main) {}
+
+  // A `number` of 0 leaves the text's placeholder alone.
+  void show(platform::MessageKind kind, std::int32_t code, std::string_view suffix = {},
+            std::uint64_t number = 0) const;
+
+  // Whether the user answers Yes.
+  bool ask(std::int32_t code, std::string_view suffix = {}) const;
+
+ private:
+  const ClColMain& main_;
+};
+
+// What names the item behind a message.
+std::string name_suffix(const ClDGCol& item);
+
+}  // namespace korvex

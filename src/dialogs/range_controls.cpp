@@ -1,0 +1,25 @@
+#include "dialogs/range_controls.h"
+
+#include <QAbstractButton>
+
+#include "dialogs/code_page_edit.h"
+#include "dialogs/control_ids.h"
+
+namespace korvex {
+
+RangeEntry read_range(const FormDialog& dialog) {
+  const auto bytes = [&](int id) { return dialog.control<CodePageEdit>(id)->bytes(); };
+  const auto is_checked = [&](int id) { return dialog.control<QAbstractButton>(id)->isChecked(); };
+  return {.texts = {bytes(control_id::format), bytes(control_id::start), bytes(control_id::end),
+                    bytes(control_id::increment)},
+          .initializes = is_checked(control_id::exceeded_initialize),
+          .is_custom = is_checked(control_id::custom_format)};
+}
+
+void clear_values(const FormDialog& dialog) {
+  for (const int id : {control_id::start, control_id::end, control_id::increment}) {
+    dialog.control<CodePageEdit>(id)->set_bytes({});
+  }
+}
+
+}  // namespace korvex

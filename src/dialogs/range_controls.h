@@ -1,0 +1,15 @@
+#pragma once
+
+#include "dialogs/form_dialog.h"
+#include "dialogs/store_range.h"
+
+namespace korvex {
+
+// The controls for a range, which several dialogs have under the same numbers.
+
+RangeEntry read_range(const FormDialog& dialog);
+
+// Empties start, end and increment.
+void clear_values(const FormDialog& dialog);
+
+}  // namespace korvex

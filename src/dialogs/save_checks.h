@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "control/col_main.h"
+
+namespace korvex {
+
+// What the settings of all items come to before they are saved.
+struct SaveCheck {
+  std::int32_t code = 0;     // of the first rule broken; the user sees it with what follows
+  std::string suffix;        // behind its text
+  std::uint64_t number = 0;  // in its text
+  std::int32_t repeated_items = 0;
+  std::string not_null_name;  // the first NOT NULL item without a format, with a blank behind it
+};
+
+// Checks, item by item, that no two repeat at one level and that enumeration files are usable, and
+// then that repeats begin at level 1 and are not too many.
+SaveCheck check_before_save(ClColMain& main);
+
+}  // namespace korvex

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "dialogs/form_dialog.h"
+#include "dialogs/item_list_model.h"
+#include "dialogs/messages.h"
+
+namespace korvex {
+
+class ClItemListCtrl;
+
+// Picks an item by its name or from the list of all items. Changes no item. run() answers 1 for OK,
+// after which position() is the item's, or 2 for Cancel, at once when there are no
+// items.
+class ClSelectItemDlg : public FormDialog {
+ public:
+  // `name` is shown first. Items and messages must outlive the dialog.
+  ClSelectItemDlg(QWidget* parent, ClDGColList& items, std::int32_t layout_kind,
+                  const Messages& messages, std::string name);
+
+  int position() const { return position_; }
+
+ protected:
+  bool initialise() override;
+  void on_ok() override;
+
+ private:
+  void fill_labels();
+  int last_position_of_name() const;
+  void take_row(int row);
+
+  ClDGColList& items_;
+  const Messages& messages_;
+  ItemListModel model_;
+  ClItemListCtrl* list_;
+  std::int32_t layout_kind_;
+  std::string name_;
+  int position_ = -1;
+};
+
+}  // namespace korvex

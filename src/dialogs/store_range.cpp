@@ -1,0 +1,126 @@
+#include "dialogs/store_range.h"
+
+#include <limits>
+
+#include "dialogs/format_precheck.h"
+#include "format/error_codes.h"
+#include "format/item_settings.h"
+#include "formatlang/number_text.h"
+
+namespace korvex {
+
+namespace {
+
+constexpr std::int32_t decimal_attribute = 4;
+
+// How many parts of a kind a format may have.
+struct PartLimits {
+  std::int32_t fixed;
+  std::int32_t variable;
+};
+
+constexpr std::int32_t any_number = std::numeric_limits<std::int32_t>::max();
+constexpr PartLimits text_limits = {3, any_number};
+constexpr PartLimits number_limits = {1, 1};
+constexpr PartLimits moment_limits = {0, 1};
+constexpr PartLimits no_limits = {any_number, any_number};
+
+bool is_number_or_text(std::int32_t code) {
+  return (code >= 19 && code <= 26) || code == 29 || code == 30;
+}
+
+PartLimits part_limits(const ItemAttributes& item, const RangeRules& rules) {
+  const std::int32_t code = item.attribute;
+  if (is_character(code)) return text_limits;
+  if (code == attribute::time || code == attribute::timestamp) return moment_limits;
+  const bool may_be_text = is_number_or_text(code) ||
+                           (code == decimal_attribute && rules.decimal_without_digits_is_text);
+  if (may_be_text && item.digits == 0) return text_limits;
+  const bool is_number = code == decimal_attribute || code == 5 || (code >= 11 && code <= 18) ||
+                         code == 27 || is_number_or_text(code);
+  return is_number ? number_limits : no_limits;
+}
+
+std::int32_t check_parts(const FormatParts& parts, const PartLimits& limits) {
+  if (parts.fixed > limits.fixed) return error::too_many_fixed_parts;
+  return parts.variable > limits.variable ? error::too_many_variable_parts : 0;
+}
+
+std::int32_t check_values_given(const RangeTexts& texts) {
+  if (texts.start.empty()) return error::start_not_set;
+  if (texts.end.empty()) return error::end_not_set;
+  return texts.increment.empty() ? error::increment_not_set : 0;
+}
+
+std::int32_t check_entry(const ItemAttributes& item, const RangeTexts& texts,
+                         const RangeRules& rules) {
+  if (texts.format.empty()) return error::format_not_set;
+  if (texts.format.size() >= format_size_limit) return error::format_too_long;
+  FormatParts parts;
+  std::int32_t result = precheck_format(texts.format, parts);
+  if (result == 0) result = check_parts(parts, part_limits(item, rules));
+  if (result == 0 && parts.variable != 0) result = check_values_given(texts);
+  return result;
+}
+
+// Leading zeros count as digits.
+bool fits_integer(std::string_view text) {
+  std::string_view largest = "2147483647";
+  if (text.starts_with('-')) largest = "2147483648";
+  if (text.starts_with('-') || text.starts_with('+')) text.remove_prefix(1);
+  return text.size() < largest.size() || (text.size() == largest.size() && text <= largest);
+}
+
+bool fits_small_integer(std::string_view text) {
+  const std::int64_t number = decimal_prefix(text);
+  return number >= std::numeric_limits<std::int16_t>::min() &&
+         number <= std::numeric_limits<std::int16_t>::max();
+}
+
+std::int32_t check_integer_range(std::int32_t code, const RangeTexts& texts) {
+  if (code != attribute::integer && code != attribute::small_integer) return 0;
+  const auto fits = code == attribute::integer ? fits_integer : fits_small_integer;
+  if (!fits(texts.start)) return error::start_out_of_range;
+  return fits(texts.end) ? 0 : error::end_out_of_range;
+}
+
+}  // namespace
+
+RangeStored store_range(ClColMain& main, const RangeEntry& entry, const RangeRules& rules) {
+  const ItemAttributes item = main.current_item()->attributes();
+  RangeStored stored;
+  stored.code = check_entry(item, entry.texts, rules);
+  if (stored.code == 0) {
+    const std::int32_t result = store_format(main, entry.texts, entry.initializes, entry.is_custom);
+    if (result < 0) {
+      stored.code = result;
+    } else {
+      if (rules.checks_integer_range) {
+        stored.code = check_integer_range(item.attribute, entry.texts);
+      }
+      stored.clears_values = stored.code == 0 && main.settings.edited().variable_count == 0;
+    }
+  }
+  stored.hint = range_hint(stored.code);
+  return stored;
+}
+
+std::string_view range_hint(std::int32_t code) {
+  switch (code) {
+    case error::zero_or_not_numeric:
+      return "\nPlease check the start value and the end value.";
+    case error::bad_decimal_point:
+    case error::decimals_prohibited:
+      return "\nPlease check the start value, the end value, and the increment value.";
+    case error::decimals_in_character_item:
+    case error::bad_attribute_characters:
+    case error::bad_attribute:
+      return "\nPlease check the format.";
+    case error::attribute_format_mismatch:
+      return "\nPlease check the format, the start value, and the end value.";
+    default:
+      return "";
+  }
+}
+
+}  // namespace korvex

@@ -1,0 +1,134 @@
+#include "dialogs/window_interface.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QFileDialog>
+#include <QKeyEvent>
+#include <QMessageBox>
+#include <QPointer>
+#include <new>
+
+#include "dialogs/generating_data_dlg.h"
+#include "dialogs/parent_window.h"
+#include "platform/codepage.h"
+#include "platform/process.h"
+
+namespace korvex {
+
+namespace {
+
+using platform::Answer;
+using platform::MessageKind;
+
+bool is_question(MessageKind kind) {
+  return kind == MessageKind::question || kind == MessageKind::warning_question;
+}
+
+QMessageBox::Icon icon_of(MessageKind kind) {
+  switch (kind) {
+    case MessageKind::information:
+      return QMessageBox::Information;
+    case MessageKind::warning:
+    case MessageKind::warning_question:
+      return QMessageBox::Warning;
+    case MessageKind::stop:
+      return QMessageBox::Critical;
+    case MessageKind::question:
+      return QMessageBox::Question;
+    case MessageKind::plain:
+      break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+// A pattern that asks for a dot would leave out files without an extension.
+QString pattern_of(const platform::FileFilter& filter) {
+  return filter.pattern == "*.*" ? "*" : QString::fromStdString(filter.pattern);
+}
+
+// Shows a run in the progress window. The run goes on without one when the window cannot be made,
+// or when its owner is destroyed and takes it along.
+class WindowProgress : public platform::ProgressSink {
+ public:
+  WindowProgress(void* parent, bool cancel_allowed) {
+    try {
+      window_ = new ClGeneratingDataDlg(parent, cancel_allowed);
+    } catch (const std::bad_alloc&) {
+      window_ = nullptr;
+    }
+  }
+  ~WindowProgress() override { delete window_; }
+  WindowProgress(const WindowProgress&) = delete;
+  WindowProgress& operator=(const WindowProgress&) = delete;
+
+  void show(int percent) override {
+    if (window_ != nullptr) window_->show_percentage(percent);
+  }
+  bool cancel_requested() override { return window_ != nullptr && window_->cancel_requested(); }
+
+ private:
+  QPointer<ClGeneratingDataDlg> window_;
+};
+
+// A question wants an answer: neither Escape nor the close box is one.
+class NoEscape : public QObject {
+ public:
+  using QObject::QObject;
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    const bool is_key = event->type() == QEvent::KeyPress;
+    const bool is_escape = is_key && static_cast<const QKeyEvent*>(event)->key() == Qt::Key_Escape;
+    if (!is_escape && event->type() != QEvent::Close) return false;
+    event->ignore();
+    return true;
+  }
+};
+
+}  // namespace
+
+Answer WindowInterface::show_message(MessageKind kind, const std::string& text) {
+  const auto buttons = is_question(kind) ? QMessageBox::Yes | QMessageBox::No
+                                         : QMessageBox::StandardButtons(QMessageBox::Ok);
+  QMessageBox box(icon_of(kind), QApplication::applicationDisplayName(),
+                  QString::fromStdString(platform::message_to_utf8(text)), buttons,
+                  owner_widget(nullptr));
+  box.setTextFormat(Qt::PlainText);
+  if (is_question(kind)) box.installEventFilter(new NoEscape(&box));
+  const int answer = box.exec();
+  if (!is_question(kind)) return Answer::ok;
+  return answer == QMessageBox::Yes ? Answer::yes : Answer::no;
+}
+
+std::unique_ptr<platform::ProgressSink> WindowInterface::open_progress(void* parent,
+                                                                       bool cancel_allowed) {
+  return std::make_unique<WindowProgress>(parent, cancel_allowed);
+}
+
+void WindowInterface::show_wait_cursor(bool on) {
+  if (on) {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+  } else {
+    QApplication::restoreOverrideCursor();
+  }
+}
+
+int WindowInterface::open_editor(const std::string& path) {
+  return platform::run_editor(path, platform::EditorWait::never);
+}
+
+std::optional<std::string> WindowInterface::choose_file(const platform::FileQuestion& question) {
+  QFileDialog dialog(owner_widget(nullptr), QString::fromStdString(question.title),
+                     QFile::decodeName(question.folder.c_str()));
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  dialog.setOption(QFileDialog::HideNameFilterDetails);
+  QStringList filters;
+  for (const platform::FileFilter& filter : question.filters) {
+    filters << QString::fromStdString(filter.label) + " (" + pattern_of(filter) + ')';
+  }
+  dialog.setNameFilters(filters);
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  return QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString();
+}
+
+}  // namespace korvex

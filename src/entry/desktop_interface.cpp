@@ -1,0 +1,94 @@
+#include "entry/desktop_interface.h"
+
+#include <cstdlib>
+#include <iostream>
+#include <string_view>
+
+#include "entry/desktop_module.h"
+#include "platform/console_interface.h"
+#include "platform/process.h"
+
+namespace korvex {
+
+namespace {
+
+std::string_view variable(const char* name) {
+  const char* value = std::getenv(name);
+  return value != nullptr ? value : "";
+}
+
+bool is_desktop_asked() { return variable("KORVEX_UI") == "desktop"; }
+
+bool names_display() {
+  return !variable("DISPLAY").empty() || !variable("WAYLAND_DISPLAY").empty() ||
+         !variable("QT_QPA_PLATFORM").empty();
+}
+
+class DesktopProgress : public platform::ProgressSink {
+ public:
+  DesktopProgress(const korvex_dialogs& desktop, void* parent, bool cancel_allowed)
+      : desktop_(desktop), window_(desktop.open_progress(parent, cancel_allowed ? 1 : 0)) {}
+  ~DesktopProgress() override { desktop_.close_progress(window_); }
+  DesktopProgress(const DesktopProgress&) = delete;
+  DesktopProgress& operator=(const DesktopProgress&) = delete;
+
+  void show(int percent) override { desktop_.show_percentage(window_, percent); }
+  bool cancel_requested() override { return desktop_.cancel_requested(window_) != 0; }
+
+ private:
+  const korvex_dialogs& desktop_;
+  void* window_;
+};
+
+// The desktop from the first message or progress on, so that a call without one loads no window
+// system; the console where the desktop cannot be reached.
+class DesktopInterface : public platform::UserInterface {
+ public:
+  platform::Answer show_message(platform::MessageKind kind, const std::string& text) override {
+    const korvex_dialogs* desktop = open();
+    if (desktop == nullptr) return console_.show_message(kind, text);
+    return static_cast<platform::Answer>(
+        desktop->show_message(static_cast<std::int32_t>(kind), text.c_str()));
+  }
+
+  std::unique_ptr<platform::ProgressSink> open_progress(void* parent,
+                                                        bool cancel_allowed) override {
+    const korvex_dialogs* desktop = open();
+    if (desktop == nullptr) return console_.open_progress(parent, cancel_allowed);
+    return std::make_unique<DesktopProgress>(*desktop, parent, cancel_allowed);
+  }
+
+  void show_wait_cursor(bool on) override {
+    if (desktop_ != nullptr) desktop_->show_wait_cursor(on ? 1 : 0);
+  }
+
+  int open_editor(const std::string& path) override {
+    return platform::run_editor(path, platform::EditorWait::never);
+  }
+
+ private:
+  const korvex_dialogs* open() {
+    if (is_out_of_reach_) return nullptr;
+    std::string reason;
+    desktop_ = open_desktop(reason);
+    if (desktop_ == nullptr) {
+      is_out_of_reach_ = true;
+      if (is_desktop_asked()) std::cerr << "The desktop cannot be used: " << reason << std::endl;
+    }
+    return desktop_;
+  }
+
+  platform::ConsoleInterface console_;
+  const korvex_dialogs* desktop_ = nullptr;
+  bool is_out_of_reach_ = false;
+};
+
+}  // namespace
+
+platform::UserInterface* choose_interface() {
+  static DesktopInterface desktop;
+  if (is_desktop_asked()) return &desktop;
+  return variable("KORVEX_UI") != "console" && names_display() ? &desktop : nullptr;
+}
+
+}  // namespace korvex

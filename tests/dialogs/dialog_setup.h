@@ -1,0 +1,88 @@
+#pragma once
+
+#include <cctype>
+#include <string>
+#include <vector>
+
+#include "control/control_file.h"
+#include "control/limits.h"
+#include "format/record_text.h"
+#include "support/generation_setup.h"
+
+namespace korvex::test {
+
+// One item of a control file: by default a number of two digits that may be NULL.
+struct DialogItem {
+  std::int32_t number = 1;
+  std::string name = "A";
+  ItemAttributes attributes = {4, 0, 2, 2, 0};
+  std::int32_t null_allowed = 1;
+  std::string description = "first";
+};
+
+inline constexpr ItemAttributes letters = {1, 1, 3, 3, 0};
+
+inline std::vector<DialogItem> three_items() {
+  return {{}, {.number = 2, .name = "B"}, {.number = 3, .name = "C", .attributes = letters}};
+}
+
+struct DialogOptions {
+  std::int32_t records = 3;
+  std::int32_t layout_kind = 1;
+  std::int32_t null_default = 0;
+  std::string data = "";
+};
+
+// A folder with the long control file of a dialog; messages and file choices are scripted.
+class DialogSetup : public GenerationSetup {
+ public:
+  void write(const std::vector<DialogItem>& items = three_items(),
+             const DialogOptions& options = {}) const {
+    ControlHeader header = {};
+    header.records = options.records;
+    header.layout_kind = options.layout_kind;
+    header.null_default = options.null_default;
+    header.level = 1;
+    header.item_count = static_cast<std::int32_t>(items.size());
+    store_field(header.data_path, options.data.empty() ? data() : options.data);
+    store_field(header.settings_path, settings());
+    store_field(header.work_folder, folder.path());
+    std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
+    for (const DialogItem& item : items) {
+      ControlItem record = {};
+      record.item_number = item.number;
+      store_field(record.name, item.name);
+      store_field(record.description, item.description);
+      record.attribute = item.attributes.attribute;
+      record.signed_flag = item.attributes.signed_flag;
+      record.length = item.attributes.length;
+      record.digits = item.attributes.digits;
+      record.decimals = item.attributes.decimals;
+      record.null_allowed = item.null_allowed;
+      bytes.append(reinterpret_cast<const char*>(&record), sizeof record);
+    }
+    write_file(control(), bytes);
+  }
+
+  static platform::SettingsStore store() { return platform::SettingsStore(platform::host_key()); }
+
+  // The messages since the last time, each as its kind's first letter and its code: "w102"; whole
+  // those that have none.
+  Names told() {
+    Names list;
+    for (const ScriptedInterface::Message& message : interface.messages) {
+      constexpr std::string_view kinds = "ipwsqu";
+      const std::string& text = message.text;
+      const bool is_numbered = text.size() > 5 && text.starts_with("99") && text[5] == ':';
+      list.push_back(kinds[static_cast<std::size_t>(message.kind)] +
+                     (is_numbered ? std::to_string(std::stoi(text.substr(2, 3))) : text));
+    }
+    if (!interface.messages.empty()) last_text = interface.messages.back().text;
+    interface.messages.clear();
+    return list;
+  }
+
+  std::string last_text;  // of the messages that told() answered last
+};
+
+}  // namespace korvex::test

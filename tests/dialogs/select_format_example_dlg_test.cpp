@@ -1,0 +1,151 @@
+#include "dialogs/select_format_example_dlg.h"
+
+#include <QListWidget>
+#include <filesystem>
+
+#include "dialogs/dialog_driver.h"
+#include "dialogs/dialog_setup.h"
+
+namespace korvex::test {
+namespace {
+
+namespace id = control_id;
+using platform::Answer;
+
+constexpr int ok = dialog_result::ok;
+constexpr int cancel = dialog_result::cancel;
+
+class SelectFormatExampleDlgTest : public testing::Test {
+ protected:
+  SelectFormatExampleDlgTest() { store("", "", ""); }
+
+  // What the dialog comes to for a format: its result and the format then.
+  std::pair<int, std::string> run(const Steps& story, const std::string& format = "%3U") {
+    ClSelectFormatExampleDlg dialog(nullptr, messages, format);
+    const int result = play(dialog, story);
+    return {result, dialog.format()};
+  }
+
+  void store(const std::string& first, const std::string& second, const std::string& third) {
+    for (const auto& [name, text] :
+         {std::pair{"ListFmt1", first}, {"ListFmt2", second}, {"ListFmt3", third}}) {
+      ASSERT_EQ(write_store_value(setup.store(), name, text), 0);
+    }
+  }
+
+  Names stored() const {
+    Names values;
+    for (const char* name : {"ListFmt1", "ListFmt2", "ListFmt3"}) {
+      std::string value = "missing";
+      setup.store().read(name, value);
+      values.push_back(value);
+    }
+    return values;
+  }
+
+  Step expect_told(const Names& expected) {
+    return then([=, this] { EXPECT_EQ(setup.told(), expected); });
+  }
+
+  // The number of examples, the selected one, the text in the edit, and the usable buttons.
+  static Step expect_state(const std::string& expected) {
+    return [=](FormDialog& dialog) {
+      const auto* list = dialog.control<QListWidget>(id::examples);
+      EXPECT_EQ(std::to_string(list->count()) + " " + std::to_string(list->currentRow()) + " " +
+                    text_of(dialog, id::example_format) +
+                    (is_usable(dialog, id::add_example) ? " add" : "") +
+                    (is_usable(dialog, id::delete_example) ? " delete" : ""),
+                expected);
+    };
+  }
+
+  DialogSetup setup;
+  ClColMain main;
+  Messages messages{main};
+};
+
+TEST_F(SelectFormatExampleDlgTest, PicksAnExample) {
+  const std::pair<int, std::string> picked = {ok, "%N"};
+  EXPECT_EQ(run({expect_state("9 0 %3U add"), row(id::examples, 4), click(id::ok)}), picked);
+  EXPECT_EQ(run({row(id::examples, 4, true)}), picked);
+  EXPECT_EQ(run({tab_to(id::examples), press(Qt::Key_End), press(Qt::Key_Return)}).second, "%TS");
+  EXPECT_EQ(run({row(id::examples, 0), expect_state("9 0 %D add"), press(Qt::Key_Escape)}).first,
+            cancel);
+  EXPECT_EQ(stored(), (Names{"", "", ""}));
+}
+
+TEST_F(SelectFormatExampleDlgTest, AddsOnceAndDeletesOnlyTheUsersOwn) {
+  EXPECT_EQ(run({click(id::add_example),
+                 expect_state("10 9 %3U add delete"),
+                 click(id::add_example),
+                 expect_told({"i47"}),
+                 type(id::example_format, "%D"),
+                 click(id::add_example),
+                 expect_told({"i47"}),
+                 type(id::example_format, ""),
+                 click(id::add_example),
+                 expect_told({"w35"}),
+                 type(id::example_format, "%5X"),
+                 click(id::add_example),
+                 expect_told({"w7"}),
+                 type(id::example_format, QString(256, 'x')),
+                 click(id::add_example),
+                 expect_told({"w10"}),
+                 row(id::examples, 8),
+                 click(id::delete_example),
+                 expect_told({"i48"}),
+                 row(id::examples, 9),
+                 click(id::delete_example),
+                 expect_state("9 8 %TS add"),
+                 type(id::example_format, "'x'"),
+                 click(id::add_example),
+                 click(id::ok)}),
+            (std::pair<int, std::string>{ok, "'x'"}));
+  EXPECT_EQ(stored(), (Names{"'x'", "", ""}));
+  run({row(id::examples, 9), click(id::delete_example), click(id::ok)});
+  EXPECT_EQ(stored(), (Names{"", "", ""}));
+}
+
+TEST_F(SelectFormatExampleDlgTest, AFullListIsCutIntoPiecesAndReadBack) {
+  const auto examples = [](int first, int count) {
+    std::string text;
+    for (int i = first; i < first + count; ++i) {
+      const std::string number = std::to_string(100 + i);
+      text += (i == first ? "" : ",") + std::string("'") + std::string(15, 'x') + number + "'";
+    }
+    return text;
+  };
+  // Two pieces as somebody else cut them, and room for the last example.
+  store(examples(0, 40), examples(40, 40), examples(80, 10));
+  const std::string last = examples(90, 1);
+  const Steps full = {expect_state("100 99 " + last + " delete"), click(id::ok)};
+  run(Steps{expect_state("99 0 " + last + " add delete"), click(id::add_example)} + full, last);
+  EXPECT_EQ(stored(), (Names{examples(0, 48), examples(48, 43), ""}));
+  EXPECT_EQ(run({expect_state("100 0 %3U delete"), press(Qt::Key_Escape)}).first, cancel);
+}
+
+TEST_F(SelectFormatExampleDlgTest, CancelAsksAboutChanges) {
+  setup.interface.answers = {Answer::yes, Answer::no};
+  EXPECT_EQ(run({click(id::add_example), click(id::cancel), expect_told({"q107"}),
+                 expect_state("10 9 %3U add delete"), press(Qt::Key_Escape)})
+                .first,
+            cancel);
+  EXPECT_EQ(setup.told(), Names{"q107"});
+  EXPECT_EQ(stored(), (Names{"", "", ""}));
+}
+
+TEST_F(SelectFormatExampleDlgTest, AFailureToStoreKeepsItOpen) {
+  const std::string config = setup.folder.file("config");
+  setup.interface.answers = {Answer::ok, Answer::no};
+  EXPECT_EQ(run({click(id::add_example), then([&] {
+                   std::filesystem::rename(config, config + "2");
+                   write_file(config, "no folder");
+                 }),
+                 click(id::ok), expect_told({"w61"}), click(id::cancel)})
+                .first,
+            cancel);
+  EXPECT_EQ(setup.told(), Names{"q107"});
+}
+
+}  // namespace
+}  // namespace korvex::test

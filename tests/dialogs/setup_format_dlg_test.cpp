@@ -1,0 +1,268 @@
+#include "dialogs/setup_format_dlg.h"
+
+#include <filesystem>
+
+#include "dialogs/data_generation_dlg.h"
+#include "dialogs/dialog_driver.h"
+#include "dialogs/dialog_setup.h"
+#include "dialogs/setup_fields.h"
+
+namespace korvex::test {
+namespace {
+
+namespace id = control_id;
+using platform::Answer;
+
+const QString without_code = QStringLiteral("한");
+
+// Stories begin in the dialog of the first item, which has the default settings, and end with its
+// end.
+class SetupFormatDlgTest : public testing::Test {
+ protected:
+  SetupFormatDlgTest() { setup.write(); }
+
+  void play_in_setup(const Steps& story) {
+    ClDataGenerationDlg dialog(nullptr, setup.control(), run_mode::settings_only, 0);
+    rows = {"the story was not played to its end"};
+    Steps whole = Steps{click(id::setup)} + story;
+    whole.push_back([this](FormDialog& parent) {
+      rows.clear();
+      const int count = parent.control<QAbstractItemView>(id::items)->model()->rowCount();
+      for (int row = 0; row < count; ++row) {
+        std::string text;
+        for (int column = 2; column < 6; ++column)
+          text += cell(parent, id::items, row, column) + " ";
+        rows.push_back(text);
+      }
+    });
+    whole.push_back(click(id::cancel));
+    EXPECT_EQ(play(dialog, whole), dialog_result::cancel);
+  }
+
+  Step answer(Answer answer) {
+    return then([=, this] { setup.interface.answers = {answer}; });
+  }
+
+  Step expect_told(const Names& expected) {
+    return then([=, this] { EXPECT_EQ(setup.told(), expected); });
+  }
+
+  Step expect_item(const std::string& name) {
+    return [=](FormDialog& dialog) { EXPECT_EQ(text_of(dialog, id::item_name), name); };
+  }
+
+  std::string list(const std::string& lines) const {
+    const std::string path = setup.folder.file("list.txt");
+    write_file(path, lines);
+    return path;
+  }
+
+  static Steps choose_list() {
+    return {choose(id::type, type_entry::enumeration), click(id::select_file)};
+  }
+
+  DialogSetup setup;
+  Names rows;  // format and values of all items at the end
+};
+
+const char* const default_number = "%2U 1 99 1 ";
+const char* const default_text = "%3S AAA ZZZ 1 ";
+
+TEST_F(SetupFormatDlgTest, MovingOnAsksOnlyAboutChanges) {
+  const Step spoil = type(id::start, "x");  // which cannot be stored
+  const Steps story = {click(id::previous_item),
+                       expect_item("A"),
+                       expect_told({}),
+                       type(id::end, "8"),
+                       answer(Answer::yes),
+                       click(id::next_item),
+                       expect_item("B"),
+                       expect_told({"q105"}),
+                       type(id::end, "7"),
+                       answer(Answer::no),
+                       click(id::next_item),
+                       expect_item("C"),
+                       expect_told({"q105"}),
+                       click(id::next_item),
+                       expect_item("C"),
+                       expect_told({}),
+                       click(id::previous_item),
+                       expect_item("B"),
+                       spoil,
+                       answer(Answer::yes),
+                       click(id::previous_item),
+                       expect_item("B"),
+                       then([this] {
+                         const Names told = setup.told();
+                         ASSERT_EQ(told.size(), 2U);
+                         EXPECT_EQ(told[0], "q105");
+                         EXPECT_EQ(told[1].front(), 'w');
+                       }),
+                       answer(Answer::no),
+                       click(id::previous_item),
+                       expect_item("A"),
+                       expect_told({"q105"}),
+                       click(id::ok)};
+  play_in_setup(story);
+  EXPECT_EQ(rows, (Names{"%2U 1 8 1 ", default_number, default_text}));
+}
+
+TEST_F(SetupFormatDlgTest, EscapeTheCloseBoxAndCancelAskAlike) {
+  for (const Step& end : {click(id::cancel), press(Qt::Key_Escape), close_box()}) {
+    play_in_setup({type(id::start, ""), answer(Answer::yes), end, expect_told({"q105", "w37"}),
+                   answer(Answer::no), end, expect_told({"q105"})});
+    EXPECT_EQ(rows[0], default_number);
+    play_in_setup({type(id::start, "5"), answer(Answer::yes), end, expect_told({"q105"})});
+    EXPECT_EQ(rows[0], "%2U 5 99 1 ");
+    play_in_setup({end, expect_told({})});
+  }
+}
+
+// Storing and staying, as Enter does wherever it is pressed.
+TEST_F(SetupFormatDlgTest, SetupIsTheDefaultButton) {
+  play_in_setup({type(id::start, "5"), press(Qt::Key_Return), tab_to(id::next_item),
+                 press(Qt::Key_Return), expect_item("A"), click(id::cancel), expect_told({})});
+  EXPECT_EQ(rows[0], "%2U 5 99 1 ");
+}
+
+TEST_F(SetupFormatDlgTest, RefusalsKeepItOpen) {
+  struct Case {
+    Steps entry;
+    std::string told;
+    std::string end;
+  };
+  const auto reference = [](const char* name) {
+    return Steps{choose(id::type, type_entry::reference), type(id::reference, name)};
+  };
+  const Case cases[] = {
+      {{type(id::format, "")}, "w36", "set the format."},
+      {{type(id::format, "%5X")}, "w7", "attributes.\nPlease check the format."},
+      {{type(id::format, "'1'%1U'2'")}, "w11", "fixed part."},
+      {{type(id::increment, "")}, "w39", "increment value."},
+      {reference(""), "w34", "Reference Item."},
+      {reference("b"), "w74", "as a reference."},
+      {reference("A"), "w29", "same target."},
+      {reference("C"), "w31", "is different."},
+      {{choose(id::type, type_entry::enumeration)}, "w138", "a file name."},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.told);
+    play_in_setup(c.entry + Steps{click(id::ok), expect_told({c.told}), expect_item("A"),
+                                  answer(Answer::no), click(id::cancel)});
+    setup.told();
+    EXPECT_EQ(rows[0], default_number);
+  }
+}
+
+TEST_F(SetupFormatDlgTest, AnIntegerOutOfRangeIsStoredBeforeItIsRefused) {
+  setup.write({{.attributes = {23, 1, 10, 10, 0}}});
+  play_in_setup({type(id::start, "2147483648"), type(id::end, "2147483649"), click(id::ok),
+                 expect_told({"w49"}), click(id::cancel), expect_told({})});
+  EXPECT_TRUE(rows[0].ends_with(" 2147483648 2147483649 1 ")) << rows[0];
+}
+
+TEST_F(SetupFormatDlgTest, AReferenceTakesOverAllSettings) {
+  setup.write({{}, {.number = 2, .name = cp932("数量")}});
+  play_in_setup({type(id::start, "5"), click(id::store_format), click(id::next_item),
+                 choose(id::type, type_entry::reference), type(id::reference, without_code),
+                 expect_told({"w한 has no code in code page 932."}), type(id::reference, "A"),
+                 click(id::store_format), type(id::reference, "数量"), click(id::ok),
+                 expect_told({"w29"}), answer(Answer::no), click(id::cancel)});
+  EXPECT_EQ(rows, (Names{"%2U 5 99 1 ", "%2U 5 99 1 "}));
+}
+
+TEST_F(SetupFormatDlgTest, WhatHasNoCodeIsRefusedAtOnce) {
+  play_in_setup({type(id::start, "4" + without_code + "2"),
+                 expect_told({"w한 has no code in code page 932."}), click(id::ok)});
+  EXPECT_EQ(rows[0], "%2U 42 99 1 ");
+}
+
+TEST_F(SetupFormatDlgTest, AnEnumerationFileIsChosenBrowsedAndStored) {
+  const std::string path = list("1\n2\n");
+  setup.interface.chosen_file = path;
+  const auto expect_browse = [](bool usable) {
+    return [=](FormDialog& dialog) { EXPECT_EQ(is_usable(dialog, id::browse_file), usable); };
+  };
+  play_in_setup({choose(id::type, type_entry::enumeration), expect_browse(false),
+                 click(id::select_file), expect_browse(true), click(id::browse_file),
+                 then([&] { EXPECT_EQ(setup.interface.opened_files, Names{path}); }),
+                 then([&] { setup.interface.editor_error = 13; }), click(id::browse_file),
+                 expect_told({"pCall : notepad \"" + path + "\"\nError : 13"}),
+                 then([&] { std::filesystem::remove(path); }), click(id::browse_file),
+                 [&](FormDialog& dialog) {
+                   EXPECT_EQ(setup.told(), Names{"w114"});
+                   EXPECT_TRUE(setup.last_text.ends_with("\n" + path));
+                   EXPECT_EQ(text_of(dialog, id::enumeration_name), "list.txt");
+                 },
+                 then([&] { list("3\n"); }), click(id::store_format),
+                 // Confirming the type again empties the name, and storing brings it back.
+                 choose(id::type, type_entry::enumeration),
+                 [](FormDialog& dialog) { EXPECT_EQ(text_of(dialog, id::enumeration_name), ""); },
+                 click(id::ok), expect_told({})});
+  EXPECT_EQ(setup.interface.asked_folder, setup.folder.path());
+  EXPECT_EQ(rows, (Names{"Enumeration type    ", default_number, default_text}));
+}
+
+TEST_F(SetupFormatDlgTest, ARefusedEnumerationLeavesTheSettings) {
+  setup.interface.chosen_file = list("1\nx\n");
+  const std::string told =
+      "w2 line of a enum file The numeric value data Item includes a non-numeric value.\nA : first";
+  const Steps refused =
+      choose_list() + Steps{click(id::ok), expect_told({told}), answer(Answer::no)};
+  play_in_setup(refused + Steps{click(id::cancel), expect_told({"q105"})});
+  EXPECT_EQ(rows[0], default_number);
+  // An item that had none has none again.
+  play_in_setup(
+      Steps{click(id::delete_format)} + refused +
+      Steps{[](FormDialog& dialog) { EXPECT_FALSE(is_usable(dialog, id::delete_format)); },
+            click(id::cancel)});
+  EXPECT_EQ(rows[0], "    ");
+}
+
+TEST_F(SetupFormatDlgTest, AColumnThatMayNotBeNullTakesAnEnumerationButNoNull) {
+  setup.write({{.null_allowed = 0}}, {.layout_kind = 2});
+  setup.interface.chosen_file = list("1\n");
+  play_in_setup(Steps{click(id::delete_format), choose(id::type, type_entry::initial_value),
+                      click(id::store_format), expect_told({"w65"})} +
+                choose_list() + Steps{click(id::ok), expect_told({})});
+  EXPECT_EQ(rows[0], "Enumeration type    ");
+}
+
+TEST_F(SetupFormatDlgTest, ConfirmingATypeAgainFillsWhatWasEmptied) {
+  play_in_setup({type(id::format, ""), type(id::end, ""), choose(id::type, type_entry::range),
+                 click(id::ok), expect_told({})});
+  EXPECT_EQ(rows[0], default_number);
+}
+
+// From the initial value the attribute's format is proposed.
+TEST_F(SetupFormatDlgTest, TheTypeDecidesWhatCanBeUsed) {
+  const auto expect_usable = [](const std::vector<int>& expected) {
+    return [=](FormDialog& dialog) {
+      std::vector<int> usable;
+      for (const int each : {id::format, id::select_example, id::start, id::exceeded_repeat,
+                             id::reference, id::select_file, id::browse_file}) {
+        if (is_usable(dialog, each)) usable.push_back(each);
+      }
+      EXPECT_EQ(usable, expected);
+    };
+  };
+  play_in_setup({expect_usable({id::format, id::select_example, id::start, id::exceeded_repeat}),
+                 click(id::custom_format), expect_usable({id::start, id::exceeded_repeat}),
+                 choose(id::type, type_entry::initial_value), expect_usable({}),
+                 click(id::store_format), choose(id::type, type_entry::reference),
+                 expect_usable({id::reference}), choose(id::type, type_entry::enumeration),
+                 expect_usable({id::exceeded_repeat, id::select_file}),
+                 choose(id::type, type_entry::range), type(id::start, "3"), type(id::end, "4"),
+                 click(id::exceeded_repeat), click(id::ok), expect_told({})});
+  EXPECT_EQ(rows[0], "%2U 3 4 1 ");
+}
+
+TEST_F(SetupFormatDlgTest, TakesAnExampleAsItsFormat) {
+  play_in_setup({click(id::select_example), row(id::examples, 0), click(id::ok),
+                 click(id::select_example), row(id::examples, 1), click(id::cancel),
+                 [](FormDialog& dialog) { EXPECT_EQ(text_of(dialog, id::format), "%D"); },
+                 answer(Answer::no), click(id::cancel)});
+}
+
+}  // namespace
+}  // namespace korvex::test

@@ -1,0 +1,87 @@
+#include "dialogs/up_down.h"
+
+#include <gtest/gtest.h>
+
+#include <QHBoxLayout>
+#include <QTest>
+#include <QToolButton>
+
+namespace korvex::test {
+namespace {
+
+class UpDownTest : public testing::Test {
+ protected:
+  UpDownTest() {
+    auto* row = new QHBoxLayout(&window_);
+    row->addWidget(edit_);
+    row->addWidget(stepper_);
+    stepper_->set_buddy(edit_);
+    stepper_->set_range(-9, 9);
+    window_.show();
+  }
+
+  QString stepped(const QString& text, Qt::Key key) {
+    edit_->setText(text);
+    QTest::keyClick(edit_, key);
+    return edit_->text();
+  }
+
+  void click(const QString& arrow) {
+    for (QToolButton* button : stepper_->findChildren<QToolButton*>()) {
+      if (button->accessibleName() == arrow) QTest::mouseClick(button, Qt::LeftButton);
+    }
+  }
+
+  QWidget window_;
+  QLineEdit* edit_ = new QLineEdit;
+  UpDown* stepper_ = new UpDown;
+};
+
+TEST_F(UpDownTest, TheArrowKeysStepWithinTheRange) {
+  struct Case {
+    const char* text;
+    const char* up;
+    const char* down;
+  };
+  const Case cases[] = {
+      {"1", "2", "0"},
+      {"0", "1", "-1"},
+      {"9", "9", "8"},
+      {"-9", "-8", "-9"},
+      {"100", "9", "9"},
+      {"-100", "-9", "-9"},
+      {"+3", "4", "2"},
+      {"99999999999999999999", "9", "9"},
+      {"", "", ""},
+      {"-99999999999999999999", "-9", "-9"},
+      {"abc", "abc", "abc"},
+      {"1.5", "1.5", "1.5"},
+      {"12abc", "12abc", "12abc"},
+      {"-", "-", "-"},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(stepped(c.text, Qt::Key_Up), c.up) << c.text;
+    EXPECT_EQ(stepped(c.text, Qt::Key_Down), c.down) << c.text;
+  }
+}
+
+TEST_F(UpDownTest, TheArrowsStepAndLeaveTheFocusWhereItIs) {
+  edit_->setFocus();
+  edit_->setText("7");
+  click("Increase");
+  EXPECT_EQ(edit_->text(), "8");
+  click("Decrease");
+  click("Decrease");
+  EXPECT_EQ(edit_->text(), "6");
+  EXPECT_EQ(window_.focusWidget(), edit_);
+}
+
+TEST_F(UpDownTest, StepsNothingWhileDisabled) {
+  stepper_->setEnabled(false);
+  EXPECT_EQ(stepped("1", Qt::Key_Up), "1");
+  click("Increase");
+  EXPECT_EQ(edit_->text(), "1");
+}
+
+}  // namespace
+}  // namespace korvex::test
