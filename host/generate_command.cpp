@@ -19,6 +19,7 @@
 #include "host/interface_choice.h"
 #include "host/layout_messages.h"
 #include "host/layout_reader.h"
+#include "host/output_folders.h"
 #include "host/settings_editor.h"
 
 namespace korvex::host {
@@ -114,6 +115,12 @@ int run_generate(const GenerateOptions& options, CreateData create_data, std::os
   if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
   const Layout& layout = reading.layout;
   print_warnings(layout, messages);
+  if (options.keep_settings) {
+    make_output_folders(layout);
+    choose_interface(options.window);
+    constexpr bool may_repeat = true;
+    return generate(layout, options, may_repeat, create_data, out, messages);
+  }
   const SettingsResult settings = write_settings_of(layout);
   if (print_failures(settings, layout, messages)) return exit_status::failed;
   print_left_out(settings, layout, messages);

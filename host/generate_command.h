@@ -12,6 +12,7 @@ struct GenerateOptions {
   std::optional<std::int32_t> records;
   std::int32_t output_option = 0;
   bool settings_only = false;
+  bool keep_settings = false;
   bool quiet = false;
   bool window = false;
 };

@@ -7,8 +7,12 @@
 
 int main(int argc, char** argv) {
   try {
-    return korvex::host::run_program(argc, argv, {DGCreateData, DGCheckRepeatCnt}, std::cout,
-                                     std::cerr);
+    constexpr korvex::host::ModuleFunctions functions = {.create_data = DGCreateData,
+                                                         .check_repeat_count = DGCheckRepeatCnt,
+                                                         .create_file = DGCreateFile,
+                                                         .create_format = DGCreateFormat,
+                                                         .replace_data = DGReplaceData};
+    return korvex::host::run_program(argc, argv, functions, std::cout, std::cerr);
   } catch (const std::exception& failure) {
     std::cerr << "korvex: " << failure.what() << std::endl;
     return korvex::host::exit_status::failed;

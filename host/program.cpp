@@ -22,11 +22,15 @@ void add_generate(CLI::App& app, GenerateOptions& options) {
       ->check(CLI::Range(0, largest_integer));
   command->add_option("--output-option", options.output_option,
                       "2 ends the data file at 2 GB and allows to cancel (default: 0)");
-  command->add_flag("--settings-only", options.settings_only,
-                    "write the settings file and generate no data");
+  CLI::Option* keep = command->add_flag(
+      "--keep-settings", options.keep_settings,
+      "generate from the settings file as it is, without the values in the layout");
+  command
+      ->add_flag("--settings-only", options.settings_only,
+                 "write the settings file and generate no data")
+      ->excludes(keep);
   command->add_flag("--quiet", options.quiet, "print no line about the result");
-  command->add_flag("--window", options.window,
-                    "show progress and messages on the desktop (not available in this build)");
+  command->add_flag("--window", options.window, "show progress and messages on the desktop");
 }
 
 CLI::App* add_count(CLI::App& app, CountOptions& options) {
@@ -37,8 +41,13 @@ CLI::App* add_count(CLI::App& app, CountOptions& options) {
       ->add_option("--records", options.records,
                    "number of records, in place of the number in the layout")
       ->check(CLI::Range(0, largest_integer));
-  command->add_flag("--window", options.window,
-                    "show messages on the desktop (not available in this build)");
+  command->add_flag("--window", options.window, "show messages on the desktop");
+  return command;
+}
+
+CLI::App* add_edit(CLI::App& app, const char* name, const char* description, EditOptions& options) {
+  CLI::App* command = app.add_subcommand(name, description);
+  command->add_option("LAYOUT", options.layout, "layout file (TOML)")->required();
   return command;
 }
 
@@ -61,6 +70,16 @@ int run_program(int argc, const char* const* argv, const ModuleFunctions& functi
   add_generate(app, options);
   CountOptions count_options;
   const CLI::App* count = add_count(app, count_options);
+  EditOptions edit_options;
+  CLI::App* edit = add_edit(app, "edit", "Edit the settings in a window and generate the data file",
+                            edit_options);
+  edit->add_option("--records", edit_options.records,
+                   "number of records, in place of the number in the layout")
+      ->check(CLI::Range(0, largest_integer));
+  const CLI::App* format = add_edit(app, "format", "Edit the settings in a window", edit_options);
+  CLI::App* update =
+      add_edit(app, "update", "Edit the settings of one item in a window", edit_options);
+  update->add_option("--item", edit_options.item, "name of the item (default: the first)");
   std::string shown_file;
   CLI::App* show = app.add_subcommand(
       "show", "Show a control file, Format Information file or log file in readable form");
@@ -75,6 +94,9 @@ int run_program(int argc, const char* const* argv, const ModuleFunctions& functi
   if (count->parsed()) {
     return run_count(count_options, functions.check_repeat_count, out, messages);
   }
+  if (edit->parsed()) return run_edit(edit_options, functions.create_file, out, messages);
+  if (format->parsed()) return run_edit(edit_options, functions.create_format, out, messages);
+  if (update->parsed()) return run_update(edit_options, functions.replace_data, out, messages);
   return run_generate(options, functions.create_data, out, messages);
 }
 

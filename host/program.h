@@ -3,6 +3,7 @@
 #include <iosfwd>
 
 #include "host/count_command.h"
+#include "host/edit_command.h"
 #include "host/generate_command.h"
 
 namespace korvex::host {
@@ -11,6 +12,9 @@ namespace korvex::host {
 struct ModuleFunctions {
   CreateData create_data;
   CheckRepeatCount check_repeat_count;
+  CreateFile create_file;    // settings and data
+  CreateFile create_format;  // settings alone
+  ReplaceData replace_data;
 };
 
 // Runs the command that the arguments name; answers the program's exit status.

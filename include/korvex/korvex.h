@@ -11,14 +11,22 @@
  * For all five:
  *   - Paths are zero-terminated bytes as the file system takes them; they are only read, and the
  *     caller keeps them. A null path counts as an empty one.
- *   - A parent is the host's window, or null for a window of its own; it is never freed here.
+ *   - A parent is the native handle of the host's window (an X11 window id, as a pointer), or null
+ *     for windows without an owner. It is never freed here.
  *   - Results are 0 or more on success. A failure is a negative error code whose message number is
  *     99000 plus its absolute value.
  *   - No exception leaves a function, and no function ends the host process.
- *   - A call may come from any thread, but one call at a time: messages and progress belong to the
- *     one person in front of the host. Two processes at one settings file are kept apart by a lock;
- *     the second gets -2.
- *   - Messages go to standard error. A question is asked on a terminal only; elsewhere
+ *   - One call at a time: messages and progress belong to the one person in front of the host. A
+ *     call that shows no window may come from any thread; windows belong to one, the first that
+ *     showed one (or the one of the host's QApplication). Two processes at one settings file are
+ *     kept apart by a lock; the second gets -2.
+ *   - Windows come from libkorvex-dialogs.so, the file beside this library, which is opened when
+ *     the first one is needed. A QApplication of the host is used; without one it is made, and
+ *     stays until the process ends.
+ *   - Messages and progress of DGCreateData and DGCheckRepeatCnt go to the desktop or the console:
+ *     KORVEX_UI=desktop|console chooses; unset, the desktop is taken if it can be reached. Where it
+ *     is asked for in vain, standard error says why, and the console takes its place. There
+ *     messages go to standard error, and a question is asked on a terminal only; elsewhere
  *     KORVEX_ANSWER=yes|no answers it, "no" when unset.
  */
 
@@ -35,29 +43,39 @@ extern "C" {
 #endif
 
 /*
- * Edits the settings of all items in a dialog and, on OK, saves them and generates the data file.
+ * Edits the settings of all items in a modal dialog and, on OK, saves them and generates the data
+ * file.
  *
  * control_file_path  control file in the long form (a header and one record per item)
  * quotation_lock     1 fixes the quotation choice to "none"; any other value leaves it free
  *
- * Returns 1 for OK, 2 for Cancel, -1 when the dialog cannot be shown.
- * Not available in this build: it says so in a message and returns -1, with no file touched.
+ * Returns 1 for OK; 2 for Cancel, when there is nothing to save and no settings file, and, after a
+ * message, when files cannot be loaded or saved or the data not generated; -1 when no window can be
+ * shown, with the reason on standard error and no file touched.
+ *
+ * On disk: nothing changes before OK, except that settings that do not fit the items are deleted
+ * (after a message) and a settings file of the previous version is rewritten as one of the current
+ * version. OK writes the settings file, or on the user's wish deletes it when nothing is left in
+ * it, and then the data file and the log as DGCreateData does. A failed save leaves the old
+ * settings file, a failed run the new one. Format examples that the user adds go to the settings
+ * store.
  */
 KORVEX_EXPORT int32_t DGCreateFile(const char* control_file_path, void* parent,
                                    int32_t quotation_lock);
 
-/*
- * The same dialog, for the settings alone: no data file is generated.
- * Not available in this build: it says so in a message and returns -1, with no file touched.
- */
+/* The same dialog, for the settings alone: no data file is generated. */
 KORVEX_EXPORT int32_t DGCreateFormat(const char* control_file_path, void* parent,
                                      int32_t quotation_lock);
 
 /*
- * Edits the settings of one item, which the control file's header names by its position.
+ * Edits the settings of one item in a modal dialog. It begins with the item at the position, from
+ * 1, that the control file's header gives in place of the number of records; a position out of
+ * range counts as the first.
  *
- * Returns 1 for OK, 2 for Cancel, -1 when the dialog cannot be shown.
- * Not available in this build: it says so in a message and returns -1, with no file touched.
+ * Returns 1 for OK: the settings are saved; 2 for Cancel, and when the files could not be loaded;
+ * -1 when no window can be shown, with the reason on standard error and no file touched.
+ *
+ * On disk as DGCreateFormat. A failed save is told, and the dialog stays open.
  */
 KORVEX_EXPORT int32_t DGReplaceData(const char* control_file_path, void* parent);
 
