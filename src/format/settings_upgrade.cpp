@@ -72,7 +72,8 @@ class Upgrade {
     if (result != 0) return result;
     // Places are 32-bit numbers in the file.
     if (bytes_.size() > std::numeric_limits<std::int32_t>::max()) return error::cannot_operate;
-    std::memcpy(bytes_.data() + sizeof fresh, levels_.data(), levels_.size() * sizeof(FmtLvlRec));
+    std::copy_n(reinterpret_cast<const char*>(levels_.data()), levels_.size() * sizeof(FmtLvlRec),
+                bytes_.data() + sizeof fresh);
     return 0;
   }
 

@@ -176,10 +176,7 @@ std::int32_t ClGenerateDataFile::write_data_file() {
       result = write_failure(closed);
     }
   }
-  if (result != 0 && result != error::output_limit) {
-    file.discard();
-    platform::remove_output(path);
-  }
+  if (result != 0 && result != error::output_limit) file.remove(path);
   return result;
 }
 

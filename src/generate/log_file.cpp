@@ -22,16 +22,14 @@ std::int32_t write_log(const std::string& path, const GenerationLog& log) {
   }
   if (cause == platform::FileCause::none) cause = file.close();
   if (cause == platform::FileCause::none) return 0;
-  file.discard();
-  platform::remove_output(path);
+  file.remove(path);
   return write_failure(cause);
 }
 
 std::int32_t clear_log(const std::string& path) {
   platform::File file;
   if (file.create(path) != platform::FileCause::none) return error::cannot_open;
-  file.discard();
-  platform::remove_output(path);
+  file.remove(path);
   return error::no_data_file;
 }
 

@@ -9,21 +9,12 @@
 #include <utility>
 
 #include "platform/file_calls.h"
+#include "platform/interruption.h"
 #include "platform/path.h"
 
 namespace korvex::platform {
 
 namespace {
-
-// A call interrupted this many times in a row is a failure: no run may hang on it.
-constexpr int max_interruptions = 100;
-
-template <typename Call>
-auto retry_interrupted(Call call) {
-  auto result = call();
-  for (int i = 0; result < 0 && errno == EINTR && i < max_interruptions; ++i) result = call();
-  return result;
-}
 
 // The system says the same of a missing file and of a missing folder.
 FileCause cause_of_failed_open(const std::string& path, int number) {
@@ -82,6 +73,7 @@ File& File::operator=(File&& other) noexcept {
 FileCause File::open(const std::string& path, int flags, unsigned mode) {
   discard();
   failed_ = FileCause::none;
+  regular_ = false;
   const int descriptor = retry_interrupted([&] {
     return file_calls().open(path.c_str(), flags | O_CLOEXEC, static_cast<mode_t>(mode));
   });
@@ -126,7 +118,7 @@ FileCause File::create(const std::string& path) {
     discard();
     return FileCause::sharing_violation;
   }
-  if (file_calls().ftruncate(descriptor_, 0) != 0) {
+  if (retry_interrupted([&] { return file_calls().ftruncate(descriptor_, 0); }) != 0) {
     cause = cause_from_errno(errno);
     discard();
   }
@@ -224,6 +216,16 @@ FileCause File::close() {
 void File::discard() {
   buffered_ = 0;
   if (descriptor_ >= 0) file_calls().close(std::exchange(descriptor_, -1));
+}
+
+void File::remove(const std::string& path) {
+  discard();
+  if (!regular_) return;
+  // Where the links cannot be followed to their end, what stands on the way goes: a file that is
+  // not whole must not stay under its name.
+  std::string target = path;
+  static_cast<void>(resolve_links(target));
+  file_calls().unlink(target.c_str());
 }
 
 FileCause remove_file(const std::string& path) {

@@ -78,6 +78,10 @@ class File {
   // Closes without flushing.
   void discard();
 
+  // Does away with what a failed run has written: closes without flushing and removes the file that
+  // the path, under which it was opened, leads to. A device or a pipe stays.
+  void remove(const std::string& path);
+
  private:
   FileCause open(const std::string& path, int flags, unsigned mode);
   FileCause write_through(const char* data, std::size_t size);
@@ -101,10 +105,6 @@ bool exists(const std::string& path);
 
 // Removes what the path leads to.
 FileCause remove_target(const std::string& path);
-
-// Removes what a failed run has written: the file that the path leads to, when it is a regular
-// one. A device or a pipe stays.
-void remove_output(const std::string& path);
 
 // Gives the finished file `from` the name `to`, whose old file, if any, it replaces in one step: at
 // no moment is there neither the old nor the new one, and after a failure the old one stands

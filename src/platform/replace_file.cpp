@@ -9,6 +9,7 @@
 
 #include "platform/file.h"
 #include "platform/file_calls.h"
+#include "platform/interruption.h"
 #include "platform/local_time.h"
 #include "platform/path.h"
 
@@ -22,9 +23,10 @@ constexpr int max_links = 40;
 // Asks the disk to remember the new name. The rename has happened whatever the answer, so a folder
 // that cannot be synchronised is no failure.
 void sync_folder(const std::string& folder) {
-  const int descriptor = file_calls().open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0);
+  const int descriptor = retry_interrupted(
+      [&] { return file_calls().open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0); });
   if (descriptor < 0) return;
-  file_calls().fsync(descriptor);
+  retry_interrupted([&] { return file_calls().fsync(descriptor); });
   file_calls().close(descriptor);
 }
 
@@ -32,8 +34,9 @@ void sync_folder(const std::string& folder) {
 FileCause take_over_mode(const std::string& path, const std::string& target) {
   struct stat old = {};
   if (file_calls().lstat(target.c_str(), &old) != 0) return FileCause::none;
-  const int descriptor =
-      file_calls().open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0);
+  const int descriptor = retry_interrupted([&] {
+    return file_calls().open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0);
+  });
   if (descriptor < 0) return cause_from_errno(errno);
   const FileCause cause = file_calls().fchmod(descriptor, old.st_mode & 07777) == 0
                               ? FileCause::none
@@ -104,15 +107,6 @@ FileCause remove_target(const std::string& path) {
   std::string target = path;
   const FileCause cause = resolve_links(target);
   return cause == FileCause::none ? remove_file(target) : cause;
-}
-
-void remove_output(const std::string& path) {
-  std::string target = path;
-  struct stat status = {};
-  if (resolve_links(target) == FileCause::none &&
-      file_calls().lstat(target.c_str(), &status) == 0 && S_ISREG(status.st_mode)) {
-    file_calls().unlink(target.c_str());
-  }
 }
 
 FileCause replace_file(const std::string& from, const std::string& to) {

@@ -12,6 +12,7 @@
 
 #include "platform/file.h"
 #include "platform/file_calls.h"
+#include "platform/interruption.h"
 #include "platform/path.h"
 
 namespace korvex::platform {
@@ -75,8 +76,9 @@ constexpr auto lock_pause = std::chrono::milliseconds(10);
 class StoreLock {
  public:
   explicit StoreLock(const std::string& path)
-      : descriptor_(
-            file_calls().open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600)) {
+      : descriptor_(retry_interrupted([&] {
+          return file_calls().open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+        })) {
     for (int i = 0; descriptor_ >= 0 && !held_ && i < lock_attempts; ++i) {
       if (i > 0) std::this_thread::sleep_for(lock_pause);
       held_ = hold_file(descriptor_, Sharing::exclusive);
