@@ -84,6 +84,8 @@ class File {
 
  private:
   FileCause open(const std::string& path, int flags, unsigned mode);
+  FileCause open_and_hold(const std::string& path, int flags, Sharing sharing);
+  bool stands_at(const std::string& path) const;
   FileCause write_through(const char* data, std::size_t size);
 
   int descriptor_ = -1;

@@ -9,7 +9,6 @@
 #include <filesystem>
 
 #include "generate/repeat_setup.h"
-#include "support/failing_file_calls.h"
 #include "support/write_calls.h"
 
 namespace korvex::test {
@@ -325,19 +324,6 @@ TEST_F(EnumerationCheckTest, WriteErrors) {
   write_file(path, many);
   const WriteCalls failing(ENOSPC);
   EXPECT_EQ(load(), -124);
-}
-
-TEST_F(EnumerationCheckTest, NothingStaysOpenWhateverFails) {
-  write_file(path, "1\n2\n");
-  std::size_t before = 0;
-  with_each_call_failing(
-      {EIO, ENOSPC}, [&] { before = open_descriptors(); }, [&] { return load(); },
-      [&](std::int32_t result, int, bool) {
-        EXPECT_EQ(open_descriptors(), before);
-        EXPECT_TRUE(result == 2 || (result <= -111 && result >= -124)) << result;
-        EXPECT_EQ(report(), "");
-        platform::remove_file(report_path);
-      });
 }
 
 class EnumerationRunTest : public testing::Test {

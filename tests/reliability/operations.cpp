@@ -1,13 +1,17 @@
 #include "reliability/operations.h"
 
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <memory>
 #include <stdexcept>
 
 #include "control/col_main.h"
-#include "control/control_bytes.h"
+#include "control/control_file.h"
+#include "format/record_text.h"
 #include "format/settings_upgrade.h"
 #include "generate/enumeration_check.h"
 #include "generate/generate_data_file.h"
@@ -54,12 +58,14 @@ Attempt prepare_save(Place& place) {
 }
 
 Attempt prepare_first_save(Place& place) {
+  std::filesystem::remove(place.file("out.fif"));
   return [file = change_settings(place, 0)] { return file->save(1); };
 }
 
 Attempt prepare_save_through_link(Place& place) {
   std::filesystem::create_directory(place.file("elsewhere"));
   write_file(place.file("elsewhere/real.fif"), settings_bytes({1}));
+  std::filesystem::remove(place.file("out.fif"));
   std::filesystem::create_symlink("elsewhere/real.fif", place.file("out.fif"));
   return [file = change_settings(place, 1)] { return file->save(0); };
 }
@@ -75,11 +81,24 @@ Attempt prepare_upgrade(Place& place) {
   return [path = place.file("out.fif")] { return upgrade_settings_file(path, 1); };
 }
 
+// A control file that leads into the place.
+template <typename Item>
+void write_control_file(const Place& place, std::int32_t records, const Item& item) {
+  ControlHeader header = {};
+  header.records = records;
+  header.layout_kind = layout_kind::record_file;
+  header.level = 1;
+  header.item_count = 1;
+  store_field(header.data_path, place.file("out.csv"));
+  store_field(header.settings_path, place.file("out.fif"));
+  store_field(header.work_folder, place.work());
+  std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
+  bytes.append(reinterpret_cast<const char*>(&item), sizeof item);
+  write_file(place.file("run.ctl"), bytes);
+}
+
 Attempt prepare_short_control_file(Place& place) {
-  ControlFields header;
-  header.settings_path = place.file("out.fif");
-  header.work_folder = place.work();
-  write_file(place.file("run.ctl"), control_bytes(header, {{}}));
+  write_control_file(place, 10, ControlItem{});
   const auto main = std::make_shared<ClColMain>();
   main->control_path = place.file("run.ctl");
   main->set_run_mode(run_mode::data_file_dialog);
@@ -133,14 +152,12 @@ Attempt prepare_first_store(Place&) {
 constexpr std::int32_t many_records = 40'000;
 
 std::shared_ptr<ClGenerateDataFile> make_generator(Place& place) {
-  ControlFields header = {.records = many_records};
-  header.data_path = place.file("out.csv");
-  header.settings_path = place.file("out.fif");
-  header.work_folder = place.work();
-  write_file(place.file("run.ctl"), control_header(header, 1) + std::string(Bytes().i32(7)));
+  constexpr std::int32_t item_number = 7;
+  write_control_file(place, many_records, item_number);
   const auto file = load_settings(place, 0);
   file->edited().texts = {"'0123456789'%3U", "1", "999", "1"};
-  expect(file->check_and_store(7, {6, 0, 13, 13, 0}), 0, "store");
+  file->edited().choices.exceeded_action = exceeded_action::repeat;
+  expect(file->check_and_store(item_number, {6, 0, 13, 13, 0}), 0, "store");
   expect(file->save(0), 0, "save");
   // The limits' file is made by the first run.
   read_limits(platform::SettingsStore("Host"));
@@ -175,6 +192,19 @@ void hide(const std::string& folder, std::string& bytes) {
 // What the settings store answers.
 constexpr auto store_failed = static_cast<std::int32_t>(platform::StoreStatus::failure);
 
+// Short, where the bytes themselves would fill pages.
+std::string describe(const Files& files) {
+  std::string text;
+  for (const auto& [name, bytes] : files) {
+    text += name + ": " + std::to_string(bytes.size()) + " bytes\n";
+  }
+  return text;
+}
+
+bool holds(const std::vector<std::string>& names, const std::string& name) {
+  return std::find(names.begin(), names.end(), name) != names.end();
+}
+
 }  // namespace
 
 Place::Place(bool crosses_file_systems)
@@ -189,8 +219,8 @@ bool Place::crosses_file_systems() const {
          here.st_dev != there.st_dev;
 }
 
-std::map<std::string, std::string> Place::files() const {
-  std::map<std::string, std::string> found;
+Files Place::files() const {
+  Files found;
   for (const TempFolder* folder : {&home_, &work_}) {
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder->path())) {
       if (!entry.is_regular_file()) continue;
@@ -205,14 +235,24 @@ std::map<std::string, std::string> Place::files() const {
 
 const std::vector<Operation>& operations() {
   static const std::vector<Operation> all = {
-      {.name = "Save", .prepare = prepare_save, .codes = {-2}},
-      {.name = "FirstSave", .prepare = prepare_first_save, .codes = {-2}},
-      {.name = "SaveThroughLink", .prepare = prepare_save_through_link, .codes = {-2}},
+      {.name = "Save", .prepare = prepare_save, .codes = {-2}, .replaces_in_one_step = true},
+      {.name = "FirstSave",
+       .prepare = prepare_first_save,
+       .codes = {-2},
+       .replaces_in_one_step = true},
+      {.name = "SaveThroughLink",
+       .prepare = prepare_save_through_link,
+       .codes = {-2},
+       .replaces_in_one_step = true},
       {.name = "SaveAcrossFileSystems",
        .prepare = prepare_save,
        .codes = {-2},
-       .crosses_file_systems = true},
-      {.name = "Upgrade", .prepare = prepare_upgrade, .codes = {-2, -3}},
+       .crosses_file_systems = true,
+       .replaces_in_one_step = true},
+      {.name = "Upgrade",
+       .prepare = prepare_upgrade,
+       .codes = {-2, -3},
+       .replaces_in_one_step = true},
       {.name = "ShortControlFile", .prepare = prepare_short_control_file, .codes = {-2}},
       {.name = "Log", .prepare = prepare_log, .codes = {-2}},
       {.name = "LogOverOld", .prepare = prepare_log_over_old, .codes = {-2}, .may_go = {"out.log"}},
@@ -231,12 +271,14 @@ const std::vector<Operation>& operations() {
       {.name = "Store",
        .prepare = prepare_store,
        .write_failed = store_failed,
-       .disk_full = store_failed},
+       .disk_full = store_failed,
+       .replaces_in_one_step = true},
       {.name = "FirstStore",
        .prepare = prepare_first_store,
        .write_failed = store_failed,
        .disk_full = store_failed,
-       .may_stay = {"config/Host/Korvex.conf.lock"}},
+       .may_stay = {"config/Host/Korvex.conf.lock"},
+       .replaces_in_one_step = true},
       {.name = "Generation",
        .prepare = prepare_generation,
        .codes = {-2, -3},
@@ -252,6 +294,36 @@ const std::vector<Operation>& operations() {
        .codes = {-2, -3}},
   };
   return all;
+}
+
+void expect_nothing_lost(const Operation& operation, const Outcome& outcome,
+                         const Files& finished) {
+  const bool succeeded = outcome.code == operation.success;
+  if (succeeded && !outcome.removal_failed) {
+    EXPECT_TRUE(outcome.after == finished) << describe(outcome.after);
+    return;
+  }
+  for (const auto& [name, bytes] : outcome.after) {
+    const auto old = outcome.before.find(name);
+    const auto fresh = finished.find(name);
+    const bool is_old = old != outcome.before.end() && old->second == bytes;
+    const bool is_new = fresh != finished.end() && fresh->second == bytes;
+    const bool may_be_new = succeeded || holds(operation.may_stay, name);
+    const bool is_left_over =
+        outcome.removal_failed && (old == outcome.before.end() || holds(operation.may_go, name));
+    EXPECT_TRUE(is_old || (is_new && may_be_new) || is_left_over ||
+                name == operation.may_be_partial)
+        << name << " has " << bytes.size() << " bytes";
+  }
+  for (const auto& [name, bytes] : outcome.before) {
+    EXPECT_TRUE(outcome.after.contains(name) || holds(operation.may_go, name)) << name;
+  }
+}
+
+std::size_t open_descriptors() {
+  namespace fs = std::filesystem;
+  return static_cast<std::size_t>(
+      std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()));
 }
 
 }  // namespace korvex::test

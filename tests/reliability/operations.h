@@ -13,6 +13,8 @@
 
 namespace korvex::test {
 
+using Files = std::map<std::string, std::string>;
+
 // A fresh place for one operation: a folder for what lasts and, where the machine has one, on
 // another file system, a folder for temporaries. The user's own settings are out of reach.
 class Place {
@@ -27,7 +29,7 @@ class Place {
 
   // All files with their bytes, by their names within the place. A temporary goes by the name that
   // all of them share.
-  std::map<std::string, std::string> files() const;
+  Files files() const;
 
   ScriptedInterface interface;
 
@@ -56,10 +58,26 @@ struct Operation {
   std::vector<std::string> may_go = {};    // although they stood there before
   std::string may_be_partial = "";         // what says nothing unless the code says so
   bool crosses_file_systems = false;
+  bool replaces_in_one_step = false;  // what it writes, so that a killed process does no harm
 };
 
 inline void PrintTo(const Operation& operation, std::ostream* out) { *out << operation.name; }
 
 const std::vector<Operation>& operations();
+
+// What became of one attempt.
+struct Outcome {
+  std::int32_t code = 0;
+  Files before;
+  Files after;
+  bool removal_failed = false;  // what was to be removed had to stay
+};
+
+// What must hold whatever happened: each file has its old or its new bytes, whole, and only success
+// has made it new. `finished` is what an attempt without a fault leaves.
+void expect_nothing_lost(const Operation& operation, const Outcome& outcome, const Files& finished);
+
+// Of this process.
+std::size_t open_descriptors();
 
 }  // namespace korvex::test
