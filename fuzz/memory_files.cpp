@@ -126,12 +126,16 @@ int fstat(int descriptor, struct stat* status) {
   return 0;
 }
 
-int lstat(const char* path, struct stat* status) {
+int describe_path(const char* path, struct stat* status) {
   const std::shared_ptr<Node> node = find(path);
   if (!node && !is_folder(path)) return fail(ENOENT);
   describe(node.get(), status);
   return 0;
 }
+
+int lstat(const char* path, struct stat* status) { return describe_path(path, status); }
+
+int fstatat(int, const char* path, struct stat* status, int) { return describe_path(path, status); }
 
 int fchmod(int descriptor, mode_t) { return find(descriptor) != nullptr ? 0 : fail(EBADF); }
 
@@ -184,6 +188,7 @@ constexpr platform::FileCalls table = {
     .lseek = lseek,
     .fstat = fstat,
     .lstat = lstat,
+    .fstatat = fstatat,
     .fchmod = fchmod,
     .ftruncate = ftruncate,
     .fsync = fsync,

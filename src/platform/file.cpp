@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <new>
 #include <utility>
 
 #include "platform/file_calls.h"
@@ -105,13 +106,10 @@ FileCause File::open(const std::string& path, int flags, unsigned mode) {
 // Whether the path still leads to the open file: somebody may have replaced or removed it before it
 // was held. Where that cannot be told, it counts as true.
 bool File::stands_at(const std::string& path) const {
-  std::string target = path;
   struct stat held = {};
   struct stat named = {};
-  if (resolve_links(target) != FileCause::none || file_calls().fstat(descriptor_, &held) != 0) {
-    return true;
-  }
-  if (file_calls().lstat(target.c_str(), &named) != 0) return errno != ENOENT;
+  if (file_calls().fstat(descriptor_, &held) != 0) return true;
+  if (file_calls().fstatat(AT_FDCWD, path.c_str(), &named, 0) != 0) return errno != ENOENT;
   return held.st_dev == named.st_dev && held.st_ino == named.st_ino;
 }
 
@@ -250,9 +248,13 @@ void File::remove(const std::string& path) {
   if (!regular_) return;
   // Where the links cannot be followed to their end, what stands on the way goes: a file that is
   // not whole must not stay under its name.
-  std::string target = path;
-  static_cast<void>(resolve_links(target));
-  file_calls().unlink(target.c_str());
+  try {
+    std::string target = path;
+    static_cast<void>(resolve_links(target));
+    remove_file(target);
+  } catch (const std::bad_alloc&) {
+    remove_file(path);
+  }
 }
 
 FileCause remove_file(const std::string& path) {

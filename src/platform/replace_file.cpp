@@ -12,6 +12,7 @@
 #include "platform/interruption.h"
 #include "platform/local_time.h"
 #include "platform/path.h"
+#include "platform/unfinished_file.h"
 
 namespace korvex::platform {
 
@@ -72,9 +73,10 @@ FileCause copy_into_place(const std::string& from, const std::string& target) {
   std::string beside;
   FileCause cause = create_temporary(folder_of(target), std::time(nullptr), copy, beside);
   if (cause != FileCause::none) return cause;
+  UnfinishedFile unfinished(beside);
   cause = copy_bytes(from, copy);
   if (cause == FileCause::none) cause = move_into_place(beside, target);
-  if (cause != FileCause::none) remove_file(beside);
+  if (cause == FileCause::none) unfinished.finish();
   return cause;
 }
 
@@ -110,21 +112,19 @@ FileCause remove_target(const std::string& path) {
 }
 
 FileCause replace_file(const std::string& from, const std::string& to) {
+  UnfinishedFile unfinished(from);
   std::string target = to;
   FileCause cause = resolve_links(target);
   if (cause == FileCause::none) cause = take_over_mode(from, target);
-  const bool is_ready = cause == FileCause::none;
-  if (is_ready && file_calls().rename(from.c_str(), target.c_str()) != 0) {
-    const bool crosses = errno == EXDEV;
-    cause = crosses ? copy_into_place(from, target) : cause_from_errno(errno);
-    if (crosses) remove_file(from);
+  if (cause != FileCause::none) return cause;
+  const std::string folder = folder_of(target);
+  if (file_calls().rename(from.c_str(), target.c_str()) == 0) {
+    unfinished.finish();
+  } else {
+    cause = errno == EXDEV ? copy_into_place(from, target) : cause_from_errno(errno);
   }
-  if (cause != FileCause::none) {
-    remove_file(from);
-    return cause;
-  }
-  sync_folder(folder_of(target));
-  return FileCause::none;
+  if (cause == FileCause::none) sync_folder(folder);
+  return cause;
 }
 
 }  // namespace korvex::platform

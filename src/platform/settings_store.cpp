@@ -14,6 +14,7 @@
 #include "platform/file_calls.h"
 #include "platform/interruption.h"
 #include "platform/path.h"
+#include "platform/unfinished_file.h"
 
 namespace korvex::platform {
 
@@ -163,12 +164,11 @@ StoreStatus SettingsStore::write(std::string_view name, std::string_view value) 
   remove_file(fresh);
   File file;
   if (file.create_new(fresh) != FileCause::none) return StoreStatus::failure;
+  UnfinishedFile unfinished(fresh);
   const bool written = file.write(content.data(), content.size()) == FileCause::none &&
                        file.sync() == FileCause::none;
-  if (file.close() != FileCause::none || !written) {
-    remove_file(fresh);
-    return StoreStatus::failure;
-  }
+  if (file.close() != FileCause::none || !written) return StoreStatus::failure;
+  unfinished.finish();
   return replace_file(fresh, path_) == FileCause::none ? StoreStatus::ok : StoreStatus::failure;
 }
 

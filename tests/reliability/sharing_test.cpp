@@ -93,6 +93,24 @@ TEST(SharingTest, TheSecondProcessIsRefusedUntilTheFirstHasSaved) {
   EXPECT_EQ(file.edited().texts.end, "000000077");
 }
 
+// Both found no settings. The one that comes too late must not replace what the other one holds.
+TEST(SharingTest, AFileThatCameIntoBeingAndIsHeldStays) {
+  const GenerationSetup setup;
+  ClFmtFile late;
+  ASSERT_EQ(load(late, setup), 0);
+  ASSERT_EQ(store_count(late, 55), 0);
+  setup.save_settings();
+  const std::string bytes = read_file(setup.settings());
+  {
+    ClFmtFile holder;
+    ASSERT_EQ(load(holder, setup), 1);
+    EXPECT_EQ(late.save(0), -26);
+    EXPECT_TRUE(same_bytes(bytes, read_file(setup.settings())));
+    EXPECT_TRUE(setup.outputs().empty());
+  }
+  EXPECT_EQ(late.save(0), 0);
+}
+
 // Each process raises a number in the settings as soon as it gets hold of them. A save that works
 // on anything but the last one's file loses a raise.
 TEST(SharingTest, NoSaveIsLostBetweenProcesses) {

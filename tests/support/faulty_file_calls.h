@@ -112,6 +112,7 @@ class FaultyFileCalls {
       .lseek = Wrapped<&Calls::lseek, "lseek">::call,
       .fstat = Wrapped<&Calls::fstat, "fstat">::call,
       .lstat = Wrapped<&Calls::lstat, "lstat">::call,
+      .fstatat = Wrapped<&Calls::fstatat, "fstatat">::call,
       .fchmod = Wrapped<&Calls::fchmod, "fchmod">::call,
       .ftruncate = Wrapped<&Calls::ftruncate, "ftruncate">::call,
       .fsync = Wrapped<&Calls::fsync, "fsync">::call,
