@@ -145,6 +145,25 @@ TEST(SettingsWriter, RawLevelsMoveWithTheirBytes) {
   EXPECT_TRUE(same_bytes(bytes.substr(area + item_size), written.substr(area + 2 * item_size)));
 }
 
+// Written out, levels that share their bytes would make a file many times as large.
+TEST(SettingsWriter, LevelsThatOverlapHaveNoPlace) {
+  const SettingsFolder folder;
+  std::string bytes = settings_bytes({1, 1, 1});
+  bytes.replace(header_size + level_size, 16, bytes, header_size + 2 * level_size, 16);
+  put_i32(bytes, header_size + level_size, 2);
+  write_file(folder.path, bytes);
+  ClFmtFile file;
+  ASSERT_EQ(folder.load(file, 1), 1);
+  EXPECT_EQ(file.save(0), 0) << "there is room for two areas of this size";
+  put_i32(bytes, header_size + level_size + 12, static_cast<std::int32_t>(bytes.size() - 200));
+  put_i32(bytes, header_size + level_size + 4, 200);
+  write_file(folder.path, bytes);
+  ASSERT_EQ(folder.load(file, 1), 1);
+  EXPECT_EQ(file.save(0), -4);
+  EXPECT_TRUE(same_bytes(bytes, read_file(folder.path)));
+  EXPECT_TRUE(folder.is_tidy());
+}
+
 TEST(SettingsWriter, ALevelWithoutSettingsGoes) {
   const SettingsFolder folder;
   write_file(folder.path, settings_bytes({1, 1}));
