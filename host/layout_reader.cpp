@@ -122,10 +122,26 @@ void read_items(TableReader& root, Layout& layout, std::vector<LayoutError>& err
     return;
   }
   for (const toml::node& item : *items) {
+    if (errors.size() >= most_layout_errors) return;
     const auto position = static_cast<std::int32_t>(layout.items.size()) + 1;
     layout.items.push_back(read_item(*item.as_table(), layout, position, errors));
   }
   check_numbers(layout, errors);
+}
+
+// A parsed layout takes some hundred bytes of memory for each of its values, and every value comes
+// with one of the characters that set values apart. A layout that describes items has one of them
+// in twenty bytes; one that has far more would take far more memory than it is large.
+constexpr std::string_view separators = "=,.[";
+constexpr std::size_t always_allowed_separators = 128 * 1024;
+constexpr std::size_t allowed_bytes_a_separator = 16;
+
+bool may_fit(std::string_view text) {
+  const auto count = std::count_if(text.begin(), text.end(), [](char byte) {
+    return separators.find(byte) != std::string_view::npos;
+  });
+  return static_cast<std::size_t>(count) <=
+         always_allowed_separators + text.size() / allowed_bytes_a_separator;
 }
 
 SourcePlace place_of_error(const toml::parse_error& failure) {
@@ -140,6 +156,10 @@ LayoutReading parse_layout(std::string_view text, const std::string& file,
   Layout& layout = reading.layout;
   std::vector<LayoutError>& errors = reading.errors;
   layout.file = file;
+  if (!may_fit(text)) {
+    errors.push_back({{}, "has too many keys and values for its size"});
+    return reading;
+  }
   try {
     const toml::table table = toml::parse(text);
     TableReader root(table, "the layout", errors);
@@ -155,6 +175,9 @@ LayoutReading parse_layout(std::string_view text, const std::string& file,
   std::stable_sort(errors.begin(), errors.end(), [](const LayoutError& a, const LayoutError& b) {
     return std::tie(a.place.line, a.place.column) < std::tie(b.place.line, b.place.column);
   });
+  if (errors.size() >= most_layout_errors) {
+    errors.push_back({errors.back().place, "further errors are left out"});
+  }
   return reading;
 }
 

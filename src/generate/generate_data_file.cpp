@@ -120,6 +120,11 @@ std::int32_t ClGenerateDataFile::prepare_item(const ClFmtColInf& column) {
 
 std::int32_t ClGenerateDataFile::prepare_enumeration(const ClFmtColInf& column,
                                                      ItemGenerator& generator) {
+  // An item that stands in several fields has its values already; it only changes its mode again.
+  if (generator.has_enumeration()) {
+    generator.raise_mode();
+    return 0;
+  }
   auto values = std::make_unique<ClEnumDataList>();
   const std::string path(field_text(column.record.enumeration_path));
   const std::int32_t count =
@@ -176,10 +181,7 @@ std::int32_t ClGenerateDataFile::write_data_file() {
       result = write_failure(closed);
     }
   }
-  if (result != 0 && result != error::output_limit) {
-    file.discard();
-    platform::remove_output(path);
-  }
+  if (result != 0 && result != error::output_limit) file.remove(path);
   return result;
 }
 

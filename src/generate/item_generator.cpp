@@ -45,7 +45,7 @@ void ItemGenerator::join_repeat(const ClRepeatData* next) {
 
 void ItemGenerator::set_enumeration(std::unique_ptr<ClEnumDataList> values) {
   enumeration_ = std::move(values);
-  mode_ += assembly_mode::enumeration;
+  raise_mode();
 }
 
 void ItemGenerator::clear_wrapped() {

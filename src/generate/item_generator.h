@@ -85,7 +85,12 @@ class ItemGenerator {
   // for the innermost; both must outlive this object.
   void join_repeat(const ClRepeatData* next);
 
+  // Gives the item its enumeration values and raises its mode.
   void set_enumeration(std::unique_ptr<ClEnumDataList> values);
+  bool has_enumeration() const { return enumeration_ != nullptr; }
+
+  // Each field with the item raises the mode once; raised twice it is none that takes values.
+  void raise_mode() { mode_ += assembly_mode::enumeration; }
 
   // Whether the item's values have passed their end since this was last cleared (repeat members).
   bool wrapped() const { return wrapped_; }

@@ -105,26 +105,5 @@ TEST(RecordWriterTest, HasNoLimitWithoutTheGuard) {
   EXPECT_EQ(run.handed_over, limit + 1);
 }
 
-struct WriteErrorCase {
-  int error_number;
-  std::int32_t expected;
-};
-
-TEST(RecordWriterTest, TellsAFullDiskFromOtherFailures) {
-  const WriteErrorCase cases[] = {{ENOSPC, -27}, {EDQUOT, -27}, {EIO, -26}, {EFBIG, -26}};
-  for (const WriteErrorCase& row : cases) {
-    const WriteCalls calls(row.error_number);
-    platform::File file;
-    ASSERT_EQ(file.create("/dev/null"), platform::FileCause::none);
-    RecordWriter writer(file, 1, 0);
-    std::int32_t result = 0;
-    for (int i = 0; result == 0 && i < 3; ++i) {
-      append(writer, std::string(platform::File::write_buffer_size, 'x'));
-      result = writer.accept();
-    }
-    EXPECT_EQ(result, row.expected) << row.error_number;
-  }
-}
-
 }  // namespace
 }  // namespace korvex::test
