@@ -5,7 +5,6 @@
 
 #include "format/record_text.h"
 #include "generate/calendar.h"
-#include "generate/digit_pairs.h"
 
 namespace korvex {
 
@@ -31,7 +30,8 @@ MomentGenerator::MomentGenerator(const ItemContext& context, const ClFmtItemInf&
 }
 
 StepOutcome MomentGenerator::step(ItemPass& pass) {
-  last_field() += static_cast<int>(end_run() * change_);
+  if (const std::int64_t taken = end_run(); taken > 0)
+    move_place(static_cast<int>(taken * change_));
   if (change_fields()) {
     show();
   } else {
@@ -66,17 +66,41 @@ void MomentGenerator::show() {
   key_ = layout_.order_key(fields_);
 }
 
+int MomentGenerator::place() const {
+  return layout_.has_time() ? fields_.minute * static_cast<int>(seconds_per_minute) + fields_.second
+                            : fields_.day;
+}
+
+// Within what a run turns, which carries no further.
+void MomentGenerator::move_place(int distance) {
+  const int moved = place() + distance;
+  if (!layout_.has_time()) {
+    fields_.day = moved;
+    return;
+  }
+  fields_.minute = moved / static_cast<int>(seconds_per_minute);
+  fields_.second = moved % static_cast<int>(seconds_per_minute);
+}
+
+bool MomentGenerator::keeps_size() const {
+  const auto fits = [this](const FmtValRec& value) {
+    return layout_.order_key(fields_of(value)) >= 0;
+  };
+  return key_ >= 0 && fits(settings_.start) && fits(settings_.end) &&
+         !field_text(settings_.start_text).empty() && stays_in_places();
+}
+
 void MomentGenerator::plan_run() {
   // A step against the counting direction, as no checked settings have it, is left to the texts.
   if (watches_others_ || (change_ > 0) != counts_up()) return;
   const RunLimits limits = run_limits();
-  const int value = last_field();
+  const int value = place();
   if (is_off() || key_ < 0 || change_ == 0 || value < limits.first || value > limits.last) return;
   const std::int64_t in_field =
       change_ > 0 ? (limits.last - value) / change_ : (limits.first - value) / change_;
   const std::int64_t to_end =
       is_lead_ ? range_.distance_to_end(key_, counts_up(), counts_down()) : MomentRange::no_end;
-  begin_run(digit_pairs.data(), value, change_, std::min(in_field, to_end / std::abs(change_)));
+  begin_run(layout_.wheel(), value, change_, std::min(in_field, to_end / std::abs(change_)));
 }
 
 bool DateGenerator::change_fields() {
@@ -103,6 +127,9 @@ bool DateGenerator::step_past_last(std::int64_t day) {
 }
 
 MomentGenerator::RunLimits UncheckedDateGenerator::run_limits() const { return {1, longest_month}; }
+
+// A longer step runs away from the one month that is carried.
+bool UncheckedDateGenerator::stays_in_places() const { return std::abs(change()) <= longest_month; }
 
 bool UncheckedDateGenerator::change_fields() {
   // The step is a 16-bit number here.

@@ -8,8 +8,8 @@
 namespace korvex {
 
 // What dates, times and timestamps have in common: the value in its fields, shown in the target's
-// layout, and an end test on the plain text of the next value. Runs turn the last field, the day or
-// the second.
+// layout, and an end test on the plain text of the next value. Runs turn the day, or the minutes
+// and seconds.
 //
 // Times are computed on the proleptic Gregorian calendar without a time zone, so that the same
 // settings give the same bytes everywhere.
@@ -18,19 +18,24 @@ class MomentGenerator : public ElementGenerator {
   MomentGenerator(const ItemContext& context, const ClFmtItemInf& element);
 
   void restart() override;
+  bool keeps_size() const override;
+  bool never_cuts() const override { return !is_lead_ || !heeds_overflow_; }
 
  protected:
   // Takes the next value into fields_. False when the calendar ended and the element restarted.
   virtual bool change_fields() = 0;
 
-  // The values that the last field may take in a run while the others stand; none when steps need
-  // a closer look.
+  // The places on the wheel (days, or seconds of an hour) that the value may take in a run; none
+  // when steps need a closer look.
   struct RunLimits {
     int first = 1;
     int last = 0;
     bool is_empty() const { return first > last; }
   };
   virtual RunLimits run_limits() const = 0;
+
+  // Whether no step leads to fields that outgrow their places.
+  virtual bool stays_in_places() const { return true; }
 
   // Restarts for a step across the calendar's ends; always false, as change_fields() answers then.
   bool overflow();
@@ -46,7 +51,8 @@ class MomentGenerator : public ElementGenerator {
   StepOutcome step(ItemPass& pass) final;
   void show();
   void plan_run();
-  int& last_field() { return layout_.has_time() ? fields_.second : fields_.day; }
+  int place() const;
+  void move_place(int distance);
 
   const std::int64_t change_;
   const bool heeds_overflow_;  // the item's overflow flag ends the cycle of this lead element
@@ -73,6 +79,7 @@ class UncheckedDateGenerator : public MomentGenerator {
  private:
   bool change_fields() override;
   RunLimits run_limits() const override;
+  bool stays_in_places() const override;
 };
 
 }  // namespace korvex

@@ -24,12 +24,17 @@ class LineBlock {
 
   void finish_line() { line_begin_ = size_; }
 
+  // The same for several lines, up to the byte at `end`; what stands behind it stays unfinished.
+  void finish_lines(std::size_t end) { line_begin_ = end; }
+
   // Drops `bytes` finished bytes from the front.
   void remove_front(std::size_t bytes) {
     std::memmove(buffer_.get(), buffer_.get() + bytes, size_ - bytes);
     size_ -= bytes;
     line_begin_ -= bytes;
   }
+
+  void clear() { size_ = line_begin_ = 0; }
 
   // Makes room for `bytes` more, and for the overhang of a chunk.
   void require(std::size_t bytes) {
@@ -47,6 +52,10 @@ class LineBlock {
   // far it came.
   char* cursor() { return buffer_.get() + size_; }
   void move_cursor(const char* end) { size_ = static_cast<std::size_t>(end - buffer_.get()); }
+
+  // All bytes, and how many there are.
+  char* data() { return buffer_.get(); }
+  std::size_t size() const { return size_; }
 
   // The last byte of the current line, which must not be empty.
   char& back() { return buffer_[size_ - 1]; }

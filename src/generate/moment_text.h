@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "format/records.h"
+#include "generate/wheel.h"
 
 namespace korvex {
 
@@ -43,6 +44,9 @@ class MomentLayout {
   bool compares_with_century() const { return width_is_short_; }
   bool has_time() const { return has_time_; }
 
+  // What a text ends in that runs on: the day, or minutes and seconds.
+  const Wheel& wheel() const;
+
   static constexpr std::size_t max_size = 64;
 
  private:
@@ -71,14 +75,10 @@ class MomentRange {
     return counts_down && (key < end_key_ || key > start_key_);
   }
 
-  // By how much a key may move on in the counting direction without passing: 0 where that can't be
-  // said, no_end where nothing is tested.
-  std::int64_t distance_to_end(std::int64_t key, bool counts_up, bool counts_down) const {
-    if (!counts_up && !counts_down) return no_end;
-    if (!has_keys_) return 0;
-    if (counts_up) return key >= start_key_ ? end_key_ - key : 0;
-    return key <= start_key_ ? key - end_key_ : 0;
-  }
+  // By how many places of the wheel a value may move on in the counting direction without passing,
+  // as long as nothing but what the wheel turns changes: 0 where that can't be said, no_end where
+  // nothing is tested.
+  std::int64_t distance_to_end(std::int64_t key, bool counts_up, bool counts_down) const;
   static constexpr std::int64_t no_end = std::numeric_limits<std::int64_t>::max();
 
   // Whether the plain text of the fields is greater than the end value's, as both stand: a short

@@ -1,5 +1,7 @@
 #include "generate/record_writer.h"
 
+#include <algorithm>
+
 #include "format/error_codes.h"
 #include "format/file_failure.h"
 #include "format/records.h"
@@ -30,6 +32,28 @@ std::int32_t RecordWriter::accept() {
   total_bytes_ += lines_.line_size();
   if (is_limited_ && total_bytes_ >= output_limit_bytes) return error::output_limit;
   lines_.finish_line();
+  return hand_over_blocks();
+}
+
+std::int32_t RecordWriter::accept_lines(std::span<const std::size_t> begins) {
+  const std::size_t end = lines_.size();
+  const std::uint64_t bytes = end - begins.front();
+  if (!is_limited_ || total_bytes_ + bytes < output_limit_bytes) {
+    total_bytes_ += bytes;
+    lines_.finish_lines(end);
+    return hand_over_blocks();
+  }
+  // The line that reaches the limit begins where the last one ends that does not.
+  const std::uint64_t room = output_limit_bytes - total_bytes_;
+  const auto refused =
+      std::partition_point(begins.begin() + 1, begins.end(),
+                           [&](std::size_t line_end) { return line_end - begins.front() < room; });
+  lines_.finish_lines(refused[-1]);
+  total_bytes_ += refused[-1] - begins.front();
+  return error::output_limit;
+}
+
+std::int32_t RecordWriter::hand_over_blocks() {
   if (lines_.finished().size() < block_size) return 0;
 
   const std::size_t whole = lines_.finished().size() / block_size * block_size;

@@ -6,7 +6,14 @@ namespace korvex {
 
 namespace {
 
+constexpr int last_hour = 23;
+constexpr int last_minute = 59;
 constexpr int last_second = 59;
+constexpr int last_place = static_cast<int>(seconds_per_hour) - 1;
+
+bool is_regular_time(const MomentFields& f) {
+  return f.hour <= last_hour && f.minute <= last_minute && f.second <= last_second;
+}
 
 bool is_time(const MomentFields& f, int hour, int minute) {
   return f.hour == hour && f.minute == minute;
@@ -19,7 +26,7 @@ bool is_date(const MomentFields& f, int year, int month, int day) {
 }  // namespace
 
 MomentGenerator::RunLimits TimeGenerator::run_limits() const {
-  return fields_.hour <= 23 && fields_.minute <= 59 ? RunLimits{0, last_second} : RunLimits{};
+  return is_regular_time(fields_) ? RunLimits{0, last_place} : RunLimits{};
 }
 
 bool TimeGenerator::change_fields() {
@@ -29,13 +36,19 @@ bool TimeGenerator::change_fields() {
   return true;
 }
 
-// Away from the calendar's first day and last month a step within the minute needs no further look.
+// Away from the calendar's first day and last month a step within the hour needs no further look.
 MomentGenerator::RunLimits TimestampGenerator::run_limits() const {
   const MomentFields& f = fields_;
   const bool inside_calendar = f.year >= 1970 && f.year < 2038 && f.month >= 1 && f.month <= 12 &&
                                f.day >= 1 && f.day <= days_in_month(f.year, f.month) &&
-                               f.hour <= 23 && f.minute <= 59 && !is_date(f, 1970, 1, 1);
-  return inside_calendar ? RunLimits{0, last_second} : RunLimits{};
+                               is_regular_time(f) && !is_date(f, 1970, 1, 1);
+  return inside_calendar ? RunLimits{0, last_place} : RunLimits{};
+}
+
+// Behind the calendar's end the seconds count on where no end value stops them.
+bool TimestampGenerator::stays_in_places() const {
+  MomentFields last = {2038, 1, 19, 3, 14, 8};
+  return range_.text_is_behind_end(last);
 }
 
 bool TimestampGenerator::change_fields() {

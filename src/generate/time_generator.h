@@ -24,6 +24,7 @@ class TimestampGenerator : public MomentGenerator {
  private:
   bool change_fields() override;
   RunLimits run_limits() const override;
+  bool stays_in_places() const override;
   bool step_past_last(std::int64_t second);
 };
 

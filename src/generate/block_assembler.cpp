@@ -1,0 +1,154 @@
+#include "generate/block_assembler.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "format/records.h"
+
+namespace korvex {
+
+namespace {
+
+// Lines are written again for each item, so as many are taken at a time as the processor's nearest
+// cache holds, beside the wheels.
+constexpr std::size_t bytes_at_a_time = 24 * 1024;
+constexpr std::int64_t most_lines = 512;
+constexpr std::int64_t fewest_lines = 32;
+
+// Fewer records cost less one by one.
+constexpr std::int64_t fewest_planned = 4;
+
+// What closes a list's value is seldom longer, and then copied as one number.
+constexpr std::size_t short_closing = 8;
+
+}  // namespace
+
+BlockAssembler::BlockAssembler(RecordAssembler& records, std::int32_t layout_kind)
+    : records_(records), drops_last_comma_(layout_kind == layout_kind::third) {
+  for (const ItemGenerator* item : records_.fields()) may_foresee_ &= item->may_be_foreseen();
+  may_foresee_ &= !records_.fields().empty();
+}
+
+std::int64_t BlockAssembler::assemble(LineBlock& lines, std::int64_t most) {
+  begins_ = {};
+  const bool is_planned =
+      may_foresee_ && most >= fewest_planned && (planned_ > 0 || plan_records());
+  if (!is_planned) {
+    // A plan with an end counts records, and the next one is taken elsewhere.
+    if (planned_ != FieldOutlook::no_end) planned_ = 0;
+    return 0;
+  }
+  most = std::min({most, planned_, most_lines});
+  const std::int64_t count =
+      listed_count_ > 0 ? write_lists(lines, most) : place_equal_lines(lines, most);
+  write_columns(lines, count);
+  if (planned_ != FieldOutlook::no_end) planned_ -= count;
+  begins_ = std::span(places_).first(static_cast<std::size_t>(count));
+  return count;
+}
+
+// Asks every item how its field goes on, and lays the line out accordingly.
+bool BlockAssembler::plan_records() {
+  std::int64_t records = FieldOutlook::no_end;
+  columns_.clear();
+  std::string* text = &add_column(nullptr, false).closing;
+  for (ItemGenerator* item : records_.fields()) {
+    const FieldOutlook outlook = item->outlook(records_.run());
+    records = std::min(records, outlook.records);
+    if (records < fewest_planned) return false;
+    if (outlook.form == FieldForm::constant) {
+      item->append_constant(*text, records_.run());
+      continue;
+    }
+    *text += item->opening();
+    text = &add_column(item, outlook.form == FieldForm::listed).closing;
+    *text += item->closing();
+  }
+  if (drops_last_comma_) text->pop_back();
+  *text += '\n';
+  planned_ = records;
+  place_columns();
+  return true;
+}
+
+BlockAssembler::Column& BlockAssembler::add_column(ItemGenerator* item, bool is_listed) {
+  Column& column = columns_.emplace_back();
+  column.item = item;
+  column.is_listed = is_listed;
+  return column;
+}
+
+void BlockAssembler::place_columns() {
+  line_room_ = listed_count_ = 0;
+  std::size_t offset = 0;
+  for (Column& column : columns_) {
+    column.offset = offset;
+    if (column.is_listed) {
+      ++listed_count_;
+      offset = 0;
+      line_room_ += column.item->largest_value() + LineBlock::chunk_size;
+    } else {
+      const std::size_t field = column.item != nullptr ? column.item->counting_size() : 0;
+      offset += field + column.closing.size();
+      line_room_ += field;
+    }
+    line_room_ += column.closing.size();
+  }
+  tail_size_ = offset;
+  places_.resize((listed_count_ + 1) * static_cast<std::size_t>(most_lines));
+}
+
+// Lines of one size: answers how many.
+std::int64_t BlockAssembler::place_equal_lines(LineBlock& lines, std::int64_t most) {
+  const std::size_t line_size = tail_size_;
+  const auto fitting = static_cast<std::int64_t>(bytes_at_a_time / line_size);
+  const auto count = static_cast<std::size_t>(std::min(most, std::max(fitting, fewest_lines)));
+  lines.require(count * line_size);
+  std::size_t place = lines.size();
+  for (std::size_t i = 0; i < count; ++i, place += line_size) places_[i] = place;
+  lines.move_cursor(lines.data() + place);
+  return static_cast<std::int64_t>(count);
+}
+
+// Writes the values of the lists with what closes them, and notes where all other fields go. What a
+// copied chunk leaves behind its end is overwritten by what follows.
+std::int64_t BlockAssembler::write_lists(LineBlock& lines, std::int64_t most) {
+  const std::size_t first = lines.size();
+  std::int64_t count = 0;
+  for (; count < most && (count < fewest_lines || lines.size() - first < bytes_at_a_time);
+       ++count) {
+    lines.require(line_room_);
+    std::size_t* place = places_.data() + count;
+    *place = lines.size();
+    char* out = lines.cursor();
+    for (const Column& column : columns_) {
+      if (!column.is_listed) continue;
+      EnumCursor& cursor = column.item->list_cursor();
+      if (cursor.is_at_end()) cursor.rewind();
+      out = cursor.write(out + column.offset);
+      cursor.next();
+      std::memcpy(out, column.closing.data(), column.closing.size());
+      out += column.closing.size();
+      place += most_lines;
+      *place = static_cast<std::size_t>(out - lines.data());
+    }
+    lines.move_cursor(out + tail_size_);
+  }
+  return count;
+}
+
+void BlockAssembler::write_columns(LineBlock& lines, std::int64_t count) {
+  const std::size_t* places = places_.data();
+  for (const Column& column : columns_) {
+    const FieldPlaces fields = {lines.data(), places, column.offset};
+    if (column.is_listed) {
+      places += most_lines;
+    } else if (column.item != nullptr) {
+      column.item->write_counting(fields, count, column.closing);
+    } else if (!column.closing.empty()) {
+      write_fields(fields, count, column.closing, {});
+    }
+  }
+}
+
+}  // namespace korvex
