@@ -73,11 +73,11 @@ std::int64_t ItemGenerator::run_left() const {
 // Empty, or what a member of the repeats has shown last.
 void ItemGenerator::append_constant(std::string& line, const RunState& run) const {
   const bool waits = is_repeat_member_ && !run.repeats_finished;
+  line += opening();
   if (waits && !list_cursor_) {
-    line += saved_text_;
+    line += saved_text_;  // with its closing
     return;
   }
-  line += opening();
   if (waits) {
     EnumCursor shown = *list_cursor_;
     shown.back();
