@@ -21,6 +21,14 @@ constexpr std::int64_t fewest_planned = 4;
 // What closes a list's value is seldom longer, and then copied as one number.
 constexpr std::size_t short_closing = 8;
 
+void copy_closing(char* out, const char* closing, std::size_t size) {
+  if (size <= short_closing) [[likely]] {
+    std::memcpy(out, closing, short_closing);
+  } else {
+    std::memcpy(out, closing, size);
+  }
+}
+
 }  // namespace
 
 BlockAssembler::BlockAssembler(RecordAssembler& records, std::int32_t layout_kind)
@@ -40,7 +48,7 @@ std::int64_t BlockAssembler::assemble(LineBlock& lines, std::int64_t most) {
   }
   most = std::min({most, planned_, most_lines});
   const std::int64_t count =
-      listed_count_ > 0 ? write_lists(lines, most) : place_equal_lines(lines, most);
+      !listed_.empty() ? write_lists(lines, most) : place_equal_lines(lines, most);
   write_columns(lines, count);
   if (planned_ != FieldOutlook::no_end) planned_ -= count;
   begins_ = std::span(places_).first(static_cast<std::size_t>(count));
@@ -79,14 +87,18 @@ BlockAssembler::Column& BlockAssembler::add_column(ItemGenerator* item, bool is_
 }
 
 void BlockAssembler::place_columns() {
-  line_room_ = listed_count_ = 0;
+  line_room_ = 0;
+  listed_.clear();
   std::size_t offset = 0;
   for (Column& column : columns_) {
     column.offset = offset;
     if (column.is_listed) {
-      ++listed_count_;
       offset = 0;
       line_room_ += column.item->largest_value() + LineBlock::chunk_size;
+      // The loop that writes short closings reads that many bytes.
+      column.closing.reserve(short_closing);
+      listed_.push_back({column.item, column.item->list_cursor(), column.offset,
+                         column.closing.data(), column.closing.size()});
     } else {
       const std::size_t field = column.item != nullptr ? column.item->counting_size() : 0;
       offset += field + column.closing.size();
@@ -95,7 +107,7 @@ void BlockAssembler::place_columns() {
     line_room_ += column.closing.size();
   }
   tail_size_ = offset;
-  places_.resize((listed_count_ + 1) * static_cast<std::size_t>(most_lines));
+  places_.resize((listed_.size() + 1) * static_cast<std::size_t>(most_lines));
 }
 
 // Lines of one size: answers how many.
@@ -113,6 +125,7 @@ std::int64_t BlockAssembler::place_equal_lines(LineBlock& lines, std::int64_t mo
 // Writes the values of the lists with what closes them, and notes where all other fields go. What a
 // copied chunk leaves behind its end is overwritten by what follows.
 std::int64_t BlockAssembler::write_lists(LineBlock& lines, std::int64_t most) {
+  for (ListedField& field : listed_) field.cursor = field.item->list_cursor();
   const std::size_t first = lines.size();
   std::int64_t count = 0;
   for (; count < most && (count < fewest_lines || lines.size() - first < bytes_at_a_time);
@@ -121,19 +134,17 @@ std::int64_t BlockAssembler::write_lists(LineBlock& lines, std::int64_t most) {
     std::size_t* place = places_.data() + count;
     *place = lines.size();
     char* out = lines.cursor();
-    for (const Column& column : columns_) {
-      if (!column.is_listed) continue;
-      EnumCursor& cursor = column.item->list_cursor();
-      if (cursor.is_at_end()) cursor.rewind();
-      out = cursor.write(out + column.offset);
-      cursor.next();
-      std::memcpy(out, column.closing.data(), column.closing.size());
-      out += column.closing.size();
+    for (ListedField& field : listed_) {
+      if (field.cursor.is_at_end()) field.cursor.rewind();
+      out = field.cursor.write_next(out + field.offset);
+      copy_closing(out, field.closing, field.closing_size);
+      out += field.closing_size;
       place += most_lines;
       *place = static_cast<std::size_t>(out - lines.data());
     }
     lines.move_cursor(out + tail_size_);
   }
+  for (const ListedField& field : listed_) field.item->list_cursor() = field.cursor;
   return count;
 }
 

@@ -38,6 +38,15 @@ class BlockAssembler {
     std::string closing;
   };
 
+  // A listed column as the loop over the lines needs it.
+  struct ListedField {
+    ItemGenerator* item;
+    EnumCursor cursor;  // a copy of the item's, while lines are written
+    std::size_t offset;
+    const char* closing;
+    std::size_t closing_size;
+  };
+
   bool plan_records();
   Column& add_column(ItemGenerator* item, bool is_listed);
   void place_columns();
@@ -50,10 +59,10 @@ class BlockAssembler {
   bool may_foresee_ = true;
 
   std::vector<Column> columns_;
-  std::int64_t planned_ = 0;      // records that the columns still hold for
-  std::size_t tail_size_ = 0;     // of what stands behind the last listed field
-  std::size_t listed_count_ = 0;  // columns that are listed
-  std::size_t line_room_ = 0;     // for the longest line
+  std::int64_t planned_ = 0;   // records that the columns still hold for
+  std::size_t tail_size_ = 0;  // of what stands behind the last listed field
+  std::size_t line_room_ = 0;  // for the longest line
+  std::vector<ListedField> listed_;
 
   // Places in the lines: where each begins, and then where each listed field ends.
   std::vector<std::size_t> places_;

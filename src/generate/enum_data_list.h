@@ -4,12 +4,13 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
-#include <string>
+#include <memory>
 #include <string_view>
 #include <vector>
 
 #include "generate/line_block.h"
 #include "generate/line_reader.h"
+#include "platform/large_memory.h"
 
 namespace korvex {
 
@@ -26,13 +27,15 @@ class ClEnumDataList {
   void reserve(std::uint64_t bytes) {
     constexpr std::uint64_t most = 64 * 1024 * 1024;
     const auto room = static_cast<std::size_t>(std::min(bytes, most));
-    text_.reserve(room);
+    if (room > capacity_) grow(room);
     sizes_.reserve(room / 2 + 1);
   }
 
   void append(std::string_view value) {
-    text_.append(value);
+    if (capacity_ - end_ < value.size()) grow(2 * (end_ + value.size()));
+    std::memcpy(text_.get() + end_, value.data(), value.size());
     sizes_.push_back(static_cast<Size>(value.size()));
+    end_ += value.size();
     largest_ = std::max(largest_, value.size());
   }
 
@@ -45,45 +48,60 @@ class ClEnumDataList {
   using Size = std::uint16_t;
   static_assert(LineReader::max_line_size <= std::numeric_limits<Size>::max());
 
-  std::string text_;
+  // With room for the chunk as which the last value may be copied.
+  void grow(std::size_t capacity) {
+    auto larger = std::make_unique_for_overwrite<char[]>(capacity + LineBlock::chunk_size);
+    platform::use_large_pages(larger.get(), capacity);
+    if (end_ > 0) std::memcpy(larger.get(), text_.get(), end_);
+    text_ = std::move(larger);
+    capacity_ = capacity;
+  }
+
+  std::unique_ptr<char[]> text_;
+  std::size_t capacity_ = 0;
+  std::size_t end_ = 0;
   std::vector<Size> sizes_;
   std::size_t largest_ = 0;
 };
 
-// A place in a list, which it must not outlive.
+// A place in a list that has at least one value. The list must outlive it and take no more values.
 class EnumCursor {
  public:
-  explicit EnumCursor(const ClEnumDataList& list) : list_(&list) {}
+  explicit EnumCursor(const ClEnumDataList& list)
+      : begin_(list.text_.get()), text_(begin_), sizes_(list.sizes_.data()), count_(list.count()) {}
 
   std::int32_t index() const { return index_; }
-  std::int32_t left() const { return list_->count() - index_; }
-  bool is_at_end() const { return left() == 0; }
+  std::int32_t left() const { return count_ - index_; }
+  bool is_at_end() const { return index_ == count_; }
 
-  ClEnumData value() const { return {list_->text_.data() + begin_, size()}; }
+  ClEnumData value() const { return {text_, sizes_[index_]}; }
 
-  void rewind() { index_ = 0, begin_ = 0; }
-  void next() { begin_ += size(), ++index_; }
-  void back() { --index_, begin_ -= size(); }
+  void rewind() {
+    text_ = begin_;
+    index_ = 0;
+  }
+  void next() { text_ += sizes_[index_++]; }
+  void back() { text_ -= sizes_[--index_]; }
 
-  // Writes the value at `out`, where there must be room for a chunk more; answers its end.
-  char* write(char* out) const {
-    const std::size_t size = this->size();
-    const char* text = list_->text_.data() + begin_;
-    const bool is_chunk_inside = begin_ + LineBlock::chunk_size <= list_->text_.size();
-    if (size <= LineBlock::chunk_size && is_chunk_inside) [[likely]] {
-      std::memcpy(out, text, LineBlock::chunk_size);
+  // Writes the value at `out`, where there must be room for a chunk more, and goes on to the next;
+  // answers the value's end.
+  char* write_next(char* out) {
+    const std::size_t size = sizes_[index_++];
+    if (size <= LineBlock::chunk_size) [[likely]] {
+      std::memcpy(out, text_, LineBlock::chunk_size);
     } else {
-      std::memcpy(out, text, size);
+      std::memcpy(out, text_, size);
     }
+    text_ += size;
     return out + size;
   }
 
  private:
-  std::size_t size() const { return list_->sizes_[static_cast<std::size_t>(index_)]; }
-
-  const ClEnumDataList* list_;
+  const char* begin_;
+  const char* text_;
+  const ClEnumDataList::Size* sizes_;
+  std::int32_t count_;
   std::int32_t index_ = 0;
-  std::size_t begin_ = 0;
 };
 
 }  // namespace korvex

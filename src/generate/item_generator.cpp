@@ -162,8 +162,7 @@ std::int32_t ItemGenerator::append_repeated_enumeration(LineBlock& line, const R
 // Writes the value at the cursor as a whole field and goes on to the next.
 void ItemGenerator::append_enumeration_value(LineBlock& line) {
   line.require(list_cursor_->value().size());
-  line.move_cursor(close_field(list_cursor_->write(open_field(line))));
-  list_cursor_->next();
+  line.move_cursor(close_field(list_cursor_->write_next(open_field(line))));
 }
 
 void ItemGenerator::append_empty(LineBlock& line) const {

@@ -11,14 +11,18 @@ namespace korvex {
 namespace {
 
 // A multiple of the page cache's larger units, so that no write ends inside one.
-constexpr std::size_t block_size = platform::File::write_buffer_size;
+constexpr std::size_t file_block_size = platform::File::write_buffer_size;
+
+// Nobody can cancel while a device or a reader takes what it is given, so that gets less at once.
+constexpr std::size_t device_block_size = platform::File::direct_write_size;
 
 }  // namespace
 
 RecordWriter::RecordWriter(platform::File& file, std::int32_t layout_kind,
                            std::int32_t output_option)
     : file_(file),
-      lines_(block_size + block_size / 4),
+      block_size_(file.is_regular() ? file_block_size : device_block_size),
+      lines_(block_size_ + file_block_size / 4),
       drops_last_comma_(layout_kind == layout_kind::third),
       is_limited_(output_option == guarded_output) {}
 
@@ -54,9 +58,9 @@ std::int32_t RecordWriter::accept_lines(std::span<const std::size_t> begins) {
 }
 
 std::int32_t RecordWriter::hand_over_blocks() {
-  if (lines_.finished().size() < block_size) return 0;
+  if (lines_.finished().size() < block_size_) return 0;
 
-  const std::size_t whole = lines_.finished().size() / block_size * block_size;
+  const std::size_t whole = lines_.finished().size() / block_size_ * block_size_;
   const platform::FileCause cause = file_.write(lines_.finished().data(), whole);
   lines_.remove_front(whole);
   return cause == platform::FileCause::none ? 0 : write_failure(cause);

@@ -37,6 +37,7 @@ class RecordWriter {
   std::int32_t hand_over_blocks();
 
   platform::File& file_;
+  const std::size_t block_size_;
   LineBlock lines_;
   bool drops_last_comma_;
   bool is_limited_;
