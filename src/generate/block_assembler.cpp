@@ -1,7 +1,6 @@
 #include "generate/block_assembler.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "format/records.h"
 
@@ -17,17 +16,6 @@ constexpr std::int64_t fewest_lines = 32;
 
 // Fewer records cost less one by one.
 constexpr std::int64_t fewest_planned = 4;
-
-// What closes a list's value is seldom longer, and then copied as one number.
-constexpr std::size_t short_closing = 8;
-
-void copy_closing(char* out, const char* closing, std::size_t size) {
-  if (size <= short_closing) [[likely]] {
-    std::memcpy(out, closing, short_closing);
-  } else {
-    std::memcpy(out, closing, size);
-  }
-}
 
 }  // namespace
 
@@ -95,8 +83,6 @@ void BlockAssembler::place_columns() {
     if (column.is_listed) {
       offset = 0;
       line_room_ += column.item->largest_value() + LineBlock::chunk_size;
-      // The loop that writes short closings reads that many bytes.
-      column.closing.reserve(short_closing);
       listed_.push_back({column.item, column.item->list_cursor(), column.offset,
                          column.closing.data(), column.closing.size()});
     } else {
@@ -107,6 +93,12 @@ void BlockAssembler::place_columns() {
     line_room_ += column.closing.size();
   }
   tail_size_ = offset;
+  std::size_t piece_end = offset;
+  for (auto column = columns_.rbegin(); column != columns_.rend(); ++column) {
+    if (column->is_listed) piece_end = column->offset;
+    column->room = piece_end - (column->is_listed ? piece_end : offset);
+    offset = column->offset;
+  }
   places_.resize((listed_.size() + 1) * static_cast<std::size_t>(most_lines));
 }
 
@@ -137,7 +129,7 @@ std::int64_t BlockAssembler::write_lists(LineBlock& lines, std::int64_t most) {
     for (ListedField& field : listed_) {
       if (field.cursor.is_at_end()) field.cursor.rewind();
       out = field.cursor.write_next(out + field.offset);
-      copy_closing(out, field.closing, field.closing_size);
+      copy_short(out, field.closing, field.closing_size);
       out += field.closing_size;
       place += most_lines;
       *place = static_cast<std::size_t>(out - lines.data());
@@ -151,7 +143,7 @@ std::int64_t BlockAssembler::write_lists(LineBlock& lines, std::int64_t most) {
 void BlockAssembler::write_columns(LineBlock& lines, std::int64_t count) {
   const std::size_t* places = places_.data();
   for (const Column& column : columns_) {
-    const FieldPlaces fields = {lines.data(), places, column.offset};
+    const FieldPlaces fields = {lines.data(), places, column.offset, column.room};
     if (column.is_listed) {
       places += most_lines;
     } else if (column.item != nullptr) {

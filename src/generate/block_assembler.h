@@ -35,6 +35,7 @@ class BlockAssembler {
     ItemGenerator* item = nullptr;  // null for the text before the first item
     bool is_listed = false;
     std::size_t offset = 0;  // from the line's begin, or from the end of the last listed field
+    std::size_t room = 0;    // behind it, up to the next listed field or the line's end
     std::string closing;
   };
 

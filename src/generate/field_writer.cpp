@@ -19,21 +19,38 @@ void write_tails_of(const FieldPlaces& places, std::int64_t count, TurningTail t
   }
 }
 
-// A field of one or two chunks, which overlap where it is shorter than both.
+template <std::size_t size>
+struct Chunk {
+  explicit Chunk(const char* from) { std::memcpy(bytes, from, size); }
+  char bytes[size];
+};
+
+// A field of two chunks, which overlap where it is shorter than both.
 template <std::size_t chunk_size, std::size_t tail_size>
-void write_fields_of(const FieldPlaces& places, std::int64_t count, std::string_view field,
-                     TurningTail tail) {
+void write_exactly(const FieldPlaces& places, std::int64_t count, std::string_view field,
+                   TurningTail tail) {
   const std::size_t last = field.size() - chunk_size;
-  struct Chunk {
-    char bytes[chunk_size];
-  } first_chunk, last_chunk;
-  std::memcpy(&first_chunk, field.data(), chunk_size);
-  std::memcpy(&last_chunk, field.data() + last, chunk_size);
+  const Chunk<chunk_size> first_chunk(field.data());
+  const Chunk<chunk_size> last_chunk(field.data() + last);
   char* const base = places.base + places.offset;
   for (std::int64_t i = 0; i < count; ++i) {
     char* const out = base + places.lines[i];
     std::memcpy(out, &first_chunk, chunk_size);
     std::memcpy(out + last, &last_chunk, chunk_size);
+    std::memcpy(out + tail.offset, tail.wheel_place, tail_size);
+    tail.wheel_place += tail.wheel_step;
+  }
+}
+
+// One chunk that reaches beyond the field.
+template <std::size_t chunk_size, std::size_t tail_size>
+void write_overlong(const FieldPlaces& places, std::int64_t count, const char* field,
+                    TurningTail tail) {
+  const Chunk<chunk_size> chunk(field);
+  char* const base = places.base + places.offset;
+  for (std::int64_t i = 0; i < count; ++i) {
+    char* const out = base + places.lines[i];
+    std::memcpy(out, &chunk, chunk_size);
     std::memcpy(out + tail.offset, tail.wheel_place, tail_size);
     tail.wheel_place += tail.wheel_step;
   }
@@ -49,19 +66,25 @@ void write_long_fields(const FieldPlaces& places, std::int64_t count, std::strin
 template <std::size_t tail_size>
 void write_fields_with(const FieldPlaces& places, std::int64_t count, std::string_view field,
                        const TurningTail& tail) {
-  if (field.size() > 32) {
+  const std::size_t size = field.size();
+  const std::size_t room = size + places.room;
+  if (size > 32) {
     write_long_fields(places, count, field);
     write_tails_of<tail_size>(places, count, tail);
-  } else if (field.size() >= 16) {
-    write_fields_of<16, tail_size>(places, count, field, tail);
-  } else if (field.size() >= 8) {
-    write_fields_of<8, tail_size>(places, count, field, tail);
-  } else if (field.size() >= 4) {
-    write_fields_of<4, tail_size>(places, count, field, tail);
-  } else if (field.size() >= 2) {
-    write_fields_of<2, tail_size>(places, count, field, tail);
-  } else if (field.size() == 1) {
-    write_fields_of<1, tail_size>(places, count, field, tail);
+  } else if (size <= 8 && room >= 8) {
+    write_overlong<8, tail_size>(places, count, field.data(), tail);
+  } else if (size > 8 && size <= 16 && room >= 16) {
+    write_overlong<16, tail_size>(places, count, field.data(), tail);
+  } else if (size >= 16) {
+    write_exactly<16, tail_size>(places, count, field, tail);
+  } else if (size >= 8) {
+    write_exactly<8, tail_size>(places, count, field, tail);
+  } else if (size >= 4) {
+    write_exactly<4, tail_size>(places, count, field, tail);
+  } else if (size >= 2) {
+    write_exactly<2, tail_size>(places, count, field, tail);
+  } else if (size == 1) {
+    write_exactly<1, tail_size>(places, count, field, tail);
   }
 }
 

@@ -12,6 +12,7 @@ struct FieldPlaces {
   char* base = nullptr;
   const std::size_t* lines = nullptr;
   std::size_t offset = 0;
+  std::size_t room = 0;  // behind each field, whose bytes are written later
 };
 
 // The end of an element's text, which turns from line to line, and where it stands in the field.

@@ -106,7 +106,7 @@ class ItemGenerator {
   FieldOutlook counting_outlook() const;
   bool counts_on_without_end() const;
   FieldOutlook repeated_outlook(const RunState& run) const;
-  void take_steps(std::int64_t steps);
+  void step_beyond_run();
   std::int32_t append_other(LineBlock& line, const RunState& run);
   std::int32_t append_repeated(LineBlock& line, const RunState& run);
   std::int32_t append_next_enumeration(LineBlock& line);
@@ -145,7 +145,7 @@ class ItemGenerator {
   std::optional<EnumCursor> list_cursor_;
 
   std::string field_;  // the counting field that is written next
-  std::vector<TurningTail> tails_;
+  std::vector<TurningTail> more_tails_;
 };
 
 }  // namespace korvex

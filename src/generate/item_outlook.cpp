@@ -99,36 +99,42 @@ void ItemGenerator::write_counting(FieldPlaces places, std::int64_t count,
     // Behind the last step of a run the value stands for one line more.
     const std::int64_t run = run_left();
     const std::int64_t lines = count <= run ? count : run + 1;
-    tails_.clear();
+    TurningTail first_tail;
+    more_tails_.clear();
     char* end = field_.data();
     for (const auto& element : elements_) {
       if (element->is_off()) continue;
       end = element->write(end);
-      if (lines == 1 || element->wheel_step() == 0) continue;
-      tails_.push_back({element->wheel_place(), element->wheel_step(), element->tail_size(),
-                        static_cast<std::size_t>(end - field_.data()) - element->tail_size()});
+      if (element->wheel_step() == 0 || lines == 1) continue;
+      const auto size = static_cast<std::size_t>(end - field_.data());
+      const TurningTail tail = {element->wheel_place(), element->wheel_step(), element->tail_size(),
+                                size - element->tail_size()};
+      if (first_tail.size == 0) {
+        first_tail = tail;
+      } else {
+        more_tails_.push_back(tail);
+      }
     }
-    std::memcpy(end, closing.data(), closing.size());
+    copy_short(end, closing.data(), closing.size());
     end += closing.size();
 
     const std::string_view field(field_.data(), static_cast<std::size_t>(end - field_.data()));
-    write_fields(places, lines, field, tails_.empty() ? TurningTail() : tails_.front());
-    for (std::size_t i = 1; i < tails_.size(); ++i) write_tails(places, lines, tails_[i]);
-    take_steps(lines);
+    write_fields(places, lines, field, first_tail);
+    for (const TurningTail& tail : more_tails_) write_tails(places, lines, tail);
     places.lines += lines;
     count -= lines;
+
+    const bool steps_beyond = lines > run;
+    const std::int64_t steps = steps_beyond ? run : lines;
+    for (const auto& element : elements_) {
+      if (steps > 0 && !element->is_off()) element->skip(steps);
+    }
+    if (steps_beyond) step_beyond_run();
   }
 }
 
-// Takes the steps of the run and, where they are more, the one behind it.
-void ItemGenerator::take_steps(std::int64_t steps) {
-  const std::int64_t in_run = std::min(steps, run_left());
-  if (in_run > 0) {
-    for (const auto& element : elements_) {
-      if (!element->is_off()) element->skip(in_run);
-    }
-  }
-  if (in_run == steps) return;
+// Takes the step that at least one of the elements' runs does not cover.
+void ItemGenerator::step_beyond_run() {
   pass_.date_overflow = false;
   bool ended = false;
   for (const auto& element : elements_) {

@@ -7,6 +7,16 @@
 
 namespace korvex {
 
+// Copies a text that is seldom longer than 8 bytes, which must be readable and writable.
+inline void copy_short(char* out, const char* text, std::size_t size) {
+  constexpr std::size_t short_size = 8;
+  if (size <= short_size) [[likely]] {
+    std::memcpy(out, text, short_size);
+  } else {
+    std::memcpy(out, text, size);
+  }
+}
+
 // Lines on their way to the file: finished ones, and behind them the one being assembled. Fields
 // are written in place, so that a line is never copied before the file takes the block that it is
 // in. Room is asked for once a field; appending itself checks nothing.
