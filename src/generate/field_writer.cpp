@@ -97,10 +97,10 @@ void write_fields(const FieldPlaces& places, std::int64_t count, std::string_vie
       return write_fields_with<character_entry>(places, count, field, tail);
     case pair_entry:
       return write_fields_with<pair_entry>(places, count, field, tail);
-    case clock_entry:
-      return write_fields_with<clock_entry>(places, count, field, tail);
-    case separated_clock_entry:
-      return write_fields_with<separated_clock_entry>(places, count, field, tail);
+    case two_pairs_entry:
+      return write_fields_with<two_pairs_entry>(places, count, field, tail);
+    case separated_pairs_entry:
+      return write_fields_with<separated_pairs_entry>(places, count, field, tail);
     default:
       return write_fields_with<0>(places, count, field, tail);
   }
@@ -112,10 +112,10 @@ void write_tails(const FieldPlaces& places, std::int64_t count, const TurningTai
       return write_tails_of<character_entry>(places, count, tail);
     case pair_entry:
       return write_tails_of<pair_entry>(places, count, tail);
-    case clock_entry:
-      return write_tails_of<clock_entry>(places, count, tail);
-    case separated_clock_entry:
-      return write_tails_of<separated_clock_entry>(places, count, tail);
+    case two_pairs_entry:
+      return write_tails_of<two_pairs_entry>(places, count, tail);
+    case separated_pairs_entry:
+      return write_tails_of<separated_pairs_entry>(places, count, tail);
     default:
       return;
   }

@@ -1,7 +1,6 @@
 #include "generate/moment_text.h"
 
 #include <cstdio>
-#include <cstdlib>
 
 #include "format/record_text.h"
 #include "formatlang/number_text.h"
@@ -61,11 +60,6 @@ bool MomentLayout::fits_places(const MomentFields& f) const {
   const auto fits = [](int value, unsigned most) { return static_cast<unsigned>(value) <= most; };
   return fits(f.year, year_is_short_ ? 99 : 9999) && fits(f.month, 99) && fits(f.day, 99) &&
          fits(f.hour, 99) && fits(f.minute, 99) && fits(f.second, 99);
-}
-
-const Wheel& MomentLayout::wheel() const {
-  if (!has_time_) return digit_pair_wheel;
-  return time_separator_ == 0 ? clock_wheel : separated_clock_wheel;
 }
 
 std::size_t MomentLayout::write_display(const MomentFields& f, char* out) const {
@@ -167,18 +161,14 @@ bool MomentRange::passed(std::string_view next, bool counts_up, bool counts_down
   return counts_down && (text < end_ || text > start_);
 }
 
-std::int64_t MomentRange::distance_to_end(std::int64_t key, bool counts_up,
-                                          bool counts_down) const {
-  if (!counts_up && !counts_down) return no_end;
-  if (!has_keys_ || (counts_up ? key < start_key_ : key > start_key_)) return 0;
-  const std::int64_t distance = counts_up ? end_key_ - key : key - end_key_;
-  if (!layout_.has_time() || distance < 0) return distance;
-  // The wheel stands for an hour, whose minutes and seconds are the key's last four digits.
-  constexpr std::int64_t hour = 10'000;
-  if (key / hour != end_key_ / hour) return no_end;
-  const auto place = [](std::int64_t k) { return k / 100 % 100 * seconds_per_minute + k % 100; };
-  if (end_key_ / 100 % 100 >= 60 || end_key_ % 100 >= 60) return 0;
-  return std::abs(place(end_key_) - place(key));
+std::int64_t MomentRange::stop_digits(std::int64_t key, bool counts_up, bool counts_down) const {
+  if (!counts_up && !counts_down) return nowhere;
+  if (!has_keys_ || (counts_up ? key < start_key_ : key > start_key_)) return at_once;
+  constexpr std::int64_t last_digits = 10'000;
+  const std::int64_t distance = counts_up ? end_key_ / last_digits - key / last_digits
+                                          : key / last_digits - end_key_ / last_digits;
+  if (distance != 0) return distance > 0 ? nowhere : at_once;
+  return end_key_ % last_digits;
 }
 
 bool MomentRange::text_is_behind_end(const MomentFields& next) const {

@@ -1,12 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <limits>
 #include <string>
 #include <string_view>
 
 #include "format/records.h"
-#include "generate/wheel.h"
 
 namespace korvex {
 
@@ -44,8 +42,9 @@ class MomentLayout {
   bool compares_with_century() const { return width_is_short_; }
   bool has_time() const { return has_time_; }
 
-  // What a text ends in that runs on: the day, or minutes and seconds.
-  const Wheel& wheel() const;
+  // What stands between month and day, and between minute and second; 0 for nothing.
+  char date_separator() const { return date_separator_; }
+  char time_separator() const { return time_separator_; }
 
   static constexpr std::size_t max_size = 64;
 
@@ -75,11 +74,12 @@ class MomentRange {
     return counts_down && (key < end_key_ || key > start_key_);
   }
 
-  // By how many places of the wheel a value may move on in the counting direction without passing,
-  // as long as nothing but what the wheel turns changes: 0 where that can't be said, no_end where
-  // nothing is tested.
-  std::int64_t distance_to_end(std::int64_t key, bool counts_up, bool counts_down) const;
-  static constexpr std::int64_t no_end = std::numeric_limits<std::int64_t>::max();
+  // Where an end value stops a value that counts on in the last four digits of its key, the month
+  // and day or the minute and second: nowhere, at these digits, or at once where that can't be
+  // said.
+  static constexpr std::int64_t nowhere = -1;
+  static constexpr std::int64_t at_once = -2;
+  std::int64_t stop_digits(std::int64_t key, bool counts_up, bool counts_down) const;
 
   // Whether the plain text of the fields is greater than the end value's, as both stand: a short
   // year gets no century here.

@@ -1,6 +1,7 @@
 #include "generate/number_generator.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <limits>
 
@@ -13,6 +14,45 @@ namespace korvex {
 namespace {
 
 constexpr std::int32_t max_width = static_cast<std::int32_t>(element_text_size) - 1;
+
+// "0000" to "9999".
+constexpr auto four_digit_texts = [] {
+  std::array<char, two_pairs_entry* 10'000> texts = {};
+  for (std::size_t i = 0; i < texts.size() / two_pairs_entry; ++i) {
+    for (std::size_t k = 0; k < 2; ++k) {
+      texts[two_pairs_entry * i + k] = digit_pairs[i / 100 * 2 + k];
+      texts[two_pairs_entry * i + 2 + k] = digit_pairs[i % 100 * 2 + k];
+    }
+  }
+  return texts;
+}();
+
+// "0.00" to "9.99".
+constexpr auto two_decimal_texts = [] {
+  std::array<char, two_pairs_entry* 1'000> texts = {};
+  for (std::size_t i = 0; i < texts.size() / two_pairs_entry; ++i) {
+    texts[two_pairs_entry * i] = static_cast<char>('0' + i / 100);
+    texts[two_pairs_entry * i + 1] = '.';
+    for (std::size_t k = 0; k < 2; ++k) {
+      texts[two_pairs_entry * i + 2 + k] = digit_pairs[i % 100 * 2 + k];
+    }
+  }
+  return texts;
+}();
+
+constexpr Wheel four_digit_wheel = {four_digit_texts.data(), two_pairs_entry, 10'000};
+constexpr Wheel two_decimal_wheel = {two_decimal_texts.data(), two_pairs_entry, 1'000};
+
+// What a number with so many places, the point included, ends in; `has_digits` tells whether it
+// writes digits before the point.
+Wheel wheel_of(std::int64_t places, int decimals, bool has_digits) {
+  constexpr std::int64_t long_entry = two_pairs_entry;
+  constexpr std::int64_t short_entry = pair_entry;
+  if (places >= long_entry && (decimals == 0 || decimals >= long_entry)) return four_digit_wheel;
+  if (places >= long_entry && decimals == 2 && has_digits) return two_decimal_wheel;
+  if (places >= short_entry) return decimals == 1 ? decimal_wheel : digit_pair_wheel;
+  return places == 1 && decimals == 0 ? digit_wheel : Wheel();
+}
 
 // Whether both halves are what counting within 18 digits gives.
 bool is_regular(std::int64_t high, std::int64_t low) {
@@ -65,11 +105,7 @@ NumberGenerator::NumberGenerator(const ItemContext& context, const ClFmtItemInf&
     }
   }
   const std::int64_t plain_digits = static_cast<std::int64_t>(width_) - (writes_sign_ ? 1 : 0);
-  if (plain_digits >= 2) {
-    wheel_ = decimals_ == 1 ? decimal_wheel : digit_pair_wheel;
-  } else if (plain_digits == 1 && decimals_ == 0) {
-    wheel_ = digit_wheel;
-  }
+  wheel_ = wheel_of(plain_digits, decimals_, digits_ > 0 && !fraction_only_);
   load(settings_.current);
   start_with(element.first_text());
 }

@@ -7,7 +7,7 @@
 namespace korvex {
 
 // Numbers: a sign and a magnitude of two nine-digit halves, stepped by the increment's halves. Runs
-// turn the last one or two digits.
+// turn the last digits.
 class NumberGenerator : public ElementGenerator {
  public:
   NumberGenerator(const ItemContext& context, const ClFmtItemInf& element);

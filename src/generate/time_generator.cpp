@@ -1,19 +1,13 @@
 #include "generate/time_generator.h"
 
 #include "generate/calendar.h"
+#include "generate/moment_wheels.h"
 
 namespace korvex {
 
 namespace {
 
 constexpr int last_hour = 23;
-constexpr int last_minute = 59;
-constexpr int last_second = 59;
-constexpr int last_place = static_cast<int>(seconds_per_hour) - 1;
-
-bool is_regular_time(const MomentFields& f) {
-  return f.hour <= last_hour && f.minute <= last_minute && f.second <= last_second;
-}
 
 bool is_time(const MomentFields& f, int hour, int minute) {
   return f.hour == hour && f.minute == minute;
@@ -25,8 +19,19 @@ bool is_date(const MomentFields& f, int year, int month, int day) {
 
 }  // namespace
 
-MomentGenerator::RunLimits TimeGenerator::run_limits() const {
-  return is_regular_time(fields_) ? RunLimits{0, last_place} : RunLimits{};
+const Wheel* ClockGenerator::wheel() const {
+  return fields_.hour <= last_hour ? &clock_wheel(layout_.time_separator()) : nullptr;
+}
+
+int ClockGenerator::place_of(int minute, int second) const {
+  const bool is_regular =
+      minute >= 0 && minute < minutes_per_hour && second >= 0 && second < seconds_per_minute;
+  return is_regular ? minute * seconds_per_minute + second : -1;
+}
+
+void ClockGenerator::set_place(int place) {
+  fields_.minute = place / seconds_per_minute;
+  fields_.second = place % seconds_per_minute;
 }
 
 bool TimeGenerator::change_fields() {
@@ -36,19 +41,17 @@ bool TimeGenerator::change_fields() {
   return true;
 }
 
-// Away from the calendar's first day and last month a step within the hour needs no further look.
-MomentGenerator::RunLimits TimestampGenerator::run_limits() const {
+// Away from the calendar's first day and last year a step within the hour needs no further look.
+const Wheel* TimestampGenerator::wheel() const {
   const MomentFields& f = fields_;
-  const bool inside_calendar = f.year >= 1970 && f.year < 2038 && f.month >= 1 && f.month <= 12 &&
-                               f.day >= 1 && f.day <= days_in_month(f.year, f.month) &&
-                               is_regular_time(f) && !is_date(f, 1970, 1, 1);
-  return inside_calendar ? RunLimits{0, last_place} : RunLimits{};
+  const bool inside_calendar = f.year >= first_calendar_year && f.year < last_calendar_year &&
+                               is_day(f.year, f.month, f.day) && !is_date(f, 1970, 1, 1);
+  return inside_calendar ? ClockGenerator::wheel() : nullptr;
 }
 
 // Behind the calendar's end the seconds count on where no end value stops them.
 bool TimestampGenerator::stays_in_places() const {
-  MomentFields last = {2038, 1, 19, 3, 14, 8};
-  return range_.text_is_behind_end(last);
+  return range_.text_is_behind_end({2038, 1, 19, 3, 14, 8});
 }
 
 bool TimestampGenerator::change_fields() {
@@ -62,7 +65,7 @@ bool TimestampGenerator::change_fields() {
   }
   // Within a day of the calendar nothing but the clock moves.
   const std::int64_t second = second_of_day(fields_) + change();
-  if (!run_limits().is_empty() && second >= 0 && second < seconds_per_day) {
+  if (wheel() != nullptr && second >= 0 && second < seconds_per_day) {
     set_time(second, fields_);
     return true;
   }
