@@ -33,7 +33,7 @@ class ClEnumDataList {
 
   void append(std::string_view value) {
     if (capacity_ - end_ < value.size()) grow(2 * (end_ + value.size()));
-    std::memcpy(text_.get() + end_, value.data(), value.size());
+    copy_value(text_.get() + end_, value);
     sizes_.push_back(static_cast<Size>(value.size()));
     end_ += value.size();
     largest_ = std::max(largest_, value.size());
@@ -47,6 +47,17 @@ class ClEnumDataList {
 
   using Size = std::uint16_t;
   static_assert(LineReader::max_line_size <= std::numeric_limits<Size>::max());
+
+  // Most values are short: two stores that overlap instead of a call.
+  static void copy_value(char* out, std::string_view value) {
+    constexpr std::size_t half = 8;
+    if (value.size() >= half && value.size() <= 2 * half) {
+      std::memcpy(out, value.data(), half);
+      std::memcpy(out + value.size() - half, value.data() + value.size() - half, half);
+    } else {
+      std::memcpy(out, value.data(), value.size());
+    }
+  }
 
   // With room for the chunk as which the last value may be copied.
   void grow(std::size_t capacity) {
@@ -87,7 +98,9 @@ class EnumCursor {
   // answers the value's end.
   char* write_next(char* out) {
     const std::size_t size = sizes_[index_++];
-    if (size <= LineBlock::chunk_size) [[likely]] {
+    if (size <= LineBlock::chunk_size / 2) [[likely]] {
+      std::memcpy(out, text_, LineBlock::chunk_size / 2);
+    } else if (size <= LineBlock::chunk_size) {
       std::memcpy(out, text_, LineBlock::chunk_size);
     } else {
       std::memcpy(out, text_, size);
