@@ -47,7 +47,7 @@ std::int64_t BlockAssembler::assemble(LineBlock& lines, std::int64_t most) {
 bool BlockAssembler::plan_records() {
   std::int64_t records = FieldOutlook::no_end;
   columns_.clear();
-  std::string* text = &add_column(nullptr, false).closing;
+  std::string* text = &add_column(nullptr, FieldForm::constant).closing;
   for (ItemGenerator* item : records_.fields()) {
     const FieldOutlook outlook = item->outlook(records_.run());
     records = std::min(records, outlook.records);
@@ -57,7 +57,7 @@ bool BlockAssembler::plan_records() {
       continue;
     }
     *text += item->opening();
-    text = &add_column(item, outlook.form == FieldForm::listed).closing;
+    text = &add_column(item, outlook.form).closing;
     *text += item->closing();
   }
   if (drops_last_comma_) text->pop_back();
@@ -67,10 +67,11 @@ bool BlockAssembler::plan_records() {
   return true;
 }
 
-BlockAssembler::Column& BlockAssembler::add_column(ItemGenerator* item, bool is_listed) {
+BlockAssembler::Column& BlockAssembler::add_column(ItemGenerator* item, FieldForm form) {
   Column& column = columns_.emplace_back();
   column.item = item;
-  column.is_listed = is_listed;
+  column.form = form;
+  column.is_listed = item != nullptr && !item->has_one_size(form);
   return column;
 }
 
@@ -86,7 +87,7 @@ void BlockAssembler::place_columns() {
       listed_.push_back({column.item, column.item->list_cursor(), column.offset,
                          column.closing.data(), column.closing.size()});
     } else {
-      const std::size_t field = column.item != nullptr ? column.item->counting_size() : 0;
+      const std::size_t field = column.item != nullptr ? column.item->size(column.form) : 0;
       offset += field + column.closing.size();
       line_room_ += field;
     }
@@ -146,8 +147,10 @@ void BlockAssembler::write_columns(LineBlock& lines, std::int64_t count) {
     const FieldPlaces fields = {lines.data(), places, column.offset, column.room};
     if (column.is_listed) {
       places += most_lines;
-    } else if (column.item != nullptr) {
+    } else if (column.form == FieldForm::counting) {
       column.item->write_counting(fields, count, column.closing);
+    } else if (column.form == FieldForm::listed) {
+      column.item->write_values(fields, count, column.closing);
     } else if (!column.closing.empty()) {
       write_fields(fields, count, column.closing, {});
     }

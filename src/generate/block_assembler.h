@@ -16,7 +16,8 @@ namespace korvex {
 //
 // Records are assembled together as long as the items foresee them: fields that keep their size,
 // and values of lists. First the values of lists are written, line by line, because they decide
-// where everything else stands; then each item writes its fields into all lines, a run at a time.
+// where everything else stands, unless all are of one size; then each item writes its fields into
+// all lines, a run at a time.
 class BlockAssembler {
  public:
   // Keeps a reference to the record assembler, which must have all its fields.
@@ -33,7 +34,8 @@ class BlockAssembler {
   // One item, and the text between its field and the next item that counts or is listed.
   struct Column {
     ItemGenerator* item = nullptr;  // null for the text before the first item
-    bool is_listed = false;
+    FieldForm form = FieldForm::constant;
+    bool is_listed = false;  // of a list with values of several sizes
     std::size_t offset = 0;  // from the line's begin, or from the end of the last listed field
     std::size_t room = 0;    // behind it, up to the next listed field or the line's end
     std::string closing;
@@ -49,7 +51,7 @@ class BlockAssembler {
   };
 
   bool plan_records();
-  Column& add_column(ItemGenerator* item, bool is_listed);
+  Column& add_column(ItemGenerator* item, FieldForm form);
   void place_columns();
   std::int64_t place_equal_lines(LineBlock& lines, std::int64_t most);
   std::int64_t write_lists(LineBlock& lines, std::int64_t most);

@@ -36,11 +36,13 @@ class ClEnumDataList {
     copy_value(text_.get() + end_, value);
     sizes_.push_back(static_cast<Size>(value.size()));
     end_ += value.size();
+    smallest_ = sizes_.size() == 1 ? value.size() : std::min(smallest_, value.size());
     largest_ = std::max(largest_, value.size());
   }
 
   std::int32_t count() const { return static_cast<std::int32_t>(sizes_.size()); }
   std::size_t largest() const { return largest_; }
+  bool has_one_size() const { return smallest_ == largest_; }
 
  private:
   friend class EnumCursor;
@@ -72,6 +74,7 @@ class ClEnumDataList {
   std::size_t capacity_ = 0;
   std::size_t end_ = 0;
   std::vector<Size> sizes_;
+  std::size_t smallest_ = 0;
   std::size_t largest_ = 0;
 };
 
@@ -92,6 +95,12 @@ class EnumCursor {
     index_ = 0;
   }
   void next() { text_ += sizes_[index_++]; }
+
+  // The same for several values of one size.
+  void skip(std::int64_t values) {
+    text_ += static_cast<std::ptrdiff_t>(sizes_[index_]) * values;
+    index_ += static_cast<std::int32_t>(values);
+  }
   void back() { text_ -= sizes_[--index_]; }
 
   // Writes the value at `out`, where there must be room for a chunk more, and goes on to the next;

@@ -74,12 +74,16 @@ class ItemGenerator {
   std::string_view opening() const { return quoted_ ? "\"" : ""; }
   std::string_view closing() const { return quoted_ ? "\"," : ","; }
 
-  // The size of the counting field.
-  std::size_t counting_size() const;
+  // Whether the field keeps its size over the records foreseen, and that size.
+  bool has_one_size(FieldForm form) const {
+    return form != FieldForm::listed || enumeration_->has_one_size();
+  }
+  std::size_t size(FieldForm form) const;
 
-  // Writes the next `count` counting fields, each with `closing` behind it, and takes as many
+  // Writes the next `count` fields of one size, each with `closing` behind it, and takes as many
   // steps.
   void write_counting(FieldPlaces places, std::int64_t count, std::string_view closing);
+  void write_values(FieldPlaces places, std::int64_t count, std::string_view closing);
 
   // Where the next value of the list stands.
   EnumCursor& list_cursor() { return *list_cursor_; }
@@ -102,17 +106,11 @@ class ItemGenerator {
   static constexpr char quotation_mark = '"';
 
   std::int32_t append_plain(LineBlock& line);
-  std::int64_t run_left() const;
-  FieldOutlook counting_outlook() const;
-  bool counts_on_without_end() const;
-  FieldOutlook repeated_outlook(const RunState& run) const;
-  void step_beyond_run();
   std::int32_t append_other(LineBlock& line, const RunState& run);
   std::int32_t append_repeated(LineBlock& line, const RunState& run);
   std::int32_t append_next_enumeration(LineBlock& line);
   std::int32_t append_repeated_enumeration(LineBlock& line, const RunState& run);
   void append_enumeration_value(LineBlock& line);
-  bool shows_nothing() const;
   [[gnu::always_inline]] inline std::int32_t walk_elements(char*& out, bool& ended);
   char* open_field(LineBlock& line) const;
   char* close_field(char* out) const {
@@ -125,6 +123,13 @@ class ItemGenerator {
   void restart_elements();
   bool outer_waits(const RunState& run) const;
   bool repeats_from_start() const;
+
+  FieldOutlook counting_outlook() const;
+  FieldOutlook repeated_outlook(const RunState& run) const;
+  bool shows_nothing() const;
+  bool counts_on_without_end() const;
+  std::int64_t run_left() const;
+  void step_beyond_run();
 
   const FmtColRec& settings_;
   // An item without values is never quoted and has no elements to walk.

@@ -86,7 +86,8 @@ void ItemGenerator::append_constant(std::string& line, const RunState& run) cons
   line += closing();
 }
 
-std::size_t ItemGenerator::counting_size() const {
+std::size_t ItemGenerator::size(FieldForm form) const {
+  if (form == FieldForm::listed) return enumeration_->largest();
   std::size_t size = 0;
   for (const auto& element : elements_) size += element->text().size();
   return size;
@@ -130,6 +131,18 @@ void ItemGenerator::write_counting(FieldPlaces places, std::int64_t count,
       if (steps > 0 && !element->is_off()) element->skip(steps);
     }
     if (steps_beyond) step_beyond_run();
+  }
+}
+
+void ItemGenerator::write_values(FieldPlaces places, std::int64_t count, std::string_view closing) {
+  EnumCursor& cursor = *list_cursor_;
+  while (count > 0) {
+    if (cursor.is_at_end()) cursor.rewind();
+    const std::int64_t lines = std::min<std::int64_t>(count, cursor.left());
+    write_texts(places, lines, cursor.value(), closing);
+    cursor.skip(lines);
+    places.lines += lines;
+    count -= lines;
   }
 }
 
