@@ -185,8 +185,7 @@ FileCause File::write_through(const char* data, std::size_t size) {
 
 FileCause File::write(const void* data, std::size_t size) {
   if (failed_ != FileCause::none) return failed_;
-  // A block of the buffer's size gains nothing from being copied into it.
-  if (buffered_ == 0 && size >= write_buffer_size) {
+  if (buffered_ == 0 && size >= direct_write_size) {
     return write_through(static_cast<const char*>(data), size);
   }
   if (!buffer_) buffer_ = std::make_unique_for_overwrite<char[]>(write_buffer_size);

@@ -32,6 +32,9 @@ class File {
   // cost thirty times a block.
   static constexpr std::size_t write_buffer_size = 256 * 1024;
 
+  // As much as this at once gains nothing from being gathered first.
+  static constexpr std::size_t direct_write_size = 64 * 1024;
+
   File() = default;
   ~File();
   File(File&& other) noexcept;

@@ -85,7 +85,9 @@ class EnumerationCheckTest : public testing::Test {
 
   Names stored_values() const {
     Names all;
-    for (std::int32_t i = 0; i < values.count(); ++i) all.emplace_back(values.value(i));
+    for (EnumCursor cursor(values); !cursor.is_at_end(); cursor.next()) {
+      all.emplace_back(cursor.value());
+    }
     return all;
   }
 
@@ -116,9 +118,10 @@ TEST_F(EnumerationCheckTest, CountsAndLoadsTheValues) {
   std::string long_list(40'000, 'x');
   for (int i = 0; i < 100'000; ++i) long_list += "\n" + std::to_string(i % 1000);
   ASSERT_EQ(load(long_list, {1, 1, 40'000, 40'000, 0}), 100'002);
-  EXPECT_EQ(values.value(0).size(), 32'768U);
-  EXPECT_EQ(values.value(1).size(), 40'000U - 32'768U);
-  EXPECT_EQ(values.value(100'001), "999");
+  const Names stored = stored_values();
+  EXPECT_EQ(stored[0].size(), 32'768U);
+  EXPECT_EQ(stored[1].size(), 40'000U - 32'768U);
+  EXPECT_EQ(stored.back(), "999");
 }
 
 TEST_F(EnumerationCheckTest, TheCheckEndsAtTheFirstBadLine) {
