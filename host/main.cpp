@@ -2,10 +2,12 @@
 #include <iostream>
 
 #include "host/exit_status.h"
+#include "host/interruption.h"
 #include "host/program.h"
 #include "korvex/korvex.h"
 
 int main(int argc, char** argv) {
+  korvex::host::watch_interruptions();
   try {
     return korvex::host::run_program(argc, argv, {DGCreateData, DGCheckRepeatCnt}, std::cout,
                                      std::cerr);
