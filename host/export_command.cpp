@@ -1,6 +1,5 @@
 #include "host/export_command.h"
 
-#include <csignal>
 #include <ostream>
 
 #include "host/exit_status.h"
@@ -82,13 +81,11 @@ int run_export(const ExportOptions& options, std::ostream& out, std::ostream& me
   const int status = prepared.prepare(options.layout, options.records, messages);
   if (status != exit_status::done) return status;
   Exporter exporter(prepared, options.format);
-  // A reader that has had enough shows in the write that fails.
-  std::signal(SIGPIPE, SIG_IGN);
   ReplacedOutput output(options.output, out);
   if (output.failure().empty() && !exporter.write(output, messages)) return exit_status::failed;
   output.finish();
   if (!output.failure().empty()) {
-    if (!output.reader_is_gone()) messages << output.failure() << std::endl;
+    messages << output.failure() << std::endl;
     return exit_status::failed;
   }
   if (!options.quiet && options.output != "-") {

@@ -17,7 +17,7 @@ namespace korvex::host {
 
 namespace {
 
-constexpr std::array watched_signals = {SIGINT, SIGTERM, SIGHUP};
+constexpr std::array watched_signals = {SIGINT, SIGTERM, SIGHUP, SIGPIPE};
 constexpr int signal_status = 128;
 
 // All that the handler reads lies ready in fixed places: it may come in the middle of anything, so
@@ -74,12 +74,23 @@ void remove(const Slot& slot) {
   if (slot.what == RemovedOnInterruption::What::file || is_changed(slot, now)) ::unlink(slot.path);
 }
 
+void print_last_words() {
+  const std::size_t size = ::strnlen(last_words, sizeof last_words);
+  if (size == 0) return;
+  // The progress stands in the line of a terminal.
+  static constexpr char clear_line[] = "\r\033[K";
+  ssize_t written = 0;
+  if (::isatty(STDERR_FILENO) == 1) {
+    written = ::write(STDERR_FILENO, clear_line, sizeof clear_line - 1);
+  }
+  if (written >= 0) written = ::write(STDERR_FILENO, last_words, size);
+}
+
 void end_program(int signal) {
   for (const Slot& slot : slots) {
     if (slot.is_used != 0) remove(slot);
   }
-  const std::size_t size = ::strnlen(last_words, sizeof last_words);
-  if (size > 0 && ::write(STDERR_FILENO, last_words, size) < 0) ::_exit(signal_status + signal);
+  print_last_words();
   ::_exit(signal_status + signal);
 }
 

@@ -2,8 +2,8 @@
 
 #include <string>
 
-// Ctrl-C and the two other signals that end a program politely: whatever the program is doing, it
-// is over at once, and what it had begun is gone.
+// Ctrl-C, the two other signals that end a program politely, and the one for a reader that has had
+// enough: whatever the program is doing, it is over at once, and what it had begun is gone.
 //
 // The handler does the removing itself, so it needs no loop that asks for it, and a write that
 // blocks, or a question that waits for an answer, ends as well.

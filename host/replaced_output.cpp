@@ -59,7 +59,6 @@ ReplacedOutput::~ReplacedOutput() {
 }
 
 void ReplacedOutput::fail() {
-  reader_is_gone_ = errno == EPIPE;
   failure_ = (is_standard_ ? "standard output" : path_) + ": " + std::strerror(errno);
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <fstream>
 #include <iosfwd>
 #include <optional>
 #include <string>
@@ -24,12 +23,8 @@ class ReplacedOutput {
   // Puts the file in its place.
   void finish();
 
-  // What went wrong, empty if nothing did. Whoever reads standard output may have had enough of it:
-  // nothing needs to be said then.
+  // What went wrong, empty if nothing did.
   const std::string& failure() const { return failure_; }
-  bool reader_is_gone() const { return reader_is_gone_; }
-
-  const std::string& path() const { return path_; }
 
  private:
   void fail();
@@ -43,7 +38,6 @@ class ReplacedOutput {
   int descriptor_ = -1;
   std::string buffer_;
   std::string failure_;
-  bool reader_is_gone_ = false;
 };
 
 }  // namespace korvex::host

@@ -1,5 +1,8 @@
-#include "host/view_commands.h"
+#include "host/layout_commands.h"
 
+#include <unistd.h>
+
+#include <iostream>
 #include <map>
 #include <ostream>
 
@@ -27,13 +30,14 @@ void add_records(CLI::App& command, std::optional<std::int32_t>& records) {
 
 }  // namespace
 
-ViewCommands::ViewCommands(CLI::App& app) {
+LayoutCommands::LayoutCommands(CLI::App& app) {
   add_check(app);
   add_preview(app);
   add_export(app);
+  add_new(app);
 }
 
-void ViewCommands::add_check(CLI::App& app) {
+void LayoutCommands::add_check(CLI::App& app) {
   CLI::App* command = app.add_subcommand(
       "check", "Say what generating will give, without generating: values, sizes, repetitions");
   command->add_option("LAYOUT", check_options_.layout, "layout file (TOML)")->required();
@@ -45,7 +49,7 @@ void ViewCommands::add_check(CLI::App& app) {
   check_ = command;
 }
 
-void ViewCommands::add_preview(CLI::App& app) {
+void LayoutCommands::add_preview(CLI::App& app) {
   CLI::App* command = app.add_subcommand("preview", "Show the first records as a table");
   command->add_option("LAYOUT", preview_options_.layout, "layout file (TOML)")->required();
   command->add_option("-n,--records", preview_options_.records, "number of records")
@@ -54,7 +58,7 @@ void ViewCommands::add_preview(CLI::App& app) {
   preview_ = command;
 }
 
-void ViewCommands::add_export(CLI::App& app) {
+void LayoutCommands::add_export(CLI::App& app) {
   CLI::App* command = app.add_subcommand("export", "Write the records for another program");
   FormatChoices& format = export_options_.format;
   command->add_option("LAYOUT", export_options_.layout, "layout file (TOML)")->required();
@@ -73,9 +77,27 @@ void ViewCommands::add_export(CLI::App& app) {
   export_ = command;
 }
 
-std::optional<int> ViewCommands::run(std::ostream& out, std::ostream& messages) const {
+void LayoutCommands::add_new(CLI::App& app) {
+  CLI::App* command = app.add_subcommand(
+      "new", "Write a layout to start from; asks on a terminal for what no option says");
+  command->add_option("-o,--output", new_options_.output,
+                      "the layout file, which must not be there yet (default: standard output)");
+  command->add_option("--kind", new_options_.kind, "record, table or iso");
+  command->add_option("--data", new_options_.data, "path of the data file");
+  add_records(*command, new_options_.records);
+  command->add_option("--item", new_options_.items,
+                      "NAME:ATTRIBUTE, and behind it :SIZE and :DECIMALS where the attribute has "
+                      "them; a + behind the size for a signed number; once for each item");
+  new_ = command;
+}
+
+std::optional<int> LayoutCommands::run(std::ostream& out, std::ostream& messages) const {
   if (check_->parsed()) return run_check(check_options_, out, messages);
   if (preview_->parsed()) return run_preview(preview_options_, out, messages);
+  if (new_->parsed()) {
+    const bool has_terminal = ::isatty(STDIN_FILENO) == 1;
+    return run_new(new_options_, has_terminal ? &std::cin : nullptr, out, messages);
+  }
   if (!export_->parsed()) return std::nullopt;
   if (export_options_.format.dialect == Dialect::json_lines &&
       export_options_.format.in_code_page) {
