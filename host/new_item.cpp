@@ -1,5 +1,6 @@
 #include "host/new_item.h"
 
+#include <algorithm>
 #include <charconv>
 #include <sstream>
 
@@ -47,42 +48,53 @@ std::string quoted(std::string_view text) {
   return result + '"';
 }
 
+// "key = value  # comment", one below the other.
+void append_key(std::string_view key, std::string_view value, std::string_view comment,
+                std::ostream& out) {
+  constexpr std::size_t key_width = 11;
+  constexpr std::size_t value_width = 18;
+  std::string line(key);
+  line.resize(std::max(line.size(), key_width), ' ');
+  line.append(" = ").append(value);
+  if (!comment.empty()) {
+    line.resize(std::max(line.size(), key_width + value_width), ' ');
+    line.append(" # ").append(comment);
+  }
+  out << line << "\n";
+}
+
 void append_size(const ItemAttributes& item, std::ostream& out) {
   if (!needs_size(item)) return;
-  if (is_number(item) || is_national(item.attribute)) {
-    out << "digits      = " << item.digits << "\n";
-  } else {
-    out << "length      = " << item.length << "\n";
-  }
+  const bool has_digits = is_number(item) || is_national(item.attribute);
+  append_key(has_digits ? "digits" : "length",
+             std::to_string(has_digits ? item.digits : item.length), "", out);
   if (item.decimals > 0) {
-    out << "decimals    = " << item.decimals << "              # of the digits\n";
+    append_key("decimals", std::to_string(item.decimals), "of the digits", out);
   }
 }
 
-void append_item(const NewItem& item, bool is_first, std::ostream& out) {
+// The first item explains the keys.
+void append_item(const NewItem& item, bool explains, std::ostream& out) {
   const ItemAttributes& attributes = item.attributes;
-  out << "\n[[item]]\n"
-      << "name        = " << quoted(item.name) << "\n"
-      << "attribute   = " << quoted(attribute_name(attributes.attribute)) << "\n";
+  out << "\n[[item]]\n";
+  append_key("name", quoted(item.name), "", out);
+  append_key("attribute", quoted(attribute_name(attributes.attribute)), "", out);
   if (is_number(attributes)) {
-    out << "signed      = " << (attributes.signed_flag != 0 ? "true" : "false") << "\n";
+    append_key("signed", attributes.signed_flag != 0 ? "true" : "false", "", out);
   }
   append_size(attributes, out);
-  out << "[item.values]\n";
   RangeTexts texts;
   default_settings(attributes, texts);
-  out << "type        = \"range\""
-      << (is_first ? "        # or \"initial\" (empty), \"reference\", \"enumeration\"" : "")
-      << "\n"
-      << "format      = " << quoted(platform::to_utf8(texts.format)) << "\n"
-      << "start       = " << quoted(platform::to_utf8(texts.start)) << "\n"
-      << "end         = " << quoted(platform::to_utf8(texts.end)) << "\n"
-      << "increment   = " << quoted(texts.increment)
-      << (is_first ? "              # above 0, at most 9; with a minus to count down" : "") << "\n"
-      << "exceeded    = \"repeat\""
-      << (is_first ? "       # behind the end: \"repeat\" from the start, or \"initialize\": empty"
-                   : "")
-      << "\n";
+  const auto append = [&](std::string_view key, const std::string& text, std::string_view comment) {
+    append_key(key, quoted(platform::to_utf8(text)), explains ? comment : "", out);
+  };
+  out << "[item.values]\n";
+  append("type", "range", "or \"initial\" (empty), \"reference\", \"enumeration\"");
+  append("format", texts.format, "");
+  append("start", texts.start, "");
+  append("end", texts.end, "");
+  append("increment", texts.increment, "above 0, at most 9; with a minus to count down");
+  append("exceeded", "repeat", "behind the end: from the start, or \"initialize\": empty");
 }
 
 }  // namespace
@@ -163,12 +175,12 @@ std::string layout_text(const NewLayout& layout) {
   std::ostringstream out;
   out << "# What a data file holds. `korvex preview` shows its first records, `korvex generate` "
          "writes it.\n\n"
-      << "[layout]\n"
-      << "kind        = " << quoted(layout.kind)
-      << "       # \"record\", \"table\" or \"iso\": how lines end and dates look\n"
-      << "records     = " << layout.records << "\n"
-      << "data        = " << quoted(layout.data) << "\n"
-      << "quote       = \"none\"         # \"double\": texts and dates between quotation marks\n";
+      << "[layout]\n";
+  append_key("kind", quoted(layout.kind), "\"record\", \"table\" or \"iso\": line ends and dates",
+             out);
+  append_key("records", std::to_string(layout.records), "", out);
+  append_key("data", quoted(layout.data), "", out);
+  append_key("quote", quoted("none"), "\"double\": texts and dates between quotation marks", out);
   for (std::size_t i = 0; i < layout.items.size(); ++i) {
     append_item(layout.items[i], i == 0, out);
   }

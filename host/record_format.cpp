@@ -96,6 +96,35 @@ class Tsv : public Lines {
   bool in_code_page_;
 };
 
+// "20240229" or "2024/02/29" as three numbers with the separator in between; the last two have
+// two digits each.
+std::string separated(std::string digits, char separator) {
+  std::replace(digits.begin(), digits.end(), '/', separator);
+  constexpr std::size_t shortest = 6;
+  const bool is_plain = digits.find_first_not_of("0123456789") == std::string::npos;
+  if (!is_plain || digits.size() < shortest) return digits;
+  digits.insert(digits.size() - 2, 1, separator);
+  digits.insert(digits.size() - 5, 1, separator);
+  return digits;
+}
+
+// Dates are written with hyphens and times with colons, whatever the layout's kind makes of them.
+std::string standard_moment(const LayoutItem& item, const std::string& value) {
+  const std::int32_t kind = value_class_of(item.attributes.attribute);
+  const std::size_t blank = std::min(value.find(' '), value.size());
+  switch (kind) {
+    case value_class::date:
+      return separated(value, '-');
+    case value_class::time:
+      return separated(value, ':');
+    case value_class::timestamp:
+      return separated(value.substr(0, blank), '-') + " " +
+             separated(value.substr(std::min(blank + 1, value.size())), ':');
+    default:
+      return value;
+  }
+}
+
 void append_json_text(std::string_view text, std::string& out) {
   static constexpr std::string_view digits = "0123456789abcdef";
   out += '"';
@@ -146,7 +175,7 @@ class JsonLines : public RecordFormat {
       if (number) {
         out += *number;
       } else {
-        append_json_text(values[i], out);
+        append_json_text(standard_moment(*items_[i], values[i]), out);
       }
     }
     out += "}\n";
@@ -196,35 +225,6 @@ class SqlInserts : public RecordFormat {
     } else {
       append_sql_text(standard_moment(item, value), out, '\'');
     }
-  }
-
-  // Dates are written with hyphens and times with colons, whatever the layout's kind makes of them.
-  static std::string standard_moment(const LayoutItem& item, const std::string& value) {
-    const std::int32_t kind = value_class_of(item.attributes.attribute);
-    const std::size_t blank = std::min(value.find(' '), value.size());
-    switch (kind) {
-      case value_class::date:
-        return separated(value, '-');
-      case value_class::time:
-        return separated(value, ':');
-      case value_class::timestamp:
-        return separated(value.substr(0, blank), '-') + " " +
-               separated(value.substr(std::min(blank + 1, value.size())), ':');
-      default:
-        return value;
-    }
-  }
-
-  // "20240229" or "2024/02/29" as three numbers with the separator in between; the last two have
-  // two digits each.
-  static std::string separated(std::string digits, char separator) {
-    std::replace(digits.begin(), digits.end(), '/', separator);
-    constexpr std::size_t shortest = 6;
-    const bool is_plain = digits.find_first_not_of("0123456789") == std::string::npos;
-    if (!is_plain || digits.size() < shortest) return digits;
-    digits.insert(digits.size() - 2, 1, separator);
-    digits.insert(digits.size() - 5, 1, separator);
-    return digits;
   }
 
   const std::vector<const LayoutItem*>& items_;

@@ -25,8 +25,7 @@ constexpr std::array start_codes = {error::start_count_mismatch, error::bad_star
                                     error::start_not_set, error::start_out_of_range};
 constexpr std::array end_codes = {error::end_count_mismatch, error::bad_end_sign,
                                   error::end_not_set, error::end_out_of_range};
-constexpr std::array increment_codes = {error::increment_out_of_range, error::bad_increment,
-                                        error::increment_not_set};
+constexpr std::array increment_codes = {error::bad_increment, error::increment_not_set};
 
 template <std::size_t Count>
 bool is_among(std::int32_t code, const std::array<std::int32_t, Count>& codes) {

@@ -85,9 +85,9 @@ TEST_F(ExportCommand, EveryDialectKeepsItsRules) {
       "-00.00\tO'Neil\\tｿ\\\\表\t2024/03/01\n"
       "+00.50\t\t2024/03/02\n";
   const std::string json =
-      R"({"N\"1":-0.50,"名":"say \"a,b\"","D":"2024/02/29"}
-{"N\"1":0.00,"名":"O'Neil\u0009ｿ\\表","D":"2024/03/01"}
-{"N\"1":0.50,"名":null,"D":"2024/03/02"}
+      R"({"N\"1":-0.50,"名":"say \"a,b\"","D":"2024-02-29"}
+{"N\"1":0.00,"名":"O'Neil\u0009ｿ\\表","D":"2024-03-01"}
+{"N\"1":0.50,"名":null,"D":"2024-03-02"}
 )";
   const std::string sql =
       "INSERT INTO \"stock\" (\"N\"\"1\", \"名\", \"D\") VALUES\n"

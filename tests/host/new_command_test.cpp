@@ -64,7 +64,7 @@ TEST_F(NewCommand, AsksForWhatIsLeftOpen) {
       << asked;
   EXPECT_NE(asked.find("Decimals among them [0]: expected decimals from 0 to 5"),
             std::string::npos);
-  EXPECT_NE(test::read_file(layout()).find("records     = 12"), std::string::npos);
+  EXPECT_NE(test::read_file(layout()).find("records     = 12\n"), std::string::npos);
 }
 
 TEST_F(NewCommand, RefusesWithoutWriting) {
