@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "host/exit_status.h"
+#include "host/layout_commands.h"
 #include "host/show.h"
 #include "host/table_reader.h"
 
@@ -84,12 +85,14 @@ int run_program(int argc, const char* const* argv, const ModuleFunctions& functi
   CLI::App* show = app.add_subcommand(
       "show", "Show a control file, Format Information file or log file in readable form");
   show->add_option("FILE", shown_file, "the file")->required();
+  const LayoutCommands layout_commands(app);
 
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& stop) {
     return app.exit(stop, out, messages) == 0 ? exit_status::done : exit_status::wrong_usage;
   }
+  if (const auto status = layout_commands.run(out, messages)) return *status;
   if (show->parsed()) return run_show(shown_file, out, messages);
   if (count->parsed()) {
     return run_count(count_options, functions.check_repeat_count, out, messages);

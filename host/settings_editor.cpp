@@ -13,6 +13,7 @@
 #include "format/reconcile.h"
 #include "format/record_text.h"
 #include "formatlang/default_settings.h"
+#include "host/interruption.h"
 #include "host/output_folders.h"
 
 namespace korvex::host {
@@ -167,6 +168,8 @@ std::size_t count_settings(const ClFmtLvlInf& level) {
 }  // namespace
 
 SettingsResult write_settings_of(const Layout& layout) {
+  // The settings file is written beside itself and renamed: either not begun or done.
+  const InterruptionsHeld held;
   SettingsResult result;
   make_output_folders(layout);
   ClFmtFile file;
