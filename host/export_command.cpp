@@ -1,5 +1,7 @@
 #include "host/export_command.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <ostream>
 
 #include "host/exit_status.h"
@@ -74,12 +76,30 @@ class Exporter {
   std::int64_t records_ = 0;
 };
 
+// Whether the output would take the place of what it is made from.
+bool is_source(const std::string& output, const PreparedLayout& prepared) {
+  const Layout& layout = prepared.layout();
+  std::vector<std::string> sources = {layout.file, layout.settings};
+  for (const LayoutItem& item : layout.items) {
+    if (item.values) sources.push_back(item.values->file);
+  }
+  return std::any_of(sources.begin(), sources.end(), [&](const std::string& source) {
+    std::error_code is_absent;
+    return std::filesystem::equivalent(output, source, is_absent);
+  });
+}
+
 }  // namespace
 
 int run_export(const ExportOptions& options, std::ostream& out, std::ostream& messages) {
   PreparedLayout prepared;
   const int status = prepared.prepare(options.layout, options.records, messages);
   if (status != exit_status::done) return status;
+  if (is_source(options.output, prepared)) {
+    messages << options.output << ": belongs to the layout, expected a file of its own"
+             << std::endl;
+    return exit_status::wrong_usage;
+  }
   Exporter exporter(prepared, options.format);
   ReplacedOutput output(options.output, out);
   if (output.failure().empty() && !exporter.write(output, messages)) return exit_status::failed;

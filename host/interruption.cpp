@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
 #include <climits>
 #include <cstddef>
 #include <cstring>
@@ -131,6 +132,7 @@ RemovedOnInterruption::RemovedOnInterruption(const std::string& path, What what)
   slot.what = what;
   slot.existed = ::lstat(name.c_str(), &slot.before) == 0;
   std::memcpy(slot.path, name.c_str(), name.size() + 1);
+  std::atomic_signal_fence(std::memory_order_release);
   slot.is_used = 1;
 }
 

@@ -131,6 +131,11 @@ TEST_F(ExportCommand, ReplacesItsOutputWhenComplete) {
   EXPECT_EQ(test::read_file(output), "old");
   EXPECT_EQ(folder.names(), names);
 
+  for (const std::string& source : {layout(), list()}) {
+    const std::string before = test::read_file(source);
+    EXPECT_EQ(run({}, source), exit_status::wrong_usage);
+    EXPECT_EQ(test::read_file(source), before);
+  }
   EXPECT_EQ(run({}, folder.file("missing/o.csv")), exit_status::failed);
   EXPECT_TRUE(messages.str().ends_with("No such file or directory\n")) << messages.str();
   EXPECT_EQ(run({}, "/dev/full"), exit_status::failed);
