@@ -11,6 +11,7 @@
 
 #include "format/error_codes.h"
 #include "format/records.h"
+#include "host/comma_marks.h"
 #include "host/exit_status.h"
 #include "host/generated_records.h"
 #include "host/interrupt.h"
@@ -76,12 +77,13 @@ class LoadProgress {
 
 class Load {
  public:
-  Load(const Layout& layout, const LoadPlan& plan, const TableSchema& table, CreateData create_data)
+  Load(const Layout& layout, bool has_marks, const LoadPlan& plan, const TableSchema& table,
+       CreateData create_data)
       : layout_(layout),
         plan_(plan),
         table_(table),
         create_data_(create_data),
-        reader_(plan.forms, layout.kind != layout_kind::third) {}
+        reader_(plan.forms, layout.kind != layout_kind::third, has_marks) {}
 
   // Answers the number of rows. Throws what the parts of a load throw.
   std::int64_t run(Database& database) {
@@ -162,7 +164,7 @@ int load(const LoadOptions& options, const Layout& own, CreateData create_data, 
   if (print_failures(settings, own, messages)) return exit_status::failed;
   print_left_out(settings, own, messages);
   const LoadPlan plan = plan_load(layout, settings.left_out, table);
-  Load run(layout, plan, table, create_data);
+  Load run(layout, mark_commas(layout), plan, table, create_data);
   const Clock::time_point start = Clock::now();
   try {
     const std::int64_t rows = run.run(*database);

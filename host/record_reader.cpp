@@ -1,8 +1,11 @@
 #include "host/record_reader.h"
 
+#include <algorithm>
 #include <cstring>
+#include <functional>
 
 #include "formatlang/attributes.h"
+#include "host/comma_marks.h"
 
 namespace korvex::host {
 
@@ -118,8 +121,8 @@ FieldForm field_form(std::int32_t attribute, const ColumnSchema& column) {
   return is_short || holds_numbers(column.type) ? FieldForm::as_it_is : form;
 }
 
-RecordReader::RecordReader(const std::vector<FieldForm>& forms, bool has_last_comma)
-    : forms_(forms), texts_(forms.size()), has_last_comma_(has_last_comma) {}
+RecordReader::RecordReader(const std::vector<FieldForm>& forms, bool has_last_comma, bool has_marks)
+    : forms_(forms), texts_(forms.size()), has_last_comma_(has_last_comma), has_marks_(has_marks) {}
 
 bool RecordReader::read(std::string_view record, RowFields& fields) {
   fields.clear();
@@ -140,7 +143,24 @@ bool RecordReader::read(std::string_view record, RowFields& fields) {
     }
     fields.push_back(field);
   }
+  if (has_marks_ && record.find(comma_mark) != std::string_view::npos) {
+    restore_commas(record, fields);
+  }
   return true;
+}
+
+// The fields that lie in the record move to a copy of it that has the commas.
+void RecordReader::restore_commas(std::string_view record, RowFields& fields) {
+  restored_.assign(record);
+  std::replace(restored_.begin(), restored_.end(), comma_mark, ',');
+  const std::less_equal<const char*> is_before;
+  for (std::string_view& field : fields) {
+    const bool lies_in_record = is_before(record.data(), field.data()) &&
+                                is_before(field.data(), record.data() + record.size());
+    if (!lies_in_record) continue;
+    const auto begin = static_cast<std::size_t>(field.data() - record.data());
+    field = std::string_view(restored_).substr(begin, field.size());
+  }
 }
 
 }  // namespace korvex::host

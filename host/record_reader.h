@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -24,8 +25,9 @@ FieldForm field_form(std::int32_t attribute, const ColumnSchema& column);
 // Cuts generated records into fields.
 class RecordReader {
  public:
-  // In the record's order. `has_last_comma` tells whether a comma stands behind the last field.
-  RecordReader(const std::vector<FieldForm>& forms, bool has_last_comma);
+  // In the record's order. `has_last_comma` tells whether a comma stands behind the last field,
+  // `has_marks` whether marks stand for commas inside values.
+  RecordReader(const std::vector<FieldForm>& forms, bool has_last_comma, bool has_marks);
 
   // False when the record has another number of fields. The fields are views of the record and of
   // this object, valid until the next call.
@@ -35,9 +37,13 @@ class RecordReader {
   static constexpr std::size_t longest_moment = 19;
   using MomentText = std::array<char, longest_moment>;
 
+  void restore_commas(std::string_view record, RowFields& fields);
+
   std::vector<FieldForm> forms_;
   std::vector<MomentText> texts_;
   bool has_last_comma_;
+  bool has_marks_;
+  std::string restored_;
 };
 
 }  // namespace korvex::host
