@@ -64,6 +64,10 @@ int import_into(const ImportOptions& options, std::ostream& out, std::ostream& m
   InterruptWatch::check();
   for (const auto& list : import.lists) list->keep();
   write_output(import, options.output, out);
+  if (!options.output.empty()) {
+    const std::size_t count = import.layout.items.size();
+    out << count << (count == 1 ? " item: " : " items: ") << options.output << std::endl;
+  }
   return exit_status::done;
 }
 
