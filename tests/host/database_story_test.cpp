@@ -250,7 +250,7 @@ TEST_P(Shop, EndsAtAnInterruptAndKeepsNothing) {
   for (const bool is_locked : {false, true}) {
     FILE* other = ::popen((database_->session() + " > /dev/null").c_str(), "w");
     if (is_locked) {
-      std::fputs(is_sqlite() ? "BEGIN EXCLUSIVE;\n" : "BEGIN; LOCK TABLE marks;\n", other);
+      std::fputs(is_sqlite() ? "BEGIN IMMEDIATE;\n" : "BEGIN; LOCK TABLE marks;\n", other);
       std::fflush(other);
       std::this_thread::sleep_for(a_while);
     }
