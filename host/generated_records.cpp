@@ -92,13 +92,12 @@ bool GeneratedRecords::next(std::string_view& line) {
 // character.
 bool GeneratedRecords::fill() {
   for (;;) {
-    const std::size_t before = raw_.size();
     if (read_some() == 0) {
       wait_for_end();
       return false;
     }
     const std::size_t last = raw_.rfind('\n');
-    if (last == std::string::npos || last < before) continue;
+    if (last == std::string::npos) continue;
     convert_whole_lines(last + 1);
     return true;
   }

@@ -34,15 +34,12 @@ class PostgresqlLoader : public TableLoader {
                    std::vector<std::size_t> columns)
       : connection_(connection),
         columns_(std::move(columns)),
+        bare_name_(table.bare_name),
         copy_(copy_statement(table, columns_)) {
     for (const std::size_t column : columns_) names_.push_back(table.columns[column].name);
     for (const auto& [name, places] : read_constraints(connection_, table)) {
       constraints_[name] = places_of(places);
     }
-    bare_name_ =
-        result_text(connection_.run("SELECT relname FROM pg_class WHERE oid = $1::regclass",
-                                    {table.quoted_name}),
-                    0, 0);
     PQsetnonblocking(connection_.get(), 1);
     connection_.run("BEGIN");
     connection_.run(copy_);
@@ -156,10 +153,10 @@ class PostgresqlLoader : public TableLoader {
 
   PostgresqlConnection& connection_;
   const std::vector<std::size_t> columns_;
+  const std::string bare_name_;
   const std::string copy_;
   std::vector<std::string> names_;
   std::map<std::string, std::vector<std::size_t>> constraints_;
-  std::string bare_name_;
   std::string message_;
   std::size_t copied_ = 0;
   std::int64_t rows_ = 0;

@@ -23,7 +23,7 @@ constexpr char string_category = 'S';
 // Names as SQL takes them, made by the server by the same rule that reads them: an exact name wins
 // over one that SQL would fold to lower case.
 constexpr const char* table_query =
-    "SELECT c.oid, format('%I.%I', n.nspname, c.relname)"
+    "SELECT c.oid, format('%I.%I', n.nspname, c.relname), c.relname"
     " FROM pg_class c JOIN pg_namespace n ON n.oid = c.relnamespace"
     " WHERE c.oid = coalesce(to_regclass(quote_ident($1)), to_regclass($1))";
 
@@ -125,6 +125,7 @@ class SchemaReader {
     oid_ = result_text(rows, 0, 0);
     schema_.name = table;
     schema_.quoted_name = result_text(rows, 0, 1);
+    schema_.bare_name = result_text(rows, 0, 2);
   }
 
   TableSchema read() {

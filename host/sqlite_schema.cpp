@@ -111,6 +111,7 @@ void read_foreign_keys(SqliteConnection& connection, TableSchema& schema) {
 TableSchema read_sqlite_schema(SqliteConnection& connection, const std::string& table) {
   TableSchema schema;
   schema.name = table;
+  schema.bare_name = table;
   schema.quoted_name = sqlite_quoted(table);
   read_columns(connection, schema);
   if (schema.columns.empty()) {

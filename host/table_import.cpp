@@ -33,7 +33,7 @@ class TableImporter {
         columns_(schema_.columns.size()) {
     use_.records = records;
     result_.layout.records = records;
-    result_.layout.data = file_name_part(table) + ".csv";
+    result_.layout.data = file_name_part(schema_.bare_name) + ".csv";
   }
 
   TableImport run() {
@@ -77,7 +77,7 @@ class TableImporter {
     const auto mapped = map_column(schema, use_);
     const bool is_for_numbers = mapped && is_number(mapped->attributes);
     result_.lists.push_back(std::make_unique<ListFile>(
-        folder_, file_name_part(schema_.name) + "." + file_name_part(schema.name) + ".txt",
+        folder_, file_name_part(schema_.bare_name) + "." + file_name_part(schema.name) + ".txt",
         is_for_numbers ? std::optional(mapped->attributes) : std::nullopt));
     columns_[column].list = result_.lists.back().get();
     return *result_.lists.back();
@@ -112,8 +112,9 @@ class TableImporter {
       for (std::size_t i = 0; i < lists.size(); ++i) lists[i]->append(lines[i]);
     });
     if (unreadable > 0) {
-      remark(names_of(key.columns) + ": " + std::to_string(unreadable) + " keys of " + key.table +
-             " are left out, a list of code page 932 cannot hold them");
+      remark(
+          names_of(key.columns) + ": keys of " + key.table +
+          " left out, as a list of code page 932 cannot hold them: " + std::to_string(unreadable));
     }
     if (key.columns.size() > 1) {
       remark(names_of(key.columns) + ": together the key of " + key.table +
@@ -143,7 +144,7 @@ class TableImporter {
         list.append(*line);
       } else {
         remark(label(column) + ": the value \"" + choice +
-               "\" is left out, a list of code page 932 cannot hold it");
+               "\" left out, as a list of code page 932 cannot hold it");
       }
     }
   }

@@ -53,6 +53,7 @@ struct ForeignKey {
 
 struct TableSchema {
   std::string name;         // as messages name it
+  std::string bare_name;    // without the schema that it is in
   std::string quoted_name;  // as SQL takes it
   std::vector<ColumnSchema> columns;
   std::vector<std::vector<std::size_t>> unique_sets;  // the primary key, where there is one, first

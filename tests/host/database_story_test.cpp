@@ -43,6 +43,17 @@ CREATE TABLE pairs (
   mark_id integer NOT NULL REFERENCES marks (id) DEFERRABLE INITIALLY DEFERRED,
   PRIMARY KEY (customer_id, mark_id)
 );
+CREATE TABLE parts (
+  maker varchar(10) NOT NULL,
+  code varchar(10) NOT NULL,
+  PRIMARY KEY (maker, code)
+);
+CREATE TABLE lines (
+  id integer PRIMARY KEY,
+  maker varchar(10) NOT NULL,
+  code varchar(10) NOT NULL,
+  FOREIGN KEY (maker, code) REFERENCES parts
+);
 CREATE TABLE tree (
   id integer PRIMARY KEY,
   parent_id integer NOT NULL REFERENCES tree (id),
@@ -163,6 +174,19 @@ TEST_P(Shop, TakesAnyNamesValuesAndKeys) {
             "layout has 4000 records\n");
   ASSERT_EQ(load("pairs"), 0) << program_.err();
   EXPECT_EQ(query("SELECT count(*) FROM pairs"), "4000");
+
+  // The lists of a key of two columns go side by side, without the pair that one of them lacks.
+  query(
+      "INSERT INTO parts VALUES ('acme', 'a,1'), ('acme', 'b'), ('bolt', '\xC3\xB6'), ('x', 'y')");
+  ASSERT_EQ(import("lines"), 0);
+  EXPECT_EQ(program_.err(),
+            "lines: columns maker, code: keys of parts left out, as a list of code page 932 cannot "
+            "hold them: 1\n"
+            "lines: columns maker, code: together the key of parts, their lists belong together "
+            "line by line\n");
+  ASSERT_EQ(load("lines"), 0) << program_.err();
+  EXPECT_EQ(query("SELECT maker, code, count(*) FROM lines GROUP BY maker, code ORDER BY 1, 2"),
+            "acme|a,1|334\nacme|b|333\nx|y|333");
 
   ASSERT_EQ(import("tree"), 0);
   EXPECT_EQ(program_.err(), std::string("tree: column twice: computed by the database, left out\n"
