@@ -4,21 +4,11 @@
 #include "host/postgresql_connection.h"
 #include "host/postgresql_loader.h"
 #include "host/postgresql_schema.h"
+#include "host/sql_names.h"
 
 namespace korvex::host {
 
 namespace {
-
-// Of the table that a query calls "k": a bare name would mean the text made of it, which sorts in
-// another order.
-std::string joined(const std::vector<std::string>& names, const std::string& separator,
-                   const std::string& behind) {
-  std::string list;
-  for (const std::string& name : names) {
-    list += (list.empty() ? "" : separator) + "k." + postgresql_quoted(name) + behind;
-  }
-  return list;
-}
 
 class PostgresqlDatabase : public Database {
  public:
@@ -28,12 +18,14 @@ class PostgresqlDatabase : public Database {
     return read_postgresql_schema(connection_, table);
   }
 
-  // Row by row: a table may have more keys than fit into the memory.
+  // Row by row: a table may have more keys than fit into the memory. Their order is that of the
+  // columns, which a bare name would not mean here: it would mean the texts made of them.
   void read_keys(const ForeignKey& key, const TakeKey& take) override {
     const std::vector<std::string>& names = key.referenced_columns;
-    connection_.send("SELECT " + joined(names, ", ", "::text") + " FROM " + key.quoted_table +
-                     " k WHERE " + joined(names, " AND ", " IS NOT NULL") + " ORDER BY " +
-                     joined(names, ", ", ""));
+    connection_.send("SELECT " + listed_names(names, ", ", "k.", "::text") + " FROM " +
+                     key.quoted_table + " k WHERE " +
+                     listed_names(names, " AND ", "k.", " IS NOT NULL") + " ORDER BY " +
+                     listed_names(names, ", ", "k."));
     PQsetSingleRowMode(connection_.get());
     std::vector<std::string_view> texts(names.size());
     while (const PostgresqlResult rows = connection_.next_result()) {
@@ -49,9 +41,8 @@ class PostgresqlDatabase : public Database {
 
   std::optional<std::int64_t> largest_number(const TableSchema& table,
                                              std::size_t column) override {
-    const PostgresqlResult rows =
-        connection_.run("SELECT max(" + postgresql_quoted(table.columns[column].name) + ") FROM " +
-                        table.quoted_name);
+    const PostgresqlResult rows = connection_.run(
+        "SELECT max(" + quoted_name(table.columns[column].name) + ") FROM " + table.quoted_name);
     const std::string text = result_text(rows, 0, 0);
     std::int64_t number = 0;
     const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);

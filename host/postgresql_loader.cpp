@@ -4,6 +4,7 @@
 
 #include "host/copy_text.h"
 #include "host/postgresql_schema.h"
+#include "host/sql_names.h"
 
 namespace korvex::host {
 
@@ -19,26 +20,15 @@ std::string diagnostic(const PostgresqlResult& result, int field) {
   return text == nullptr ? std::string() : std::string(text);
 }
 
-std::string copy_statement(const TableSchema& table, const std::vector<std::size_t>& columns) {
-  std::string names;
-  for (const std::size_t column : columns) {
-    if (!names.empty()) names += ", ";
-    names += postgresql_quoted(table.columns[column].name);
-  }
-  return "COPY " + table.quoted_name + " (" + names + ") FROM STDIN";
-}
-
 class PostgresqlLoader : public TableLoader {
  public:
   PostgresqlLoader(PostgresqlConnection& connection, const TableSchema& table,
                    std::vector<std::size_t> columns)
-      : connection_(connection),
-        columns_(std::move(columns)),
-        bare_name_(table.bare_name),
-        copy_(copy_statement(table, columns_)) {
+      : connection_(connection), columns_(std::move(columns)), bare_name_(table.bare_name) {
     for (const std::size_t column : columns_) names_.push_back(table.columns[column].name);
+    copy_ = "COPY " + table.quoted_name + " (" + listed_names(names_, ", ") + ") FROM STDIN";
     for (const auto& [name, places] : read_constraints(connection_, table)) {
-      constraints_[name] = places_of(places);
+      constraints_[name] = places_among(columns_, places);
     }
     PQsetnonblocking(connection_.get(), 1);
     connection_.run("BEGIN");
@@ -139,22 +129,10 @@ class PostgresqlLoader : public TableLoader {
     return constraint == constraints_.end() ? std::vector<std::size_t>() : constraint->second;
   }
 
-  // Where columns of the table stand among those of the load.
-  std::vector<std::size_t> places_of(const std::vector<std::size_t>& columns) const {
-    std::vector<std::size_t> places;
-    for (const std::size_t column : columns) {
-      const auto found = std::find(columns_.begin(), columns_.end(), column);
-      if (found != columns_.end()) {
-        places.push_back(static_cast<std::size_t>(found - columns_.begin()));
-      }
-    }
-    return places;
-  }
-
   PostgresqlConnection& connection_;
   const std::vector<std::size_t> columns_;
   const std::string bare_name_;
-  const std::string copy_;
+  std::string copy_;
   std::vector<std::string> names_;
   std::map<std::string, std::vector<std::size_t>> constraints_;
   std::string message_;

@@ -227,13 +227,4 @@ std::map<std::string, std::vector<std::size_t>> read_constraints(PostgresqlConne
   return constraints;
 }
 
-std::string postgresql_quoted(std::string_view name) {
-  std::string quoted = "\"";
-  for (const char character : name) {
-    if (character == '"') quoted += '"';
-    quoted += character;
-  }
-  return quoted + '"';
-}
-
 }  // namespace korvex::host

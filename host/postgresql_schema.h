@@ -2,7 +2,6 @@
 
 #include <map>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "host/postgresql_connection.h"
@@ -17,8 +16,5 @@ TableSchema read_postgresql_schema(PostgresqlConnection& connection, const std::
 // The columns that each constraint and unique index of a table looks at, in its order.
 std::map<std::string, std::vector<std::size_t>> read_constraints(PostgresqlConnection& connection,
                                                                  const TableSchema& table);
-
-// A name as SQL takes it.
-std::string postgresql_quoted(std::string_view name);
 
 }  // namespace korvex::host

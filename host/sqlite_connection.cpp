@@ -83,13 +83,4 @@ std::string_view SqliteStatement::text(int column) const {
                           : std::string_view(bytes, static_cast<std::size_t>(size));
 }
 
-std::string sqlite_quoted(std::string_view name) {
-  std::string quoted = "\"";
-  for (const char character : name) {
-    if (character == '"') quoted += '"';
-    quoted += character;
-  }
-  return quoted + '"';
-}
-
 }  // namespace korvex::host

@@ -65,7 +65,4 @@ class SqliteStatement {
   sqlite3_stmt* statement_ = nullptr;
 };
 
-// A name as SQL takes it.
-std::string sqlite_quoted(std::string_view name);
-
 }  // namespace korvex::host

@@ -1,4 +1,5 @@
 #include "host/database.h"
+#include "host/sql_names.h"
 #include "host/sqlite_connection.h"
 #include "host/sqlite_loader.h"
 #include "host/sqlite_schema.h"
@@ -6,15 +7,6 @@
 namespace korvex::host {
 
 namespace {
-
-std::string joined(const std::vector<std::string>& names, const std::string& separator,
-                   const std::string& behind) {
-  std::string list;
-  for (const std::string& name : names) {
-    list += (list.empty() ? "" : separator) + sqlite_quoted(name) + behind;
-  }
-  return list;
-}
 
 class SqliteDatabase : public Database {
  public:
@@ -25,11 +17,11 @@ class SqliteDatabase : public Database {
   }
 
   void read_keys(const ForeignKey& key, const TakeKey& take) override {
-    const std::string columns = joined(key.referenced_columns, ", ", "");
-    SqliteStatement rows(connection_, "SELECT " + columns + " FROM " + key.quoted_table +
-                                          " WHERE " +
-                                          joined(key.referenced_columns, " AND ", " IS NOT NULL") +
-                                          " ORDER BY " + columns);
+    const std::string columns = listed_names(key.referenced_columns, ", ");
+    SqliteStatement rows(connection_,
+                         "SELECT " + columns + " FROM " + key.quoted_table + " WHERE " +
+                             listed_names(key.referenced_columns, " AND ", "", " IS NOT NULL") +
+                             " ORDER BY " + columns);
     std::vector<std::string_view> texts(key.referenced_columns.size());
     while (rows.next()) {
       for (std::size_t i = 0; i < texts.size(); ++i) texts[i] = rows.text(static_cast<int>(i));
@@ -39,7 +31,7 @@ class SqliteDatabase : public Database {
 
   std::optional<std::int64_t> largest_number(const TableSchema& table,
                                              std::size_t column) override {
-    SqliteStatement rows(connection_, "SELECT max(" + sqlite_quoted(table.columns[column].name) +
+    SqliteStatement rows(connection_, "SELECT max(" + quoted_name(table.columns[column].name) +
                                           ") FROM " + table.quoted_name);
     if (!rows.next() || rows.is_null(0)) return std::nullopt;
     return rows.integer(0);

@@ -5,6 +5,7 @@
 #include <charconv>
 
 #include "host/interrupt.h"
+#include "host/sql_names.h"
 
 namespace korvex::host {
 
@@ -26,21 +27,15 @@ bool has_word(std::string_view text, std::string_view word) {
   return false;
 }
 
-std::string list_of(const TableSchema& table, const std::vector<std::size_t>& columns,
-                    const std::string& separator, const std::string& behind) {
-  std::string list;
-  for (const std::size_t column : columns) {
-    if (!list.empty()) list += separator;
-    list += sqlite_quoted(table.columns[column].name) + behind;
-  }
-  return list;
-}
-
 std::string insertion(const TableSchema& table, const std::vector<std::size_t>& columns) {
+  std::vector<std::string> names;
   std::string places;
-  for (std::size_t i = 0; i < columns.size(); ++i) places += i == 0 ? "?" : ", ?";
-  return "INSERT INTO " + table.quoted_name + " (" + list_of(table, columns, ", ", "") +
-         ") VALUES (" + places + ")";
+  for (const std::size_t column : columns) {
+    names.push_back(table.columns[column].name);
+    places += places.empty() ? "?" : ", ?";
+  }
+  return "INSERT INTO " + table.quoted_name + " (" + listed_names(names, ", ") + ") VALUES (" +
+         places + ")";
 }
 
 class SqliteLoader : public TableLoader {
@@ -142,12 +137,9 @@ class SqliteLoader : public TableLoader {
   // SQLite does not say which foreign key failed, so each is asked for.
   std::vector<std::size_t> unreferenced_columns(const RowFields& fields) {
     for (const ForeignKey& key : table_.foreign_keys) {
-      const auto places = places_of(key.columns);
+      const auto places = places_among(columns_, key.columns);
       if (places.size() != key.columns.size()) continue;
-      std::string condition;
-      for (const std::string& name : key.referenced_columns) {
-        condition += (condition.empty() ? "" : " AND ") + sqlite_quoted(name) + " = ?";
-      }
+      const std::string condition = listed_names(key.referenced_columns, " AND ", "", " = ?");
       SqliteStatement parent(connection_,
                              "SELECT 1 FROM " + key.quoted_table + " WHERE " + condition);
       for (std::size_t i = 0; i < places.size(); ++i) {
@@ -156,18 +148,6 @@ class SqliteLoader : public TableLoader {
       if (!parent.next()) return places;
     }
     return {};
-  }
-
-  // Where columns of the table stand among those of the load.
-  std::vector<std::size_t> places_of(const std::vector<std::size_t>& columns) const {
-    std::vector<std::size_t> places;
-    for (const std::size_t column : columns) {
-      const auto found = std::find(columns_.begin(), columns_.end(), column);
-      if (found != columns_.end()) {
-        places.push_back(static_cast<std::size_t>(found - columns_.begin()));
-      }
-    }
-    return places;
   }
 
   // For a foreign key that is only checked at the end. Rows are known by their number alone, so a
@@ -185,7 +165,8 @@ class SqliteLoader : public TableLoader {
     if (!rows.next()) return;
     row.record = rows.integer(0) - first_row_id_ + 1;
     const auto key = static_cast<std::size_t>(rows.integer(1));
-    if (key < table_.foreign_keys.size()) row.columns = places_of(table_.foreign_keys[key].columns);
+    if (key < table_.foreign_keys.size())
+      row.columns = places_among(columns_, table_.foreign_keys[key].columns);
     throw RowRefused(std::move(row));
   }
 

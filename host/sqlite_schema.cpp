@@ -6,6 +6,7 @@
 #include <map>
 
 #include "host/database.h"
+#include "host/sql_names.h"
 #include "host/sqlite_types.h"
 
 namespace korvex::host {
@@ -93,7 +94,7 @@ void read_foreign_keys(SqliteConnection& connection, TableSchema& schema) {
   while (rows.next()) {
     ForeignKey& key = keys[rows.integer(0)];
     key.table = rows.text(1);
-    key.quoted_table = sqlite_quoted(key.table);
+    key.quoted_table = quoted_name(key.table);
     key.is_to_own_table = ::strcasecmp(key.table.c_str(), schema.name.c_str()) == 0;
     key.columns.push_back(find_column(schema, rows.text(2)));
     if (!rows.is_null(3)) key.referenced_columns.emplace_back(rows.text(3));
@@ -112,7 +113,7 @@ TableSchema read_sqlite_schema(SqliteConnection& connection, const std::string& 
   TableSchema schema;
   schema.name = table;
   schema.bare_name = table;
-  schema.quoted_name = sqlite_quoted(table);
+  schema.quoted_name = quoted_name(table);
   read_columns(connection, schema);
   if (schema.columns.empty()) {
     throw DatabaseError(connection.file() + ": no such table: " + table);
