@@ -15,7 +15,6 @@
 
 #include "host/interrupt.h"
 #include "host/layout_messages.h"
-#include "platform/codepage.h"
 
 namespace korvex::host {
 
@@ -32,10 +31,6 @@ constexpr const char* signal_message = "generating ended by signal ";
 
 std::string descriptor_path(int descriptor) {
   return "/proc/self/fd/" + std::to_string(descriptor);
-}
-
-bool is_ascii(std::string_view text) {
-  return std::none_of(text.begin(), text.end(), [](char byte) { return (byte & 0x80) != 0; });
 }
 
 // The process that generates. Messages go to a file of their own: those of a run that is ended on
@@ -104,12 +99,7 @@ bool GeneratedRecords::fill() {
 }
 
 void GeneratedRecords::convert_whole_lines(std::size_t size) {
-  const std::string_view lines = std::string_view(raw_).substr(0, size);
-  if (is_ascii(lines)) {
-    text_.assign(lines);
-  } else {
-    text_ = platform::to_utf8(lines);
-  }
+  decoder_.decode(std::string_view(raw_).substr(0, size), text_);
   raw_.erase(0, size);
   place_ = 0;
 }

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "host/code_page_decoder.h"
 #include "host/control_writer.h"
 #include "host/generate_command.h"
 
@@ -50,6 +51,7 @@ class GeneratedRecords {
   pid_t child_ = -1;
   int pipe_ = -1;
   int messages_ = -1;
+  CodePageDecoder decoder_;
   std::string raw_;   // in the module's code page: the beginning of a line
   std::string text_;  // whole lines in UTF-8
   std::size_t place_ = 0;
