@@ -63,7 +63,7 @@ void assemble_records(benchmark::State& state, const Workload& workload) {
   ClFmtFile settings;
   if (store_settings(workload, settings) < 0) return state.SkipWithError("settings refused");
   ItemGenerator item(*settings.find_column(item_number), layout_kind::record_file, false);
-  SequentialAssembler assembler;
+  RecordAssembler assembler;
   assembler.add_field(item);
   LineBlock lines(block_size);
   for (auto _ : state) {

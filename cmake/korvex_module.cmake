@@ -5,10 +5,13 @@ target_compile_options(korvex_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
   # g++ 12 warns of overlapping copies inside its own std::string.
   $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
-if(KORVEX_SANITIZE)
+if(KORVEX_SANITIZE OR KORVEX_FUZZ)
   target_compile_options(korvex_options INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(korvex_options INTERFACE -fsanitize=address,undefined)
+endif()
+if(KORVEX_FUZZ)
+  target_compile_options(korvex_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
 # korvex_expose(<target> <scope> <folder> [<header>...])

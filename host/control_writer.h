@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
+#include "host/interruption.h"
 #include "host/layout.h"
 
 namespace korvex::host {
@@ -26,6 +28,7 @@ class TemporaryControlFile {
 
  private:
   std::string path_;
+  std::optional<RemovedOnInterruption> removal_;
 };
 
 }  // namespace korvex::host

@@ -7,16 +7,19 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <memory>
 #include <ostream>
 #include <vector>
 
 #include "format/error_codes.h"
 #include "format/reconcile.h"
+#include "generate/log_file.h"
 #include "generate/record_writer.h"
 #include "generate/repeat_count.h"
 #include "host/control_writer.h"
 #include "host/exit_status.h"
 #include "host/interface_choice.h"
+#include "host/interruption.h"
 #include "host/layout_messages.h"
 #include "host/layout_reader.h"
 #include "host/output_folders.h"
@@ -67,6 +70,30 @@ void print_summary(const Layout& layout, std::int32_t output_option, Clock::dura
   out << seconds << " s: " << layout.data << std::endl;
 }
 
+// What the module may be in the middle of writing when the run is interrupted.
+class BegunFiles {
+ public:
+  explicit BegunFiles(const Layout& layout)
+      : words_(numbered_message(error::cancelled, layout) + "\n") {
+    mark(layout.data);
+    mark(log_path(layout.work, layout.data));
+    for (const LayoutItem& item : layout.items) {
+      if (item.values && !item.values->file.empty()) mark(item.values->file + report_extension);
+    }
+  }
+
+ private:
+  static constexpr const char* report_extension = ".err";
+
+  void mark(const std::string& path) {
+    files_.push_back(
+        std::make_unique<RemovedOnInterruption>(path, RemovedOnInterruption::What::changed_file));
+  }
+
+  std::vector<std::unique_ptr<RemovedOnInterruption>> files_;
+  SaidOnInterruption words_;
+};
+
 // How many records the repeats give, for the module's question whether fewer are enough. Only the
 // guarded output asks it; what cannot be counted gives none.
 std::uint64_t count_repeated_records(const Layout& layout) {
@@ -91,6 +118,7 @@ int generate(const Layout& layout, const GenerateOptions& options, bool has_repe
   const bool is_asked = has_repeats && options.output_option == guarded_output;
   const std::uint64_t repeated_records = is_asked ? count_repeated_records(layout) : 0;
   const FileVersion before(layout.data);
+  const BegunFiles begun(layout);
   const Clock::time_point start = Clock::now();
   const std::int32_t result =
       create_data(control_file.path().c_str(), options.output_option, nullptr, repeated_records);

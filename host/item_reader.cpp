@@ -122,6 +122,10 @@ void read_range(TableReader& reader, ItemValues& values) {
     values.texts.increment =
         character_text(reader, "increment", reader.text_or_integer("increment"), unbounded);
   }
+  const auto place = [&](std::string_view key) {
+    return reader.has(key) ? reader.place(key) : SourcePlace{};
+  };
+  values.places = {place("format"), place("start"), place("end"), place("increment")};
   read_exceeded(reader, values);
   values.choices.custom_format = reader.boolean("custom").value_or(true) ? 1 : 0;
 }

@@ -33,6 +33,14 @@ struct RepeatSettings {
 // What an item takes its values from.
 enum class ValueSource { initial, range, attribute_default, reference, enumeration };
 
+// Where the texts of a range stand; line 0 for one that is left out.
+struct RangePlaces {
+  SourcePlace format;
+  SourcePlace start;
+  SourcePlace end;
+  SourcePlace increment;
+};
+
 // The values that an item gets.
 struct ItemValues {
   ValueSource source = ValueSource::initial;
@@ -42,6 +50,7 @@ struct ItemValues {
   std::string file;       // enumeration
   std::optional<RepeatSettings> repeat;
   SourcePlace place;
+  RangePlaces places;  // range
 };
 
 struct LayoutItem {

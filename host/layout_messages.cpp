@@ -5,25 +5,22 @@
 #include "control/error_texts.h"
 #include "format/error_codes.h"
 #include "host/printable_text.h"
+#include "host/value_errors.h"
 
 namespace korvex::host {
 
 namespace {
 
-void print_item_message(const Layout& layout, const LayoutItem& item, SourcePlace place,
-                        std::int32_t code, std::ostream& messages) {
-  messages << layout.file << ":" << place.line << ": item " << printable_from_code_page(item.name)
-           << ": " << numbered_message(code, layout) << "\n";
+void print_error(const Layout& layout, const LayoutError& error, std::ostream& messages) {
+  messages << layout.file << ":";
+  if (error.place.line > 0) messages << error.place.line << ":" << error.place.column << ":";
+  messages << " " << error.text << "\n";
 }
 
 }  // namespace
 
 bool print_layout_errors(const LayoutReading& reading, std::ostream& messages) {
-  for (const LayoutError& error : reading.errors) {
-    messages << reading.layout.file << ":";
-    if (error.place.line > 0) messages << error.place.line << ":" << error.place.column << ":";
-    messages << " " << error.text << "\n";
-  }
+  for (const LayoutError& error : reading.errors) print_error(reading.layout, error, messages);
   return !reading.errors.empty();
 }
 
@@ -36,7 +33,9 @@ std::string numbered_message(std::int32_t code, const Layout& layout) {
 void print_warnings(const Layout& layout, std::ostream& messages) {
   for (const LayoutItem& item : layout.items) {
     if (!item.has_invalid_digits) continue;
-    print_item_message(layout, item, item.place, error::invalid_items, messages);
+    messages << layout.file << ":" << item.place.line << ": item "
+             << printable_from_code_page(item.name) << ": "
+             << numbered_message(error::invalid_items, layout) << "\n";
   }
 }
 
@@ -50,7 +49,7 @@ void print_left_out(const SettingsResult& result, const Layout& layout, std::ost
 
 bool print_failures(const SettingsResult& result, const Layout& layout, std::ostream& messages) {
   for (const ItemFailure& failure : result.failures) {
-    print_item_message(layout, *failure.item, failure.item->values->place, failure.code, messages);
+    print_error(layout, value_error(layout, *failure.item, failure.code), messages);
   }
   if (result.file_code != 0) {
     messages << layout.settings << ": " << numbered_message(result.file_code, layout) << "\n";

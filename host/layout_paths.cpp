@@ -6,7 +6,6 @@ namespace korvex::host {
 
 namespace {
 constexpr std::string_view settings_extension = ".fif";
-constexpr std::string_view log_extension = ".log";
 
 std::string named_after(std::string_view data_path, std::string_view extension) {
   return std::string(platform::stem(data_path)).append(extension);

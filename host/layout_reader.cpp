@@ -14,8 +14,10 @@
 #include "generate/log_file.h"
 #include "host/item_reader.h"
 #include "host/layout_paths.h"
+#include "host/layout_syntax.h"
 #include "host/path_reader.h"
 #include "host/table_reader.h"
+#include "host/value_errors.h"
 
 namespace korvex::host {
 
@@ -121,15 +123,32 @@ void read_items(TableReader& root, Layout& layout, std::vector<LayoutError>& err
     root.report_type(key, *node, "a [[item]] for each item");
     return;
   }
+  std::vector<bool> is_clean;
   for (const toml::node& item : *items) {
+    if (errors.size() >= most_layout_errors) return;
     const auto position = static_cast<std::int32_t>(layout.items.size()) + 1;
+    const std::size_t errors_before = errors.size();
     layout.items.push_back(read_item(*item.as_table(), layout, position, errors));
+    is_clean.push_back(errors.size() == errors_before);
   }
   check_numbers(layout, errors);
+  // Nobody will get to storing the values: what is wrong with them is said with the rest.
+  if (!errors.empty()) append_value_errors(layout, is_clean, errors);
 }
 
-SourcePlace place_of_error(const toml::parse_error& failure) {
-  return {failure.source().begin.line, failure.source().begin.column};
+// A parsed layout takes some hundred bytes of memory for each of its values, and every value comes
+// with one of the characters that set values apart. A layout that describes items has one of them
+// in twenty bytes; one that has far more would take far more memory than it is large.
+constexpr std::string_view separators = "=,.[";
+constexpr std::size_t always_allowed_separators = 128 * 1024;
+constexpr std::size_t allowed_bytes_a_separator = 16;
+
+bool may_fit(std::string_view text) {
+  const auto count = std::count_if(text.begin(), text.end(), [](char byte) {
+    return separators.find(byte) != std::string_view::npos;
+  });
+  return static_cast<std::size_t>(count) <=
+         always_allowed_separators + text.size() / allowed_bytes_a_separator;
 }
 
 }  // namespace
@@ -140,21 +159,31 @@ LayoutReading parse_layout(std::string_view text, const std::string& file,
   Layout& layout = reading.layout;
   std::vector<LayoutError>& errors = reading.errors;
   layout.file = file;
-  try {
-    const toml::table table = toml::parse(text);
-    TableReader root(table, "the layout", errors);
-    root.require("layout", "a table [layout]");
-    if (const toml::table* header = root.table("layout")) {
-      read_header(*header, records, layout, errors);
-    }
-    read_items(root, layout, errors);
-    root.reject_unknown_keys();
-  } catch (const toml::parse_error& failure) {
-    errors.push_back({place_of_error(failure), std::string(failure.description())});
+  if (!may_fit(text)) {
+    errors.push_back({{}, "has too many keys and values for its size"});
+    return reading;
   }
+  LayoutSyntax syntax = parse_syntax(text);
+  const toml::table& table = syntax.table;
+  TableReader root(table, "the layout", errors);
+  root.require("layout", "a table [layout]");
+  if (const toml::table* header = root.table("layout")) {
+    read_header(*header, records, layout, errors);
+  }
+  read_items(root, layout, errors);
+  root.reject_unknown_keys();
+  // What the reader makes of a line that stands in for an unreadable one is nobody's error.
+  std::erase_if(errors, [&](const LayoutError& error) {
+    return syntax.replaced_lines.contains(error.place.line) ||
+           (syntax.is_incomplete && !syntax.errors.empty());
+  });
+  errors.insert(errors.end(), syntax.errors.begin(), syntax.errors.end());
   std::stable_sort(errors.begin(), errors.end(), [](const LayoutError& a, const LayoutError& b) {
     return std::tie(a.place.line, a.place.column) < std::tie(b.place.line, b.place.column);
   });
+  if (errors.size() >= most_layout_errors) {
+    errors.push_back({errors.back().place, "further errors are left out"});
+  }
   return reading;
 }
 

@@ -10,8 +10,8 @@
 
 namespace korvex::host {
 
-// A layout, or what is wrong with it: every error of the file in the order of their places. With
-// errors the layout is not to be used.
+// A layout, or what is wrong with it: the errors of the file in the order of their places, all of
+// them unless there are very many. With errors the layout is not to be used.
 struct LayoutReading {
   Layout layout;
   std::vector<LayoutError> errors;

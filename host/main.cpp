@@ -2,10 +2,12 @@
 #include <iostream>
 
 #include "host/exit_status.h"
+#include "host/interruption.h"
 #include "host/program.h"
 #include "korvex/korvex.h"
 
 int main(int argc, char** argv) {
+  korvex::host::watch_interruptions();
   try {
     constexpr korvex::host::ModuleFunctions functions = {.create_data = DGCreateData,
                                                          .check_repeat_count = DGCheckRepeatCnt,

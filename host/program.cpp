@@ -4,6 +4,9 @@
 #include <ostream>
 
 #include "host/exit_status.h"
+#include "host/import_command.h"
+#include "host/layout_commands.h"
+#include "host/load_command.h"
 #include "host/show.h"
 #include "host/table_reader.h"
 
@@ -51,6 +54,36 @@ CLI::App* add_edit(CLI::App& app, const char* name, const char* description, Edi
   return command;
 }
 
+CLI::App* add_import(CLI::App& app, ImportOptions& options) {
+  CLI::App* command = app.add_subcommand("import", "Write a layout for a table of a database");
+  command->add_option("DATABASE", options.database, "sqlite:FILE or postgresql:CONNINFO")
+      ->required();
+  command->add_option("TABLE", options.table, "table or view")->required();
+  command->add_option("-o,--output", options.output,
+                      "layout file to write, with its lists beside it (default: standard output)");
+  command
+      ->add_option("--records", options.records,
+                   "number of records, for which unique columns have values (default: 1000)")
+      ->check(CLI::Range(1, largest_integer));
+  command->add_flag("--force", options.force, "replace files that exist");
+  return command;
+}
+
+CLI::App* add_load(CLI::App& app, LoadOptions& options) {
+  CLI::App* command =
+      app.add_subcommand("load", "Generate the records of a layout into a table of a database");
+  command->add_option("LAYOUT", options.layout, "layout file (TOML)")->required();
+  command->add_option("DATABASE", options.database, "sqlite:FILE or postgresql:CONNINFO")
+      ->required();
+  command->add_option("TABLE", options.table, "table that gets the records")->required();
+  command
+      ->add_option("--records", options.records,
+                   "number of records, in place of the number in the layout")
+      ->check(CLI::Range(0, largest_integer));
+  command->add_flag("--quiet", options.quiet, "print no line about the result");
+  return command;
+}
+
 int run_show(const std::string& path, std::ostream& out, std::ostream& messages) {
   const std::string failure = show_file(path, out);
   out.flush();
@@ -80,17 +113,25 @@ int run_program(int argc, const char* const* argv, const ModuleFunctions& functi
   CLI::App* update =
       add_edit(app, "update", "Edit the settings of one item in a window", edit_options);
   update->add_option("--item", edit_options.item, "name of the item (default: the first)");
+  ImportOptions import_options;
+  const CLI::App* import = add_import(app, import_options);
+  LoadOptions load_options;
+  const CLI::App* load = add_load(app, load_options);
   std::string shown_file;
   CLI::App* show = app.add_subcommand(
       "show", "Show a control file, Format Information file or log file in readable form");
   show->add_option("FILE", shown_file, "the file")->required();
+  const LayoutCommands layout_commands(app);
 
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& stop) {
     return app.exit(stop, out, messages) == 0 ? exit_status::done : exit_status::wrong_usage;
   }
+  if (const auto status = layout_commands.run(out, messages)) return *status;
   if (show->parsed()) return run_show(shown_file, out, messages);
+  if (import->parsed()) return run_import(import_options, out, messages);
+  if (load->parsed()) return run_load(load_options, functions.create_data, out, messages);
   if (count->parsed()) {
     return run_count(count_options, functions.check_repeat_count, out, messages);
   }

@@ -1,7 +1,11 @@
 #include "host/settings_editor.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
 
 #include "format/error_codes.h"
 #include "format/fmt_file.h"
@@ -9,6 +13,7 @@
 #include "format/reconcile.h"
 #include "format/record_text.h"
 #include "formatlang/default_settings.h"
+#include "host/interruption.h"
 #include "host/output_folders.h"
 
 namespace korvex::host {
@@ -20,7 +25,11 @@ namespace {
 class ItemStore {
  public:
   ItemStore(const Layout& layout, ClFmtFile& file)
-      : layout_(layout), file_(file), is_stored_(layout.items.size(), false) {}
+      : layout_(layout), file_(file), is_stored_(layout.items.size(), false) {
+    for (std::size_t i = 0; i < layout.items.size(); ++i) {
+      places_.try_emplace(layout.items[i].name, i);
+    }
+  }
 
   std::vector<ItemFailure> store_all() {
     for (std::size_t i = 0; i < layout_.items.size(); ++i) store(i);
@@ -30,14 +39,31 @@ class ItemStore {
   }
 
  private:
+  // The items that have to be there before this one come first: a chain of references, from its
+  // end. Such a chain may be as long as the layout.
   void store(std::size_t index) {
+    std::vector<std::size_t> chain;
+    for (std::optional<std::size_t> next = index; next && !is_stored_[*next];
+         next = referenced_item(layout_.items[*next])) {
+      is_stored_[*next] = true;
+      chain.push_back(*next);
+    }
+    for (auto place = chain.rbegin(); place != chain.rend(); ++place) store_one(*place);
+  }
+
+  void store_one(std::size_t index) {
     const LayoutItem& item = layout_.items[index];
-    if (!item.values || is_stored_[index]) return;
-    is_stored_[index] = true;
+    if (!item.values) return;
     std::int32_t code = check_repeat(item.values->repeat);
     if (code == 0) code = store_values(item, *item.values);
     if (code == 0) store_repeat(item);
     if (code < 0) failures_.push_back({&item, code});
+  }
+
+  std::optional<std::size_t> referenced_item(const LayoutItem& item) const {
+    if (!item.values || item.values->source != ValueSource::reference) return std::nullopt;
+    const auto place = places_.find(item.values->item_name);
+    return place == places_.end() ? std::nullopt : std::optional(place->second);
   }
 
   static std::int32_t check_repeat(const std::optional<RepeatSettings>& repeat) {
@@ -55,7 +81,7 @@ class ItemStore {
       case ValueSource::attribute_default:
         return store_default(item);
       case ValueSource::reference:
-        return store_reference(item, values.item_name);
+        return store_reference(item);
       case ValueSource::enumeration:
         return store_enumeration(item, values);
     }
@@ -80,19 +106,18 @@ class ItemStore {
     return store_range(item, texts, {exceeded_action::repeat, 1});
   }
 
-  std::int32_t store_reference(const LayoutItem& item, const std::string& name) {
-    const auto source = std::find_if(layout_.items.begin(), layout_.items.end(),
-                                     [&](const LayoutItem& other) { return other.name == name; });
-    if (source == layout_.items.end()) return error::no_such_reference;
-    if (source->number == item.number) return error::same_reference_target;
-    store(static_cast<std::size_t>(source - layout_.items.begin()));
+  std::int32_t store_reference(const LayoutItem& item) {
+    const std::optional<std::size_t> place = referenced_item(item);
+    if (!place) return error::no_such_reference;
+    const LayoutItem& source = layout_.items[*place];
+    if (source.number == item.number) return error::same_reference_target;
 
-    const ClFmtColInf* settings = file_.find_column(source->number);
+    const ClFmtColInf* settings = file_.find_column(source.number);
     if (settings != nullptr && settings->record.generation_type == generation_type::initial_value) {
       return store_initial_value(item);
     }
-    const std::int32_t code = check_reference(source->attributes, item.attributes);
-    return code != 0 ? code : file_.copy_settings(item.number, source->number, item.attributes);
+    const std::int32_t code = check_reference(source.attributes, item.attributes);
+    return code != 0 ? code : file_.copy_settings(item.number, source.number, item.attributes);
   }
 
   // The list itself is checked when the data is generated, which reports every bad line of it.
@@ -114,6 +139,7 @@ class ItemStore {
   const Layout& layout_;
   ClFmtFile& file_;
   std::vector<bool> is_stored_;
+  std::unordered_map<std::string_view, std::size_t> places_;  // by name; the first of several
   std::vector<ItemFailure> failures_;
 };
 
@@ -142,6 +168,8 @@ std::size_t count_settings(const ClFmtLvlInf& level) {
 }  // namespace
 
 SettingsResult write_settings_of(const Layout& layout) {
+  // The settings file is written beside itself and renamed: either not begun or done.
+  const InterruptionsHeld held;
   SettingsResult result;
   make_output_folders(layout);
   ClFmtFile file;

@@ -55,7 +55,7 @@ TableReader::TableReader(const toml::table& table, std::string title,
     : table_(table), title_(std::move(title)), errors_(errors) {}
 
 void TableReader::report(SourcePlace place, std::string text) {
-  errors_.push_back({place, std::move(text)});
+  if (errors_.size() < most_layout_errors) errors_.push_back({place, std::move(text)});
 }
 
 void TableReader::report_type(std::string_view key, const toml::node& node,

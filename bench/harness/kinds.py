@@ -1,17 +1,17 @@
-"""Times layouts of other kinds, lists and repeats, beside the plain one: seconds per byte written."""
+"""Times layouts of other kinds, lists and repeats, beside the plain one and copies of their files."""
 
 import argparse
-import statistics
 
 from machine import build_line, build_release, machine_line
 from options import positive
 from paths import BENCH, scratch_folder
-from timing import remove, run_timed
+from subjects import Subject, copy_subject
+from timing import remove
 from workload import NULL_DEVICE, KorvexRun
 
 LAYOUTS = ("wide", "lists", "repeats")
 RECORDS = 5_000_000
-DEFAULT_RUNS = 5
+DEFAULT_RUNS = 7
 LIST_LINES = 1_000_000
 
 
@@ -30,46 +30,52 @@ def write_lists(folder):
     return size
 
 
-def median_seconds(run, runs):
-    run_timed(run.command, run.environment, run.output)
-    return statistics.median(
-        run_timed(run.command, run.environment, run.output) for _ in range(runs)
-    )
+def subject_of(program, folder, source, data, records=RECORDS):
+    run = KorvexRun(program, folder, records, data, source)
+    return Subject(source.stem, run.command, run.output, environment=run.environment)
 
 
-def file_size(program, folder, source):
-    run = KorvexRun(program, folder, RECORDS, folder / "sized.csv", source)
-    run_timed(run.command, run.environment, run.output)
-    size = run.output.stat().st_size
-    remove(run.output)
-    return size
+def measure_in_turn(subjects, runs):
+    for subject in subjects:
+        subject.run()
+    for _ in range(runs):
+        for subject in subjects:
+            subject.times.append(subject.run())
 
 
 def print_layouts(program, folder, runs):
-    print(f"\n{'':10} {'MB':>7} {'file s':>8} {'ns/byte':>8} {'x wide':>7} "
-          f"{'null s':>8} {'ns/byte':>8} {'x wide':>7}")
-    wide = {}
+    print(
+        f"\n{'':10} {'MB':>7} {'file s':>8} {'copy s':>8} {'x copy':>7} "
+        f"{'null s':>8} {'cpu ns/rec':>10}"
+    )
     for name in LAYOUTS:
         source = BENCH / f"{name}.toml"
-        size = file_size(program, folder, source)
-        cells = []
-        for data in (folder / f"{name}.csv", NULL_DEVICE):
-            seconds = median_seconds(KorvexRun(program, folder, RECORDS, data, source), runs)
-            cost = seconds / size * 1e9
-            wide.setdefault(data == NULL_DEVICE, cost)
-            cells.append(f"{seconds:8.3f} {cost:8.3f} {cost / wide[data == NULL_DEVICE]:7.2f}")
-            if data != NULL_DEVICE:
-                remove(data)
-        print(f"{name:10} {size / 1e6:7.0f} {' '.join(cells)}", flush=True)
+        to_file = subject_of(program, folder, source, folder / f"{name}.csv")
+        to_null = subject_of(program, folder, source, NULL_DEVICE)
+        to_file.run()
+        finished = to_file.output.rename(folder / "finished.csv")
+        size = finished.stat().st_size
+        copy = copy_subject(folder, finished)
+        measure_in_turn([to_file, copy, to_null], runs)
+        print(
+            f"{name:10} {size / 1e6:7.0f} {to_file.wall():8.3f} {copy.wall():8.3f} "
+            f"{to_file.wall() / copy.wall():7.2f} {to_null.wall():8.3f} "
+            f"{to_null.cpu() / RECORDS * 1e9:10.1f}",
+            flush=True,
+        )
+        for file in (to_file.output, copy.output, finished):
+            remove(file)
 
 
 def print_loading(program, folder, runs, list_bytes):
-    source = BENCH / "lists.toml"
-    loading = median_seconds(KorvexRun(program, folder, 1, NULL_DEVICE, source), runs)
-    start_up = median_seconds(KorvexRun(program, folder, 1, NULL_DEVICE), runs)
-    print(f"\nloading {3 * LIST_LINES:,} list values, {list_bytes / 1e6:.0f} MB: "
-          f"{(loading - start_up) * 1000:.1f} ms beyond the start-up, "
-          f"{list_bytes / (loading - start_up) / 1e6:,.0f} MB/s")
+    loading = subject_of(program, folder, BENCH / "lists.toml", NULL_DEVICE, 1)
+    start_up = subject_of(program, folder, BENCH / "wide.toml", NULL_DEVICE, 1)
+    measure_in_turn([loading, start_up], runs)
+    seconds = loading.wall() - start_up.wall()
+    print(
+        f"\nloading {3 * LIST_LINES:,} list values, {list_bytes / 1e6:.0f} MB: "
+        f"{seconds * 1000:.1f} ms beyond the start-up, {list_bytes / seconds / 1e6:,.0f} MB/s"
+    )
 
 
 def main():

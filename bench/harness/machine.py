@@ -27,11 +27,11 @@ def cpu_model():
 
 
 def file_system(folder):
-    """Type and device, such as "ext4 on /dev/sda1"."""
+    """Its type, such as ext4."""
     table = subprocess.run(
-        ["df", "--output=fstype,source", folder], capture_output=True, text=True, check=True
+        ["df", "--output=fstype", folder], capture_output=True, text=True, check=True
     ).stdout
-    return " on ".join(table.splitlines()[1].split())
+    return table.splitlines()[1].split()[0]
 
 
 def machine_line(folder):
@@ -42,11 +42,11 @@ def machine_line(folder):
     )
 
 
-def build_release():
+def build_release(*further_targets):
     """Builds the program with the release preset and answers its path."""
     for command in (
         ["cmake", "--preset", "release"],
-        ["cmake", "--build", RELEASE_TREE, "--target", "korvex_program"],
+        ["cmake", "--build", RELEASE_TREE, "--target", "korvex_program", *further_targets],
     ):
         done = subprocess.run(command, cwd=ROOT, capture_output=True, text=True)
         if done.returncode != 0:

@@ -19,7 +19,7 @@ def measure(run, runs):
     """Seconds of each run after a warm-up, and the peak memory of one more in KiB."""
 
     def seconds():
-        return run_timed(run.command, run.environment, run.output)
+        return run_timed(run.command, run.environment, run.output).wall
 
     seconds()
     counted = [seconds() for _ in range(runs)]

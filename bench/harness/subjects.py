@@ -1,5 +1,6 @@
-"""What is timed: korvex, the copy, and the tools that make the same file."""
+"""What is timed: korvex, the copy, and what else makes the same file."""
 
+import statistics
 import sys
 
 from machine import first_line_of
@@ -9,12 +10,13 @@ from workload import NULL_DEVICE, KorvexRun
 
 PEERS = BENCH / "peers"
 
-KORVEX, NULL, COPY = "korvex", "null", "copy"
+KORVEX, NULL, COPY, BY_HAND = "korvex", "null", "copy", "by-hand"
+BY_HAND_TARGET = "wide_by_hand"
 PEER_NAMES = ("mawk", "sqlite3", "python3")
 
 
 class Subject:
-    """A command, the file that it makes, and the seconds of each counted run."""
+    """A command, the file that it makes, and the times of each counted run."""
 
     def __init__(self, label, command, output=None, redirected=False, environment=None):
         self.label = label
@@ -22,10 +24,16 @@ class Subject:
         self.output = output
         self.redirected = redirected
         self.environment = environment
-        self.seconds = []
+        self.times = []
 
     def run(self):
         return run_timed(self.command, self.environment, self.output, self.redirected)
+
+    def wall(self):
+        return statistics.median(times.wall for times in self.times)
+
+    def cpu(self):
+        return statistics.median(times.cpu for times in self.times)
 
 
 def korvex_subject(label, program, folder, records, data):
@@ -42,6 +50,15 @@ def korvex_subjects(program, folder, records):
 
 def copy_subject(folder, original):
     return Subject("cat FILE > COPY", ["cat", original], folder / "copy.csv", redirected=True)
+
+
+def by_hand_subjects(program, folder, records):
+    def subject(label, output):
+        return Subject(label, [program.parent / BY_HAND_TARGET, str(records), output], output)
+
+    to_null = subject("by hand to /dev/null", NULL_DEVICE)
+    to_null.output = None  # nothing to remove before a run
+    return [subject("by hand", folder / "by-hand.csv"), to_null]
 
 
 def mawk(folder, records):

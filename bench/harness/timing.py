@@ -1,5 +1,6 @@
-"""Runs of commands, with their wall time and peak memory."""
+"""Runs of commands, with their wall time, processor time and peak memory."""
 
+import collections
 import os
 import pathlib
 import select
@@ -10,8 +11,12 @@ import time
 MEMORY_POLL_MS = 1
 
 
+# Seconds on the clock, and seconds of the processor in the program and in the system for it.
+Times = collections.namedtuple("Times", "wall cpu")
+
+
 def run_timed(command, environment=None, output=None, redirected=False):
-    """Seconds that the command took to make its output file, which is removed before.
+    """Times of the command that makes its output file, which is removed before.
 
     Nothing that an earlier run has written is left to be written during this one.
     """
@@ -19,11 +24,12 @@ def run_timed(command, environment=None, output=None, redirected=False):
     os.sync()
     with open(output if redirected else os.devnull, "wb") as sink:
         start = time.perf_counter()
-        with subprocess.Popen(command, env=environment, stdout=sink) as process:
-            process.wait()
-            seconds = time.perf_counter() - start
+        process = subprocess.Popen(command, env=environment, stdout=sink)
+        _, status, usage = os.wait4(process.pid, 0)
+        wall = time.perf_counter() - start
+    process.returncode = os.waitstatus_to_exitcode(status)
     fail_unless_done(process)
-    return seconds
+    return Times(wall, usage.ru_utime + usage.ru_stime)
 
 
 def run_for_peak_memory(command, environment, output=None):

@@ -10,6 +10,7 @@
 #include "format/file_failure.h"
 #include "format/record_text.h"
 #include "platform/local_time.h"
+#include "platform/unfinished_file.h"
 
 namespace korvex {
 
@@ -118,32 +119,30 @@ void ClColMain::append_item(const ControlItem& record) {
 }
 
 std::int32_t ClColMain::write_temporary_control_file() {
-  platform::File file;
-  if (platform::create_temporary(work_folder(), std::time(nullptr), file, control_path) !=
-      platform::FileCause::none) {
-    return error::cannot_open;
+  try {
+    platform::File file;
+    if (platform::create_temporary(work_folder(), std::time(nullptr), file, control_path) !=
+        platform::FileCause::none) {
+      return error::cannot_open;
+    }
+    platform::UnfinishedFile unfinished(control_path);
+    const std::int32_t result = write_short_form(file);
+    if (result == 0) unfinished.finish();
+    return result;
+  } catch (const std::bad_alloc&) {
+    return error::out_of_memory;
   }
-  const std::int32_t result = write_short_form(file);
-  if (result != 0) {
-    file.discard();
-    platform::remove_file(control_path);
-  }
-  return result;
 }
 
 std::int32_t ClColMain::write_short_form(platform::File& file) {
   const std::vector<std::int32_t>& numbers = settings.saved_items();
   header_.item_count = static_cast<std::int32_t>(numbers.size());
-  try {
-    platform::FileCause cause = file.write(&header_, sizeof header_);
-    if (cause == platform::FileCause::none) {
-      cause = file.write(numbers.data(), numbers.size() * sizeof(std::int32_t));
-    }
-    if (cause == platform::FileCause::none) cause = file.close();
-    return cause == platform::FileCause::none ? 0 : write_failure(cause);
-  } catch (const std::bad_alloc&) {
-    return error::out_of_memory;
+  platform::FileCause cause = file.write(&header_, sizeof header_);
+  if (cause == platform::FileCause::none) {
+    cause = file.write(numbers.data(), numbers.size() * sizeof(std::int32_t));
   }
+  if (cause == platform::FileCause::none) cause = file.close();
+  return cause == platform::FileCause::none ? 0 : write_failure(cause);
 }
 
 void ClColMain::append_error_text(std::int32_t code, std::string& text) const {

@@ -11,6 +11,7 @@
 #include "format/settings_upgrade.h"
 #include "format/settings_writer.h"
 #include "platform/local_time.h"
+#include "platform/unfinished_file.h"
 
 namespace korvex {
 
@@ -80,18 +81,20 @@ std::int32_t ClFmtFile::save_levels(std::int32_t quotation) {
       FileCause::none) {
     return error::cannot_open;
   }
-
+  platform::UnfinishedFile unfinished(temporary_path);
   com_.header.quotation = quotation;
-  std::int32_t result = write_temporary(temporary);
-  if (result == 0) {
-    const FileCause closed = temporary.close();
-    if (closed != FileCause::none) result = write_failure(closed);
+  const std::int32_t result = write_temporary(temporary);
+  if (result != 0) return result;
+  if (const FileCause closed = temporary.close(); closed != FileCause::none) {
+    return write_failure(closed);
   }
-  if (result != 0) {
-    temporary.discard();
-    platform::remove_file(temporary_path);
-    return result;
+  // A file that was missing at the load may have come into being since, and somebody may hold it.
+  File late;
+  if (!held_file_.is_open() && late.open_for_reading(file_path_, platform::Sharing::exclusive) ==
+                                   FileCause::sharing_violation) {
+    return error::cannot_write;
   }
+  unfinished.finish();
   const FileCause moved = platform::replace_file(temporary_path, file_path_);
   if (moved != FileCause::none) return write_failure(moved);
   held_file_.discard();

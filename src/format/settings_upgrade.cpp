@@ -12,6 +12,7 @@
 #include "format/records.h"
 #include "format/settings_reader.h"
 #include "platform/file.h"
+#include "platform/unfinished_file.h"
 
 namespace korvex {
 
@@ -72,7 +73,8 @@ class Upgrade {
     if (result != 0) return result;
     // Places are 32-bit numbers in the file.
     if (bytes_.size() > std::numeric_limits<std::int32_t>::max()) return error::cannot_operate;
-    std::memcpy(bytes_.data() + sizeof fresh, levels_.data(), levels_.size() * sizeof(FmtLvlRec));
+    std::copy_n(reinterpret_cast<const char*>(levels_.data()), levels_.size() * sizeof(FmtLvlRec),
+                bytes_.data() + sizeof fresh);
     return 0;
   }
 
@@ -163,9 +165,7 @@ std::int32_t upgrade_into(File& source, File& work, std::int32_t layout_kind) {
   return result == 0 ? write_work_file(upgrade.bytes(), work) : result;
 }
 
-}  // namespace
-
-std::int32_t upgrade_settings_file(const std::string& path, std::int32_t layout_kind) {
+std::int32_t upgrade(const std::string& path, std::int32_t layout_kind) {
   File source;
   const FileCause opened = source.open_for_reading(path, platform::Sharing::exclusive);
   if (opened == FileCause::not_found) return 0;
@@ -175,20 +175,22 @@ std::int32_t upgrade_settings_file(const std::string& path, std::int32_t layout_
   platform::remove_file(work_path);
   File work;
   if (work.create_new(work_path) != FileCause::none) return error::cannot_open;
-
-  std::int32_t result = 0;
-  try {
-    result = upgrade_into(source, work, layout_kind);
-  } catch (const std::bad_alloc&) {
-    result = error::out_of_memory;
-  }
-  if (result != 0) {
-    work.discard();
-    platform::remove_file(work_path);
-    return result == nothing_to_do ? 0 : result;
-  }
+  platform::UnfinishedFile unfinished(work_path);
+  const std::int32_t result = upgrade_into(source, work, layout_kind);
+  if (result != 0) return result == nothing_to_do ? 0 : result;
+  unfinished.finish();
   const FileCause moved = platform::replace_file(work_path, path);
   return moved == FileCause::none ? 0 : write_failure(moved);
+}
+
+}  // namespace
+
+std::int32_t upgrade_settings_file(const std::string& path, std::int32_t layout_kind) {
+  try {
+    return upgrade(path, layout_kind);
+  } catch (const std::bad_alloc&) {
+    return error::out_of_memory;
+  }
 }
 
 }  // namespace korvex

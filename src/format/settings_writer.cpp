@@ -24,14 +24,17 @@ std::int64_t measure(ClFmtLvlInf& level) {
   return static_cast<std::int64_t>(bytes);
 }
 
-// Gives every level its place, one after the other behind the level table.
+// Gives every level its place, one after the other behind the level table. Levels that share bytes
+// of the file that they come from would make the new one far larger: they have no place.
 bool place_levels(ClFmtCom& com) {
   constexpr std::int64_t limit = std::numeric_limits<std::int32_t>::max();
+  std::size_t raw_left = com.file_bytes.size();
   auto offset =
       static_cast<std::int64_t>(sizeof(FmtHeadRec) + com.levels.size() * sizeof(FmtLvlRec));
   for (const auto& level : com.levels) {
     const std::int64_t size = measure(*level);
-    if (offset + size > limit) return false;
+    if (offset + size > limit || level->raw_data.size() > raw_left) return false;
+    raw_left -= level->raw_data.size();
     level->record.data_offset = static_cast<std::int32_t>(offset);
     level->record.data_size = static_cast<std::int32_t>(size);
     offset += size;

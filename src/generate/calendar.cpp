@@ -16,7 +16,7 @@ constexpr std::int64_t days_to(int y, unsigned m, unsigned d) {
 }
 
 // Years that a crafted value may name beyond any calendar, and a day outside every range for them.
-constexpr int last_calendar_year = 9999;
+constexpr int last_numbered_year = 9999;
 constexpr std::int64_t no_such_day = 1'000'000'000;
 
 constexpr std::int64_t last_day = days_to(2038, 1, 19);
@@ -25,16 +25,28 @@ constexpr std::int64_t last_second = last_day * seconds_per_day + 3 * 3600 + 14 
 
 }  // namespace
 
-int days_in_month(int y, int m) {
+bool is_leap_year(int y) { return year(y).is_leap(); }
+
+bool is_day(int y, int m, int d) {
   constexpr std::uint8_t lengths[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  return m == 2 && year(y).is_leap() ? 29 : lengths[m - 1];
+  if (m < 1 || m > 12 || d < 1) return false;
+  return d <= (m == 2 && is_leap_year(y) ? 29 : lengths[m - 1]);
+}
+
+int day_of_year(int y, int m, int d) {
+  return static_cast<int>(days_to(y, static_cast<unsigned>(m), static_cast<unsigned>(d)) -
+                          days_to(y, 1, 1));
+}
+
+void set_day_of_year(int days_passed, MomentFields& fields) {
+  set_date(days_to(fields.year, 1, 1) + days_passed, fields);
 }
 
 std::int64_t day_number(const MomentFields& fields) {
   const int months = int{fields.month} - 1;
   const int whole_years = months >= 0 ? months / 12 : -1;
   const int numbered_year = fields.year + whole_years;
-  if (numbered_year > last_calendar_year) return no_such_day;
+  if (numbered_year > last_numbered_year) return no_such_day;
   const year y(numbered_year);
   const auto month = static_cast<unsigned>(months - 12 * whole_years + 1);
   const sys_days first(y / std::chrono::month(month) / std::chrono::day(1));

@@ -8,8 +8,17 @@
 // may take: 1970-01-01 09:00:00 and 2038-01-19 03:14:07.
 namespace korvex {
 
-// Days in a month, 1 to 12, of a year.
-int days_in_month(int year, int month);
+inline constexpr int first_calendar_year = 1970;
+inline constexpr int last_calendar_year = 2038;
+
+bool is_leap_year(int year);
+
+// Whether the month has the day.
+bool is_day(int year, int month, int day);
+
+// Days since the first of January of a day that is one, and back.
+int day_of_year(int year, int month, int day);
+void set_day_of_year(int days, MomentFields& fields);
 
 // Days since 1970-01-01 of the fields' date. Months and days beyond their range count on, as they
 // do on a calendar that carries.

@@ -14,7 +14,16 @@ namespace {
 
 constexpr int letter_count = 26;
 
-// "AA" to "ZZ" and "aa" to "zz".
+// "A" to "Z" or "a" to "z".
+constexpr auto letters_from(char base) {
+  std::array<char, letter_count> letters = {};
+  for (std::size_t i = 0; i < letters.size(); ++i) {
+    letters[i] = static_cast<char>(base + static_cast<int>(i));
+  }
+  return letters;
+}
+
+// "AA" to "ZZ" or "aa" to "zz".
 constexpr auto letter_pairs(char base) {
   std::array<char, 2 * letter_count* letter_count> pairs = {};
   for (std::size_t i = 0; i < pairs.size() / 2; ++i) {
@@ -24,6 +33,8 @@ constexpr auto letter_pairs(char base) {
   return pairs;
 }
 
+constexpr auto upper_letters = letters_from('A');
+constexpr auto lower_letters = letters_from('a');
 constexpr auto upper_pairs = letter_pairs('A');
 constexpr auto lower_pairs = letter_pairs('a');
 
@@ -40,27 +51,21 @@ const char* full_width_pairs() {
   return pairs.data();
 }
 
+Wheel letter_wheel(char base, std::size_t counting_letters) {
+  if (counting_letters == 1) {
+    return {base == 'A' ? upper_letters.data() : lower_letters.data(), 1, letter_count};
+  }
+  return {base == 'A' ? upper_pairs.data() : lower_pairs.data(), 2, letter_count * letter_count};
+}
+
 }  // namespace
 
 CharacterGenerator::CharacterGenerator(const ItemContext& context, const ClFmtItemInf& element)
     : ElementGenerator(context, element),
       change_(counts_up() ? std::int64_t{context.increment.low}
                           : -std::int64_t{context.increment.low}) {
-  switch (settings_.kind) {
-    case format_kind::upper_letters:
-      base_letter_ = 'A';
-      wheel_ = upper_pairs.data();
-      wheel_size_ = letter_count * letter_count;
-      break;
-    case format_kind::lower_letters:
-      base_letter_ = 'a';
-      wheel_ = lower_pairs.data();
-      wheel_size_ = letter_count * letter_count;
-      break;
-    default:
-      wheel_ = full_width_pairs();
-      wheel_size_ = full_width_count;
-  }
+  if (settings_.kind == format_kind::upper_letters) base_letter_ = 'A';
+  if (settings_.kind == format_kind::lower_letters) base_letter_ = 'a';
   load(settings_.current);
   plan_run();
 }
@@ -89,25 +94,29 @@ std::int32_t CharacterGenerator::ordinal_of_text() const {
 
 // A run needs a text that ends in the counting part and spells the ordinal.
 void CharacterGenerator::plan_run() {
-  const bool has_half_character = base_letter_ == 0 && low_size_ % tail_size != 0;
-  if (has_half_character || low_size_ < tail_size || length_ != position_ + low_size_ ||
-      ordinal_ < 0)
-    return;
+  if (low_size_ == 0 || length_ != position_ + low_size_ || ordinal_ < 0) return;
+  if (base_letter_ == 0 && low_size_ % 2 != 0) return;
   if (std::memcmp(text_ + position_, low_text_, low_size_) != 0) return;
-  const std::int64_t place = ordinal_ % wheel_size_;
-  if (std::memcmp(text_ + length_ - tail_size, wheel_ + tail_size * static_cast<std::size_t>(place),
-                  tail_size) != 0 ||
-      ordinal_of_text() != ordinal_) {
-    return;
-  }
+  const Wheel wheel = base_letter_ != 0 ? letter_wheel(base_letter_, low_size_)
+                                        : Wheel{full_width_pairs(), 2, full_width_count};
+  const std::int64_t place = ordinal_ % wheel.count;
+  const char* entry = wheel.entries + wheel.entry_size * static_cast<std::size_t>(place);
+  const char* tail = text_ + length_ - wheel.entry_size;
+  if (std::memcmp(tail, entry, wheel.entry_size) != 0 || ordinal_of_text() != ordinal_) return;
   const std::int64_t to_end = std::int64_t{settings_.end.low} - ordinal_;
   if (change_ > 0) {
     const std::int64_t steps = counts_up() ? to_end / change_ : 0;
-    begin_run(wheel_, place, change_, std::min((wheel_size_ - 1 - place) / change_, steps));
+    begin_run(wheel, place, change_, std::min((wheel.count - 1 - place) / change_, steps));
   } else if (change_ < 0) {
     const std::int64_t steps = counts_down() ? to_end / change_ : 0;
-    begin_run(wheel_, place, change_, std::min(place / -change_, steps));
+    begin_run(wheel, place, change_, std::min(place / -change_, steps));
   }
+}
+
+bool CharacterGenerator::keeps_size() const {
+  return length_ == position_ + low_size_ && field_text(settings_.start_text).size() == length_ &&
+         settings_.start.position == settings_.current.position &&
+         field_text(settings_.start.low_text).size() == low_size_;
 }
 
 StepOutcome CharacterGenerator::step(ItemPass&) {

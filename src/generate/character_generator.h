@@ -7,8 +7,8 @@
 namespace korvex {
 
 // Letters and full-width characters: the counting part of the text is a number whose digits are
-// characters, to which the increment is added. Runs turn the last two letters, or the last
-// full-width character.
+// characters, to which the increment is added. Runs turn the last one or two letters, or
+// the last full-width character.
 //
 // An element that is not the item's lead starts again by itself when it passes its own end.
 class CharacterGenerator : public ElementGenerator {
@@ -16,6 +16,8 @@ class CharacterGenerator : public ElementGenerator {
   CharacterGenerator(const ItemContext& context, const ClFmtItemInf& element);
 
   void restart() override;
+  bool keeps_size() const override;
+  bool never_cuts() const override { return true; }
 
  private:
   StepOutcome step(ItemPass& pass) override;
@@ -27,8 +29,6 @@ class CharacterGenerator : public ElementGenerator {
 
   char base_letter_ = 0;  // 0 for full-width characters
   std::int64_t change_ = 0;
-  const char* wheel_ = nullptr;
-  std::int64_t wheel_size_ = 0;
 
   std::int32_t ordinal_ = 0;
   std::size_t position_ = 0;

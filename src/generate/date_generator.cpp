@@ -2,19 +2,13 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <limits>
 
 #include "format/record_text.h"
 #include "generate/calendar.h"
-#include "generate/digit_pairs.h"
+#include "generate/moment_wheels.h"
 
 namespace korvex {
-
-namespace {
-
-constexpr int longest_month = 31;
-constexpr int months_in_year = 12;
-
-}  // namespace
 
 MomentGenerator::MomentGenerator(const ItemContext& context, const ClFmtItemInf& element)
     : ElementGenerator(context, element),
@@ -31,7 +25,8 @@ MomentGenerator::MomentGenerator(const ItemContext& context, const ClFmtItemInf&
 }
 
 StepOutcome MomentGenerator::step(ItemPass& pass) {
-  last_field() += static_cast<int>(end_run() * change_);
+  if (const std::int64_t taken = end_run(); taken > 0)
+    set_place(place() + static_cast<int>(taken * change_));
   if (change_fields()) {
     show();
   } else {
@@ -66,17 +61,37 @@ void MomentGenerator::show() {
   key_ = layout_.order_key(fields_);
 }
 
+int MomentGenerator::place() const {
+  return layout_.has_time() ? place_of(fields_.minute, fields_.second)
+                            : place_of(fields_.month, fields_.day);
+}
+
+bool MomentGenerator::keeps_size() const {
+  const auto fits = [this](const FmtValRec& value) {
+    return layout_.order_key(fields_of(value)) >= 0;
+  };
+  return key_ >= 0 && fits(settings_.start) && fits(settings_.end) &&
+         !field_text(settings_.start_text).empty() && stays_in_places();
+}
+
 void MomentGenerator::plan_run() {
   // A step against the counting direction, as no checked settings have it, is left to the texts.
-  if (watches_others_ || (change_ > 0) != counts_up()) return;
-  const RunLimits limits = run_limits();
-  const int value = last_field();
-  if (is_off() || key_ < 0 || change_ == 0 || value < limits.first || value > limits.last) return;
-  const std::int64_t in_field =
-      change_ > 0 ? (limits.last - value) / change_ : (limits.first - value) / change_;
-  const std::int64_t to_end =
-      is_lead_ ? range_.distance_to_end(key_, counts_up(), counts_down()) : MomentRange::no_end;
-  begin_run(digit_pairs.data(), value, change_, std::min(in_field, to_end / std::abs(change_)));
+  if (watches_others_ || change_ == 0 || (change_ > 0) != counts_up() || key_ < 0 || is_off())
+    return;
+  const Wheel* const turned = wheel();
+  const int from = turned != nullptr ? place() : -1;
+  if (from < 0) return;
+  const std::int64_t on_wheel = (change_ > 0 ? turned->count - 1 - from : from) / std::abs(change_);
+  begin_run(*turned, from, change_, is_lead_ ? std::min(on_wheel, steps_to_end(from)) : on_wheel);
+}
+
+// As far as the wheel goes.
+std::int64_t MomentGenerator::steps_to_end(int from) const {
+  const std::int64_t digits = range_.stop_digits(key_, counts_up(), counts_down());
+  if (digits == MomentRange::nowhere) return std::numeric_limits<std::int64_t>::max();
+  if (digits == MomentRange::at_once) return 0;
+  const int end = place_of(static_cast<int>(digits / 100), static_cast<int>(digits % 100));
+  return end < 0 ? 0 : (end - from) / change_;
 }
 
 bool DateGenerator::change_fields() {
@@ -88,11 +103,16 @@ bool DateGenerator::change_fields() {
   return set_date(day_number(fields_) + change(), fields_) || overflow();
 }
 
-MomentGenerator::RunLimits DateGenerator::run_limits() const {
-  const bool inside_calendar = fields_.year >= 1970 && fields_.year < 2038 && fields_.month >= 1 &&
-                               fields_.month <= months_in_year;
-  return inside_calendar ? RunLimits{1, days_in_month(fields_.year, fields_.month)} : RunLimits{};
+const Wheel* DateGenerator::wheel() const {
+  if (fields_.year < first_calendar_year || fields_.year >= last_calendar_year) return nullptr;
+  return &calendar_wheel(is_leap_year(fields_.year), layout_.date_separator());
 }
+
+int DateGenerator::place_of(int month, int day) const {
+  return is_day(fields_.year, month, day) ? day_of_year(fields_.year, month, day) : -1;
+}
+
+void DateGenerator::set_place(int place) { set_day_of_year(place, fields_); }
 
 // Behind 2038-01-19 the calendar ends. A two-digit end year of the last century counts as text, so
 // that no later day is behind it: the date then stays where it is.
@@ -102,7 +122,23 @@ bool DateGenerator::step_past_last(std::int64_t day) {
   return !range_.text_is_behind_end(next) || overflow();
 }
 
-MomentGenerator::RunLimits UncheckedDateGenerator::run_limits() const { return {1, longest_month}; }
+const Wheel* UncheckedDateGenerator::wheel() const {
+  return stays_in_places() ? &long_month_wheel(layout_.date_separator()) : nullptr;
+}
+
+int UncheckedDateGenerator::place_of(int month, int day) const {
+  const bool is_regular =
+      month >= 1 && month <= months_per_year && day >= 1 && day <= longest_month;
+  return is_regular ? (month - 1) * longest_month + day - 1 : -1;
+}
+
+void UncheckedDateGenerator::set_place(int place) {
+  fields_.month = place / longest_month + 1;
+  fields_.day = place % longest_month + 1;
+}
+
+// A longer step runs away from the one month that is carried.
+bool UncheckedDateGenerator::stays_in_places() const { return std::abs(change()) <= longest_month; }
 
 bool UncheckedDateGenerator::change_fields() {
   // The step is a 16-bit number here.
@@ -111,14 +147,14 @@ bool UncheckedDateGenerator::change_fields() {
   int year = fields_.year;
   if (counts_up() && day > longest_month) {
     day -= longest_month;
-    if (++month > months_in_year) {
+    if (++month > months_per_year) {
       month = 1;
       if (++year > settings_.end.year) year = settings_.start.year;
     }
   } else if (!counts_up() && day < 1) {
     day += longest_month;
     if (--month < 1) {
-      month = months_in_year;
+      month = months_per_year;
       if (--year < settings_.end.year) year = settings_.start.year;
     }
   }

@@ -8,8 +8,8 @@
 namespace korvex {
 
 // What dates, times and timestamps have in common: the value in its fields, shown in the target's
-// layout, and an end test on the plain text of the next value. Runs turn the last field, the day or
-// the second.
+// layout, and an end test on the plain text of the next value. Runs turn the last two fields: month
+// and day, or minute and second.
 //
 // Times are computed on the proleptic Gregorian calendar without a time zone, so that the same
 // settings give the same bytes everywhere.
@@ -18,19 +18,23 @@ class MomentGenerator : public ElementGenerator {
   MomentGenerator(const ItemContext& context, const ClFmtItemInf& element);
 
   void restart() override;
+  bool keeps_size() const override;
+  bool never_cuts() const override { return !is_lead_ || !heeds_overflow_; }
 
  protected:
   // Takes the next value into fields_. False when the calendar ended and the element restarted.
   virtual bool change_fields() = 0;
 
-  // The values that the last field may take in a run while the others stand; none when steps need
-  // a closer look.
-  struct RunLimits {
-    int first = 1;
-    int last = 0;
-    bool is_empty() const { return first > last; }
-  };
-  virtual RunLimits run_limits() const = 0;
+  // The wheel on which the value stands while nothing above its last two fields changes; null when
+  // steps need a closer look.
+  virtual const Wheel* wheel() const = 0;
+
+  // Where two fields stand on that wheel, -1 for nowhere, and back.
+  virtual int place_of(int high, int low) const = 0;
+  virtual void set_place(int place) = 0;
+
+  // Whether no step leads to fields that outgrow their places.
+  virtual bool stays_in_places() const { return true; }
 
   // Restarts for a step across the calendar's ends; always false, as change_fields() answers then.
   bool overflow();
@@ -46,7 +50,8 @@ class MomentGenerator : public ElementGenerator {
   StepOutcome step(ItemPass& pass) final;
   void show();
   void plan_run();
-  int& last_field() { return layout_.has_time() ? fields_.second : fields_.day; }
+  int place() const;
+  std::int64_t steps_to_end(int place) const;
 
   const std::int64_t change_;
   const bool heeds_overflow_;  // the item's overflow flag ends the cycle of this lead element
@@ -61,7 +66,9 @@ class DateGenerator : public MomentGenerator {
 
  private:
   bool change_fields() override;
-  RunLimits run_limits() const override;
+  const Wheel* wheel() const override;
+  int place_of(int month, int day) const override;
+  void set_place(int place) override;
   bool step_past_last(std::int64_t day);
 };
 
@@ -72,7 +79,10 @@ class UncheckedDateGenerator : public MomentGenerator {
 
  private:
   bool change_fields() override;
-  RunLimits run_limits() const override;
+  const Wheel* wheel() const override;
+  int place_of(int month, int day) const override;
+  void set_place(int place) override;
+  bool stays_in_places() const override;
 };
 
 }  // namespace korvex

@@ -23,6 +23,8 @@ class FixedGenerator : public ElementGenerator {
   }
 
   void restart() override { set_text(field_text(settings_.text)); }
+  bool keeps_size() const override { return length_ == field_text(settings_.text).size(); }
+  bool never_cuts() const override { return true; }
 
  private:
   StepOutcome step(ItemPass&) override { return StepOutcome::going; }
@@ -83,20 +85,17 @@ void ElementGenerator::set_text(std::string_view text) {
   std::memcpy(text_, text.data(), length_);
 }
 
-void ElementGenerator::begin_run(const char* wheel, std::int64_t index, std::int64_t change,
+void ElementGenerator::begin_run(const Wheel& wheel, std::int64_t index, std::int64_t change,
                                  std::int64_t steps) {
+  const auto entry_size = static_cast<std::ptrdiff_t>(wheel.entry_size);
   run_left_ = run_size_ = std::max<std::int64_t>(steps, 0);
-  wheel_place_ = wheel + static_cast<std::ptrdiff_t>(tail_size) * index;
-  wheel_step_ = static_cast<std::ptrdiff_t>(tail_size) * change;
-  tail_ = text_ + length_ - tail_size;
+  wheel_place_ = wheel.entries + entry_size * index;
+  wheel_step_ = entry_size * change;
+  tail_size_ = wheel.entry_size;
 }
 
 void ElementGenerator::begin_idle_run() {
-  static constexpr char unread[tail_size] = {};
   run_left_ = run_size_ = std::numeric_limits<std::int64_t>::max();
-  wheel_place_ = unread;
-  wheel_step_ = 0;
-  tail_ = idle_tail_;
 }
 
 std::int64_t ElementGenerator::end_run() {

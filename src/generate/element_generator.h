@@ -8,6 +8,7 @@
 #include "format/item_inf.h"
 #include "format/records.h"
 #include "generate/line_block.h"
+#include "generate/wheel.h"
 
 namespace korvex {
 
@@ -42,7 +43,7 @@ struct ItemPass {
 // takes the next value and makes its text ready. Settings from outside may hold anything; whatever
 // they hold, no generator reads or writes outside its buffers or runs forever.
 //
-// Most steps change nothing but the last two characters: digits of a number, the last letters, the
+// Most steps change nothing but the last few characters: digits of a number, the last letters, the
 // day of a month. Such steps come in runs. A generator announces a run, the wheel that the
 // characters are taken from, and how many steps it lasts; these steps need no call. Whatever else
 // can happen at a step (a carry, the end value, a restart) ends the run before it.
@@ -74,38 +75,48 @@ class ElementGenerator {
   // Takes the next value and makes its text ready.
   StepOutcome advance(ItemPass& pass) {
     if (run_left_ == 0) return step(pass);
-    --run_left_;
-    wheel_place_ += wheel_step_;
-    std::memcpy(tail_, wheel_place_, tail_size);
+    skip(1);
     return StepOutcome::going;
   }
 
   // Back to the start value and its text.
   virtual void restart() = 0;
 
-  static constexpr std::size_t tail_size = 2;
+  // Whether every text from here on, also behind a restart, has the size of the present one.
+  virtual bool keeps_size() const { return false; }
 
-  // What is left of the announced run: how many steps, where the wheel stands and how far it turns
-  // each time; a turn of 0 leaves the text as it is.
+  // Whether no step ends the field in its middle.
+  virtual bool never_cuts() const { return false; }
+
+  // The text that is written next.
+  std::string_view text() const { return {text_, length_}; }
+
+  // What is left of the announced run: how many steps, where the wheel stands, how far it turns
+  // each time and how many characters it turns; none for a text that stays as it is.
   std::int64_t run_left() const { return run_left_; }
   const char* wheel_place() const { return wheel_place_; }
   std::ptrdiff_t wheel_step() const { return wheel_step_; }
+  std::size_t tail_size() const { return tail_size_; }
 
   // Takes `steps` steps of the run at once.
   void skip(std::int64_t steps) {
     run_left_ -= steps;
     wheel_place_ += steps * wheel_step_;
-    std::memcpy(tail_, wheel_place_, tail_size);
+    char* const tail = text_ + length_ - tail_size_;
+    if (tail_size_ == 2) {  // as most are
+      std::memcpy(tail, wheel_place_, 2);
+    } else {
+      std::memcpy(tail, wheel_place_, tail_size_);
+    }
   }
 
  protected:
   // The step that no run covers.
   virtual StepOutcome step(ItemPass& pass) = 0;
 
-  // Announces that the next `steps` steps take the text's last two characters from a wheel of
-  // pairs, from the pair at `index` on, `change` pairs further each time. The text must not change
-  // its length before the run is over.
-  void begin_run(const char* wheel, std::int64_t index, std::int64_t change, std::int64_t steps);
+  // Announces that the next `steps` steps take the end of the text from the wheel, from the entry
+  // at `index` on, `change` entries further each time.
+  void begin_run(const Wheel& wheel, std::int64_t index, std::int64_t change, std::int64_t steps);
 
   // Announces that the text stays as it is.
   void begin_idle_run();
@@ -123,11 +134,10 @@ class ElementGenerator {
 
  private:
   std::int64_t run_left_ = 0;
-  const char* wheel_place_ = nullptr;
+  const char* wheel_place_ = "";
   std::ptrdiff_t wheel_step_ = 0;
-  char* tail_ = nullptr;
+  std::size_t tail_size_ = 0;
   std::int64_t run_size_ = 0;
-  char idle_tail_[tail_size] = {};
 
  protected:
   // The text written next. Longer than any element's field, so that chunk copies stay inside.

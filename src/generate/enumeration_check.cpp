@@ -76,16 +76,13 @@ class BadLineReport {
 
   bool has_lines() const { return has_lines_; }
 
-  void discard() {
-    file_.discard();
-    platform::remove_output(path_);
-  }
+  void discard() { file_.remove(path_); }
 
   // Keeps the report if it says anything; false when it could not be written.
   bool close() {
-    const bool written = file_.close() == FileCause::none;
-    if (!has_lines_) platform::remove_output(path_);
-    return written || !has_lines_;
+    if (has_lines_) return file_.close() == FileCause::none;
+    file_.remove(path_);
+    return true;
   }
 
  private:

@@ -19,6 +19,7 @@ std::int64_t length_of(std::string_view value) { return static_cast<std::int64_t
 std::int32_t scan_number(std::string_view value, NumberScan& scan) {
   for (std::size_t i = 0; i < value.size(); ++i) {
     const char c = value[i];
+    if (c >= '0' && c <= '9') continue;
     if (c == '+' || c == '-') {
       if (scan.has_sign) return error::enumeration_two_signs;
       if (i != 0) return error::enumeration_inner_sign;
@@ -28,7 +29,7 @@ std::int32_t scan_number(std::string_view value, NumberScan& scan) {
       scan.has_point = true;
       scan.integer_digits = static_cast<std::int64_t>(i) - (scan.has_sign ? 1 : 0);
       scan.decimals = length_of(value) - static_cast<std::int64_t>(i) - 1;
-    } else if (c < '0' || c > '9') {
+    } else {
       return error::enumeration_not_numeric;
     }
   }

@@ -1,5 +1,6 @@
 #include "generate/generate_data_file.h"
 
+#include <algorithm>
 #include <new>
 
 #include "control/error_texts.h"
@@ -7,8 +8,6 @@
 #include "format/file_failure.h"
 #include "format/record_text.h"
 #include "generate/enumeration_check.h"
-#include "generate/progress.h"
-#include "generate/record_writer.h"
 #include "platform/user_interface.h"
 
 namespace korvex {
@@ -35,17 +34,23 @@ std::int32_t ClGenerateDataFile::measure(std::uint64_t& bytes) {
     if (result <= 0) return result < 0 ? result : error::no_data_file;
     const auto progress = platform::user_interface().open_progress(parent, true);
     ProgressMeter meter(*progress, main.header().records);
+    BlockAssembler blocks(assembler_, main.layout_kind());
+    // A line feed is added to each line, or takes the place of its last comma.
+    const bool adds_line_feed = main.layout_kind() != layout_kind::third;
     LineBlock lines(0);
-    for (std::int32_t done = 0; done < main.header().records; ++done) {
+    for (std::int64_t done = 0; done < main.header().records;) {
       if (progress->cancel_requested()) return error::cancelled;
       meter.update(done);
-      result = assemble_next(lines);
-      if (result != 0) return result;
-      // A line feed is added to each line, or takes the place of its last comma.
-      const bool adds_line_feed = main.layout_kind() != layout_kind::third;
-      bytes += lines.line_size() + (adds_line_feed ? 1 : 0);
-      lines.finish_line();
-      lines.remove_front(lines.finished().size());
+      std::int64_t count = blocks.assemble(lines, main.header().records - done);
+      if (count == 0) {
+        result = assembler_.assemble(lines);
+        if (result != 0) return result;
+        count = 1;
+        if (adds_line_feed) ++bytes;
+      }
+      done += count;
+      bytes += lines.size();
+      lines.clear();
     }
     return 0;
   } catch (const std::bad_alloc&) {
@@ -85,6 +90,7 @@ std::int32_t ClGenerateDataFile::prepare_repeats() {
   if (main.settings.current_level()->record.repeat_flag == 0) return 0;
   const std::int32_t result = repeats_.build(main);
   repeat_in_use_ = !repeats_.is_empty();
+  if (repeat_in_use_) assembler_.set_repeats(repeats_);
   return result;
 }
 
@@ -120,6 +126,11 @@ std::int32_t ClGenerateDataFile::prepare_item(const ClFmtColInf& column) {
 
 std::int32_t ClGenerateDataFile::prepare_enumeration(const ClFmtColInf& column,
                                                      ItemGenerator& generator) {
+  // An item that stands in several fields has its values already; it only changes its mode again.
+  if (generator.has_enumeration()) {
+    generator.raise_mode();
+    return 0;
+  }
   auto values = std::make_unique<ClEnumDataList>();
   const std::string path(field_text(column.record.enumeration_path));
   const std::int32_t count =
@@ -150,14 +161,6 @@ bool ClGenerateDataFile::user_accepts_fewer_records() const {
          platform::Answer::yes;
 }
 
-std::int32_t ClGenerateDataFile::assemble_next(LineBlock& lines) {
-  const std::int32_t result = assembler_.assemble(lines);
-  if (repeat_in_use_ && !assembler_.run().repeats_finished) {
-    assembler_.run().repeats_finished = repeats_.advance();
-  }
-  return result;
-}
-
 std::int32_t ClGenerateDataFile::write_data_file() {
   const std::string path = main.data_path();
   platform::File file;
@@ -176,10 +179,7 @@ std::int32_t ClGenerateDataFile::write_data_file() {
       result = write_failure(closed);
     }
   }
-  if (result != 0 && result != error::output_limit) {
-    file.discard();
-    platform::remove_output(path);
-  }
+  if (result != 0 && result != error::output_limit) file.remove(path);
   return result;
 }
 
@@ -189,23 +189,38 @@ std::int32_t ClGenerateDataFile::write_records(platform::File& file) {
   const auto progress = platform::user_interface().open_progress(parent, is_guarded);
   ProgressMeter meter(*progress, percentage_denominator(records, is_guarded && repeat_in_use_));
   RecordWriter writer(file, main.layout_kind(), output_option);
-  for (std::int32_t done = 0; done < records;) {
-    std::int32_t result = assemble_next(writer.lines());
-    if (result == 0) result = writer.accept();
-    if (result == error::output_limit) {
-      const std::int32_t flushed = writer.flush();
-      return flushed == 0 ? result : flushed;
-    }
-    if (result != 0) return result;
-    ++done;
-    if (progress->cancel_requested()) return error::cancelled;
-    meter.update(done);
-  }
-  if (const std::int32_t result = writer.flush(); result != 0) return result;
+  const std::int32_t result = write_all(writer, *progress, meter);
+  if (result != 0 && result != error::output_limit) return result;
+  if (const std::int32_t flushed = writer.flush(); flushed != 0) return flushed;
+  if (result != 0) return result;
   meter.finish(records);
   log_.records = records;
   log_.level = main.header().level;
   if (records == 0) log_.item_numbers.clear();
+  return 0;
+}
+
+// Blocks end where the percentage may rise, so that every percent is shown.
+std::int32_t ClGenerateDataFile::write_all(RecordWriter& writer, platform::ProgressSink& progress,
+                                           ProgressMeter& meter) {
+  const std::int32_t records = main.header().records;
+  BlockAssembler blocks(assembler_, main.layout_kind());
+  for (std::int64_t done = 0; done < records;) {
+    const std::int64_t most = std::min(records - done, meter.records_to_update(done));
+    std::int64_t count = blocks.assemble(writer.lines(), most);
+    std::int32_t result = 0;
+    if (count > 0) {
+      result = writer.accept_lines(blocks.line_begins());
+    } else {
+      count = 1;
+      result = assembler_.assemble(writer.lines());
+      if (result == 0) result = writer.accept();
+    }
+    if (result != 0) return result;
+    done += count;
+    if (progress.cancel_requested()) return error::cancelled;
+    meter.update(done);
+  }
   return 0;
 }
 

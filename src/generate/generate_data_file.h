@@ -6,8 +6,11 @@
 #include <vector>
 
 #include "control/col_main.h"
+#include "generate/block_assembler.h"
 #include "generate/log_file.h"
+#include "generate/progress.h"
 #include "generate/record_assembler.h"
+#include "generate/record_writer.h"
 #include "generate/repeat_table.h"
 #include "platform/file.h"
 #include "platform/runtime_class.h"
@@ -42,7 +45,6 @@ class ClGenerateDataFile : public platform::Object {
   std::int32_t load();
   std::int32_t generate();
   std::int32_t prepare();
-  std::int32_t assemble_next(LineBlock& lines);
   std::int32_t prepare_items();
   std::int32_t prepare_item(const ClFmtColInf& column);
   std::int32_t prepare_enumeration(const ClFmtColInf& column, ItemGenerator& generator);
@@ -52,13 +54,15 @@ class ClGenerateDataFile : public platform::Object {
   bool user_accepts_fewer_records() const;
   std::int32_t write_data_file();
   std::int32_t write_records(platform::File& file);
+  std::int32_t write_all(RecordWriter& writer, platform::ProgressSink& progress,
+                         ProgressMeter& meter);
 
   bool measures_only_ = false;
   bool quotation_ = false;
   bool repeat_in_use_ = false;
   RepeatTable repeats_;
   std::unordered_map<const ClFmtColInf*, std::unique_ptr<ItemGenerator>> generators_;
-  SequentialAssembler assembler_;
+  RecordAssembler assembler_;
   GenerationLog log_;
   bool data_file_begun_ = false;
 };

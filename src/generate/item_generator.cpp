@@ -1,7 +1,5 @@
 #include "generate/item_generator.h"
 
-#include <cstring>
-
 #include "format/error_codes.h"
 #include "formatlang/attributes.h"
 #include "generate/repeat_table.h"
@@ -45,12 +43,13 @@ void ItemGenerator::join_repeat(const ClRepeatData* next) {
 
 void ItemGenerator::set_enumeration(std::unique_ptr<ClEnumDataList> values) {
   enumeration_ = std::move(values);
-  mode_ += assembly_mode::enumeration;
+  list_cursor_.emplace(*enumeration_);
+  raise_mode();
 }
 
 void ItemGenerator::clear_wrapped() {
   wrapped_ = false;
-  enumeration_index_ = 0;
+  if (list_cursor_) list_cursor_->rewind();
 }
 
 bool ItemGenerator::repeats_from_start() const {
@@ -139,34 +138,31 @@ std::int32_t ItemGenerator::append_repeated(LineBlock& line, const RunState& run
 }
 
 std::int32_t ItemGenerator::append_next_enumeration(LineBlock& line) {
-  if (enumeration_index_ >= enumeration_->count()) {
+  if (list_cursor_->is_at_end()) {
     if (!repeats_from_start()) {
       append_empty(line);
       return 0;
     }
-    enumeration_index_ = 0;
+    list_cursor_->rewind();
   }
   append_enumeration_value(line);
   return 0;
 }
 
 std::int32_t ItemGenerator::append_repeated_enumeration(LineBlock& line, const RunState& run) {
-  if (outer_waits(run) && enumeration_index_ > 0) --enumeration_index_;
+  if (outer_waits(run) && list_cursor_->index() > 0) list_cursor_->back();
   // An innermost item of one value never lets this index be set back: past the list's end the item
   // does what it does there without repeats.
-  if (enumeration_index_ >= enumeration_->count()) return append_next_enumeration(line);
+  if (list_cursor_->is_at_end()) return append_next_enumeration(line);
   append_enumeration_value(line);
-  if (enumeration_index_ == enumeration_->count()) wrapped_ = true;
+  if (list_cursor_->is_at_end()) wrapped_ = true;
   return 0;
 }
 
-// Writes the value at the index as a whole field and goes on to the next.
+// Writes the value at the cursor as a whole field and goes on to the next.
 void ItemGenerator::append_enumeration_value(LineBlock& line) {
-  const ClEnumData value = enumeration_->value(enumeration_index_++);
-  line.require(value.size());
-  char* out = open_field(line);
-  std::memcpy(out, value.data(), value.size());
-  line.move_cursor(close_field(out + value.size()));
+  line.require(list_cursor_->value().size());
+  line.move_cursor(close_field(list_cursor_->write_next(open_field(line))));
 }
 
 void ItemGenerator::append_empty(LineBlock& line) const {

@@ -4,12 +4,15 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "format/col_inf.h"
 #include "generate/element_generator.h"
 #include "generate/enum_data_list.h"
+#include "generate/field_writer.h"
 #include "generate/line_block.h"
 
 namespace korvex {
@@ -30,6 +33,21 @@ struct RunState {
   bool repeats_finished = false;
 };
 
+// What becomes of an item's field over several records, as far as that can be foreseen.
+enum class FieldForm : std::uint8_t {
+  constant,  // it stays as it is
+  counting,  // its elements count, and it keeps its size
+  listed,    // values of a list, of any size
+};
+
+// The form, and for how many records it holds: none where only the next record can tell.
+struct FieldOutlook {
+  FieldForm form = FieldForm::constant;
+  std::int64_t records = 0;
+
+  static constexpr std::int64_t no_end = std::numeric_limits<std::int64_t>::max();
+};
+
 // Writes one item's field record after record: its elements or enumeration values, quotation marks
 // and comma, and what happens when its values have passed their end.
 //
@@ -43,40 +61,33 @@ class ItemGenerator {
     return mode_ == assembly_mode::plain ? append_plain(line) : append_other(line, run);
   }
 
-  // Whether the field may ever stay the same but for turning characters over several records.
-  bool may_be_steady() const { return mode_ == assembly_mode::plain && fields_ == 1; }
+  // Whether records may ever be foreseen. An item that stands in several fields takes a step in
+  // each of them.
+  bool may_be_foreseen() const { return fields_ == 1; }
 
-  // For how many records it does so from here on.
-  std::int64_t steady_steps() const {
-    std::int64_t steps = std::numeric_limits<std::int64_t>::max();
-    for (const auto& element : elements_) {
-      if (!element->is_off()) steps = std::min(steps, element->run_left());
-    }
-    return steps;
+  FieldOutlook outlook(const RunState& run) const;
+
+  // The fields of the records foreseen, by their form. All are written without quotation marks and
+  // comma, except the constant one, which append_constant() appends as a whole.
+  void append_constant(std::string& line, const RunState& run) const;
+
+  std::string_view opening() const { return quoted_ ? "\"" : ""; }
+  std::string_view closing() const { return quoted_ ? "\"," : ","; }
+
+  // Whether the field keeps its size over the records foreseen, and that size.
+  bool has_one_size(FieldForm form) const {
+    return form != FieldForm::listed || enumeration_->has_one_size();
   }
+  std::size_t size(FieldForm form) const;
 
-  // Writes the field as it stands at `out`, where there must be room() bytes, without taking a
-  // step. Hands over each turning element and the end of its text; answers the end of the field.
-  template <typename Visit>
-  char* write_pattern(char* out, Visit visit) const {
-    if (quoted_) *out++ = quotation_mark;
-    for (const auto& element : elements_) {
-      if (element->is_off()) continue;
-      out = element->write(out);
-      if (element->wheel_step() != 0) visit(*element, out);
-    }
-    return close_field(out);
-  }
+  // Writes the next `count` fields of one size, each with `closing` behind it, and takes as many
+  // steps.
+  void write_counting(FieldPlaces places, std::int64_t count, std::string_view closing);
+  void write_values(FieldPlaces places, std::int64_t count, std::string_view closing);
 
-  // The most bytes that the field's elements can give, and the overhang of writing them.
-  std::size_t room() const { return room_; }
-
-  // Takes `steps` steps that steady_steps() has promised.
-  void skip(std::int64_t steps) {
-    for (const auto& element : elements_) {
-      if (!element->is_off()) element->skip(steps);
-    }
-  }
+  // Where the next value of the list stands.
+  EnumCursor& list_cursor() { return *list_cursor_; }
+  std::size_t largest_value() const { return enumeration_->largest(); }
 
   // Tells the item that it stands in one more field of a record.
   void add_field() { ++fields_; }
@@ -85,7 +96,12 @@ class ItemGenerator {
   // for the innermost; both must outlive this object.
   void join_repeat(const ClRepeatData* next);
 
+  // Gives the item its enumeration values and raises its mode.
   void set_enumeration(std::unique_ptr<ClEnumDataList> values);
+  bool has_enumeration() const { return enumeration_ != nullptr; }
+
+  // Each field with the item raises the mode once; raised twice it is none that takes values.
+  void raise_mode() { mode_ += assembly_mode::enumeration; }
 
   // Whether the item's values have passed their end since this was last cleared (repeat members).
   bool wrapped() const { return wrapped_; }
@@ -113,6 +129,13 @@ class ItemGenerator {
   bool outer_waits(const RunState& run) const;
   bool repeats_from_start() const;
 
+  FieldOutlook counting_outlook() const;
+  FieldOutlook repeated_outlook(const RunState& run) const;
+  bool shows_nothing() const;
+  bool counts_on_without_end() const;
+  std::int64_t run_left() const;
+  void step_beyond_run();
+
   const FmtColRec& settings_;
   // An item without values is never quoted and has no elements to walk.
   const bool is_initial_value_;
@@ -129,7 +152,10 @@ class ItemGenerator {
   std::string saved_text_;
 
   std::unique_ptr<ClEnumDataList> enumeration_;
-  std::int32_t enumeration_index_ = 0;
+  std::optional<EnumCursor> list_cursor_;
+
+  std::string field_;  // the counting field that is written next
+  std::vector<TurningTail> more_tails_;
 };
 
 }  // namespace korvex

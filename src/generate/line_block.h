@@ -7,6 +7,16 @@
 
 namespace korvex {
 
+// Copies a text that is seldom longer than 8 bytes, which must be readable and writable.
+inline void copy_short(char* out, const char* text, std::size_t size) {
+  constexpr std::size_t short_size = 8;
+  if (size <= short_size) [[likely]] {
+    std::memcpy(out, text, short_size);
+  } else {
+    std::memcpy(out, text, size);
+  }
+}
+
 // Lines on their way to the file: finished ones, and behind them the one being assembled. Fields
 // are written in place, so that a line is never copied before the file takes the block that it is
 // in. Room is asked for once a field; appending itself checks nothing.
@@ -24,12 +34,17 @@ class LineBlock {
 
   void finish_line() { line_begin_ = size_; }
 
+  // The same for several lines, up to the byte at `end`; what stands behind it stays unfinished.
+  void finish_lines(std::size_t end) { line_begin_ = end; }
+
   // Drops `bytes` finished bytes from the front.
   void remove_front(std::size_t bytes) {
     std::memmove(buffer_.get(), buffer_.get() + bytes, size_ - bytes);
     size_ -= bytes;
     line_begin_ -= bytes;
   }
+
+  void clear() { size_ = line_begin_ = 0; }
 
   // Makes room for `bytes` more, and for the overhang of a chunk.
   void require(std::size_t bytes) {
@@ -47,6 +62,10 @@ class LineBlock {
   // far it came.
   char* cursor() { return buffer_.get() + size_; }
   void move_cursor(const char* end) { size_ = static_cast<std::size_t>(end - buffer_.get()); }
+
+  // All bytes, and how many there are.
+  char* data() { return buffer_.get(); }
+  std::size_t size() const { return size_; }
 
   // The last byte of the current line, which must not be empty.
   char& back() { return buffer_[size_ - 1]; }

@@ -9,9 +9,6 @@ namespace {
 
 constexpr std::size_t buffer_size = 256 * 1024;
 
-// What must be in sight to decide about a piece: the longest one and a two-byte line end.
-constexpr std::size_t look_ahead = LineReader::max_line_size + 2;
-
 }  // namespace
 
 LineReader::LineReader(platform::File& file)
@@ -31,7 +28,7 @@ bool LineReader::fill() {
   return true;
 }
 
-LineReader::Status LineReader::next(std::string_view& line) {
+LineReader::Status LineReader::find_next(std::string_view& line) {
   if (end_ - begin_ < look_ahead && !at_end_ && !fill()) return Status::failed;
   const std::string_view rest(buffer_.get() + begin_, end_ - begin_);
   if (rest.empty()) return Status::end;

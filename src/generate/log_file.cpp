@@ -1,5 +1,7 @@
 #include "generate/log_file.h"
 
+#include <new>
+
 #include "format/error_codes.h"
 #include "format/file_failure.h"
 #include "platform/file.h"
@@ -7,31 +9,45 @@
 
 namespace korvex {
 
+using platform::File;
+using platform::FileCause;
+
 std::string log_path(const std::string& work_folder, const std::string& data_path) {
   return platform::join_path(work_folder, std::string(platform::stem(data_path)) + ".log");
 }
 
-std::int32_t write_log(const std::string& path, const GenerationLog& log) {
-  platform::File file;
-  if (file.create(path) != platform::FileCause::none) return error::cannot_open;
+namespace {
+
+FileCause write_log_to(File& file, const GenerationLog& log) {
   const LogHeader header = {log.records, log.level,
                             static_cast<std::int32_t>(log.item_numbers.size()), 0};
-  platform::FileCause cause = file.write(&header, sizeof header);
-  if (cause == platform::FileCause::none) {
+  FileCause cause = file.write(&header, sizeof header);
+  if (cause == FileCause::none) {
     cause = file.write(log.item_numbers.data(), log.item_numbers.size() * sizeof(std::int32_t));
   }
-  if (cause == platform::FileCause::none) cause = file.close();
-  if (cause == platform::FileCause::none) return 0;
-  file.discard();
-  platform::remove_output(path);
-  return write_failure(cause);
+  return cause == FileCause::none ? file.close() : cause;
+}
+
+}  // namespace
+
+std::int32_t write_log(const std::string& path, const GenerationLog& log) {
+  File file;
+  if (file.create(path) != FileCause::none) return error::cannot_open;
+  std::int32_t result = 0;
+  try {
+    const FileCause cause = write_log_to(file, log);
+    if (cause != FileCause::none) result = write_failure(cause);
+  } catch (const std::bad_alloc&) {
+    result = error::out_of_memory;
+  }
+  if (result != 0) file.remove(path);
+  return result;
 }
 
 std::int32_t clear_log(const std::string& path) {
-  platform::File file;
-  if (file.create(path) != platform::FileCause::none) return error::cannot_open;
-  file.discard();
-  platform::remove_output(path);
+  File file;
+  if (file.create(path) != FileCause::none) return error::cannot_open;
+  file.remove(path);
   return error::no_data_file;
 }
 

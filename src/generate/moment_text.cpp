@@ -161,6 +161,16 @@ bool MomentRange::passed(std::string_view next, bool counts_up, bool counts_down
   return counts_down && (text < end_ || text > start_);
 }
 
+std::int64_t MomentRange::stop_digits(std::int64_t key, bool counts_up, bool counts_down) const {
+  if (!counts_up && !counts_down) return nowhere;
+  if (!has_keys_ || (counts_up ? key < start_key_ : key > start_key_)) return at_once;
+  constexpr std::int64_t last_digits = 10'000;
+  const std::int64_t distance = counts_up ? end_key_ / last_digits - key / last_digits
+                                          : key / last_digits - end_key_ / last_digits;
+  if (distance != 0) return distance > 0 ? nowhere : at_once;
+  return end_key_ % last_digits;
+}
+
 bool MomentRange::text_is_behind_end(const MomentFields& next) const {
   return layout_.plain_text(next) > end_text_;
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <limits>
 #include <string>
 #include <string_view>
 
@@ -43,6 +42,10 @@ class MomentLayout {
   bool compares_with_century() const { return width_is_short_; }
   bool has_time() const { return has_time_; }
 
+  // What stands between month and day, and between minute and second; 0 for nothing.
+  char date_separator() const { return date_separator_; }
+  char time_separator() const { return time_separator_; }
+
   static constexpr std::size_t max_size = 64;
 
  private:
@@ -71,15 +74,12 @@ class MomentRange {
     return counts_down && (key < end_key_ || key > start_key_);
   }
 
-  // By how much a key may move on in the counting direction without passing: 0 where that can't be
-  // said, no_end where nothing is tested.
-  std::int64_t distance_to_end(std::int64_t key, bool counts_up, bool counts_down) const {
-    if (!counts_up && !counts_down) return no_end;
-    if (!has_keys_) return 0;
-    if (counts_up) return key >= start_key_ ? end_key_ - key : 0;
-    return key <= start_key_ ? key - end_key_ : 0;
-  }
-  static constexpr std::int64_t no_end = std::numeric_limits<std::int64_t>::max();
+  // Where an end value stops a value that counts on in the last four digits of its key, the month
+  // and day or the minute and second: nowhere, at these digits, or at once where that can't be
+  // said.
+  static constexpr std::int64_t nowhere = -1;
+  static constexpr std::int64_t at_once = -2;
+  std::int64_t stop_digits(std::int64_t key, bool counts_up, bool counts_down) const;
 
   // Whether the plain text of the fields is greater than the end value's, as both stand: a short
   // year gets no century here.

@@ -1,6 +1,7 @@
 #include "generate/number_generator.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <limits>
 
@@ -12,10 +13,46 @@ namespace korvex {
 
 namespace {
 
-// ".0" to ".9": the end of a number with one decimal.
-constexpr char point_pairs[] = ".0.1.2.3.4.5.6.7.8.9";
-
 constexpr std::int32_t max_width = static_cast<std::int32_t>(element_text_size) - 1;
+
+// "0000" to "9999".
+constexpr auto four_digit_texts = [] {
+  std::array<char, two_pairs_entry* 10'000> texts = {};
+  for (std::size_t i = 0; i < texts.size() / two_pairs_entry; ++i) {
+    for (std::size_t k = 0; k < 2; ++k) {
+      texts[two_pairs_entry * i + k] = digit_pairs[i / 100 * 2 + k];
+      texts[two_pairs_entry * i + 2 + k] = digit_pairs[i % 100 * 2 + k];
+    }
+  }
+  return texts;
+}();
+
+// "0.00" to "9.99".
+constexpr auto two_decimal_texts = [] {
+  std::array<char, two_pairs_entry* 1'000> texts = {};
+  for (std::size_t i = 0; i < texts.size() / two_pairs_entry; ++i) {
+    texts[two_pairs_entry * i] = static_cast<char>('0' + i / 100);
+    texts[two_pairs_entry * i + 1] = '.';
+    for (std::size_t k = 0; k < 2; ++k) {
+      texts[two_pairs_entry * i + 2 + k] = digit_pairs[i % 100 * 2 + k];
+    }
+  }
+  return texts;
+}();
+
+constexpr Wheel four_digit_wheel = {four_digit_texts.data(), two_pairs_entry, 10'000};
+constexpr Wheel two_decimal_wheel = {two_decimal_texts.data(), two_pairs_entry, 1'000};
+
+// What a number with so many places, the point included, ends in; `has_digits` tells whether it
+// writes digits before the point.
+Wheel wheel_of(std::int64_t places, int decimals, bool has_digits) {
+  constexpr std::int64_t long_entry = two_pairs_entry;
+  constexpr std::int64_t short_entry = pair_entry;
+  if (places >= long_entry && (decimals == 0 || decimals >= long_entry)) return four_digit_wheel;
+  if (places >= long_entry && decimals == 2 && has_digits) return two_decimal_wheel;
+  if (places >= short_entry) return decimals == 1 ? decimal_wheel : digit_pair_wheel;
+  return places == 1 && decimals == 0 ? digit_wheel : Wheel();
+}
 
 // Whether both halves are what counting within 18 digits gives.
 bool is_regular(std::int64_t high, std::int64_t low) {
@@ -26,6 +63,8 @@ bool fits_32_bits(std::int64_t value) {
   return value >= std::numeric_limits<std::int32_t>::min() &&
          value <= std::numeric_limits<std::int32_t>::max();
 }
+
+std::int64_t magnitude(const FmtValRec& value) { return value.high * half_base + value.low; }
 
 // -1, 0 or 1 as the magnitude lies below, at or above the other.
 int compare(std::int64_t high, std::int64_t low, const FmtValRec& other) {
@@ -66,13 +105,7 @@ NumberGenerator::NumberGenerator(const ItemContext& context, const ClFmtItemInf&
     }
   }
   const std::int64_t plain_digits = static_cast<std::int64_t>(width_) - (writes_sign_ ? 1 : 0);
-  if (decimals_ == 1 && plain_digits >= 2) {
-    wheel_ = point_pairs;
-    wheel_size_ = 10;
-  } else if (plain_digits >= 2) {
-    wheel_ = digit_pairs.data();
-    wheel_size_ = 100;
-  }
+  wheel_ = wheel_of(plain_digits, decimals_, digits_ > 0 && !fraction_only_);
   load(settings_.current);
   start_with(element.first_text());
 }
@@ -118,29 +151,58 @@ bool NumberGenerator::grows() const {
          (direction_ == Direction::through_zero && sign_ == turned_sign_);
 }
 
+bool NumberGenerator::is_end_tested() const {
+  return is_lead_ && (writes_sign_ || counts_up() || counts_down());
+}
+
 // How many steps stay on this side of the end; as many as there are for an element without an end
 // test.
 std::int64_t NumberGenerator::steps_to_end() const {
   constexpr std::int64_t no_end = std::numeric_limits<std::int64_t>::max();
-  const bool is_tested = is_lead_ && (writes_sign_ || counts_up() || counts_down()) &&
-                         (direction_ != Direction::through_zero || sign_ == turned_sign_);
-  if (!is_tested) return no_end;
-  const std::int64_t distance =
-      (settings_.end.high - high_) * half_base + (settings_.end.low - low_);
+  if (!is_end_tested() || (direction_ == Direction::through_zero && sign_ != turned_sign_)) {
+    return no_end;
+  }
+  const std::int64_t distance = magnitude(settings_.end) - high_ * half_base - low_;
   return (grows() ? distance : -distance) / step_low_;
 }
 
 void NumberGenerator::plan_run() {
-  const bool is_steady = wheel_ != nullptr && is_regular(high_, low_) &&
+  const bool is_steady = is_regular(high_, low_) &&
                          is_regular(settings_.end.high, settings_.end.low) && step_high_ == 0 &&
-                         step_low_ > 0 && step_low_ < wheel_size_;
-  if (!is_steady || length_ < tail_size) return;
-  const std::int64_t place = low_ % wheel_size_;
+                         step_low_ > 0 && step_low_ < wheel_.count;
+  if (!is_steady || length_ < wheel_.entry_size) return;
+  const std::int64_t place = low_ % wheel_.count;
   // Zero may turn the sign, so a number on its way through zero stops before it.
   const std::int64_t lowest = direction_ == Direction::through_zero ? 1 : 0;
   const std::int64_t on_wheel =
-      grows() ? (wheel_size_ - 1 - place) / step_low_ : (place - lowest) / step_low_;
+      grows() ? (wheel_.count - 1 - place) / step_low_ : (place - lowest) / step_low_;
   begin_run(wheel_, place, grows() ? step_low_ : -step_low_, std::min(on_wheel, steps_to_end()));
+}
+
+// Regular halves stay regular by any step that has no high half; the text is then cut to the width.
+bool NumberGenerator::keeps_size() const {
+  const FmtValRec& start = settings_.start;
+  const bool stays_regular = is_regular(high_, low_) && is_regular(start.high, start.low) &&
+                             step_high_ == 0 && is_regular(0, step_low_);
+  return stays_regular && !fraction_only_ && width_ <= max_number_digits && length_ == width_ &&
+         field_text(settings_.start_text).size() == width_;
+}
+
+// The end value stands between every value and the end of the range, with room for a step.
+bool NumberGenerator::never_cuts() const {
+  if (!is_end_tested() || !keeps_size()) return false;
+  if (!is_regular(settings_.end.high, settings_.end.low)) return false;
+  const std::int64_t end = magnitude(settings_.end);
+  const std::int64_t start = magnitude(settings_.start);
+  const std::int64_t value = high_ * half_base + low_;
+  switch (direction_) {
+    case Direction::grow:
+      return std::max(start, value) <= end && end + step_low_ < half_base * half_base;
+    case Direction::shrink:
+      return std::min(start, value) >= end && end >= step_low_;
+    default:
+      return false;
+  }
 }
 
 StepOutcome NumberGenerator::step(ItemPass&) {

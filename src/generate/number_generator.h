@@ -7,12 +7,14 @@
 namespace korvex {
 
 // Numbers: a sign and a magnitude of two nine-digit halves, stepped by the increment's halves. Runs
-// turn the last two digits.
+// turn the last digits.
 class NumberGenerator : public ElementGenerator {
  public:
   NumberGenerator(const ItemContext& context, const ClFmtItemInf& element);
 
   void restart() override;
+  bool keeps_size() const override;
+  bool never_cuts() const override;
 
  private:
   enum class Direction : std::uint8_t { grow, shrink, through_zero };
@@ -21,6 +23,7 @@ class NumberGenerator : public ElementGenerator {
   void load(const FmtValRec& value);
   void plan_run();
   bool grows() const;
+  bool is_end_tested() const;
   std::int64_t steps_to_end() const;
   bool change_magnitude();
   void add();
@@ -42,9 +45,8 @@ class NumberGenerator : public ElementGenerator {
   std::int64_t step_high_ = 0;
   std::int64_t step_low_ = 0;
 
-  // The pairs in which the text ends, if it ends in any: all digits, or the point and a digit.
-  const char* wheel_ = nullptr;
-  std::int64_t wheel_size_ = 0;
+  // What the text ends in, if it can end in a wheel's entry: digits, or the point and a digit.
+  Wheel wheel_;
 
   std::int32_t sign_ = 0;
   std::int64_t high_ = 0;

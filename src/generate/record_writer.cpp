@@ -1,5 +1,7 @@
 #include "generate/record_writer.h"
 
+#include <algorithm>
+
 #include "format/error_codes.h"
 #include "format/file_failure.h"
 #include "format/records.h"
@@ -9,14 +11,18 @@ namespace korvex {
 namespace {
 
 // A multiple of the page cache's larger units, so that no write ends inside one.
-constexpr std::size_t block_size = platform::File::write_buffer_size;
+constexpr std::size_t file_block_size = platform::File::write_buffer_size;
+
+// Nobody can cancel while a device or a reader takes what it is given, so that gets less at once.
+constexpr std::size_t device_block_size = platform::File::direct_write_size;
 
 }  // namespace
 
 RecordWriter::RecordWriter(platform::File& file, std::int32_t layout_kind,
                            std::int32_t output_option)
     : file_(file),
-      lines_(block_size + block_size / 4),
+      block_size_(file.is_regular() ? file_block_size : device_block_size),
+      lines_(block_size_ + file_block_size / 4),
       drops_last_comma_(layout_kind == layout_kind::third),
       is_limited_(output_option == guarded_output) {}
 
@@ -30,9 +36,31 @@ std::int32_t RecordWriter::accept() {
   total_bytes_ += lines_.line_size();
   if (is_limited_ && total_bytes_ >= output_limit_bytes) return error::output_limit;
   lines_.finish_line();
-  if (lines_.finished().size() < block_size) return 0;
+  return hand_over_blocks();
+}
 
-  const std::size_t whole = lines_.finished().size() / block_size * block_size;
+std::int32_t RecordWriter::accept_lines(std::span<const std::size_t> begins) {
+  const std::size_t end = lines_.size();
+  const std::uint64_t bytes = end - begins.front();
+  if (!is_limited_ || total_bytes_ + bytes < output_limit_bytes) {
+    total_bytes_ += bytes;
+    lines_.finish_lines(end);
+    return hand_over_blocks();
+  }
+  // The line that reaches the limit begins where the last one ends that does not.
+  const std::uint64_t room = output_limit_bytes - total_bytes_;
+  const auto refused =
+      std::partition_point(begins.begin() + 1, begins.end(),
+                           [&](std::size_t line_end) { return line_end - begins.front() < room; });
+  lines_.finish_lines(refused[-1]);
+  total_bytes_ += refused[-1] - begins.front();
+  return error::output_limit;
+}
+
+std::int32_t RecordWriter::hand_over_blocks() {
+  if (lines_.finished().size() < block_size_) return 0;
+
+  const std::size_t whole = lines_.finished().size() / block_size_ * block_size_;
   const platform::FileCause cause = file_.write(lines_.finished().data(), whole);
   lines_.remove_front(whole);
   return cause == platform::FileCause::none ? 0 : write_failure(cause);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "generate/line_block.h"
 #include "platform/file.h"
@@ -25,11 +26,18 @@ class RecordWriter {
   // third layout kind, and accepts it for writing. 0, -76 (the record is not accepted), -26 or -27.
   std::int32_t accept();
 
+  // Accepts lines that end already and begin at these places of lines(). 0, -26, -27, or -76 for
+  // the first line that is not accepted, while those before it are.
+  std::int32_t accept_lines(std::span<const std::size_t> begins);
+
   // Hands every accepted line to the file. 0, -26 or -27.
   std::int32_t flush();
 
  private:
+  std::int32_t hand_over_blocks();
+
   platform::File& file_;
+  const std::size_t block_size_;
   LineBlock lines_;
   bool drops_last_comma_;
   bool is_limited_;

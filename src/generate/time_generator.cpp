@@ -1,12 +1,13 @@
 #include "generate/time_generator.h"
 
 #include "generate/calendar.h"
+#include "generate/moment_wheels.h"
 
 namespace korvex {
 
 namespace {
 
-constexpr int last_second = 59;
+constexpr int last_hour = 23;
 
 bool is_time(const MomentFields& f, int hour, int minute) {
   return f.hour == hour && f.minute == minute;
@@ -18,8 +19,19 @@ bool is_date(const MomentFields& f, int year, int month, int day) {
 
 }  // namespace
 
-MomentGenerator::RunLimits TimeGenerator::run_limits() const {
-  return fields_.hour <= 23 && fields_.minute <= 59 ? RunLimits{0, last_second} : RunLimits{};
+const Wheel* ClockGenerator::wheel() const {
+  return fields_.hour <= last_hour ? &clock_wheel(layout_.time_separator()) : nullptr;
+}
+
+int ClockGenerator::place_of(int minute, int second) const {
+  const bool is_regular =
+      minute >= 0 && minute < minutes_per_hour && second >= 0 && second < seconds_per_minute;
+  return is_regular ? minute * seconds_per_minute + second : -1;
+}
+
+void ClockGenerator::set_place(int place) {
+  fields_.minute = place / seconds_per_minute;
+  fields_.second = place % seconds_per_minute;
 }
 
 bool TimeGenerator::change_fields() {
@@ -29,13 +41,17 @@ bool TimeGenerator::change_fields() {
   return true;
 }
 
-// Away from the calendar's first day and last month a step within the minute needs no further look.
-MomentGenerator::RunLimits TimestampGenerator::run_limits() const {
+// Away from the calendar's first day and last year a step within the hour needs no further look.
+const Wheel* TimestampGenerator::wheel() const {
   const MomentFields& f = fields_;
-  const bool inside_calendar = f.year >= 1970 && f.year < 2038 && f.month >= 1 && f.month <= 12 &&
-                               f.day >= 1 && f.day <= days_in_month(f.year, f.month) &&
-                               f.hour <= 23 && f.minute <= 59 && !is_date(f, 1970, 1, 1);
-  return inside_calendar ? RunLimits{0, last_second} : RunLimits{};
+  const bool inside_calendar = f.year >= first_calendar_year && f.year < last_calendar_year &&
+                               is_day(f.year, f.month, f.day) && !is_date(f, 1970, 1, 1);
+  return inside_calendar ? ClockGenerator::wheel() : nullptr;
+}
+
+// Behind the calendar's end the seconds count on where no end value stops them.
+bool TimestampGenerator::stays_in_places() const {
+  return range_.text_is_behind_end({2038, 1, 19, 3, 14, 8});
 }
 
 bool TimestampGenerator::change_fields() {
@@ -49,7 +65,7 @@ bool TimestampGenerator::change_fields() {
   }
   // Within a day of the calendar nothing but the clock moves.
   const std::int64_t second = second_of_day(fields_) + change();
-  if (!run_limits().is_empty() && second >= 0 && second < seconds_per_day) {
+  if (wheel() != nullptr && second >= 0 && second < seconds_per_day) {
     set_time(second, fields_);
     return true;
   }

@@ -6,24 +6,35 @@
 
 namespace korvex {
 
-// Seconds of a day, which wrap at midnight.
-class TimeGenerator : public MomentGenerator {
+// What clocks have in common: runs turn minute and second.
+class ClockGenerator : public MomentGenerator {
  public:
   using MomentGenerator::MomentGenerator;
 
+ protected:
+  const Wheel* wheel() const override;
+  int place_of(int minute, int second) const override;
+  void set_place(int place) override;
+};
+
+// Seconds of a day, which wrap at midnight.
+class TimeGenerator : public ClockGenerator {
+ public:
+  using ClockGenerator::ClockGenerator;
+
  private:
   bool change_fields() override;
-  RunLimits run_limits() const override;
 };
 
 // Seconds on the calendar.
-class TimestampGenerator : public MomentGenerator {
+class TimestampGenerator : public ClockGenerator {
  public:
-  using MomentGenerator::MomentGenerator;
+  using ClockGenerator::ClockGenerator;
 
  private:
   bool change_fields() override;
-  RunLimits run_limits() const override;
+  const Wheel* wheel() const override;
+  bool stays_in_places() const override;
   bool step_past_last(std::int64_t second);
 };
 

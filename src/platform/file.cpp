@@ -6,24 +6,22 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <new>
 #include <utility>
 
 #include "platform/file_calls.h"
+#include "platform/interruption.h"
 #include "platform/path.h"
 
 namespace korvex::platform {
 
 namespace {
 
-// A call interrupted this many times in a row is a failure: no run may hang on it.
-constexpr int max_interruptions = 100;
+// What the user's mask leaves of this is the mode of a new file.
+constexpr unsigned new_file_mode = 0666;
 
-template <typename Call>
-auto retry_interrupted(Call call) {
-  auto result = call();
-  for (int i = 0; result < 0 && errno == EINTR && i < max_interruptions; ++i) result = call();
-  return result;
-}
+// A file that is replaced this often while it is being opened is out of reach.
+constexpr int max_replacements = 100;
 
 // The system says the same of a missing file and of a missing folder.
 FileCause cause_of_failed_open(const std::string& path, int number) {
@@ -82,6 +80,7 @@ File& File::operator=(File&& other) noexcept {
 FileCause File::open(const std::string& path, int flags, unsigned mode) {
   discard();
   failed_ = FileCause::none;
+  regular_ = false;
   const int descriptor = retry_interrupted([&] {
     return file_calls().open(path.c_str(), flags | O_CLOEXEC, static_cast<mode_t>(mode));
   });
@@ -104,14 +103,31 @@ FileCause File::open(const std::string& path, int flags, unsigned mode) {
   return FileCause::none;
 }
 
-FileCause File::open_for_reading(const std::string& path, Sharing sharing) {
-  const FileCause cause = open(path, O_RDONLY | O_NONBLOCK, 0);
-  if (cause != FileCause::none) return cause;
-  if (!hold_file(descriptor_, sharing)) {
-    discard();
-    return FileCause::sharing_violation;
+// Whether the path still leads to the open file: somebody may have replaced or removed it before it
+// was held. Where that cannot be told, it counts as true.
+bool File::stands_at(const std::string& path) const {
+  struct stat held = {};
+  struct stat named = {};
+  if (file_calls().fstat(descriptor_, &held) != 0) return true;
+  if (file_calls().fstatat(AT_FDCWD, path.c_str(), &named, 0) != 0) return errno != ENOENT;
+  return held.st_dev == named.st_dev && held.st_ino == named.st_ino;
+}
+
+FileCause File::open_and_hold(const std::string& path, int flags, Sharing sharing) {
+  for (int i = 0; i < max_replacements; ++i) {
+    const FileCause cause = open(path, flags, new_file_mode);
+    if (cause != FileCause::none) return cause;
+    // Nobody needs a device or a pipe for himself.
+    if (!regular_ && sharing == Sharing::exclusive) return FileCause::none;
+    if (!hold_file(descriptor_, sharing)) break;
+    if (sharing != Sharing::exclusive || stands_at(path)) return FileCause::none;
   }
-  return FileCause::none;
+  discard();
+  return FileCause::sharing_violation;
+}
+
+FileCause File::open_for_reading(const std::string& path, Sharing sharing) {
+  return open_and_hold(path, O_RDONLY | O_NONBLOCK, sharing);
 }
 
 FileCause File::open_for_writing(const std::string& path) {
@@ -119,14 +135,15 @@ FileCause File::open_for_writing(const std::string& path) {
 }
 
 FileCause File::create(const std::string& path) {
-  FileCause cause = open(path, O_WRONLY, 0);
-  if (cause == FileCause::not_found) return open(path, O_WRONLY | O_CREAT, 0666);
-  if (cause != FileCause::none || !regular_) return cause;
-  if (!hold_file(descriptor_, Sharing::exclusive)) {
-    discard();
-    return FileCause::sharing_violation;
+  FileCause cause = open_and_hold(path, O_WRONLY, Sharing::exclusive);
+  if (cause == FileCause::not_found) {
+    cause = open_and_hold(path, O_WRONLY | O_CREAT, Sharing::exclusive);
   }
-  if (file_calls().ftruncate(descriptor_, 0) != 0) {
+  if (cause != FileCause::none || !regular_) return cause;
+  // A new file stays as it is: nothing must fail that would leave it behind.
+  std::uint64_t bytes = 0;
+  if (size(bytes) == FileCause::none && bytes == 0) return FileCause::none;
+  if (retry_interrupted([&] { return file_calls().ftruncate(descriptor_, 0); }) != 0) {
     cause = cause_from_errno(errno);
     discard();
   }
@@ -134,7 +151,7 @@ FileCause File::create(const std::string& path) {
 }
 
 FileCause File::create_new(const std::string& path) {
-  return open(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, 0666);
+  return open(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, new_file_mode);
 }
 
 FileCause File::read(void* data, std::size_t size, std::size_t& count) {
@@ -168,8 +185,7 @@ FileCause File::write_through(const char* data, std::size_t size) {
 
 FileCause File::write(const void* data, std::size_t size) {
   if (failed_ != FileCause::none) return failed_;
-  // A block of the buffer's size gains nothing from being copied into it.
-  if (buffered_ == 0 && size >= write_buffer_size) {
+  if (buffered_ == 0 && size >= direct_write_size) {
     return write_through(static_cast<const char*>(data), size);
   }
   if (!buffer_) buffer_ = std::make_unique_for_overwrite<char[]>(write_buffer_size);
@@ -224,6 +240,22 @@ FileCause File::close() {
 void File::discard() {
   buffered_ = 0;
   if (descriptor_ >= 0) file_calls().close(std::exchange(descriptor_, -1));
+}
+
+void File::remove(const std::string& path) {
+  // Still held, so that nobody else begins to write it before it is gone.
+  if (regular_) {
+    // Where the links cannot be followed to their end, what stands on the way goes: a file that is
+    // not whole must not stay under its name.
+    try {
+      std::string target = path;
+      static_cast<void>(resolve_links(target));
+      remove_file(target);
+    } catch (const std::bad_alloc&) {
+      remove_file(path);
+    }
+  }
+  discard();
 }
 
 FileCause remove_file(const std::string& path) {

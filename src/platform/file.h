@@ -32,13 +32,17 @@ class File {
   // cost thirty times a block.
   static constexpr std::size_t write_buffer_size = 256 * 1024;
 
+  // As much as this at once gains nothing from being gathered first.
+  static constexpr std::size_t direct_write_size = 64 * 1024;
+
   File() = default;
   ~File();
   File(File&& other) noexcept;
   File& operator=(File&& other) noexcept;
 
   // Opens an existing file for reading. Fails with sharing_violation when the sharing asked for
-  // cannot be had (see file_hold.h). Never blocks, also not on a pipe without a writer.
+  // cannot be had (see file_hold.h). A file that somebody replaces meanwhile is opened anew: what
+  // is held alone is what stands under the path. Never blocks, also not on a pipe without a writer.
   FileCause open_for_reading(const std::string& path, Sharing sharing);
 
   // Opens an existing file for writing, without changing it.
@@ -78,8 +82,14 @@ class File {
   // Closes without flushing.
   void discard();
 
+  // Does away with what a failed run has written: closes without flushing and removes the file that
+  // the path, under which it was opened, leads to. A device or a pipe stays.
+  void remove(const std::string& path);
+
  private:
   FileCause open(const std::string& path, int flags, unsigned mode);
+  FileCause open_and_hold(const std::string& path, int flags, Sharing sharing);
+  bool stands_at(const std::string& path) const;
   FileCause write_through(const char* data, std::size_t size);
 
   int descriptor_ = -1;
@@ -101,10 +111,6 @@ bool exists(const std::string& path);
 
 // Removes what the path leads to.
 FileCause remove_target(const std::string& path);
-
-// Removes what a failed run has written: the file that the path leads to, when it is a regular
-// one. A device or a pipe stays.
-void remove_output(const std::string& path);
 
 // Gives the finished file `from` the name `to`, whose old file, if any, it replaces in one step: at
 // no moment is there neither the old nor the new one, and after a failure the old one stands

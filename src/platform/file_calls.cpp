@@ -25,6 +25,7 @@ const FileCalls& system_file_calls() {
       .lseek = ::lseek,
       .fstat = ::fstat,
       .lstat = ::lstat,
+      .fstatat = ::fstatat,
       .fchmod = ::fchmod,
       .ftruncate = ::ftruncate,
       .fsync = ::fsync,

@@ -15,6 +15,7 @@ struct FileCalls {
   off_t (*lseek)(int descriptor, off_t offset, int whence);
   int (*fstat)(int descriptor, struct stat* status);
   int (*lstat)(const char* path, struct stat* status);
+  int (*fstatat)(int folder, const char* path, struct stat* status, int flags);
   int (*fchmod)(int descriptor, mode_t mode);
   int (*ftruncate)(int descriptor, off_t size);
   int (*fsync)(int descriptor);

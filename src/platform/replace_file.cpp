@@ -9,8 +9,10 @@
 
 #include "platform/file.h"
 #include "platform/file_calls.h"
+#include "platform/interruption.h"
 #include "platform/local_time.h"
 #include "platform/path.h"
+#include "platform/unfinished_file.h"
 
 namespace korvex::platform {
 
@@ -22,9 +24,10 @@ constexpr int max_links = 40;
 // Asks the disk to remember the new name. The rename has happened whatever the answer, so a folder
 // that cannot be synchronised is no failure.
 void sync_folder(const std::string& folder) {
-  const int descriptor = file_calls().open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0);
+  const int descriptor = retry_interrupted(
+      [&] { return file_calls().open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0); });
   if (descriptor < 0) return;
-  file_calls().fsync(descriptor);
+  retry_interrupted([&] { return file_calls().fsync(descriptor); });
   file_calls().close(descriptor);
 }
 
@@ -32,8 +35,9 @@ void sync_folder(const std::string& folder) {
 FileCause take_over_mode(const std::string& path, const std::string& target) {
   struct stat old = {};
   if (file_calls().lstat(target.c_str(), &old) != 0) return FileCause::none;
-  const int descriptor =
-      file_calls().open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0);
+  const int descriptor = retry_interrupted([&] {
+    return file_calls().open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0);
+  });
   if (descriptor < 0) return cause_from_errno(errno);
   const FileCause cause = file_calls().fchmod(descriptor, old.st_mode & 07777) == 0
                               ? FileCause::none
@@ -69,9 +73,10 @@ FileCause copy_into_place(const std::string& from, const std::string& target) {
   std::string beside;
   FileCause cause = create_temporary(folder_of(target), std::time(nullptr), copy, beside);
   if (cause != FileCause::none) return cause;
+  UnfinishedFile unfinished(beside);
   cause = copy_bytes(from, copy);
   if (cause == FileCause::none) cause = move_into_place(beside, target);
-  if (cause != FileCause::none) remove_file(beside);
+  if (cause == FileCause::none) unfinished.finish();
   return cause;
 }
 
@@ -106,31 +111,20 @@ FileCause remove_target(const std::string& path) {
   return cause == FileCause::none ? remove_file(target) : cause;
 }
 
-void remove_output(const std::string& path) {
-  std::string target = path;
-  struct stat status = {};
-  if (resolve_links(target) == FileCause::none &&
-      file_calls().lstat(target.c_str(), &status) == 0 && S_ISREG(status.st_mode)) {
-    file_calls().unlink(target.c_str());
-  }
-}
-
 FileCause replace_file(const std::string& from, const std::string& to) {
+  UnfinishedFile unfinished(from);
   std::string target = to;
   FileCause cause = resolve_links(target);
   if (cause == FileCause::none) cause = take_over_mode(from, target);
-  const bool is_ready = cause == FileCause::none;
-  if (is_ready && file_calls().rename(from.c_str(), target.c_str()) != 0) {
-    const bool crosses = errno == EXDEV;
-    cause = crosses ? copy_into_place(from, target) : cause_from_errno(errno);
-    if (crosses) remove_file(from);
+  if (cause != FileCause::none) return cause;
+  const std::string folder = folder_of(target);
+  if (file_calls().rename(from.c_str(), target.c_str()) == 0) {
+    unfinished.finish();
+  } else {
+    cause = errno == EXDEV ? copy_into_place(from, target) : cause_from_errno(errno);
   }
-  if (cause != FileCause::none) {
-    remove_file(from);
-    return cause;
-  }
-  sync_folder(folder_of(target));
-  return FileCause::none;
+  if (cause == FileCause::none) sync_folder(folder);
+  return cause;
 }
 
 }  // namespace korvex::platform

@@ -12,7 +12,9 @@
 
 #include "platform/file.h"
 #include "platform/file_calls.h"
+#include "platform/interruption.h"
 #include "platform/path.h"
+#include "platform/unfinished_file.h"
 
 namespace korvex::platform {
 
@@ -75,8 +77,9 @@ constexpr auto lock_pause = std::chrono::milliseconds(10);
 class StoreLock {
  public:
   explicit StoreLock(const std::string& path)
-      : descriptor_(
-            file_calls().open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600)) {
+      : descriptor_(retry_interrupted([&] {
+          return file_calls().open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+        })) {
     for (int i = 0; descriptor_ >= 0 && !held_ && i < lock_attempts; ++i) {
       if (i > 0) std::this_thread::sleep_for(lock_pause);
       held_ = hold_file(descriptor_, Sharing::exclusive);
@@ -161,12 +164,11 @@ StoreStatus SettingsStore::write(std::string_view name, std::string_view value) 
   remove_file(fresh);
   File file;
   if (file.create_new(fresh) != FileCause::none) return StoreStatus::failure;
+  UnfinishedFile unfinished(fresh);
   const bool written = file.write(content.data(), content.size()) == FileCause::none &&
                        file.sync() == FileCause::none;
-  if (file.close() != FileCause::none || !written) {
-    remove_file(fresh);
-    return StoreStatus::failure;
-  }
+  if (file.close() != FileCause::none || !written) return StoreStatus::failure;
+  unfinished.finish();
   return replace_file(fresh, path_) == FileCause::none ? StoreStatus::ok : StoreStatus::failure;
 }
 

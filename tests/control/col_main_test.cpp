@@ -7,7 +7,6 @@
 
 #include "control/control_bytes.h"
 #include "support/environment.h"
-#include "support/failing_file_calls.h"
 #include "support/settings_bytes.h"
 #include "support/temp_folder.h"
 
@@ -238,22 +237,6 @@ TEST_F(TemporaryControlFile, HoldsTheHeaderAndTheSavedItems) {
   generator.set_run_mode(run_mode::generator);
   EXPECT_EQ(generator.load(), 0);
   EXPECT_EQ(generator.items.size(), 3u);
-}
-
-TEST_F(TemporaryControlFile, LeavesNothingBehindWhenItFails) {
-  std::unique_ptr<ClColMain> run;
-  with_each_call_failing(
-      {EIO, ENOSPC},
-      [&] {
-        std::filesystem::remove_all(folder.file("work"));
-        run = std::make_unique<ClColMain>();
-        save_settings(*run);
-      },
-      [&] { return run->write_temporary_control_file(); },
-      [&](std::int32_t code, int error_number, bool) {
-        EXPECT_TRUE(code == 0 || code == -2 || code == (error_number == ENOSPC ? -27 : -26));
-        EXPECT_EQ(std::filesystem::is_empty(folder.file("work")), code != 0) << code;
-      });
 }
 
 TEST_F(TemporaryControlFile, NeedsTheWorkFolder) {

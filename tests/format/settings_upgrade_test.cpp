@@ -3,10 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <cerrno>
-
 #include "format/settings_folder.h"
-#include "support/failing_file_calls.h"
 
 namespace korvex {
 namespace {
@@ -140,24 +137,6 @@ TEST(SettingsUpgrade, ALinkStaysALink) {
   EXPECT_EQ(upgrade_settings_file(folder.path, 1), 0);
   EXPECT_TRUE(std::filesystem::is_symlink(folder.path));
   EXPECT_EQ(read_file(folder.work.file("real")).substr(0, 22), "TAMBO DATA FORMAT V3L1");
-}
-
-TEST(SettingsUpgrade, SurvivesAFailureOfEachCall) {
-  const SettingsFolder folder;
-  const std::string old = one_level(previous_magic, old_item(1) + old_item(2));
-  write_file(folder.path, old);
-  ASSERT_EQ(upgrade_settings_file(folder.path, 1), 0);
-  const std::string fresh = read_file(folder.path);
-  with_each_call_failing(
-      {EIO, ENOSPC}, [&] { write_file(folder.path, old); },
-      [&] { return upgrade_settings_file(folder.path, 1); },
-      [&](std::int32_t code, int error_number, bool) {
-        const std::int32_t write_code = error_number == ENOSPC ? -27 : -26;
-        EXPECT_TRUE(code == 0 || code == -2 || code == -3 || code == write_code) << code;
-        EXPECT_TRUE(same_bytes(code == 0 ? fresh : old, read_file(folder.path)));
-        EXPECT_TRUE(folder.is_tidy());
-        std::filesystem::remove(folder.path + ".w");
-      });
 }
 
 }  // namespace

@@ -3,10 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <cerrno>
-
 #include "format/settings_folder.h"
-#include "support/failing_file_calls.h"
 
 namespace korvex {
 namespace {
@@ -148,6 +145,25 @@ TEST(SettingsWriter, RawLevelsMoveWithTheirBytes) {
   EXPECT_TRUE(same_bytes(bytes.substr(area + item_size), written.substr(area + 2 * item_size)));
 }
 
+// Written out, levels that share their bytes would make a file many times as large.
+TEST(SettingsWriter, LevelsThatOverlapHaveNoPlace) {
+  const SettingsFolder folder;
+  std::string bytes = settings_bytes({1, 1, 1});
+  bytes.replace(header_size + level_size, 16, bytes, header_size + 2 * level_size, 16);
+  put_i32(bytes, header_size + level_size, 2);
+  write_file(folder.path, bytes);
+  ClFmtFile file;
+  ASSERT_EQ(folder.load(file, 1), 1);
+  EXPECT_EQ(file.save(0), 0) << "there is room for two areas of this size";
+  put_i32(bytes, header_size + level_size + 12, static_cast<std::int32_t>(bytes.size() - 200));
+  put_i32(bytes, header_size + level_size + 4, 200);
+  write_file(folder.path, bytes);
+  ASSERT_EQ(folder.load(file, 1), 1);
+  EXPECT_EQ(file.save(0), -4);
+  EXPECT_TRUE(same_bytes(bytes, read_file(folder.path)));
+  EXPECT_TRUE(folder.is_tidy());
+}
+
 TEST(SettingsWriter, ALevelWithoutSettingsGoes) {
   const SettingsFolder folder;
   write_file(folder.path, settings_bytes({1, 1}));
@@ -219,48 +235,6 @@ TEST(SettingsWriter, InADialogRunItRemembersTheItems) {
   const std::string written = read_file(folder.path);
   EXPECT_EQ(written.substr(header_size + 16, 4), hex("02 00 00 00"));
   EXPECT_EQ(written.size(), area_of_one + 2 * (column_size + element_size));
-}
-
-// Whatever call fails: a failure leaves the old file, success the new one, and nothing else stays.
-void expect_old_or_new(const SettingsFolder& folder, const TempFolder& work) {
-  const std::string old = settings_bytes({1});
-  std::string fresh = old;
-  put_i32(fresh, 28, 1);
-  std::unique_ptr<ClFmtFile> file;
-  with_each_call_failing(
-      {EIO, ENOSPC, EDQUOT, EXDEV},
-      [&] {
-        file.reset();
-        write_file(folder.path, old);
-        file = std::make_unique<ClFmtFile>();
-        file->set_paths(folder.path, work.path());
-        ASSERT_EQ(file->load(1, 10, 1), 1);
-      },
-      [&] { return file->save(1); },
-      [&](std::int32_t code, int error_number, bool in_unlink) {
-        const bool is_full = error_number == ENOSPC || error_number == EDQUOT;
-        EXPECT_TRUE(code == 0 || code == -2 || code == (is_full ? -27 : -26)) << code;
-        EXPECT_TRUE(same_bytes(code == 0 ? fresh : old, read_file(folder.path)));
-        EXPECT_EQ(folder.home.names().size(), 1u);
-        EXPECT_TRUE(in_unlink || work.names().empty());
-        for (const std::string& name : work.names()) std::filesystem::remove(work.file(name));
-      });
-}
-
-TEST(SettingsWriter, SurvivesAFailureOfEachCall) {
-  const SettingsFolder folder;
-  expect_old_or_new(folder, folder.work);
-}
-
-TEST(SettingsWriter, SurvivesAFailureOfEachCallAcrossFileSystems) {
-  const SettingsFolder folder;
-  struct stat here = {};
-  struct stat there = {};
-  ASSERT_EQ(::stat(folder.home.path().c_str(), &here), 0);
-  if (::stat("/dev/shm", &there) != 0 || here.st_dev == there.st_dev) {
-    GTEST_SKIP() << "no second file system";
-  }
-  expect_old_or_new(folder, TempFolder("/dev/shm"));
 }
 
 }  // namespace

@@ -51,7 +51,7 @@ testing::AssertionResult same_as_reference(const RandomRecord& record, int recor
         std::make_unique<ItemGenerator>(*item.column, record.layout_kind, record.quotation));
     reference.emplace_back(*item.column, record.layout_kind, record.quotation);
   }
-  SequentialAssembler assembler;
+  RecordAssembler assembler;
   for (const std::size_t field : record.fields) assembler.add_field(*items[field]);
 
   LineBlock block(0);

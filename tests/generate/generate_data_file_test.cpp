@@ -11,10 +11,8 @@
 #include "generate/random_settings.h"
 #include "generate/record_writer.h"
 #include "generate/reference_assembler.h"
-#include "support/failing_file_calls.h"
 #include "support/generation_setup.h"
 #include "support/settings_bytes.h"
-#include "support/write_calls.h"
 
 namespace korvex::test {
 namespace {
@@ -169,63 +167,6 @@ TEST_F(GenerateDataFileTest, CancelLeavesNothing) {
     EXPECT_EQ(setup.interface.polls, poll);
     EXPECT_TRUE(setup.outputs().empty());
   }
-}
-
-TEST_F(GenerateDataFileTest, WriteErrorsLeaveNoData) {
-  setup.save_settings();
-  for (const std::int32_t records : {3, 200'000}) {  // at the end, and within the run
-    setup.write_control({.records = records});
-    for (const auto& [error, code] : {std::pair{ENOSPC, -27}, std::pair{EIO, -26}}) {
-      const WriteCalls calls(error);
-      EXPECT_EQ(run(), code);
-      EXPECT_TRUE(setup.outputs().empty());
-    }
-  }
-}
-
-// Whichever file call fails, either everything is there or the code says what is not.
-TEST_F(GenerateDataFileTest, EveryFailingFileCallIsAccountedFor) {
-  setup.save_settings();
-  setup.write_control({.records = 70'000});
-  ASSERT_EQ(run(), 0);
-  const std::string data = read_file(setup.data());
-  const std::string log = read_file(setup.log());
-  const std::string settings = read_file(setup.settings());
-  int failures = 0;
-  for (int n = 1;; ++n) {
-    std::filesystem::remove(setup.data());
-    std::filesystem::remove(setup.log());
-    std::int32_t result = 0;
-    bool failed_in_unlink = false;
-    {
-      const FailingFileCalls calls(n, ENOSPC);
-      platform::FileCalls table = platform::file_calls();
-      table.fstat = platform::system_file_calls().fstat;  // works on whatever could be opened
-      const platform::FileCallsOverride all_but_fstat(table);
-      result = run();
-      if (!calls.failed()) break;
-      failed_in_unlink = calls.failed_in_unlink();
-    }
-    SCOPED_TRACE(n);
-    EXPECT_EQ(read_file(setup.settings()), settings);
-    // A file whose removal failed stays, whatever it is.
-    Names outputs = setup.outputs();
-    if (failed_in_unlink) std::erase(outputs, "out.fif.w");
-    if (result == 0) {
-      EXPECT_EQ(outputs, data_and_log);
-      EXPECT_TRUE(same_bytes(data, read_file(setup.data())));
-      EXPECT_EQ(read_file(setup.log()), log);
-      continue;
-    }
-    ++failures;
-    EXPECT_TRUE(result == -2 || result == -3 || result == -27) << result;
-    // Only a log that failed leaves something: the data file, complete.
-    if (!outputs.empty()) {
-      EXPECT_EQ(outputs, data_only);
-      EXPECT_TRUE(same_bytes(data, read_file(setup.data())));
-    }
-  }
-  EXPECT_GE(failures, 8);
 }
 
 TEST_F(GenerateDataFileTest, WritesThroughALink) {

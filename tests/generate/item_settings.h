@@ -50,7 +50,7 @@ struct GeneratedLines {
 inline GeneratedLines generate_lines(const ClFmtColInf& column, std::int32_t layout_kind,
                                      bool quotation, int records) {
   ItemGenerator item(column, layout_kind, quotation);
-  SequentialAssembler assembler;
+  RecordAssembler assembler;
   assembler.add_field(item);
   LineBlock block(0);
   GeneratedLines generated;

@@ -6,7 +6,7 @@
 #include <random>
 
 #include "support/bytes.h"
-#include "support/failing_file_calls.h"
+#include "support/faulty_file_calls.h"
 #include "support/temp_folder.h"
 
 namespace korvex::test {
@@ -141,7 +141,7 @@ TEST_F(LineReaderTest, AReadErrorIsNoEnd) {
     platform::File file;
     ASSERT_EQ(file.open_for_reading(path, platform::Sharing::shared), platform::FileCause::none);
     LineReader reader(file);
-    const FailingFileCalls calls(failing, EIO);
+    const FaultyFileCalls calls({failing, EIO});
     std::size_t lines = 0;
     std::string_view line;
     Status status = Status::line;

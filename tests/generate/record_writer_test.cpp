@@ -69,6 +69,17 @@ struct LimitRun {
   std::uint64_t handed_over = 0;
 };
 
+// A block of lines that end already.
+std::int32_t write_block(RecordWriter& writer, std::uint64_t lines) {
+  const std::string line = std::string(line_size - 1, 'x') + "\n";
+  std::vector<std::size_t> begins;
+  for (; lines > 0; --lines) {
+    begins.push_back(writer.lines().size());
+    append(writer, line);
+  }
+  return writer.accept_lines(begins);
+}
+
 LimitRun write_up_to(std::uint64_t bytes, std::int32_t output_option) {
   const std::string text(line_size - 1, 'x');
   const WriteCalls calls(0);
@@ -105,24 +116,19 @@ TEST(RecordWriterTest, HasNoLimitWithoutTheGuard) {
   EXPECT_EQ(run.handed_over, limit + 1);
 }
 
-struct WriteErrorCase {
-  int error_number;
-  std::int32_t expected;
-};
-
-TEST(RecordWriterTest, TellsAFullDiskFromOtherFailures) {
-  const WriteErrorCase cases[] = {{ENOSPC, -27}, {EDQUOT, -27}, {EIO, -26}, {EFBIG, -26}};
-  for (const WriteErrorCase& row : cases) {
-    const WriteCalls calls(row.error_number);
+// Wherever in a block that line stands.
+TEST(RecordWriterTest, StopsAtTheSameLineInBlocks) {
+  constexpr std::uint64_t lines_in_block = 5;
+  for (std::uint64_t shift = 1; shift <= lines_in_block; ++shift) {
+    const WriteCalls calls(0);
     platform::File file;
     ASSERT_EQ(file.create("/dev/null"), platform::FileCause::none);
-    RecordWriter writer(file, 1, 0);
-    std::int32_t result = 0;
-    for (int i = 0; result == 0 && i < 3; ++i) {
-      append(writer, std::string(platform::File::write_buffer_size, 'x'));
-      result = writer.accept();
-    }
-    EXPECT_EQ(result, row.expected) << row.error_number;
+    RecordWriter writer(file, 1, guarded_output);
+    std::int32_t result = write_block(writer, shift);
+    for (int i = 0; result == 0 && i < 1000; ++i) result = write_block(writer, lines_in_block);
+    EXPECT_EQ(result, -76);
+    EXPECT_EQ(writer.flush(), 0);
+    EXPECT_EQ(calls.bytes(), limit / line_size * line_size) << shift;
   }
 }
 

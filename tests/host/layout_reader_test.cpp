@@ -188,6 +188,44 @@ TEST(LayoutReader, NumberOfRecordsFromOutsideWins) {
   EXPECT_EQ(without.layout.records, 7);
 }
 
+// Unreadable lines, wrong values and refused ranges, none of which hides another.
+TEST(LayoutReader, ReportsAllErrorsInOneRun) {
+  const LayoutReading reading = parse(R"([layout
+kind = "file"
+records = 1O
+data = "d.csv"
+[[item]]
+name = "A"
+attribute = "decimal"
+digits = 3
+[item.values]
+type = "range"
+format = "%10U"
+start = 1
+[[item]]
+name = "B
+attribute = decimal
+digits = 3
+nullable = 1
+)");
+  std::vector<std::string> places;
+  for (const LayoutError& error : reading.errors) {
+    places.push_back(std::to_string(error.place.line) + ":" + std::to_string(error.place.column));
+  }
+  EXPECT_EQ(places,
+            (std::vector<std::string>{"1:8", "2:8", "3:12", "11:10", "14:10", "15:13", "17:12"}));
+  EXPECT_TRUE(reading.errors[3].text.starts_with("item A: format is \"%10U\": 99052:"));
+}
+
+// What no repair gets over ends with what was found, and with no more than that.
+TEST(LayoutReader, GivesUpOnBytesThatNoRepairHelps) {
+  for (const std::string& text :
+       {std::string("a = \"\"\"\nb\nc"), std::string(300, '='), std::string("[a]\n[a]\n[a]\n"),
+        std::string("\xFF\xFE\n\xFF"), "x = [1,\n2,\n" + minimal}) {
+    EXPECT_FALSE(parse(text).errors.empty());
+  }
+}
+
 struct BadLayout {
   const char* name;
   std::string text;
@@ -227,7 +265,10 @@ BadLayout in_values(const char* name, const std::string& line, std::uint32_t col
 INSTANTIATE_TEST_SUITE_P(
     Layouts, BadLayouts,
     testing::Values(
-        BadLayout{"Syntax", "[layout]\nkind = record", 2, 8, "parsing"},
+        in_header("Syntax", "\"record\"", "record", 2, 8, "in the line kind = record, expected"),
+        in_header("Header", "[layout]", "[layout", 1, 8, "expected ']'"),
+        in_header("KeyTwice", "data", "records = 1\ndata", 4, 11, "expected each key once"),
+        in_header("Nonsense", "data", "this one\ndata", 4, 6, "in the line this one"),
         BadLayout{"NoItems", minimal.substr(0, minimal.find("[[item]]")), 1, 1, "has no item"},
         BadLayout{"ItemNotArray", replaced(minimal, "[[item]]", "[item]"), 5, 1, "a table"},
         BadLayout{"UnknownTable", minimal + "[rest]\n", 9, 2, "unknown key \"rest\""},
@@ -327,6 +368,19 @@ colour = "red"
   EXPECT_EQ(lines, (std::vector<std::uint32_t>{1, 3, 7, 11}));
   EXPECT_EQ(reading.errors.at(2).text,
             "number 1 belongs to the item on line 4, expected another one");
+}
+
+TEST(LayoutReader, KeepsToWhatAPersonReads) {
+  std::string unknown_keys;
+  for (int i = 0; i < 2000; ++i) unknown_keys += "key" + std::to_string(i) + " = 1\n";
+  const LayoutReading many = parse(unknown_keys);
+  EXPECT_EQ(many.errors.size(), 1001u);
+  EXPECT_EQ(many.errors.back().text, "further errors are left out");
+
+  const LayoutReading dense = parse("a = [" + std::string(300'000, '['));
+  ASSERT_EQ(dense.errors.size(), 1u);
+  EXPECT_EQ(dense.errors[0].text, "has too many keys and values for its size");
+  EXPECT_EQ(dense.errors[0].place.line, 0u);
 }
 
 TEST(LayoutReader, SaysThatAFileCannotBeRead) {

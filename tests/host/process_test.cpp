@@ -172,7 +172,7 @@ TEST_F(Process, AWrongFormatLeavesEverythingAsItWas) {
 
   write_layout("records = 3\ndata = \"d.csv\"", "%10U");
   EXPECT_EQ(run({"generate", "l.toml"}), 1);
-  EXPECT_TRUE(err().starts_with("l.toml:9: item A: 99052:")) << err();
+  EXPECT_TRUE(err().starts_with("l.toml:11:10: item A: format is \"%10U\": 99052:")) << err();
   EXPECT_EQ(read_file("d.csv"), data);
   EXPECT_EQ(read_file("d.fif"), settings);
 }

@@ -249,7 +249,7 @@ TEST_F(Program, WarnsOfImpossibleDigits) {
 TEST_F(Program, WrongValuesNameItemAndLine) {
   write_layout("%9U");
   EXPECT_EQ(run({"generate", layout()}), 1);
-  const std::string expected = layout() + ":13: item 名前: 99052:There is an error";
+  const std::string expected = layout() + ":15:10: item 名前: format is \"%9U\": 99052:There";
   EXPECT_TRUE(messages.str().starts_with(expected)) << messages.str();
   EXPECT_EQ(module_call.calls, 0);
   EXPECT_EQ(folder.names(), (std::vector<std::string>{"l.toml", "out", "w"}));

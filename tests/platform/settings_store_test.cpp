@@ -2,13 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
 #include <filesystem>
 
 #include "platform/file.h"
 #include "support/bytes.h"
 #include "support/environment.h"
-#include "support/failing_file_calls.h"
 #include "support/temp_folder.h"
 
 namespace korvex::platform {
@@ -58,16 +56,6 @@ TEST_F(SettingsStoreTest, AnEditCountsAtOnce) {
   EXPECT_EQ(value_of("Name"), "1");
   write_file(path, "Name=edited");
   EXPECT_EQ(value_of("Name"), "edited");
-}
-
-TEST_F(SettingsStoreTest, SurvivesAFailureOfEachCall) {
-  std::filesystem::create_directories(folder.file("deep/config/Host"));
-  test::with_each_call_failing(
-      {EIO}, [&] { write_file(path, "Name=old\n"); }, [&] { return store.write("Name", "new"); },
-      [&](StoreStatus status, int, bool) {
-        EXPECT_EQ(value_of("Name"), status == StoreStatus::ok ? "new" : "old");
-        EXPECT_FALSE(exists(path + ".new"));
-      });
 }
 
 TEST(SettingsStore, StandsBelowTheHomeFolderWithoutConfigurationFolder) {

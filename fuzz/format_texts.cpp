@@ -1,0 +1,75 @@
+// A format with its values, from the texts that a person types: a line of numbers (attribute, sign,
+// length, digits, decimals, layout kind), then the format, the start, end and increment texts, a
+// line each.
+#include <cstddef>
+#include <sstream>
+#include <string>
+
+#include "format/fmt_file.h"
+#include "formatlang/default_settings.h"
+#include "run.h"
+
+namespace korvex::fuzz {
+namespace {
+
+constexpr std::int32_t records = 120;
+
+struct Entry {
+  ItemAttributes item;
+  std::int32_t layout_kind = 0;
+  RangeTexts texts;
+};
+
+Entry read_entry(std::string input) {
+  std::istringstream lines(std::move(input));
+  std::string numbers;
+  std::getline(lines, numbers);
+  std::istringstream fields(numbers);
+  Entry entry;
+  ItemAttributes& item = entry.item;
+  fields >> item.attribute >> item.signed_flag >> item.length >> item.digits >> item.decimals >>
+      entry.layout_kind;
+  for (std::string* text :
+       {&entry.texts.format, &entry.texts.start, &entry.texts.end, &entry.texts.increment}) {
+    std::getline(lines, *text);
+  }
+  return entry;
+}
+
+// Whether the settings file could be written with the entry's values.
+bool save(const Entry& entry) {
+  ClFmtFile file;
+  file.set_paths(settings_path, work_folder);
+  if (file.load(1, records, entry.layout_kind) < 0) return false;
+  file.edited().texts = entry.texts;
+  if (file.check_and_store(1, entry.item) != 0) return false;
+  require(file.save(1) == 0, "what was accepted can be saved");
+  return true;
+}
+
+// What the settings file shows of the item.
+RangeTexts load(const Entry& entry) {
+  ClFmtFile file;
+  file.set_paths(settings_path, work_folder);
+  require(file.load(1, records, entry.layout_kind) == 1, "what was saved can be loaded");
+  require(file.read_item(1) == 1, "the item has its settings");
+  return file.edited().texts;
+}
+
+}  // namespace
+}  // namespace korvex::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace korvex;
+  using namespace korvex::fuzz;
+  const Entry entry = read_entry({reinterpret_cast<const char*>(data), size});
+  RangeTexts proposed;
+  default_settings(entry.item, proposed);
+  World world;
+  if (!save(entry)) return 0;
+  load(entry);
+  const std::int32_t result =
+      generate(world, {.records = records, .layout_kind = entry.layout_kind});
+  require(result == 0, "what was accepted can be generated");
+  return 0;
+}

@@ -1,0 +1,63 @@
+#include "run.h"
+
+#include <algorithm>
+
+#include "control/control_file.h"
+#include "format/record_text.h"
+#include "generate/generate_data_file.h"
+
+namespace korvex::fuzz {
+
+namespace {
+
+void put_control_file(World& world, const RunRequest& request) {
+  ControlHeader header = {};
+  header.records = request.records;
+  header.layout_kind = request.layout_kind;
+  header.level = request.level;
+  header.item_count = static_cast<std::int32_t>(request.items.size());
+  store_field(header.data_path, data_path);
+  store_field(header.settings_path, settings_path);
+  store_field(header.work_folder, work_folder);
+  std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
+  bytes.append(reinterpret_cast<const char*>(request.items.data()),
+               request.items.size() * sizeof(std::int32_t));
+  world.files.put(control_path, bytes);
+}
+
+bool is_temporary(const std::string& path) {
+  return path.ends_with(".TMP") || path.ends_with(".w");
+}
+
+}  // namespace
+
+std::int32_t generate(World& world, const RunRequest& request) {
+  put_control_file(world, request);
+  std::uint64_t foretold = 0;
+  std::int32_t measured = 0;
+  {
+    ClGenerateDataFile generator;
+    generator.main.control_path = control_path;
+    measured = generator.measure(foretold);
+  }
+  world.interface.polls = 0;
+  world.interface.cancel_at_poll = request.cancel_at_poll;
+  std::int32_t result = 0;
+  {
+    ClGenerateDataFile generator;
+    generator.main.control_path = control_path;
+    generator.output_option = request.output_option;
+    result = generator.run();
+  }
+  world.interface.cancel_at_poll = 0;
+  require(world.files.exists(data_path) == (result == 0), "a data file stands for success");
+  if (result == 0) {
+    require(measured == 0, "what can be generated can be measured");
+    require(world.files.get(data_path).size() == foretold, "the file is as large as foretold");
+  }
+  const auto paths = world.files.paths();
+  require(std::none_of(paths.begin(), paths.end(), is_temporary), "no temporary stays");
+  return result;
+}
+
+}  // namespace korvex::fuzz

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "format/records.h"
+#include "memory_files.h"
+#include "support/scripted_interface.h"
+
+// What the fuzzers share: a world without files of the machine, and generating in it.
+namespace korvex::fuzz {
+
+// In the working folder, which is there whatever else the machine has.
+inline constexpr const char* control_path = "run.ctl";
+inline constexpr const char* settings_path = "out.fif";
+inline constexpr const char* data_path = "out.csv";
+inline constexpr const char* list_path = "list.txt";
+inline constexpr const char* work_folder = ".";
+
+// Says what does not hold and ends the process, which the fuzzer takes for a finding.
+inline void require(bool holds, const char* what) {
+  if (holds) return;
+  std::fprintf(stderr, "does not hold: %s\n", what);
+  std::abort();
+}
+
+// Memory in place of the machine's files, and a user interface that nobody looks at. At its end
+// every file is closed.
+class World {
+ public:
+  World() = default;
+  ~World() { require(files.open_descriptors() == 0, "every file is closed"); }
+  World(const World&) = delete;
+  World& operator=(const World&) = delete;
+
+  MemoryFiles files;
+  test::ScriptedInterface interface;
+
+ private:
+  platform::UserInterfaceOverride override_{interface};
+};
+
+// What a generation run is asked for.
+struct RunRequest {
+  std::int32_t records = 0;
+  std::int32_t layout_kind = layout_kind::record_file;
+  std::int32_t level = 1;
+  std::vector<std::int32_t> items = {1};
+  std::int32_t output_option = 0;
+  int cancel_at_poll = 0;
+};
+
+// Generates from the settings file of the world. A run that succeeds has written as many bytes as
+// measuring it foretells, one that fails has left no data file; nothing else is left behind.
+// Answers the run's code.
+std::int32_t generate(World& world, const RunRequest& request);
+
+}  // namespace korvex::fuzz

@@ -1,0 +1,143 @@
+// A Format Information file of either version: a byte of choices, then the file. It is shown,
+// loaded, generated from, counted and saved; what was saved reads back the same.
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <sstream>
+#include <string>
+
+#include "control/control_file.h"
+#include "format/record_text.h"
+#include "generate/repeat_count.h"
+#include "host/file_printers.h"
+#include "run.h"
+
+namespace korvex::fuzz {
+namespace {
+
+constexpr std::int32_t records = 60;
+constexpr std::size_t most_items = 40;
+constexpr std::size_t most_bytes = 64 * 1024;
+
+struct Choices {
+  std::int32_t level;
+  std::int32_t output_option;
+  int cancel_at_poll;
+  bool takes_items_twice;
+  bool changes_layout;
+
+  explicit Choices(unsigned bits)
+      : level(static_cast<std::int32_t>(bits & 3u)),
+        output_option((bits & 4u) != 0 ? 2 : 0),
+        cancel_at_poll((bits & 8u) != 0 ? records / 2 : 0),
+        takes_items_twice((bits & 16u) != 0),
+        changes_layout((bits & 32u) != 0) {}
+};
+
+std::int32_t load(ClFmtFile& file, std::int32_t level, std::int32_t layout_kind) {
+  file.set_paths(settings_path, work_folder);
+  return file.load(level, records, layout_kind);
+}
+
+// The items as the settings know them, so that the control file fits.
+std::vector<ControlItem> read_items(ClFmtFile& file) {
+  std::vector<ControlItem> items;
+  for (const auto& column : file.current_level()->columns) {
+    if (items.size() == most_items) break;
+    require(file.read_item(column->record.item_number) == 1, "an item that is there is found");
+    ControlItem item = {};
+    item.item_number = column->record.item_number;
+    item.attribute = column->record.attribute;
+    item.signed_flag = column->record.signed_flag;
+    item.length = column->record.length;
+    item.digits = column->record.digits;
+    item.decimals = column->record.decimals;
+    item.null_allowed = 1;
+    items.push_back(item);
+  }
+  return items;
+}
+
+// Loads the file, saves it and loads it again: the same items with the same bytes. Answers the
+// items.
+std::vector<ControlItem> save_and_compare(World& world, std::int32_t level,
+                                          std::int32_t layout_kind) {
+  std::vector<ControlItem> items;
+  {
+    ClFmtFile file;
+    if (load(file, level, layout_kind) <= 0) return {};
+    items = read_items(file);
+    const std::string before = world.files.get(settings_path);
+    if (file.save(file.quotation()) != 0) {
+      require(world.files.get(settings_path) == before, "a failed save changes nothing");
+      return items;
+    }
+  }
+  const std::string saved = world.files.get(settings_path);
+  {
+    ClFmtFile file;
+    require(load(file, level, layout_kind) >= 0, "what was saved can be loaded");
+    if (!file.current_level()->has_settings()) return items;
+    require(file.save(file.quotation()) == 0, "what was saved can be saved again");
+  }
+  require(world.files.get(settings_path) == saved, "saving again changes nothing");
+  return items;
+}
+
+void count_repeats(World& world, std::int32_t level, std::int32_t layout_kind,
+                   const std::vector<ControlItem>& items) {
+  ControlHeader header = {};
+  header.records = records;
+  header.layout_kind = layout_kind;
+  header.null_default = 1;
+  header.level = level;
+  header.item_count = static_cast<std::int32_t>(items.size());
+  store_field(header.settings_path, settings_path);
+  store_field(header.work_folder, work_folder);
+  std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
+  bytes.append(reinterpret_cast<const char*>(items.data()), items.size() * sizeof(ControlItem));
+  world.files.put(control_path, bytes);
+  ClRepeatCalcMain calculation;
+  calculation.main.control_path = control_path;
+  calculation.main.set_run_mode(run_mode::settings_only);
+  calculation.run();
+}
+
+void run(std::string_view bytes, const Choices& choices) {
+  std::ostringstream shown;
+  if (host::is_settings_file(bytes)) host::print_settings_file(bytes, shown);
+
+  World world;
+  world.files.put(settings_path, bytes);
+  world.files.put(list_path, "1\n22\n\n333\n");
+  std::int32_t layout_kind = 0;
+  if (bytes.size() >= sizeof(FmtHeadRec)) {
+    std::memcpy(&layout_kind, bytes.data() + offsetof(FmtHeadRec, layout_kind), sizeof layout_kind);
+  }
+  if (choices.changes_layout) ++layout_kind;
+
+  const std::vector<ControlItem> items = save_and_compare(world, choices.level, layout_kind);
+  RunRequest request;
+  request.records = records;
+  request.layout_kind = layout_kind;
+  request.level = choices.level;
+  request.output_option = choices.output_option;
+  request.cancel_at_poll = choices.cancel_at_poll;
+  request.items = {};
+  for (const ControlItem& item : items) {
+    request.items.push_back(item.item_number);
+    if (choices.takes_items_twice) request.items.push_back(item.item_number);
+  }
+  generate(world, request);
+  count_repeats(world, choices.level, layout_kind, items);
+}
+
+}  // namespace
+}  // namespace korvex::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  if (size == 0 || size > korvex::fuzz::most_bytes) return 0;
+  const std::string_view input(reinterpret_cast<const char*>(data), size);
+  korvex::fuzz::run(input.substr(1), korvex::fuzz::Choices(data[0]));
+  return 0;
+}

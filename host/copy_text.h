@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+
+#include "host/database.h"
+
+namespace korvex::host {
+
+// Appends a row in the text form that COPY reads: fields between tabs, NULL as \N, and escapes for
+// the characters that would mean something else.
+void append_copy_row(const RowFields& fields, std::string& out);
+
+// Where a failed COPY says that it was. The words differ with the server's language, the order of
+// table, line and column does not.
+struct CopyPlace {
+  std::int64_t line = 0;  // from 1; 0 when the text names none
+  std::string column;     // empty when it names none
+};
+
+// `table` is the table's bare name, `columns` are those of the COPY.
+CopyPlace find_copy_place(std::string_view context, std::string_view table,
+                          const std::vector<std::string>& columns);
+
+// Whether `detail`, the server's sentence about a violated key ("Key (a, b)=(1, 2) ..."), speaks of
+// these values. Numbers are compared as numbers, however they are written.
+bool names_key(std::string_view detail, const std::vector<std::string_view>& values);
+
+}  // namespace korvex::host

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "formatlang/attributes.h"
+
+namespace korvex::host {
+
+// The values of an item that is yet to be written down.
+struct ValuesDraft {
+  enum class Source { initial, range, enumeration, reference };
+
+  Source source = Source::initial;
+  std::string format;  // range
+  std::string start;
+  std::string end;
+  std::string increment = "1";
+  std::string file;       // enumeration: the list's path, seen from the layout
+  std::string item_name;  // reference
+  int repeat_level = 0;   // 0 without a repeat
+};
+
+// An item that is yet to be written down. Texts are UTF-8.
+struct ItemDraft {
+  std::string name;
+  std::vector<std::string> remarks;  // comment lines above the item
+  ItemAttributes attributes = {};
+  bool nullable = true;
+  ValuesDraft values;
+};
+
+struct LayoutDraft {
+  std::vector<std::string> remarks;  // comment lines at the top
+  std::int32_t records = 0;
+  std::string data;  // the data file's path, seen from the layout
+  std::vector<ItemDraft> items;
+};
+
+// Writes a layout of kind "table" in the form that read_layout() reads.
+void write_layout(const LayoutDraft& layout, std::ostream& out);
+
+}  // namespace korvex::host

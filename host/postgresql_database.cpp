@@ -1,0 +1,68 @@
+#include <charconv>
+
+#include "host/database.h"
+#include "host/postgresql_connection.h"
+#include "host/postgresql_loader.h"
+#include "host/postgresql_schema.h"
+#include "host/sql_names.h"
+
+namespace korvex::host {
+
+namespace {
+
+class PostgresqlDatabase : public Database {
+ public:
+  explicit PostgresqlDatabase(const std::string& connection) : connection_(connection) {}
+
+  TableSchema read_schema(const std::string& table) override {
+    return read_postgresql_schema(connection_, table);
+  }
+
+  // Row by row: a table may have more keys than fit into the memory. Their order is that of the
+  // columns, which a bare name would not mean here: it would mean the texts made of them.
+  void read_keys(const ForeignKey& key, const TakeKey& take) override {
+    const std::vector<std::string>& names = key.referenced_columns;
+    connection_.send("SELECT " + listed_names(names, ", ", "k.", "::text") + " FROM " +
+                     key.quoted_table + " k WHERE " +
+                     listed_names(names, " AND ", "k.", " IS NOT NULL") + " ORDER BY " +
+                     listed_names(names, ", ", "k."));
+    PQsetSingleRowMode(connection_.get());
+    std::vector<std::string_view> texts(names.size());
+    while (const PostgresqlResult rows = connection_.next_result()) {
+      if (PQresultStatus(rows.get()) == PGRES_FATAL_ERROR) PostgresqlConnection::fail(rows);
+      for (int row = 0; row < PQntuples(rows.get()); ++row) {
+        for (std::size_t i = 0; i < texts.size(); ++i) {
+          texts[i] = PQgetvalue(rows.get(), row, static_cast<int>(i));
+        }
+        take(texts);
+      }
+    }
+  }
+
+  std::optional<std::int64_t> largest_number(const TableSchema& table,
+                                             std::size_t column) override {
+    const PostgresqlResult rows = connection_.run(
+        "SELECT max(" + quoted_name(table.columns[column].name) + ") FROM " + table.quoted_name);
+    const std::string text = result_text(rows, 0, 0);
+    std::int64_t number = 0;
+    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (failure != std::errc()) return std::nullopt;
+    return number;
+  }
+
+  std::unique_ptr<TableLoader> begin_load(const TableSchema& table,
+                                          std::vector<std::size_t> columns) override {
+    return begin_postgresql_load(connection_, table, std::move(columns));
+  }
+
+ private:
+  PostgresqlConnection connection_;
+};
+
+}  // namespace
+
+std::unique_ptr<Database> open_postgresql(const std::string& connection) {
+  return std::make_unique<PostgresqlDatabase>(connection);
+}
+
+}  // namespace korvex::host

@@ -1,0 +1,55 @@
+#include "host/database.h"
+#include "host/sql_names.h"
+#include "host/sqlite_connection.h"
+#include "host/sqlite_loader.h"
+#include "host/sqlite_schema.h"
+
+namespace korvex::host {
+
+namespace {
+
+class SqliteDatabase : public Database {
+ public:
+  explicit SqliteDatabase(const std::string& file) : connection_(file) {}
+
+  TableSchema read_schema(const std::string& table) override {
+    return read_sqlite_schema(connection_, table);
+  }
+
+  void read_keys(const ForeignKey& key, const TakeKey& take) override {
+    const std::string columns = listed_names(key.referenced_columns, ", ");
+    SqliteStatement rows(connection_,
+                         "SELECT " + columns + " FROM " + key.quoted_table + " WHERE " +
+                             listed_names(key.referenced_columns, " AND ", "", " IS NOT NULL") +
+                             " ORDER BY " + columns);
+    std::vector<std::string_view> texts(key.referenced_columns.size());
+    while (rows.next()) {
+      for (std::size_t i = 0; i < texts.size(); ++i) texts[i] = rows.text(static_cast<int>(i));
+      take(texts);
+    }
+  }
+
+  std::optional<std::int64_t> largest_number(const TableSchema& table,
+                                             std::size_t column) override {
+    SqliteStatement rows(connection_, "SELECT max(" + quoted_name(table.columns[column].name) +
+                                          ") FROM " + table.quoted_name);
+    if (!rows.next() || rows.is_null(0)) return std::nullopt;
+    return rows.integer(0);
+  }
+
+  std::unique_ptr<TableLoader> begin_load(const TableSchema& table,
+                                          std::vector<std::size_t> columns) override {
+    return begin_sqlite_load(connection_, table, std::move(columns));
+  }
+
+ private:
+  SqliteConnection connection_;
+};
+
+}  // namespace
+
+std::unique_ptr<Database> open_sqlite(const std::string& file) {
+  return std::make_unique<SqliteDatabase>(file);
+}
+
+}  // namespace korvex::host

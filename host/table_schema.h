@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+// What a database says about a table, in words that no single database owns. Texts are UTF-8.
+namespace korvex::host {
+
+// What a column can hold, as far as values are made differently for it.
+enum class ColumnType {
+  integer16,
+  integer32,
+  integer64,
+  decimal,
+  floating4,
+  floating8,
+  text,
+  boolean,
+  choice,  // one of `choices`
+  date,
+  time,
+  timestamp,
+  uuid,
+  binary,
+  hex_binary,  // binary that is written as hexadecimal digits behind "\x"
+  json,
+  interval,
+  unknown,
+};
+
+struct ColumnSchema {
+  std::string name;
+  std::string declared_type;  // as the database shows it
+  ColumnType type = ColumnType::unknown;
+  int length = 0;     // characters, 0 without a limit
+  int precision = 0;  // digits of a decimal, 0 without a limit
+  int scale = 0;
+  bool nullable = true;
+  bool has_default = false;
+  bool is_generated = false;  // computed by the database, never loaded
+  std::vector<std::string> choices;
+};
+
+// Columns are named by their places in the table.
+struct ForeignKey {
+  std::string table;         // as messages name it
+  std::string quoted_table;  // as SQL takes it
+  std::vector<std::size_t> columns;
+  std::vector<std::string> referenced_columns;
+  bool is_to_own_table = false;
+};
+
+struct TableSchema {
+  std::string name;         // as messages name it
+  std::string bare_name;    // without the schema that it is in
+  std::string quoted_name;  // as SQL takes it
+  std::vector<ColumnSchema> columns;
+  std::vector<std::vector<std::size_t>> unique_sets;  // the primary key, where there is one, first
+  std::vector<ForeignKey> foreign_keys;
+};
+
+}  // namespace korvex::host

@@ -1,0 +1,191 @@
+#include "host/type_mapping.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "format/records.h"
+
+namespace korvex::host {
+
+namespace {
+
+constexpr std::int32_t character_attribute = 1;
+constexpr std::int32_t decimal_attribute = 4;
+constexpr std::int32_t number_attribute = 19;
+
+// Attributes that fix their digits.
+constexpr std::int32_t integer_digits = 10;
+constexpr std::int32_t small_integer_digits = 5;
+constexpr std::int32_t date_digits = 8;
+constexpr std::int32_t time_digits = 6;
+constexpr std::int32_t timestamp_digits = 15;
+
+constexpr std::int32_t default_text_length = 40;
+constexpr std::int32_t max_letters = 5;
+constexpr std::int32_t text_number_digits = 10;
+constexpr std::int64_t letters = 26;
+// Enough for every value of a column that repeats, and short to read.
+constexpr std::int64_t readable_numbers = 1000;
+constexpr int readable_digits = 3;
+// More decimals than anybody compares leave room for the digits in front of the point.
+constexpr int max_decimals = 9;
+constexpr int default_decimals = 2;
+constexpr int floating4_digits = 6;
+constexpr int floating8_digits = 15;
+
+constexpr std::int64_t calendar_days = 24'856;  // 1970-01-01 to 2038-01-19
+constexpr std::int64_t seconds_of_day = 86'400;
+constexpr std::int64_t seconds_of_range = 2'147'451'248;  // 1970-01-01 09:00:00 to the last one
+
+std::int64_t power(std::int64_t base, int exponent) {
+  std::int64_t result = 1;
+  for (int i = 0; i < exponent; ++i) result *= base;
+  return result;
+}
+
+int digits_of(std::int64_t number) { return static_cast<int>(std::to_string(number).size()); }
+
+MappedColumn ranged(const ItemAttributes& attributes, const std::string& format,
+                    const std::string& start, const std::string& end, std::int64_t distinct) {
+  MappedColumn mapped;
+  mapped.attributes = attributes;
+  mapped.values.source = ValuesDraft::Source::range;
+  mapped.values.format = format;
+  mapped.values.start = start;
+  mapped.values.end = end;
+  mapped.distinct_values = distinct;
+  return mapped;
+}
+
+ItemAttributes signed_number(std::int32_t attribute, int digits, int decimals) {
+  return {attribute, 1, digits + 1 + (decimals > 0 ? 1 : 0), digits, decimals};
+}
+
+ItemAttributes text_of(std::int32_t length) { return {character_attribute, 1, length, length, 0}; }
+
+// Whole numbers up to `highest`. A unique column goes on behind the largest number that it holds.
+MappedColumn whole_numbers(const ItemAttributes& attributes, std::int64_t highest,
+                           const ColumnUse& use) {
+  const std::int64_t start =
+      use.is_unique && use.largest ? std::max<std::int64_t>(*use.largest, 0) + 1 : 1;
+  const std::int64_t end = use.is_unique ? highest : std::min(highest, readable_numbers);
+  if (start >= end) return ranged(attributes, "%1U", "0", "1", use.is_unique ? 0 : 2);
+  return ranged(attributes, "%" + std::to_string(digits_of(end)) + "D", std::to_string(start),
+                std::to_string(end), end - start + 1);
+}
+
+// Numbers of `digits` digits, of which `decimals` stand behind the point.
+std::optional<MappedColumn> decimals(const ItemAttributes& attributes, const ColumnUse& use) {
+  const int after = std::min(attributes.decimals, max_decimals);
+  const int room = std::min(attributes.digits - attributes.decimals, max_number_digits - after);
+  if (room < 0) return std::nullopt;
+  if (after == 0) return whole_numbers(attributes, power(10, room) - 1, use);
+  const int before = use.is_unique ? room : std::min(room, readable_digits);
+  const std::string smallest = "0." + std::string(static_cast<std::size_t>(after - 1), '0') + "1";
+  const std::string end = (before == 0 ? "0" : std::string(static_cast<std::size_t>(before), '9')) +
+                          "." + std::string(static_cast<std::size_t>(after), '9');
+  const std::string size = before == 0 ? "" : std::to_string(before);
+  MappedColumn mapped = ranged(attributes, "%" + size + "." + std::to_string(after) + "D", smallest,
+                               end, power(10, before + after) - 1);
+  mapped.values.increment = smallest;
+  return mapped;
+}
+
+// The sizes that a decimal column has without saying so are those of the largest item.
+std::optional<MappedColumn> decimal_column(const ColumnSchema& column, const ColumnUse& use) {
+  if (column.scale < 0 || (column.precision > 0 && column.scale > column.precision)) {
+    return std::nullopt;
+  }
+  if (column.precision == 0) {
+    return decimals(signed_number(number_attribute, max_number_digits, default_decimals), use);
+  }
+  const bool is_wide = column.precision > max_number_digits;
+  return decimals(
+      signed_number(is_wide ? number_attribute : decimal_attribute, column.precision, column.scale),
+      use);
+}
+
+MappedColumn text_column(std::int32_t length, const ColumnUse& use) {
+  const std::int32_t count = std::min(length, max_letters);
+  const std::int64_t words = power(letters, count);
+  if (use.is_unique && words < use.records && length > max_letters) {
+    const std::int32_t digits = std::min(length, text_number_digits);
+    return ranged(text_of(length), "%" + std::to_string(digits) + "U", "1",
+                  std::string(static_cast<std::size_t>(digits), '9'), power(10, digits) - 1);
+  }
+  const auto size = static_cast<std::size_t>(count);
+  return ranged(text_of(length), "%" + std::to_string(count) + "S", std::string(size, 'A'),
+                std::string(size, 'Z'), words);
+}
+
+// Fixed text around a number in a character item.
+MappedColumn numbered_text(const std::string& before, int digits) {
+  const auto size = static_cast<std::size_t>(digits);
+  return ranged(text_of(static_cast<std::int32_t>(before.size() + size)),
+                before + "'%" + std::to_string(digits) + "U", "1", std::string(size, '9'),
+                power(10, digits) - 1);
+}
+
+}  // namespace
+
+bool has_listed_values(const ColumnSchema& column) {
+  return column.type == ColumnType::boolean || column.type == ColumnType::choice;
+}
+
+std::optional<MappedColumn> map_column(const ColumnSchema& column, const ColumnUse& use) {
+  const bool unique = use.is_unique;
+  switch (column.type) {
+    case ColumnType::integer16:
+      return whole_numbers(signed_number(attribute::small_integer, small_integer_digits, 0),
+                           std::numeric_limits<std::int16_t>::max(), use);
+    case ColumnType::integer32:
+      return whole_numbers(signed_number(attribute::integer, integer_digits, 0),
+                           std::numeric_limits<std::int32_t>::max(), use);
+    case ColumnType::integer64:
+      return whole_numbers(signed_number(number_attribute, max_number_digits, 0),
+                           power(10, max_number_digits) - 1, use);
+    case ColumnType::decimal:
+      return decimal_column(column, use);
+    case ColumnType::floating4:
+      return decimals(signed_number(number_attribute, floating4_digits, default_decimals), use);
+    case ColumnType::floating8:
+      return decimals(signed_number(number_attribute, floating8_digits, default_decimals), use);
+    case ColumnType::text:
+      return text_column(column.length > 0 ? column.length : default_text_length, use);
+    case ColumnType::date:
+      return ranged({attribute::date, 0, date_digits, date_digits, 0}, "%4YMD",
+                    unique ? "19700101" : "20240101", unique ? "20380119" : "20241231",
+                    unique ? calendar_days : 366);
+    case ColumnType::time:
+      return ranged({attribute::time, 0, time_digits, time_digits, 0}, "%T", "000000", "235959",
+                    seconds_of_day);
+    case ColumnType::timestamp:
+      return ranged({attribute::timestamp, 0, timestamp_digits, timestamp_digits, 0}, "%TS",
+                    unique ? "19700101 090000" : "20240101 000000",
+                    unique ? "20380119 031407" : "20241231 235959",
+                    unique ? seconds_of_range : 366 * seconds_of_day);
+    case ColumnType::uuid:
+      return numbered_text("00000000-0000-4000-8000-", 12);
+    case ColumnType::hex_binary:
+      return numbered_text("\\x", text_number_digits);
+    case ColumnType::binary:
+      return text_column(text_number_digits, use);
+    case ColumnType::json:
+      return ranged(text_of(default_text_length), "\"'%5S'\"", "AAAAA", "ZZZZZ",
+                    power(letters, max_letters));
+    case ColumnType::interval:
+      return ranged(text_of(8), "%T", "000000", "235959", seconds_of_day);
+    case ColumnType::boolean:
+    case ColumnType::choice:
+    case ColumnType::unknown:
+      return std::nullopt;
+  }
+  return std::nullopt;
+}
+
+ItemAttributes attributes_for_list(const ColumnSchema& column, std::size_t longest_value) {
+  const std::int32_t own = column.type == ColumnType::text && column.length > 0 ? column.length : 1;
+  return text_of(std::max(own, static_cast<std::int32_t>(longest_value)));
+}
+
+}  // namespace korvex::host

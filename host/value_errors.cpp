@@ -1,0 +1,94 @@
+#include "host/value_errors.h"
+
+#include <algorithm>
+#include <array>
+
+#include "format/error_codes.h"
+#include "format/largest_value.h"
+#include "format/lvl_inf.h"
+#include "host/layout_messages.h"
+#include "host/printable_text.h"
+
+namespace korvex::host {
+
+namespace {
+
+constexpr std::array format_codes = {
+    error::bad_attribute_characters,   error::format_too_long,
+    error::too_many_fixed_parts,       error::too_many_variable_parts,
+    error::decimals_in_character_item, error::empty_format,
+    error::signed_format_for_unsigned, error::signed_part_not_first,
+    error::sign_in_fixed_part,         error::bad_format_digits,
+    error::variable_part_too_long,     error::fixed_part_not_numeric,
+};
+constexpr std::array start_codes = {error::start_count_mismatch, error::bad_start_sign,
+                                    error::start_not_set, error::start_out_of_range};
+constexpr std::array end_codes = {error::end_count_mismatch, error::bad_end_sign,
+                                  error::end_not_set, error::end_out_of_range};
+constexpr std::array increment_codes = {error::bad_increment, error::increment_not_set};
+
+template <std::size_t Count>
+bool is_among(std::int32_t code, const std::array<std::int32_t, Count>& codes) {
+  return std::find(codes.begin(), codes.end(), code) != codes.end();
+}
+
+// One text of a range: its key, what it says and where.
+struct RangeText {
+  const char* key;
+  const std::string& text;
+  SourcePlace place;
+
+  std::string described() const {
+    return std::string(key) + " is \"" + printable_from_code_page(text) + "\"";
+  }
+};
+
+std::string what_stands_there(const ItemValues& values, std::int32_t code, SourcePlace& place) {
+  const RangeText format = {"format", values.texts.format, values.places.format};
+  const RangeText start = {"start", values.texts.start, values.places.start};
+  const RangeText end = {"end", values.texts.end, values.places.end};
+  const RangeText increment = {"increment", values.texts.increment, values.places.increment};
+  const RangeText* guilty = nullptr;
+  if (is_among(code, format_codes)) guilty = &format;
+  if (is_among(code, start_codes)) guilty = &start;
+  if (is_among(code, end_codes)) guilty = &end;
+  if (is_among(code, increment_codes)) guilty = &increment;
+  if (guilty != nullptr) {
+    if (guilty->place.line > 0) place = guilty->place;
+    return guilty->described() + ": ";
+  }
+  // The texts do not go together.
+  std::string all;
+  for (const RangeText* each : {&format, &start, &end, &increment}) {
+    if (each->place.line > 0) all += (all.empty() ? "" : ", ") + each->described();
+  }
+  return all + ": ";
+}
+
+}  // namespace
+
+LayoutError value_error(const Layout& layout, const LayoutItem& item, std::int32_t code) {
+  LayoutError error = {item.values->place, "item " + printable_from_code_page(item.name) + ": "};
+  if (item.values->source == ValueSource::range) {
+    error.text += what_stands_there(*item.values, code, error.place);
+  }
+  error.text += numbered_message(code, layout);
+  return error;
+}
+
+void append_value_errors(const Layout& layout, const std::vector<bool>& is_clean,
+                         std::vector<LayoutError>& errors) {
+  for (std::size_t i = 0; i < layout.items.size(); ++i) {
+    const LayoutItem& item = layout.items[i];
+    if (!is_clean[i] || !item.values || item.values->source != ValueSource::range) continue;
+    ClFmtLvlInf level;
+    std::int32_t variables = 0;
+    RangeTexts texts = item.values->texts;
+    if (texts.end.empty()) texts.end = largest_value_text(item.attributes);
+    const std::int32_t code =
+        level.check_and_store(item.number, item.attributes, texts, item.values->choices, variables);
+    if (code < 0) errors.push_back(value_error(layout, item, code));
+  }
+}
+
+}  // namespace korvex::host

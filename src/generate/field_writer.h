@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace korvex {
+
+// Where the fields of one item stand in the lines of a block: at the same distance from a place of
+// each line.
+struct FieldPlaces {
+  char* base = nullptr;
+  const std::size_t* lines = nullptr;
+  std::size_t offset = 0;
+  std::size_t room = 0;  // behind each field, whose bytes are written later
+};
+
+// The end of an element's text, which turns from line to line, and where it stands in the field.
+struct TurningTail {
+  const char* wheel_place = nullptr;
+  std::ptrdiff_t wheel_step = 0;
+  std::size_t size = 0;
+  std::size_t offset = 0;
+};
+
+// Writes `field` into the first `count` lines, exactly, and one line after the other turns the
+// tail.
+void write_fields(const FieldPlaces& places, std::int64_t count, std::string_view field,
+                  const TurningTail& tail);
+
+// Turns one more tail of fields that have been written.
+void write_tails(const FieldPlaces& places, std::int64_t count, const TurningTail& tail);
+
+// Writes a text of its own into each line, with `closing` behind it. The texts have one size and
+// stand one after the other; `first` is the first of them.
+void write_texts(const FieldPlaces& places, std::int64_t count, std::string_view first,
+                 std::string_view closing);
+
+}  // namespace korvex

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "generate/digit_pairs.h"
+
+namespace korvex {
+
+// What the last characters of a text turn through from one value to the next: entries of one size,
+// side by side in counting order.
+struct Wheel {
+  const char* entries = nullptr;
+  std::size_t entry_size = 0;
+  std::int64_t count = 0;
+};
+
+// The sizes of entries. Each has loops of its own in field_writer.cpp.
+inline constexpr std::size_t character_entry = 1;
+inline constexpr std::size_t pair_entry = 2;
+inline constexpr std::size_t two_pairs_entry = 4;
+inline constexpr std::size_t separated_pairs_entry = 5;
+
+inline constexpr char digit_texts[] = "0123456789";
+// The end of a number with one decimal.
+inline constexpr char decimal_texts[] = ".0.1.2.3.4.5.6.7.8.9";
+
+inline constexpr Wheel digit_wheel = {digit_texts, character_entry, 10};
+inline constexpr Wheel decimal_wheel = {decimal_texts, pair_entry, 10};
+inline constexpr Wheel digit_pair_wheel = {digit_pairs.data(), pair_entry, 100};
+
+}  // namespace korvex

@@ -1,0 +1,100 @@
+// Each file call of each operation fails in turn, in every way and for every length of time.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <iterator>
+
+#include "reliability/operations.h"
+#include "support/faulty_file_calls.h"
+
+namespace korvex::test {
+namespace {
+
+constexpr int error_numbers[] = {EIO, ENOSPC, EDQUOT, EINTR, EACCES, Fault::short_write};
+constexpr FaultSpan spans[] = {FaultSpan::once, FaultSpan::same_kind, FaultSpan::everything};
+
+// Calls that are made again when a signal comes in between.
+bool may_be_interrupted(std::string_view kind) {
+  constexpr std::string_view kinds[] = {"open",  "read",  "write",    "close",
+                                        "flock", "fsync", "ftruncate"};
+  return std::find(std::begin(kinds), std::end(kinds), kind) != std::end(kinds);
+}
+
+struct FaultOutcome : Outcome {
+  std::vector<std::string_view> calls;
+  std::string_view kind;  // of the call that met the fault
+};
+
+FaultOutcome attempt(const Operation& operation, const Fault& fault) {
+  Place place(operation.crosses_file_systems);
+  FaultOutcome outcome;
+  const std::size_t descriptors = open_descriptors();
+  {
+    const auto run = operation.prepare(place);
+    outcome.before = place.files();
+    const FaultyFileCalls calls(fault);
+    outcome.code = run();
+    outcome.calls = calls.calls();
+    outcome.kind = calls.kind_of_fault();
+    outcome.removal_failed = calls.failed_in("unlink") || fault.span == FaultSpan::everything;
+  }
+  EXPECT_EQ(open_descriptors(), descriptors);
+  outcome.after = place.files();
+  return outcome;
+}
+
+void expect_code(const Operation& operation, const FaultOutcome& outcome, const Fault& fault) {
+  const bool is_full = fault.error_number == ENOSPC || fault.error_number == EDQUOT;
+  const std::int32_t write_code = is_full ? operation.disk_full : operation.write_failed;
+  const bool is_harmless = fault.error_number == Fault::short_write ||
+                           (fault.error_number == EINTR && fault.span == FaultSpan::once &&
+                            may_be_interrupted(outcome.kind));
+  if (is_harmless) {
+    EXPECT_EQ(outcome.code, operation.success);
+  } else if (outcome.kind == "write") {
+    EXPECT_EQ(outcome.code, write_code);
+  } else {
+    const auto& codes = operation.codes;
+    EXPECT_TRUE(outcome.code == operation.success || outcome.code == write_code ||
+                std::find(codes.begin(), codes.end(), outcome.code) != codes.end())
+        << outcome.code;
+  }
+}
+
+class FaultTest : public testing::TestWithParam<Operation> {};
+
+TEST_P(FaultTest, LeavesOldOrNew) {
+  const Operation& operation = GetParam();
+  if (operation.crosses_file_systems && !Place(true).crosses_file_systems()) {
+    GTEST_SKIP() << "no second file system";
+  }
+  const FaultOutcome finished = attempt(operation, {});
+  ASSERT_EQ(finished.code, operation.success);
+  int cases = 0;
+  for (const int error_number : error_numbers) {
+    for (const FaultSpan span : spans) {
+      const bool is_short = error_number == Fault::short_write;
+      if (is_short && span == FaultSpan::everything) continue;
+      for (std::size_t i = 0; i < finished.calls.size(); ++i) {
+        if (is_short && finished.calls[i] != "write") continue;
+        const Fault fault = {static_cast<int>(i) + 1, error_number, span};
+        SCOPED_TRACE(testing::Message()
+                     << "call " << fault.call << ", " << finished.calls[i] << ", errno "
+                     << error_number << ", span " << static_cast<int>(span));
+        const FaultOutcome outcome = attempt(operation, fault);
+        expect_code(operation, outcome, fault);
+        expect_nothing_lost(operation, outcome, finished.after);
+        ++cases;
+      }
+    }
+  }
+  EXPECT_GT(cases, 0);
+  std::printf("%s: %zu calls, %d cases\n", operation.name.c_str(), finished.calls.size(), cases);
+}
+
+INSTANTIATE_TEST_SUITE_P(Operations, FaultTest, testing::ValuesIn(operations()),
+                         [](const auto& row) { return row.param.name; });
+
+}  // namespace
+}  // namespace korvex::test

@@ -1,0 +1,329 @@
+#include "reliability/operations.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <iterator>
+#include <memory>
+#include <stdexcept>
+
+#include "control/col_main.h"
+#include "control/control_file.h"
+#include "format/record_text.h"
+#include "format/settings_upgrade.h"
+#include "generate/enumeration_check.h"
+#include "generate/generate_data_file.h"
+#include "generate/log_file.h"
+#include "platform/settings_store.h"
+#include "support/settings_bytes.h"
+
+namespace korvex::test {
+
+namespace {
+
+using Attempt = std::function<std::int32_t()>;
+
+constexpr const char* memory_folder = "/dev/shm";
+
+// Where synchronising costs nothing.
+std::filesystem::path fast_folder() {
+  return std::filesystem::is_directory(memory_folder) ? memory_folder
+                                                      : std::filesystem::temp_directory_path();
+}
+
+void expect(std::int32_t result, std::int32_t expected, const char* step) {
+  if (result != expected) throw std::runtime_error(step + (": " + std::to_string(result)));
+}
+
+std::shared_ptr<ClFmtFile> load_settings(const Place& place, std::int32_t expected) {
+  auto file = std::make_shared<ClFmtFile>();
+  file->set_run_mode(run_mode::data_file_dialog);
+  file->set_paths(place.file("out.fif"), place.work());
+  expect(file->load(1, 10, 1), expected, "load");
+  return file;
+}
+
+std::shared_ptr<ClFmtFile> change_settings(const Place& place, std::int32_t expected) {
+  const auto file = load_settings(place, expected);
+  file->edited().texts = {"%5U", "1", "99999", "1"};
+  expect(file->check_and_store(7, {4, 0, 5, 5, 0}), 0, "store");
+  return file;
+}
+
+Attempt prepare_save(Place& place) {
+  write_file(place.file("out.fif"), settings_bytes({2, 1}));
+  return [file = change_settings(place, 2)] { return file->save(1); };
+}
+
+Attempt prepare_first_save(Place& place) {
+  std::filesystem::remove(place.file("out.fif"));
+  return [file = change_settings(place, 0)] { return file->save(1); };
+}
+
+Attempt prepare_save_through_link(Place& place) {
+  std::filesystem::create_directory(place.file("elsewhere"));
+  write_file(place.file("elsewhere/real.fif"), settings_bytes({1}));
+  std::filesystem::remove(place.file("out.fif"));
+  std::filesystem::create_symlink("elsewhere/real.fif", place.file("out.fif"));
+  return [file = change_settings(place, 1)] { return file->save(0); };
+}
+
+std::string previous_version() {
+  return header_bytes(1, 1, 1, "TAMBO DATA FORMAT V2L1") +
+         level_bytes(1, header_size + level_size, 50, previous_column_size + element_size, 1) +
+         previous_column_bytes({}) + element_bytes({});
+}
+
+Attempt prepare_upgrade(Place& place) {
+  write_file(place.file("out.fif"), previous_version());
+  return [path = place.file("out.fif")] { return upgrade_settings_file(path, 1); };
+}
+
+// A control file that leads into the place.
+template <typename Item>
+void write_control_file(const Place& place, std::int32_t records, const Item& item) {
+  ControlHeader header = {};
+  header.records = records;
+  header.layout_kind = layout_kind::record_file;
+  header.level = 1;
+  header.item_count = 1;
+  store_field(header.data_path, place.file("out.csv"));
+  store_field(header.settings_path, place.file("out.fif"));
+  store_field(header.work_folder, place.work());
+  std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
+  bytes.append(reinterpret_cast<const char*>(&item), sizeof item);
+  write_file(place.file("run.ctl"), bytes);
+}
+
+Attempt prepare_short_control_file(Place& place) {
+  write_control_file(place, 10, ControlItem{});
+  const auto main = std::make_shared<ClColMain>();
+  main->control_path = place.file("run.ctl");
+  main->set_run_mode(run_mode::data_file_dialog);
+  expect(main->load(), 0, "load");
+  main->settings.set_run_mode(run_mode::data_file_dialog);
+  expect(main->settings.load(1, 10, 1), 0, "load settings");
+  main->settings.edited().texts = {"%5U", "1", "9", "1"};
+  expect(main->settings.check_and_store(30, {4, 0, 5, 5, 0}), 0, "store");
+  expect(main->settings.save(0), 0, "save");
+  return [main] { return main->write_temporary_control_file(); };
+}
+
+Attempt prepare_log(Place& place) {
+  return [path = place.file("out.log")] { return write_log(path, {5, 1, {1, 2, 3}}); };
+}
+
+Attempt prepare_log_over_old(Place& place) {
+  write_file(place.file("out.log"), "the log of an older run");
+  return prepare_log(place);
+}
+
+Attempt prepare_list(Place& place, const std::string& lines) {
+  write_file(place.file("list.txt"), lines);
+  const auto main = std::make_shared<ClColMain>();
+  return [main, path = place.file("list.txt")] {
+    FmtColRec settings = {};
+    settings.attribute = 4;
+    settings.length = settings.digits = 5;
+    ClEnumDataList values;
+    return load_enumeration(*main, path, settings, values);
+  };
+}
+
+Attempt prepare_error_file(Place& place) { return prepare_list(place, "1\nx\n2\n1-\n"); }
+
+Attempt prepare_good_list(Place& place) { return prepare_list(place, "1\n22\n"); }
+
+Attempt prepare_store(Place& place) {
+  const platform::SettingsStore store("Host");
+  if (store.write("Name", "old") != platform::StoreStatus::ok) expect(1, 0, "first value");
+  static_cast<void>(place);
+  return [store] { return static_cast<std::int32_t>(store.write("Name", "new")); };
+}
+
+Attempt prepare_first_store(Place&) {
+  const platform::SettingsStore store("Host");
+  return [store] { return static_cast<std::int32_t>(store.write("Name", "new")); };
+}
+
+// Enough records for several writes.
+constexpr std::int32_t many_records = 40'000;
+
+std::shared_ptr<ClGenerateDataFile> make_generator(Place& place) {
+  constexpr std::int32_t item_number = 7;
+  write_control_file(place, many_records, item_number);
+  const auto file = load_settings(place, 0);
+  file->edited().texts = {"'0123456789'%3U", "1", "999", "1"};
+  file->edited().choices.exceeded_action = exceeded_action::repeat;
+  expect(file->check_and_store(item_number, {6, 0, 13, 13, 0}), 0, "store");
+  expect(file->save(0), 0, "save");
+  // The limits' file is made by the first run.
+  read_limits(platform::SettingsStore("Host"));
+  const auto generator = std::make_shared<ClGenerateDataFile>();
+  generator->main.control_path = place.file("run.ctl");
+  generator->output_option = 2;
+  return generator;
+}
+
+Attempt prepare_generation(Place& place) {
+  return [generator = make_generator(place)] { return generator->run(); };
+}
+
+Attempt prepare_generation_over_old(Place& place) {
+  write_file(place.file("out.csv"), "the data of an older run");
+  write_file(place.file("out.log"), "the log of an older run");
+  return prepare_generation(place);
+}
+
+Attempt prepare_cancelled_generation(Place& place) {
+  place.interface.cancel_at_poll = 1;  // after the first block
+  return prepare_generation(place);
+}
+
+// Takes a folder's name, which differs from place to place, out of a file's bytes.
+void hide(const std::string& folder, std::string& bytes) {
+  for (std::size_t at = 0; (at = bytes.find(folder, at)) != std::string::npos;) {
+    bytes.replace(at, folder.size(), "(folder)");
+  }
+}
+
+// What the settings store answers.
+constexpr auto store_failed = static_cast<std::int32_t>(platform::StoreStatus::failure);
+
+// Short, where the bytes themselves would fill pages.
+std::string describe(const Files& files) {
+  std::string text;
+  for (const auto& [name, bytes] : files) {
+    text += name + ": " + std::to_string(bytes.size()) + " bytes\n";
+  }
+  return text;
+}
+
+bool holds(const std::vector<std::string>& names, const std::string& name) {
+  return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+}  // namespace
+
+Place::Place(bool crosses_file_systems)
+    : crosses_(crosses_file_systems),
+      home_(fast_folder()),
+      work_(crosses_ ? std::filesystem::temp_directory_path() : fast_folder()) {}
+
+bool Place::crosses_file_systems() const {
+  struct stat here = {};
+  struct stat there = {};
+  return ::stat(home_.path().c_str(), &here) == 0 && ::stat(work_.path().c_str(), &there) == 0 &&
+         here.st_dev != there.st_dev;
+}
+
+Files Place::files() const {
+  Files found;
+  for (const TempFolder* folder : {&home_, &work_}) {
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder->path())) {
+      if (!entry.is_regular_file()) continue;
+      const std::string name = std::filesystem::relative(entry.path(), folder->path());
+      std::string bytes = read_file(entry.path());
+      for (const TempFolder* each : {&home_, &work_}) hide(each->path(), bytes);
+      found[name.ends_with(".TMP") ? "temporary" : name] = bytes;
+    }
+  }
+  return found;
+}
+
+const std::vector<Operation>& operations() {
+  static const std::vector<Operation> all = {
+      {.name = "Save", .prepare = prepare_save, .codes = {-2}, .replaces_in_one_step = true},
+      {.name = "FirstSave",
+       .prepare = prepare_first_save,
+       .codes = {-2},
+       .replaces_in_one_step = true},
+      {.name = "SaveThroughLink",
+       .prepare = prepare_save_through_link,
+       .codes = {-2},
+       .replaces_in_one_step = true},
+      {.name = "SaveAcrossFileSystems",
+       .prepare = prepare_save,
+       .codes = {-2},
+       .crosses_file_systems = true,
+       .replaces_in_one_step = true},
+      {.name = "Upgrade",
+       .prepare = prepare_upgrade,
+       .codes = {-2, -3},
+       .replaces_in_one_step = true},
+      {.name = "ShortControlFile", .prepare = prepare_short_control_file, .codes = {-2}},
+      {.name = "Log", .prepare = prepare_log, .codes = {-2}},
+      {.name = "LogOverOld", .prepare = prepare_log_over_old, .codes = {-2}, .may_go = {"out.log"}},
+      {.name = "ErrorFile",
+       .prepare = prepare_error_file,
+       .success = -135,
+       .write_failed = -124,
+       .disk_full = -124,
+       .codes = {-114, -115, -111, -121, -122, -123},
+       .may_be_partial = "list.txt.err"},
+      {.name = "GoodList",
+       .prepare = prepare_good_list,
+       .success = 2,
+       .codes = {-114, -115, -111, -121, -122, -123},
+       .may_be_partial = "list.txt.err"},
+      {.name = "Store",
+       .prepare = prepare_store,
+       .write_failed = store_failed,
+       .disk_full = store_failed,
+       .replaces_in_one_step = true},
+      {.name = "FirstStore",
+       .prepare = prepare_first_store,
+       .write_failed = store_failed,
+       .disk_full = store_failed,
+       .may_stay = {"config/Host/Korvex.conf.lock"},
+       .replaces_in_one_step = true},
+      {.name = "Generation",
+       .prepare = prepare_generation,
+       .codes = {-2, -3},
+       .may_stay = {"out.csv"}},
+      {.name = "GenerationOverOld",
+       .prepare = prepare_generation_over_old,
+       .codes = {-2, -3},
+       .may_stay = {"out.csv"},
+       .may_go = {"out.csv", "out.log"}},
+      {.name = "CancelledGeneration",
+       .prepare = prepare_cancelled_generation,
+       .success = -79,
+       .codes = {-2, -3}},
+  };
+  return all;
+}
+
+void expect_nothing_lost(const Operation& operation, const Outcome& outcome,
+                         const Files& finished) {
+  const bool succeeded = outcome.code == operation.success;
+  if (succeeded && !outcome.removal_failed) {
+    EXPECT_TRUE(outcome.after == finished) << describe(outcome.after);
+    return;
+  }
+  for (const auto& [name, bytes] : outcome.after) {
+    const auto old = outcome.before.find(name);
+    const auto fresh = finished.find(name);
+    const bool is_old = old != outcome.before.end() && old->second == bytes;
+    const bool is_new = fresh != finished.end() && fresh->second == bytes;
+    const bool may_be_new = succeeded || holds(operation.may_stay, name);
+    const bool is_left_over =
+        outcome.removal_failed && (old == outcome.before.end() || holds(operation.may_go, name));
+    EXPECT_TRUE(is_old || (is_new && may_be_new) || is_left_over ||
+                name == operation.may_be_partial)
+        << name << " has " << bytes.size() << " bytes";
+  }
+  for (const auto& [name, bytes] : outcome.before) {
+    EXPECT_TRUE(outcome.after.contains(name) || holds(operation.may_go, name)) << name;
+  }
+}
+
+std::size_t open_descriptors() {
+  namespace fs = std::filesystem;
+  return static_cast<std::size_t>(
+      std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()));
+}
+
+}  // namespace korvex::test

@@ -1,0 +1,167 @@
+// Several processes at the same files.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <functional>
+
+#include "format/settings_upgrade.h"
+#include "generate/generate_data_file.h"
+#include "support/generation_setup.h"
+
+namespace korvex::test {
+namespace {
+
+// Runs the work in a process of its own; its answer is the process's exit status.
+pid_t start(const std::function<int()>& work) {
+  const pid_t child = ::fork();
+  if (child == 0) ::_exit(work());
+  return child;
+}
+
+int status_of(pid_t child) {
+  int status = 0;
+  return ::waitpid(child, &status, 0) == child && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+// A place where two processes wait for each other.
+class Signal {
+ public:
+  Signal() { EXPECT_EQ(::pipe(ends_), 0); }
+  ~Signal() {
+    ::close(ends_[0]);
+    ::close(ends_[1]);
+  }
+  Signal(const Signal&) = delete;
+  Signal& operator=(const Signal&) = delete;
+  void give() const { EXPECT_EQ(::write(ends_[1], "x", 1), 1); }
+  void await() const {
+    char byte = 0;
+    EXPECT_EQ(::read(ends_[0], &byte, 1), 1);
+  }
+
+ private:
+  int ends_[2] = {-1, -1};
+};
+
+constexpr ItemAttributes counter_item = {4, 0, 9, 9, 0};
+
+std::int32_t load(ClFmtFile& file, const GenerationSetup& setup) {
+  file.set_paths(setup.settings(), setup.folder.path());
+  return file.load(1, 10, 1);
+}
+
+std::int32_t store_count(ClFmtFile& file, int count) {
+  file.edited().texts = {"%9U", "1", std::to_string(count), "1"};
+  return file.check_and_store(1, counter_item);
+}
+
+std::int32_t generate(const GenerationSetup& setup) {
+  ClGenerateDataFile generator;
+  generator.main.control_path = setup.control();
+  return generator.run();
+}
+
+TEST(SharingTest, TheSecondProcessIsRefusedUntilTheFirstHasSaved) {
+  const GenerationSetup setup;
+  setup.save_settings();
+  setup.write_control();
+  const std::string old_bytes = read_file(setup.settings());
+  const Signal holding;
+  const Signal refused;
+  const pid_t first = start([&] {
+    ClFmtFile file;
+    if (load(file, setup) != 1) return 1;
+    holding.give();
+    refused.await();
+    return store_count(file, 77) == 0 && file.save(0) == 0 ? 0 : 2;
+  });
+  holding.await();
+  {
+    ClFmtFile file;
+    EXPECT_EQ(load(file, setup), -2);
+    EXPECT_EQ(upgrade_settings_file(setup.settings(), 1), -2);
+    EXPECT_EQ(generate(setup), -2);
+    EXPECT_TRUE(same_bytes(old_bytes, read_file(setup.settings())));
+    EXPECT_TRUE(setup.outputs().empty());
+  }
+  refused.give();
+  EXPECT_EQ(status_of(first), 0);
+  ClFmtFile file;
+  EXPECT_EQ(load(file, setup), 1);
+  EXPECT_EQ(file.read_item(1), 1);
+  EXPECT_EQ(file.edited().texts.end, "000000077");
+}
+
+// Both found no settings. The one that comes too late must not replace what the other one holds.
+TEST(SharingTest, AFileThatCameIntoBeingAndIsHeldStays) {
+  const GenerationSetup setup;
+  ClFmtFile late;
+  ASSERT_EQ(load(late, setup), 0);
+  ASSERT_EQ(store_count(late, 55), 0);
+  setup.save_settings();
+  const std::string bytes = read_file(setup.settings());
+  {
+    ClFmtFile holder;
+    ASSERT_EQ(load(holder, setup), 1);
+    EXPECT_EQ(late.save(0), -26);
+    EXPECT_TRUE(same_bytes(bytes, read_file(setup.settings())));
+    EXPECT_TRUE(setup.outputs().empty());
+  }
+  EXPECT_EQ(late.save(0), 0);
+}
+
+// Each process raises a number in the settings as soon as it gets hold of them. A save that works
+// on anything but the last one's file loses a raise.
+TEST(SharingTest, NoSaveIsLostBetweenProcesses) {
+  constexpr int processes = 3;
+  constexpr int raises = 30;
+  constexpr int first_count = 2;
+  const GenerationSetup setup;
+  {
+    ClFmtFile file;
+    ASSERT_EQ(load(file, setup), 0);
+    ASSERT_EQ(store_count(file, first_count), 0);
+    ASSERT_EQ(file.save(0), 0);
+  }
+  const auto raise_often = [&] {
+    for (int done = 0; done < raises;) {
+      ClFmtFile file;
+      const std::int32_t loaded = load(file, setup);
+      if (loaded == -2) continue;
+      if (loaded != 1 || file.read_item(1) != 1) return 1;
+      if (store_count(file, std::stoi(file.edited().texts.end) + 1) != 0) return 2;
+      if (file.save(0) != 0) return 3;
+      ++done;
+    }
+    return 0;
+  };
+  std::vector<pid_t> children;
+  for (int i = 0; i < processes; ++i) children.push_back(start(raise_often));
+  for (const pid_t child : children) EXPECT_EQ(status_of(child), 0);
+
+  ClFmtFile file;
+  ASSERT_EQ(load(file, setup), 1);
+  ASSERT_EQ(file.read_item(1), 1);
+  EXPECT_EQ(std::stoi(file.edited().texts.end), first_count + processes * raises);
+  EXPECT_TRUE(setup.outputs().empty());
+}
+
+// While one process fills a data file, another one is refused, whether the file is new or old.
+TEST(SharingTest, OneDataFileIsNotWrittenTwiceAtOnce) {
+  for (const bool is_there : {false, true}) {
+    const GenerationSetup setup;
+    setup.save_settings();
+    setup.write_control();
+    if (is_there) write_file(setup.data(), "old data");
+    platform::File first;
+    ASSERT_EQ(first.create(setup.data()), platform::FileCause::none);
+    ASSERT_EQ(first.write("first\n", 6), platform::FileCause::none);
+    EXPECT_EQ(status_of(start([&] { return generate(setup) == -2 ? 0 : 1; })), 0) << is_there;
+    EXPECT_EQ(first.close(), platform::FileCause::none);
+    EXPECT_EQ(read_file(setup.data()), "first\n") << is_there;
+  }
+}
+
+}  // namespace
+}  // namespace korvex::test
