@@ -1,7 +1,9 @@
 #include "format/fmt_file.h"
 
 #include <cstring>
+#include <memory>
 #include <new>
+#include <utility>
 
 #include "format/error_codes.h"
 #include "format/file_failure.h"
@@ -17,6 +19,36 @@ namespace korvex {
 
 using platform::File;
 using platform::FileCause;
+
+namespace {
+
+// Leaves a level without settings out of what is saved, and puts it back when nothing was: whoever
+// mends the cause goes on working on it.
+class EmptyLevel {
+ public:
+  explicit EmptyLevel(ClFmtCom& com) : com_(com), index_(com.current_index) {
+    if (com_.current_level()->has_settings()) return;
+    level_ = std::move(com_.levels[static_cast<std::size_t>(index_)]);
+    com_.levels.erase(com_.levels.begin() + index_);
+    com_.current_index = no_level;
+  }
+  ~EmptyLevel() {
+    if (level_ == nullptr) return;
+    com_.levels.insert(com_.levels.begin() + index_, std::move(level_));
+    com_.current_index = index_;
+  }
+  EmptyLevel(const EmptyLevel&) = delete;
+  EmptyLevel& operator=(const EmptyLevel&) = delete;
+
+  void forget() { level_.reset(); }
+
+ private:
+  ClFmtCom& com_;
+  std::int32_t index_;
+  std::unique_ptr<ClFmtLvlInf> level_;
+};
+
+}  // namespace
 
 void ClFmtFile::set_paths(const std::string& file_path, const std::string& work_folder) {
   file_path_ = file_path;
@@ -83,6 +115,8 @@ std::int32_t ClFmtFile::save_levels(std::int32_t quotation) {
   }
   platform::UnfinishedFile unfinished(temporary_path);
   com_.header.quotation = quotation;
+  if (com_.current_level() == nullptr) return error::no_current_level;
+  EmptyLevel empty_level(com_);
   const std::int32_t result = write_temporary(temporary);
   if (result != 0) return result;
   if (const FileCause closed = temporary.close(); closed != FileCause::none) {
@@ -97,19 +131,14 @@ std::int32_t ClFmtFile::save_levels(std::int32_t quotation) {
   unfinished.finish();
   const FileCause moved = platform::replace_file(temporary_path, file_path_);
   if (moved != FileCause::none) return write_failure(moved);
+  empty_level.forget();
   held_file_.discard();
   return 0;
 }
 
 std::int32_t ClFmtFile::write_temporary(File& temporary) {
-  ClFmtLvlInf* level = com_.current_level();
-  if (level == nullptr) return error::no_current_level;
-  if (!level->has_settings()) {
-    com_.levels.erase(com_.levels.begin() + com_.current_index);
-    com_.current_index = no_level;
-    level = nullptr;
-    if (com_.levels.empty()) return nothing_to_save();
-  }
+  const ClFmtLvlInf* level = com_.current_level();
+  if (com_.levels.empty()) return nothing_to_save();
   try {
     saved_items_.clear();
     if (run_mode_ == run_mode::data_file_dialog && level != nullptr) {
