@@ -244,17 +244,19 @@ void File::discard() {
 }
 
 void File::remove(const std::string& path) {
-  discard();
-  if (!regular_) return;
-  // Where the links cannot be followed to their end, what stands on the way goes: a file that is
-  // not whole must not stay under its name.
-  try {
-    std::string target = path;
-    static_cast<void>(resolve_links(target));
-    remove_file(target);
-  } catch (const std::bad_alloc&) {
-    remove_file(path);
+  // Still held, so that nobody else begins to write it before it is gone.
+  if (regular_) {
+    // Where the links cannot be followed to their end, what stands on the way goes: a file that is
+    // not whole must not stay under its name.
+    try {
+      std::string target = path;
+      static_cast<void>(resolve_links(target));
+      remove_file(target);
+    } catch (const std::bad_alloc&) {
+      remove_file(path);
+    }
   }
+  discard();
 }
 
 FileCause remove_file(const std::string& path) {

@@ -38,7 +38,8 @@ class File {
   File& operator=(File&& other) noexcept;
 
   // Opens an existing file for reading. Fails with sharing_violation when the sharing asked for
-  // cannot be had (see file_hold.h). Never blocks, also not on a pipe without a writer.
+  // cannot be had (see file_hold.h). A file that somebody replaces meanwhile is opened anew: what
+  // is held alone is what stands under the path. Never blocks, also not on a pipe without a writer.
   FileCause open_for_reading(const std::string& path, Sharing sharing);
 
   // Opens an existing file for writing, without changing it.
