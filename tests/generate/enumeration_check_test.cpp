@@ -1,11 +1,8 @@
 #include "generate/enumeration_check.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 #include <cerrno>
-#include <cstring>
 #include <filesystem>
 
 #include "generate/repeat_setup.h"
@@ -43,43 +40,6 @@ class FailingOpen {
 
   static inline int left_ = 0;
   static inline int error_number_ = 0;
-
-  platform::FileCallsOverride override_;
-};
-
-// A list of numbers that never ends: reading it costs no disk, keeping it costs memory.
-class EndlessList {
- public:
-  explicit EndlessList(const std::string& path) : override_(table()) { path_ = path; }
-
- private:
-  static const platform::FileCalls& table() {
-    static const platform::FileCalls calls = [] {
-      platform::FileCalls replaced = platform::system_file_calls();
-      replaced.open = [](const char* path, int flags, mode_t mode) {
-        const int descriptor = platform::system_file_calls().open(path, flags, mode);
-        if (path == path_) descriptor_ = descriptor;
-        return descriptor;
-      };
-      replaced.close = [](int descriptor) {
-        if (descriptor == descriptor_) descriptor_ = -1;
-        return platform::system_file_calls().close(descriptor);
-      };
-      replaced.read = [](int descriptor, void* data, size_t size) -> ssize_t {
-        if (descriptor != descriptor_) {
-          return platform::system_file_calls().read(descriptor, data, size);
-        }
-        for (std::size_t i = 0; i < size; ++i)
-          static_cast<char*>(data)[i] = i % 2 == 0 ? '7' : '\n';
-        return static_cast<ssize_t>(size);
-      };
-      return replaced;
-    }();
-    return calls;
-  }
-
-  static inline std::string path_;
-  static inline int descriptor_ = -1;
 
   platform::FileCallsOverride override_;
 };
@@ -312,13 +272,7 @@ TEST_F(EnumerationCheckTest, ReadErrors) {
   }
 }
 
-TEST_F(EnumerationCheckTest, WriteErrors) {
-  write_file(path, "1\n2x\n");
-  for (const int error_number : {ENOSPC, EIO}) {
-    const WriteCalls failing(error_number);
-    EXPECT_EQ(load(), -124);
-    EXPECT_EQ(check(), -127);
-  }
+TEST_F(EnumerationCheckTest, ALongReportFailsOnItsWay) {
   std::string many;
   for (int i = 0; i < 50'000; ++i) many += "x\n";
   write_file(path, many);
@@ -356,30 +310,6 @@ TEST_F(EnumerationRunTest, AnItemThatStandsTwiceIsPreparedTwice) {
   setup.write_control({.records = 2, .items = {1, 1}});
   EXPECT_EQ(setup.generate(), (Names{",,", ",,"}));
   EXPECT_EQ(read_file(setup.log()), log_bytes(2, 1, {1, 1}));
-}
-
-// A list that is larger than the memory: runs in a process of its own, whose memory is bounded.
-TEST_F(EnumerationRunTest, AListMayBeTooLargeForTheMemory) {
-#ifdef __SANITIZE_ADDRESS__
-  GTEST_SKIP() << "the sanitizer needs its own address space";
-#endif
-  setup.write({{.number = 1, .list = "1\n"}});
-  const auto run_in_little_memory = [&] {
-    constexpr rlim_t some_memory = 300 * 1024 * 1024;
-    const rlimit limit = {some_memory, some_memory};
-    ::setrlimit(RLIMIT_AS, &limit);
-    const EndlessList list(setup.list_path(1));
-    const std::size_t before = open_descriptors();
-    ClGenerateDataFile generator;
-    generator.main.control_path = setup.control();
-    const std::int32_t result = generator.run();
-    const bool closed = open_descriptors() == before + 1;  // the settings file is held
-    std::fprintf(stderr, "result %d, %s", result, closed ? "all closed" : "left open");
-    std::_Exit(0);
-  };
-  const Names before = setup.outputs();
-  EXPECT_EXIT(run_in_little_memory(), testing::ExitedWithCode(0), "result -1, all closed");
-  EXPECT_EQ(setup.outputs(), before);
 }
 
 }  // namespace

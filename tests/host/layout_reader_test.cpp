@@ -329,6 +329,19 @@ colour = "red"
             "number 1 belongs to the item on line 4, expected another one");
 }
 
+TEST(LayoutReader, KeepsToWhatAPersonReads) {
+  std::string unknown_keys;
+  for (int i = 0; i < 2000; ++i) unknown_keys += "key" + std::to_string(i) + " = 1\n";
+  const LayoutReading many = parse(unknown_keys);
+  EXPECT_EQ(many.errors.size(), 1001u);
+  EXPECT_EQ(many.errors.back().text, "further errors are left out");
+
+  const LayoutReading dense = parse("a = [" + std::string(300'000, '['));
+  ASSERT_EQ(dense.errors.size(), 1u);
+  EXPECT_EQ(dense.errors[0].text, "has too many keys and values for its size");
+  EXPECT_EQ(dense.errors[0].place.line, 0u);
+}
+
 TEST(LayoutReader, SaysThatAFileCannotBeRead) {
   const test::TempFolder folder;
   for (const std::string& path : {folder.file("missing.toml"), folder.path()}) {
