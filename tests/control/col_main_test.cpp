@@ -5,7 +5,7 @@
 #include <cerrno>
 #include <limits>
 
-#include "control/control_bytes.h"
+#include "support/control_bytes.h"
 #include "support/environment.h"
 #include "support/failing_file_calls.h"
 #include "support/settings_bytes.h"
@@ -60,7 +60,7 @@ TEST_F(ColMainTest, ReadsEachFieldFromItsOffset) {
 
 TEST_F(ColMainTest, TextsWithoutTerminatorEndWithTheirField) {
   const std::string endless(300, 'x');
-  ControlFields header;
+  ControlHead header;
   header.data_path = header.settings_path = header.work_folder = endless;
   ASSERT_EQ(load(main, control_bytes(header, {{.name = endless, .description = endless}})), 0);
   EXPECT_EQ(main.data_path(), std::string(256, 'x'));
@@ -223,7 +223,7 @@ class TemporaryControlFile : public ColMainTest {
     std::filesystem::remove(folder.file("settings.fif"));
   }
 
-  ControlFields header = {.records = 77, .layout_kind = 1, .host_value = 5};
+  ControlHead header = {.records = 77, .layout_kind = 1, .host_value = 5};
 };
 
 TEST_F(TemporaryControlFile, HoldsTheHeaderAndTheSavedItems) {

@@ -1,11 +1,9 @@
 #include "generate/enumeration_check.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
 #include <cerrno>
-#include <cstring>
 #include <filesystem>
 
 #include "generate/repeat_setup.h"
@@ -19,71 +17,6 @@ std::size_t open_descriptors() {
   const std::filesystem::directory_iterator descriptors("/proc/self/fd");
   return static_cast<std::size_t>(std::distance(begin(descriptors), end(descriptors)));
 }
-
-// While it lives, the n-th opening of a file fails with the error number.
-class FailingOpen {
- public:
-  FailingOpen(int n, int error_number) : override_(table()) {
-    left_ = n;
-    error_number_ = error_number;
-  }
-
- private:
-  static const platform::FileCalls& table() {
-    static const platform::FileCalls calls = [] {
-      platform::FileCalls replaced = platform::system_file_calls();
-      replaced.open = [](const char* path, int flags, mode_t mode) {
-        if (--left_ != 0) return platform::system_file_calls().open(path, flags, mode);
-        errno = error_number_;
-        return -1;
-      };
-      return replaced;
-    }();
-    return calls;
-  }
-
-  static inline int left_ = 0;
-  static inline int error_number_ = 0;
-
-  platform::FileCallsOverride override_;
-};
-
-// A list of numbers that never ends: reading it costs no disk, keeping it costs memory.
-class EndlessList {
- public:
-  explicit EndlessList(const std::string& path) : override_(table()) { path_ = path; }
-
- private:
-  static const platform::FileCalls& table() {
-    static const platform::FileCalls calls = [] {
-      platform::FileCalls replaced = platform::system_file_calls();
-      replaced.open = [](const char* path, int flags, mode_t mode) {
-        const int descriptor = platform::system_file_calls().open(path, flags, mode);
-        if (path == path_) descriptor_ = descriptor;
-        return descriptor;
-      };
-      replaced.close = [](int descriptor) {
-        if (descriptor == descriptor_) descriptor_ = -1;
-        return platform::system_file_calls().close(descriptor);
-      };
-      replaced.read = [](int descriptor, void* data, size_t size) -> ssize_t {
-        if (descriptor != descriptor_) {
-          return platform::system_file_calls().read(descriptor, data, size);
-        }
-        for (std::size_t i = 0; i < size; ++i)
-          static_cast<char*>(data)[i] = i % 2 == 0 ? '7' : '\n';
-        return static_cast<ssize_t>(size);
-      };
-      return replaced;
-    }();
-    return calls;
-  }
-
-  static inline std::string path_;
-  static inline int descriptor_ = -1;
-
-  platform::FileCallsOverride override_;
-};
 
 constexpr ItemAttributes number = {4, 0, 3, 3, 0};
 
@@ -107,21 +40,21 @@ class EnumerationCheckTest : public testing::Test {
     return record;
   }
 
-  std::int32_t check(const std::string& content, const ItemAttributes& item = number) {
-    write_file(path, content);
-    return check(item);
-  }
   std::int32_t check(const ItemAttributes& item = number) {
     line = 99;
     return check_enumeration(main, path, record_of(item), line);
   }
-  std::int32_t load(const std::string& content, const ItemAttributes& item = number) {
+  std::int32_t check(const std::string& content, const ItemAttributes& item = number) {
     write_file(path, content);
-    return load(item);
+    return check(item);
   }
   std::int32_t load(const ItemAttributes& item = number) {
     values = ClEnumDataList();
     return load_enumeration(main, path, record_of(item), values);
+  }
+  std::int32_t load(const std::string& content, const ItemAttributes& item = number) {
+    write_file(path, content);
+    return load(item);
   }
 
   Names stored_values() const {
@@ -185,35 +118,27 @@ TEST_F(EnumerationCheckTest, TheReportNamesEveryBadLine) {
   EXPECT_EQ(stored_values(), Names{"1"}) << "nothing is stored behind a bad line";
 }
 
-struct MessageCase {
-  std::string value;
-  ItemAttributes item;
-  std::string message;
-};
-
 TEST_F(EnumerationCheckTest, EachRuleHasItsMessage) {
-  const MessageCase cases[] = {
+  constexpr ItemAttributes cents = {4, 0, 9, 9, 2};
+  const std::string numeric = "The numeric value Column ";
+  const std::string decimals = numeric + "includes a decimal part which should not be specified.";
+  const std::tuple<std::string, ItemAttributes, std::string> cases[] = {
       {"1234", number, "Data longer than Column has been defined."},
       {"ab", {11, 0, 4, 2, 0}, "The word Column includes a non-full width character."},
       {"a", number, "The numeric value data Column includes a non-numeric value."},
       {"++", number, "The numeric value data Column includes two signs."},
       {"1-", number, "A sign was found in the middle of the numeric value data Column."},
-      {"+1", number, "The numeric value Column which should be unsigned, includes a sign."},
+      {"+1", number, numeric + "which should be unsigned, includes a sign."},
       {"1..", number, "The numeric value data Column includes two decimal points."},
-      {".123",
-       {4, 0, 9, 9, 2},
-       "The numeric value Column includes a decimal part which should not be specified."},
-      {"1234567",
-       {4, 0, 9, 9, 2},
-       "The numeric value Column includes an integer part which should not be specified."},
-      {"1.", number,
-       "The numeric value Column includes a decimal part which should not be specified."},
+      {".123", cents, decimals},
+      {"1234567", cents, numeric + "includes an integer part which should not be specified."},
+      {"1.", number, decimals},
   };
   for (const std::int32_t kind : {2, 3}) {
     load_control(kind);
-    for (const MessageCase& row : cases) {
-      EXPECT_EQ(load("\n" + row.value, row.item), -135);
-      EXPECT_EQ(report(), "2 line of a enum file " + row.message + "\n") << row.value;
+    for (const auto& [value, item, message] : cases) {
+      EXPECT_EQ(load("\n" + value, item), -135);
+      EXPECT_EQ(report(), "2 line of a enum file " + message + "\n") << value;
     }
   }
 }
@@ -258,17 +183,15 @@ TEST_F(EnumerationCheckTest, AccessChecksComeFirst) {
   EXPECT_FALSE(has_report());
 }
 
-struct OpenCase {
-  int opening;
-  int error_number;
-  std::int32_t checked;
-  std::int32_t loaded;
-};
-
 // The openings: existence, exclusivity, permission, the list, its report. Each check knows one
 // cause, and lets every other one pass.
 TEST_F(EnumerationCheckTest, EachOpeningFailsWithItsCode) {
-  const OpenCase cases[] = {
+  struct Case {
+    int opening;
+    int error_number;
+    std::int32_t checked, loaded;
+  };
+  const Case cases[] = {
       {1, EIO, -114, -114},    {1, ENOENT, -114, -114}, {1, ENOTDIR, -114, -114},
       {1, EACCES, 1, 1},       {2, EACCES, 1, 1},       {2, EIO, 1, 1},
       {3, EACCES, -111, -111}, {3, EPERM, -111, -111},  {3, EIO, 1, 1},
@@ -276,55 +199,41 @@ TEST_F(EnumerationCheckTest, EachOpeningFailsWithItsCode) {
       {5, EACCES, 1, -123},    {5, ENOSPC, 1, -123},
   };
   write_file(path, "1\n");
-  const std::size_t before = open_descriptors();
-  for (const OpenCase& row : cases) {
-    SCOPED_TRACE(testing::Message() << "opening " << row.opening << ": " << row.error_number);
+  for (const Case& c : cases) {
+    SCOPED_TRACE(testing::Message() << "opening " << c.opening << ": " << c.error_number);
     for (const bool loads : {false, true}) {
       main.error_file_path.clear();
-      const FailingOpen failing(row.opening, row.error_number);
-      EXPECT_EQ(loads ? load() : check(), loads ? row.loaded : row.checked);
+      const FailingFileCalls failing(c.opening, c.error_number,
+                                     &call_kind<&platform::FileCalls::open>);
+      EXPECT_EQ(loads ? load() : check(), loads ? c.loaded : c.checked);
       EXPECT_EQ(main.message_context, path + "\n");
-      EXPECT_EQ(main.error_file_path, loads && row.opening > 4  ? report_path
-                                      : loads && row.loaded > 0 ? report_path
-                                                                : "");
+      const bool names_report = loads && (c.opening > 4 || c.loaded > 0);
+      EXPECT_EQ(main.error_file_path, names_report ? report_path : "");
       EXPECT_FALSE(has_report());
     }
   }
-  EXPECT_EQ(open_descriptors(), before);
 }
 
-TEST_F(EnumerationCheckTest, ReadErrors) {
+TEST_F(EnumerationCheckTest, ReadAndWriteErrors) {
   write_file(path, std::string(300'000, '\n') + "1\n");
-  const platform::FileCalls& system = platform::system_file_calls();
-  static int left = 0;
-  platform::FileCalls failing_read = system;
-  failing_read.read = [](int descriptor, void* data, size_t size) -> ssize_t {
-    if (--left > 0) return platform::system_file_calls().read(descriptor, data, size);
-    errno = EIO;
-    return -1;
-  };
-  const platform::FileCallsOverride override(failing_read);
   for (const int n : {1, 2}) {
-    left = n;
-    EXPECT_EQ(check(), -122);
+    const auto failing = [&](auto run) {
+      const FailingFileCalls calls(n, EIO, &call_kind<&platform::FileCalls::read>);
+      return run();
+    };
+    EXPECT_EQ(failing([&] { return check(); }), -122);
     EXPECT_EQ(line > 0, n == 2);
-    left = n;
-    EXPECT_EQ(load(), -122);
-  }
-}
-
-TEST_F(EnumerationCheckTest, WriteErrors) {
-  write_file(path, "1\n2x\n");
-  for (const int error_number : {ENOSPC, EIO}) {
-    const WriteCalls failing(error_number);
-    EXPECT_EQ(load(), -124);
-    EXPECT_EQ(check(), -127);
+    EXPECT_EQ(failing([&] { return load(); }), -122);
   }
   std::string many;
   for (int i = 0; i < 50'000; ++i) many += "x\n";
-  write_file(path, many);
-  const WriteCalls failing(ENOSPC);
-  EXPECT_EQ(load(), -124);
+  for (const std::string& bad : {std::string("1\n2x\n"), many}) {
+    write_file(path, bad);
+    for (const int error_number : {ENOSPC, EIO}) {
+      const WriteCalls failing(error_number);
+      EXPECT_EQ(load(), -124);
+    }
+  }
 }
 
 TEST_F(EnumerationCheckTest, NothingStaysOpenWhateverFails) {
@@ -340,8 +249,7 @@ TEST_F(EnumerationCheckTest, NothingStaysOpenWhateverFails) {
       });
 }
 
-class EnumerationRunTest : public testing::Test {
- protected:
+struct EnumerationRunTest : testing::Test {
   RepeatSetup setup;
 };
 
@@ -377,12 +285,12 @@ TEST_F(EnumerationRunTest, AListMayBeTooLargeForTheMemory) {
 #ifdef __SANITIZE_ADDRESS__
   GTEST_SKIP() << "the sanitizer needs its own address space";
 #endif
+  constexpr rlim_t some_memory = 300 * 1024 * 1024;
   setup.write({{.number = 1, .list = "1\n"}});
+  std::filesystem::resize_file(setup.list_path(1), some_memory);
   const auto run_in_little_memory = [&] {
-    constexpr rlim_t some_memory = 300 * 1024 * 1024;
     const rlimit limit = {some_memory, some_memory};
     ::setrlimit(RLIMIT_AS, &limit);
-    const EndlessList list(setup.list_path(1));
     const std::size_t before = open_descriptors();
     ClGenerateDataFile generator;
     generator.main.control_path = setup.control();

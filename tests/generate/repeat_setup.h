@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "control/control_file.h"
 #include "format/record_text.h"
 #include "generate/generate_data_file.h"
 #include "support/generation_setup.h"
@@ -106,28 +105,18 @@ class RepeatSetup : public GenerationSetup {
   }
 
   void write_long_control(const std::vector<RunItem>& items, const RunOptions& options) const {
-    ControlHeader header = {};
-    header.records = options.records;
-    header.layout_kind = options.layout_kind;
-    header.level = 1;
-    header.item_count = static_cast<std::int32_t>(items.size());
-    store_field(header.data_path, data());
-    store_field(header.settings_path, settings());
-    store_field(header.work_folder, folder.path());
-    std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
+    std::vector<ControlItemFields> records;
     for (const RunItem& item : items) {
-      ControlItem record = {};
-      record.item_number = item.number;
-      store_field(record.name, item.name);
-      store_field(record.description, item.description);
-      record.attribute = item.item.attribute;
-      record.signed_flag = item.item.signed_flag;
-      record.length = item.item.length;
-      record.digits = item.item.digits;
-      record.decimals = item.item.decimals;
-      bytes.append(reinterpret_cast<const char*>(&record), sizeof record);
+      const ItemAttributes& a = item.item;
+      records.push_back({item.number, item.name, item.description, a.attribute, a.signed_flag,
+                         a.length, a.digits, a.decimals});
     }
-    write_file(long_control(), bytes);
+    write_file(long_control(), control_bytes({.records = options.records,
+                                              .layout_kind = options.layout_kind,
+                                              .data_path = data(),
+                                              .settings_path = settings(),
+                                              .work_folder = folder.path()},
+                                             records));
   }
 };
 

@@ -48,21 +48,13 @@ class RepeatTableTest : public testing::Test {
 TEST_F(RepeatTableTest, OrdersTheRepeatedItemsByLevel) {
   EXPECT_EQ(build({repeated(10, 7, 4), repeated(11, 0), repeated(12, 1, 2), repeated(13, 3, 3)}),
             0);
-  struct Row {
-    std::int32_t level, order, count, item;
-    bool innermost;
-  };
-  for (const Row& row :
-       {Row{1, 1, 2, 12, false}, Row{3, 2, 3, 13, false}, Row{7, 3, 4, 10, true}}) {
-    const ClRepeatData* entry = table.find_level(row.level);
-    ASSERT_NE(entry, nullptr) << row.level;
-    EXPECT_EQ(entry->repeat_level, row.level);
-    EXPECT_EQ(entry->level_order, row.order);
-    EXPECT_EQ(entry->repeat_count, row.count);
-    EXPECT_EQ(entry->item_number, row.item);
-    EXPECT_EQ(entry->innermost, row.innermost);
-    EXPECT_FALSE(entry->finished);
-    EXPECT_EQ(entry->repetitions_done, 0);
+  using Row = std::vector<std::int32_t>;  // level, order, count, item, whether innermost
+  for (const Row& row : {Row{1, 1, 2, 12, 0}, Row{3, 2, 3, 13, 0}, Row{7, 3, 4, 10, 1}}) {
+    const ClRepeatData* entry = table.find_level(row[0]);
+    ASSERT_NE(entry, nullptr) << row[0];
+    EXPECT_EQ((Row{entry->repeat_level, entry->level_order, entry->repeat_count, entry->item_number,
+                   entry->innermost}),
+              row);
   }
   EXPECT_EQ(table.find_level(2), nullptr);
   EXPECT_EQ(table.next_inner(*table.find_level(1)), table.find_level(3));
@@ -109,16 +101,12 @@ TEST_F(RepeatTableTest, TheFirstLevelMustBeThere) {
 
 TEST_F(RepeatTableTest, TheNumberOfRepeatsMayBeLimited) {
   const std::vector<RunItem> three = {repeated(1, 2), repeated(2, 3), repeated(3, 1)};
-  struct Case {
-    const char* limit;
-    std::int32_t result;
-    std::int32_t shown;
-  };
-  for (const Case& c : {Case{"2", -109, 2}, Case{"3", 0, 0}, Case{"0", 0, 0}, Case{"1", -109, 1},
-                        Case{"18446744073709551615", 0, 0}}) {
-    limit_repeats(c.limit);
-    EXPECT_EQ(build(three), c.result) << c.limit;
-    EXPECT_EQ(main->largest_repeat_count, c.shown);
+  const std::tuple<const char*, std::int32_t, std::int32_t> cases[] = {
+      {"2", -109, 2}, {"3", 0, 0}, {"0", 0, 0}, {"1", -109, 1}, {"18446744073709551615", 0, 0}};
+  for (const auto& [limit, result, shown] : cases) {
+    limit_repeats(limit);
+    EXPECT_EQ(build(three), result) << limit;
+    EXPECT_EQ(main->largest_repeat_count, shown);
   }
 }
 
@@ -128,49 +116,6 @@ TEST_F(RepeatTableTest, ChecksALevelAgainstOtherItems) {
   EXPECT_EQ(check_repeat_level(*main, 1, 1), 0) << "its own";
   EXPECT_EQ(check_repeat_level(*main, 3, 2), 0);
   EXPECT_EQ(check_repeat_level(*main, 0, 1), 0) << "without its flag a level is none";
-}
-
-TEST_F(RepeatTableTest, AdvanceTurnsTheCounters) {
-  ASSERT_EQ(build({repeated(1, 1, 1), repeated(2, 2, 2)}), 0);
-  const ClFmtColInf& column = *main->settings.find_column(1);
-  ClRepeatData& outer = *table.find_level(1);
-  ClRepeatData& inner = *table.find_level(2);
-  ItemGenerator outer_item(column, 1, false);
-  ItemGenerator inner_item(column, 1, false);
-  outer_item.join_repeat(&inner);
-  inner_item.join_repeat(nullptr);
-  outer.item = &outer_item;
-  inner.item = &inner_item;
-  LineBlock line(0);
-  const RunState run = {.first_record = true, .repeats_finished = false};
-  const auto wrap = [&](ItemGenerator& item) {
-    while (!item.wrapped()) ASSERT_EQ(item.append(line, run), 0);
-  };
-
-  EXPECT_FALSE(table.advance());
-  wrap(inner_item);
-  EXPECT_FALSE(table.advance());
-  EXPECT_FALSE(inner_item.wrapped());
-  EXPECT_EQ(inner.repetitions_done, 1);
-  EXPECT_FALSE(inner.finished);
-
-  wrap(inner_item);
-  EXPECT_FALSE(table.advance());
-  EXPECT_TRUE(inner.finished);
-  EXPECT_EQ(inner.repetitions_done, 0);
-  EXPECT_EQ(outer.repetitions_done, 0) << "its item has not passed its end";
-
-  EXPECT_FALSE(table.advance());
-  EXPECT_FALSE(inner.finished) << "a new cycle of the innermost level begins";
-
-  wrap(outer_item);
-  wrap(inner_item);
-  EXPECT_FALSE(table.advance()) << "once more to go";
-  EXPECT_TRUE(outer_item.wrapped());
-  wrap(inner_item);
-  EXPECT_TRUE(table.advance());
-  EXPECT_TRUE(outer.finished);
-  EXPECT_FALSE(outer_item.wrapped());
 }
 
 }  // namespace

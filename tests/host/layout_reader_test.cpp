@@ -188,126 +188,107 @@ TEST(LayoutReader, NumberOfRecordsFromOutsideWins) {
   EXPECT_EQ(without.layout.records, 7);
 }
 
-struct BadLayout {
-  const char* name;
-  std::string text;
-  std::uint32_t line;
-  std::uint32_t column;
-  const char* message;
-};
-
-class BadLayouts : public testing::TestWithParam<BadLayout> {};
-
-TEST_P(BadLayouts, NameThePlace) {
-  const LayoutReading reading = parse(GetParam().text);
-  ASSERT_EQ(reading.errors.size(), 1u)
-      << (reading.errors.empty() ? "" : reading.errors.back().text);
-  EXPECT_EQ(reading.errors[0].place.line, GetParam().line);
-  EXPECT_EQ(reading.errors[0].place.column, GetParam().column);
-  EXPECT_NE(reading.errors[0].text.find(GetParam().message), std::string::npos)
-      << reading.errors[0].text;
+void expect_error(const std::string& text, std::uint32_t line, std::uint32_t column,
+                  const std::string& message) {
+  const LayoutReading reading = parse(text);
+  ASSERT_EQ(reading.errors.size(), 1u) << text;
+  EXPECT_EQ(reading.errors[0].place.line, line) << text;
+  EXPECT_EQ(reading.errors[0].place.column, column) << text;
+  EXPECT_NE(reading.errors[0].text.find(message), std::string::npos) << reading.errors[0].text;
 }
 
-BadLayout in_header(const char* name, const std::string& what, const std::string& by,
-                    std::uint32_t line, std::uint32_t column, const char* message) {
-  return {name, replaced(minimal, what, by), line, column, message};
+TEST(LayoutReader, AnErrorNamesItsPlace) {
+  expect_error("[layout]\nkind = record", 2, 8, "parsing");
+  expect_error(minimal.substr(0, minimal.find("[[item]]")), 1, 1, "has no item");
+  expect_error(minimal + "[rest]\n", 9, 2, "unknown key \"rest\"");
+
+  struct Case {
+    std::string what, by;
+    std::uint32_t line, column;
+    const char* message;
+  };
+  const std::string x64(64, 'x');
+  const Case cases[] = {
+      {"[[item]]", "[item]", 5, 1, "a table"},
+      {"records", "record = 1\nrecords", 3, 1, "unknown key \"record\""},
+      {"\"record\"", "\"tabel\"", 2, 8, "kind is \"tabel\", expected one of"},
+      {"records = 10\n", "", 1, 1, "has no records"},
+      {"10", "\"10\"", 3, 11, "records is \"10\", expected an integer"},
+      {"10", "2147483648", 3, 11, "to 2147483647"},
+      {"data", "quote = \"single\"\ndata", 4, 9, "\"none\", \"double\""},
+      {"data = \"d.csv\"\n", "", 1, 1, "has no data"},
+      {"d.csv", std::string(249, 'x'), 4, 8, "path of 256 bytes"},
+      {"d.csv", "d.fif", 4, 8, "its settings file"},
+      {"d.csv", "d.log", 4, 8, "its log file"},
+      {"d.csv", "l.toml", 4, 8, "the path of the layout"},
+      {"name = \"A\"\n", "", 5, 1, "has no name"},
+      {"\"A\"", "\"" + x64 + "\"", 6, 8, "64 bytes in code page 932, expected at most 63"},
+      {"\"A\"", "\"あ\\u20ACb\"", 6, 8, "\"€\" at place 2"},
+      {"\"A\"", "\"a\\u0000b\"", 6, 8, "\"\\x00\" at place 2"},
+      {"= 4", "= \"text\"", 7, 13, "\"plain-character\""},
+      {"= 4", "= 33", 7, 13, "33, expected a code from 1 to 32"},
+      {"digits = 5\n", "", 5, 1, "neither digits nor length"},
+  };
+  for (const Case& c : cases)
+    expect_error(replaced(minimal, c.what, c.by), c.line, c.column, c.message);
 }
 
-BadLayout in_item(const char* name, const std::string& line, std::uint32_t column,
-                  const char* message) {
-  return {name, minimal + line, 9, column, message};
-}
+TEST(LayoutReader, AnErrorOfAnItemNamesItsPlace) {
+  const std::tuple<const char*, std::uint32_t, const char*> of_item[] = {
+      {"description = \"ああああああああああああああ\"", 15, "28 bytes"},
+      {"length = -1", 10, "from 0 to"},
+      {"decimals = -1", 12, "from 0 to"},
+      {"signed = 1", 10, "signed is 1, expected true or false"},
+      {"values = 5", 10, "values is 5, expected a table"},
+      {"lenght = 5", 1, "unknown key \"lenght\" in [[item]]"},
+      {"values = {}", 10, "has no type"},
+      {"values = { type = \"rnage\" }", 19, "expected one of \"initial\""},
+  };
+  for (const auto& [line, column, message] : of_item) {
+    expect_error(minimal + line, 9, column, message);
+  }
 
-BadLayout in_values(const char* name, const std::string& line, std::uint32_t column,
-                    const char* message) {
-  return {name, minimal + "[item.values]\ntype = \"range\"\nformat = \"%U\"\n" + line, 12, column,
-          message};
+  struct Case {
+    std::string type, more;
+    std::uint32_t column;
+    const char* message;
+  };
+  const Case of_values[] = {
+      {"reference", "", 10, "[item.values] has no item, expected the name of another item"},
+      {"reference", ", item = 5", 39, "item is 5, expected a string"},
+      {"enumeration", "", 10, "has no file, expected the path of a text file"},
+      {"enumeration", ", file = \"\"", 41, "file is empty, expected a path"},
+      {"enumeration", ", file = {}", 41, "file is a table, expected a string"},
+      {"enumeration", ", file = \"/" + std::string(267, 'x') + "\"", 41,
+       "path of 268 bytes, expected at most 267"},
+      {"enumeration", ", file = \"f\", format = \"%U\"", 55, "expected type \"range\""},
+      {"enumeration", ", file = \"f\", item = \"B\"", 53, "expected type \"reference\""},
+      {"default", ", file = \"f\"", 37,
+       "file stands beside type \"default\", expected type \"enumeration\""},
+      {"initial", ", start = 1", 38,
+       "start stands beside type \"initial\", expected type \"range\""},
+      {"initial", ", repeat = { level = 1, count = 2 }", 39,
+       "repeat stands beside type \"initial\", expected another type"},
+      {"default", ", repeat = 3", 39, "repeat is 3, expected a table"},
+      {"default", ", repeat = { count = 3 }", 39, "repeat has no level"},
+      {"default", ", repeat = { level = 3 }", 39, "repeat has no count"},
+      {"default", ", repeat = { level = -1, count = 3 }", 49, "level is -1, expected an integer"},
+      {"default", ", repeat = { level = 1, count = \"3\" }", 60, "count is \"3\", expected"},
+      {"default", ", repeat = { level = 1, count = 3, times = 2 }", 63,
+       "unknown key \"times\" in repeat"},
+      {"range", "", 10, "has no format"},
+      {"range", ", format = \"%U\", ende = 5", 43, "unknown key \"ende\" in [item.values]"},
+      {"range", ", format = \"%U\", start = 1970-01-01", 51, "a date or time without quotes"},
+      {"range", ", format = \"%U\", end = 1.5", 49, "a floating-point number"},
+      {"range", ", format = \"%U\", increment = \"1€\"", 55, "at place 2"},
+      {"range", ", format = \"%U\", exceeded = \"stop\"", 54, "\"initialize\", \"repeat\""},
+      {"range", ", format = \"%U\", file = \"f\"", 50, "expected type \"enumeration\""},
+  };
+  for (const Case& c : of_values) {
+    expect_error(minimal + "values = { type = \"" + c.type + "\"" + c.more + " }", 9, c.column,
+                 c.message);
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Layouts, BadLayouts,
-    testing::Values(
-        BadLayout{"Syntax", "[layout]\nkind = record", 2, 8, "parsing"},
-        BadLayout{"NoItems", minimal.substr(0, minimal.find("[[item]]")), 1, 1, "has no item"},
-        BadLayout{"ItemNotArray", replaced(minimal, "[[item]]", "[item]"), 5, 1, "a table"},
-        BadLayout{"UnknownTable", minimal + "[rest]\n", 9, 2, "unknown key \"rest\""},
-        in_header("UnknownKey", "records", "record = 1\nrecords", 3, 1, "unknown key \"record\""),
-        in_header("Kind", "\"record\"", "\"tabel\"", 2, 8, "kind is \"tabel\", expected one of"),
-        in_header("RecordsMissing", "records = 10\n", "", 1, 1, "has no records"),
-        in_header("RecordsText", "10", "\"10\"", 3, 11, "records is \"10\", expected an integer"),
-        in_header("RecordsTooMany", "10", "2147483648", 3, 11, "to 2147483647"),
-        in_header("Quote", "data", "quote = \"single\"\ndata", 4, 9, "\"none\", \"double\""),
-        in_header("DataMissing", "data = \"d.csv\"\n", "", 1, 1, "has no data"),
-        in_header("PathTooLong", "d.csv", std::string(249, 'x'), 4, 8, "path of 256 bytes"),
-        in_header("DataIsSettings", "d.csv", "d.fif", 4, 8, "its settings file"),
-        in_header("DataIsLog", "d.csv", "d.log", 4, 8, "its log file"),
-        in_header("DataIsLayout", "d.csv", "l.toml", 4, 8, "the path of the layout"),
-        in_header("NameMissing", "name = \"A\"\n", "", 5, 1, "has no name"),
-        in_header("NameTooLong", "\"A\"", "\"" + std::string(64, 'x') + "\"", 6, 8,
-                  "64 bytes in code page 932, expected at most 63"),
-        in_header("NameCharacter", "\"A\"", "\"あ\\u20ACb\"", 6, 8, "\"€\" at place 2"),
-        in_header("NameZero", "\"A\"", "\"a\\u0000b\"", 6, 8, "\"\\x00\" at place 2"),
-        in_header("AttributeName", "= 4", "= \"text\"", 7, 13, "\"plain-character\""),
-        in_header("AttributeCode", "= 4", "= 33", 7, 13, "33, expected a code from 1 to 32"),
-        in_header("NoSize", "digits = 5\n", "", 5, 1, "neither digits nor length"),
-        in_item("DescriptionTooLong", "description = \"ああああああああああああああ\"", 15,
-                "28 bytes"),
-        in_item("NegativeLength", "length = -1", 10, "from 0 to"),
-        in_item("NegativeDecimals", "decimals = -1", 12, "from 0 to"),
-        in_item("SignedNumber", "signed = 1", 10, "signed is 1, expected true or false"),
-        in_item("ValuesNotTable", "values = 5", 10, "values is 5, expected a table"),
-        in_item("ItemTypo", "lenght = 5", 1, "unknown key \"lenght\" in [[item]]"),
-        in_item("TypeMissing", "values = {}", 10, "has no type"),
-        in_item("TypeUnknown", "values = { type = \"rnage\" }", 19, "expected one of \"initial\""),
-        in_item("ReferenceMissing", "values = { type = \"reference\" }", 10,
-                "[item.values] has no item, expected the name of another item"),
-        in_item("ReferenceByNumber", "values = { type = \"reference\", item = 5 }", 39,
-                "item is 5, expected a string"),
-        in_item("FileMissing", "values = { type = \"enumeration\" }", 10,
-                "has no file, expected the path of a text file"),
-        in_item("FileEmpty", "values = { type = \"enumeration\", file = \"\" }", 41,
-                "file is empty, expected a path"),
-        in_item("FileIsTable", "values = { type = \"enumeration\", file = {} }", 41,
-                "file is a table, expected a string"),
-        in_item("FileOfDefault", "values = { type = \"default\", file = \"f\" }", 37,
-                "file stands beside type \"default\", expected type \"enumeration\""),
-        in_item("FormatOfEnumeration",
-                "values = { type = \"enumeration\", file = \"f\", format = \"%U\" }", 55,
-                "expected type \"range\""),
-        in_item("ItemOfEnumeration",
-                "values = { type = \"enumeration\", file = \"f\", item = \"B\" }", 53,
-                "expected type \"reference\""),
-        in_item("RepeatOfInitial",
-                "values = { type = \"initial\", repeat = { level = 1, count = 2 } }", 39,
-                "repeat stands beside type \"initial\", expected another type"),
-        in_item("RepeatNotTable", "values = { type = \"default\", repeat = 3 }", 39,
-                "repeat is 3, expected a table"),
-        in_item("RepeatLevelMissing", "values = { type = \"default\", repeat = { count = 3 } }", 39,
-                "repeat has no level"),
-        in_item("RepeatCountMissing", "values = { type = \"default\", repeat = { level = 3 } }", 39,
-                "repeat has no count"),
-        in_item("RepeatLevelNegative",
-                "values = { type = \"default\", repeat = { level = -1, count = 3 } }", 49,
-                "level is -1, expected an integer from 0 to"),
-        in_item("RepeatCountText",
-                "values = { type = \"default\", repeat = { level = 1, count = \"3\" } }", 60,
-                "count is \"3\", expected an integer"),
-        in_item("RepeatTypo",
-                "values = { type = \"default\", repeat = { level = 1, count = 3, times = 2 } }", 63,
-                "unknown key \"times\" in repeat"),
-        in_item("EnumerationPathTooLong",
-                "values = { type = \"enumeration\", file = \"/" + std::string(267, 'x') + "\" }",
-                41, "path of 268 bytes, expected at most 267"),
-        in_item("FormatMissing", "values = { type = \"range\" }", 10, "has no format"),
-        in_item("StartOfInitial", "values = { type = \"initial\", start = 1 }", 38,
-                "start stands beside type \"initial\", expected type \"range\""),
-        in_values("ValuesTypo", "ende = 5", 1, "unknown key \"ende\" in [item.values]"),
-        in_values("StartDate", "start = 1970-01-01", 9, "a date or time without quotes"),
-        in_values("EndFloat", "end = 1.5", 7, "a floating-point number"),
-        in_values("IncrementCharacter", "increment = \"1€\"", 13, "at place 2"),
-        in_values("Exceeded", "exceeded = \"stop\"", 12, "\"initialize\", \"repeat\""),
-        in_values("FileOfRange", "file = \"f\"", 8, "expected type \"enumeration\"")),
-    [](const auto& test) { return test.param.name; });
 
 TEST(LayoutReader, ReportsAllErrorsInTheOrderOfTheirPlaces) {
   const LayoutReading reading = parse(R"([layout]

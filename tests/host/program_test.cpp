@@ -2,15 +2,19 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <map>
 #include <sstream>
 
-#include "support/bytes.h"
+#include "host/layout_texts.h"
+#include "support/control_bytes.h"
 #include "support/environment.h"
 #include "support/temp_folder.h"
 
 namespace korvex::host {
 namespace {
 
+namespace fs = std::filesystem;
 using test::read_file;
 
 // What the module was asked, and what it answers.
@@ -100,25 +104,22 @@ attribute = "date"
 
 TEST_F(Program, GenerateHandsOverAShortControlFileAndRemovesIt) {
   EXPECT_EQ(run({"generate", layout()}), 0);
-  const std::string expected = test::Bytes()
-                                   .i32(12)
-                                   .i32(2)
-                                   .i32(1)
-                                   .i32(0)
-                                   .i32(4)
-                                   .i32(2)
-                                   .text(folder.file("out/l.csv"), 256)
-                                   .text(folder.file("out/l.fif"), 256)
-                                   .text(folder.file("w"), 256)
-                                   .zeros(228)
-                                   .i32(20)
-                                   .i32(10);
+  std::string expected = test::control_header({.records = 12,
+                                               .layout_kind = 2,
+                                               .null_default = 1,
+                                               .level = 4,
+                                               .data_path = folder.file("out/l.csv"),
+                                               .settings_path = folder.file("out/l.fif"),
+                                               .work_folder = folder.file("w")},
+                                              2);
+  std::fill(expected.end() - 228, expected.end(), '\0');
+  expected += test::Bytes().i32(20).i32(10);
   EXPECT_TRUE(test::same_bytes(expected, module_call.control_bytes));
   EXPECT_TRUE(module_call.control_path.starts_with(folder.file("w/DG")))
       << module_call.control_path;
   EXPECT_EQ(module_call.output_option, 0);
   EXPECT_EQ(module_call.interface, "console");
-  EXPECT_TRUE(std::filesystem::is_empty(folder.file("w")));
+  EXPECT_TRUE(fs::is_empty(folder.file("w")));
   const std::string line = out.str();
   EXPECT_TRUE(line.starts_with("12 records, 6 bytes, 0.0")) << line;
   EXPECT_TRUE(line.ends_with(" s: " + folder.file("out/l.csv") + "\n")) << line;
@@ -149,7 +150,7 @@ TEST_F(Program, GenerateTurnsCodesIntoAnExitStatus) {
     module_call.answer = answer;
     EXPECT_EQ(run({"generate", layout()}), status) << answer;
     EXPECT_EQ(out.str().empty(), answer < 0);
-    EXPECT_TRUE(std::filesystem::is_empty(folder.file("w")));
+    EXPECT_TRUE(fs::is_empty(folder.file("w")));
   }
 }
 
@@ -192,6 +193,68 @@ TEST_F(Program, WarnsOfImpossibleDigits) {
   }
 }
 
+// Every file below a folder with its content.
+std::map<std::string, std::string> files_below(const std::string& folder) {
+  std::map<std::string, std::string> files;
+  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+    if (entry.is_regular_file()) files[entry.path().string()] = read_file(entry.path().string());
+  }
+  return files;
+}
+
+// The failures of a count, and that it leaves the folder as it is: what stands beside a list is the
+// user's as much as the list.
+TEST_F(Program, CountSaysWhatIsWrongAndChangesNothing) {
+  const test::ScopedVariable config("XDG_CONFIG_HOME", folder.file("config"));
+  const test::ScopedVariable key("KORVEX_HOST_KEY", "limited");
+  fs::create_directories(folder.file("config/limited"));
+  const std::string odd_name = "50%d %s.txt";
+  test::write_file(folder.file(odd_name), "12\n\n1x\n+4\n");
+  test::write_file(folder.file(odd_name + ".err"), "an older report");
+  test::write_file(layout(), test::layout_of(test::number_item("A", "type = \"default\"")));
+  ASSERT_EQ(run({"generate", layout(), "--settings-only"}), 0);
+  const auto repeats = [](int first, int second) {
+    return test::repeated_item("A", first) + test::repeated_item("B", second);
+  };
+  struct Case {
+    std::string items;
+    const char* limit;
+    std::string message;
+  };
+  const Case cases[] = {
+      {test::listed_item("A", "none.txt"), "0",
+       folder.file("none.txt") + "\n99114:The target file does not exist.\n"},
+      // What the message says of the line is no business of the path.
+      {test::listed_item("A", odd_name), "0",
+       folder.file(odd_name) + "\n3 line of a enum file The numeric value data Item includes a "
+                               "non-numeric value.\n"},
+      {repeats(2, 3), "0",
+       "Failed to generate data.\n99108:The starting Item of the repeat is not specified.\n1 must "
+       "be specified as the level of the starting Item of the repeat.\n"},
+      {repeats(1, 1), "0",
+       "99104:Repeat is already specified for the same level. Specify another level.\n : \n"},
+      {repeats(1, 2), "1",
+       "99109:The specified number of repeats is larger than the upper limit.\nThe maximum value "
+       "that can be specified as the number of repeats is 1.\n"},
+      {"[[item]]\nname = \"A\"\nattribute = 4\ndigits = 4\n", "0",
+       ": 99070:There is a difference between Item information and the format information.\n"},
+  };
+  for (const Case& c : cases) {
+    test::write_file(folder.file("config/limited/Korvex.conf"),
+                     std::string("CheckFileSizeMax=1\nRepeatLevelNumMax=") + c.limit + "\n");
+    test::write_file(layout(), test::layout_of(c.items));
+    const auto before = files_below(folder.path());
+    EXPECT_EQ(run({"count", layout()}), 1);
+    EXPECT_TRUE(messages.str().ends_with(c.message)) << messages.str();
+    EXPECT_EQ(files_below(folder.path()), before);
+  }
+  // Generating with settings that no longer fit deletes them.
+  EXPECT_EQ(run({"generate", layout()}), 1);
+  EXPECT_TRUE(messages.str().ends_with("d.fif" + cases[5].message)) << messages.str();
+  EXPECT_FALSE(fs::exists(folder.file("d.fif")));
+  EXPECT_EQ(module_call.calls, 5);
+}
+
 TEST_F(Program, WrongValuesNameItemAndLine) {
   write_layout("%9U");
   EXPECT_EQ(run({"generate", layout()}), 1);
@@ -199,12 +262,12 @@ TEST_F(Program, WrongValuesNameItemAndLine) {
   EXPECT_TRUE(messages.str().starts_with(expected)) << messages.str();
   EXPECT_EQ(module_call.calls, 0);
   EXPECT_EQ(folder.names(), (std::vector<std::string>{"l.toml", "out", "w"}));
-  EXPECT_TRUE(std::filesystem::is_empty(folder.file("out")));
-  EXPECT_TRUE(std::filesystem::is_empty(folder.file("w")));
+  EXPECT_TRUE(fs::is_empty(folder.file("out")));
+  EXPECT_TRUE(fs::is_empty(folder.file("w")));
 }
 
 TEST_F(Program, ABadSettingsFileIsNamedWithItsNumber) {
-  std::filesystem::create_directory(folder.file("out"));
+  fs::create_directory(folder.file("out"));
   test::write_file(folder.file("out/l.fif"), "short");
   EXPECT_EQ(run({"generate", layout()}), 1);
   EXPECT_EQ(messages.str(),

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "control/col_main.h"
-#include "control/control_bytes.h"
+#include "support/control_bytes.h"
 #include "support/environment.h"
 #include "support/scripted_interface.h"
 #include "support/settings_bytes.h"

@@ -14,11 +14,15 @@ namespace korvex::test {
 struct FileCallCount {
   int calls = 0;
   int failing = 0;
+  const void* only = nullptr;  // the kind of call that counts, else every kind does
   int error_number = 0;
   bool failed_in_unlink = false;
   int writes = 0;
 };
 inline FileCallCount file_call_count;
+
+template <auto Member>
+inline constexpr char call_kind = 0;
 
 template <auto Member>
 struct WrappedCall;
@@ -32,7 +36,8 @@ struct WrappedCall<Member> {
   static Result call(Arguments... arguments) {
     FileCallCount& count = file_call_count;
     if (is<&platform::FileCalls::write>) ++count.writes;
-    if (++count.calls != count.failing) {
+    const bool counts = count.only == nullptr || count.only == &call_kind<Member>;
+    if (!counts || ++count.calls != count.failing) {
       return (platform::system_file_calls().*Member)(arguments...);
     }
     // The system closes a descriptor also when it reports a failure.
@@ -48,13 +53,12 @@ struct WrappedCall<Member> {
 };
 
 // While it lives, the n-th file call of whatever kind fails with the error number. n counts from 1;
-// with 0 all calls succeed and are only counted. One at a time.
+// with 0 all calls succeed and are only counted; `only` counts the calls of one call_kind. One at a
+// time.
 class FailingFileCalls {
  public:
-  FailingFileCalls(int n, int error_number) : override_(table) {
-    file_call_count = {};
-    file_call_count.failing = n;
-    file_call_count.error_number = error_number;
+  FailingFileCalls(int n, int error_number, const void* only = nullptr) : override_(table) {
+    file_call_count = {.failing = n, .only = only, .error_number = error_number};
   }
 
   bool failed() const { return file_call_count.calls >= file_call_count.failing; }

@@ -12,7 +12,7 @@ namespace korvex::test {
 inline constexpr std::size_t control_header_size = 1020;
 inline constexpr std::size_t control_item_size = 136;
 
-struct ControlFields {
+struct ControlHead {
   std::int32_t records = 10;
   std::int32_t layout_kind = 1;
   std::int32_t null_default = 0;
@@ -37,7 +37,7 @@ struct ControlItemFields {
 };
 
 // The bytes that nobody reads are not zero.
-inline std::string control_header(const ControlFields& fields, std::int32_t item_count) {
+inline std::string control_header(const ControlHead& fields, std::int32_t item_count) {
   Bytes bytes;
   bytes.i32(fields.records).i32(fields.layout_kind).i32(fields.null_default);
   bytes.i32(fields.host_value).i32(fields.level).i32(item_count);
@@ -53,7 +53,7 @@ inline std::string control_item(const ControlItemFields& fields) {
   return bytes.raw(std::string(12, 'r'));
 }
 
-inline std::string control_bytes(const ControlFields& fields,
+inline std::string control_bytes(const ControlHead& fields,
                                  const std::vector<ControlItemFields>& items) {
   std::string bytes = control_header(fields, static_cast<std::int32_t>(items.size()));
   for (const ControlItemFields& item : items) bytes += control_item(item);
