@@ -1,7 +1,6 @@
-#include <gtest/gtest.h>
-
 #include <iostream>
 #include <set>
+#include <sstream>
 
 #include "generate/random_settings.h"
 #include "generate/reference_assembler.h"
@@ -19,11 +18,11 @@ struct RandomRecord {
   bool quotation = false;
 
   std::string description() const {
-    std::string text = "layout kind " + std::to_string(layout_kind) + " quotation " +
-                       std::to_string(quotation) + ", fields";
-    for (const std::size_t field : fields) text += " " + std::to_string(field + 1);
-    for (const RandomItem& item : items) text += "\n  " + item.description();
-    return text;
+    std::ostringstream out;
+    out << "layout kind " << layout_kind << " quotation " << quotation << ", fields";
+    for (const std::size_t field : fields) out << " " << field + 1;
+    for (const RandomItem& item : items) out << "\n  " << item.description();
+    return out.str();
   }
 };
 

@@ -1,7 +1,5 @@
 #include "generate/enumeration_value.h"
 
-#include <gtest/gtest.h>
-
 #include <set>
 
 #include "support/bytes.h"

@@ -1,7 +1,5 @@
 #include "generate/log_file.h"
 
-#include <gtest/gtest.h>
-
 #include "support/bytes.h"
 #include "support/temp_folder.h"
 

@@ -1,7 +1,5 @@
 #include "generate/record_writer.h"
 
-#include <gtest/gtest.h>
-
 #include "support/bytes.h"
 #include "support/temp_folder.h"
 #include "support/write_calls.h"
@@ -14,49 +12,26 @@ void append(RecordWriter& writer, std::string_view text) {
   writer.lines().append(text);
 }
 
-struct EndCase {
-  std::int32_t layout_kind;
-  std::vector<std::string> records;
-  std::string expected;
-};
-
 TEST(RecordWriterTest, EndsRecordsByLayoutKind) {
-  const EndCase cases[] = {
+  const std::tuple<std::int32_t, std::vector<std::string>, std::string> cases[] = {
       {1, {"a,b,", ",", ""}, "a,b,\n,\n\n"},
       {2, {"a,b,", ",", ""}, "a,b,\n,\n\n"},
       {3, {"a,b,", ",", "", "a"}, "a,b\n\n\na\n"},
       {3, {"\"a,\",", "\"\","}, "\"a,\"\n\"\"\n"},
   };
-  for (const EndCase& row : cases) {
+  for (const auto& [kind, records, expected] : cases) {
     const TempFolder folder;
     platform::File file;
     ASSERT_EQ(file.create(folder.file("out")), platform::FileCause::none);
-    RecordWriter writer(file, row.layout_kind, 0);
-    for (const std::string& record : row.records) {
+    RecordWriter writer(file, kind, 0);
+    for (const std::string& record : records) {
       append(writer, record);
       EXPECT_EQ(writer.accept(), 0);
     }
     EXPECT_EQ(writer.flush(), 0);
     file.close();
-    EXPECT_EQ(read_file(folder.file("out")), row.expected) << row.layout_kind;
+    EXPECT_EQ(read_file(folder.file("out")), expected) << kind;
   }
-}
-
-TEST(RecordWriterTest, KeepsLinesAcrossItsBlocks) {
-  const TempFolder folder;
-  platform::File file;
-  ASSERT_EQ(file.create(folder.file("out")), platform::FileCause::none);
-  RecordWriter writer(file, 1, guarded_output);
-  std::string expected;
-  for (std::size_t i = 0; i < 3000; ++i) {
-    const std::string record = std::string(i % 997, static_cast<char>('a' + i % 26)) + ",";
-    expected += record + "\n";
-    append(writer, record);
-    ASSERT_EQ(writer.accept(), 0);
-  }
-  EXPECT_EQ(writer.flush(), 0);
-  file.close();
-  EXPECT_TRUE(same_bytes(expected, read_file(folder.file("out"))));
 }
 
 constexpr std::uint64_t limit = 2'147'483'647;
@@ -105,15 +80,10 @@ TEST(RecordWriterTest, HasNoLimitWithoutTheGuard) {
   EXPECT_EQ(run.handed_over, limit + 1);
 }
 
-struct WriteErrorCase {
-  int error_number;
-  std::int32_t expected;
-};
-
 TEST(RecordWriterTest, TellsAFullDiskFromOtherFailures) {
-  const WriteErrorCase cases[] = {{ENOSPC, -27}, {EDQUOT, -27}, {EIO, -26}, {EFBIG, -26}};
-  for (const WriteErrorCase& row : cases) {
-    const WriteCalls calls(row.error_number);
+  for (const auto& [error_number, code] :
+       {std::pair{ENOSPC, -27}, {EDQUOT, -27}, {EIO, -26}, {EFBIG, -26}}) {
+    const WriteCalls calls(error_number);
     platform::File file;
     ASSERT_EQ(file.create("/dev/null"), platform::FileCause::none);
     RecordWriter writer(file, 1, 0);
@@ -122,7 +92,7 @@ TEST(RecordWriterTest, TellsAFullDiskFromOtherFailures) {
       append(writer, std::string(platform::File::write_buffer_size, 'x'));
       result = writer.accept();
     }
-    EXPECT_EQ(result, row.expected) << row.error_number;
+    EXPECT_EQ(result, code) << error_number;
   }
 }
 

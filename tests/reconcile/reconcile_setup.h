@@ -52,6 +52,14 @@ class ReconcileSetup {
     if (main->load() != 0) throw std::runtime_error("the control file is not loaded");
   }
 
+  // What the display of an item's settings comes to, in one line.
+  std::string shown(std::size_t place) const {
+    const ItemDisplay& d = main->items.at(place)->display();
+    return std::to_string(d.generation_type) + " " + d.generation_text + " [" + d.start + "," +
+           d.end + "," + d.increment + "] " + std::to_string(d.exceeded_action) +
+           std::to_string(d.custom_format) + " ref " + std::to_string(d.referenced_item);
+  }
+
   TempFolder folder;
   ScriptedInterface interface;
   std::unique_ptr<ClColMain> main;
