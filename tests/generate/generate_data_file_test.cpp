@@ -1,7 +1,6 @@
 #include "generate/generate_data_file.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -12,7 +11,6 @@
 #include "support/failing_file_calls.h"
 #include "support/generation_setup.h"
 #include "support/settings_bytes.h"
-#include "support/write_calls.h"
 
 namespace korvex::test {
 namespace {
@@ -162,18 +160,6 @@ TEST_F(GenerateDataFileTest, CancelLeavesNothing) {
     EXPECT_EQ(run(guarded_output), -79);
     EXPECT_EQ(setup.interface.polls, poll);
     EXPECT_TRUE(setup.outputs().empty());
-  }
-}
-
-TEST_F(GenerateDataFileTest, WriteErrorsLeaveNoData) {
-  setup.save_settings();
-  for (const std::int32_t records : {3, 200'000}) {  // at the end, and within the run
-    setup.write_control({.records = records});
-    for (const auto& [error, code] : {std::pair{ENOSPC, -27}, std::pair{EIO, -26}}) {
-      const WriteCalls calls(error);
-      EXPECT_EQ(run(), code);
-      EXPECT_TRUE(setup.outputs().empty());
-    }
   }
 }
 

@@ -1,8 +1,5 @@
 #include "generate/line_reader.h"
 
-#include <cerrno>
-#include <random>
-
 #include "support/bytes.h"
 #include "support/failing_file_calls.h"
 #include "support/temp_folder.h"
@@ -79,20 +76,8 @@ TEST_F(LineReaderTest, LineFeedsAndPairsEndLines) {
 }
 
 TEST_F(LineReaderTest, LongLinesComeInPieces) {
-  // The end of a line may be left for a piece of its own.
-  const std::pair<std::size_t, std::vector<std::size_t>> cases[] = {{32'767, {32'767}},
-                                                                    {32'768, {32'768, 0}},
-                                                                    {32'769, {32'768, 1}},
-                                                                    {65'536, {32'768, 32'768, 0}}};
-  for (const auto& [size, pieces] : cases) {
-    for (const std::string end : {"\n", "\r\n"}) {
-      Lines expected;
-      for (const std::size_t piece : pieces) expected.emplace_back(piece, 'x');
-      expected.push_back("next");
-      EXPECT_EQ(read(std::string(size, 'x') + end + "next"), expected) << size;
-    }
-  }
   const std::string full(longest_piece, 'x');
+  EXPECT_EQ(read(full + full + "\nnext"), (Lines{full, full, "", "next"}));
   EXPECT_EQ(read(full), Lines{full}) << "no empty line behind a full piece at the end of the file";
   EXPECT_EQ(read(full.substr(1) + "\ry"), (Lines{full.substr(1) + "\r", "y"}));
 }
@@ -108,19 +93,6 @@ TEST_F(LineReaderTest, PairsMayFallAnywhere) {
         ASSERT_EQ(read(content), slow_lines(content)) << place << " " << size << " " << line_size;
       }
     }
-  }
-}
-
-TEST_F(LineReaderTest, RandomFilesMatchTheSlowWay) {
-  std::mt19937 random(20380119);
-  const std::string letters("ab\r\n\n\r\0", 7);
-  for (int i = 0; i < 40; ++i) {
-    std::string content;
-    while (content.size() < read_block + 80'000) {
-      const std::size_t run = random() % 8 == 0 ? random() % 40'000 : 0;
-      content += std::string(run, 'x') + letters[random() % letters.size()];
-    }
-    ASSERT_EQ(read(content), slow_lines(content)) << i;
   }
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <sstream>
 
 #include "format/records.h"
 #include "support/bytes.h"
@@ -30,6 +31,23 @@ LayoutReading parse(const std::string& text, std::optional<std::int32_t> records
 
 std::string replaced(std::string text, const std::string& what, const std::string& by) {
   return text.replace(text.find(what), what.size(), by);
+}
+
+// The item without its number and name, and what its values come to.
+std::string describe(const LayoutItem& item) {
+  std::ostringstream out;
+  const ItemAttributes& a = item.attributes;
+  out << a.attribute << ' ' << a.signed_flag << ' ' << a.length << ' ' << a.digits << ' '
+      << a.decimals << (item.nullable ? " nullable" : "");
+  if (!item.values) return out.str();
+  const ItemValues& values = *item.values;
+  const RangeTexts& texts = values.texts;
+  out << ", source " << static_cast<int>(values.source) << " [" << texts.format << ", "
+      << platform::to_utf8(texts.start) << ", " << platform::to_utf8(texts.end) << ", "
+      << texts.increment << "] " << values.choices.exceeded_action << values.choices.custom_format
+      << " " << platform::to_utf8(values.item_name) << values.file;
+  if (values.repeat) out << " repeat " << values.repeat->level << " x " << values.repeat->count;
+  return out.str();
 }
 
 TEST(LayoutReader, ReadsEveryKey) {
@@ -67,117 +85,75 @@ values = { type = "initial" }
 )");
   ASSERT_TRUE(reading.errors.empty()) << reading.errors[0].text;
   const Layout& layout = reading.layout;
-  EXPECT_EQ(layout.kind, layout_kind::table);
-  EXPECT_EQ(layout.records, 1000);
-  EXPECT_EQ(layout.level, 3);
+  EXPECT_EQ((std::vector{layout.kind, layout.records, layout.level, layout.quotation}),
+            (std::vector{2, 1000, 3, 1}));
   EXPECT_TRUE(layout.null_default);
-  EXPECT_EQ(layout.quotation, 1);
-  EXPECT_EQ(layout.data, "folder/out/d.csv");
-  EXPECT_EQ(layout.settings, "/s/x.fif");
-  EXPECT_EQ(layout.work, "folder/w");
+  EXPECT_EQ(layout.data + " " + layout.settings + " " + layout.work,
+            "folder/out/d.csv /s/x.fif folder/w");
   ASSERT_EQ(layout.items.size(), 2u);
-
-  const LayoutItem& item = layout.items[0];
-  EXPECT_EQ(item.number, 7);
-  EXPECT_EQ(item.name, cp932("名前"));
-  EXPECT_EQ(item.description, cp932("説明"));
-  EXPECT_EQ(item.attributes.attribute, 4);
-  EXPECT_EQ(item.attributes.signed_flag, 1);
-  EXPECT_EQ(item.attributes.length, 12);
-  EXPECT_EQ(item.attributes.digits, 9);
-  EXPECT_EQ(item.attributes.decimals, 2);
-  EXPECT_FALSE(item.nullable);
-  ASSERT_TRUE(item.values);
-  EXPECT_EQ(item.values->source, ValueSource::range);
-  EXPECT_FALSE(item.values->repeat);
-  EXPECT_EQ(item.values->place.line, 20u);
-  EXPECT_EQ(item.values->texts.format, "%5.2D");
-  EXPECT_EQ(item.values->texts.start, "-5");
-  EXPECT_EQ(item.values->texts.end, cp932("あ"));
-  EXPECT_EQ(item.values->texts.increment, "-0.5");
-  EXPECT_EQ(item.values->choices.exceeded_action, exceeded_action::initialize);
-  EXPECT_EQ(item.values->choices.custom_format, 0);
-
+  EXPECT_EQ(layout.items[0].number, 7);
+  EXPECT_EQ(layout.items[0].name + layout.items[0].description, cp932("名前説明"));
+  EXPECT_EQ(layout.items[0].values->place.line, 20u);
+  EXPECT_EQ(describe(layout.items[0]), "4 1 12 9 2, source 1 [%5.2D, -5, あ, -0.5] 00 ");
   EXPECT_EQ(layout.items[1].number, 2);
-  EXPECT_EQ(layout.items[1].values->source, ValueSource::initial);
+  EXPECT_EQ(describe(layout.items[1]), "28 0 8 8 0 nullable, source 0 [, , , ] 00 ");
 }
 
-TEST(LayoutReader, FillsDefaults) {
-  const LayoutReading reading =
-      parse(minimal + "[item.values]\ntype = \"range\"\nformat = \"%5U\"\n");
-  ASSERT_TRUE(reading.errors.empty()) << reading.errors[0].text;
-  const Layout& layout = reading.layout;
-  EXPECT_EQ(layout.level, 1);
-  EXPECT_FALSE(layout.null_default);
-  EXPECT_EQ(layout.quotation, 0);
-  EXPECT_EQ(layout.settings, "folder/d.fif");
-  EXPECT_EQ(layout.work, "folder");
-  const LayoutItem& item = layout.items.at(0);
-  EXPECT_EQ(item.number, 1);
-  EXPECT_TRUE(item.nullable);
-  EXPECT_EQ(item.values->texts.start, "");
-  EXPECT_EQ(item.values->texts.end, "");
-  EXPECT_EQ(item.values->texts.increment, "1");
-  EXPECT_EQ(item.values->choices.exceeded_action, exceeded_action::repeat);
-  EXPECT_EQ(item.values->choices.custom_format, 1);
-}
-
-TEST(LayoutReader, ReadsEveryTypeOfValues) {
-  const LayoutReading reading = parse(replaced(minimal, "digits = 5\n", R"(digits = 5
-values = { type = "enumeration", file = "lists/町.txt", repeat = { level = 2, count = 30 } }
+TEST(LayoutReader, FillsDefaultsAndReadsEveryTypeOfValues) {
+  const LayoutReading reading = parse(minimal + R"([item.values]
+type = "range"
+format = "%5U"
 [[item]]
 name = "B"
-attribute = 28
-values = { type = "default", repeat = { level = 1, count = 0 } }
+attribute = 4
+digits = 5
+values = { type = "enumeration", file = "lists/町.txt", repeat = { level = 2, count = 30 } }
 [[item]]
 name = "C"
 attribute = 28
-values = { type = "reference", item = "名前" }
+values = { type = "default", repeat = { level = 1, count = 0 } }
 [[item]]
 name = "D"
+attribute = 28
+values = { type = "reference", item = "名前" }
+[[item]]
+name = "E"
 attribute = 4
 digits = 5
 values = { type = "enumeration", file = "/lists/d.txt", exceeded = "initialize" }
-)"));
+)");
   ASSERT_TRUE(reading.errors.empty()) << reading.errors[0].text;
-  ASSERT_EQ(reading.layout.items.size(), 4u);
-  const auto values = [&](std::size_t place) { return *reading.layout.items[place].values; };
-
-  EXPECT_EQ(values(0).source, ValueSource::enumeration);
-  EXPECT_EQ(values(0).file, std::filesystem::current_path().string() + "/folder/lists/町.txt");
-  EXPECT_EQ(values(0).choices.exceeded_action, exceeded_action::repeat);
-  ASSERT_TRUE(values(0).repeat);
-  EXPECT_EQ(values(0).repeat->level, 2);
-  EXPECT_EQ(values(0).repeat->count, 30);
-
-  EXPECT_EQ(values(1).source, ValueSource::attribute_default);
-  EXPECT_EQ(values(1).repeat->count, 0);  // the module's own check refuses it, by number
-
-  EXPECT_EQ(values(2).source, ValueSource::reference);
-  EXPECT_EQ(values(2).item_name, cp932("名前"));
-  EXPECT_FALSE(values(2).repeat);
-
-  EXPECT_EQ(values(3).file, "/lists/d.txt");
-  EXPECT_EQ(values(3).choices.exceeded_action, exceeded_action::initialize);
+  const Layout& layout = reading.layout;
+  EXPECT_EQ((std::vector{layout.level, layout.quotation}), (std::vector{1, 0}));
+  EXPECT_FALSE(layout.null_default);
+  EXPECT_EQ(layout.settings + " " + layout.work, "folder/d.fif folder");
+  const std::string list = std::filesystem::current_path().string() + "/folder/lists/町.txt";
+  // A count of 0 is no error of the layout: the module's own check refuses it, by number.
+  const std::string expected[] = {
+      "4 0 5 5 0 nullable, source 1 [%5U, , , 1] 11 ",
+      "4 0 5 5 0 nullable, source 4 [, , , ] 10 " + list + " repeat 2 x 30",
+      "28 0 8 8 0 nullable, source 2 [, , , ] 00  repeat 1 x 0",
+      "28 0 8 8 0 nullable, source 3 [, , , ] 00 名前",
+      "4 0 5 5 0 nullable, source 4 [, , , ] 00 /lists/d.txt",
+  };
+  ASSERT_EQ(layout.items.size(), std::size(expected));
+  for (std::size_t i = 0; i < std::size(expected); ++i) {
+    EXPECT_EQ(layout.items[i].number, static_cast<std::int32_t>(i) + 1);
+    EXPECT_EQ(describe(layout.items[i]), expected[i]);
+  }
 }
 
 // Digits that the module finds impossible are no error of the layout: it uses the item.
 TEST(LayoutReader, MarksImpossibleDigits) {
-  struct Case {
-    const char* kind;
-    const char* decimals;
-    bool is_marked;
-    std::int32_t counted;
-  };
-  const Case cases[] = {{"record", "3", false, 3}, {"record", "6", false, 0},
-                        {"record", "12", true, 0}, {"table", "5", false, 5},
-                        {"table", "6", true, 0},   {"iso", "12", false, 0}};
-  for (const Case& c : cases) {
+  const std::tuple<const char*, const char*, bool, std::int32_t> cases[] = {
+      {"record", "3", false, 3}, {"record", "6", false, 0}, {"record", "12", true, 0},
+      {"table", "5", false, 5},  {"table", "6", true, 0},   {"iso", "12", false, 0}};
+  for (const auto& [kind, decimals, is_marked, counted] : cases) {
     const LayoutReading reading =
-        parse(replaced(minimal, "record", c.kind) + "length = 20\ndecimals = " + c.decimals + "\n");
+        parse(replaced(minimal, "record", kind) + "length = 20\ndecimals = " + decimals + "\n");
     ASSERT_TRUE(reading.errors.empty()) << reading.errors[0].text;
-    EXPECT_EQ(reading.layout.items[0].has_invalid_digits, c.is_marked) << c.kind << c.decimals;
-    EXPECT_EQ(reading.layout.items[0].attributes.decimals, c.counted) << c.kind << c.decimals;
+    EXPECT_EQ(reading.layout.items[0].has_invalid_digits, is_marked) << kind << decimals;
+    EXPECT_EQ(reading.layout.items[0].attributes.decimals, counted) << kind << decimals;
   }
 }
 

@@ -20,35 +20,31 @@ using test::read_file;
 // What the module was asked, and what it answers.
 struct ModuleCall {
   int calls = 0;
-  std::string control_path;
-  std::string control_bytes;
+  std::string control_path, control_bytes;
   std::int32_t output_option = -1;
   std::uint64_t repeat_item_count = 0;
   std::string interface;
-  std::string data_path;
-  std::string data;
+  std::string data_path, data;
   std::int32_t answer = 0;
 };
 ModuleCall module_call;
 
-std::int32_t record_call(const char* path, std::int32_t output_option, void* parent,
-                         std::uint64_t repeat_item_count) {
+std::int32_t record_check(const char* path) {
   ++module_call.calls;
   module_call.control_path = path;
   module_call.control_bytes = read_file(path);
+  return module_call.answer;
+}
+
+std::int32_t record_call(const char* path, std::int32_t output_option, void* parent,
+                         std::uint64_t repeat_item_count) {
   module_call.output_option = output_option;
   const char* interface = std::getenv("KORVEX_UI");
   module_call.interface = interface == nullptr ? "" : interface;
   if (!module_call.data_path.empty()) test::write_file(module_call.data_path, module_call.data);
   EXPECT_EQ(parent, nullptr);
   module_call.repeat_item_count = repeat_item_count;
-  return module_call.answer;
-}
-
-std::int32_t record_check(const char* path) {
-  ++module_call.calls;
-  module_call.control_bytes = read_file(path);
-  return module_call.answer;
+  return record_check(path);
 }
 
 class Program : public testing::Test {
@@ -180,19 +176,6 @@ TEST_F(Program, CountPrintsTheVerdictOfTheModule) {
   EXPECT_EQ(messages.str(), "");
 }
 
-// An item with impossible digits is used; the user is told.
-TEST_F(Program, WarnsOfImpossibleDigits) {
-  write_layout("%3U",
-               "[[item]]\nnumber = 30\nname = \"C\"\nattribute = 4\ndigits = 3\n"
-               "decimals = 4\nvalues = { type = \"default\" }\n");
-  for (const char* command : {"generate", "count"}) {
-    EXPECT_EQ(run({command, layout()}), 0);
-    EXPECT_TRUE(messages.str().starts_with(
-        layout() + ":18: item C: 99075:There are some Column specified that are not valid.\n"))
-        << messages.str();
-  }
-}
-
 // Every file below a folder with its content.
 std::map<std::string, std::string> files_below(const std::string& folder) {
   std::map<std::string, std::string> files;
@@ -255,7 +238,24 @@ TEST_F(Program, CountSaysWhatIsWrongAndChangesNothing) {
   EXPECT_EQ(module_call.calls, 5);
 }
 
-TEST_F(Program, WrongValuesNameItemAndLine) {
+TEST_F(Program, WhatIsWrongIsNamed) {
+  // An item with impossible digits is used; the user is told.
+  write_layout("%3U",
+               "[[item]]\nnumber = 30\nname = \"C\"\nattribute = 4\ndigits = 3\n"
+               "decimals = 4\nvalues = { type = \"default\" }\n");
+  for (const char* command : {"count", "generate"}) {
+    EXPECT_EQ(run({command, layout()}), 0);
+    EXPECT_TRUE(messages.str().starts_with(layout() + ":18: item C: 99075:")) << messages.str();
+  }
+  test::write_file(folder.file("out/l.fif"), "short");
+  EXPECT_EQ(run({"generate", layout()}), 1);
+  EXPECT_TRUE(messages.str().ends_with(folder.file("out/l.fif") +
+                                       ": 99003:Failed to read the control file.\n"))
+      << messages.str();
+  EXPECT_EQ(read_file(folder.file("out/l.fif")), "short");
+  fs::remove_all(folder.file("out"));
+  module_call.calls = 0;
+
   write_layout("%9U");
   EXPECT_EQ(run({"generate", layout()}), 1);
   const std::string expected = layout() + ":13: item 名前: 99052:There is an error";
@@ -264,15 +264,6 @@ TEST_F(Program, WrongValuesNameItemAndLine) {
   EXPECT_EQ(folder.names(), (std::vector<std::string>{"l.toml", "out", "w"}));
   EXPECT_TRUE(fs::is_empty(folder.file("out")));
   EXPECT_TRUE(fs::is_empty(folder.file("w")));
-}
-
-TEST_F(Program, ABadSettingsFileIsNamedWithItsNumber) {
-  fs::create_directory(folder.file("out"));
-  test::write_file(folder.file("out/l.fif"), "short");
-  EXPECT_EQ(run({"generate", layout()}), 1);
-  EXPECT_EQ(messages.str(),
-            folder.file("out/l.fif") + ": 99003:Failed to read the control file.\n");
-  EXPECT_EQ(read_file(folder.file("out/l.fif")), "short");
 }
 
 TEST_F(Program, AWrongLayoutIsReportedWithAllItsPlaces) {
@@ -292,33 +283,28 @@ TEST_F(Program, AWrongLayoutIsReportedWithAllItsPlaces) {
 }
 
 TEST_F(Program, Usage) {
-  struct Case {
-    std::vector<std::string> arguments;
-    int status;
-    const char* out;
-    const char* messages;
+  // What is written, in full or in part: the answer, or why not.
+  const std::tuple<std::vector<std::string>, int, const char*> cases[] = {
+      {{"--version"}, 0, "korvex 0.1.0\n"},
+      {{"--help"}, 0, "generate"},
+      {{"generate", "--help"}, 0, "--output-option"},
+      {{"count", "--help"}, 0, "--records"},
+      {{"show", "--help"}, 0, "FILE"},
+      {{}, 2, "required"},
+      {{"generate"}, 2, "LAYOUT"},
+      {{"generate", "l.toml", "--records", "-1"}, 2, "--records"},
+      {{"generate", "l.toml", "--records", "2147483648"}, 2, "--records"},
+      {{"generate", "l.toml", "--colour"}, 2, "--colour"},
+      {{"count"}, 2, "LAYOUT"},
+      {{"count", "l.toml", "--quiet"}, 2, "--quiet"},
+      {{"destroy"}, 2, "required"},
+      {{"show", "/dev/null"}, 1, "/dev/null: this is not a regular file"},
   };
-  const Case cases[] = {
-      {{"--version"}, 0, "korvex 0.1.0\n", ""},
-      {{"--help"}, 0, "generate", ""},
-      {{"generate", "--help"}, 0, "--output-option", ""},
-      {{"count", "--help"}, 0, "--records", ""},
-      {{"show", "--help"}, 0, "FILE", ""},
-      {{}, 2, "", "required"},
-      {{"generate"}, 2, "", "LAYOUT"},
-      {{"generate", "l.toml", "--records", "-1"}, 2, "", "--records"},
-      {{"generate", "l.toml", "--records", "2147483648"}, 2, "", "--records"},
-      {{"generate", "l.toml", "--colour"}, 2, "", "--colour"},
-      {{"count"}, 2, "", "LAYOUT"},
-      {{"count", "l.toml", "--quiet"}, 2, "", "--quiet"},
-      {{"destroy"}, 2, "", "required"},
-      {{"show", "/dev/null"}, 1, "", "/dev/null: this is not a regular file"},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(run(c.arguments), c.status) << testing::PrintToString(c.arguments);
-    EXPECT_NE(out.str().find(c.out), std::string::npos) << out.str();
-    EXPECT_NE(messages.str().find(c.messages), std::string::npos) << messages.str();
-    EXPECT_EQ(messages.str().empty(), c.status == 0);
+  for (const auto& [arguments, status, text] : cases) {
+    EXPECT_EQ(run(arguments), status) << testing::PrintToString(arguments);
+    const std::string written = status == 0 ? out.str() : messages.str();
+    EXPECT_NE(written.find(text), std::string::npos) << written;
+    EXPECT_TRUE(status == 0 ? messages.str().empty() : out.str().empty());
   }
   EXPECT_EQ(module_call.calls, 0);
 }

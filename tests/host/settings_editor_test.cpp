@@ -116,6 +116,9 @@ class SettingsEditor : public testing::Test {
 TEST_F(SettingsEditor, WritesRangeAndInitialValue) {
   layout.kind = layout_kind::third;
   layout.quotation = 1;
+  layout.data = folder.file("a/b/d.csv");  // missing folders are made
+  layout.settings = folder.file("c/d.fif");
+  layout.work = folder.file("e");
   layout.items = {number_item(1), number_item(5)};
   layout.items[0].values = range("%5U", "7", "");  // no end: the largest of five digits
   layout.items[1].values = initial();
@@ -123,7 +126,8 @@ TEST_F(SettingsEditor, WritesRangeAndInitialValue) {
   EXPECT_EQ(result.file_code, 0);
   EXPECT_TRUE(result.failures.empty());
   EXPECT_EQ(result.items_with_settings, 2u);
-  EXPECT_EQ(folder.names(), std::vector<std::string>{"d.fif"});
+  EXPECT_EQ(folder.names(), (std::vector<std::string>{"a", "c", "e"}));
+  EXPECT_TRUE(platform::exists(folder.file("a/b")));
 
   EXPECT_EQ(read_file(layout.settings).substr(0, 76),
             test::header_bytes(3, 1, 1) +
@@ -176,17 +180,6 @@ TEST_F(SettingsEditor, ReportsEveryFailingItemAndSavesNothing) {
     EXPECT_TRUE(std::filesystem::is_empty(layout.work));
   }
   EXPECT_EQ(read_file(layout.settings), before);
-}
-
-TEST_F(SettingsEditor, MakesMissingFolders) {
-  layout.data = folder.file("a/b/d.csv");
-  layout.settings = folder.file("c/d.fif");
-  layout.work = folder.file("e");
-  layout.items = {number_item(1)};
-  layout.items[0].values = initial();
-  EXPECT_EQ(write_settings_of(layout).file_code, 0);
-  EXPECT_TRUE(platform::exists(folder.file("a/b")));
-  EXPECT_TRUE(platform::exists(folder.file("c/d.fif")));
 }
 
 TEST_F(SettingsEditor, AnswersTheCodeOfTheFile) {
@@ -270,12 +263,17 @@ TEST_F(SettingsEditor, AReferenceTakesTheSourcesValues) {
   EXPECT_EQ(field_text(saved().find_element(2, 1)->record.start_text), "007");
 }
 
-TEST_F(SettingsEditor, AReferenceToTheInitialValueIsOne) {
-  set_items({initial(), reference("A")});
-  layout.items[1].attributes = {28, 0, 8, 8, 0};  // of any attribute
+TEST_F(SettingsEditor, ADefaultIsTheAttributesOwnRangeAndAnInitialValueAnyReferences) {
+  set_items({of_source(ValueSource::attribute_default), of_source(ValueSource::attribute_default),
+             initial(), reference("C")});
+  layout.items[1].attributes = layout.items[3].attributes = {28, 0, 8, 8, 0};
   ASSERT_EQ(failures(), Codes{});
-  EXPECT_EQ(column(2).generation_type, generation_type::initial_value);
-  EXPECT_EQ(column(2).attribute, 28);
+  EXPECT_EQ(field_text(column(1).format), "%5U");
+  EXPECT_EQ(column(1).exceeded_action, exceeded_action::repeat);
+  EXPECT_EQ(field_text(column(2).format), "%4YMD");
+  EXPECT_EQ(field_text(saved().find_element(2, 1)->record.end_text), "20380119");
+  EXPECT_EQ(column(4).generation_type, generation_type::initial_value);
+  EXPECT_EQ(column(4).attribute, 28);
 }
 
 TEST_F(SettingsEditor, RefusesReferencesThatLeadNowhere) {
@@ -292,16 +290,6 @@ TEST_F(SettingsEditor, RefusesReferencesThatLeadNowhere) {
   set_items({reference("B"), initial()});
   layout.items[1].values.reset();  // without settings
   EXPECT_EQ(failures(), Codes{error::format_not_set});
-}
-
-TEST_F(SettingsEditor, ADefaultIsTheAttributesOwnRange) {
-  set_items({of_source(ValueSource::attribute_default), of_source(ValueSource::attribute_default)});
-  layout.items[1].attributes = {28, 0, 8, 8, 0};
-  ASSERT_EQ(failures(), Codes{});
-  EXPECT_EQ(field_text(column(1).format), "%5U");
-  EXPECT_EQ(column(1).exceeded_action, exceeded_action::repeat);
-  EXPECT_EQ(field_text(column(2).format), "%4YMD");
-  EXPECT_EQ(field_text(saved().find_element(2, 1)->record.end_text), "20380119");
 }
 
 TEST_F(SettingsEditor, RefusesZerosInRepeats) {

@@ -1,17 +1,12 @@
 #include "platform/file.h"
 
-#include <fcntl.h>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
-#include <filesystem>
-
-#include "platform/file_calls.h"
 #include "support/bytes.h"
 #include "support/failing_file_calls.h"
 #include "support/temp_folder.h"
+#include "support/write_calls.h"
 
 namespace korvex::platform {
 namespace {
@@ -56,15 +51,13 @@ TEST(File, WritesAcrossTheBufferInFewCalls) {
   File file;
   const FailingFileCalls counted(0, 0);
   ASSERT_EQ(file.create(folder.file("out")), FileCause::none);
-  for (const std::size_t size : {std::size_t{1}, File::write_buffer_size - 1, std::size_t{2},
-                                 2 * File::write_buffer_size + 7, std::size_t{0}}) {
-    const std::string part(size, static_cast<char>('a' + size % 26));
+  std::vector<std::size_t> sizes = {1, File::write_buffer_size - 1, 2,
+                                    2 * File::write_buffer_size + 7, 0};
+  sizes.insert(sizes.end(), 100'000, 5);
+  for (const std::size_t size : sizes) {
+    const std::string part(size, static_cast<char>('a' + expected.size() % 26));
     ASSERT_EQ(file.write(part.data(), part.size()), FileCause::none);
     expected += part;
-  }
-  for (int i = 0; i < 100'000; ++i) {
-    ASSERT_EQ(file.write("0123\n", 5), FileCause::none);
-    expected += "0123\n";
   }
   ASSERT_EQ(file.close(), FileCause::none);
   EXPECT_TRUE(test::same_bytes(expected, read_file(folder.file("out"))));
@@ -85,50 +78,43 @@ TEST(File, SeekHandsOverWhatWasWritten) {
   EXPECT_EQ(read_file(folder.file("out")), std::string("Header\0\0\0\0area", 14));
 }
 
-int interruptions = 0;
-
-ssize_t short_write(int descriptor, const void* data, std::size_t size) {
-  if (++interruptions % 2 == 1) {
-    errno = EINTR;
-    return -1;
-  }
-  return ::write(descriptor, data, std::min<std::size_t>(size, 7));
-}
-
-ssize_t interrupted_read(int, void*, std::size_t) {
-  errno = EINTR;
-  return -1;
-}
-
-TEST(File, GoesOnAfterInterruptedAndShortWrites) {
-  const TempFolder folder;
+// The calls of the system with one of them replaced.
+template <auto Member, typename Call>
+FileCalls with_call(Call call) {
   FileCalls calls = system_file_calls();
-  calls.write = short_write;
-  const FileCallsOverride override(calls);
-  File file;
-  ASSERT_EQ(file.create(folder.file("out")), FileCause::none);
+  calls.*Member = call;
+  return calls;
+}
+
+TEST(File, GoesOnAfterInterruptedAndShortWritesButNotForEver) {
+  static int interruptions = 0;
+  const FileCalls short_writes = with_call<&FileCalls::write>(
+      [](int descriptor, const void* data, std::size_t size) -> ssize_t {
+        if (++interruptions % 2 == 0)
+          return ::write(descriptor, data, std::min<std::size_t>(size, 7));
+        errno = EINTR;
+        return -1;
+      });
+  const FileCalls interrupted_reads =
+      with_call<&FileCalls::read>([](int, void*, std::size_t) -> ssize_t {
+        errno = EINTR;
+        return -1;
+      });
+  const TempFolder folder;
   const std::string content(1000, 'x');
-  EXPECT_EQ(file.write(content.data(), content.size()), FileCause::none);
-  EXPECT_EQ(file.close(), FileCause::none);
-  EXPECT_EQ(read_file(folder.file("out")), content);
-}
-
-TEST(File, DoesNotHangOnInterruptionsWithoutEnd) {
-  const TempFolder folder;
-  write_file(folder.file("in"), "x");
-  FileCalls calls = system_file_calls();
-  calls.read = interrupted_read;
-  const FileCallsOverride override(calls);
   File file;
-  ASSERT_EQ(file.open_for_reading(folder.file("in"), Sharing::shared), FileCause::none);
+  {
+    const FileCallsOverride override(short_writes);
+    ASSERT_EQ(file.create(folder.file("out")), FileCause::none);
+    EXPECT_EQ(file.write(content.data(), content.size()), FileCause::none);
+    EXPECT_EQ(file.close(), FileCause::none);
+  }
+  EXPECT_EQ(read_file(folder.file("out")), content);
+  const FileCallsOverride override(interrupted_reads);
+  ASSERT_EQ(file.open_for_reading(folder.file("out"), Sharing::shared), FileCause::none);
   char byte = 0;
   std::size_t count = 0;
   EXPECT_EQ(file.read(&byte, 1, count), FileCause::generic);
-}
-
-ssize_t write_to_full_disk(int, const void*, std::size_t) {
-  errno = ENOSPC;
-  return -1;
 }
 
 TEST(File, AcceptsNothingAfterAFailedWrite) {
@@ -138,9 +124,7 @@ TEST(File, AcceptsNothingAfterAFailedWrite) {
   EXPECT_EQ(file.write("kept", 4), FileCause::none);
   EXPECT_EQ(file.flush(), FileCause::none);
   {
-    FileCalls calls = system_file_calls();
-    calls.write = write_to_full_disk;
-    const FileCallsOverride override(calls);
+    const test::WriteCalls full_disk(ENOSPC);
     EXPECT_EQ(file.write("lost", 4), FileCause::none);
     EXPECT_EQ(file.flush(), FileCause::disk_full);
   }
