@@ -63,31 +63,28 @@ TEST_F(ColMainTest, TextsWithoutTerminatorEndWithTheirField) {
   EXPECT_EQ(main.items[0]->description, std::string(28, 'x'));
 }
 
-TEST_F(ColMainTest, TheShortFormHoldsItemNumbers) {
-  const std::string bytes = control_header({}, 3) + std::string(Bytes().i32(7).i32(-8).i32(9));
-  ASSERT_EQ(load(main, bytes, run_mode::generator), 0);
-  ASSERT_EQ(main.items.size(), 3u);
-  EXPECT_EQ(main.items[1]->item_number, -8);
-  EXPECT_EQ(main.items[1]->attribute, 0);
-  main.control_path = folder.file("none");
-  EXPECT_EQ(main.load(), -2);
-}
-
 TEST_F(ColMainTest, ATruncatedFileIsRefusedAtEveryLength) {
   const std::pair<std::int32_t, std::string> forms[] = {
       {run_mode::settings_only, control_bytes({}, {{}, {}})},
-      {run_mode::generator, control_header({}, 2) + std::string(Bytes().i32(1).i32(2))},
+      {run_mode::generator, control_header({}, 2) + std::string(Bytes().i32(7).i32(-8))},
   };
   for (const auto& [mode, good] : forms) {
     const std::size_t item_size = mode == run_mode::generator ? 4 : control_item_size;
-    for (std::size_t size = 0; size < good.size(); ++size) {
+    for (std::size_t size = 0; size <= good.size(); ++size) {
       ClColMain truncated;
-      ASSERT_EQ(load(truncated, good.substr(0, size), mode), -3) << mode << ' ' << size;
+      const bool is_whole = size == good.size();
+      ASSERT_EQ(load(truncated, good.substr(0, size), mode), is_whole ? 0 : -3) << mode << size;
       const std::size_t whole =
           size < control_header_size ? 0 : (size - control_header_size) / item_size;
       ASSERT_EQ(truncated.items.size(), whole) << mode << ' ' << size;
+      if (is_whole && mode == run_mode::generator) {
+        EXPECT_EQ(truncated.items[1]->item_number, -8);
+        EXPECT_EQ(truncated.items[1]->attribute, 0);
+      }
     }
   }
+  main.control_path = folder.file("none");
+  EXPECT_EQ(main.load(), -2);
 }
 
 TEST_F(ColMainTest, RefusesCountsThatTheFileDoesNotHold) {
@@ -171,23 +168,13 @@ TEST_F(ColMainTest, ProposesSettingsForTheCurrentItem) {
 }
 
 TEST_F(ColMainTest, LoadingReadsTheLimits) {
-  ASSERT_EQ(load(main, control_bytes({}, {})), 0);
-  EXPECT_EQ(main.limits().file_size_max, 10'000'000'000u);
-  EXPECT_EQ(main.limits().repeat_max, 0u);
   const std::string path = folder.file("config/" + platform::host_key() + "/Korvex.conf");
+  ASSERT_EQ(load(main, control_bytes({}, {})), 0);
   EXPECT_EQ(read_file(path), "CheckFileSizeMax=10000000000\nRepeatLevelNumMax=0\n");
   write_file(path, "CheckFileSizeMax=5\nRepeatLevelNumMax=6\n");
   ASSERT_EQ(load(main, control_bytes({}, {}), run_mode::generator), 0);
   EXPECT_EQ(main.limits().file_size_max, 5u);
   EXPECT_EQ(main.limits().repeat_max, 6u);
-}
-
-TEST_F(ColMainTest, ClassesAreMadeByName) {
-  for (const char* name : {"ClColMain", "ClDGCol", "ClFmtFile", "ClFmtCom", "ClFmtLvlInf",
-                           "ClFmtColInf", "ClFmtItemInf"}) {
-    EXPECT_NE(platform::create_object(name), nullptr) << name;
-  }
-  EXPECT_EQ(platform::create_object("ClNothing"), nullptr);
 }
 
 class TemporaryControlFile : public ColMainTest {

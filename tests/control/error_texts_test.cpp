@@ -1,7 +1,5 @@
 #include "control/error_texts.h"
 
-#include <gtest/gtest.h>
-
 #include <map>
 #include <sstream>
 

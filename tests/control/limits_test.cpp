@@ -1,9 +1,5 @@
 #include "control/limits.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
 #include "support/bytes.h"
 #include "support/environment.h"
 #include "support/temp_folder.h"

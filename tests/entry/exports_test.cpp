@@ -1,8 +1,6 @@
-#include <gtest/gtest.h>
 #include <sys/wait.h>
 
 #include <cstdlib>
-#include <filesystem>
 #include <functional>
 
 #include "korvex/korvex.h"

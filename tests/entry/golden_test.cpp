@@ -1,4 +1,3 @@
-#include <gtest/gtest.h>
 
 #include "korvex/korvex.h"
 #include "support/generation_setup.h"

@@ -1,6 +1,4 @@
-#include <gtest/gtest.h>
 
-#include <filesystem>
 #include <functional>
 
 #include "control/limits.h"
@@ -71,18 +69,6 @@ TEST(CheckRepeatCntTest, RefusesWhatCannotBeRead) {
     EXPECT_TRUE(setup.interface.messages.empty());
   }
   EXPECT_EQ(DGCheckRepeatCnt(nullptr), -1);
-}
-
-TEST(CheckRepeatCntTest, DeletesSettingsThatNoLongerFit) {
-  RepeatSetup setup;
-  setup.write({item(1, 1), item(2, 2)});
-  std::string control = read_file(setup.long_control());
-  put_i32(control, control_header_size + control_item_size + 108, 4);  // the digits of item 2
-  write_file(setup.long_control(), control);
-  write_file(setup.data(), "data");
-  EXPECT_EQ(DGCheckRepeatCnt(setup.long_control().c_str()), -1);
-  EXPECT_EQ(setup.interface.messages.size(), 1U);
-  EXPECT_EQ(setup.folder.names(), (Names{"config", "long.ctl", "out.csv", "run.ctl"}));
 }
 
 class CreateRepeatedDataTest : public testing::Test {

@@ -95,23 +95,6 @@ TEST(SettingsWriter, NothingLeftToWriteIsACode) {
   }
 }
 
-TEST(SettingsWriter, KeepsModeAndLinkOfTheOldFile) {
-  const SettingsFolder folder;
-  const TempFolder elsewhere;
-  write_file(elsewhere.file("real"), settings_bytes({1}));
-  ASSERT_EQ(::chmod(elsewhere.file("real").c_str(), 0646), 0);
-  std::filesystem::create_symlink(elsewhere.file("real"), folder.path);
-  ClFmtFile file;
-  ASSERT_EQ(folder.load(file), 1);
-  ASSERT_EQ(file.save(1), 0);
-  EXPECT_TRUE(std::filesystem::is_symlink(folder.path));
-  struct stat status = {};
-  ASSERT_EQ(::stat(folder.path.c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 07777u, 0646u);
-  EXPECT_EQ(read_file(elsewhere.file("real")).substr(28, 4), hex("01 00 00 00"));
-  EXPECT_EQ(elsewhere.names(), std::vector<std::string>{"real"});
-}
-
 TEST(SettingsWriter, InADialogRunItRemembersTheItems) {
   const SettingsFolder folder;
   ClFmtFile file;

@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <filesystem>
 #include <functional>
 
 #include "generate/record_writer.h"
@@ -43,15 +42,6 @@ TEST_F(GenerateDataFileTest, WritesDataAndLog) {
   EXPECT_EQ(read_file(setup.log()), log_bytes(2, 1, {9, 2, 5, 9}));
   EXPECT_EQ(setup.outputs(), data_and_log);
   EXPECT_TRUE(setup.interface.messages.empty());
-}
-
-TEST_F(GenerateDataFileTest, TakesTheLevelOfTheControlFile) {
-  setup.save_settings({{.number = 1}}, 2, 0, 1);
-  setup.save_settings({{.number = 1, .texts = {"%U", "7", "9", "1"}}}, 2, 0, 4);
-  setup.write_control({.records = 2, .layout_kind = 2, .level = 4});
-  EXPECT_EQ(run(), 0);
-  EXPECT_EQ(read_file(setup.data()), "7,\n8,\n");
-  EXPECT_EQ(read_file(setup.log()), log_bytes(2, 4, {1}));
 }
 
 TEST_F(GenerateDataFileTest, NoRecordsMakeEmptyDataAndLog) {
@@ -116,24 +106,6 @@ TEST_F(GenerateDataFileTest, FailuresBeforeTheFirstRecordTouchNothing) {
     EXPECT_EQ(read_file(setup.log()), remains == data_only ? "" : "old log");
     EXPECT_TRUE(setup.interface.messages.empty());
   }
-}
-
-TEST_F(GenerateDataFileTest, SettingsThatSomebodyHoldsAreOutOfReach) {
-  setup.save_settings();
-  setup.write_control();
-  ClFmtFile other;
-  other.set_paths(setup.settings(), setup.folder.path());
-  ASSERT_EQ(other.load(1, 1, 1), 1);
-  EXPECT_EQ(run(), -2);
-  EXPECT_TRUE(setup.outputs().empty());
-}
-
-TEST_F(GenerateDataFileTest, ALogThatCannotBeMadeLeavesTheData) {
-  setup.save_settings();
-  std::filesystem::create_directory(setup.log());
-  setup.write_control();
-  EXPECT_EQ(run(), -2);
-  EXPECT_EQ(read_file(setup.data()), "001,\n002,\n003,\n");
 }
 
 TEST_F(GenerateDataFileTest, UnknownSettingsEndTheRunAndItsFile) {

@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::int64_t day_seconds = 86400;
 constexpr std::int64_t last_day = 24855;             // 2038-01-19
-constexpr std::int64_t first_second = 9 * 3600;      // 1970-01-01 09:00:00
+constexpr std::int64_t year_days = 12 * 31;          // where nobody checks them
 constexpr std::int64_t seconds_of_last_day = 11647;  // up to 03:14:07
 
 std::int64_t power(std::int64_t base, int exponent) {
@@ -41,9 +41,42 @@ std::string date_of(std::int64_t day) {
          digits_of(static_cast<unsigned>(date.day()), 2);
 }
 
+std::string short_date_of(std::int64_t day) { return date_of(day).substr(2); }
+
+// Every month has 31 days.
+template <int year_digits>
+std::string unchecked_date_of(std::int64_t day) {
+  return digits_of(day / year_days, year_digits) + digits_of(day / 31 % 12 + 1, 2) +
+         digits_of(day % 31 + 1, 2);
+}
+
 std::string time_of(std::int64_t second) {
   return digits_of(second / 3600, 2) + digits_of(second / 60 % 60, 2) + digits_of(second % 60, 2);
 }
+
+std::string timestamp_of(std::int64_t second) {
+  return date_of(second / day_seconds) + " " + time_of(second % day_seconds);
+}
+
+// Dates and times: attribute, directive, least and greatest value, size and text.
+struct Moment {
+  std::int32_t attribute;
+  const char* directive;
+  std::int64_t low, high;
+  int size;
+  std::string (*text)(std::int64_t);
+};
+constexpr Moment moments[] = {
+    {28, "4YMD", 0, last_day, 8, date_of},
+    {28, "2YMD", 0, last_day, 6, short_date_of},
+    {28, "YMD", 0, last_day, 6, short_date_of},
+    {28, "4YMA", year_days, 10'000 * year_days - 1, 8, unchecked_date_of<4>},
+    {28, "2YMA", 0, 100 * year_days - 1, 6, unchecked_date_of<2>},
+    {31, "T", 0, day_seconds - 1, 6, time_of},
+    {31, "T", 0, day_seconds - 1, 6, time_of},
+    {32, "TS", 9 * 3600, last_day* day_seconds + seconds_of_last_day, 15, timestamp_of},
+    {32, "TS", 9 * 3600, last_day* day_seconds + seconds_of_last_day, 15, timestamp_of},
+};
 
 // One directive with the texts of its start and end values, and the bytes or digits that it takes.
 struct Directive {
@@ -165,32 +198,7 @@ class Proposal {
     return all;
   }
 
-  Directive date() {
-    const bool is_short = one_in(2);
-    const char* text = !is_short ? "4YMD" : one_in(2) ? "YMD" : "2YMD";
-    return ranged(text, 0, last_day, is_short ? 6 : 8,
-                  [&](std::int64_t day) { return date_of(day).substr(is_short ? 2 : 0); });
-  }
-
-  Directive unchecked_date() {
-    constexpr std::int64_t year_days = 12 * 31;
-    const int year_digits = one_in(2) ? 2 : 4;
-    const auto text = [&](std::int64_t day) {
-      return digits_of(day / year_days, year_digits) + digits_of(day / 31 % 12 + 1, 2) +
-             digits_of(day % 31 + 1, 2);
-    };
-    return ranged(year_digits == 2 ? "2YMA" : "4YMA", year_digits == 2 ? 0 : year_days,
-                  power(10, year_digits) * year_days - 1, year_digits + 4, text);
-  }
-
-  Directive time() { return ranged("T", 0, day_seconds - 1, 6, time_of); }
-
-  Directive timestamp() {
-    return ranged("TS", first_second, last_day * day_seconds + seconds_of_last_day, 15,
-                  [](std::int64_t second) {
-                    return date_of(second / day_seconds) + " " + time_of(second % day_seconds);
-                  });
-  }
+  Directive moment(const Moment& m) { return ranged(m.directive, m.low, m.high, m.size, m.text); }
 
   std::string fixed_text(int most) {
     std::string text;
@@ -215,12 +223,8 @@ class Proposal {
       directive.size *= 2;
       return directive;
     }
-    return sort <= 2   ? unsigned_number(digits)
-           : sort == 4 ? date()
-           : sort == 5 ? unchecked_date()
-           : sort == 6 ? time()
-           : sort == 7 ? timestamp()
-                       : letters();
+    if (sort <= 2) return unsigned_number(digits);
+    return sort <= 7 ? moment(random_.pick(moments)) : letters();
   }
 
   void propose_character() {
@@ -282,12 +286,9 @@ class Proposal {
   }
 
   void propose_moment() {
-    const int attribute = random_.pick(std::array{28, 31, 32});
-    const Directive directive = attribute == 31   ? time()
-                                : attribute == 32 ? timestamp()
-                                : one_in(2)       ? date()
-                                                  : unchecked_date();
-    item_ = {attribute, 0, 20, directive.size, 0};
+    const Moment& m = random_.pick(moments);
+    const Directive directive = moment(m);
+    item_ = {m.attribute, 0, 20, m.size, 0};
     set_directive(directive);
   }
 
@@ -304,45 +305,37 @@ class Proposal {
 // Changes a field of the settings, or of one of their elements, and says what.
 std::string odd_field(RandomSettings& random, ClFmtColInf& column) {
   const auto count = std::ssize(column.elements);
+  FmtColRec& record = column.record;
   FmtItemRec& element =
       column.elements[static_cast<std::size_t>(random.between(0, count - 1))]->record;
   const std::string place = " of element " + std::to_string(element.sequence);
-  const auto set = [](const std::string& name, std::int32_t& field, std::int64_t value) {
-    field = static_cast<std::int32_t>(value);
-    return name + " = " + std::to_string(value);
-  };
-  switch (random.between(1, 11)) {
-    case 1:
-      return set("lead", column.record.lead_element, 0);
-    case 2:
-      return set("lead", column.record.lead_element, random.between(0, count + 1));
-    case 3:
-      return set("increment", column.record.increment.low, random.between(1, 30));
-    case 4: {
-      // An element of days that only carries one month runs away with more.
-      const bool is_safe = element.kind == format_kind::date || element.kind == format_kind::time;
-      return set("increment", column.record.increment.low, is_safe ? random.between(1, 3000) : 31);
-    }
-    case 5:
-      return set("width" + place, element.width, random.between(0, 30));
-    case 6:
-      return set("sub-kind" + place, element.sign,
-                 random.pick(std::array{10, 11, 12, 20, 21, 22, 0}));
-    case 7:
-      return set("kind" + place, element.kind, random.one_in(6) ? 1001 : 902);
-    case 8:
-      element.end.high = element.end.low = half_base - 1;
-      return "end behind all, " +
-             set("current high" + place, element.current.high, random.between(0, half_base - 1));
-    case 9:
-      store_field(element.start_text, "");
-      return "no start text" + place;
-    case 10:
-      column.record.digits = column.record.decimals;
-      return "item digits = decimals";
-    default:
-      return set("attribute", column.record.attribute, random.between(0, 40));
+  if (random.one_in(11)) {
+    store_field(element.start_text, "");
+    return "no start text" + place;
   }
+  // An element of days that only carries one month runs away with more.
+  const bool is_safe = element.kind == format_kind::date || element.kind == format_kind::time;
+  struct Oddity {
+    std::string name;
+    std::int32_t* field;
+    std::int64_t value;
+  };
+  const Oddity oddities[] = {
+      {"lead", &record.lead_element, 0},
+      {"lead", &record.lead_element, random.between(0, count + 1)},
+      {"increment", &record.increment.low, random.between(1, 30)},
+      {"increment", &record.increment.low, is_safe ? random.between(1, 3000) : 31},
+      {"width" + place, &element.width, random.between(0, 30)},
+      {"sub-kind" + place, &element.sign, random.pick(std::array{10, 11, 12, 20, 21, 22, 0})},
+      {"kind" + place, &element.kind, random.one_in(6) ? 1001 : 902},
+      {"no end, current high" + place, &element.current.high, random.between(0, half_base - 1)},
+      {"item digits", &record.digits, record.decimals},
+      {"attribute", &record.attribute, random.between(0, 40)},
+  };
+  const Oddity oddity = random.pick(oddities);
+  *oddity.field = static_cast<std::int32_t>(oddity.value);
+  if (oddity.field == &element.current.high) element.end.high = element.end.low = half_base - 1;
+  return oddity.name + " = " + std::to_string(oddity.value);
 }
 
 }  // namespace
@@ -352,10 +345,9 @@ std::string RandomItem::description() const {
   const ItemAttributes& item = settings.item;
   const RangeTexts& texts = settings.texts;
   out << "attribute " << item.attribute << " signed " << item.signed_flag << " length "
-      << item.length << " digits " << item.digits << " decimals " << item.decimals << ", format ["
-      << platform::to_utf8(texts.format) << "] start [" << platform::to_utf8(texts.start)
-      << "] end [" << platform::to_utf8(texts.end) << "] increment [" << texts.increment
-      << "] action " << settings.action << (oddity.empty() ? "" : ", then " + oddity);
+      << item.length << " digits " << item.digits << " decimals " << item.decimals << ", ["
+      << platform::to_utf8(texts.format + "] from [" + texts.start + "] to [" + texts.end)
+      << "] by [" << texts.increment << "] action " << settings.action << " " << oddity;
   return out.str();
 }
 

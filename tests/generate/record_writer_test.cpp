@@ -37,47 +37,31 @@ TEST(RecordWriterTest, EndsRecordsByLayoutKind) {
 constexpr std::uint64_t limit = 2'147'483'647;
 constexpr std::uint64_t line_size = 1024 * 1024;
 
-// Writes lines of one size up to a last one that brings the total to `bytes`.
-struct LimitRun {
-  std::int32_t result = 0;
-  std::uint64_t accepted = 0;
-  std::uint64_t handed_over = 0;
-};
-
-LimitRun write_up_to(std::uint64_t bytes, std::int32_t output_option) {
+// Writes lines of one size up to a last one that brings the total to `bytes`; answers the code and
+// how many bytes were handed over.
+std::pair<std::int32_t, std::uint64_t> write_up_to(std::uint64_t bytes, std::int32_t option) {
   const std::string text(line_size - 1, 'x');
   const WriteCalls calls(0);
   platform::File file;
-  LimitRun run;
-  if (file.create("/dev/null") != platform::FileCause::none) return run;
-  RecordWriter writer(file, 1, output_option);
-  while (run.result == 0 && run.accepted < bytes) {
-    const std::uint64_t size = std::min(line_size, bytes - run.accepted);
+  EXPECT_EQ(file.create("/dev/null"), platform::FileCause::none);
+  RecordWriter writer(file, 1, option);
+  std::int32_t result = 0;
+  for (std::uint64_t size = 0; result == 0 && bytes > 0; bytes -= size) {
+    size = std::min(line_size, bytes);
     append(writer, std::string_view(text).substr(0, size - 1));
-    run.result = writer.accept();
-    if (run.result == 0) run.accepted += size;
+    result = writer.accept();
   }
   EXPECT_EQ(writer.flush(), 0);
   file.close();
-  run.handed_over = calls.bytes();
-  return run;
+  return {result, calls.bytes()};
 }
 
-TEST(RecordWriterTest, StopsAtTheLineThatReachesTheLimit) {
-  const LimitRun below = write_up_to(limit - 1, guarded_output);
-  EXPECT_EQ(below.result, 0);
-  EXPECT_EQ(below.handed_over, limit - 1);
-  for (const std::uint64_t bytes : {limit, limit + 1}) {
-    const LimitRun run = write_up_to(bytes, guarded_output);
-    EXPECT_EQ(run.result, -76) << bytes;
-    EXPECT_EQ(run.handed_over, limit / line_size * line_size) << bytes;
-  }
-}
-
-TEST(RecordWriterTest, HasNoLimitWithoutTheGuard) {
-  const LimitRun run = write_up_to(limit + 1, 0);
-  EXPECT_EQ(run.result, 0);
-  EXPECT_EQ(run.handed_over, limit + 1);
+TEST(RecordWriterTest, StopsAtTheLineThatReachesTheLimitIfGuarded) {
+  const std::uint64_t whole_lines = limit / line_size * line_size;
+  EXPECT_EQ(write_up_to(limit - 1, guarded_output), std::pair(0, limit - 1));
+  EXPECT_EQ(write_up_to(limit, guarded_output), std::pair(-76, whole_lines));
+  EXPECT_EQ(write_up_to(limit + 1, guarded_output), std::pair(-76, whole_lines));
+  EXPECT_EQ(write_up_to(limit + 1, 0), std::pair(0, limit + 1));
 }
 
 TEST(RecordWriterTest, TellsAFullDiskFromOtherFailures) {

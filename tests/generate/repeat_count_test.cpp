@@ -1,10 +1,6 @@
 #include "generate/repeat_count.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
 #include <functional>
-#include <numeric>
 
 #include "format/reconcile.h"
 #include "generate/repeat_setup.h"
@@ -104,6 +100,12 @@ TEST_F(RepeatCountTest, PlainItemsCountByTheLongestAndRepeatsMultiply) {
     EXPECT_EQ(count(false), c.all);
     EXPECT_EQ(count(true), c.repeats);
   }
+  write({{.item = {4, 0, 8, 3, 0}, .texts = {"%3U", "1", "5", "1"}}, up_to(10)},
+        [](ClFmtColInf& column) { column.record.length = 0; });
+  EXPECT_EQ(count(false), (Counted{0, 10, 10 * (5 + 3)})) << "widths come from the settings";
+  write({repeated(listed("1\n2\n"), 5), up_to(7)});
+  std::filesystem::remove(setup.list_path(1));
+  EXPECT_EQ(count(true), (Counted{0, 7, 70})) << "a list that is missing counts nothing";
   write({up_to(10)});
   setup.change_settings({}, [](ClFmtFile& file) {
     ASSERT_EQ(file.set_initial_value(99, {4, 0, 5, 5, 0}), 0);
@@ -154,13 +156,6 @@ TEST_F(RepeatCountTest, CountsTheValuesOfAnItem) {
   }
 }
 
-TEST_F(RepeatCountTest, AListThatCannotBeReadCountsNothing) {
-  write({repeated(listed("1\n2\n"), 5), up_to(7)});
-  std::filesystem::remove(setup.list_path(1));
-  EXPECT_EQ(count(true), (Counted{0, 7, 70}));
-  EXPECT_EQ(count(false), (Counted{0, 7, 70}));
-}
-
 // The halves of a timestamp's span are no time; what they say is multiplied as it stands.
 TEST_F(RepeatCountTest, SpansMayBeNegative) {
   const RunItem item = moment(32, 15, {"%TS", "20240101 090000", "20240102 085500", "9"});
@@ -170,12 +165,6 @@ TEST_F(RepeatCountTest, SpansMayBeNegative) {
   EXPECT_EQ(count(true).data_items, 498U * 2 * 498);
   write({repeated(item, 1), up_to(3)});
   EXPECT_EQ(count(true).data_items, 3U);
-}
-
-TEST_F(RepeatCountTest, WidthsComeFromTheSettings) {
-  write({{.item = {4, 0, 8, 3, 0}, .texts = {"%3U", "1", "5", "1"}}, up_to(10)},
-        [](ClFmtColInf& column) { column.record.length = 0; });
-  EXPECT_EQ(count(false), (Counted{0, 10, 10 * (5 + 3)}));
 }
 
 TEST_F(RepeatCountTest, ASizeAboveTheLimitIsTooLarge) {
@@ -196,44 +185,6 @@ TEST_F(RepeatCountTest, ASizeAboveTheLimitIsTooLarge) {
   limit_size("18446744073709551614");
   write({repeated(huge, 2'147'483'647), repeated(huge, 2'147'483'647, 2)});
   for (const bool repeats_only : {true, false}) EXPECT_EQ(count(repeats_only).bytes, all_ones);
-}
-
-// The repeats end with the record that the count foretells, and unquoted fields of full width are
-// as wide as it takes them to be: beside them a line has its commas and its end.
-TEST_F(RepeatCountTest, AgreesWithTheGeneratedFile) {
-  const RunItem letter_and_number = {.item = {1, 1, 3, 3, 0},
-                                     .texts = {"%1S%2U", "A,10", "C,12", "1"}};
-  const RunItem time = moment(31, 6, {"%T", "000000", "000005", "2"});
-  const std::vector<std::vector<RunItem>> runs = {
-      {repeated(up_to(4), 3)},
-      {repeated(numbers(5, "10", "21", "4"), 2), repeated(up_to(2), 2, 4), up_to(9)},
-      {repeated(letter_and_number, 1, 3), repeated(listed("10001\n10002\n10003\n"), 2),
-       repeated(up_to(2), 3, 2)},
-      {repeated(time, 1, 2), repeated(listed("10001\n"), 4, 1), repeated(up_to(5), 1, 9),
-       repeated(up_to(2), 1, 5)},
-  };
-  for (std::vector<RunItem> items : runs) {
-    std::size_t repeats_width = 0;
-    for (RunItem& item : items) {
-      if (item.level == 0) continue;
-      item.action = exceeded_action::initialize;
-      repeats_width += static_cast<std::size_t>(item.item.length);
-    }
-    write(items);
-    const Counted counted = count(true);
-    const auto records = static_cast<std::size_t>(counted.data_items);
-    ControlFields fields = {.records = static_cast<std::int32_t>(records) + 1};
-    fields.items.resize(items.size());
-    std::iota(fields.items.begin(), fields.items.end(), 1);
-    setup.write_control(fields);
-
-    const Names lines = setup.generate();
-    ASSERT_EQ(lines.size(), records + 1);
-    std::size_t bytes = 0;
-    for (std::size_t i = 0; i < records; ++i) bytes += lines[i].size() + 1;
-    EXPECT_EQ(bytes, counted.bytes + records * (items.size() + 1));
-    EXPECT_EQ(lines.back().size(), lines[0].size() - repeats_width) << "the repeats are through";
-  }
 }
 
 class CursorInterface : public ScriptedInterface {

@@ -1,4 +1,3 @@
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <random>
@@ -82,7 +81,7 @@ Names nested_loops(const Wheels& wheels, std::size_t records_behind) {
 class RepeatOdometerTest : public testing::Test {
  protected:
   // The records that the generator writes for these items.
-  Names generated(const Wheels& wheels, std::size_t records, std::int32_t quotation = 1) {
+  Names generated(const Wheels& wheels, std::size_t records) {
     std::vector<RunItem> items;
     for (std::size_t i = 0; i < wheels.size(); ++i) {
       const Wheel& wheel = wheels[i];
@@ -100,8 +99,7 @@ class RepeatOdometerTest : public testing::Test {
       }
       items.push_back(item);
     }
-    const RunOptions options = {.records = static_cast<std::int32_t>(records),
-                                .quotation = quotation};
+    const RunOptions options = {.records = static_cast<std::int32_t>(records), .quotation = 1};
     setup.write(items, options);
     setup.change_settings(options, [&](ClFmtFile& file) {
       for (std::size_t i = 0; i < wheels.size(); ++i) {
@@ -135,17 +133,6 @@ TEST_F(RepeatOdometerTest, AnOuterItemStaysUntilTheInnerOneIsThrough) {
                    {.values = 1, .is_list = true, .level = 1, .count = 2, .action = 0}},
                   10),
             "01 11|02 11|01 11|02 11|01 11|02 11|01 11|02 11| | |");
-}
-
-TEST_F(RepeatOdometerTest, ASavedFieldKeepsItsQuotationMarks) {
-  const Wheels wheels = {{.values = 2, .level = 1, .action = 0, .is_quoted = true},
-                         {.values = 2, .is_list = true, .level = 2, .action = 0, .is_quoted = true},
-                         {.values = 2, .level = 3, .action = 0}};
-  const Names expected = {"\"01\",\"11\",21,", "\"01\",\"11\",22,", "\"01\",\"12\",21,",
-                          "\"01\",\"12\",22,", "\"02\",\"11\",21,"};
-  EXPECT_EQ(generated(wheels, 5), expected);
-  EXPECT_EQ(generated(wheels, 9).back(), "\"\",\"\",,");
-  EXPECT_EQ(generated(wheels, 5, 0).front(), "01,11,21,");
 }
 
 // The item wraps with every record, so that its finished flag is never cleared once it is set: the

@@ -17,19 +17,15 @@ struct RunItem {
   ItemAttributes item = {4, 0, 20, 18, 0};
   RangeTexts texts = {};
   std::optional<std::string> list = std::nullopt;
-  std::int32_t level = 0;  // of its repeat; 0 for none
-  std::int32_t count = 1;
+  std::int32_t level = 0, count = 1;  // of its repeat; level 0 for none
   std::int32_t action = exceeded_action::repeat;
-  std::string name = "";
-  std::string description = "";
+  std::string name = "", description = "";
   bool is_in_settings = true;
 };
 
 // What goes with the items of a run.
 struct RunOptions {
-  std::int32_t records = 3;
-  std::int32_t layout_kind = 1;
-  std::int32_t quotation = 0;
+  std::int32_t records = 3, layout_kind = 1, quotation = 0;
   std::int32_t repeat_flag = 1;  // of the level
 };
 

@@ -1,7 +1,5 @@
 #include "generate/repeat_table.h"
 
-#include <gtest/gtest.h>
-
 #include "generate/repeat_setup.h"
 
 namespace korvex::test {
@@ -64,21 +62,28 @@ TEST_F(RepeatTableTest, OrdersTheRepeatedItemsByLevel) {
 TEST_F(RepeatTableTest, IsEmptyWithoutRepeatedItems) {
   EXPECT_EQ(build({repeated(1, 0), repeated(2, 0)}), 0);
   EXPECT_TRUE(table.is_empty());
-  // What repeats must also be an item of the control file.
-  setup.write_control({.items = {2}});
-  EXPECT_EQ(build({repeated(1, 0), repeated(2, 0)}, false), 0);
-  EXPECT_TRUE(table.is_empty());
 }
 
-TEST_F(RepeatTableTest, ALevelBelongsToOneItem) {
+// A level taken twice comes before a missing first level, and both before the limit.
+TEST_F(RepeatTableTest, RefusesLevels) {
   EXPECT_EQ(build({repeated(1, 1), repeated(2, 3), repeated(3, 2), repeated(4, 2)}), -104);
   EXPECT_EQ(main->message_context, "\nNAME3 : words 3") << "the first of the two in item order";
-  EXPECT_EQ(build({repeated(4, 2), repeated(3, 2)}), -104) << "comes before a missing level 1";
-  EXPECT_EQ(main->message_context, "\nNAME4 : words 4");
   EXPECT_EQ(build({repeated(4, 1), repeated(3, 1)}, false), -104);
   EXPECT_EQ(main->message_context, "\n : ") << "the short control file has no names";
-  limit_repeats("1");
-  EXPECT_EQ(build({repeated(4, 1), repeated(3, 1)}), -104) << "comes before the limit";
+  const std::vector<RunItem> three = {repeated(1, 2), repeated(2, 3), repeated(3, 1)};
+  const std::tuple<const char*, std::vector<RunItem>, std::int32_t, std::int32_t> cases[] = {
+      {"1", {repeated(4, 2), repeated(3, 2)}, -104, 0},
+      {"1", {repeated(1, 2), repeated(2, 3)}, -108, 0},
+      {"2", three, -109, 2},
+      {"3", three, 0, 0},
+      {"0", three, 0, 0},
+      {"18446744073709551615", three, 0, 0},
+  };
+  for (const auto& [limit, items, result, shown] : cases) {
+    limit_repeats(limit);
+    EXPECT_EQ(build(items), result) << limit;
+    EXPECT_EQ(main->largest_repeat_count, shown);
+  }
 }
 
 // An item that stands twice is no other item, but it counts twice against the limit.
@@ -91,23 +96,6 @@ TEST_F(RepeatTableTest, AnItemMayStandTwice) {
   EXPECT_TRUE(table.find_level(2)->innermost);
   limit_repeats("2");
   EXPECT_EQ(build_again(false), -109);
-}
-
-TEST_F(RepeatTableTest, TheFirstLevelMustBeThere) {
-  EXPECT_EQ(build({repeated(1, 2), repeated(2, 3)}), -108);
-  limit_repeats("1");
-  EXPECT_EQ(build({repeated(1, 2), repeated(2, 3)}), -108) << "comes before the limit";
-}
-
-TEST_F(RepeatTableTest, TheNumberOfRepeatsMayBeLimited) {
-  const std::vector<RunItem> three = {repeated(1, 2), repeated(2, 3), repeated(3, 1)};
-  const std::tuple<const char*, std::int32_t, std::int32_t> cases[] = {
-      {"2", -109, 2}, {"3", 0, 0}, {"0", 0, 0}, {"1", -109, 1}, {"18446744073709551615", 0, 0}};
-  for (const auto& [limit, result, shown] : cases) {
-    limit_repeats(limit);
-    EXPECT_EQ(build(three), result) << limit;
-    EXPECT_EQ(main->largest_repeat_count, shown);
-  }
 }
 
 TEST_F(RepeatTableTest, ChecksALevelAgainstOtherItems) {

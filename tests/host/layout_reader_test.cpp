@@ -1,8 +1,5 @@
 #include "host/layout_reader.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
 #include <sstream>
 
 #include "format/records.h"

@@ -1,10 +1,8 @@
-#include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
-#include <filesystem>
 #include <functional>
 #include <sstream>
 #include <thread>
@@ -145,24 +143,6 @@ TEST_F(Process, AnInterruptCancelsTheRun) {
   EXPECT_EQ(err(), "99079:Data generation was aborted.\nThe data file was not created.\n");
   EXPECT_FALSE(fs::exists("d.csv"));
   EXPECT_TRUE(fs::is_empty("w"));
-}
-
-TEST_F(Process, BadLinesOfferTheirReport) {
-  write_file("prices.txt", "12\n\n1x\n");
-  write_file("l.toml", layout_of(listed_item("A", "prices.txt")));
-  const std::string path = fs::current_path().string() + "/prices.txt";
-  EXPECT_EQ(run({"generate", "l.toml"}), 1);
-  EXPECT_EQ(err(), path +
-                       "\n99135:An error occurred while the Enumeration file data was checked.\n"
-                       "Correct the erroneous data, then retry.\nError file " +
-                       path + ".err was created. \nView the file?\n");
-  EXPECT_TRUE(fs::exists("prices.txt.err"));
-
-  const ScopedVariable answer("KORVEX_ANSWER", "yes");
-  const ScopedVariable editor("KORVEX_EDITOR", "rm");
-  EXPECT_EQ(run({"generate", "l.toml"}), 1);
-  wait_until([] { return !fs::exists("prices.txt.err"); });
-  EXPECT_FALSE(fs::exists("prices.txt.err"));  // the editor was given just that
 }
 
 TEST_F(Process, RepeatsGiveEveryCombination) {

@@ -1,8 +1,5 @@
 #include "host/settings_editor.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
 #include <memory>
 
 #include "format/error_codes.h"
@@ -27,21 +24,18 @@ LayoutItem number_item(std::int32_t number) {
   return item;
 }
 
-ItemValues range(const std::string& format, const std::string& start, const std::string& end) {
-  ItemValues values;
-  values.source = ValueSource::range;
-  values.texts = {format, start, end, "1"};
-  values.choices = {exceeded_action::repeat, 1};
-  return values;
-}
-
 ItemValues of_source(ValueSource source) {
   ItemValues values;
   values.source = source;
   return values;
 }
 
-ItemValues initial() { return of_source(ValueSource::initial); }
+ItemValues range(const std::string& format, const std::string& start, const std::string& end) {
+  ItemValues values = of_source(ValueSource::range);
+  values.texts = {format, start, end, "1"};
+  values.choices = {exceeded_action::repeat, 1};
+  return values;
+}
 
 ItemValues reference(const std::string& name) {
   ItemValues values = of_source(ValueSource::reference);
@@ -49,7 +43,7 @@ ItemValues reference(const std::string& name) {
   return values;
 }
 
-ItemValues enumeration(const std::string& file, std::int32_t action = exceeded_action::repeat) {
+ItemValues enumeration(const std::string& file, std::int32_t action) {
   ItemValues values = of_source(ValueSource::enumeration);
   values.file = file;
   values.choices.exceeded_action = action;
@@ -60,6 +54,10 @@ ItemValues repeated(ItemValues values, std::int32_t level, std::int32_t count) {
   values.repeat = RepeatSettings{level, count};
   return values;
 }
+
+const ItemValues initial = of_source(ValueSource::initial);
+const ItemValues standard = of_source(ValueSource::attribute_default);
+const ItemValues one_to_nine = range("%5U", "1", "9");
 
 class SettingsEditor : public testing::Test {
  protected:
@@ -121,7 +119,7 @@ TEST_F(SettingsEditor, WritesRangeAndInitialValue) {
   layout.work = folder.file("e");
   layout.items = {number_item(1), number_item(5)};
   layout.items[0].values = range("%5U", "7", "");  // no end: the largest of five digits
-  layout.items[1].values = initial();
+  layout.items[1].values = initial;
   const SettingsResult result = write();
   EXPECT_EQ(result.file_code, 0);
   EXPECT_TRUE(result.failures.empty());
@@ -148,7 +146,7 @@ TEST_F(SettingsEditor, KeepsWhatTheLayoutDoesNotName) {
   layout.quotation = 1;
   layout.items = {number_item(201), number_item(300)};
   layout.items[0].attributes = {4, 0, 1, 1, 0};
-  layout.items[1].values = initial();
+  layout.items[1].values = initial;
   const SettingsResult result = write_settings_of(layout);
   EXPECT_EQ(result.file_code, 0);
   EXPECT_EQ(result.items_with_settings, 4u);
@@ -165,7 +163,7 @@ TEST_F(SettingsEditor, ReportsEveryFailingItemAndSavesNothing) {
   for (const bool exists : {false, true}) {
     if (exists) test::write_file(layout.settings, before);
     layout.work = folder.file("work");
-    set_items({reference("B"), range("%6U", "1", "9"), reference("Z"), initial()});
+    set_items({reference("B"), range("%6U", "1", "9"), reference("Z"), initial});
     layout.items[3].nullable = false;
     const SettingsResult result = write();
     EXPECT_EQ(result.file_code, 0);
@@ -186,23 +184,13 @@ TEST_F(SettingsEditor, AnswersTheCodeOfTheFile) {
   layout.items = {number_item(1)};
   EXPECT_EQ(write_settings_of(layout).file_code, error::no_format_for_item);
 
-  layout.items[0].values = initial();
+  layout.items[0].values = initial;
   test::write_file(layout.settings, "no settings, but long enough to hold a header of 44 bytes");
   EXPECT_EQ(write_settings_of(layout).file_code, error::version_mismatch);
-
-  test::write_file(layout.settings, test::settings_bytes({1}));
-  layout.kind = layout_kind::table;
-  EXPECT_EQ(write_settings_of(layout).file_code, error::other_system);
-
-  layout.kind = layout_kind::record_file;
-  platform::File other;
-  ASSERT_EQ(other.open_for_reading(layout.settings, platform::Sharing::exclusive),
-            platform::FileCause::none);
-  EXPECT_EQ(write_settings_of(layout).file_code, error::cannot_open);
 }
 
 TEST_F(SettingsEditor, WritesEnumerationsReferencesAndRepeats) {
-  set_items({repeated(enumeration("/lists/a.txt"), 2, 7),
+  set_items({repeated(enumeration("/lists/a.txt", exceeded_action::repeat), 2, 7),
              enumeration("/lists/b.txt", exceeded_action::initialize),
              repeated(reference("A"), 1, 9)});
   layout.items[2].attributes.length = 6;  // its own attributes stay its own
@@ -224,7 +212,7 @@ TEST_F(SettingsEditor, WritesEnumerationsReferencesAndRepeats) {
 }
 
 TEST_F(SettingsEditor, ClearsRepeatsThatTheLayoutNoLongerHas) {
-  set_items({repeated(range("%5U", "1", "9"), 1, 3), range("%5U", "1", "9")});
+  set_items({repeated(one_to_nine, 1, 3), one_to_nine});
   EXPECT_EQ(write().repeated_items, 1);
   EXPECT_EQ(saved().current_level()->record.repeat_flag, 1);
   EXPECT_EQ(column(1).repeat_count, 3);
@@ -233,7 +221,7 @@ TEST_F(SettingsEditor, ClearsRepeatsThatTheLayoutNoLongerHas) {
   EXPECT_EQ(write().repeated_items, 1);
   EXPECT_EQ(column(1).repeat_count, 3);
 
-  layout.items[0].values = range("%5U", "1", "9");
+  layout.items[0].values = one_to_nine;
   EXPECT_EQ(write().repeated_items, 0);
   EXPECT_EQ(saved().current_level()->record.repeat_flag, 0);
   const FmtColRec& settings = column(1);
@@ -264,8 +252,7 @@ TEST_F(SettingsEditor, AReferenceTakesTheSourcesValues) {
 }
 
 TEST_F(SettingsEditor, ADefaultIsTheAttributesOwnRangeAndAnInitialValueAnyReferences) {
-  set_items({of_source(ValueSource::attribute_default), of_source(ValueSource::attribute_default),
-             initial(), reference("C")});
+  set_items({standard, standard, initial, reference("C")});
   layout.items[1].attributes = layout.items[3].attributes = {28, 0, 8, 8, 0};
   ASSERT_EQ(failures(), Codes{});
   EXPECT_EQ(field_text(column(1).format), "%5U");
@@ -284,24 +271,22 @@ TEST_F(SettingsEditor, RefusesReferencesThatLeadNowhere) {
   EXPECT_EQ(failures(), Codes{error::reference_attribute_differs});
   set_items({reference("B"), reference("A")});  // whoever comes first finds nothing
   EXPECT_EQ(failures(), (Codes{error::format_not_set, error::format_not_set}));
-  set_items({reference("B"), initial()});
+  set_items({reference("B"), initial});
   layout.items[0].nullable = false;
   EXPECT_EQ(failures(), Codes{error::null_not_allowed});
-  set_items({reference("B"), initial()});
+  set_items({reference("B"), initial});
   layout.items[1].values.reset();  // without settings
   EXPECT_EQ(failures(), Codes{error::format_not_set});
 }
 
 TEST_F(SettingsEditor, RefusesZerosInRepeats) {
-  set_items({repeated(range("%5U", "1", "9"), 1, 0), repeated(range("%5U", "1", "9"), 0, 0),
-             repeated(range("%5U", "1", "9"), 2, 1)});
+  set_items(
+      {repeated(one_to_nine, 1, 0), repeated(one_to_nine, 0, 0), repeated(one_to_nine, 2, 1)});
   EXPECT_EQ(failures(), (Codes{error::repeat_count_zero, error::repeat_level_zero}));
 }
 
 TEST_F(SettingsEditor, KeptSettingsThatNoLongerFitAreDeleted) {
-  test::write_file(folder.file("d.csv"), "old data");
-  test::write_file(folder.file("d.log"), "old log");
-  set_items({range("%5U", "1", "9"), range("%5U", "1", "9")});
+  set_items({one_to_nine, one_to_nine});
   ASSERT_EQ(write().file_code, 0);
 
   // New values always fit; it is the kept ones that count.
@@ -310,11 +295,9 @@ TEST_F(SettingsEditor, KeptSettingsThatNoLongerFitAreDeleted) {
   layout.items[1].values.reset();
   EXPECT_EQ(write().file_code, 0);
 
-  layout.data = folder.file("new/d.csv");
   layout.items[1].attributes.digits = 4;
   EXPECT_EQ(write().file_code, error::settings_mismatch);
-  EXPECT_EQ(folder.names(), (std::vector<std::string>{"d.csv", "d.log", "new"}));
-  EXPECT_EQ(read_file(folder.file("d.csv")), "old data");
+  EXPECT_FALSE(platform::exists(layout.settings));
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "host/show.h"
 
-#include <gtest/gtest.h>
-
 #include <sstream>
 
 #include "platform/file.h"

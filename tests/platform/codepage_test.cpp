@@ -1,7 +1,5 @@
 #include "platform/codepage.h"
 
-#include <gtest/gtest.h>
-
 #include "support/bytes.h"
 
 namespace korvex::platform {

@@ -1,6 +1,5 @@
 #include "platform/console_interface.h"
 
-#include <gtest/gtest.h>
 #include <signal.h>
 
 #include "support/bytes.h"

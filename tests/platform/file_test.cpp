@@ -65,19 +65,6 @@ TEST(File, WritesAcrossTheBufferInFewCalls) {
             expected.size() / File::write_buffer_size + 1);
 }
 
-TEST(File, SeekHandsOverWhatWasWritten) {
-  const TempFolder folder;
-  File file;
-  ASSERT_EQ(file.create(folder.file("out")), FileCause::none);
-  EXPECT_EQ(file.write("header", 6), FileCause::none);
-  EXPECT_EQ(file.seek(10), FileCause::none);
-  EXPECT_EQ(file.write("area", 4), FileCause::none);
-  EXPECT_EQ(file.seek(0), FileCause::none);
-  EXPECT_EQ(file.write("H", 1), FileCause::none);
-  EXPECT_EQ(file.close(), FileCause::none);
-  EXPECT_EQ(read_file(folder.file("out")), std::string("Header\0\0\0\0area", 14));
-}
-
 // The calls of the system with one of them replaced.
 template <auto Member, typename Call>
 FileCalls with_call(Call call) {

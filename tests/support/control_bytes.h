@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstdint>
-#include <string>
 #include <vector>
 
 #include "support/bytes.h"
@@ -13,27 +11,15 @@ inline constexpr std::size_t control_header_size = 1020;
 inline constexpr std::size_t control_item_size = 136;
 
 struct ControlHead {
-  std::int32_t records = 10;
-  std::int32_t layout_kind = 1;
-  std::int32_t null_default = 0;
-  std::int32_t host_value = 0;
-  std::int32_t level = 1;
-  std::string data_path = "";
-  std::string settings_path = "";
-  std::string work_folder = "";
+  std::int32_t records = 10, layout_kind = 1, null_default = 0, host_value = 0, level = 1;
+  std::string data_path = "", settings_path = "", work_folder = "";
 };
 
 struct ControlItemFields {
   std::int32_t item_number = 1;
-  std::string name = "ITEM";
-  std::string description = "";
-  std::int32_t attribute = 4;
-  std::int32_t signed_flag = 0;
-  std::int32_t length = 9;
-  std::int32_t digits = 5;
-  std::int32_t decimals = 0;
-  std::int32_t host_value = 0;
-  std::int32_t null_allowed = 0;
+  std::string name = "ITEM", description = "";
+  std::int32_t attribute = 4, signed_flag = 0, length = 9, digits = 5, decimals = 0;
+  std::int32_t host_value = 0, null_allowed = 0;
 };
 
 // The bytes that nobody reads are not zero.

@@ -15,12 +15,9 @@ namespace korvex::test {
 
 // What a control file in the short form says; empty paths become those of the setup.
 struct ControlFields {
-  std::int32_t records = 3;
-  std::int32_t layout_kind = 1;
-  std::int32_t level = 1;
+  std::int32_t records = 3, layout_kind = 1, level = 1;
   std::vector<std::int32_t> items = {1};
-  std::string data = "";
-  std::string work = "";
+  std::string data = "", work = "";
 };
 
 // One item's settings as they are saved; without a format the initial value.
