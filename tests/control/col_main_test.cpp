@@ -177,6 +177,14 @@ TEST_F(ColMainTest, LoadingReadsTheLimits) {
   EXPECT_EQ(main.limits().repeat_max, 6u);
 }
 
+TEST_F(ColMainTest, ClassesAreMadeByName) {
+  for (const char* name : {"ClColMain", "ClDGCol", "ClFmtFile", "ClFmtCom", "ClFmtLvlInf",
+                           "ClFmtColInf", "ClFmtItemInf"}) {
+    EXPECT_NE(platform::create_object(name), nullptr) << name;
+  }
+  EXPECT_EQ(platform::create_object("ClNothing"), nullptr);
+}
+
 class TemporaryControlFile : public ColMainTest {
  protected:
   // Saves ranges for the items 30, 10 and 20, so that these are the items to generate.

@@ -23,18 +23,12 @@ RunItem item(std::int32_t number, std::int32_t level = 0, std::int32_t count = 1
           .name = "NAME"};
 }
 
-void limit_repeats(const std::string& limit) {
-  const platform::SettingsStore store(platform::host_key());
-  ASSERT_EQ(write_store_value(store, "RepeatLevelNumMax", limit), 0);
-}
-
 // Also lists that fail their check and sizes that are too large can be evaluated.
 TEST(CheckRepeatCntTest, AcceptsSettingsThatCanBeEvaluated) {
   RunItem bad = item(1, 1);
   bad.list = "x\n";
   RepeatSetup setup;
-  const platform::SettingsStore store(platform::host_key());
-  ASSERT_EQ(write_store_value(store, "CheckFileSizeMax", "1"), 0);
+  setup.limit("CheckFileSizeMax", "1");
   const std::vector<std::vector<RunItem>> runs = {
       {item(1, 1, 3), item(2)}, {item(1), item(2)}, {item(1, 2), item(2, 2)}, {bad}};
   for (const std::vector<RunItem>& items : runs) {
@@ -89,7 +83,7 @@ class CreateRepeatedDataTest : public testing::Test {
 };
 
 TEST_F(CreateRepeatedDataTest, RefusedRepeatsWriteNothing) {
-  limit_repeats("2");
+  setup.limit("RepeatLevelNumMax", "2");
   write_file(setup.data(), "old");
   const std::tuple<std::vector<RunItem>, std::int32_t, std::string> cases[] = {
       {{item(1, 1), item(2, 1)}, -104, "99104:Repeat is already specified for the same level."},

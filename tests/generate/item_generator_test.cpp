@@ -48,12 +48,6 @@ TEST(ItemGeneratorTest, WithoutALeadNothingEnds) {
   }
 }
 
-TEST(ItemGeneratorTest, AnElementWithoutTextIsOff) {
-  auto column = make_column({character_item, {"%S'-'%U", "A,1", "C,9", "1"}});
-  column->elements[2]->record.start_text[0] = '\0';
-  EXPECT_EQ(fields(*column, 2, 1, true), "\"A-\"|\"B-\"");
-}
-
 TEST(ItemGeneratorTest, UnknownWaysOfCountingFailTheRun) {
   const std::tuple<std::int32_t, std::int32_t, std::string> cases[] = {
       {900, 13, "-40"}, {900, 1, "-40"},  {902, 12, "-40"},   {902, 22, "-40"},

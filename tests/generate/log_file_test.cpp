@@ -16,15 +16,6 @@ TEST(LogFileTest, IsNamedAfterTheDataFile) {
   for (const auto& [data, log] : cases) EXPECT_EQ(log_path("/logs", data), log);
 }
 
-TEST(LogFileTest, HoldsItsRecordsByteForByte) {
-  const TempFolder folder;
-  const std::string path = folder.file("out.log");
-  write_file(path, std::string(500, 'x'));
-  EXPECT_EQ(write_log(path, {258, 3, {7, -1}}), 0);
-  EXPECT_EQ(read_file(path),
-            hex("02 01 00 00  03 00 00 00  02 00 00 00  00 00 00 00  07 00 00 00  FF FF FF FF"));
-}
-
 TEST(LogFileTest, AnOlderLogGoesWithTheRunThatFoundNoSettings) {
   const TempFolder folder;
   write_file(folder.file("out.log"), "old");

@@ -58,11 +58,6 @@ class RepeatCountTest : public testing::Test {
     setup.change_settings({}, [&](ClFmtFile& file) { change(*file.find_column(1)); });
   }
 
-  void limit_size(const std::string& limit) const {
-    const platform::SettingsStore store(platform::host_key());
-    ASSERT_EQ(write_store_value(store, "CheckFileSizeMax", limit), 0);
-  }
-
   // The count of what was written last.
   Counted count(bool repeats_only) {
     ClColMain main;
@@ -72,10 +67,13 @@ class RepeatCountTest : public testing::Test {
     EXPECT_GE(reconcile(main), 0);
     RepeatCount counted = {77, 77};
     const std::int32_t result = count_data_items(main, repeats_only, counted);
+    left_out.clear();
+    for (const auto& item : main.items) left_out.push_back(item->state == 16);
     return {result, counted.data_items, counted.predicted_bytes};
   }
 
   RepeatSetup setup;
+  std::vector<bool> left_out;  // items without settings
 };
 
 TEST_F(RepeatCountTest, PlainItemsCountByTheLongestAndRepeatsMultiply) {
@@ -99,6 +97,9 @@ TEST_F(RepeatCountTest, PlainItemsCountByTheLongestAndRepeatsMultiply) {
     write(c.items);
     EXPECT_EQ(count(false), c.all);
     EXPECT_EQ(count(true), c.repeats);
+    for (std::size_t i = 0; i < c.items.size(); ++i) {
+      EXPECT_EQ(left_out[i], !c.items[i].is_in_settings);
+    }
   }
   write({{.item = {4, 0, 8, 3, 0}, .texts = {"%3U", "1", "5", "1"}}, up_to(10)},
         [](ClFmtColInf& column) { column.record.length = 0; });
@@ -168,7 +169,7 @@ TEST_F(RepeatCountTest, SpansMayBeNegative) {
 }
 
 TEST_F(RepeatCountTest, ASizeAboveTheLimitIsTooLarge) {
-  limit_size("1000");
+  setup.limit("CheckFileSizeMax", "1000");
   write({up_to(100), up_to(50)});
   EXPECT_EQ(count(false), (Counted{0, 100, 1000}));
   // The pass stops where the size is too large, whatever comes behind.
@@ -182,7 +183,7 @@ TEST_F(RepeatCountTest, ASizeAboveTheLimitIsTooLarge) {
   EXPECT_EQ(count(true), (Counted{0, 120, all_ones})) << "stopped behind the first item";
   // Products beyond all numbers are too large for any limit.
   const RunItem huge = numbers(18, "1", "999999999999999999");
-  limit_size("18446744073709551614");
+  setup.limit("CheckFileSizeMax", "18446744073709551614");
   write({repeated(huge, 2'147'483'647), repeated(huge, 2'147'483'647, 2)});
   for (const bool repeats_only : {true, false}) EXPECT_EQ(count(repeats_only).bytes, all_ones);
 }
@@ -211,7 +212,7 @@ TEST_F(RepeatCountTest, TheCalculationSaysWhetherItCouldCount) {
   run(1, 12);
   write({up_to(100)});  // nothing repeats
   run(1, 0);
-  limit_size("1000");
+  setup.limit("CheckFileSizeMax", "1000");
   write({repeated(up_to(101), 1), up_to(2)});  // too large
   run(1, 0);
   std::filesystem::remove(setup.settings());

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "control/limits.h"
 #include "format/record_text.h"
 #include "generate/generate_data_file.h"
 #include "support/generation_setup.h"
@@ -36,6 +37,10 @@ class RepeatSetup : public GenerationSetup {
     return folder.file("list" + std::to_string(number) + ".txt");
   }
   std::string long_control() const { return folder.file("long.ctl"); }
+
+  static void limit(const char* name, const std::string& value) {
+    ASSERT_EQ(write_store_value(platform::SettingsStore(platform::host_key()), name, value), 0);
+  }
 
   // Writes everything that the run reads.
   void write(const std::vector<RunItem>& items, const RunOptions& options = {}) const {

@@ -33,11 +33,6 @@ class RepeatTableTest : public testing::Test {
     return table.build(*main);
   }
 
-  void limit_repeats(const std::string& limit) const {
-    const platform::SettingsStore store(platform::host_key());
-    ASSERT_EQ(write_store_value(store, "RepeatLevelNumMax", limit), 0);
-  }
-
   RepeatSetup setup;
   std::unique_ptr<ClColMain> main;
   RepeatTable table;
@@ -80,7 +75,7 @@ TEST_F(RepeatTableTest, RefusesLevels) {
       {"18446744073709551615", three, 0, 0},
   };
   for (const auto& [limit, items, result, shown] : cases) {
-    limit_repeats(limit);
+    setup.limit("RepeatLevelNumMax", limit);
     EXPECT_EQ(build(items), result) << limit;
     EXPECT_EQ(main->largest_repeat_count, shown);
   }
@@ -94,7 +89,7 @@ TEST_F(RepeatTableTest, AnItemMayStandTwice) {
   EXPECT_EQ(table.find_level(1)->item_number, 5);
   EXPECT_EQ(table.next_inner(*table.find_level(2)), nullptr);
   EXPECT_TRUE(table.find_level(2)->innermost);
-  limit_repeats("2");
+  setup.limit("RepeatLevelNumMax", "2");
   EXPECT_EQ(build_again(false), -109);
 }
 
