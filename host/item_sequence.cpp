@@ -134,13 +134,13 @@ ItemSequence list_sequence(const ClEnumDataList& values, bool runs_empty) {
   item.period = item.end;
   item.different = 0;
   std::unordered_set<std::string_view> met;
-  for (std::int32_t i = 0; i < values.count(); ++i) {
-    const ClEnumData value = values.value(i);
+  for (EnumCursor cursor(values); !cursor.is_at_end(); cursor.next()) {
+    const ClEnumData value = cursor.value();
     if (item.texts.empty() || item.texts.back().bytes != value.size()) {
       item.texts.push_back({0, value.size()});
     }
     ++item.texts.back().count;
-    if (met.insert(value).second && item.different == static_cast<std::uint64_t>(i)) {
+    if (met.insert(value).second && item.different == static_cast<std::uint64_t>(cursor.index())) {
       ++item.different;
     }
   }
