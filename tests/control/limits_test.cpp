@@ -1,9 +1,5 @@
 #include "control/limits.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
 #include "support/bytes.h"
 #include "support/environment.h"
 #include "support/temp_folder.h"
@@ -13,6 +9,8 @@ namespace {
 
 using test::read_file;
 using test::write_file;
+
+constexpr std::uint64_t standard = 10'000'000'000;
 
 class LimitsTest : public testing::Test {
  protected:
@@ -27,55 +25,44 @@ class LimitsTest : public testing::Test {
   std::string path = folder.file("Host/Korvex.conf");
 };
 
-TEST_F(LimitsTest, AMissingStoreGetsTheDefaults) {
-  const Limits limits = read_limits(store);
-  EXPECT_EQ(limits.file_size_max, 10'000'000'000u);
-  EXPECT_EQ(limits.repeat_max, 0u);
-  EXPECT_EQ(read_file(path), "CheckFileSizeMax=10000000000\nRepeatLevelNumMax=0\n");
-}
-
 TEST_F(LimitsTest, ReadsDigitsAndReplacesAnythingElse) {
-  constexpr std::uint64_t standard = 10'000'000'000;
-  struct Row {
-    std::string size;
-    std::string repeat;
-    std::uint64_t size_limit;
-    std::uint64_t repeat_limit;
-    std::string size_after;
-    std::string repeat_after;
-  };
   const std::string longest = std::string(1022, '0') + "5";
-  const Row rows[] = {
-      {"2147483648", "5", 2147483648, 5, "2147483648", "5"},
-      {"18446744073709551615", "18446744073709551615", UINT64_MAX, UINT64_MAX,
-       "18446744073709551615", "18446744073709551615"},
-      // The arithmetic is 64 bits wide and wraps.
-      {"18446744073709551617", "18446744073709551616", 1, 0, "18446744073709551617",
-       "18446744073709551616"},
-      {"12a4", "5x", standard, 0, "10000000000", "0"},
-      {"-5", "+5", standard, 0, "10000000000", "0"},
-      {" 5", "5 ", standard, 0, "10000000000", "0"},
-      {"000", "007", standard, 7, "000", "007"},
-      {"", "", standard, 0, "10000000000", "0"},
-      {longest, longest, 5, 5, longest, longest},
-      {"0" + longest, "0" + longest, standard, 0, "10000000000", "0"},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.size.substr(0, 30) + " and " + row.repeat.substr(0, 30));
-    write_store("CheckFileSizeMax=" + row.size + "\nOther=x\nRepeatLevelNumMax=" + row.repeat +
+  const std::string most = "18446744073709551615";
+  const std::string wraps = "18446744073709551617";  // the arithmetic is 64 bits wide
+  // As it stands in the store, the limit, and what the store holds then.
+  const std::tuple<std::string, std::uint64_t, std::string> sizes[] = {
+      {"2147483648", 2147483648, "2147483648"},
+      {most, UINT64_MAX, most},
+      {wraps, 1, wraps},
+      {"000", standard, "000"},
+      {longest, 5, longest},
+      {"0" + longest, standard, "10000000000"}};
+  const std::tuple<std::string, std::uint64_t, std::string> repeats[] = {
+      {"5", 5, "5"},     {most, UINT64_MAX, most}, {wraps, 1, wraps},
+      {"007", 7, "007"}, {longest, 5, longest},    {"0" + longest, 0, "0"}};
+  const auto check = [&](const auto& size, const auto& repeat) {
+    const auto& [size_text, size_limit, size_after] = size;
+    const auto& [repeat_text, repeat_limit, repeat_after] = repeat;
+    SCOPED_TRACE(size_text.substr(0, 30) + " and " + repeat_text.substr(0, 30));
+    write_store("CheckFileSizeMax=" + size_text + "\nOther=x\nRepeatLevelNumMax=" + repeat_text +
                 "\n");
     const Limits limits = read_limits(store);
-    EXPECT_EQ(limits.file_size_max, row.size_limit);
-    EXPECT_EQ(limits.repeat_max, row.repeat_limit);
-    EXPECT_EQ(read_file(path), "CheckFileSizeMax=" + row.size_after +
-                                   "\nOther=x\nRepeatLevelNumMax=" + row.repeat_after + "\n");
+    EXPECT_EQ(limits.file_size_max, size_limit);
+    EXPECT_EQ(limits.repeat_max, repeat_limit);
+    EXPECT_EQ(read_file(path), "CheckFileSizeMax=" + size_after +
+                                   "\nOther=x\nRepeatLevelNumMax=" + repeat_after + "\n");
+  };
+  for (std::size_t i = 0; i < std::size(sizes); ++i) check(sizes[i], repeats[i]);
+  for (const std::string bad : {"", "12a4", "-5", "+5", " 5", "5 "}) {
+    check(std::tuple(bad, standard, std::string("10000000000")),
+          std::tuple(bad, std::uint64_t{0}, std::string("0")));
   }
 }
 
 TEST_F(LimitsTest, AStoreThatCannotBeUsedStopsNothing) {
   std::filesystem::create_directories(path);
   const Limits limits = read_limits(store);
-  EXPECT_EQ(limits.file_size_max, 10'000'000'000u);
+  EXPECT_EQ(limits.file_size_max, standard);
   EXPECT_EQ(limits.repeat_max, 0u);
 }
 

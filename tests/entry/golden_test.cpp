@@ -1,4 +1,3 @@
-#include <gtest/gtest.h>
 
 #include "korvex/korvex.h"
 #include "support/generation_setup.h"
@@ -23,29 +22,23 @@ std::vector<SavedItem> golden_items() {
   };
 }
 
-struct GoldenCase {
-  std::int32_t layout_kind;
-  std::int32_t quotation;
-  std::string name;
-};
-
 TEST(GoldenTest, WholeRunsGiveTheSameBytes) {
-  const GoldenCase cases[] = {
+  const std::tuple<std::int32_t, std::int32_t, std::string> cases[] = {
       {1, 0, "record_plain.csv"}, {1, 1, "record_quoted.csv"}, {2, 0, "table_plain.csv"},
       {2, 1, "table_quoted.csv"}, {3, 0, "third_plain.csv"},   {3, 1, "third_quoted.csv"},
   };
   const std::string golden = KORVEX_GOLDEN_FOLDER "/";
-  for (const GoldenCase& row : cases) {
-    SCOPED_TRACE(row.name);
+  for (const auto& [kind, quotation, name] : cases) {
+    SCOPED_TRACE(name);
     const GenerationSetup setup;
-    setup.save_settings(golden_items(), row.layout_kind, row.quotation, 3);
+    setup.save_settings(golden_items(), kind, quotation, 3);
     setup.write_control({.records = 6,
-                         .layout_kind = row.layout_kind,
+                         .layout_kind = kind,
                          .level = 3,
                          .items = {2, 1, 3, 99, 7, 4, 5, 6, 8, 9, 10, 12}});
     const std::string settings = read_file(setup.settings());
     EXPECT_EQ(DGCreateData(setup.control().c_str(), 0, nullptr, 0), 0);
-    EXPECT_TRUE(same_bytes(read_file(golden + row.name), read_file(setup.data())));
+    EXPECT_TRUE(same_bytes(read_file(golden + name), read_file(setup.data())));
     EXPECT_TRUE(same_bytes(read_file(golden + "run.log"), read_file(setup.log())));
     EXPECT_EQ(read_file(setup.settings()), settings);
     EXPECT_EQ(setup.outputs(), (Names{"out.csv", "out.log"}));

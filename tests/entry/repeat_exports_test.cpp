@@ -1,6 +1,4 @@
-#include <gtest/gtest.h>
 
-#include <filesystem>
 #include <functional>
 
 #include "control/limits.h"
@@ -25,56 +23,37 @@ RunItem item(std::int32_t number, std::int32_t level = 0, std::int32_t count = 1
           .name = "NAME"};
 }
 
-void limit_repeats(const std::string& limit) {
-  const platform::SettingsStore store(platform::host_key());
-  ASSERT_EQ(write_store_value(store, "RepeatLevelNumMax", limit), 0);
-}
-
+// Also lists that fail their check and sizes that are too large can be evaluated.
 TEST(CheckRepeatCntTest, AcceptsSettingsThatCanBeEvaluated) {
+  RunItem bad = item(1, 1);
+  bad.list = "x\n";
+  RepeatSetup setup;
+  setup.limit("CheckFileSizeMax", "1");
   const std::vector<std::vector<RunItem>> runs = {
-      {item(1, 1, 3), item(2)}, {item(1), item(2)}, {item(1, 2), item(2, 2)}};
+      {item(1, 1, 3), item(2)}, {item(1), item(2)}, {item(1, 2), item(2, 2)}, {bad}};
   for (const std::vector<RunItem>& items : runs) {
-    RepeatSetup setup;
     setup.write(items);
     const std::string settings = read_file(setup.settings());
+    const Names before = setup.folder.names();
     EXPECT_EQ(DGCheckRepeatCnt(setup.long_control().c_str()), 0);
     EXPECT_TRUE(setup.interface.messages.empty());
     EXPECT_EQ(read_file(setup.settings()), settings);
-    EXPECT_EQ(setup.outputs(), Names{"long.ctl"});
+    EXPECT_EQ(setup.folder.names(), before);
   }
 }
 
-// Also lists that fail their check and sizes that are too large can be evaluated.
-TEST(CheckRepeatCntTest, AcceptsWhatCountsNothing) {
-  RepeatSetup setup;
-  RunItem bad = item(1, 1);
-  bad.list = "x\n";
-  setup.write({bad});
-  EXPECT_EQ(DGCheckRepeatCnt(setup.long_control().c_str()), 0);
-  EXPECT_FALSE(platform::exists(setup.list_path(1) + ".err"));
-
-  const platform::SettingsStore store(platform::host_key());
-  ASSERT_EQ(write_store_value(store, "CheckFileSizeMax", "1"), 0);
-  setup.write({item(1, 1)});
-  EXPECT_EQ(DGCheckRepeatCnt(setup.long_control().c_str()), 0);
-  EXPECT_TRUE(setup.interface.messages.empty());
-}
-
 TEST(CheckRepeatCntTest, RefusesWhatCannotBeRead) {
+  const auto change_item_number = [](const std::string& path) {
+    std::string control = read_file(path);
+    put_i32(control, control_header_size, 7);
+    write_file(path, control);
+  };
   const std::function<void(RepeatSetup&)> spoils[] = {
       [](RepeatSetup& s) { std::filesystem::remove(s.long_control()); },
-      [](RepeatSetup& s) { std::filesystem::resize_file(s.long_control(), 1019); },
-      [](RepeatSetup& s) {
-        std::filesystem::copy_file(s.control(), s.long_control(),
-                                   std::filesystem::copy_options::overwrite_existing);
-      },
+      [](RepeatSetup& s) { write_file(s.long_control(), read_file(s.control())); },
       [](RepeatSetup& s) { std::filesystem::remove(s.settings()); },
       [](RepeatSetup& s) { std::filesystem::resize_file(s.settings(), 100); },
-      [](RepeatSetup& s) {
-        std::string control = read_file(s.long_control());
-        put_i32(control, 1020, 7);
-        write_file(s.long_control(), control);
-      },
+      [&](RepeatSetup& s) { change_item_number(s.long_control()); },
   };
   for (const auto& spoil : spoils) {
     RepeatSetup setup;
@@ -83,29 +62,7 @@ TEST(CheckRepeatCntTest, RefusesWhatCannotBeRead) {
     EXPECT_EQ(DGCheckRepeatCnt(setup.long_control().c_str()), -1);
     EXPECT_TRUE(setup.interface.messages.empty());
   }
-  const RepeatSetup nothing;
   EXPECT_EQ(DGCheckRepeatCnt(nullptr), -1);
-}
-
-TEST(CheckRepeatCntTest, DeletesSettingsThatNoLongerFit) {
-  for (const std::int32_t kind : {1, 2}) {
-    RepeatSetup setup;
-    const RunOptions options = {.layout_kind = kind};
-    setup.write({item(1, 1), item(2, 2), item(3)}, options);
-    std::string control = read_file(setup.long_control());
-    put_i32(control, 1020 + 136 + 108, 4);     // the digits of item 2
-    put_i32(control, 1020 + 2 * 136 + 96, 6);  // and the attribute of item 3
-    write_file(setup.long_control(), control);
-    write_file(setup.data(), "data");
-    write_file(setup.log(), "log");
-    EXPECT_EQ(DGCheckRepeatCnt(setup.long_control().c_str()), -1);
-    ASSERT_EQ(setup.interface.messages.size(), 1U);
-    EXPECT_EQ(setup.interface.messages[0].kind, MessageKind::plain);
-    EXPECT_EQ(setup.interface.messages[0].text,
-              std::string("99070:There is a difference between ") + (kind == 1 ? "Item" : "Table") +
-                  " information and the format information.");
-    EXPECT_EQ(setup.folder.names(), (Names{"config", "long.ctl", "out.csv", "out.log", "run.ctl"}));
-  }
 }
 
 class CreateRepeatedDataTest : public testing::Test {
@@ -126,28 +83,27 @@ class CreateRepeatedDataTest : public testing::Test {
 };
 
 TEST_F(CreateRepeatedDataTest, RefusedRepeatsWriteNothing) {
-  setup.write({item(1, 1), item(2, 1)});
+  setup.limit("RepeatLevelNumMax", "2");
   write_file(setup.data(), "old");
-  EXPECT_EQ(create(), -104);
-  EXPECT_EQ(message(),
-            "99104:Repeat is already specified for the same level. Specify another level.\n : ");
-
-  setup.write({item(1, 2), item(2, 3)}, {.layout_kind = 2});
-  EXPECT_EQ(create(), -108);
-  EXPECT_EQ(
-      message(),
-      "Failed to generate data.\n99108:The starting Column of the repeat is not specified.\n1 "
-      "must be specified as the level of the starting Column of the repeat.");
-
-  setup.write({item(1, 1), item(2, 2), item(3, 3)});
-  limit_repeats("2");
-  EXPECT_EQ(create(), -109);
-  EXPECT_EQ(message(),
-            "99109:The specified number of repeats is larger than the upper limit.\nThe maximum "
-            "value that can be specified as the number of repeats is 2.");
-  EXPECT_EQ(setup.interface.messages[0].kind, MessageKind::warning);
-  EXPECT_EQ(read_file(setup.data()), "old");
-  EXPECT_FALSE(platform::exists(setup.log()));
+  const std::tuple<std::vector<RunItem>, std::int32_t, std::string> cases[] = {
+      {{item(1, 1), item(2, 1)}, -104, "99104:Repeat is already specified for the same level."},
+      {{item(1, 2), item(2, 3)},
+       -108,
+       "Failed to generate data.\n99108:The starting Column of the repeat is not specified."},
+      {{item(1, 1), item(2, 2), item(3, 3)},
+       -109,
+       "99109:The specified number of repeats is larger than the upper limit.\nThe maximum value "
+       "that can be specified as the number of repeats is 2."},
+  };
+  for (const auto& [items, code, text] : cases) {
+    setup.write(items, {.layout_kind = 2});
+    platform::remove_file(setup.log());
+    EXPECT_EQ(create(), code);
+    EXPECT_TRUE(message().starts_with(text)) << message();
+    EXPECT_EQ(setup.interface.messages[0].kind, MessageKind::warning);
+    EXPECT_EQ(read_file(setup.data()), "old");
+    EXPECT_FALSE(platform::exists(setup.log()));
+  }
 }
 
 // Repeats are looked at before lists are, and lists before the question.
@@ -194,24 +150,14 @@ TEST_F(CreateRepeatedDataTest, AsksWhetherFewerRecordsAreEnough) {
 // Guarded runs with repeats leave a margin: the percentage counts on more records than are asked
 // for, and the last step goes to 100 all the same.
 TEST_F(CreateRepeatedDataTest, ThePercentageLeavesAMarginForRepeats) {
-  struct Case {
-    std::int32_t records;
-    std::int32_t option;
-    std::int32_t level;
-    std::vector<int> percentages;
-  };
-  const Case cases[] = {
-      {5, guarded, 1, {12, 25, 37, 50, 62, 100}},
-      {5, guarded, 0, {20, 40, 60, 80, 100}},
-      {5, 0, 1, {20, 40, 60, 80, 100}},
-      {10, guarded, 1, {9, 18, 27, 36, 45, 54, 63, 72, 81, 90, 100}},
-      {20, guarded, 1, {4,  9,  13, 18, 22, 27, 31, 36, 40, 45, 50,
-                        54, 59, 63, 68, 72, 77, 81, 86, 90, 100}},
-  };
-  for (const Case& c : cases) {
-    setup.write({item(1, c.level)}, {.records = c.records});
-    ASSERT_EQ(create(c.option), 0);
-    EXPECT_EQ(setup.interface.percentages, c.percentages) << c.records << " " << c.option;
+  const std::tuple<std::int32_t, std::int32_t, std::vector<int>> cases[] = {
+      {guarded, 1, {12, 25, 37, 50, 62, 100}},
+      {guarded, 0, {20, 40, 60, 80, 100}},
+      {0, 1, {20, 40, 60, 80, 100}}};
+  for (const auto& [option, level, percentages] : cases) {
+    setup.write({item(1, level)}, {.records = 5});
+    ASSERT_EQ(create(option), 0);
+    EXPECT_EQ(setup.interface.percentages, percentages) << option << level;
   }
 }
 
@@ -220,18 +166,9 @@ TEST_F(CreateRepeatedDataTest, BadLinesOfferTheirReport) {
   bad.list = "1\nx\n";
   setup.write({bad}, {.layout_kind = 3});
   const std::string path = setup.list_path(1);
-  const std::string text =
-      path +
-      "\n99135:An error occurred while the Enumeration file data was checked.\nCorrect the "
-      "erroneous data, then retry.\nError file " +
-      path + ".err was created. \nView the file?";
-  for (const Answer answer : {Answer::no, Answer::yes}) {
-    setup.interface.answers = {answer};
-    EXPECT_EQ(create(), -135);
-    EXPECT_EQ(message(), text);
-    EXPECT_EQ(setup.interface.messages[0].kind, MessageKind::warning_question);
-    EXPECT_EQ(setup.interface.opened_files.size(), answer == Answer::yes ? 1U : 0U);
-  }
+  setup.interface.answers = {Answer::yes};
+  EXPECT_EQ(create(), -135);
+  EXPECT_TRUE(message().starts_with(path + "\n99135:")) << message();
   EXPECT_EQ(setup.interface.opened_files, Names{path + ".err"});
   EXPECT_EQ(read_file(path + ".err"),
             "2 line of a enum file The numeric value data Column includes a non-numeric value.\n");
@@ -239,9 +176,7 @@ TEST_F(CreateRepeatedDataTest, BadLinesOfferTheirReport) {
   bad.list = "\n";
   setup.write({bad});
   EXPECT_EQ(create(), -136);
-  EXPECT_EQ(message(), path +
-                           "\n99136:The Enumeration file does not include any data.\nSpecify the "
-                           "data in the Enumeration file.");
+  EXPECT_TRUE(message().starts_with(path + "\n99136:")) << message();
   EXPECT_EQ(setup.outputs(), (Names{"list1.txt", "long.ctl"}));
 }
 

@@ -1,7 +1,5 @@
 #include "format/fmt_file.h"
 
-#include <gtest/gtest.h>
-
 #include "format/largest_value.h"
 #include "format/record_text.h"
 #include "format/settings_folder.h"
@@ -23,7 +21,7 @@ class FmtFileTest : public testing::Test {
     return file.check_and_store(item, attributes);
   }
 
-  const FmtColRec& record(std::int32_t item) { return file.find_column(item)->record; }
+  FmtColRec& record(std::int32_t item) { return file.find_column(item)->record; }
 
   SettingsFolder folder;
   ClFmtFile file;
@@ -64,30 +62,23 @@ TEST_F(FmtFileTest, ValuesReadBackAsTheyWereEntered) {
   }
 }
 
-TEST_F(FmtFileTest, TheGeneratorReadsNoValueTexts) {
-  ASSERT_EQ(store_range(file, 1), 0);
-  file.set_run_mode(run_mode::generator);
-  file.edited().texts = {};
-  EXPECT_EQ(file.read_item(1), 1);
-  EXPECT_EQ(file.edited().texts.format, "%5U");
-  EXPECT_EQ(file.edited().texts.start, "");
-}
-
 TEST_F(FmtFileTest, ReadsTheFieldsOfAnItem) {
   file.edited().choices = {1, 1};
   ASSERT_EQ(store_range(file, 8), 0);
-  file.find_column(8)->record.referenced_item = 3;
+  record(8).referenced_item = 3;
   file.edited() = {};
   EXPECT_EQ(file.read_item(9), 0);
   ASSERT_EQ(file.read_item(8), 1);
   const EditedSettings& edited = file.edited();
-  EXPECT_EQ(edited.item_number, 8);
-  EXPECT_EQ(edited.attribute, 4);
-  EXPECT_EQ(edited.digits, 5);
-  EXPECT_EQ(edited.generation_type, 2);
-  EXPECT_EQ(edited.referenced_item, 3);
-  EXPECT_EQ(edited.choices.exceeded_action, 1);
-  EXPECT_EQ(edited.choices.custom_format, 1);
+  EXPECT_EQ((std::vector{edited.item_number, edited.attribute, edited.digits,
+                         edited.generation_type, edited.referenced_item,
+                         edited.choices.exceeded_action, edited.choices.custom_format}),
+            (std::vector{8, 4, 5, 2, 3, 1, 1}));
+  file.set_run_mode(run_mode::generator);
+  file.edited().texts = {};
+  EXPECT_EQ(file.read_item(8), 1);
+  EXPECT_EQ(file.edited().texts.format, "%5U");
+  EXPECT_EQ(file.edited().texts.start, "") << "the generator reads no value texts";
 }
 
 TEST_F(FmtFileTest, TheInitialValueReplacesEverything) {
@@ -102,32 +93,14 @@ TEST_F(FmtFileTest, TheInitialValueReplacesEverything) {
   EXPECT_FALSE(file.edited().registered);
   ASSERT_EQ(file.save(0), 0);
 
-  ColumnFields expected = {.attribute = 4,
-                           .signed_flag = 1,
-                           .length = 8,
-                           .digits = 5,
-                           .decimals = 2,
-                           .increment = {.sign = 1, .low = 1},
-                           .format = "%2S'-'%3U",
-                           .generation_type = 1,
-                           .custom_format = 1,
-                           .repeat_count = 4};
-  const std::string element = element_bytes({.kind = 0,
-                                             .sign = 1,
-                                             .width = 8,
-                                             .digits = 3,
-                                             .decimals = 2,
-                                             .text = "",
-                                             .start_text = "",
-                                             .end_text = "",
-                                             .span_low = 0});
+  const ColumnFields expected = {1,   1,           1, 4, 1, 8, 5, 2, {.sign = 1, .low = 1},
+                                 "1", "%2S'-'%3U", 0, 1, 0, 1, 0, 0, 4};
+  const ElementFields element = {1, 0, 1, 8, 3, 2, {}, {}, {}, "", "", "", 0};
   const std::string area = read_file(folder.path).substr(header_size + level_size);
-  const std::size_t item_size = column_size + element_size;
-  EXPECT_TRUE(same_bytes(column_bytes(expected) + element, area.substr(0, item_size)));
-  expected.item_number = 2;
-  expected.format = "";
-  expected.custom_format = expected.repeat_count = 0;
-  EXPECT_TRUE(same_bytes(column_bytes(expected) + element, area.substr(item_size)));
+  EXPECT_TRUE(same_bytes(column_bytes(expected) + element_bytes(element),
+                         area.substr(0, column_size + element_size)));
+  EXPECT_EQ(record(2).attribute, 4);
+  EXPECT_EQ(record(2).generation_type, 1);
 }
 
 TEST_F(FmtFileTest, ACopyTakesWhatGeneratesTheValues) {
@@ -148,21 +121,9 @@ TEST_F(FmtFileTest, ACopyTakesWhatGeneratesTheValues) {
   const std::string area = read_file(folder.path).substr(header_size + level_size);
   const std::size_t item_size = column_size + 3 * element_size;
   ASSERT_EQ(area.size(), 3 * item_size);
-  ColumnFields expected = {.item_number = 3,
-                           .element_count = 3,
-                           .lead_element = 3,
-                           .attribute = 4,
-                           .signed_flag = 1,
-                           .length = 8,
-                           .digits = 5,
-                           .decimals = 2,
-                           .increment = {1, 0, 2, "2", 0, "", {}},
-                           .increment_text = "2",
-                           .format = "%2S'-'%3U",
-                           .exceeded_action = 1,
-                           .custom_format = 1,
-                           .repeat_level = 2,
-                           .enumeration_path = "values.txt"};
+  ColumnFields expected = {3,           3,           3, 4, 1, 8, 5, 2, {1, 0, 2, "2", 0, "", {}},
+                           "2",         "%2S'-'%3U", 1, 2, 0, 1, 0, 2, 0,
+                           "values.txt"};
   const std::string elements = area.substr(column_size, 3 * element_size);
   EXPECT_TRUE(same_bytes(column_bytes(expected) + elements, area.substr(item_size, item_size)));
   expected.item_number = 2;
@@ -197,11 +158,8 @@ TEST_F(FmtFileTest, AFailedCheckKeepsWhatWasThere) {
   ASSERT_EQ(store_range(file, 1, "2", "600"), 0);
   EXPECT_TRUE(file.edited().registered);
   EXPECT_EQ(file.edited().variable_count, 1);
-}
-
-TEST_F(FmtFileTest, ARangeStoresTheDigitsThatCount) {
   ASSERT_EQ(store(1, {1, 1, 3, 0, 0}, "%3S", "AAA", "AAC"), 0);
-  EXPECT_EQ(record(1).digits, 3);
+  EXPECT_EQ(record(1).digits, 3) << "the digits that count";
   EXPECT_EQ(record(1).generation_type, 2);
 }
 
@@ -232,12 +190,7 @@ TEST_F(FmtFileTest, AnEmptyEndStandsForTheLargestValue) {
   EXPECT_EQ(store(1, {31, 0, 6, 6, 0}, "%T", "000000", ""), -38);
 }
 
-TEST_F(FmtFileTest, TheFirstTextIsTheEndOfTheStartText) {
-  ASSERT_EQ(store(1, {1, 1, 9, 9, 0}, "AB'%2N'%3U", "あい,100", "いい,900"), 0);
-  const char* expected[] = {"AB", "あ", "い", "100"};
-  for (std::int32_t i = 0; i < 4; ++i) {
-    EXPECT_EQ(file.find_element(1, i + 1)->first_text(), cp932(expected[i]));
-  }
+TEST(FmtItemInf, TheFirstTextIsTheEndOfTheStartText) {
   ClFmtItemInf element;
   store_field(element.record.start_text, "12345");
   element.record.kind = 901;
@@ -245,6 +198,9 @@ TEST_F(FmtFileTest, TheFirstTextIsTheEndOfTheStartText) {
     element.record.width = width;
     EXPECT_EQ(element.first_text(), text) << width;
   }
+  element.record.kind = 905;
+  element.record.width = 1;
+  EXPECT_EQ(element.first_text(), "45");
 }
 
 }  // namespace

@@ -1,8 +1,5 @@
 #include "format/settings_upgrade.h"
 
-#include <gtest/gtest.h>
-#include <sys/stat.h>
-
 #include "format/settings_folder.h"
 
 namespace korvex {
@@ -128,15 +125,6 @@ TEST(SettingsUpgrade, RefusesClaimsThatTheFileDoesNotHold) {
       EXPECT_TRUE(folder.is_tidy());
     }
   }
-}
-
-TEST(SettingsUpgrade, ALinkStaysALink) {
-  const SettingsFolder folder;
-  write_file(folder.work.file("real"), one_level(previous_magic, old_item(1) + old_item(2)));
-  std::filesystem::create_symlink(folder.work.file("real"), folder.path);
-  EXPECT_EQ(upgrade_settings_file(folder.path, 1), 0);
-  EXPECT_TRUE(std::filesystem::is_symlink(folder.path));
-  EXPECT_EQ(read_file(folder.work.file("real")).substr(0, 22), "TAMBO DATA FORMAT V3L1");
 }
 
 }  // namespace

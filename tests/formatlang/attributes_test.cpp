@@ -7,9 +7,7 @@ namespace {
 
 TEST(Attributes, EachCodeHasItsClassAndQuotation) {
   struct Row {
-    std::int32_t first;
-    std::int32_t last;
-    std::int32_t value_class;
+    std::int32_t first, last, value_class;
     bool quoted;
   };
   const Row rows[] = {

@@ -1,7 +1,5 @@
 #include "formatlang/default_settings.h"
 
-#include <gtest/gtest.h>
-
 #include "support/bytes.h"
 
 namespace korvex {
@@ -9,10 +7,7 @@ namespace {
 
 struct Row {
   std::vector<std::int32_t> attributes;
-  std::int32_t signed_flag;
-  std::int32_t length;
-  std::int32_t digits;
-  std::int32_t decimals;
+  std::int32_t signed_flag, length, digits, decimals;
   std::vector<const char*> expected;  // UTF-8 format, start, end, increment; empty: none
 };
 

@@ -1,7 +1,5 @@
 #include "formatlang/format_parser.h"
 
-#include <gtest/gtest.h>
-
 #include "format/record_text.h"
 #include "formatlang/items.h"
 #include "support/bytes.h"

@@ -7,32 +7,6 @@
 namespace korvex {
 namespace {
 
-TEST(NumberText, WritesTheLastCharactersOfTheEighteenDigits) {
-  struct Row {
-    std::int64_t high;
-    std::int64_t low;
-    NumberShape shape;
-    char sign;
-    const char* text;
-  };
-  const Row rows[] = {
-      {0, 7, {3, 3, 0}, 0, "007"},
-      {0, 7, {4, 3, 0}, '-', "-007"},
-      {1, 5, {10, 10, 0}, 0, "1000000005"},
-      {0, 1234, {2, 2, 0}, 0, "34"},
-      {0, 150, {6, 3, 2}, 0, "001.50"},
-      {0, 150, {7, 3, 2}, '+', "+001.50"},
-      {0, 5, {4, 0, 2}, 0, "0.05"},
-      {0, 5, {5, 0, 2}, '-', "-0.05"},
-      {1, 1, {20, 0, 18}, 0, "0.000000001000000001"},
-      {0, 1, {20, 20, 0}, 0, "000000000000000001"},
-      {0, 1, {21, 20, 0}, '+', "+000000000000000001"},
-  };
-  for (const Row& row : rows) {
-    EXPECT_EQ(number_text(row.high, row.low, row.shape, row.sign), row.text);
-  }
-}
-
 TEST(NumberText, ReadsTheNumberInFrontOfAnythingElse) {
   constexpr auto most = std::numeric_limits<std::int64_t>::max();
   const std::pair<const char*, std::int64_t> whole[] = {

@@ -1,6 +1,5 @@
 #include "formatlang/ordinals.h"
 
-#include <gtest/gtest.h>
 #include <iconv.h>
 
 #include "formatlang/full_width_table.h"
@@ -13,11 +12,8 @@ using test::hex;
 
 TEST(FullWidthTable, TellingRows) {
   const std::pair<std::int32_t, std::uint16_t> rows[] = {
-      {0, 0x8142},    {116, 0x81CA},  {145, 0x824F},  {155, 0x8260},  {181, 0x8281},
-      {207, 0x829F},  {290, 0x8340},  {605, 0x889F},  {4979, 0x9FFC}, {4980, 0xE040},
-      {6959, 0xEAA4}, {6960, 0xED40}, {7327, 0xEEF6}, {7328, 0xFA48}, {7329, 0xFA49},
-      {7331, 0xFA55}, {7332, 0xFA56}, {7333, 0xFA57},
-  };
+      {0, 0x8142},    {155, 0x8260},  {7327, 0xEEF6}, {7328, 0xFA48},
+      {7329, 0xFA49}, {7331, 0xFA55}, {7332, 0xFA56}, {7333, 0xFA57}};
   for (const auto& [index, code] : rows) {
     EXPECT_EQ(full_width_code(index), code) << index;
     EXPECT_EQ(full_width_index(code), index) << std::hex << code;

@@ -1,7 +1,5 @@
 #include "formatlang/range_check.h"
 
-#include <gtest/gtest.h>
-
 #include "format/record_text.h"
 #include "formatlang/items.h"
 #include "support/bytes.h"

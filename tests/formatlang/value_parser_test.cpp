@@ -1,6 +1,6 @@
 #include "formatlang/value_parser.h"
 
-#include <gtest/gtest.h>
+#include <sstream>
 
 #include "format/record_text.h"
 #include "support/bytes.h"
@@ -33,20 +33,18 @@ std::int32_t parse(const Shape& shape, const std::string& utf8, FmtValRec& value
 
 // "position low 'low text' high 'high text'"; for dates and times "low high" and the six words.
 std::string describe(const FmtValRec& value) {
-  const std::string low = std::to_string(value.low);
-  const std::string high = std::to_string(value.high);
+  std::ostringstream out;
   const std::uint16_t words[] = {value.year, value.month,  value.day,
                                  value.hour, value.minute, value.second};
-  std::string text;
-  bool any = false;
-  for (const std::uint16_t word : words) {
-    text += " " + std::to_string(word);
-    any = any || word != 0;
+  if (std::any_of(std::begin(words), std::end(words), [](auto word) { return word != 0; })) {
+    out << value.low << ' ' << value.high;
+    for (const std::uint16_t word : words) out << ' ' << word;
+  } else {
+    out << value.position << ' ' << value.low << " '"
+        << platform::to_utf8(field_text(value.low_text)) << "' " << value.high << " '"
+        << field_text(value.high_text) << "'";
   }
-  if (any) return low + " " + high + text;
-  return std::to_string(value.position) + " " + low + " '" +
-         platform::to_utf8(field_text(value.low_text)) + "' " + high + " '" +
-         std::string(field_text(value.high_text)) + "'";
+  return out.str();
 }
 
 TEST(ValueParser, FillsValueRecords) {

@@ -1,7 +1,5 @@
 #include "generate/enumeration_value.h"
 
-#include <gtest/gtest.h>
-
 #include <set>
 
 #include "support/bytes.h"
@@ -23,118 +21,74 @@ Codes numbers() {
 }
 
 struct Size {
-  std::int32_t length;
-  std::int32_t digits;
-  std::int32_t decimals;
+  std::int32_t length, digits, decimals;
 };
 
-struct ValueCase {
-  std::string value;
-  std::int32_t code;
-};
+using Values = std::vector<std::string>;
 
+// Checks the values, each under the code that it must get.
 void check(const Codes& attributes, std::int32_t signed_flag, const Size& size,
-           const std::vector<ValueCase>& cases) {
+           const std::vector<std::pair<std::int32_t, Values>>& cases) {
   for (const std::int32_t attribute : attributes) {
     const ItemAttributes item = {attribute, signed_flag, size.length, size.digits, size.decimals};
-    for (const ValueCase& row : cases) {
-      EXPECT_EQ(check_enumeration_value(item, row.value), row.code)
-          << "attribute " << attribute << ", signed " << signed_flag << ", value " << row.value;
+    for (const auto& [code, values] : cases) {
+      for (const std::string& value : values) {
+        EXPECT_EQ(check_enumeration_value(item, value), code)
+            << "attribute " << attribute << ", signed " << signed_flag << ", value " << value;
+      }
     }
   }
 }
 
 TEST(EnumerationValueTest, CharactersAreOnlyMeasured) {
-  check(characters, 1, {9, 5, 0}, {{"abcde", 0}, {"abcdef", -125}, {" \r\x1A\x81 ", 0}});
-  check(characters, 1, {3, 0, 0}, {{"abc", 0}, {"abcd", -125}});
+  check(characters, 1, {9, 5, 0}, {{0, {"abcde", " \r\x1A\x81 "}}, {-125, {"abcdef"}}});
+  check(characters, 1, {3, 0, 0}, {{0, {"abc"}}, {-125, {"abcd"}}});
 }
 
 TEST(EnumerationValueTest, SignedNumbers) {
   check(numbers(), 1, {5, 4, 0},
-        {{"-1234", 0},
-         {"+1234", 0},
-         {"1234", 0},
-         {"12345", -125},
-         {"-12345", -125},
-         {"-", 0},
-         {"1-2", -129},
-         {"+-1", -128},
-         {"-1+", -128},
-         {"1x", -127},
-         {"1 ", -127},
-         {"12345678x", -127},
-         {"123456-", -129},
-         {"1.2.3", -131},
-         {"1.0", -134},
-         {"123.0", -125}});
-}
-
-TEST(EnumerationValueTest, SignedNumbersWithDecimals) {
+        {{0, {"-1234", "+1234", "1234", "-"}},
+         {-125, {"12345", "-12345", "123.0"}},
+         {-127, {"1x", "1 ", "12345678x"}},
+         {-128, {"+-1", "-1+"}},
+         {-129, {"1-2", "123456-"}},
+         {-131, {"1.2.3"}},
+         {-134, {"1.0"}}});
   check(numbers(), 1, {7, 5, 2},
-        {{"-123.45", 0},
-         {"123.45", 0},
-         {"+.5", 0},
-         {"5.", 0},
-         {"-1234.5", -133},
-         {"1234.5", -133},
-         {"123456", -133},
-         {"1234567", -125},
-         {"-1.234", -132},
-         {"1234.567", -125},
-         {"1..", -131}});
+        {{0, {"-123.45", "123.45", "+.5", "5."}},
+         {-125, {"1234567", "1234.567"}},
+         {-131, {"1.."}},
+         {-132, {"-1.234"}},
+         {-133, {"-1234.5", "1234.5", "123456"}}});
 }
 
 TEST(EnumerationValueTest, UnsignedNumbers) {
-  // The digits are the limit, whatever the length.
+  // The digits are the limit, whatever the length; with decimals the length is.
   check(numbers(), 0, {9, 5, 0},
-        {{"12345", 0},
-         {"123456", -125},
-         {"+1", -130},
-         {"-1.0", -130},
-         {"+12345", -125},
-         {"1.0", -134}});
-}
-
-TEST(EnumerationValueTest, UnsignedNumbersWithDecimals) {
-  // Here the length is.
+        {{0, {"12345"}}, {-125, {"123456", "+12345"}}, {-130, {"+1", "-1.0"}}, {-134, {"1.0"}}});
   check(numbers(), 0, {6, 5, 2},
-        {{"123.45", 0},
-         {"123", 0},
-         {".12", 0},
-         {"1234.5", -133},
-         {"1234", -133},
-         {"1.234", -132},
-         {"12.345", -132},
-         {"+1.2", -130},
-         {"1234567", -125},
-         {"+1.2345", -125}});
-  check(numbers(), 0, {10, 5, 2}, {{"12345678.9", -133}, {"12345.678", -132}, {"1234567.89", 0}});
+        {{0, {"123.45", "123", ".12"}},
+         {-125, {"1234567", "+1.2345"}},
+         {-130, {"+1.2"}},
+         {-132, {"1.234", "12.345"}},
+         {-133, {"1234.5", "1234"}}});
+  check(numbers(), 0, {10, 5, 2},
+        {{0, {"1234567.89"}}, {-132, {"12345.678"}}, {-133, {"12345678.9"}}});
 }
 
 TEST(EnumerationValueTest, NumbersWithoutDigits) {
-  check(short_numbers, 0, {3, 0, 0}, {{"abc", 0}, {"+-.", 0}, {"abcd", -125}});
-  check(short_numbers, 1, {3, 0, 0}, {{"123", 0}, {"1234", -125}});
-  check(long_numbers, 0, {3, 0, 0}, {{"1", -125}, {"a", -127}});
+  check(short_numbers, 0, {3, 0, 0}, {{0, {"abc", "+-."}}, {-125, {"abcd"}}});
+  check(short_numbers, 1, {3, 0, 0}, {{0, {"123"}}, {-125, {"1234"}}});
+  check(long_numbers, 0, {3, 0, 0}, {{-125, {"1"}}, {-127, {"a"}}});
 }
 
 TEST(EnumerationValueTest, FullWidthCharacters) {
+  const std::string one = cp932("あ");
   check(nationals, 0, {4, 2, 0},
-        {{cp932("あ亜"), 0},
-         {cp932("あ"), 0},
-         {cp932("あ") + "a", -126},
-         {cp932("あ亜い"), -125},
-         {cp932("あ亜") + "a", -125},
-         {"ab", -126},
-         {cp932("あ") + "ab", -126},
-         {"\x81\x3F", -126},
-         {"\x81\x7F", -126},
-         {"\x81\xFD", -126},
-         {"\x80\x40", -126},
-         {"\xA0\x40", -126},
-         {"\xDF\x40", -126},
-         {"\xFD\x40", -126},
-         {"\x81\x40\xFC\xFC", 0},
-         {"\x9F\x7E\xE0\x80", 0}});
+        {{0, {cp932("あ亜"), one, "\x81\x40\xFC\xFC", "\x9F\x7E\xE0\x80"}},
+         {-125, {cp932("あ亜い"), cp932("あ亜") + "a"}},
+         {-126, {one + "a", "ab", one + "ab", "\x81\x3F", "\x81\x7F", "\x81\xFD", "\x80\x40"}},
+         {-126, {"\xA0\x40", "\xDF\x40", "\xFD\x40"}}});
 }
 
 TEST(EnumerationValueTest, OtherAttributesTakeNoList) {

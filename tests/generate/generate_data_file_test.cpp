@@ -1,16 +1,12 @@
 #include "generate/generate_data_file.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <filesystem>
 #include <functional>
 
-#include "generate/random_settings.h"
 #include "generate/record_writer.h"
-#include "generate/reference_assembler.h"
 #include "support/generation_setup.h"
 #include "support/settings_bytes.h"
 
@@ -47,15 +43,6 @@ TEST_F(GenerateDataFileTest, WritesDataAndLog) {
   EXPECT_TRUE(setup.interface.messages.empty());
 }
 
-TEST_F(GenerateDataFileTest, TakesTheLevelOfTheControlFile) {
-  setup.save_settings({{.number = 1}}, 2, 0, 1);
-  setup.save_settings({{.number = 1, .texts = {"%U", "7", "9", "1"}}}, 2, 0, 4);
-  setup.write_control({.records = 2, .layout_kind = 2, .level = 4});
-  EXPECT_EQ(run(), 0);
-  EXPECT_EQ(read_file(setup.data()), "7,\n8,\n");
-  EXPECT_EQ(read_file(setup.log()), log_bytes(2, 4, {1}));
-}
-
 TEST_F(GenerateDataFileTest, NoRecordsMakeEmptyDataAndLog) {
   setup.save_settings();
   setup.write_control({.records = 0});
@@ -81,57 +68,43 @@ TEST_F(GenerateDataFileTest, ShowsProgressAndOffersCancelOnlyWhenGuarded) {
 }
 
 // What spoils a run, and which files then remain of an older data file and log.
-struct FailureCase {
-  std::int32_t code;
-  std::function<void(GenerationSetup&)> spoil;
-  Names remains = data_and_log;
-};
-
 TEST_F(GenerateDataFileTest, FailuresBeforeTheFirstRecordTouchNothing) {
-  const FailureCase cases[] = {
-      {-2, [](GenerationSetup& s) { std::filesystem::remove(s.control()); }},
-      {-3, [](GenerationSetup& s) { std::filesystem::resize_file(s.control(), 1019); }},
-      {-3, [](GenerationSetup& s) { std::filesystem::resize_file(s.control(), 1023); }},
-      {-4, [](GenerationSetup& s) { s.write_control({.records = -1}); }},
-      {-6,
-       [](GenerationSetup& s) {
-         s.write_control({.items = {8, 9}});
-       }},
-      {-6, [](GenerationSetup& s) { s.write_control({.items = {}}); }},
-      {-57, [](GenerationSetup& s) { s.write_control({.layout_kind = 2}); }},
-      {-5, [](GenerationSetup& s) { write_file(s.settings(), std::string(500, 'T')); }},
-      {-3, [](GenerationSetup& s) { std::filesystem::resize_file(s.settings(), 1000); }},
-      {-28, [](GenerationSetup& s) { std::filesystem::remove(s.settings()); }, data_only},
-      {-28, [](GenerationSetup& s) { s.write_control({.level = 2}); }, data_only},
-      {-2, [](GenerationSetup& s) { s.write_control({.data = s.folder.file("no/out.csv")}); }},
+  using Setup = GenerationSetup;
+  const auto rewrite = [](const ControlFields& fields) {
+    return [fields](Setup& s) { s.write_control(fields); };
+  };
+  const auto cut_control = [](std::uintmax_t size) {
+    return [size](Setup& s) { std::filesystem::resize_file(s.control(), size); };
+  };
+  const std::tuple<std::int32_t, std::function<void(Setup&)>, Names> cases[] = {
+      {-2, [](Setup& s) { std::filesystem::remove(s.control()); }, data_and_log},
+      {-3, cut_control(1019), data_and_log},
+      {-3, cut_control(1023), data_and_log},
+      {-4, rewrite({.records = -1}), data_and_log},
+      {-6, rewrite({.items = {8, 9}}), data_and_log},
+      {-6, rewrite({.items = {}}), data_and_log},
+      {-57, rewrite({.layout_kind = 2}), data_and_log},
+      {-5, [](Setup& s) { write_file(s.settings(), std::string(500, 'T')); }, data_and_log},
+      {-3, [](Setup& s) { std::filesystem::resize_file(s.settings(), 1000); }, data_and_log},
+      {-28, [](Setup& s) { std::filesystem::remove(s.settings()); }, data_only},
+      {-28, rewrite({.level = 2}), data_only},
+      {-2, rewrite({.data = "/no/such/folder/out.csv"}), data_and_log},
   };
   setup.save_settings();
   const std::string settings = read_file(setup.settings());
-  for (const FailureCase& row : cases) {
-    SCOPED_TRACE(row.code);
+  for (const auto& [code, spoil, remains] : cases) {
+    SCOPED_TRACE(code);
     write_file(setup.settings(), settings);
     write_file(setup.data(), "old data");
     write_file(setup.log(), "old log");
     setup.write_control();
-    row.spoil(setup);
-    EXPECT_EQ(run(), row.code);
-    EXPECT_EQ(setup.outputs(), row.remains);
+    spoil(setup);
+    EXPECT_EQ(run(), code);
+    EXPECT_EQ(setup.outputs(), remains);
     EXPECT_EQ(read_file(setup.data()), "old data");
-    if (row.remains == data_and_log) {
-      EXPECT_EQ(read_file(setup.log()), "old log");
-    }
+    EXPECT_EQ(read_file(setup.log()), remains == data_only ? "" : "old log");
     EXPECT_TRUE(setup.interface.messages.empty());
   }
-}
-
-TEST_F(GenerateDataFileTest, SettingsThatSomebodyHoldsAreOutOfReach) {
-  setup.save_settings();
-  setup.write_control();
-  ClFmtFile other;
-  other.set_paths(setup.settings(), setup.folder.path());
-  ASSERT_EQ(other.load(1, 1, 1), 1);
-  EXPECT_EQ(run(), -2);
-  EXPECT_TRUE(setup.outputs().empty());
 }
 
 TEST_F(GenerateDataFileTest, ALogThatCannotBeMadeLeavesTheData) {
@@ -205,41 +178,6 @@ TEST_F(GenerateDataFileTest, DevicesAndPipesStay) {
   EXPECT_EQ(run(), 0);
   EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
   EXPECT_EQ(read_file(setup.folder.file("null.log")), log_bytes(20, 1, {1}));
-}
-
-TEST_F(GenerateDataFileTest, RandomRunsMatchTheReference) {
-  constexpr std::uint32_t seed = 18991231;
-  constexpr int runs = 60;
-  RandomSettings random(seed);
-  for (int i = 0; i < runs; ++i) {
-    const auto layout_kind = static_cast<std::int32_t>(random.between(1, 3));
-    const auto quotation = static_cast<std::int32_t>(random.between(0, 1));
-    const auto records = static_cast<std::int32_t>(random.between(1, 400));
-    std::vector<SavedItem> saved;
-    std::vector<std::int32_t> numbers;
-    std::vector<ReferenceItem> reference;
-    const std::int64_t items = random.between(1, 12);
-    for (std::int32_t number = 1; number <= items; ++number) {
-      RandomItem item = random.draw();
-      const bool initial = item.column->record.generation_type == generation_type::initial_value;
-      saved.push_back({number, item.settings.item, initial ? RangeTexts{} : item.settings.texts,
-                       item.settings.action});
-      numbers.push_back(number);
-      reference.emplace_back(*item.column, layout_kind, quotation == 1);
-    }
-    std::string expected;
-    for (std::int32_t done = 0; done < records; ++done) {
-      for (ReferenceItem& item : reference) ASSERT_EQ(item.append_field(expected), 0);
-      if (layout_kind == 3) expected.pop_back();
-      expected += '\n';
-    }
-    std::filesystem::remove(setup.settings());
-    setup.save_settings(saved, layout_kind, quotation);
-    setup.write_control({.records = records, .layout_kind = layout_kind, .items = numbers});
-    ASSERT_EQ(run(guarded_output), 0);
-    ASSERT_TRUE(same_bytes(expected, read_file(setup.data()))) << "seed " << seed << " run " << i;
-    ASSERT_EQ(read_file(setup.log()), log_bytes(records, 1, numbers));
-  }
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "generate/item_generator.h"
 
-#include <gtest/gtest.h>
-
 #include <set>
 
 #include "generate/item_settings.h"
@@ -13,11 +11,11 @@ namespace {
 const RangeTexts one_to_three = {"%U", "1", "3", "1"};
 
 TEST(ItemGeneratorTest, RepeatsOrEmptiesBehindTheEnd) {
-  EXPECT_EQ(fields(*make_column({unsigned_item, one_to_three, exceeded_action::repeat}), 7),
-            "1|2|3|1|2|3|1");
-  EXPECT_EQ(fields(*make_column({unsigned_item, one_to_three, exceeded_action::initialize}), 6),
-            "1|2|3|||");
+  EXPECT_EQ(fields(*make_column({unsigned_item, one_to_three, 1}), 7), "1|2|3|1|2|3|1");
+  EXPECT_EQ(fields(*make_column({unsigned_item, one_to_three, 0}), 6), "1|2|3|||");
   EXPECT_EQ(fields(*make_column({character_item, {"'<'%S'>'", "A", "B", "1"}, 0}), 4), "<A>|<B>||");
+  // Fixed text alone never ends.
+  EXPECT_EQ(fields(*make_column({character_item, {"'AB''CD'", "", "", ""}, 0}), 2), "ABCD|ABCD");
 }
 
 TEST(ItemGeneratorTest, QuotesByAttribute) {
@@ -42,11 +40,6 @@ TEST(ItemGeneratorTest, InitialValueIsABareComma) {
   EXPECT_EQ(fields(*column, 3), "A|B|C");
 }
 
-TEST(ItemGeneratorTest, FixedTextAloneNeverEnds) {
-  EXPECT_EQ(fields(*make_column({character_item, {"'AB''CD'", "", "", ""}, 0}), 3),
-            "ABCD|ABCD|ABCD");
-}
-
 TEST(ItemGeneratorTest, WithoutALeadNothingEnds) {
   auto column = make_column({character_item, {"'-'%S%U", "Y,8", "Z,9", "1"}, 0});
   for (const std::int32_t lead : {0, 1, 4}) {
@@ -55,30 +48,18 @@ TEST(ItemGeneratorTest, WithoutALeadNothingEnds) {
   }
 }
 
-TEST(ItemGeneratorTest, AnElementWithoutTextIsOff) {
-  auto column = make_column({character_item, {"%S'-'%U", "A,1", "C,9", "1"}});
-  column->elements[2]->record.start_text[0] = '\0';
-  EXPECT_EQ(fields(*column, 2, 1, true), "\"A-\"|\"B-\"");
-}
-
-struct FailureCase {
-  std::int32_t kind;
-  std::int32_t sub_kind;
-  std::string expected;
-};
-
 TEST(ItemGeneratorTest, UnknownWaysOfCountingFailTheRun) {
-  const FailureCase cases[] = {
+  const std::tuple<std::int32_t, std::int32_t, std::string> cases[] = {
       {900, 13, "-40"}, {900, 1, "-40"},  {902, 12, "-40"},   {902, 22, "-40"},
       {0, 10, "-7"},    {1001, 10, "-7"}, {902, 10, "+1|+2"}, {902, 11, "+1|+0"},
   };
-  for (const FailureCase& row : cases) {
+  for (const auto& [kind, sub_kind, expected] : cases) {
     auto column = make_column({signed_item, {"%D", "1", "9", "1"}});
     FmtItemRec& element = column->elements[0]->record;
-    element.kind = row.kind;
-    element.sign = row.sub_kind;
-    element.end.low = row.sub_kind == 11 ? 0 : 9;
-    EXPECT_EQ(fields(*column, 2), row.expected) << row.kind << " " << row.sub_kind;
+    element.kind = kind;
+    element.sign = sub_kind;
+    element.end.low = sub_kind == 11 ? 0 : 9;
+    EXPECT_EQ(fields(*column, 2), expected) << kind << " " << sub_kind;
     element.start_text[0] = '\0';
     EXPECT_EQ(fields(*column, 2), "|") << "an element without a text is never asked";
   }

@@ -1,7 +1,5 @@
 #include "generate/log_file.h"
 
-#include <gtest/gtest.h>
-
 #include "support/bytes.h"
 #include "support/temp_folder.h"
 
@@ -16,15 +14,6 @@ TEST(LogFileTest, IsNamedAfterTheDataFile) {
       {"/out/cust.", "/logs/cust.log"},
   };
   for (const auto& [data, log] : cases) EXPECT_EQ(log_path("/logs", data), log);
-}
-
-TEST(LogFileTest, HoldsItsRecordsByteForByte) {
-  const TempFolder folder;
-  const std::string path = folder.file("out.log");
-  write_file(path, std::string(500, 'x'));
-  EXPECT_EQ(write_log(path, {258, 3, {7, -1}}), 0);
-  EXPECT_EQ(read_file(path),
-            hex("02 01 00 00  03 00 00 00  02 00 00 00  00 00 00 00  07 00 00 00  FF FF FF FF"));
 }
 
 TEST(LogFileTest, AnOlderLogGoesWithTheRunThatFoundNoSettings) {

@@ -35,46 +35,14 @@ class RandomSettings {
 
   std::int64_t between(std::int64_t low, std::int64_t high);
   bool one_in(int count) { return between(1, count) == 1; }
+  template <typename Choices>
+  auto pick(const Choices& choices) {
+    return choices[static_cast<std::size_t>(between(0, std::ssize(choices) - 1))];
+  }
 
  private:
-  // One directive with the texts of its start and end values.
-  struct Directive {
-    std::string text;
-    std::string start;
-    std::string end;
-    std::int32_t size = 0;
-  };
-  struct Pair {
-    std::int64_t start = 0;
-    std::int64_t end = 0;
-  };
-
-  ItemSettings propose();
-  ItemSettings propose_numeric();
-  ItemSettings propose_character();
-  ItemSettings propose_national();
-  ItemSettings propose_moment();
-
-  Pair pair(std::int64_t low, std::int64_t high);
-  Directive signed_number(int digits);
-  Directive unsigned_number(int digits);
-  Directive letters();
-  Directive full_width(int most);
-  Directive date();
-  Directive unchecked_date();
-  Directive time();
-  Directive timestamp();
-  Directive any_for_character(bool first);
-  std::string fixed_text(int most);
-  std::string odd_fields(ClFmtColInf& column);
-
   std::mt19937 random_;
   int most_steps_;
-  // Of the item being drawn.
-  bool down_ = false;
-  std::int64_t increment_ = 1;  // in units of the last digit
-  int decimals_ = 0;
-  bool signed_ = false;
 };
 
 }  // namespace korvex::test

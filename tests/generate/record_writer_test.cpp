@@ -1,7 +1,5 @@
 #include "generate/record_writer.h"
 
-#include <gtest/gtest.h>
-
 #include "support/bytes.h"
 #include "support/temp_folder.h"
 #include "support/write_calls.h"
@@ -14,60 +12,30 @@ void append(RecordWriter& writer, std::string_view text) {
   writer.lines().append(text);
 }
 
-struct EndCase {
-  std::int32_t layout_kind;
-  std::vector<std::string> records;
-  std::string expected;
-};
-
 TEST(RecordWriterTest, EndsRecordsByLayoutKind) {
-  const EndCase cases[] = {
+  const std::tuple<std::int32_t, std::vector<std::string>, std::string> cases[] = {
       {1, {"a,b,", ",", ""}, "a,b,\n,\n\n"},
       {2, {"a,b,", ",", ""}, "a,b,\n,\n\n"},
       {3, {"a,b,", ",", "", "a"}, "a,b\n\n\na\n"},
       {3, {"\"a,\",", "\"\","}, "\"a,\"\n\"\"\n"},
   };
-  for (const EndCase& row : cases) {
+  for (const auto& [kind, records, expected] : cases) {
     const TempFolder folder;
     platform::File file;
     ASSERT_EQ(file.create(folder.file("out")), platform::FileCause::none);
-    RecordWriter writer(file, row.layout_kind, 0);
-    for (const std::string& record : row.records) {
+    RecordWriter writer(file, kind, 0);
+    for (const std::string& record : records) {
       append(writer, record);
       EXPECT_EQ(writer.accept(), 0);
     }
     EXPECT_EQ(writer.flush(), 0);
     file.close();
-    EXPECT_EQ(read_file(folder.file("out")), row.expected) << row.layout_kind;
+    EXPECT_EQ(read_file(folder.file("out")), expected) << kind;
   }
-}
-
-TEST(RecordWriterTest, KeepsLinesAcrossItsBlocks) {
-  const TempFolder folder;
-  platform::File file;
-  ASSERT_EQ(file.create(folder.file("out")), platform::FileCause::none);
-  RecordWriter writer(file, 1, guarded_output);
-  std::string expected;
-  for (std::size_t i = 0; i < 3000; ++i) {
-    const std::string record = std::string(i % 997, static_cast<char>('a' + i % 26)) + ",";
-    expected += record + "\n";
-    append(writer, record);
-    ASSERT_EQ(writer.accept(), 0);
-  }
-  EXPECT_EQ(writer.flush(), 0);
-  file.close();
-  EXPECT_TRUE(same_bytes(expected, read_file(folder.file("out"))));
 }
 
 constexpr std::uint64_t limit = 2'147'483'647;
 constexpr std::uint64_t line_size = 1024 * 1024;
-
-// Writes lines of one size up to a last one that brings the total to `bytes`.
-struct LimitRun {
-  std::int32_t result = 0;
-  std::uint64_t accepted = 0;
-  std::uint64_t handed_over = 0;
-};
 
 // A block of lines that end already.
 std::int32_t write_block(RecordWriter& writer, std::uint64_t lines) {
@@ -80,40 +48,31 @@ std::int32_t write_block(RecordWriter& writer, std::uint64_t lines) {
   return writer.accept_lines(begins);
 }
 
-LimitRun write_up_to(std::uint64_t bytes, std::int32_t output_option) {
+// Writes lines of one size up to a last one that brings the total to `bytes`; answers the code and
+// how many bytes were handed over.
+std::pair<std::int32_t, std::uint64_t> write_up_to(std::uint64_t bytes, std::int32_t option) {
   const std::string text(line_size - 1, 'x');
   const WriteCalls calls(0);
   platform::File file;
-  LimitRun run;
-  if (file.create("/dev/null") != platform::FileCause::none) return run;
-  RecordWriter writer(file, 1, output_option);
-  while (run.result == 0 && run.accepted < bytes) {
-    const std::uint64_t size = std::min(line_size, bytes - run.accepted);
+  EXPECT_EQ(file.create("/dev/null"), platform::FileCause::none);
+  RecordWriter writer(file, 1, option);
+  std::int32_t result = 0;
+  for (std::uint64_t size = 0; result == 0 && bytes > 0; bytes -= size) {
+    size = std::min(line_size, bytes);
     append(writer, std::string_view(text).substr(0, size - 1));
-    run.result = writer.accept();
-    if (run.result == 0) run.accepted += size;
+    result = writer.accept();
   }
   EXPECT_EQ(writer.flush(), 0);
   file.close();
-  run.handed_over = calls.bytes();
-  return run;
+  return {result, calls.bytes()};
 }
 
-TEST(RecordWriterTest, StopsAtTheLineThatReachesTheLimit) {
-  const LimitRun below = write_up_to(limit - 1, guarded_output);
-  EXPECT_EQ(below.result, 0);
-  EXPECT_EQ(below.handed_over, limit - 1);
-  for (const std::uint64_t bytes : {limit, limit + 1}) {
-    const LimitRun run = write_up_to(bytes, guarded_output);
-    EXPECT_EQ(run.result, -76) << bytes;
-    EXPECT_EQ(run.handed_over, limit / line_size * line_size) << bytes;
-  }
-}
-
-TEST(RecordWriterTest, HasNoLimitWithoutTheGuard) {
-  const LimitRun run = write_up_to(limit + 1, 0);
-  EXPECT_EQ(run.result, 0);
-  EXPECT_EQ(run.handed_over, limit + 1);
+TEST(RecordWriterTest, StopsAtTheLineThatReachesTheLimitIfGuarded) {
+  const std::uint64_t whole_lines = limit / line_size * line_size;
+  EXPECT_EQ(write_up_to(limit - 1, guarded_output), std::pair(0, limit - 1));
+  EXPECT_EQ(write_up_to(limit, guarded_output), std::pair(-76, whole_lines));
+  EXPECT_EQ(write_up_to(limit + 1, guarded_output), std::pair(-76, whole_lines));
+  EXPECT_EQ(write_up_to(limit + 1, 0), std::pair(0, limit + 1));
 }
 
 // Wherever in a block that line stands.

@@ -1,9 +1,10 @@
 #include "generate/reference_assembler.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <limits>
+#include <set>
 
 #include "format/record_text.h"
 #include "formatlang/ordinals.h"
@@ -12,7 +13,23 @@ namespace korvex::test {
 
 namespace {
 
+using Element = ReferenceItem::Element;
+using std::chrono::sys_days;
+
 constexpr std::int32_t out_of_range = -45;
+constexpr std::int64_t day_seconds = 86400;
+constexpr std::int64_t last_day = 24855;         // 2038-01-19
+constexpr std::int64_t first_second = 9 * 3600;  // 1970-01-01 09:00
+constexpr std::int64_t last_second = last_day * day_seconds + 3 * 3600 + 14 * 60 + 7;
+
+bool is_character(std::int32_t kind) { return kind == 904 || kind == 905 || kind == 908; }
+bool is_moment(std::int32_t kind) {
+  return kind == 906 || kind == 907 || kind == 1002 || kind == 1003;
+}
+bool forwards(const ReferenceItem& item) { return item.settings.increment.sign == 1; }
+bool is_lead(const ReferenceItem& item, const Element& element) {
+  return element.settings.kind != 999 && element.settings.sequence == item.settings.lead_element;
+}
 
 std::string padded(std::int64_t value, int digits) {
   char text[32];
@@ -20,77 +37,108 @@ std::string padded(std::int64_t value, int digits) {
   return text;
 }
 
-// A half's decimal text, left-padded with zeros to nine characters.
-std::string half_text(std::int64_t half) {
-  const std::string text = std::to_string(half);
-  return text.size() < 9 ? std::string(9 - text.size(), '0') + text : text;
+std::string last_characters(const std::string& text, std::int32_t count) {
+  const auto size = static_cast<std::size_t>(std::max(count, 0));
+  return text.size() > size ? text.substr(text.size() - size) : text;
 }
 
 bool greater(const FmtValRec& a, const FmtValRec& b) {
   return a.high > b.high || (a.high == b.high && a.low > b.low);
 }
 
-std::string last_characters(const std::string& text, std::int32_t count) {
-  const auto size = static_cast<std::size_t>(count < 0 ? 0 : count);
-  return text.size() > size ? text.substr(text.size() - size) : text;
+void start_again(Element& element) {
+  element.text = field_text(element.settings.start_text);
+  element.current = element.settings.start;
 }
 
-std::string with_century(const FmtItemRec& element, const std::string& text) {
-  if (element.width != 6) return text;
-  const int year = std::atoi(text.substr(0, 2).c_str());
-  if (year >= 70 && year <= 99) return "19" + text;
-  if (year >= 0 && year <= 38) return "20" + text;
-  return text;
+// A column that is nothing but decimals drops what stands before the point.
+std::string shown_number(const ReferenceItem& item, const std::string& text) {
+  const auto point = text.rfind('.');
+  const bool is_fraction = item.settings.digits == item.settings.decimals;
+  if (item.layout_kind == 1 || !is_fraction || point == std::string::npos) return text;
+  const auto has = [&](char sign) { return text.find(sign) != std::string::npos; };
+  return (has('+') ? "+" : has('-') ? "-" : "") + text.substr(point);
 }
 
-bool is_leap(int year) { return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0; }
-
-int month_length(int year, int month) {
-  if (month == 2) return is_leap(year) ? 29 : 28;
-  return month == 4 || month == 6 || month == 9 || month == 11 ? 30 : 31;
+// Steps the two halves of a magnitude; behind zero the other sign begins.
+std::int32_t step_number(const FmtValRec& increment, std::int32_t sub_kind, FmtValRec& value) {
+  std::int32_t low = value.low;
+  std::int32_t high = value.high;
+  const auto borrow = [&] {
+    high -= 1;
+    low += half_base;
+  };
+  if (sub_kind == 10 || sub_kind == 20 || (sub_kind == 12 && value.sign == 2) ||
+      (sub_kind == 22 && value.sign == 1)) {
+    low += increment.low;
+    high += increment.high;
+    if (low >= half_base) {
+      high += 1;
+      low -= half_base;
+    }
+    if (high >= half_base) return out_of_range;
+  } else {
+    low -= increment.low;
+    high -= increment.high;
+    if (sub_kind == 11 || sub_kind == 21) {
+      if (low < 0 && high <= 0) return out_of_range;
+      if (low < 0) borrow();
+    } else {
+      if (high < 0 || (high == 0 && low < 0)) {
+        value.sign = sub_kind == 12 ? 2 : 1;
+        high = -high;
+        low = -low;
+      }
+      if (low < 0) borrow();
+      if (sub_kind == 22 && high == 0 && low == 0) value.sign = 1;
+    }
+  }
+  value.low = low;
+  value.high = high;
+  return 0;
 }
 
-struct Day {
-  int year, month, day;
-};
+std::int32_t number(const ReferenceItem& item, Element& element, std::string& line) {
+  const FmtItemRec& settings = element.settings;
+  const bool has_sign = settings.kind == 900 || settings.kind == 902;
+  const std::int32_t sub_kind = has_sign ? settings.sign : forwards(item) ? 10 : 11;
+  line += shown_number(item, element.text);
+  const std::int32_t result = step_number(item.settings.increment, sub_kind, element.current);
+  if (result != 0) return result;
 
-Day day_after(Day d) {
-  if (++d.day <= month_length(d.year, d.month)) return d;
-  d.day = 1;
-  if (++d.month <= 12) return d;
-  return {d.year + 1, 1, 1};
+  const auto half_text = [](std::int32_t half) {
+    const std::string text = std::to_string(half);
+    return text.size() < 9 ? std::string(9 - text.size(), '0') + text : text;
+  };
+  std::string text = half_text(element.current.high) + half_text(element.current.low);
+  if (settings.decimals > 0) {
+    text.insert(text.size() - static_cast<std::size_t>(settings.decimals),
+                settings.digits != 0 ? "." : "0.");
+  }
+  if (has_sign) {
+    const bool turns = sub_kind == 12 || sub_kind == 22;
+    const bool minus = turns ? element.current.sign == 2 : sub_kind >= 20;
+    const auto size = static_cast<std::int64_t>(text.size());
+    const auto place = std::clamp<std::int64_t>(size - settings.width + 1, 0, size);
+    text.insert(static_cast<std::size_t>(place), minus ? "-" : "+");
+  }
+  element.text = last_characters(text, settings.width);
+  return 0;
 }
 
-Day day_before(Day d) {
-  if (--d.day >= 1) return d;
-  if (--d.month >= 1) return {d.year, d.month, month_length(d.year, d.month)};
-  return {d.year - 1, 12, 31};
-}
-
-Day days_later(Day d, std::int64_t count) {
-  for (; count > 0; --count) d = day_after(d);
-  for (; count < 0; ++count) d = day_before(d);
-  return d;
-}
-
-std::int64_t number_of(Day d) { return (d.year * 100LL + d.month) * 100 + d.day; }
-
-Day day_of(const FmtValRec& value) { return {value.year, value.month, value.day}; }
-
-void set_day(FmtValRec& value, Day d) {
-  value.year = static_cast<std::uint16_t>(d.year);
-  value.month = static_cast<std::uint16_t>(d.month);
-  value.day = static_cast<std::uint16_t>(d.day);
-}
-
-std::int64_t second_of(const FmtValRec& value) {
-  return value.hour * 3600LL + value.minute * 60 + value.second;
-}
-
-void set_second(FmtValRec& value, std::int64_t second) {
-  value.hour = static_cast<std::uint16_t>(second / 3600);
-  value.minute = static_cast<std::uint16_t>(second / 60 % 60);
-  value.second = static_cast<std::uint16_t>(second % 60);
+void characters(const ReferenceItem& item, Element& element, std::string& line) {
+  line += element.text;
+  FmtValRec& value = element.current;
+  value.low += forwards(item) ? item.settings.increment.low : -item.settings.increment.low;
+  std::string text(field_text(value.low_text));
+  if (element.settings.kind == 905) {
+    ordinal_to_full_width(value.low, text.data(), text.size());
+  } else {
+    ordinal_to_letters(element.settings.kind == 904 ? 'A' : 'a', value.low, text.data(),
+                       text.size());
+  }
+  store_field(value.low_text, text);
+  element.text.replace(static_cast<std::size_t>(value.position), std::string::npos, text);
 }
 
 std::string moment_text(const FmtItemRec& element, const FmtValRec& value, int year_digits,
@@ -105,14 +153,149 @@ std::string moment_text(const FmtItemRec& element, const FmtValRec& value, int y
 }
 
 // Digits alone: what the next value is kept and compared as.
-std::string plain_text(const FmtItemRec& element, const FmtValRec& value) {
-  return moment_text(element, value, 4, "", "");
+std::string plain_text(const Element& element) {
+  return moment_text(element.settings, element.current, 4, "", "");
+}
+
+std::string with_century(const FmtItemRec& element, const std::string& text) {
+  if (element.width != 6) return text;
+  const int year = std::atoi(text.substr(0, 2).c_str());
+  return (year >= 70 ? "19" : year <= 38 ? "20" : "") + text;
+}
+
+std::int64_t day_of(const FmtValRec& value) {
+  const sys_days day = std::chrono::year(value.year) / std::chrono::month(value.month) / value.day;
+  return day.time_since_epoch().count();
+}
+std::int64_t second_of(const FmtValRec& value) {
+  return value.hour * 3600LL + value.minute * 60 + value.second;
+}
+
+void set_date(FmtValRec& value, std::int64_t year, std::int64_t month, std::int64_t day) {
+  value.year = static_cast<std::uint16_t>(year);
+  value.month = static_cast<std::uint16_t>(month);
+  value.day = static_cast<std::uint16_t>(day);
+}
+void set_day(FmtValRec& value, std::int64_t day) {
+  const std::chrono::year_month_day date{sys_days(std::chrono::days(day))};
+  set_date(value, static_cast<int>(date.year()), static_cast<unsigned>(date.month()),
+           static_cast<unsigned>(date.day()));
+}
+void set_second(FmtValRec& value, std::int64_t second) {
+  value.hour = static_cast<std::uint16_t>(second / 3600);
+  value.minute = static_cast<std::uint16_t>(second / 60 % 60);
+  value.second = static_cast<std::uint16_t>(second % 60);
+}
+
+// Where the calendar ends the element starts again, false, and so does whatever leads behind it.
+bool step_date(std::int64_t days, Element& element) {
+  FmtValRec& value = element.current;
+  if (days > 0 && value.year == 2038 && value.month == 1 && value.day + days > 19) {
+    Element moved = element;
+    moved.current.day = static_cast<std::uint16_t>(value.day + days);
+    if (plain_text(moved) <= field_text(element.settings.end_text)) return true;
+  }
+  const std::int64_t next = day_of(value) + days;
+  if (next < 0 || next > last_day) return false;
+  set_day(value, next);
+  return true;
+}
+
+bool step_timestamp(std::int64_t seconds, FmtValRec& value) {
+  const std::int64_t next = day_of(value) * day_seconds + second_of(value) + seconds;
+  if (next < first_second || next > last_second) return false;
+  set_day(value, next / day_seconds);
+  set_second(value, next % day_seconds);
+  return true;
+}
+
+// Every month has 31 days, and behind the end's year comes the start's.
+void step_unchecked_date(std::int64_t days, Element& element) {
+  const int way = days > 0 ? 1 : -1;
+  std::int64_t year = element.current.year;
+  std::int64_t month = element.current.month;
+  std::int64_t day = element.current.day + days;
+  if (way > 0 ? day > 31 : day < 1) {
+    day -= way * 31;
+    month += way;
+    if (month > 12 || month < 1) {
+      month -= way * 12;
+      year += way;
+      if (way * (year - element.settings.end.year) > 0) year = element.settings.start.year;
+    }
+  }
+  set_date(element.current, year, month, day);
+}
+
+void moment(ReferenceItem& item, Element& element, std::string& line) {
+  const std::int32_t kind = element.settings.kind;
+  const std::string date_separator = item.layout_kind == 2 ? "/" : item.layout_kind == 3 ? "-" : "";
+  const int year_digits = kind == 907 && element.settings.width == 6 ? 2 : 4;
+  line += moment_text(element.settings, element.current, year_digits, date_separator,
+                      date_separator.empty() ? "" : ":");
+  const std::int64_t step = item.settings.increment.low * (forwards(item) ? 1LL : -1LL);
+  bool is_going = true;
+  if (kind == 906) is_going = step_date(step, element);
+  if (kind == 907) step_unchecked_date(step, element);
+  if (kind == 1003) is_going = step_timestamp(step, element.current);
+  if (kind == 1002) {
+    const std::int64_t second = (second_of(element.current) + step) % day_seconds;
+    set_second(element.current, (second + day_seconds) % day_seconds);
+  }
+  if (is_going) {
+    element.text = plain_text(element);
+  } else {
+    start_again(element);
+    item.date_overflow = true;
+  }
+}
+
+bool end_passed(const ReferenceItem& item, const Element& element) {
+  const FmtItemRec& settings = element.settings;
+  const FmtValRec& next = element.current;
+  const FmtValRec& end = settings.end;
+  if (settings.kind == 900 || settings.kind == 902) {
+    if (settings.sign == 10 || settings.sign == 20) return greater(next, end);
+    if (settings.sign == 11 || settings.sign == 21) return greater(end, next);
+    return next.sign == (settings.sign == 12 ? 2 : 1) && greater(next, end);
+  }
+  if (settings.kind == 901 || settings.kind == 903) {
+    return forwards(item) ? greater(next, end) : greater(end, next);
+  }
+  if (is_character(settings.kind)) {
+    return forwards(item) ? next.low > end.low : next.low < end.low;
+  }
+  const std::string text = with_century(settings, element.text);
+  const auto start_text = with_century(settings, std::string(field_text(settings.start_text)));
+  const auto end_text = with_century(settings, std::string(field_text(settings.end_text)));
+  return forwards(item) ? text > end_text || text < start_text
+                        : text < end_text || text > start_text;
+}
+
+// Writes the element's text and takes its step.
+std::int32_t generate(ReferenceItem& item, Element& element, std::string& line) {
+  static const std::set<std::int32_t> ways_of_counting = {10, 11, 12, 20, 21, 22};
+  const std::int32_t kind = element.settings.kind;
+  const std::int32_t sub_kind = element.settings.sign;
+  if (kind == 900 && !ways_of_counting.contains(sub_kind)) return -40;
+  if (kind == 902 && sub_kind != 10 && sub_kind != 11) return -40;
+  if (kind >= 900 && kind <= 903) return number(item, element, line);
+  if (is_character(kind)) {
+    characters(item, element, line);
+  } else if (is_moment(kind)) {
+    moment(item, element, line);
+  } else if (kind == 999) {
+    line += element.text;
+  } else {
+    return -7;
+  }
+  return 0;
 }
 
 }  // namespace
 
-ReferenceItem::ReferenceItem(const ClFmtColInf& column, std::int32_t layout_kind, bool quotation)
-    : settings_(column.record), layout_kind_(layout_kind), quotation_(quotation) {
+ReferenceItem::ReferenceItem(const ClFmtColInf& column, std::int32_t kind, bool quotes)
+    : settings(column.record), layout_kind(kind), quotation(quotes) {
   for (const auto& element : column.elements) {
     const FmtItemRec& record = element->record;
     std::string text(field_text(record.text));
@@ -120,365 +303,42 @@ ReferenceItem::ReferenceItem(const ClFmtColInf& column, std::int32_t layout_kind
       const std::int32_t bytes = record.kind == 905 ? 2 * record.width : record.width;
       text = last_characters(std::string(field_text(record.start_text)), bytes);
     }
-    elements_.push_back({record, record.current, text});
+    elements.push_back({record, record.current, text});
   }
-}
-
-bool ReferenceItem::is_quoted() const {
-  if (!quotation_) return false;
-  switch (settings_.attribute) {
-    case 1:
-    case 2:
-    case 3:
-    case 11:
-    case 12:
-    case 28:
-    case 31:
-    case 32:
-      return true;
-    default:
-      return false;
-  }
-}
-
-bool ReferenceItem::is_lead(const Element& element) const {
-  return element.settings.kind != 999 && element.settings.sequence == settings_.lead_element;
-}
-
-void ReferenceItem::close_field(std::string& line) const {
-  if (is_quoted()) line += '"';
-  line += ',';
 }
 
 std::int32_t ReferenceItem::append_field(std::string& line) {
-  if (settings_.generation_type == 1) {
+  static const std::set<std::int32_t> quoted = {1, 2, 3, 11, 12, 28, 31, 32};
+  if (settings.generation_type == 1) {
     line += ',';
     return 0;
   }
-  if (is_quoted()) line += '"';
-  end_exceeded_ = false;
-  date_overflow_ = false;
-  for (Element& element : elements_) {
+  const std::string mark = quotation && quoted.contains(settings.attribute) ? "\"" : "";
+  line += mark;
+  bool is_over = false;
+  date_overflow = false;
+  for (Element& element : elements) {
     const std::int32_t kind = element.settings.kind;
-    if (element.current_text.empty()) continue;
-    const std::int32_t result = generate(element, line);
+    if (element.text.empty()) continue;
+    const std::int32_t result = generate(*this, element, line);
     if (result == -7 || result == -40) return result;
-    if (result < 0) {
-      end_exceeded_ = true;
-      break;
-    }
-    if (kind == 904 || kind == 905 || kind == 908) {
-      const bool passed = (forwards() && element.current.low > element.settings.end.low) ||
-                          (backwards() && element.current.low < element.settings.end.low);
-      if (!is_lead(element) && passed) start_again(element);
-    }
-    if (!is_lead(element)) continue;
-    if ((kind == 906 || kind == 1003) && date_overflow_) {
-      end_exceeded_ = true;
-      break;
-    }
-    if (end_passed(element)) end_exceeded_ = true;
+    const bool leads = is_lead(*this, element);
+    is_over = is_over || result < 0;
+    if (result < 0) break;
+    if (!leads && is_character(kind) && end_passed(*this, element)) start_again(element);
+    if (!leads) continue;
+    const bool meets_calendars_end = date_overflow && (kind == 906 || kind == 1003);
+    is_over = is_over || meets_calendars_end || end_passed(*this, element);
+    if (meets_calendars_end) break;
   }
-  close_field(line);
-  if (end_exceeded_) reset_or_empty();
-  return 0;
-}
-
-void ReferenceItem::start_again(Element& element) {
-  element.current_text = field_text(element.settings.start_text);
-  element.current = element.settings.start;
-}
-
-void ReferenceItem::reset_or_empty() {
-  for (Element& element : elements_) {
-    if (settings_.exceeded_action != 1) {
-      element.current_text.clear();
-      continue;
-    }
+  line += mark + ",";
+  if (!is_over) return 0;
+  for (Element& element : elements) {
     start_again(element);
-    if (element.settings.kind == 999) element.current_text = field_text(element.settings.text);
+    if (element.settings.kind == 999) element.text = field_text(element.settings.text);
+    if (settings.exceeded_action != exceeded_action::repeat) element.text.clear();
   }
-}
-
-std::int32_t ReferenceItem::generate(Element& element, std::string& line) {
-  const std::int32_t sub_kind = element.settings.sign;
-  switch (element.settings.kind) {
-    case 900:
-      if (sub_kind == 10 || sub_kind == 11 || sub_kind == 12 || sub_kind == 20 || sub_kind == 21 ||
-          sub_kind == 22) {
-        return number(element, line, true);
-      }
-      return -40;
-    case 901:
-    case 903:
-      return number(element, line, false);
-    case 902:
-      return sub_kind == 10 || sub_kind == 11 ? number(element, line, true) : -40;
-    case 904:
-    case 905:
-    case 908:
-      characters(element, line);
-      return 0;
-    case 906:
-    case 907:
-    case 1002:
-    case 1003:
-      moment(element, line);
-      return 0;
-    case 999:
-      line += element.current_text;
-      return 0;
-    default:
-      return -7;
-  }
-}
-
-bool ReferenceItem::end_passed(const Element& element) const {
-  const FmtValRec& next = element.current;
-  const FmtValRec& end = element.settings.end;
-  const std::int32_t kind = element.settings.kind;
-  if (kind == 900 || kind == 902) {
-    switch (element.settings.sign) {
-      case 10:
-      case 20:
-        return greater(next, end);
-      case 11:
-      case 21:
-        return greater(end, next);
-      case 12:
-        return next.sign == 2 && greater(next, end);
-      default:
-        return next.sign == 1 && greater(next, end);
-    }
-  }
-  if (kind == 901 || kind == 903) return forwards() ? greater(next, end) : greater(end, next);
-  if (kind == 904 || kind == 905 || kind == 908) {
-    return forwards() ? next.low > end.low : next.low < end.low;
-  }
-  const FmtItemRec& record = element.settings;
-  const std::string text = with_century(record, element.current_text);
-  const std::string start_text = with_century(record, std::string(field_text(record.start_text)));
-  const std::string end_text = with_century(record, std::string(field_text(record.end_text)));
-  return forwards() ? text > end_text || text < start_text : text < end_text || text > start_text;
-}
-
-std::string ReferenceItem::shown_number(const Element& element) const {
-  const std::string& text = element.current_text;
-  const auto point = text.rfind('.');
-  if (layout_kind_ == 1 || settings_.digits != settings_.decimals || point == std::string::npos) {
-    return text;
-  }
-  std::string sign;
-  if (text.find('+') != std::string::npos) {
-    sign = "+";
-  } else if (text.find('-') != std::string::npos) {
-    sign = "-";
-  }
-  return sign + text.substr(point);
-}
-
-std::int32_t ReferenceItem::number(Element& element, std::string& line, bool sign_written) {
-  line += shown_number(element);
-
-  const std::int32_t sub_kind = sign_written ? element.settings.sign : forwards() ? 10 : 11;
-  std::int32_t sign = element.current.sign;
-  std::int64_t low = element.current.low;
-  std::int64_t high = element.current.high;
-  const std::int64_t step_low = settings_.increment.low;
-  const std::int64_t step_high = settings_.increment.high;
-  const bool adds = sub_kind == 10 || sub_kind == 20 || (sub_kind == 12 && sign == 2) ||
-                    (sub_kind == 22 && sign == 1);
-  if (adds) {
-    low += step_low;
-    high += step_high;
-    if (low >= 1'000'000'000) {
-      high += 1;
-      low -= 1'000'000'000;
-    }
-    if (high >= 1'000'000'000) return out_of_range;
-  } else {
-    low -= step_low;
-    high -= step_high;
-    if (sub_kind == 11 || sub_kind == 21) {
-      if (low < 0) {
-        if (high <= 0) return out_of_range;
-        high -= 1;
-        low += 1'000'000'000;
-      }
-    } else {
-      const std::int32_t other_sign = sub_kind == 12 ? 2 : 1;
-      if (high == 0 && low < 0) {
-        sign = other_sign;
-        low = -low;
-      } else if (high < 0 && low == 0) {
-        sign = other_sign;
-        high = -high;
-      } else if (high < 0 && low < 0) {
-        sign = other_sign;
-        high = -high;
-        low = -low;
-      } else if (high < 0 && low > 0) {
-        sign = other_sign;
-        high = -high - 1;
-        low = 1'000'000'000 - low;
-      } else if (high > 0 && low < 0) {
-        high -= 1;
-        low += 1'000'000'000;
-      }
-      if (sub_kind == 22 && high == 0 && low == 0) sign = 1;
-    }
-  }
-  using Limits = std::numeric_limits<std::int32_t>;
-  if (high > Limits::max() || high < Limits::min() || low > Limits::max() || low < Limits::min()) {
-    return out_of_range;
-  }
-  element.current.sign = sign;
-  element.current.high = static_cast<std::int32_t>(high);
-  element.current.low = static_cast<std::int32_t>(low);
-
-  std::string text = half_text(high) + half_text(low);
-  const std::int32_t decimals = element.settings.decimals;
-  if (decimals > 0) {
-    const std::string point = element.settings.digits != 0 ? "." : "0.";
-    text.insert(text.size() - static_cast<std::size_t>(decimals), point);
-  }
-  if (sign_written) {
-    const bool turning = sub_kind == 12 || sub_kind == 22;
-    const bool minus = turning ? sign == 2 : sub_kind == 20 || sub_kind == 21;
-    const auto size = static_cast<std::int64_t>(text.size());
-    const std::int64_t place =
-        std::clamp<std::int64_t>(size - (std::int64_t{element.settings.width} - 1), 0, size);
-    text.insert(static_cast<std::size_t>(place), minus ? "-" : "+");
-  }
-  element.current_text = last_characters(text, element.settings.width);
   return 0;
-}
-
-void ReferenceItem::characters(Element& element, std::string& line) {
-  line += element.current_text;
-  const std::int32_t step = settings_.increment.low;
-  FmtValRec& value = element.current;
-  value.low += forwards() ? step : -step;
-  std::string low_text(field_text(value.low_text));
-  if (element.settings.kind == 905) {
-    ordinal_to_full_width(value.low, low_text.data(), low_text.size());
-  } else {
-    const char base = element.settings.kind == 904 ? 'A' : 'a';
-    ordinal_to_letters(base, value.low, low_text.data(), low_text.size());
-  }
-  store_field(value.low_text, low_text);
-  const auto position = static_cast<std::size_t>(value.position);
-  element.current_text = element.current_text.substr(0, position) + low_text;
-}
-
-std::string ReferenceItem::display_text(const Element& element) const {
-  const std::string date_separator = layout_kind_ == 2 ? "/" : layout_kind_ == 3 ? "-" : "";
-  const std::string time_separator = layout_kind_ == 2 || layout_kind_ == 3 ? ":" : "";
-  const FmtItemRec& record = element.settings;
-  const int year_digits = record.kind == 907 && record.width == 6 ? 2 : 4;
-  return moment_text(record, element.current, year_digits, date_separator, time_separator);
-}
-
-void ReferenceItem::moment(Element& element, std::string& line) {
-  line += display_text(element);
-  switch (element.settings.kind) {
-    case 906:
-      return step_date(element);
-    case 907:
-      return step_unchecked_date(element);
-    case 1002:
-      return step_time(element);
-    default:
-      return step_timestamp(element);
-  }
-}
-
-void ReferenceItem::overflow(Element& element) {
-  start_again(element);
-  date_overflow_ = true;
-}
-
-void ReferenceItem::step_date(Element& element) {
-  FmtValRec& value = element.current;
-  const std::int64_t days = settings_.increment.low;
-  const std::string end_text(field_text(element.settings.end_text));
-  const bool at_start = backwards() && value.year == 1970 && value.month == 1 && value.day <= days;
-  const bool at_end = forwards() && value.year == 2038 && value.month == 1 && value.day + days > 19;
-  // Before the first day lies no end value that the checks let pass.
-  if (at_start) return overflow(element);
-  if (at_end) {
-    FmtValRec moved = value;
-    moved.day = static_cast<std::uint16_t>(value.day + days);
-    if (plain_text(element.settings, moved) > end_text) return overflow(element);
-    element.current_text = plain_text(element.settings, value);
-    return;
-  }
-  const Day next = days_later(day_of(value), forwards() ? days : -days);
-  if (number_of(next) < 19700101 || number_of(next) > 20380119) return overflow(element);
-  set_day(value, next);
-  element.current_text = plain_text(element.settings, value);
-}
-
-void ReferenceItem::step_unchecked_date(Element& element) {
-  const auto days = static_cast<std::int16_t>(settings_.increment.low);
-  Day d = day_of(element.current);
-  if (forwards()) {
-    d.day += days;
-    if (d.day > 31) {
-      d.day -= 31;
-      d.month += 1;
-      if (d.month > 12) {
-        d.month = 1;
-        d.year += 1;
-        if (d.year > element.settings.end.year) d.year = element.settings.start.year;
-      }
-    }
-  } else {
-    d.day -= days;
-    if (d.day < 1) {
-      d.day += 31;
-      d.month -= 1;
-      if (d.month < 1) {
-        d.month = 12;
-        d.year -= 1;
-        if (d.year < element.settings.end.year) d.year = element.settings.start.year;
-      }
-    }
-  }
-  set_day(element.current, d);
-  element.current_text = plain_text(element.settings, element.current);
-}
-
-void ReferenceItem::step_time(Element& element) const {
-  const std::int64_t step = forwards() ? settings_.increment.low : -settings_.increment.low;
-  std::int64_t second = second_of(element.current) + step;
-  while (second < 0) second += 86400;
-  while (second >= 86400) second -= 86400;
-  set_second(element.current, second);
-  element.current_text = plain_text(element.settings, element.current);
-}
-
-void ReferenceItem::step_timestamp(Element& element) {
-  FmtValRec& value = element.current;
-  const std::int64_t step = settings_.increment.low;
-  const std::int64_t day = number_of(day_of(value));
-  const std::int64_t minute = value.hour * 100LL + value.minute;
-  const bool at_start = backwards() && day == 19700101 && minute == 900 && value.second < step;
-  const bool at_end = forwards() && day == 20380119 && minute == 314 && value.second + step > 7;
-  // Behind either boundary lies no end value that the checks let pass.
-  if (at_start || at_end) return overflow(element);
-
-  std::int64_t second = second_of(value) + (forwards() ? step : -step);
-  Day next = day_of(value);
-  for (; second < 0; second += 86400) next = day_before(next);
-  for (; second >= 86400; second -= 86400) next = day_after(next);
-  FmtValRec moved = value;
-  set_day(moved, next);
-  set_second(moved, second);
-  const std::string text = plain_text(element.settings, moved);
-  if (text < "19700101 090000" || text > "20380119 031407") return overflow(element);
-  value = moved;
-  element.current_text = text;
 }
 
 }  // namespace korvex::test

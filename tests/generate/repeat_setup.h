@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "control/control_file.h"
+#include "control/limits.h"
 #include "format/record_text.h"
 #include "generate/generate_data_file.h"
 #include "support/generation_setup.h"
@@ -18,19 +18,15 @@ struct RunItem {
   ItemAttributes item = {4, 0, 20, 18, 0};
   RangeTexts texts = {};
   std::optional<std::string> list = std::nullopt;
-  std::int32_t level = 0;  // of its repeat; 0 for none
-  std::int32_t count = 1;
+  std::int32_t level = 0, count = 1;  // of its repeat; level 0 for none
   std::int32_t action = exceeded_action::repeat;
-  std::string name = "";
-  std::string description = "";
+  std::string name = "", description = "";
   bool is_in_settings = true;
 };
 
 // What goes with the items of a run.
 struct RunOptions {
-  std::int32_t records = 3;
-  std::int32_t layout_kind = 1;
-  std::int32_t quotation = 0;
+  std::int32_t records = 3, layout_kind = 1, quotation = 0;
   std::int32_t repeat_flag = 1;  // of the level
 };
 
@@ -41,6 +37,10 @@ class RepeatSetup : public GenerationSetup {
     return folder.file("list" + std::to_string(number) + ".txt");
   }
   std::string long_control() const { return folder.file("long.ctl"); }
+
+  static void limit(const char* name, const std::string& value) {
+    ASSERT_EQ(write_store_value(platform::SettingsStore(platform::host_key()), name, value), 0);
+  }
 
   // Writes everything that the run reads.
   void write(const std::vector<RunItem>& items, const RunOptions& options = {}) const {
@@ -106,28 +106,18 @@ class RepeatSetup : public GenerationSetup {
   }
 
   void write_long_control(const std::vector<RunItem>& items, const RunOptions& options) const {
-    ControlHeader header = {};
-    header.records = options.records;
-    header.layout_kind = options.layout_kind;
-    header.level = 1;
-    header.item_count = static_cast<std::int32_t>(items.size());
-    store_field(header.data_path, data());
-    store_field(header.settings_path, settings());
-    store_field(header.work_folder, folder.path());
-    std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
+    std::vector<ControlItemFields> records;
     for (const RunItem& item : items) {
-      ControlItem record = {};
-      record.item_number = item.number;
-      store_field(record.name, item.name);
-      store_field(record.description, item.description);
-      record.attribute = item.item.attribute;
-      record.signed_flag = item.item.signed_flag;
-      record.length = item.item.length;
-      record.digits = item.item.digits;
-      record.decimals = item.item.decimals;
-      bytes.append(reinterpret_cast<const char*>(&record), sizeof record);
+      const ItemAttributes& a = item.item;
+      records.push_back({item.number, item.name, item.description, a.attribute, a.signed_flag,
+                         a.length, a.digits, a.decimals});
     }
-    write_file(long_control(), bytes);
+    write_file(long_control(), control_bytes({.records = options.records,
+                                              .layout_kind = options.layout_kind,
+                                              .data_path = data(),
+                                              .settings_path = settings(),
+                                              .work_folder = folder.path()},
+                                             records));
   }
 };
 

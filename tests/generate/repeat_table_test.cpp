@@ -1,7 +1,5 @@
 #include "generate/repeat_table.h"
 
-#include <gtest/gtest.h>
-
 #include "generate/repeat_setup.h"
 
 namespace korvex::test {
@@ -35,11 +33,6 @@ class RepeatTableTest : public testing::Test {
     return table.build(*main);
   }
 
-  void limit_repeats(const std::string& limit) const {
-    const platform::SettingsStore store(platform::host_key());
-    ASSERT_EQ(write_store_value(store, "RepeatLevelNumMax", limit), 0);
-  }
-
   RepeatSetup setup;
   std::unique_ptr<ClColMain> main;
   RepeatTable table;
@@ -48,21 +41,13 @@ class RepeatTableTest : public testing::Test {
 TEST_F(RepeatTableTest, OrdersTheRepeatedItemsByLevel) {
   EXPECT_EQ(build({repeated(10, 7, 4), repeated(11, 0), repeated(12, 1, 2), repeated(13, 3, 3)}),
             0);
-  struct Row {
-    std::int32_t level, order, count, item;
-    bool innermost;
-  };
-  for (const Row& row :
-       {Row{1, 1, 2, 12, false}, Row{3, 2, 3, 13, false}, Row{7, 3, 4, 10, true}}) {
-    const ClRepeatData* entry = table.find_level(row.level);
-    ASSERT_NE(entry, nullptr) << row.level;
-    EXPECT_EQ(entry->repeat_level, row.level);
-    EXPECT_EQ(entry->level_order, row.order);
-    EXPECT_EQ(entry->repeat_count, row.count);
-    EXPECT_EQ(entry->item_number, row.item);
-    EXPECT_EQ(entry->innermost, row.innermost);
-    EXPECT_FALSE(entry->finished);
-    EXPECT_EQ(entry->repetitions_done, 0);
+  using Row = std::vector<std::int32_t>;  // level, order, count, item, whether innermost
+  for (const Row& row : {Row{1, 1, 2, 12, 0}, Row{3, 2, 3, 13, 0}, Row{7, 3, 4, 10, 1}}) {
+    const ClRepeatData* entry = table.find_level(row[0]);
+    ASSERT_NE(entry, nullptr) << row[0];
+    EXPECT_EQ((Row{entry->repeat_level, entry->level_order, entry->repeat_count, entry->item_number,
+                   entry->innermost}),
+              row);
   }
   EXPECT_EQ(table.find_level(2), nullptr);
   EXPECT_EQ(table.next_inner(*table.find_level(1)), table.find_level(3));
@@ -72,21 +57,28 @@ TEST_F(RepeatTableTest, OrdersTheRepeatedItemsByLevel) {
 TEST_F(RepeatTableTest, IsEmptyWithoutRepeatedItems) {
   EXPECT_EQ(build({repeated(1, 0), repeated(2, 0)}), 0);
   EXPECT_TRUE(table.is_empty());
-  // What repeats must also be an item of the control file.
-  setup.write_control({.items = {2}});
-  EXPECT_EQ(build({repeated(1, 0), repeated(2, 0)}, false), 0);
-  EXPECT_TRUE(table.is_empty());
 }
 
-TEST_F(RepeatTableTest, ALevelBelongsToOneItem) {
+// A level taken twice comes before a missing first level, and both before the limit.
+TEST_F(RepeatTableTest, RefusesLevels) {
   EXPECT_EQ(build({repeated(1, 1), repeated(2, 3), repeated(3, 2), repeated(4, 2)}), -104);
   EXPECT_EQ(main->message_context, "\nNAME3 : words 3") << "the first of the two in item order";
-  EXPECT_EQ(build({repeated(4, 2), repeated(3, 2)}), -104) << "comes before a missing level 1";
-  EXPECT_EQ(main->message_context, "\nNAME4 : words 4");
   EXPECT_EQ(build({repeated(4, 1), repeated(3, 1)}, false), -104);
   EXPECT_EQ(main->message_context, "\n : ") << "the short control file has no names";
-  limit_repeats("1");
-  EXPECT_EQ(build({repeated(4, 1), repeated(3, 1)}), -104) << "comes before the limit";
+  const std::vector<RunItem> three = {repeated(1, 2), repeated(2, 3), repeated(3, 1)};
+  const std::tuple<const char*, std::vector<RunItem>, std::int32_t, std::int32_t> cases[] = {
+      {"1", {repeated(4, 2), repeated(3, 2)}, -104, 0},
+      {"1", {repeated(1, 2), repeated(2, 3)}, -108, 0},
+      {"2", three, -109, 2},
+      {"3", three, 0, 0},
+      {"0", three, 0, 0},
+      {"18446744073709551615", three, 0, 0},
+  };
+  for (const auto& [limit, items, result, shown] : cases) {
+    setup.limit("RepeatLevelNumMax", limit);
+    EXPECT_EQ(build(items), result) << limit;
+    EXPECT_EQ(main->largest_repeat_count, shown);
+  }
 }
 
 // An item that stands twice is no other item, but it counts twice against the limit.
@@ -97,29 +89,8 @@ TEST_F(RepeatTableTest, AnItemMayStandTwice) {
   EXPECT_EQ(table.find_level(1)->item_number, 5);
   EXPECT_EQ(table.next_inner(*table.find_level(2)), nullptr);
   EXPECT_TRUE(table.find_level(2)->innermost);
-  limit_repeats("2");
+  setup.limit("RepeatLevelNumMax", "2");
   EXPECT_EQ(build_again(false), -109);
-}
-
-TEST_F(RepeatTableTest, TheFirstLevelMustBeThere) {
-  EXPECT_EQ(build({repeated(1, 2), repeated(2, 3)}), -108);
-  limit_repeats("1");
-  EXPECT_EQ(build({repeated(1, 2), repeated(2, 3)}), -108) << "comes before the limit";
-}
-
-TEST_F(RepeatTableTest, TheNumberOfRepeatsMayBeLimited) {
-  const std::vector<RunItem> three = {repeated(1, 2), repeated(2, 3), repeated(3, 1)};
-  struct Case {
-    const char* limit;
-    std::int32_t result;
-    std::int32_t shown;
-  };
-  for (const Case& c : {Case{"2", -109, 2}, Case{"3", 0, 0}, Case{"0", 0, 0}, Case{"1", -109, 1},
-                        Case{"18446744073709551615", 0, 0}}) {
-    limit_repeats(c.limit);
-    EXPECT_EQ(build(three), c.result) << c.limit;
-    EXPECT_EQ(main->largest_repeat_count, c.shown);
-  }
 }
 
 TEST_F(RepeatTableTest, ChecksALevelAgainstOtherItems) {
@@ -128,49 +99,6 @@ TEST_F(RepeatTableTest, ChecksALevelAgainstOtherItems) {
   EXPECT_EQ(check_repeat_level(*main, 1, 1), 0) << "its own";
   EXPECT_EQ(check_repeat_level(*main, 3, 2), 0);
   EXPECT_EQ(check_repeat_level(*main, 0, 1), 0) << "without its flag a level is none";
-}
-
-TEST_F(RepeatTableTest, AdvanceTurnsTheCounters) {
-  ASSERT_EQ(build({repeated(1, 1, 1), repeated(2, 2, 2)}), 0);
-  const ClFmtColInf& column = *main->settings.find_column(1);
-  ClRepeatData& outer = *table.find_level(1);
-  ClRepeatData& inner = *table.find_level(2);
-  ItemGenerator outer_item(column, 1, false);
-  ItemGenerator inner_item(column, 1, false);
-  outer_item.join_repeat(&inner);
-  inner_item.join_repeat(nullptr);
-  outer.item = &outer_item;
-  inner.item = &inner_item;
-  LineBlock line(0);
-  const RunState run = {.first_record = true, .repeats_finished = false};
-  const auto wrap = [&](ItemGenerator& item) {
-    while (!item.wrapped()) ASSERT_EQ(item.append(line, run), 0);
-  };
-
-  EXPECT_FALSE(table.advance());
-  wrap(inner_item);
-  EXPECT_FALSE(table.advance());
-  EXPECT_FALSE(inner_item.wrapped());
-  EXPECT_EQ(inner.repetitions_done, 1);
-  EXPECT_FALSE(inner.finished);
-
-  wrap(inner_item);
-  EXPECT_FALSE(table.advance());
-  EXPECT_TRUE(inner.finished);
-  EXPECT_EQ(inner.repetitions_done, 0);
-  EXPECT_EQ(outer.repetitions_done, 0) << "its item has not passed its end";
-
-  EXPECT_FALSE(table.advance());
-  EXPECT_FALSE(inner.finished) << "a new cycle of the innermost level begins";
-
-  wrap(outer_item);
-  wrap(inner_item);
-  EXPECT_FALSE(table.advance()) << "once more to go";
-  EXPECT_TRUE(outer_item.wrapped());
-  wrap(inner_item);
-  EXPECT_TRUE(table.advance());
-  EXPECT_TRUE(outer.finished);
-  EXPECT_FALSE(outer_item.wrapped());
 }
 
 }  // namespace

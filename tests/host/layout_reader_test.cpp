@@ -1,8 +1,6 @@
 #include "host/layout_reader.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
+#include <sstream>
 
 #include "format/records.h"
 #include "support/bytes.h"
@@ -30,6 +28,23 @@ LayoutReading parse(const std::string& text, std::optional<std::int32_t> records
 
 std::string replaced(std::string text, const std::string& what, const std::string& by) {
   return text.replace(text.find(what), what.size(), by);
+}
+
+// The item without its number and name, and what its values come to.
+std::string describe(const LayoutItem& item) {
+  std::ostringstream out;
+  const ItemAttributes& a = item.attributes;
+  out << a.attribute << ' ' << a.signed_flag << ' ' << a.length << ' ' << a.digits << ' '
+      << a.decimals << (item.nullable ? " nullable" : "");
+  if (!item.values) return out.str();
+  const ItemValues& values = *item.values;
+  const RangeTexts& texts = values.texts;
+  out << ", source " << static_cast<int>(values.source) << " [" << texts.format << ", "
+      << platform::to_utf8(texts.start) << ", " << platform::to_utf8(texts.end) << ", "
+      << texts.increment << "] " << values.choices.exceeded_action << values.choices.custom_format
+      << " " << platform::to_utf8(values.item_name) << values.file;
+  if (values.repeat) out << " repeat " << values.repeat->level << " x " << values.repeat->count;
+  return out.str();
 }
 
 TEST(LayoutReader, ReadsEveryKey) {
@@ -67,117 +82,75 @@ values = { type = "initial" }
 )");
   ASSERT_TRUE(reading.errors.empty()) << reading.errors[0].text;
   const Layout& layout = reading.layout;
-  EXPECT_EQ(layout.kind, layout_kind::table);
-  EXPECT_EQ(layout.records, 1000);
-  EXPECT_EQ(layout.level, 3);
+  EXPECT_EQ((std::vector{layout.kind, layout.records, layout.level, layout.quotation}),
+            (std::vector{2, 1000, 3, 1}));
   EXPECT_TRUE(layout.null_default);
-  EXPECT_EQ(layout.quotation, 1);
-  EXPECT_EQ(layout.data, "folder/out/d.csv");
-  EXPECT_EQ(layout.settings, "/s/x.fif");
-  EXPECT_EQ(layout.work, "folder/w");
+  EXPECT_EQ(layout.data + " " + layout.settings + " " + layout.work,
+            "folder/out/d.csv /s/x.fif folder/w");
   ASSERT_EQ(layout.items.size(), 2u);
-
-  const LayoutItem& item = layout.items[0];
-  EXPECT_EQ(item.number, 7);
-  EXPECT_EQ(item.name, cp932("名前"));
-  EXPECT_EQ(item.description, cp932("説明"));
-  EXPECT_EQ(item.attributes.attribute, 4);
-  EXPECT_EQ(item.attributes.signed_flag, 1);
-  EXPECT_EQ(item.attributes.length, 12);
-  EXPECT_EQ(item.attributes.digits, 9);
-  EXPECT_EQ(item.attributes.decimals, 2);
-  EXPECT_FALSE(item.nullable);
-  ASSERT_TRUE(item.values);
-  EXPECT_EQ(item.values->source, ValueSource::range);
-  EXPECT_FALSE(item.values->repeat);
-  EXPECT_EQ(item.values->place.line, 20u);
-  EXPECT_EQ(item.values->texts.format, "%5.2D");
-  EXPECT_EQ(item.values->texts.start, "-5");
-  EXPECT_EQ(item.values->texts.end, cp932("あ"));
-  EXPECT_EQ(item.values->texts.increment, "-0.5");
-  EXPECT_EQ(item.values->choices.exceeded_action, exceeded_action::initialize);
-  EXPECT_EQ(item.values->choices.custom_format, 0);
-
+  EXPECT_EQ(layout.items[0].number, 7);
+  EXPECT_EQ(layout.items[0].name + layout.items[0].description, cp932("名前説明"));
+  EXPECT_EQ(layout.items[0].values->place.line, 20u);
+  EXPECT_EQ(describe(layout.items[0]), "4 1 12 9 2, source 1 [%5.2D, -5, あ, -0.5] 00 ");
   EXPECT_EQ(layout.items[1].number, 2);
-  EXPECT_EQ(layout.items[1].values->source, ValueSource::initial);
+  EXPECT_EQ(describe(layout.items[1]), "28 0 8 8 0 nullable, source 0 [, , , ] 00 ");
 }
 
-TEST(LayoutReader, FillsDefaults) {
-  const LayoutReading reading =
-      parse(minimal + "[item.values]\ntype = \"range\"\nformat = \"%5U\"\n");
-  ASSERT_TRUE(reading.errors.empty()) << reading.errors[0].text;
-  const Layout& layout = reading.layout;
-  EXPECT_EQ(layout.level, 1);
-  EXPECT_FALSE(layout.null_default);
-  EXPECT_EQ(layout.quotation, 0);
-  EXPECT_EQ(layout.settings, "folder/d.fif");
-  EXPECT_EQ(layout.work, "folder");
-  const LayoutItem& item = layout.items.at(0);
-  EXPECT_EQ(item.number, 1);
-  EXPECT_TRUE(item.nullable);
-  EXPECT_EQ(item.values->texts.start, "");
-  EXPECT_EQ(item.values->texts.end, "");
-  EXPECT_EQ(item.values->texts.increment, "1");
-  EXPECT_EQ(item.values->choices.exceeded_action, exceeded_action::repeat);
-  EXPECT_EQ(item.values->choices.custom_format, 1);
-}
-
-TEST(LayoutReader, ReadsEveryTypeOfValues) {
-  const LayoutReading reading = parse(replaced(minimal, "digits = 5\n", R"(digits = 5
-values = { type = "enumeration", file = "lists/町.txt", repeat = { level = 2, count = 30 } }
+TEST(LayoutReader, FillsDefaultsAndReadsEveryTypeOfValues) {
+  const LayoutReading reading = parse(minimal + R"([item.values]
+type = "range"
+format = "%5U"
 [[item]]
 name = "B"
-attribute = 28
-values = { type = "default", repeat = { level = 1, count = 0 } }
+attribute = 4
+digits = 5
+values = { type = "enumeration", file = "lists/町.txt", repeat = { level = 2, count = 30 } }
 [[item]]
 name = "C"
 attribute = 28
-values = { type = "reference", item = "名前" }
+values = { type = "default", repeat = { level = 1, count = 0 } }
 [[item]]
 name = "D"
+attribute = 28
+values = { type = "reference", item = "名前" }
+[[item]]
+name = "E"
 attribute = 4
 digits = 5
 values = { type = "enumeration", file = "/lists/d.txt", exceeded = "initialize" }
-)"));
+)");
   ASSERT_TRUE(reading.errors.empty()) << reading.errors[0].text;
-  ASSERT_EQ(reading.layout.items.size(), 4u);
-  const auto values = [&](std::size_t place) { return *reading.layout.items[place].values; };
-
-  EXPECT_EQ(values(0).source, ValueSource::enumeration);
-  EXPECT_EQ(values(0).file, std::filesystem::current_path().string() + "/folder/lists/町.txt");
-  EXPECT_EQ(values(0).choices.exceeded_action, exceeded_action::repeat);
-  ASSERT_TRUE(values(0).repeat);
-  EXPECT_EQ(values(0).repeat->level, 2);
-  EXPECT_EQ(values(0).repeat->count, 30);
-
-  EXPECT_EQ(values(1).source, ValueSource::attribute_default);
-  EXPECT_EQ(values(1).repeat->count, 0);  // the module's own check refuses it, by number
-
-  EXPECT_EQ(values(2).source, ValueSource::reference);
-  EXPECT_EQ(values(2).item_name, cp932("名前"));
-  EXPECT_FALSE(values(2).repeat);
-
-  EXPECT_EQ(values(3).file, "/lists/d.txt");
-  EXPECT_EQ(values(3).choices.exceeded_action, exceeded_action::initialize);
+  const Layout& layout = reading.layout;
+  EXPECT_EQ((std::vector{layout.level, layout.quotation}), (std::vector{1, 0}));
+  EXPECT_FALSE(layout.null_default);
+  EXPECT_EQ(layout.settings + " " + layout.work, "folder/d.fif folder");
+  const std::string list = std::filesystem::current_path().string() + "/folder/lists/町.txt";
+  // A count of 0 is no error of the layout: the module's own check refuses it, by number.
+  const std::string expected[] = {
+      "4 0 5 5 0 nullable, source 1 [%5U, , , 1] 11 ",
+      "4 0 5 5 0 nullable, source 4 [, , , ] 10 " + list + " repeat 2 x 30",
+      "28 0 8 8 0 nullable, source 2 [, , , ] 00  repeat 1 x 0",
+      "28 0 8 8 0 nullable, source 3 [, , , ] 00 名前",
+      "4 0 5 5 0 nullable, source 4 [, , , ] 00 /lists/d.txt",
+  };
+  ASSERT_EQ(layout.items.size(), std::size(expected));
+  for (std::size_t i = 0; i < std::size(expected); ++i) {
+    EXPECT_EQ(layout.items[i].number, static_cast<std::int32_t>(i) + 1);
+    EXPECT_EQ(describe(layout.items[i]), expected[i]);
+  }
 }
 
 // Digits that the module finds impossible are no error of the layout: it uses the item.
 TEST(LayoutReader, MarksImpossibleDigits) {
-  struct Case {
-    const char* kind;
-    const char* decimals;
-    bool is_marked;
-    std::int32_t counted;
-  };
-  const Case cases[] = {{"record", "3", false, 3}, {"record", "6", false, 0},
-                        {"record", "12", true, 0}, {"table", "5", false, 5},
-                        {"table", "6", true, 0},   {"iso", "12", false, 0}};
-  for (const Case& c : cases) {
+  const std::tuple<const char*, const char*, bool, std::int32_t> cases[] = {
+      {"record", "3", false, 3}, {"record", "6", false, 0}, {"record", "12", true, 0},
+      {"table", "5", false, 5},  {"table", "6", true, 0},   {"iso", "12", false, 0}};
+  for (const auto& [kind, decimals, is_marked, counted] : cases) {
     const LayoutReading reading =
-        parse(replaced(minimal, "record", c.kind) + "length = 20\ndecimals = " + c.decimals + "\n");
+        parse(replaced(minimal, "record", kind) + "length = 20\ndecimals = " + decimals + "\n");
     ASSERT_TRUE(reading.errors.empty()) << reading.errors[0].text;
-    EXPECT_EQ(reading.layout.items[0].has_invalid_digits, c.is_marked) << c.kind << c.decimals;
-    EXPECT_EQ(reading.layout.items[0].attributes.decimals, c.counted) << c.kind << c.decimals;
+    EXPECT_EQ(reading.layout.items[0].has_invalid_digits, is_marked) << kind << decimals;
+    EXPECT_EQ(reading.layout.items[0].attributes.decimals, counted) << kind << decimals;
   }
 }
 
@@ -186,6 +159,131 @@ TEST(LayoutReader, NumberOfRecordsFromOutsideWins) {
   const LayoutReading without = parse(replaced(minimal, "records = 10\n", ""), 7);
   EXPECT_TRUE(without.errors.empty());
   EXPECT_EQ(without.layout.records, 7);
+}
+
+void expect_error(const std::string& text, std::uint32_t line, std::uint32_t column,
+                  const std::string& message) {
+  const LayoutReading reading = parse(text);
+  ASSERT_EQ(reading.errors.size(), 1u) << text;
+  EXPECT_EQ(reading.errors[0].place.line, line) << text;
+  EXPECT_EQ(reading.errors[0].place.column, column) << text;
+  EXPECT_NE(reading.errors[0].text.find(message), std::string::npos) << reading.errors[0].text;
+}
+
+TEST(LayoutReader, AnErrorNamesItsPlace) {
+  expect_error(minimal.substr(0, minimal.find("[[item]]")), 1, 1, "has no item");
+  expect_error(minimal + "[rest]\n", 9, 2, "unknown key \"rest\"");
+
+  struct Case {
+    std::string what, by;
+    std::uint32_t line, column;
+    const char* message;
+  };
+  const std::string x64(64, 'x');
+  const Case cases[] = {
+      {"\"record\"", "record", 2, 8, "in the line kind = record, expected"},
+      {"[layout]", "[layout", 1, 8, "expected ']'"},
+      {"data", "records = 1\ndata", 4, 11, "expected each key once"},
+      {"data", "this one\ndata", 4, 6, "in the line this one"},
+      {"[[item]]", "[item]", 5, 1, "a table"},
+      {"records", "record = 1\nrecords", 3, 1, "unknown key \"record\""},
+      {"\"record\"", "\"tabel\"", 2, 8, "kind is \"tabel\", expected one of"},
+      {"records = 10\n", "", 1, 1, "has no records"},
+      {"10", "\"10\"", 3, 11, "records is \"10\", expected an integer"},
+      {"10", "2147483648", 3, 11, "to 2147483647"},
+      {"data", "quote = \"single\"\ndata", 4, 9, "\"none\", \"double\""},
+      {"data = \"d.csv\"\n", "", 1, 1, "has no data"},
+      {"d.csv", std::string(249, 'x'), 4, 8, "path of 256 bytes"},
+      {"d.csv", "d.fif", 4, 8, "its settings file"},
+      {"d.csv", "d.log", 4, 8, "its log file"},
+      {"d.csv", "l.toml", 4, 8, "the path of the layout"},
+      {"name = \"A\"\n", "", 5, 1, "has no name"},
+      {"\"A\"", "\"" + x64 + "\"", 6, 8, "64 bytes in code page 932, expected at most 63"},
+      {"\"A\"", "\"あ\\u20ACb\"", 6, 8, "\"€\" at place 2"},
+      {"\"A\"", "\"a\\u0000b\"", 6, 8, "\"\\x00\" at place 2"},
+      {"= 4", "= \"text\"", 7, 13, "\"plain-character\""},
+      {"= 4", "= 33", 7, 13, "33, expected a code from 1 to 32"},
+      {"digits = 5\n", "", 5, 1, "neither digits nor length"},
+  };
+  for (const Case& c : cases)
+    expect_error(replaced(minimal, c.what, c.by), c.line, c.column, c.message);
+}
+
+TEST(LayoutReader, AnErrorOfAnItemNamesItsPlace) {
+  const std::tuple<const char*, std::uint32_t, const char*> of_item[] = {
+      {"description = \"ああああああああああああああ\"", 15, "28 bytes"},
+      {"length = -1", 10, "from 0 to"},
+      {"decimals = -1", 12, "from 0 to"},
+      {"signed = 1", 10, "signed is 1, expected true or false"},
+      {"values = 5", 10, "values is 5, expected a table"},
+      {"lenght = 5", 1, "unknown key \"lenght\" in [[item]]"},
+      {"values = {}", 10, "has no type"},
+      {"values = { type = \"rnage\" }", 19, "expected one of \"initial\""},
+  };
+  for (const auto& [line, column, message] : of_item) {
+    expect_error(minimal + line, 9, column, message);
+  }
+
+  struct Case {
+    std::string type, more;
+    std::uint32_t column;
+    const char* message;
+  };
+  const Case of_values[] = {
+      {"reference", "", 10, "[item.values] has no item, expected the name of another item"},
+      {"reference", ", item = 5", 39, "item is 5, expected a string"},
+      {"enumeration", "", 10, "has no file, expected the path of a text file"},
+      {"enumeration", ", file = \"\"", 41, "file is empty, expected a path"},
+      {"enumeration", ", file = {}", 41, "file is a table, expected a string"},
+      {"enumeration", ", file = \"/" + std::string(267, 'x') + "\"", 41,
+       "path of 268 bytes, expected at most 267"},
+      {"enumeration", ", file = \"f\", format = \"%U\"", 55, "expected type \"range\""},
+      {"enumeration", ", file = \"f\", item = \"B\"", 53, "expected type \"reference\""},
+      {"default", ", file = \"f\"", 37,
+       "file stands beside type \"default\", expected type \"enumeration\""},
+      {"initial", ", start = 1", 38,
+       "start stands beside type \"initial\", expected type \"range\""},
+      {"initial", ", repeat = { level = 1, count = 2 }", 39,
+       "repeat stands beside type \"initial\", expected another type"},
+      {"default", ", repeat = 3", 39, "repeat is 3, expected a table"},
+      {"default", ", repeat = { count = 3 }", 39, "repeat has no level"},
+      {"default", ", repeat = { level = 3 }", 39, "repeat has no count"},
+      {"default", ", repeat = { level = -1, count = 3 }", 49, "level is -1, expected an integer"},
+      {"default", ", repeat = { level = 1, count = \"3\" }", 60, "count is \"3\", expected"},
+      {"default", ", repeat = { level = 1, count = 3, times = 2 }", 63,
+       "unknown key \"times\" in repeat"},
+      {"range", "", 10, "has no format"},
+      {"range", ", format = \"%U\", ende = 5", 43, "unknown key \"ende\" in [item.values]"},
+      {"range", ", format = \"%U\", start = 1970-01-01", 51, "a date or time without quotes"},
+      {"range", ", format = \"%U\", end = 1.5", 49, "a floating-point number"},
+      {"range", ", format = \"%U\", increment = \"1€\"", 55, "at place 2"},
+      {"range", ", format = \"%U\", exceeded = \"stop\"", 54, "\"initialize\", \"repeat\""},
+      {"range", ", format = \"%U\", file = \"f\"", 50, "expected type \"enumeration\""},
+  };
+  for (const Case& c : of_values) {
+    expect_error(minimal + "values = { type = \"" + c.type + "\"" + c.more + " }", 9, c.column,
+                 c.message);
+  }
+}
+
+TEST(LayoutReader, ReportsAllErrorsInTheOrderOfTheirPlaces) {
+  const LayoutReading reading = parse(R"([layout]
+data = "d"
+kind = 1
+[[item]]
+name = "A"
+attribute = "integer"
+[[item]]
+number = 1
+name = "B"
+attribute = "date"
+colour = "red"
+)");
+  std::vector<std::uint32_t> lines;
+  for (const LayoutError& error : reading.errors) lines.push_back(error.place.line);
+  EXPECT_EQ(lines, (std::vector<std::uint32_t>{1, 3, 7, 11}));
+  EXPECT_EQ(reading.errors.at(2).text,
+            "number 1 belongs to the item on line 4, expected another one");
 }
 
 // Unreadable lines, wrong values and refused ranges, none of which hides another.
@@ -224,150 +322,6 @@ TEST(LayoutReader, GivesUpOnBytesThatNoRepairHelps) {
         std::string("\xFF\xFE\n\xFF"), "x = [1,\n2,\n" + minimal}) {
     EXPECT_FALSE(parse(text).errors.empty());
   }
-}
-
-struct BadLayout {
-  const char* name;
-  std::string text;
-  std::uint32_t line;
-  std::uint32_t column;
-  const char* message;
-};
-
-class BadLayouts : public testing::TestWithParam<BadLayout> {};
-
-TEST_P(BadLayouts, NameThePlace) {
-  const LayoutReading reading = parse(GetParam().text);
-  ASSERT_EQ(reading.errors.size(), 1u)
-      << (reading.errors.empty() ? "" : reading.errors.back().text);
-  EXPECT_EQ(reading.errors[0].place.line, GetParam().line);
-  EXPECT_EQ(reading.errors[0].place.column, GetParam().column);
-  EXPECT_NE(reading.errors[0].text.find(GetParam().message), std::string::npos)
-      << reading.errors[0].text;
-}
-
-BadLayout in_header(const char* name, const std::string& what, const std::string& by,
-                    std::uint32_t line, std::uint32_t column, const char* message) {
-  return {name, replaced(minimal, what, by), line, column, message};
-}
-
-BadLayout in_item(const char* name, const std::string& line, std::uint32_t column,
-                  const char* message) {
-  return {name, minimal + line, 9, column, message};
-}
-
-BadLayout in_values(const char* name, const std::string& line, std::uint32_t column,
-                    const char* message) {
-  return {name, minimal + "[item.values]\ntype = \"range\"\nformat = \"%U\"\n" + line, 12, column,
-          message};
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Layouts, BadLayouts,
-    testing::Values(
-        in_header("Syntax", "\"record\"", "record", 2, 8, "in the line kind = record, expected"),
-        in_header("Header", "[layout]", "[layout", 1, 8, "expected ']'"),
-        in_header("KeyTwice", "data", "records = 1\ndata", 4, 11, "expected each key once"),
-        in_header("Nonsense", "data", "this one\ndata", 4, 6, "in the line this one"),
-        BadLayout{"NoItems", minimal.substr(0, minimal.find("[[item]]")), 1, 1, "has no item"},
-        BadLayout{"ItemNotArray", replaced(minimal, "[[item]]", "[item]"), 5, 1, "a table"},
-        BadLayout{"UnknownTable", minimal + "[rest]\n", 9, 2, "unknown key \"rest\""},
-        in_header("UnknownKey", "records", "record = 1\nrecords", 3, 1, "unknown key \"record\""),
-        in_header("Kind", "\"record\"", "\"tabel\"", 2, 8, "kind is \"tabel\", expected one of"),
-        in_header("RecordsMissing", "records = 10\n", "", 1, 1, "has no records"),
-        in_header("RecordsText", "10", "\"10\"", 3, 11, "records is \"10\", expected an integer"),
-        in_header("RecordsTooMany", "10", "2147483648", 3, 11, "to 2147483647"),
-        in_header("Quote", "data", "quote = \"single\"\ndata", 4, 9, "\"none\", \"double\""),
-        in_header("DataMissing", "data = \"d.csv\"\n", "", 1, 1, "has no data"),
-        in_header("PathTooLong", "d.csv", std::string(249, 'x'), 4, 8, "path of 256 bytes"),
-        in_header("DataIsSettings", "d.csv", "d.fif", 4, 8, "its settings file"),
-        in_header("DataIsLog", "d.csv", "d.log", 4, 8, "its log file"),
-        in_header("DataIsLayout", "d.csv", "l.toml", 4, 8, "the path of the layout"),
-        in_header("NameMissing", "name = \"A\"\n", "", 5, 1, "has no name"),
-        in_header("NameTooLong", "\"A\"", "\"" + std::string(64, 'x') + "\"", 6, 8,
-                  "64 bytes in code page 932, expected at most 63"),
-        in_header("NameCharacter", "\"A\"", "\"あ\\u20ACb\"", 6, 8, "\"€\" at place 2"),
-        in_header("NameZero", "\"A\"", "\"a\\u0000b\"", 6, 8, "\"\\x00\" at place 2"),
-        in_header("AttributeName", "= 4", "= \"text\"", 7, 13, "\"plain-character\""),
-        in_header("AttributeCode", "= 4", "= 33", 7, 13, "33, expected a code from 1 to 32"),
-        in_header("NoSize", "digits = 5\n", "", 5, 1, "neither digits nor length"),
-        in_item("DescriptionTooLong", "description = \"ああああああああああああああ\"", 15,
-                "28 bytes"),
-        in_item("NegativeLength", "length = -1", 10, "from 0 to"),
-        in_item("NegativeDecimals", "decimals = -1", 12, "from 0 to"),
-        in_item("SignedNumber", "signed = 1", 10, "signed is 1, expected true or false"),
-        in_item("ValuesNotTable", "values = 5", 10, "values is 5, expected a table"),
-        in_item("ItemTypo", "lenght = 5", 1, "unknown key \"lenght\" in [[item]]"),
-        in_item("TypeMissing", "values = {}", 10, "has no type"),
-        in_item("TypeUnknown", "values = { type = \"rnage\" }", 19, "expected one of \"initial\""),
-        in_item("ReferenceMissing", "values = { type = \"reference\" }", 10,
-                "[item.values] has no item, expected the name of another item"),
-        in_item("ReferenceByNumber", "values = { type = \"reference\", item = 5 }", 39,
-                "item is 5, expected a string"),
-        in_item("FileMissing", "values = { type = \"enumeration\" }", 10,
-                "has no file, expected the path of a text file"),
-        in_item("FileEmpty", "values = { type = \"enumeration\", file = \"\" }", 41,
-                "file is empty, expected a path"),
-        in_item("FileIsTable", "values = { type = \"enumeration\", file = {} }", 41,
-                "file is a table, expected a string"),
-        in_item("FileOfDefault", "values = { type = \"default\", file = \"f\" }", 37,
-                "file stands beside type \"default\", expected type \"enumeration\""),
-        in_item("FormatOfEnumeration",
-                "values = { type = \"enumeration\", file = \"f\", format = \"%U\" }", 55,
-                "expected type \"range\""),
-        in_item("ItemOfEnumeration",
-                "values = { type = \"enumeration\", file = \"f\", item = \"B\" }", 53,
-                "expected type \"reference\""),
-        in_item("RepeatOfInitial",
-                "values = { type = \"initial\", repeat = { level = 1, count = 2 } }", 39,
-                "repeat stands beside type \"initial\", expected another type"),
-        in_item("RepeatNotTable", "values = { type = \"default\", repeat = 3 }", 39,
-                "repeat is 3, expected a table"),
-        in_item("RepeatLevelMissing", "values = { type = \"default\", repeat = { count = 3 } }", 39,
-                "repeat has no level"),
-        in_item("RepeatCountMissing", "values = { type = \"default\", repeat = { level = 3 } }", 39,
-                "repeat has no count"),
-        in_item("RepeatLevelNegative",
-                "values = { type = \"default\", repeat = { level = -1, count = 3 } }", 49,
-                "level is -1, expected an integer from 0 to"),
-        in_item("RepeatCountText",
-                "values = { type = \"default\", repeat = { level = 1, count = \"3\" } }", 60,
-                "count is \"3\", expected an integer"),
-        in_item("RepeatTypo",
-                "values = { type = \"default\", repeat = { level = 1, count = 3, times = 2 } }", 63,
-                "unknown key \"times\" in repeat"),
-        in_item("EnumerationPathTooLong",
-                "values = { type = \"enumeration\", file = \"/" + std::string(267, 'x') + "\" }",
-                41, "path of 268 bytes, expected at most 267"),
-        in_item("FormatMissing", "values = { type = \"range\" }", 10, "has no format"),
-        in_item("StartOfInitial", "values = { type = \"initial\", start = 1 }", 38,
-                "start stands beside type \"initial\", expected type \"range\""),
-        in_values("ValuesTypo", "ende = 5", 1, "unknown key \"ende\" in [item.values]"),
-        in_values("StartDate", "start = 1970-01-01", 9, "a date or time without quotes"),
-        in_values("EndFloat", "end = 1.5", 7, "a floating-point number"),
-        in_values("IncrementCharacter", "increment = \"1€\"", 13, "at place 2"),
-        in_values("Exceeded", "exceeded = \"stop\"", 12, "\"initialize\", \"repeat\""),
-        in_values("FileOfRange", "file = \"f\"", 8, "expected type \"enumeration\"")),
-    [](const auto& test) { return test.param.name; });
-
-TEST(LayoutReader, ReportsAllErrorsInTheOrderOfTheirPlaces) {
-  const LayoutReading reading = parse(R"([layout]
-data = "d"
-kind = 1
-[[item]]
-name = "A"
-attribute = "integer"
-[[item]]
-number = 1
-name = "B"
-attribute = "date"
-colour = "red"
-)");
-  std::vector<std::uint32_t> lines;
-  for (const LayoutError& error : reading.errors) lines.push_back(error.place.line);
-  EXPECT_EQ(lines, (std::vector<std::uint32_t>{1, 3, 7, 11}));
-  EXPECT_EQ(reading.errors.at(2).text,
-            "number 1 belongs to the item on line 4, expected another one");
 }
 
 TEST(LayoutReader, KeepsToWhatAPersonReads) {

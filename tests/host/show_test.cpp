@@ -1,13 +1,10 @@
 #include "host/show.h"
 
-#include <gtest/gtest.h>
-
 #include <sstream>
 
 #include "platform/file.h"
-#include "support/bytes.h"
+#include "support/generation_setup.h"
 #include "support/settings_bytes.h"
-#include "support/temp_folder.h"
 
 namespace korvex::host {
 namespace {
@@ -28,41 +25,15 @@ Shown show_bytes(const std::string& bytes) {
   return {failure, out.str()};
 }
 
-std::string control_header(std::int32_t item_count) {
-  return Bytes()
-      .i32(50)
-      .i32(2)
-      .i32(1)
-      .i32(9)
-      .i32(4)
-      .i32(item_count)
-      .text("d.csv", 256)
-      .text("d.fif", 256)
-      .text("work", 256)
-      .zeros(228);
+std::string header(std::int32_t item_count) {
+  return test::control_header({50, 2, 1, 9, 4, "d.csv", "d.fif", "work"}, item_count);
 }
 
-std::string control_item(std::int32_t number, std::string_view name) {
-  return Bytes()
-      .i32(number)
-      .text(name, 64)
-      .text("words", 28)
-      .i32(32)
-      .i32(1)
-      .i32(15)
-      .i32(14)
-      .i32(3)
-      .i32(0)
-      .i32(1)
-      .zeros(12);
+std::string item(std::int32_t number, const std::string& name) {
+  return test::control_item({number, name, "words", 32, 1, 15, 14, 3, 0, 1});
 }
 
-std::string log_bytes(std::int32_t item_count) {
-  Bytes bytes;
-  bytes.i32(1000).i32(1).i32(item_count).i32(0);
-  for (std::int32_t i = 0; i < item_count; ++i) bytes.i32(100 + i);
-  return bytes;
-}
+const std::string log_of_three = test::log_bytes(1000, 1, {100, 101, 102});
 
 void expect_lines(const std::string& text, const std::vector<std::string>& lines) {
   for (const std::string& line : lines) {
@@ -71,8 +42,7 @@ void expect_lines(const std::string& text, const std::vector<std::string>& lines
 }
 
 TEST(Show, ControlFiles) {
-  const Shown long_form =
-      show_bytes(control_header(2) + control_item(7, cp932("名前")) + control_item(8, "B\x1B[2J"));
+  const Shown long_form = show_bytes(header(2) + item(7, cp932("名前")) + item(8, "B\x1B[2J"));
   EXPECT_EQ(long_form.failure, "");
   expect_lines(long_form.text,
                {"long form", "records       50", "2 (table)", "level         4", "d.fif",
@@ -80,13 +50,13 @@ TEST(Show, ControlFiles) {
                 "32 (timestamp), signed, length 15, digits 14, decimals 3, nullable"});
 
   const std::string numbers = Bytes().i32(7).i32(-8);
-  const Shown short_form = show_bytes(control_header(2) + numbers);
+  const Shown short_form = show_bytes(header(2) + numbers);
   EXPECT_EQ(short_form.failure, "");
   expect_lines(short_form.text, {"short form", "item numbers  7 -8\n"});
 }
 
 TEST(Show, LogFile) {
-  const Shown shown = show_bytes(log_bytes(3));
+  const Shown shown = show_bytes(log_of_three);
   EXPECT_EQ(shown.failure, "");
   expect_lines(shown.text, {"log file", "records       1000", "item numbers  100 101 102\n"});
 }
@@ -151,12 +121,12 @@ TEST(Show, RefusesOtherFiles) {
   const std::vector<std::string> others = {
       "",
       "a,b,c\n",
-      control_header(1),
-      control_header(-1),
-      control_header(2'000'000'000) + control_item(1, "A"),
-      control_header(1) + control_item(1, "A") + "x",
-      log_bytes(3) + "x",
-      log_bytes(3).substr(0, 20),
+      header(1),
+      header(-1),
+      header(2'000'000'000) + item(1, "A"),
+      header(1) + item(1, "A") + "x",
+      log_of_three + "x",
+      log_of_three.substr(0, 20),
       std::string(test::header_bytes(1, 0, 0, "TAMBO DATA FORMAT V9L9")),
   };
   for (const std::string& bytes : others) {
@@ -171,7 +141,7 @@ TEST(Show, SaysWhyAFileCannotBeOpened) {
   std::ostringstream out;
   EXPECT_NE(show_file(folder.file("missing"), out).find("no such file"), std::string::npos);
   EXPECT_NE(show_file("/dev/null", out).find("not a regular file"), std::string::npos);
-  test::write_file(folder.file("held"), log_bytes(1));
+  test::write_file(folder.file("held"), log_of_three);
   platform::File holder;
   ASSERT_EQ(holder.open_for_reading(folder.file("held"), platform::Sharing::exclusive),
             platform::FileCause::none);

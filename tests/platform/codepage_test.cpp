@@ -1,7 +1,5 @@
 #include "platform/codepage.h"
 
-#include <gtest/gtest.h>
-
 #include "support/bytes.h"
 
 namespace korvex::platform {
@@ -23,12 +21,7 @@ TEST(Codepage, KnowsTheShapeOfDoubleBytes) {
 }
 
 TEST(Codepage, ComparesCharacterByCharacter) {
-  struct Row {
-    const char* left;
-    const char* right;
-    int order;
-  };
-  const Row rows[] = {
+  const std::tuple<const char*, const char*, int> rows[] = {
       {"", "", 0},
       {"82 A0", "82 A0", 0},
       {"82 A0", "82 A2", -1},
@@ -39,9 +32,9 @@ TEST(Codepage, ComparesCharacterByCharacter) {
       {"B1", "81 42", -1},
       {"DF", "E0 40", -1},
   };
-  for (const Row& row : rows) {
-    const int order = compare_characters(hex(row.left), hex(row.right));
-    EXPECT_EQ((order > 0) - (order < 0), row.order) << row.left << " : " << row.right;
+  for (const auto& [left, right, expected] : rows) {
+    const int order = compare_characters(hex(left), hex(right));
+    EXPECT_EQ((order > 0) - (order < 0), expected) << left << " : " << right;
   }
 }
 

@@ -1,6 +1,5 @@
 #include "platform/local_time.h"
 
-#include <gtest/gtest.h>
 #include <time.h>
 
 #include "support/bytes.h"
@@ -14,13 +13,7 @@ using test::ScopedVariable;
 using test::TempFolder;
 
 std::time_t moment(int year, int month, int day, int hour, int minute, int second) {
-  std::tm time = {};
-  time.tm_year = year - 1900;
-  time.tm_mon = month - 1;
-  time.tm_mday = day;
-  time.tm_hour = hour;
-  time.tm_min = minute;
-  time.tm_sec = second;
+  std::tm time = {second, minute, hour, day, month - 1, year - 1900, 0, 0, 0, 0, nullptr};
   return ::timegm(&time);
 }
 
@@ -51,16 +44,13 @@ TEST_F(LocalTime, NamesAreInLocalTime) {
 }
 
 TEST_F(LocalTime, ATakenNameAdvancesToTheNextFreeSecond) {
-  const std::time_t last = moment(2026, 12, 31, 23, 59, 58);
-  test::write_file(folder.file("DG2026Dec31235958.TMP"), "taken");
-  test::write_file(folder.file("DG2026Dec31235959.TMP"), "taken");
-  ASSERT_EQ(create_temporary(folder.path(), last, file, path), FileCause::none);
+  const std::string taken[] = {folder.file("DG2026Dec31235958.TMP"),
+                               folder.file("DG2026Dec31235959.TMP")};
+  for (const std::string& name : taken) test::write_file(name, "taken");
+  const std::time_t first = moment(2026, 12, 31, 23, 59, 58);
+  ASSERT_EQ(create_temporary(folder.path(), first, file, path), FileCause::none);
   EXPECT_EQ(path, folder.file("DG2027Jan01000000.TMP"));
-  EXPECT_EQ(test::read_file(folder.file("DG2026Dec31235958.TMP")), "taken");
-  EXPECT_EQ(test::read_file(folder.file("DG2026Dec31235959.TMP")), "taken");
-}
-
-TEST_F(LocalTime, AMissingFolderIsReportedAtOnce) {
+  for (const std::string& name : taken) EXPECT_EQ(test::read_file(name), "taken");
   EXPECT_EQ(create_temporary(folder.file("none"), 0, file, path), FileCause::bad_path);
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace korvex::platform {
 namespace {
 
@@ -13,13 +15,8 @@ TEST(Path, Joins) {
 }
 
 TEST(Path, Cuts) {
-  struct Row {
-    const char* path;
-    const char* folder;
-    const char* base;
-    const char* stem;
-  };
-  const Row rows[] = {
+  // The path, its folder, base name and stem.
+  const std::array<const char*, 4> rows[] = {
       {"/a/b.c/data.csv", "/a/b.c", "data.csv", "data"},
       {"/a/b.c/data", "/a/b.c", "data", "data"},
       {"archive.tar.gz", ".", "archive.tar.gz", "archive.tar"},
@@ -28,10 +25,10 @@ TEST(Path, Cuts) {
       {"back\\slash.x", ".", "back\\slash.x", "back\\slash"},
       {"", ".", "", ""},
   };
-  for (const Row& row : rows) {
-    EXPECT_EQ(folder_of(row.path), row.folder) << row.path;
-    EXPECT_EQ(base_name(row.path), row.base) << row.path;
-    EXPECT_EQ(stem(row.path), row.stem) << row.path;
+  for (const auto& [path, folder, base, name] : rows) {
+    EXPECT_EQ(folder_of(path), folder) << path;
+    EXPECT_EQ(base_name(path), base) << path;
+    EXPECT_EQ(stem(path), name) << path;
   }
 }
 

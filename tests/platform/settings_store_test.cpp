@@ -1,9 +1,5 @@
 #include "platform/settings_store.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
 #include "platform/file.h"
 #include "support/bytes.h"
 #include "support/environment.h"
@@ -49,13 +45,6 @@ TEST_F(SettingsStoreTest, ChangesItsOwnLineOnly) {
   EXPECT_EQ(value_of("Name"), "two=2");
   EXPECT_EQ(value_of("Added"), "");
   EXPECT_EQ(value_of("Last"), "without line end");
-}
-
-TEST_F(SettingsStoreTest, AnEditCountsAtOnce) {
-  ASSERT_EQ(store.write("Name", "1"), StoreStatus::ok);
-  EXPECT_EQ(value_of("Name"), "1");
-  write_file(path, "Name=edited");
-  EXPECT_EQ(value_of("Name"), "edited");
 }
 
 TEST(SettingsStore, StandsBelowTheHomeFolderWithoutConfigurationFolder) {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "control/col_main.h"
-#include "control/control_bytes.h"
+#include "support/control_bytes.h"
 #include "support/environment.h"
 #include "support/scripted_interface.h"
 #include "support/settings_bytes.h"
@@ -50,6 +50,14 @@ class ReconcileSetup {
     main->control_path = control();
     main->set_run_mode(run_mode::settings_only);
     if (main->load() != 0) throw std::runtime_error("the control file is not loaded");
+  }
+
+  // What the display of an item's settings comes to, in one line.
+  std::string shown(std::size_t place) const {
+    const ItemDisplay& d = main->items.at(place)->display();
+    return std::to_string(d.generation_type) + " " + d.generation_text + " [" + d.start + "," +
+           d.end + "," + d.increment + "] " + std::to_string(d.exceeded_action) +
+           std::to_string(d.custom_format) + " ref " + std::to_string(d.referenced_item);
   }
 
   TempFolder folder;

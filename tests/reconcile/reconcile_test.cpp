@@ -1,6 +1,6 @@
 #include "format/reconcile.h"
 
-#include <gtest/gtest.h>
+#include <array>
 
 #include "platform/file.h"
 #include "reconcile/reconcile_setup.h"
@@ -9,17 +9,10 @@ namespace korvex::test {
 namespace {
 
 using platform::MessageKind;
-using Names = std::vector<std::string>;
 
 class ReconcileTest : public testing::Test {
  protected:
-  // What the display of an item's settings comes to, in one line.
-  std::string shown(std::size_t place) const {
-    const ItemDisplay& d = setup.main->items.at(place)->display();
-    return std::to_string(d.generation_type) + " " + d.generation_text + " [" + d.start + "," +
-           d.end + "," + d.increment + "] " + std::to_string(d.exceeded_action) +
-           std::to_string(d.custom_format) + " ref " + std::to_string(d.referenced_item);
-  }
+  std::string shown(std::size_t place) const { return setup.shown(place); }
 
   std::string message() const {
     return setup.interface.messages.size() == 1 ? setup.interface.messages[0].text : "";
@@ -28,70 +21,30 @@ class ReconcileTest : public testing::Test {
   ReconcileSetup setup;
 };
 
-// One item on both sides: as the control file has it, and as it was stored.
-struct Side {
-  std::int32_t attribute;
-  std::int32_t length;
-  std::int32_t digits;
-};
-
-struct FitCase {
-  const char* name;
-  std::int32_t layout_kind;
-  Side control;
-  Side stored;
-  bool fits;
-};
-
-class Fits : public ReconcileTest, public testing::WithParamInterface<FitCase> {};
-
-TEST_P(Fits, OrIsDeleted) {
-  const FitCase& row = GetParam();
-  setup.write_settings({{{.item_number = 3,
-                          .attribute = row.stored.attribute,
-                          .length = row.stored.length,
-                          .digits = row.stored.digits}}},
-                       row.layout_kind);
-  setup.load({{.item_number = 3,
-               .attribute = row.control.attribute,
-               .length = row.control.length,
-               .digits = row.control.digits}},
-             row.layout_kind);
-  write_file(setup.folder.file("out.csv"), "data");
-  EXPECT_EQ(reconcile(*setup.main), 1);
-  EXPECT_EQ(setup.main->mismatch, !row.fits);
-  EXPECT_EQ(platform::exists(setup.settings()), row.fits);
-  EXPECT_EQ(setup.interface.messages.size(), row.fits ? 0U : 1U);
-  EXPECT_EQ(setup.main->items[0]->display().generation_type, row.fits ? 2 : 0);
-  EXPECT_EQ(setup.main->settings.current_level() != nullptr, row.fits);
-  const Names others = {"config", "out.csv", "run.ctl"};
-  EXPECT_EQ(setup.folder.names() == others, !row.fits);
+// Attribute, length and digits of one item, as the control file has them and as they were stored.
+TEST(SettingsFit, ByAttributeAndDigits) {
+  using Side = std::array<std::int32_t, 3>;
+  const std::tuple<std::int32_t, Side, Side, bool> cases[] = {
+      {1, {4, 9, 5}, {4, 12, 5}, true},       {1, {4, 9, 5}, {5, 9, 5}, false},
+      {1, {4, 9, 5}, {4, 9, 6}, false},       {1, {19, 9, 0}, {19, 9, 9}, false},
+      {3, {28, 8, 8}, {31, 8, 8}, false},     {1, {1, 8, 0}, {1, 8, 8}, true},
+      {1, {7, 8, 8}, {7, 8, 0}, true},        {1, {6, 8, 0}, {6, 9, 0}, false},
+      {1, {3, 8, 0}, {3, 8, 7}, false},       {1, {11, 8, 0}, {11, 8, 8}, false},
+      {2, {32, 15, 15}, {28, 8, 8}, true},    {2, {28, 8, 8}, {32, 15, 15}, true},
+      {2, {28, 8, 8}, {28, 6, 6}, true},      {2, {32, 15, 15}, {32, 19, 19}, true},
+      {2, {31, 6, 6}, {31, 8, 8}, false},     {2, {32, 15, 15}, {31, 15, 15}, false},
+      {1, {32, 15, 15}, {28, 15, 15}, false}, {1, {28, 8, 8}, {28, 6, 6}, false},
+      {3, {32, 15, 15}, {28, 15, 15}, false}, {3, {28, 8, 8}, {28, 6, 6}, false},
+  };
+  for (const auto& [kind, item, stored, fits] : cases) {
+    FmtColRec record = {};
+    record.attribute = stored[0];
+    record.length = stored[1];
+    record.digits = stored[2];
+    EXPECT_EQ(settings_fit({item[0], 0, item[1], item[2], 0}, record, kind), fits)
+        << kind << ": " << testing::PrintToString(item) << testing::PrintToString(stored);
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Settings, Fits,
-    testing::Values(FitCase{"Same", 1, {4, 9, 5}, {4, 9, 5}, true},
-                    FitCase{"LengthAlone", 1, {4, 9, 5}, {4, 12, 5}, true},
-                    FitCase{"Attribute", 1, {4, 9, 5}, {5, 9, 5}, false},
-                    FitCase{"Digits", 1, {4, 9, 5}, {4, 9, 6}, false},
-                    FitCase{"NoDigitsInNumber", 1, {19, 9, 0}, {19, 9, 9}, false},
-                    FitCase{"AttributeInThirdKind", 3, {28, 8, 8}, {31, 8, 8}, false},
-                    FitCase{"CharacterWithoutDigits", 1, {1, 8, 0}, {1, 8, 8}, true},
-                    FitCase{"CharacterWithoutDigitsStored", 1, {7, 8, 8}, {7, 8, 0}, true},
-                    FitCase{"CharacterWithoutAnyDigits", 1, {6, 8, 0}, {6, 9, 0}, false},
-                    FitCase{"CharacterOfOtherDigits", 1, {3, 8, 0}, {3, 8, 7}, false},
-                    FitCase{"NationalWithoutDigits", 1, {11, 8, 0}, {11, 8, 8}, false},
-                    FitCase{"DateToTimestampInTable", 2, {32, 15, 15}, {28, 8, 8}, true},
-                    FitCase{"TimestampToDateInTable", 2, {28, 8, 8}, {32, 15, 15}, true},
-                    FitCase{"DateDigitsInTable", 2, {28, 8, 8}, {28, 6, 6}, true},
-                    FitCase{"TimestampDigitsInTable", 2, {32, 15, 15}, {32, 19, 19}, true},
-                    FitCase{"TimeDigitsInTable", 2, {31, 6, 6}, {31, 8, 8}, false},
-                    FitCase{"TimeToTimestampInTable", 2, {32, 15, 15}, {31, 15, 15}, false},
-                    FitCase{"DateToTimestampInRecord", 1, {32, 15, 15}, {28, 15, 15}, false},
-                    FitCase{"DateDigitsInRecord", 1, {28, 8, 8}, {28, 6, 6}, false},
-                    FitCase{"DateToTimestampInThirdKind", 3, {32, 15, 15}, {28, 15, 15}, false},
-                    FitCase{"DateDigitsInThirdKind", 3, {28, 8, 8}, {28, 6, 6}, false}),
-    [](const auto& test) { return test.param.name; });
 
 TEST_F(ReconcileTest, WithoutSettingsThereIsNothingToDo) {
   setup.load({{.null_allowed = 1}}, 2, 1);
@@ -105,44 +58,32 @@ TEST_F(ReconcileTest, WithoutSettingsThereIsNothingToDo) {
 
 TEST_F(ReconcileTest, PassesOnWhatIsWrongWithTheFile) {
   setup.write_settings({{}}, 1);
-  const std::string good = read_file(setup.settings());
-  const auto result_of = [&](const std::string& bytes, std::int32_t layout_kind) {
-    write_file(setup.settings(), bytes);
-    setup.load({{}}, layout_kind);
-    const std::int32_t result = reconcile(*setup.main);
-    EXPECT_EQ(setup.main->settings_counter, result);
-    EXPECT_EQ(read_file(setup.settings()), bytes);
-    return result;
-  };
-  EXPECT_EQ(result_of(good.substr(0, good.size() - 1), 1), -3);
-  EXPECT_EQ(result_of("X" + good.substr(1), 1), -5);
-  EXPECT_EQ(result_of(good, 2), -57);
+  setup.load({{}}, 2);
+  EXPECT_EQ(reconcile(*setup.main), -57);
+  EXPECT_EQ(setup.main->settings_counter, -57);
+  EXPECT_TRUE(platform::exists(setup.settings()));
   EXPECT_TRUE(setup.interface.messages.empty());
 }
 
 TEST_F(ReconcileTest, ShowsTheSettingsOfEachType) {
   for (const std::int32_t kind : {1, 2}) {
-    ElementFields second = {.text = "U", .start_text = "3", .end_text = "7"};
-    setup.write_settings({{{.item_number = 1,
-                            .increment_text = "-2",
-                            .format = "%U",
-                            .exceeded_action = 1,
-                            .custom_format = 1},
-                           second},
+    const ColumnFields range = {
+        .item_number = 1, .increment_text = "-2", .exceeded_action = 1, .custom_format = 1};
+    const ColumnFields list = {.item_number = 3,
+                               .exceeded_action = 1,
+                               .generation_type = 4,
+                               .repeat_flag = 1,
+                               .repeat_level = 4,
+                               .repeat_count = 6,
+                               .enumeration_path = "/lists/my.towns.txt"};
+    setup.write_settings({{range, {.text = "U", .start_text = "3", .end_text = "7"}},
                           {{.item_number = 2, .generation_type = 1}},
-                          {{.item_number = 3,
-                            .exceeded_action = 1,
-                            .generation_type = 4,
-                            .repeat_flag = 1,
-                            .repeat_level = 4,
-                            .repeat_count = 6,
-                            .enumeration_path = "/lists/my.towns.txt"}},
+                          {list},
                           {{.item_number = 4, .generation_type = 3, .referenced_item = 1}}},
                          kind);
-    std::vector<ControlItemFields> items(5);
-    for (std::int32_t i = 0; i < 5; ++i) {
-      items[static_cast<std::size_t>(i)] = {
-          .item_number = i + 1, .name = "NAME" + std::to_string(i + 1), .digits = 1};
+    std::vector<ControlItemFields> items;
+    for (std::int32_t i = 1; i <= 5; ++i) {
+      items.push_back({.item_number = i, .name = "NAME" + std::to_string(i), .digits = 1});
     }
     setup.load(items, kind);
     EXPECT_EQ(reconcile(*setup.main), 4);
@@ -163,31 +104,23 @@ TEST_F(ReconcileTest, ShowsTheSettingsOfEachType) {
 
 TEST_F(ReconcileTest, NullableColumnsMayGetNull) {
   struct Case {
-    std::int32_t layout_kind;
-    std::int32_t null_default;
-    std::int32_t null_allowed;
+    std::int32_t layout_kind, null_default, null_allowed;
     bool is_set;
   };
   for (const Case& c : {Case{2, 1, 1, true}, Case{3, 1, 1, true}, Case{2, 1, 0, false},
                         Case{2, 0, 1, false}, Case{1, 1, 1, false}, Case{2, 2, 1, false}}) {
     setup.write_settings({{{.item_number = 1}}}, c.layout_kind);
-    setup.load({{.item_number = 8,
-                 .attribute = 19,
-                 .length = 7,
-                 .digits = 6,
-                 .decimals = 2,
-                 .null_allowed = c.null_allowed},
-                {.item_number = 1, .digits = 1}},
-               c.layout_kind, c.null_default);
+    const ControlItemFields nullable = {8, "N", "", 19, 0, 7, 6, 2, 0, c.null_allowed};
+    setup.load({nullable, {.item_number = 1, .digits = 1}}, c.layout_kind, c.null_default);
     EXPECT_EQ(reconcile(*setup.main), c.is_set ? 2 : 1) << c.layout_kind;
     EXPECT_EQ(shown(0), c.is_set ? "1 Init Null [,,] 00 ref 0" : "0  [,,] 00 ref 0");
     const ClFmtColInf* column = setup.main->settings.find_column(8);
     ASSERT_EQ(column != nullptr, c.is_set);
     if (!c.is_set) continue;
-    EXPECT_EQ(column->record.generation_type, 1);
-    EXPECT_EQ((std::vector{column->record.attribute, column->record.length, column->record.digits,
-                           column->record.decimals}),
-              (std::vector{19, 7, 6, 2}));
+    const FmtColRec& record = column->record;
+    EXPECT_EQ((std::vector{record.generation_type, record.attribute, record.length, record.digits,
+                           record.decimals}),
+              (std::vector{1, 19, 7, 6, 2}));
   }
 }
 
@@ -216,6 +149,7 @@ TEST_F(ReconcileTest, AReferenceToAVanishedItemBecomesTheInitialValue) {
 TEST_F(ReconcileTest, AMismatchLeavesNoSettingsBehind) {
   for (const std::int32_t kind : {1, 2}) {
     setup.interface.messages.clear();
+    write_file(setup.folder.file("out.csv"), "data");
     setup.write_settings({{{.item_number = 1}}, {{.item_number = 2}}, {{.item_number = 3}}}, kind);
     setup.load({{.item_number = 1, .digits = 1},
                 {.item_number = 2, .digits = 2},
@@ -230,6 +164,7 @@ TEST_F(ReconcileTest, AMismatchLeavesNoSettingsBehind) {
     EXPECT_FALSE(platform::exists(setup.settings()));
     EXPECT_FALSE(setup.main->settings.is_held());
     EXPECT_EQ(setup.main->settings.read_item(1), -68);
+    EXPECT_EQ(read_file(setup.folder.file("out.csv")), "data");
     for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(shown(i), "0  [,,] 00 ref 0") << i;
   }
 }

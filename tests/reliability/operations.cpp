@@ -178,7 +178,7 @@ Attempt prepare_generation_over_old(Place& place) {
 }
 
 Attempt prepare_cancelled_generation(Place& place) {
-  place.interface.cancel_at_poll = 1;  // after the first block
+  place.interface.cancel_at_poll = 50;  // of a hundred, one for each percent
   return prepare_generation(place);
 }
 

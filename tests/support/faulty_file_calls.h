@@ -20,13 +20,14 @@ enum class FaultSpan {
   everything,  // it and every later call
 };
 
-// What happens to the n-th file call, counted from 1; none with 0.
+// What happens to the n-th file call, or to the n-th of a kind, counted from 1; none with 0.
 struct Fault {
   static constexpr int short_write = 0;  // in place of an error number: half is written
 
   int call = 0;
   int error_number = 0;
   FaultSpan span = FaultSpan::once;
+  std::string_view kind = "";  // "open", "write", …; empty for calls of every kind
 };
 
 // The name of a kind of call, as an argument of a template.
@@ -71,13 +72,18 @@ class FaultyFileCalls {
 
   static bool meets_fault(std::string_view kind) {
     state.calls.push_back(kind);
-    const int number = static_cast<int>(state.calls.size());
+    int number = static_cast<int>(state.calls.size());
     if (state.before_each) state.before_each(number);
     const Fault& fault = state.fault;
+    if (!fault.kind.empty()) {
+      if (kind != fault.kind) return false;
+      number = static_cast<int>(std::ranges::count(state.calls, kind));
+    }
     if (fault.call == 0 || number < fault.call) return false;
     const auto first = static_cast<std::size_t>(fault.call - 1);
-    const bool is_met = number == fault.call || fault.span == FaultSpan::everything ||
-                        (fault.span == FaultSpan::same_kind && kind == state.calls[first]);
+    const bool is_met =
+        number == fault.call || fault.span == FaultSpan::everything ||
+        (fault.span == FaultSpan::same_kind && (kind == fault.kind || kind == state.calls[first]));
     if (is_met) state.failed.push_back(kind);
     return is_met;
   }

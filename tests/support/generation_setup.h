@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "format/fmt_file.h"
-#include "support/bytes.h"
+#include "support/control_bytes.h"
 #include "support/environment.h"
 #include "support/scripted_interface.h"
 #include "support/temp_folder.h"
@@ -15,12 +15,9 @@ namespace korvex::test {
 
 // What a control file in the short form says; empty paths become those of the setup.
 struct ControlFields {
-  std::int32_t records = 3;
-  std::int32_t layout_kind = 1;
-  std::int32_t level = 1;
+  std::int32_t records = 3, layout_kind = 1, level = 1;
   std::vector<std::int32_t> items = {1};
-  std::string data = "";
-  std::string work = "";
+  std::string data = "", work = "";
 };
 
 // One item's settings as they are saved; without a format the initial value.
@@ -41,11 +38,15 @@ class GenerationSetup {
   std::string log() const { return folder.file("out.log"); }
 
   void write_control(const ControlFields& fields = {}) const {
+    const auto count = static_cast<std::int32_t>(fields.items.size());
     Bytes bytes;
-    bytes.i32(fields.records).i32(fields.layout_kind).i32(0).i32(0).i32(fields.level);
-    bytes.i32(static_cast<std::int32_t>(fields.items.size()));
-    bytes.text(fields.data.empty() ? data() : fields.data, 256).text(settings(), 256);
-    bytes.text(fields.work.empty() ? folder.path() : fields.work, 256).zeros(228);
+    bytes.raw(control_header({.records = fields.records,
+                              .layout_kind = fields.layout_kind,
+                              .level = fields.level,
+                              .data_path = fields.data.empty() ? data() : fields.data,
+                              .settings_path = settings(),
+                              .work_folder = fields.work.empty() ? folder.path() : fields.work},
+                             count));
     for (const std::int32_t item : fields.items) bytes.i32(item);
     write_file(control(), std::string(bytes));
   }

@@ -16,9 +16,7 @@ inline constexpr std::size_t previous_column_size = 388;
 inline constexpr std::size_t element_size = 608;
 
 struct ValueFields {
-  std::int32_t sign = 0;
-  std::int32_t position = 0;
-  std::int32_t low = 0;
+  std::int32_t sign = 0, position = 0, low = 0;
   std::string low_text = "";
   std::int32_t high = 0;
   std::string high_text = "";
@@ -26,42 +24,19 @@ struct ValueFields {
 };
 
 struct ElementFields {
-  std::int32_t sequence = 1;
-  std::int32_t kind = 901;
-  std::int32_t sign = 0;
-  std::int32_t width = 1;
-  std::int32_t digits = 1;
-  std::int32_t decimals = 0;
-  ValueFields current = {};
-  ValueFields start = {};
-  ValueFields end = {};
-  std::string text = "U";
-  std::string start_text = "1";
-  std::string end_text = "9";
-  std::int32_t span_low = 8;
-  std::int32_t span_high = 0;
-  std::int32_t group_start = 0;
+  std::int32_t sequence = 1, kind = 901, sign = 0, width = 1, digits = 1, decimals = 0;
+  ValueFields current = {}, start = {}, end = {};
+  std::string text = "U", start_text = "1", end_text = "9";
+  std::int32_t span_low = 8, span_high = 0, group_start = 0;
 };
 
 struct ColumnFields {
-  std::int32_t item_number = 1;
-  std::int32_t element_count = 1;
-  std::int32_t lead_element = 1;
-  std::int32_t attribute = 4;
-  std::int32_t signed_flag = 0;
-  std::int32_t length = 1;
-  std::int32_t digits = 1;
-  std::int32_t decimals = 0;
+  std::int32_t item_number = 1, element_count = 1, lead_element = 1;
+  std::int32_t attribute = 4, signed_flag = 0, length = 1, digits = 1, decimals = 0;
   ValueFields increment = {};
-  std::string increment_text = "1";
-  std::string format = "%U";
-  std::int32_t exceeded_action = 0;
-  std::int32_t generation_type = 2;
-  std::int32_t referenced_item = 0;
-  std::int32_t custom_format = 0;
-  std::int32_t repeat_flag = 0;
-  std::int32_t repeat_level = 0;
-  std::int32_t repeat_count = 0;
+  std::string increment_text = "1", format = "%U";
+  std::int32_t exceeded_action = 0, generation_type = 2, referenced_item = 0, custom_format = 0;
+  std::int32_t repeat_flag = 0, repeat_level = 0, repeat_count = 0;
   std::string enumeration_path = "";
 };
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstdint>
-#include <string>
 #include <vector>
 
 #include "support/bytes.h"
@@ -12,32 +10,20 @@ namespace korvex::test {
 inline constexpr std::size_t control_header_size = 1020;
 inline constexpr std::size_t control_item_size = 136;
 
-struct ControlFields {
-  std::int32_t records = 10;
-  std::int32_t layout_kind = 1;
-  std::int32_t null_default = 0;
-  std::int32_t host_value = 0;
-  std::int32_t level = 1;
-  std::string data_path = "";
-  std::string settings_path = "";
-  std::string work_folder = "";
+struct ControlHead {
+  std::int32_t records = 10, layout_kind = 1, null_default = 0, host_value = 0, level = 1;
+  std::string data_path = "", settings_path = "", work_folder = "";
 };
 
 struct ControlItemFields {
   std::int32_t item_number = 1;
-  std::string name = "ITEM";
-  std::string description = "";
-  std::int32_t attribute = 4;
-  std::int32_t signed_flag = 0;
-  std::int32_t length = 9;
-  std::int32_t digits = 5;
-  std::int32_t decimals = 0;
-  std::int32_t host_value = 0;
-  std::int32_t null_allowed = 0;
+  std::string name = "ITEM", description = "";
+  std::int32_t attribute = 4, signed_flag = 0, length = 9, digits = 5, decimals = 0;
+  std::int32_t host_value = 0, null_allowed = 0;
 };
 
 // The bytes that nobody reads are not zero.
-inline std::string control_header(const ControlFields& fields, std::int32_t item_count) {
+inline std::string control_header(const ControlHead& fields, std::int32_t item_count) {
   Bytes bytes;
   bytes.i32(fields.records).i32(fields.layout_kind).i32(fields.null_default);
   bytes.i32(fields.host_value).i32(fields.level).i32(item_count);
@@ -53,7 +39,7 @@ inline std::string control_item(const ControlItemFields& fields) {
   return bytes.raw(std::string(12, 'r'));
 }
 
-inline std::string control_bytes(const ControlFields& fields,
+inline std::string control_bytes(const ControlHead& fields,
                                  const std::vector<ControlItemFields>& items) {
   std::string bytes = control_header(fields, static_cast<std::int32_t>(items.size()));
   for (const ControlItemFields& item : items) bytes += control_item(item);
