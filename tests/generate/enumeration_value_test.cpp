@@ -38,7 +38,7 @@ void check(const Codes& attributes, std::int32_t signed_flag, const Size& size,
   for (const std::int32_t attribute : attributes) {
     const ItemAttributes item = {attribute, signed_flag, size.length, size.digits, size.decimals};
     for (const ValueCase& row : cases) {
-      EXPECT_EQ(check_enumeration_value(item, row.value), row.code)
+      EXPECT_EQ(EnumerationRule(item).check(row.value), row.code)
           << "attribute " << attribute << ", signed " << signed_flag << ", value " << row.value;
     }
   }
@@ -144,7 +144,7 @@ TEST(EnumerationValueTest, OtherAttributesTakeNoList) {
   }
   for (std::int32_t attribute = -1; attribute <= 40; ++attribute) {
     const std::string value = attribute == 11 || attribute == 12 ? cp932("１") : "1";
-    EXPECT_EQ(check_enumeration_value({attribute, 0, 9, 9, 0}, value),
+    EXPECT_EQ(EnumerationRule({attribute, 0, 9, 9, 0}).check(value),
               allowed.contains(attribute) ? 0 : -137)
         << attribute;
   }
