@@ -16,36 +16,43 @@ MOST_RECORD_BYTES = 100  # to see beforehand whether the disk has room
 
 
 def measure(run, runs):
-    """Seconds of each run after a warm-up, and the peak memory of one more in KiB."""
+    """Times of each run after a warm-up, and the peak memory of one more in KiB."""
 
-    def seconds():
-        return run_timed(run.command, run.environment, run.output).wall
+    def times():
+        return run_timed(run.command, run.environment, run.output)
 
-    seconds()
-    counted = [seconds() for _ in range(runs)]
+    times()
+    counted = [times() for _ in range(runs)]
     peak = run_for_peak_memory(run.command, run.environment, run.output)
     remove(run.output)
     return counted, peak
 
 
+def medians(times):
+    """The median on the clock, and the processor's."""
+    return tuple(statistics.median(column) for column in zip(*times))
+
+
 def print_target(title, folder, program, runs, data):
     start_up, _ = measure(KorvexRun(program, folder, 0, data), runs)
-    print(f"\n{title}, start-up (no records) {statistics.median(start_up) * 1000:.1f} ms")
+    idle_wall, idle_cpu = medians(start_up)
+    print(f"\n{title}, start-up (no records) {idle_wall * 1000:.1f} ms, cpu {idle_cpu * 1000:.1f} ms")
     print(
         f"{'records':>12} {'median s':>9} {'min s':>9} {'max s':>9} "
-        f"{'ns/record':>10} {'peak MiB':>9}"
+        f"{'ns/record':>10} {'cpu ns/rec':>10} {'peak MiB':>9}"
     )
     for records in RECORD_COUNTS:
         if data != NULL_DEVICE:
             if shutil.disk_usage(folder).free < records * MOST_RECORD_BYTES:
                 print(f"{records:12,} no room on the disk")
                 continue
-        seconds, peak = measure(KorvexRun(program, folder, records, data), runs)
-        median = statistics.median(seconds)
-        cost = (median - statistics.median(start_up)) / records * 1e9
+        times, peak = measure(KorvexRun(program, folder, records, data), runs)
+        wall, cpu = medians(times)
+        walls = [each.wall for each in times]
         print(
-            f"{records:12,} {median:9.3f} {min(seconds):9.3f} {max(seconds):9.3f} "
-            f"{cost:10.1f} {peak / 1024:9.1f}",
+            f"{records:12,} {wall:9.3f} {min(walls):9.3f} {max(walls):9.3f} "
+            f"{(wall - idle_wall) / records * 1e9:10.1f} "
+            f"{(cpu - idle_cpu) / records * 1e9:10.1f} {peak / 1024:9.1f}",
             flush=True,
         )
 
@@ -60,7 +67,7 @@ def main():
     with scratch_folder() as folder:
         print(f"machine:  {machine_line(folder)}")
         print(f"build:    {build_line(program)}")
-        print(f"workload: {LAYOUT_NAME}; ns/record is beyond the start-up")
+        print(f"workload: {LAYOUT_NAME}; per record is beyond the start-up")
         print(f"runs:     {runs} after a warm-up, output removed before each; one more for memory")
         print_target("to /dev/null", folder, program, runs, NULL_DEVICE)
         print_target("to a file", folder, program, runs, folder / "scaling.csv")

@@ -24,6 +24,7 @@ std::int32_t for_each_value(File& file, const FmtColRec& settings, std::int32_t&
                             std::int32_t& value_count, Take take) {
   const ItemAttributes item = {settings.attribute, settings.signed_flag, settings.length,
                                settings.digits, settings.decimals};
+  const EnumerationRule rule(item);
   LineReader reader(file);
   std::string_view value;
   for (;;) {
@@ -34,7 +35,7 @@ std::int32_t for_each_value(File& file, const FmtColRec& settings, std::int32_t&
     ++line;
     if (value.empty()) continue;
     ++value_count;
-    const std::int32_t result = take(value, check_enumeration_value(item, value));
+    const std::int32_t result = take(value, rule.check(value));
     if (result != 0) return result;
   }
 }

@@ -83,13 +83,16 @@ bool is_short_number(std::int32_t code) {
 
 }  // namespace
 
-std::int32_t check_enumeration_value(const ItemAttributes& item, std::string_view value) {
-  const std::int32_t code = item.attribute;
-  if (is_character(code)) return check_length(value, effective_digits(item));
-  if (is_national(code)) return check_full_width(item, value);
-  if (is_long_number(code)) return check_number(item, value);
+EnumerationRule::EnumerationRule(const ItemAttributes& item)
+    : item_(item), limit_(effective_digits(item)), takes_any_text_(is_character(item.attribute)) {}
+
+std::int32_t EnumerationRule::check_closely(std::string_view value) const {
+  const std::int32_t code = item_.attribute;
+  if (is_long_number(code)) return check_number(item_, value);
+  if (takes_any_text_) return check_length(value, limit_);
+  if (is_national(code)) return check_full_width(item_, value);
   if (is_short_number(code)) {
-    return item.digits != 0 ? check_number(item, value) : check_length(value, item.length);
+    return item_.digits != 0 ? check_number(item_, value) : check_length(value, item_.length);
   }
   return error::enumeration_not_allowed;
 }

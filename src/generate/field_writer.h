@@ -31,8 +31,8 @@ void write_fields(const FieldPlaces& places, std::int64_t count, std::string_vie
 // Turns one more tail of fields that have been written.
 void write_tails(const FieldPlaces& places, std::int64_t count, const TurningTail& tail);
 
-// Writes a text of its own into each line, with `closing` behind it. The texts have one size and
-// stand one after the other; `first` is the first of them.
+// Writes a text of its own into each line, with `closing` behind it, which must not be empty. The
+// texts have one size and stand one after the other; `first` is the first of them.
 void write_texts(const FieldPlaces& places, std::int64_t count, std::string_view first,
                  std::string_view closing);
 

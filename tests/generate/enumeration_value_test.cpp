@@ -33,7 +33,7 @@ void check(const Codes& attributes, std::int32_t signed_flag, const Size& size,
     const ItemAttributes item = {attribute, signed_flag, size.length, size.digits, size.decimals};
     for (const auto& [code, values] : cases) {
       for (const std::string& value : values) {
-        EXPECT_EQ(check_enumeration_value(item, value), code)
+        EXPECT_EQ(EnumerationRule(item).check(value), code)
             << "attribute " << attribute << ", signed " << signed_flag << ", value " << value;
       }
     }
@@ -98,7 +98,7 @@ TEST(EnumerationValueTest, OtherAttributesTakeNoList) {
   }
   for (std::int32_t attribute = -1; attribute <= 40; ++attribute) {
     const std::string value = attribute == 11 || attribute == 12 ? cp932("１") : "1";
-    EXPECT_EQ(check_enumeration_value({attribute, 0, 9, 9, 0}, value),
+    EXPECT_EQ(EnumerationRule({attribute, 0, 9, 9, 0}).check(value),
               allowed.contains(attribute) ? 0 : -137)
         << attribute;
   }
