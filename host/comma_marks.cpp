@@ -29,12 +29,13 @@ ItemAttributes attributes_of(const FmtColRec& settings) {
 
 // Only a list without a fault is worth a copy: reports about the others must name the user's file.
 bool is_faultless(const std::string& text, const FmtColRec& settings) {
+  const EnumerationRule rule(attributes_of(settings));
   std::string_view rest = text;
   while (!rest.empty()) {
     const std::size_t end = std::min(rest.find('\n'), rest.size());
     const std::string_view line = rest.substr(0, end);
     rest.remove_prefix(std::min(end + 1, rest.size()));
-    if (!line.empty() && check_enumeration_value(attributes_of(settings), line) != 0) return false;
+    if (!line.empty() && rule.check(line) != 0) return false;
   }
   return true;
 }

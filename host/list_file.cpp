@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <system_error>
 
-#include "generate/enumeration_value.h"
 #include "platform/codepage.h"
 #include "platform/path.h"
 
@@ -28,9 +27,9 @@ ListFile::ListFile(const std::string& folder, const std::string& name,
     : folder_(folder),
       name_(name),
       temporary_(platform::join_path(folder, name + ".part")),
-      number_item_(number_item),
       stream_(temporary_, std::ios::binary | std::ios::trunc),
       fits_number_item_(number_item.has_value()) {
+  if (number_item) number_rule_.emplace(*number_item);
   if (!stream_) report(temporary_);
 }
 
@@ -50,7 +49,7 @@ std::optional<std::string> ListFile::line_of(std::string_view utf8) {
 void ListFile::append(const std::string& line) {
   ++values_;
   longest_ = std::max(longest_, line.size());
-  fits_number_item_ = fits_number_item_ && check_enumeration_value(*number_item_, line) == 0;
+  fits_number_item_ = fits_number_item_ && number_rule_->check(line) == 0;
   stream_ << line << '\n';
 }
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "formatlang/attributes.h"
+#include "generate/enumeration_value.h"
 
 namespace korvex::host {
 
@@ -43,7 +44,7 @@ class ListFile {
   std::string folder_;
   std::string name_;
   std::string temporary_;
-  std::optional<ItemAttributes> number_item_;
+  std::optional<EnumerationRule> number_rule_;
   std::ofstream stream_;
   std::int64_t values_ = 0;
   std::size_t longest_ = 0;

@@ -1,0 +1,56 @@
+# Debian packages, one for each component that cmake/install.cmake names, made by "cpack". Windows
+# are a package of their own, so that a machine without a desktop gets no GUI library.
+set(CPACK_GENERATOR DEB)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_ALL runtime development program)
+set(CPACK_PACKAGE_CONTACT "KORVEX developers <korvex@localhost.invalid>" CACHE STRING
+  "Who answers for the packages")
+# Each package begins its description with a summary of its own.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
+
+# Dependencies on the system's libraries are found; those between the components are on the very
+# same version.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
+set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
+set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime)
+set(CPACK_COMPONENT_PROGRAM_DEPENDS runtime)
+
+set(runtime_package libkorvex${PROJECT_VERSION_MAJOR})
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ${runtime_package})
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
+set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "test data for record files and database tables (library)
+Generates files of comma-separated records from saved settings. Its windows
+are in korvex-dialogs, which it works without.")
+# Which package a program needs that is linked with the library.
+file(WRITE ${CMAKE_BINARY_DIR}/packages/shlibs
+  "libkorvex ${PROJECT_VERSION_MAJOR} ${runtime_package} (>= ${PROJECT_VERSION})\n")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${CMAKE_BINARY_DIR}/packages/shlibs)
+
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libkorvex-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "test data for record files and database tables (development)
+The header of the library, and what pkg-config and CMake find it by.")
+
+set(CPACK_DEBIAN_PROGRAM_PACKAGE_NAME korvex)
+set(CPACK_DEBIAN_PROGRAM_PACKAGE_SECTION utils)
+set(CPACK_COMPONENT_PROGRAM_DESCRIPTION "test data for record files and database tables
+Generates files of comma-separated records, or the rows of a database table,
+from a description of their items. Its windows are in korvex-dialogs.")
+
+if(TARGET korvex_dialogs)
+  list(APPEND CPACK_COMPONENTS_ALL dialogs)
+  set(CPACK_COMPONENT_DIALOGS_DEPENDS runtime)
+  set(CPACK_DEBIAN_DIALOGS_PACKAGE_NAME korvex-dialogs)
+  set(CPACK_DEBIAN_DIALOGS_PACKAGE_SECTION libs)
+  set(CPACK_COMPONENT_DIALOGS_DESCRIPTION "test data for record files and database tables (windows)
+The windows in which settings are edited, and in which progress and messages
+show on a desktop.")
+  set(CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS korvex-dialogs)
+  set(CPACK_DEBIAN_RUNTIME_PACKAGE_SUGGESTS korvex-dialogs)
+endif()
+
+include(CPack)

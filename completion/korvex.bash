@@ -1,0 +1,120 @@
+# Completes the command line of korvex in bash.
+
+# The commands.
+_korvex_commands="generate count edit format update import load show check preview export new"
+
+# The options of a command.
+_korvex_options() {
+  case $1 in
+    generate) echo "--records --output-option --keep-settings --settings-only --quiet --window" ;;
+    count) echo "--records --window" ;;
+    edit) echo "--records" ;;
+    update) echo "--item" ;;
+    import) echo "-o --output --records --force" ;;
+    load) echo "--records --quiet" ;;
+    check) echo "--records --unique" ;;
+    preview) echo "-n --records" ;;
+    export) echo "-o --output --format --encoding --header --table --records --quiet" ;;
+    new) echo "-o --output --kind --data --records --item" ;;
+    "") echo "--version" ;;
+  esac
+  echo "-h --help"
+}
+
+# Whether the next word belongs to this option.
+_korvex_takes_value() {
+  case $1 in
+    -n | -o | --records | --output | --output-option | --format | --encoding | --table | \
+      --unique | --kind | --data | --item) return 0 ;;
+  esac
+  return 1
+}
+
+_korvex_files() {
+  compopt -o filenames 2>/dev/null
+  mapfile -t COMPREPLY < <(compgen -f -- "$1")
+}
+
+_korvex_layouts() {
+  compopt -o filenames 2>/dev/null
+  mapfile -t COMPREPLY < <(compgen -d -- "$1"; compgen -f -X '!*.toml' -- "$1")
+}
+
+_korvex_words() {
+  mapfile -t COMPREPLY < <(compgen -W "$1" -- "$2")
+}
+
+_korvex_value() {
+  case $1 in
+    -o | --output | --data) _korvex_files "$2" ;;
+    --format) _korvex_words "csv tsv jsonl sql" "$2" ;;
+    --encoding) _korvex_words "utf-8 cp932" "$2" ;;
+    --kind) _korvex_words "record table iso" "$2" ;;
+    --output-option) _korvex_words "0 2" "$2" ;;
+  esac
+}
+
+# A database: its kind, and behind sqlite: a file.
+_korvex_database() {
+  if [[ $1 == sqlite:* ]]; then
+    _korvex_files "${1#sqlite:}"
+    # What readline does not take for a word of its own has to be given back whole.
+    [[ $COMP_WORDBREAKS == *:* ]] || COMPREPLY=("${COMPREPLY[@]/#/sqlite:}")
+  elif [[ $1 != *:* ]]; then
+    compopt -o nospace 2>/dev/null
+    _korvex_words "sqlite: postgresql:" "$1"
+  fi
+}
+
+_korvex_argument() {
+  case $1:$2 in
+    show:0) _korvex_files "$3" ;;
+    import:0 | load:1) _korvex_database "$3" ;;
+    import:* | new:* | *:[1-9]*) ;;
+    *) _korvex_layouts "$3" ;;
+  esac
+}
+
+_korvex() {
+  COMPREPLY=()
+  # Readline parts words at : and =, which belong to sqlite:FILE and --option=value.
+  local words=() part glue="" i
+  for ((i = 1; i <= COMP_CWORD; ++i)); do
+    part=${COMP_WORDS[i]}
+    if [[ -n $glue || $part == [:=]* ]] && ((${#words[@]})); then
+      words[-1]+=$part
+    else
+      words+=("$part")
+    fi
+    glue=""
+    [[ $part != *[:=] ]] || glue=1
+  done
+
+  local current=${words[-1]} command="" option="" arguments=0 word
+  unset 'words[-1]'
+  for word in "${words[@]}"; do
+    if [[ -n $option ]]; then
+      option=""
+    elif [[ $word == -* ]]; then
+      ! _korvex_takes_value "$word" || option=$word
+    elif [[ -z $command ]]; then
+      command=$word
+    else
+      arguments=$((arguments + 1))
+    fi
+  done
+
+  if [[ -n $option ]]; then
+    _korvex_value "$option" "$current"
+  elif [[ $current == --*=* ]]; then
+    _korvex_value "${current%%=*}" "${current#*=}"
+  elif [[ $current == -* ]]; then
+    _korvex_words "$(_korvex_options "$command")" "$current"
+  elif [[ -z $command ]]; then
+    _korvex_words "$_korvex_commands" "$current"
+  else
+    _korvex_argument "$command" "$arguments" "$current"
+  fi
+}
+
+complete -F _korvex korvex
