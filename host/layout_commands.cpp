@@ -84,7 +84,8 @@ void LayoutCommands::add_new(CLI::App& app) {
                       "the layout file, which must not be there yet (default: standard output)");
   command->add_option("--kind", new_options_.kind, "record, table or iso");
   command->add_option("--data", new_options_.data, "path of the data file");
-  add_records(*command, new_options_.records);
+  command->add_option("--records", new_options_.records, "number of records (default: 1000)")
+      ->check(CLI::Range(0, largest_integer));
   command->add_option("--item", new_options_.items,
                       "NAME:ATTRIBUTE, and behind it :SIZE and :DECIMALS where the attribute has "
                       "them; a + behind the size for a signed number; once for each item");
