@@ -1,6 +1,7 @@
 #include "format/settings_writer.h"
 
 #include "format/settings_folder.h"
+#include "support/faulty_file_calls.h"
 
 namespace korvex {
 namespace {
@@ -89,6 +90,12 @@ TEST(SettingsWriter, ALevelWithoutSettingsGoes) {
   write_file(folder.path, settings_bytes({1, 1}));
   ClFmtFile file;
   ASSERT_EQ(folder.load(file, 2), 1);
+  ASSERT_EQ(file.delete_settings(201), 0);
+  {
+    const FaultyFileCalls full_disk({.call = 1, .error_number = ENOSPC, .kind = "write"});
+    EXPECT_EQ(file.save(0), -27);
+  }
+  EXPECT_EQ(store_range(file, 201), 0) << "the level is still there to be worked on";
   ASSERT_EQ(file.delete_settings(201), 0);
   EXPECT_EQ(file.save(0), 0);
   EXPECT_TRUE(same_bytes(settings_bytes({1}), read_file(folder.path)));
