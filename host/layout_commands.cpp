@@ -6,6 +6,7 @@
 #include <map>
 #include <ostream>
 
+#include "host/common_options.h"
 #include "host/exit_status.h"
 #include "host/table_reader.h"
 
@@ -22,12 +23,6 @@ const std::map<std::string, Dialect> dialects = {
 
 const std::map<std::string, bool> encodings = {{"utf-8", false}, {"cp932", true}};
 
-void add_records(CLI::App& command, std::optional<std::int32_t>& records) {
-  command
-      .add_option("--records", records, "number of records, in place of the number in the layout")
-      ->check(CLI::Range(0, largest_integer));
-}
-
 }  // namespace
 
 LayoutCommands::LayoutCommands(CLI::App& app) {
@@ -40,7 +35,7 @@ LayoutCommands::LayoutCommands(CLI::App& app) {
 void LayoutCommands::add_check(CLI::App& app) {
   CLI::App* command = app.add_subcommand(
       "check", "Say what generating will give, without generating: values, sizes, repetitions");
-  command->add_option("LAYOUT", check_options_.layout, "layout file (TOML)")->required();
+  add_layout(*command, check_options_.layout);
   add_records(*command, check_options_.records);
   command
       ->add_option("--unique", check_options_.unique,
@@ -51,7 +46,7 @@ void LayoutCommands::add_check(CLI::App& app) {
 
 void LayoutCommands::add_preview(CLI::App& app) {
   CLI::App* command = app.add_subcommand("preview", "Show the first records as a table");
-  command->add_option("LAYOUT", preview_options_.layout, "layout file (TOML)")->required();
+  add_layout(*command, preview_options_.layout);
   command->add_option("-n,--records", preview_options_.records, "number of records")
       ->check(CLI::Range(0, largest_integer))
       ->capture_default_str();
@@ -61,7 +56,7 @@ void LayoutCommands::add_preview(CLI::App& app) {
 void LayoutCommands::add_export(CLI::App& app) {
   CLI::App* command = app.add_subcommand("export", "Write the records for another program");
   FormatChoices& format = export_options_.format;
-  command->add_option("LAYOUT", export_options_.layout, "layout file (TOML)")->required();
+  add_layout(*command, export_options_.layout);
   command->add_option("-o,--output", export_options_.output, "the file, - for standard output")
       ->required();
   command->add_option("--format", format.dialect, "csv, tsv, jsonl or sql (default: csv)")

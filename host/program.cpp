@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <ostream>
 
+#include "host/common_options.h"
 #include "host/exit_status.h"
 #include "host/import_command.h"
 #include "host/layout_commands.h"
@@ -18,11 +19,8 @@ constexpr const char* version_text = "korvex " KORVEX_VERSION;
 
 void add_generate(CLI::App& app, GenerateOptions& options) {
   CLI::App* command = app.add_subcommand("generate", "Generate the data file of a layout");
-  command->add_option("LAYOUT", options.layout, "layout file (TOML)")->required();
-  command
-      ->add_option("--records", options.records,
-                   "number of records, in place of the number in the layout")
-      ->check(CLI::Range(0, largest_integer));
+  add_layout(*command, options.layout);
+  add_records(*command, options.records);
   command->add_option("--output-option", options.output_option,
                       "2 ends the data file at 2 GB and allows to cancel (default: 0)");
   CLI::Option* keep = command->add_flag(
@@ -39,18 +37,15 @@ void add_generate(CLI::App& app, GenerateOptions& options) {
 CLI::App* add_count(CLI::App& app, CountOptions& options) {
   CLI::App* command = app.add_subcommand(
       "count", "Say how many records the settings give and how large the file will be");
-  command->add_option("LAYOUT", options.layout, "layout file (TOML)")->required();
-  command
-      ->add_option("--records", options.records,
-                   "number of records, in place of the number in the layout")
-      ->check(CLI::Range(0, largest_integer));
+  add_layout(*command, options.layout);
+  add_records(*command, options.records);
   command->add_flag("--window", options.window, "show messages on the desktop");
   return command;
 }
 
 CLI::App* add_edit(CLI::App& app, const char* name, const char* description, EditOptions& options) {
   CLI::App* command = app.add_subcommand(name, description);
-  command->add_option("LAYOUT", options.layout, "layout file (TOML)")->required();
+  add_layout(*command, options.layout);
   return command;
 }
 
@@ -72,14 +67,11 @@ CLI::App* add_import(CLI::App& app, ImportOptions& options) {
 CLI::App* add_load(CLI::App& app, LoadOptions& options) {
   CLI::App* command =
       app.add_subcommand("load", "Generate the records of a layout into a table of a database");
-  command->add_option("LAYOUT", options.layout, "layout file (TOML)")->required();
+  add_layout(*command, options.layout);
   command->add_option("DATABASE", options.database, "sqlite:FILE or postgresql:CONNINFO")
       ->required();
   command->add_option("TABLE", options.table, "table that gets the records")->required();
-  command
-      ->add_option("--records", options.records,
-                   "number of records, in place of the number in the layout")
-      ->check(CLI::Range(0, largest_integer));
+  add_records(*command, options.records);
   command->add_flag("--quiet", options.quiet, "print no line about the result");
   return command;
 }
@@ -106,9 +98,7 @@ int run_program(int argc, const char* const* argv, const ModuleFunctions& functi
   EditOptions edit_options;
   CLI::App* edit = add_edit(app, "edit", "Edit the settings in a window and generate the data file",
                             edit_options);
-  edit->add_option("--records", edit_options.records,
-                   "number of records, in place of the number in the layout")
-      ->check(CLI::Range(0, largest_integer));
+  add_records(*edit, edit_options.records);
   const CLI::App* format = add_edit(app, "format", "Edit the settings in a window", edit_options);
   CLI::App* update =
       add_edit(app, "update", "Edit the settings of one item in a window", edit_options);

@@ -10,6 +10,7 @@
 #include "host/layout_texts.h"
 #include "support/bytes.h"
 #include "support/environment.h"
+#include "support/program.h"
 #include "support/temp_folder.h"
 
 // The built program as its users run it: its streams, its exit status, its signals.
@@ -33,34 +34,12 @@ class Process : public testing::Test {
   }
   ~Process() override { fs::current_path("/"); }
 
-  pid_t start(const std::vector<std::string>& arguments) {
-    const pid_t child = ::fork();
-    if (child != 0) return child;
-    std::vector<char*> words = {const_cast<char*>(KORVEX_PROGRAM)};
-    for (const std::string& argument : arguments)
-      words.push_back(const_cast<char*>(argument.c_str()));
-    words.push_back(nullptr);
-    if (::freopen("/dev/null", "r", stdin) == nullptr ||
-        ::freopen(folder.file("out").c_str(), "w", stdout) == nullptr ||
-        ::freopen(folder.file("err").c_str(), "w", stderr) == nullptr) {
-      ::_exit(126);
-    }
-    ::execv(words[0], words.data());
-    ::_exit(127);
-  }
-
-  static int wait_for(pid_t child) {
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  }
-
-  int run(const std::vector<std::string>& arguments) { return wait_for(start(arguments)); }
-
-  std::string out() const { return read_file(folder.file("out")); }
-  std::string err() const { return read_file(folder.file("err")); }
+  int run(const std::vector<std::string>& arguments) { return program.run(arguments); }
+  std::string out() const { return program.out(); }
+  std::string err() const { return program.err(); }
 
   TempFolder folder;
+  Program program{KORVEX_PROGRAM, folder.path()};
   ScopedVariable config_{"XDG_CONFIG_HOME", folder.file("config")};
 };
 
@@ -135,11 +114,11 @@ TEST_F(Process, AFailureIsReportedOnceAndHasItsStatus) {
 
 TEST_F(Process, AnInterruptCancelsTheRun) {
   write_file("l.toml", layout_of(number_item("A", "type = \"default\""), "d.csv", 2'000'000'000));
-  const pid_t child = start({"generate", "l.toml", "--output-option", "2"});
+  const pid_t child = program.start({"generate", "l.toml", "--output-option", "2"});
   std::error_code missing;
   wait_until([&] { return fs::exists("d.csv") && fs::file_size("d.csv", missing) > 0; });
   ::kill(child, SIGINT);
-  EXPECT_EQ(wait_for(child), 130);
+  EXPECT_EQ(Program::wait_for(child), 130);
   EXPECT_EQ(err(), "99079:Data generation was aborted.\nThe data file was not created.\n");
   EXPECT_FALSE(fs::exists("d.csv"));
   EXPECT_TRUE(fs::is_empty("w"));
