@@ -12,6 +12,12 @@ if(TARGET korvex_dialogs)
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT dialogs)
 endif()
 install(TARGETS korvex_program RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT program)
+foreach(database korvex_sqlite korvex_postgresql)
+  if(TARGET ${database})
+    install(TARGETS ${database}
+      LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/korvex COMPONENT program)
+  endif()
+endforeach()
 
 # Packages hold man pages compressed. Without a time in them, every build gives the same files.
 find_program(KORVEX_GZIP gzip REQUIRED)

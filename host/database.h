@@ -74,11 +74,13 @@ class Database {
 };
 
 // Opens what "sqlite:FILE", "postgresql:CONNINFO" or "postgresql://..." names. Throws
-// std::invalid_argument for anything else.
+// std::invalid_argument for anything else, DatabaseError when it can't be opened.
 std::unique_ptr<Database> open_database(const std::string& target);
 
-// The same for one kind each.
-std::unique_ptr<Database> open_sqlite(const std::string& file);
-std::unique_ptr<Database> open_postgresql(const std::string& connection);
+// What the module of each kind of database exports: opens a connection, which the caller owns.
+// Program and modules are built and installed together, so they may share C++ types; what a module
+// throws is caught in the program.
+using OpenDatabase = Database* (*)(const std::string& target);
+#define KORVEX_OPEN_DATABASE "korvex_open_database"
 
 }  // namespace korvex::host

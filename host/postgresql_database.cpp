@@ -61,8 +61,9 @@ class PostgresqlDatabase : public Database {
 
 }  // namespace
 
-std::unique_ptr<Database> open_postgresql(const std::string& connection) {
-  return std::make_unique<PostgresqlDatabase>(connection);
-}
-
 }  // namespace korvex::host
+
+extern "C" __attribute__((visibility("default"))) korvex::host::Database* korvex_open_database(
+    const std::string& connection) {
+  return new korvex::host::PostgresqlDatabase(connection);
+}

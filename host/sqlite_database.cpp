@@ -48,8 +48,9 @@ class SqliteDatabase : public Database {
 
 }  // namespace
 
-std::unique_ptr<Database> open_sqlite(const std::string& file) {
-  return std::make_unique<SqliteDatabase>(file);
-}
-
 }  // namespace korvex::host
+
+extern "C" __attribute__((visibility("default"))) korvex::host::Database* korvex_open_database(
+    const std::string& file) {
+  return new korvex::host::SqliteDatabase(file);
+}
