@@ -1,6 +1,7 @@
 #include "generate/block_assembler.h"
 
 #include <algorithm>
+#include <array>
 
 #include "format/records.h"
 
@@ -115,30 +116,59 @@ std::int64_t BlockAssembler::place_equal_lines(LineBlock& lines, std::int64_t mo
   return static_cast<std::int64_t>(count);
 }
 
-// Writes the values of the lists with what closes them, and notes where all other fields go. What a
-// copied chunk leaves behind its end is overwritten by what follows.
+// Writes the values of the lists with what closes them, and notes where all other fields go.
 std::int64_t BlockAssembler::write_lists(LineBlock& lines, std::int64_t most) {
-  for (ListedField& field : listed_) field.cursor = field.item->list_cursor();
-  const std::size_t first = lines.size();
-  std::int64_t count = 0;
-  for (; count < most && (count < fewest_lines || lines.size() - first < bytes_at_a_time);
-       ++count) {
-    lines.require(line_room_);
-    std::size_t* place = places_.data() + count;
-    *place = lines.size();
-    char* out = lines.cursor();
-    for (ListedField& field : listed_) {
-      if (field.cursor.is_at_end()) field.cursor.rewind();
+  for (ListedField& field : listed_) {
+    field.cursor = field.item->list_cursor();
+    if (field.cursor.is_at_end()) field.cursor.rewind();
+    most = std::min(most, std::int64_t{field.cursor.left()});
+  }
+  const auto fitting = static_cast<std::int64_t>(bytes_at_a_time / line_room_);
+  const auto count = static_cast<std::size_t>(std::min(most, std::max(fitting, fewest_lines)));
+  lines.require(count * line_room_);
+  switch (listed_.size()) {
+    case 1:
+      write_few_lists(lines, count, std::make_index_sequence<1>());
+      break;
+    case 2:
+      write_few_lists(lines, count, std::make_index_sequence<2>());
+      break;
+    default:
+      write_listed_fields(listed_, lines, count);
+  }
+  for (const ListedField& field : listed_) field.item->list_cursor() = field.cursor;
+  return static_cast<std::int64_t>(count);
+}
+
+// The same with cursors that no store to a line can change, so that they stay in registers.
+template <std::size_t... list>
+void BlockAssembler::write_few_lists(LineBlock& lines, std::size_t count,
+                                     std::index_sequence<list...>) {
+  std::array fields = {listed_[list]...};
+  write_listed_fields(fields, lines, count);
+  std::copy(fields.begin(), fields.end(), listed_.begin());
+}
+
+// What a copied chunk leaves behind its end is overwritten by what follows.
+template <typename Fields>
+void BlockAssembler::write_listed_fields(Fields& fields, LineBlock& lines, std::size_t count) {
+  char* const base = lines.data();
+  char* out = lines.cursor();
+  const std::size_t tail_size = tail_size_;
+  std::size_t* const places = places_.data();
+  for (std::size_t i = 0; i < count; ++i) {
+    std::size_t* place = places + i;
+    *place = static_cast<std::size_t>(out - base);
+    for (ListedField& field : fields) {
       out = field.cursor.write_next(out + field.offset);
       copy_short(out, field.closing, field.closing_size);
       out += field.closing_size;
       place += most_lines;
-      *place = static_cast<std::size_t>(out - lines.data());
+      *place = static_cast<std::size_t>(out - base);
     }
-    lines.move_cursor(out + tail_size_);
+    out += tail_size;
   }
-  for (const ListedField& field : listed_) field.item->list_cursor() = field.cursor;
-  return count;
+  lines.move_cursor(out);
 }
 
 void BlockAssembler::write_columns(LineBlock& lines, std::int64_t count) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "generate/line_block.h"
@@ -55,6 +56,10 @@ class BlockAssembler {
   void place_columns();
   std::int64_t place_equal_lines(LineBlock& lines, std::int64_t most);
   std::int64_t write_lists(LineBlock& lines, std::int64_t most);
+  template <std::size_t... list>
+  void write_few_lists(LineBlock& lines, std::size_t count, std::index_sequence<list...>);
+  template <typename Fields>
+  void write_listed_fields(Fields& fields, LineBlock& lines, std::size_t count);
   void write_columns(LineBlock& lines, std::int64_t count);
 
   RecordAssembler& records_;

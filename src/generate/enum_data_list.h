@@ -4,13 +4,12 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
-#include <memory>
+#include <span>
 #include <string_view>
-#include <vector>
 
+#include "generate/large_array.h"
 #include "generate/line_block.h"
 #include "generate/line_reader.h"
-#include "platform/large_memory.h"
 
 namespace korvex {
 
@@ -22,25 +21,40 @@ using ClEnumData = std::string_view;
 class ClEnumDataList {
  public:
   // Room for the values of a file of so many bytes, as far as that may be taken at its word: no
-  // value is shorter than a character and its line end. Room that is not used costs nothing but
-  // addresses.
+  // value is shorter than a character and its line end.
   void reserve(std::uint64_t bytes) {
     constexpr std::uint64_t most = 64 * 1024 * 1024;
     const auto room = static_cast<std::size_t>(std::min(bytes, most));
-    if (room > capacity_) grow(room);
-    sizes_.reserve(room / 2 + 1);
+    if (room <= text_.capacity()) return;
+    text_.grow(room + LineBlock::chunk_size, end_);
+    sizes_.grow(room / 2 + 1, count_);
   }
 
-  void append(std::string_view value) {
-    if (capacity_ - end_ < value.size()) grow(2 * (end_ + value.size()));
-    copy_value(text_.get() + end_, value);
-    sizes_.push_back(static_cast<Size>(value.size()));
-    end_ += value.size();
-    smallest_ = sizes_.size() == 1 ? value.size() : std::min(smallest_, value.size());
-    largest_ = std::max(largest_, value.size());
+  // Lines that a LineReader has just read together; empty ones are no values.
+  void append(std::span<const std::string_view> lines) {
+    const std::string_view last = lines.back();
+    const auto bytes = static_cast<std::size_t>(last.data() + last.size() - lines.front().data());
+    text_.require(end_ + bytes + LineBlock::chunk_size, end_);
+    sizes_.require(count_ + lines.size(), count_);
+    char* out = text_.data() + end_;
+    Size* size = sizes_.data() + count_;
+    std::size_t smallest = smallest_;
+    std::size_t largest = largest_;
+    for (const std::string_view line : lines) {
+      if (line.empty()) continue;
+      copy_value(out, line);
+      out += line.size();
+      *size++ = static_cast<Size>(line.size());
+      smallest = std::min(smallest, line.size());
+      largest = std::max(largest, line.size());
+    }
+    end_ = static_cast<std::size_t>(out - text_.data());
+    count_ = static_cast<std::size_t>(size - sizes_.data());
+    smallest_ = smallest;
+    largest_ = largest;
   }
 
-  std::int32_t count() const { return static_cast<std::int32_t>(sizes_.size()); }
+  std::int32_t count() const { return static_cast<std::int32_t>(count_); }
   std::size_t largest() const { return largest_; }
   bool has_one_size() const { return smallest_ == largest_; }
 
@@ -50,31 +64,25 @@ class ClEnumDataList {
   using Size = std::uint16_t;
   static_assert(LineReader::max_line_size <= std::numeric_limits<Size>::max());
 
-  // Most values are short: two stores that overlap instead of a call.
+  // Most values are short: one or two stores instead of a call.
   static void copy_value(char* out, std::string_view value) {
-    constexpr std::size_t half = 8;
-    if (value.size() >= half && value.size() <= 2 * half) {
-      std::memcpy(out, value.data(), half);
-      std::memcpy(out + value.size() - half, value.data() + value.size() - half, half);
+    constexpr std::size_t chunk_size = LineBlock::chunk_size;
+    static_assert(chunk_size <= LineReader::overhang);
+    if (value.size() <= chunk_size / 2) [[likely]] {
+      std::memcpy(out, value.data(), chunk_size / 2);
+    } else if (value.size() <= chunk_size) {
+      std::memcpy(out, value.data(), chunk_size);
     } else {
       std::memcpy(out, value.data(), value.size());
     }
   }
 
-  // With room for the chunk as which the last value may be copied.
-  void grow(std::size_t capacity) {
-    auto larger = std::make_unique_for_overwrite<char[]>(capacity + LineBlock::chunk_size);
-    platform::use_large_pages(larger.get(), capacity);
-    if (end_ > 0) std::memcpy(larger.get(), text_.get(), end_);
-    text_ = std::move(larger);
-    capacity_ = capacity;
-  }
-
-  std::unique_ptr<char[]> text_;
-  std::size_t capacity_ = 0;
+  // With room behind the last value for the chunk as which it may be copied.
+  LargeArray<char> text_;
   std::size_t end_ = 0;
-  std::vector<Size> sizes_;
-  std::size_t smallest_ = 0;
+  LargeArray<Size> sizes_;
+  std::size_t count_ = 0;
+  std::size_t smallest_ = std::numeric_limits<std::size_t>::max();
   std::size_t largest_ = 0;
 };
 
@@ -82,7 +90,10 @@ class ClEnumDataList {
 class EnumCursor {
  public:
   explicit EnumCursor(const ClEnumDataList& list)
-      : begin_(list.text_.get()), text_(begin_), sizes_(list.sizes_.data()), count_(list.count()) {}
+      : begin_(list.text_.data()),
+        text_(begin_),
+        sizes_(list.sizes_.data()),
+        count_(list.count()) {}
 
   std::int32_t index() const { return index_; }
   std::int32_t left() const { return count_ - index_; }

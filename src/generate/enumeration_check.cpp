@@ -2,6 +2,7 @@
 
 #include <limits>
 #include <new>
+#include <span>
 
 #include "control/error_texts.h"
 #include "format/error_codes.h"
@@ -17,26 +18,32 @@ namespace {
 using platform::File;
 using platform::FileCause;
 
-// Reads the file's lines and hands each value with the result of its check to `take`, which answers
-// 0 to go on or the code to end with.
-template <typename Take>
-std::int32_t for_each_value(File& file, const FmtColRec& settings, std::int32_t& line,
-                            std::int32_t& value_count, Take take) {
+// Reads the file's lines into `values`, unless that is null, up to those around the first bad line.
+// `refuse` gets the code of each bad line, and answers 0 to go on or the code to end with.
+template <typename Refuse>
+std::int32_t read_values(File& file, const FmtColRec& settings, std::int32_t& line,
+                         std::int32_t& value_count, ClEnumDataList* values, Refuse refuse) {
   const ItemAttributes item = {settings.attribute, settings.signed_flag, settings.length,
                                settings.digits, settings.decimals};
   const EnumerationRule rule(item);
   LineReader reader(file);
-  std::string_view value;
+  std::span<const std::string_view> lines;
   for (;;) {
-    const LineReader::Status status = reader.next(value);
+    const LineReader::Status status = reader.next(lines);
     if (status == LineReader::Status::end) return 0;
     if (status == LineReader::Status::failed) return error::enumeration_cannot_read;
-    if (line == std::numeric_limits<std::int32_t>::max()) return error::enumeration_cannot_read;
-    ++line;
-    if (value.empty()) continue;
-    ++value_count;
-    const std::int32_t result = take(value, rule.check(value));
-    if (result != 0) return result;
+    for (const std::string_view value : lines) {
+      if (line == std::numeric_limits<std::int32_t>::max()) return error::enumeration_cannot_read;
+      ++line;
+      if (value.empty()) continue;
+      ++value_count;
+      const std::int32_t failure = rule.check(value);
+      if (failure == 0) continue;
+      values = nullptr;
+      const std::int32_t result = refuse(failure);
+      if (result != 0) return result;
+    }
+    if (values != nullptr) values->append(lines);
   }
 }
 
@@ -109,15 +116,9 @@ std::int32_t load_values(ClColMain& main, const std::string& path, const FmtColR
   try {
     std::uint64_t bytes = 0;
     if (file.size(bytes) == FileCause::none) values.reserve(bytes);
-    result = for_each_value(
-        file, settings, line, value_count,
-        [&](std::string_view value, std::int32_t failure) -> std::int32_t {
-          if (failure != 0) {
-            return report.add(failure, line) ? 0 : error::enumeration_report_cannot_write;
-          }
-          if (!report.has_lines()) values.append(value);
-          return 0;
-        });
+    result = read_values(file, settings, line, value_count, &values, [&](std::int32_t failure) {
+      return report.add(failure, line) ? 0 : error::enumeration_report_cannot_write;
+    });
   } catch (const std::bad_alloc&) {
     // A list larger than the memory leaves nothing behind.
     report.discard();
@@ -141,11 +142,8 @@ std::int32_t check_enumeration(ClColMain& main, const std::string& path, const F
     result = open_values(path, file);
     if (result != 0) return result;
     std::int32_t value_count = 0;
-    result = for_each_value(file, settings, line, value_count,
-                            [values](std::string_view value, std::int32_t failure) {
-                              if (failure == 0 && values != nullptr) values->append(value);
-                              return failure;
-                            });
+    result = read_values(file, settings, line, value_count, values,
+                         [](std::int32_t failure) { return failure; });
     if (result != 0) return result;
     return value_count == 0 ? error::enumeration_empty : value_count;
   } catch (const std::bad_alloc&) {

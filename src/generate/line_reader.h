@@ -1,10 +1,12 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
-#include <cstring>
 #include <memory>
+#include <span>
 #include <string_view>
 
+#include "generate/line_feed_scan.h"
 #include "platform/file.h"
 
 namespace korvex {
@@ -15,34 +17,30 @@ class LineReader {
  public:
   static constexpr std::size_t max_line_size = 32'768;
 
-  enum class Status { line, end, failed };
+  // So many bytes behind each line's begin may be read, whatever its length.
+  static constexpr std::size_t overhang = LineFeedScan::overhang;
+
+  enum class Status { lines, end, failed };
 
   // Keeps a reference to the open file.
   explicit LineReader(platform::File& file);
 
-  // The next line without its end, cut at a zero byte; valid until the next call.
-  Status next(std::string_view& line) {
-    const char* const begin = buffer_.get() + begin_;
-    if (!has_zeros_ && end_ - begin_ >= look_ahead) {
-      const auto* feed = static_cast<const char*>(std::memchr(begin, '\n', max_line_size));
-      if (feed != nullptr && feed != begin && feed[-1] != '\r') [[likely]] {
-        line = {begin, static_cast<std::size_t>(feed - begin)};
-        begin_ += line.size() + 1;
-        return Status::line;
-      }
-    }
-    return find_next(line);
-  }
+  // The next lines, one or more, without their ends, each cut at a zero byte; valid until the next
+  // call. They stand one behind the other in the same memory.
+  Status next(std::span<const std::string_view>& lines);
 
  private:
   // What must be in sight to decide about a piece: the longest one and a two-byte line end.
   static constexpr std::size_t look_ahead = max_line_size + 2;
 
-  Status find_next(std::string_view& line);
+  std::size_t find_plain_lines();
+  Status find_any_line();
   bool fill();
 
   platform::File& file_;
-  std::unique_ptr<char[]> buffer_;
+  std::unique_ptr<char[]> buffer_;  // with a line feed behind its end, where scanning stops
+  LineFeedScan feeds_;
+  std::array<std::string_view, 256> lines_;
   std::size_t begin_ = 0;
   std::size_t end_ = 0;
   bool at_end_ = false;

@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "generate/random_settings.h"
+#include "support/list_values.h"
 
 namespace korvex::test {
 namespace {
@@ -78,9 +79,7 @@ class LayoutRun {
       const ClFmtColInf& column = *layout.main.settings.find_column(number);
       items_.push_back(std::make_unique<ItemGenerator>(column, layout_kind_, layout.quotation));
       if (!layout.lists[i].empty()) {
-        auto values = std::make_unique<ClEnumDataList>();
-        for (const std::string& value : layout.lists[i]) values->append(value);
-        items_.back()->set_enumeration(std::move(values));
+        items_.back()->set_enumeration(make_list(layout.lists[i]));
       }
       if (column.record.repeat_flag == 0) continue;
       ClRepeatData& entry = *repeats_.find_level(column.record.repeat_level);

@@ -7,6 +7,7 @@
 #include "generate/random_settings.h"
 #include "host/field_timeline.h"
 #include "support/bytes.h"
+#include "support/list_values.h"
 
 namespace korvex::host {
 namespace {
@@ -177,10 +178,9 @@ TEST(ItemSequence, CountsToEndsThatNoTestReaches) {
 }
 
 TEST(ItemSequence, ListsKeepTheirLengthsAndRepetitions) {
-  ClEnumDataList values;
-  for (const char* value : {"a", "bb", "cc", "bb", "dddd"}) values.append(value);
+  const auto values = test::make_list({"a", "bb", "cc", "bb", "dddd"});
   for (const bool runs_empty : {false, true}) {
-    const ItemSequence sequence = list_sequence(values, runs_empty);
+    const ItemSequence sequence = list_sequence(*values, runs_empty);
     EXPECT_EQ(sequence.distinct, 4u);
     EXPECT_EQ(sequence.different, 3u);
     FieldTimeline field;
