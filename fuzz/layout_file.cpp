@@ -24,7 +24,7 @@ void use(host::Layout layout) {
   layout.work = work_folder;
   const host::SettingsResult settings = write_settings_of(layout);
   if (print_failures(settings, layout, messages)) return;
-  print_left_out(settings, layout, messages);
+  print_left_out(settings.left_out, layout, messages);
   RunRequest request;
   request.records = records;
   request.layout_kind = layout.kind;

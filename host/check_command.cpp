@@ -75,8 +75,8 @@ void print_items(const PreparedLayout& prepared, const LayoutTimeline& timeline,
                                   " values")});
     }
   }
-  for (const std::string& name : prepared.left_out()) {
-    table.add({TextTable::from_code_page(name), TextTable::plain("0"),
+  for (const LayoutItem* item : prepared.left_out()) {
+    table.add({TextTable::from_code_page(item->name), TextTable::plain("0"),
                TextTable::plain("not in the records: no values and no settings")});
   }
   table.print(out);

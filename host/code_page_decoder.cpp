@@ -23,13 +23,13 @@ std::size_t code_of(char lead, char trail) {
 
 }  // namespace
 
-void CodePageDecoder::decode(std::string_view text, std::string& out) {
+bool CodePageDecoder::decode(std::string_view text, std::string& out) {
   if (std::all_of(text.begin(), text.end(), is_ascii)) {
     out.assign(text);
-    return;
+    return true;
   }
   if (characters_.empty()) build();
-  if (!decode_known(text, out)) out = platform::to_utf8(text);
+  return decode_characters(text, out);
 }
 
 // One call for all codes: each call opens the system's converter anew.
@@ -57,29 +57,26 @@ void CodePageDecoder::build() {
   }
 }
 
-// False when a code has no character: how many bytes of it count is the system's to say.
-bool CodePageDecoder::decode_known(std::string_view text, std::string& out) const {
+bool CodePageDecoder::decode_characters(std::string_view text, std::string& out) const {
   // A character of one byte becomes up to three, and each is copied with room for three.
   out.resize(longest_character * text.size() + longest_character);
   char* place = out.data();
-  for (std::size_t i = 0; i < text.size(); ++i) {
+  bool is_known = true;
+  for (std::size_t i = 0; i < text.size() && is_known; ++i) {
     const char byte = text[i];
     if (is_ascii(byte)) {
       *place++ = byte;
       continue;
     }
     std::size_t code = static_cast<unsigned char>(byte);
-    if (platform::is_lead_byte(byte)) {
-      if (++i == text.size()) return false;
-      code = code_of(byte, text[i]);
-    }
+    if (platform::is_lead_byte(byte)) code = ++i < text.size() ? code_of(byte, text[i]) : 0;
     const Character& character = characters_[code];
-    if (character.size == 0) return false;
+    is_known = character.size > 0;
     std::memcpy(place, character.bytes.data(), longest_character);
     place += character.size;
   }
   out.resize(static_cast<std::size_t>(place - out.data()));
-  return true;
+  return is_known;
 }
 
 }  // namespace korvex::host

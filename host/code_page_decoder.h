@@ -8,12 +8,13 @@
 
 namespace korvex::host {
 
-// Turns much text of the module's code page into UTF-8: the same as platform::to_utf8(), whose
-// system converter was two thirds of a load's work where a single column was full-width.
+// Turns many values of code page 932 into UTF-8, as platform::to_utf8() does, whose system
+// converter was two thirds of a load's work where a single column was full-width.
 class CodePageDecoder {
  public:
-  // Replaces `out`.
-  void decode(std::string_view text, std::string& out);
+  // Replaces `out`. False for bytes that have no meaning in the code page; `out` then has the
+  // characters in front of them.
+  bool decode(std::string_view text, std::string& out);
 
  private:
   // A character in UTF-8; no size for a code without a character.
@@ -23,7 +24,7 @@ class CodePageDecoder {
   };
 
   void build();
-  bool decode_known(std::string_view text, std::string& out) const;
+  bool decode_characters(std::string_view text, std::string& out) const;
 
   std::vector<Character> characters_;  // by code, of one or two bytes; built when first needed
 };

@@ -4,12 +4,12 @@
 #include <filesystem>
 #include <ostream>
 
+#include "host/code_page_decoder.h"
 #include "host/exit_status.h"
 #include "host/layout_messages.h"
 #include "host/printable_text.h"
 #include "host/record_source.h"
 #include "host/replaced_output.h"
-#include "host/value_decoder.h"
 #include "platform/path.h"
 
 namespace korvex::host {
@@ -69,7 +69,7 @@ class Exporter {
   PreparedLayout& prepared_;
   FormatChoices choices_;
   RecordSource source_;
-  ValueDecoder decoder_;
+  CodePageDecoder decoder_;
   std::vector<const LayoutItem*> items_;
   std::vector<std::string> names_;
   std::unique_ptr<RecordFormat> format_;

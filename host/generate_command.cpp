@@ -151,7 +151,7 @@ int run_generate(const GenerateOptions& options, CreateData create_data, std::os
   }
   const SettingsResult settings = write_settings_of(layout);
   if (print_failures(settings, layout, messages)) return exit_status::failed;
-  print_left_out(settings, layout, messages);
+  print_left_out(settings.left_out, layout, messages);
   if (!options.settings_only) {
     choose_interface(options.window);
     return generate(layout, options, settings.repeated_items > 0, create_data, out, messages);

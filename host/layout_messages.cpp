@@ -39,8 +39,9 @@ void print_warnings(const Layout& layout, std::ostream& messages) {
   }
 }
 
-void print_left_out(const SettingsResult& result, const Layout& layout, std::ostream& messages) {
-  for (const LayoutItem* item : result.left_out) {
+void print_left_out(const std::vector<const LayoutItem*>& left_out, const Layout& layout,
+                    std::ostream& messages) {
+  for (const LayoutItem* item : left_out) {
     messages << layout.file << ":" << item->place.line << ": item "
              << printable_from_code_page(item->name)
              << ": has no values and no settings, the records leave it out\n";

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <iosfwd>
 #include <string>
+#include <vector>
 
 #include "host/layout_reader.h"
 #include "host/settings_editor.h"
@@ -20,7 +21,8 @@ std::string numbered_message(std::int32_t code, const Layout& layout);
 void print_warnings(const Layout& layout, std::ostream& messages);
 
 // Says which items have neither values in the layout nor settings: the records lack them.
-void print_left_out(const SettingsResult& result, const Layout& layout, std::ostream& messages);
+void print_left_out(const std::vector<const LayoutItem*>& left_out, const Layout& layout,
+                    std::ostream& messages);
 
 // Every failure of writing the layout's settings. Answers whether there was one.
 bool print_failures(const SettingsResult& result, const Layout& layout, std::ostream& messages);

@@ -1,26 +1,22 @@
 #include "host/load_command.h"
 
-#include <signal.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <optional>
 #include <ostream>
+#include <sstream>
 #include <stdexcept>
 
-#include "format/error_codes.h"
-#include "format/records.h"
-#include "host/comma_marks.h"
+#include "host/code_page_decoder.h"
+#include "host/database.h"
 #include "host/exit_status.h"
-#include "host/generated_records.h"
 #include "host/interrupt.h"
 #include "host/layout_messages.h"
-#include "host/layout_reader.h"
 #include "host/load_plan.h"
 #include "host/printable_text.h"
-#include "host/scratch_folder.h"
+#include "host/record_source.h"
 
 namespace korvex::host {
 
@@ -28,18 +24,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::string_view unknown_character = "\xEF\xBF\xBD";
 constexpr std::int64_t percents = 100;
-
-// The layout as this load uses it: on a copy of its settings file, so that the user's own stays as
-// it is, and without quotation marks, so that a field is what stands between two commas.
-Layout on_copy(const Layout& layout, const std::string& folder) {
-  std::optional<Layout> copy = copy_layout(layout, folder);
-  if (folder.empty() || !copy) throw std::runtime_error(layout.settings + ": cannot be copied");
-  copy->data = folder + "/records";
-  copy->quotation = 0;
-  return *copy;
-}
 
 // "Loading  42 %" on a terminal, and nothing anywhere else.
 class LoadProgress {
@@ -73,106 +58,112 @@ class LoadProgress {
   std::int64_t next_ = 1;
 };
 
-class Load {
+// The records as they go into the columns of a table.
+class TableRecords {
  public:
-  Load(const Layout& layout, bool has_marks, const LoadPlan& plan, const TableSchema& table,
-       CreateData create_data)
-      : layout_(layout),
+  TableRecords(PreparedLayout& prepared, const LoadPlan& plan)
+      : prepared_(prepared),
         plan_(plan),
-        table_(table),
-        create_data_(create_data),
-        reader_(plan.forms, layout.kind != layout_kind::third, has_marks) {}
+        source_(prepared),
+        texts_(plan.forms.size()),
+        moments_(plan.forms.size()) {}
 
-  // Answers the number of rows. Throws what the parts of a load throw.
-  std::int64_t run(Database& database) {
-    GeneratedRecords records(layout_, create_data_);
-    const auto loader = database.begin_load(table_, plan_.columns);
-    LoadProgress progress(layout_.records);
-    RowFields fields;
-    std::int64_t rows = 0;
-    for (std::string_view line; records.next(line);) {
-      InterruptWatch::check();
-      read(line, rows + 1, fields);
-      loader->add(fields);
-      progress.update(++rows);
+  // The fields of the next record, valid until the next call; false behind the last one. Throws
+  // DatabaseError when there can be no such record.
+  bool next(RowFields& fields) {
+    if (!source_.next(values_)) {
+      if (source_.code() == 0) return false;
+      throw DatabaseError(numbered_message(source_.code(), prepared_.layout()));
     }
-    progress.show_checking();
-    loader->finish();
-    return rows;
+    ++number_;
+    fields.clear();
+    for (std::size_t i = 0; i < values_.size(); ++i) {
+      const bool is_known = decoder_.decode(values_[i], texts_[i]);
+      fields.push_back(moments_[i].convert(plan_.forms[i], texts_[i]));
+      if (is_known) continue;
+      throw DatabaseError("record " + std::to_string(number_) + ", item " +
+                          printable(plan_.item_names[i]) + ", value \"" +
+                          printable_from_code_page(values_[i]) +
+                          "\": the value has bytes that are no character of code page 932");
+    }
+    return true;
   }
 
-  // The refused row with its values. It has passed by then, so the records are made once more up to
-  // it: generating is by far the fastest part of a load, and the same settings give the same bytes.
-  std::string describe(const RefusedRow& row) {
-    GeneratedRecords records(layout_, create_data_);
-    RowFields fields;
-    std::int64_t number = 0;
-    for (std::string_view line; records.next(line);) {
-      ++number;
-      if (row.record > 0 ? number < row.record : number < row.first) continue;
-      if (row.record == 0 && number > row.last) break;
-      if (!reader_.read(line, fields)) break;
-      if (row.record > 0 || row.is_row(fields)) return place(number, row.columns, fields);
-    }
-    return plan_.columns.size() == 1 ? "item " + plan_.item_names.front() : "a record";
-  }
+  std::int64_t number() const { return number_; }
 
  private:
-  void read(std::string_view line, std::int64_t number, RowFields& fields) {
-    if (!reader_.read(line, fields)) {
-      throw DatabaseError("record " + std::to_string(number) +
-                          " has another number of fields than " +
-                          std::to_string(plan_.columns.size()) +
-                          ": a comma stands in one of its values: " + printable(line));
-    }
-    if (line.find(unknown_character) == std::string_view::npos) return;
-    const auto bad = std::find_if(fields.begin(), fields.end(), [](std::string_view field) {
-      return field.find(unknown_character) != std::string_view::npos;
-    });
-    throw DatabaseError(place(number, {static_cast<std::size_t>(bad - fields.begin())}, fields) +
-                        ": the value has bytes that are no character of code page 932");
-  }
-
-  std::string place(std::int64_t number, const std::vector<std::size_t>& columns,
-                    const RowFields& fields) const {
-    std::string text = "record " + std::to_string(number);
-    const bool has_columns = !columns.empty();
-    for (std::size_t i = 0; i < (has_columns ? columns.size() : fields.size()); ++i) {
-      const std::size_t field = has_columns ? columns[i] : i;
-      text += ", item " + printable(plan_.item_names[field]) + ", value ";
-      text += fields[field].empty() ? "NULL" : "\"" + printable(fields[field]) + "\"";
-    }
-    return text;
-  }
-
-  const Layout& layout_;
+  const PreparedLayout& prepared_;
   const LoadPlan& plan_;
-  const TableSchema& table_;
-  const CreateData create_data_;
-  RecordReader reader_;
+  RecordSource source_;
+  CodePageDecoder decoder_;
+  std::vector<std::string_view> values_;
+  std::vector<std::string> texts_;
+  std::vector<MomentText> moments_;
+  std::int64_t number_ = 0;
 };
 
-int load(const LoadOptions& options, const Layout& own, CreateData create_data, std::ostream& out,
+// Answers the number of rows. Throws what the parts of a load throw.
+std::int64_t load_rows(Database& database, const TableSchema& table, const LoadPlan& plan,
+                       PreparedLayout& prepared) {
+  TableRecords records(prepared, plan);
+  const auto loader = database.begin_load(table, plan.columns);
+  LoadProgress progress(prepared.layout().records);
+  for (RowFields fields; records.next(fields);) {
+    InterruptWatch::check();
+    loader->add(fields);
+    progress.update(records.number());
+  }
+  progress.show_checking();
+  loader->finish();
+  return records.number();
+}
+
+std::string place(std::int64_t number, const std::vector<std::size_t>& columns,
+                  const LoadPlan& plan, const RowFields& fields) {
+  std::string text = "record " + std::to_string(number);
+  const bool has_columns = !columns.empty();
+  for (std::size_t i = 0; i < (has_columns ? columns.size() : fields.size()); ++i) {
+    const std::size_t field = has_columns ? columns[i] : i;
+    text += ", item " + printable(plan.item_names[field]) + ", value ";
+    text += fields[field].empty() ? "NULL" : "\"" + printable(fields[field]) + "\"";
+  }
+  return text;
+}
+
+// The refused row with its values. It has passed by then, so the records are made once more up to
+// it: generating is by far the fastest part of a load, and the same settings give the same bytes.
+std::string describe(const RefusedRow& row, const LoadOptions& options, const LoadPlan& plan) {
+  PreparedLayout again;
+  std::ostringstream said_before;
+  if (again.prepare(options.layout, options.records, said_before) != exit_status::done) {
+    return "a record";
+  }
+  TableRecords records(again, plan);
+  for (RowFields fields; records.next(fields);) {
+    InterruptWatch::check();
+    const std::int64_t number = records.number();
+    if (number < (row.record > 0 ? row.record : row.first)) continue;
+    if (row.record == 0 && number > row.last) break;
+    if (row.record > 0 || row.is_row(fields)) return place(number, row.columns, plan, fields);
+  }
+  return plan.columns.size() == 1 ? "item " + plan.item_names.front() : "a record";
+}
+
+int load(const LoadOptions& options, PreparedLayout& prepared, std::ostream& out,
          std::ostream& messages) {
   const auto database = open_database(options.database);
   const TableSchema table = database->read_schema(options.table);
-  const ScratchFolder scratch;
-  const Layout layout = on_copy(own, scratch.path());
-  const SettingsResult settings = write_settings_of(layout);
-  if (print_failures(settings, own, messages)) return exit_status::failed;
-  print_left_out(settings, own, messages);
-  const LoadPlan plan = plan_load(layout, settings.left_out, table);
-  Load run(layout, mark_commas(layout), plan, table, create_data);
+  const LoadPlan plan = plan_load(prepared, table);
   const Clock::time_point start = Clock::now();
   try {
-    const std::int64_t rows = run.run(*database);
+    const std::int64_t rows = load_rows(*database, table, plan, prepared);
     const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
     char time[32];
     std::snprintf(time, sizeof time, "%.3f", seconds);
     if (!options.quiet) out << rows << " records, " << time << " s: " << table.name << std::endl;
     return exit_status::done;
   } catch (const RowRefused& refused) {
-    messages << table.name << ": " << run.describe(refused.row) << ": " << refused.what()
+    messages << table.name << ": " << describe(refused.row, options, plan) << ": " << refused.what()
              << "\nnothing was loaded" << std::endl;
     return exit_status::failed;
   }
@@ -180,14 +171,14 @@ int load(const LoadOptions& options, const Layout& own, CreateData create_data, 
 
 }  // namespace
 
-int run_load(const LoadOptions& options, CreateData create_data, std::ostream& out,
-             std::ostream& messages) {
-  const LayoutReading reading = read_layout(options.layout, options.records);
-  if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
-  print_warnings(reading.layout, messages);
+int run_load(const LoadOptions& options, std::ostream& out, std::ostream& messages) {
+  PreparedLayout prepared;
+  const int status = prepared.prepare(options.layout, options.records, messages);
+  if (status != exit_status::done) return status;
+  print_left_out(prepared.left_out(), prepared.layout(), messages);
   const InterruptWatch watch;
   try {
-    return load(options, reading.layout, create_data, out, messages);
+    return load(options, prepared, out, messages);
   } catch (const Interrupted& interrupted) {
     return interrupted.exit_status;
   } catch (const std::invalid_argument& wrong) {

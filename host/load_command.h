@@ -5,8 +5,6 @@
 #include <optional>
 #include <string>
 
-#include "host/generate_command.h"
-
 namespace korvex::host {
 
 struct LoadOptions {
@@ -20,7 +18,6 @@ struct LoadOptions {
 // Generates the records of a layout into a table of a database, in one transaction: all of them or
 // none. Writes no data file, and leaves the layout's settings file as it is. Results go to `out`,
 // messages to `messages`; answers the program's exit status.
-int run_load(const LoadOptions& options, CreateData create_data, std::ostream& out,
-             std::ostream& messages);
+int run_load(const LoadOptions& options, std::ostream& out, std::ostream& messages);
 
 }  // namespace korvex::host

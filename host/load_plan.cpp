@@ -28,16 +28,16 @@ std::size_t find_column(const TableSchema& table, const std::string& name) {
 
 }  // namespace
 
-LoadPlan plan_load(const Layout& layout, const std::vector<const LayoutItem*>& left_out,
-                   const TableSchema& table) {
+LoadPlan plan_load(const PreparedLayout& prepared, const TableSchema& table) {
+  const std::string& file = prepared.layout().file;
   LoadPlan plan;
   std::string errors;
   const auto report = [&](const LayoutItem& item, const std::string& what) {
-    errors += (errors.empty() ? "" : "\n") + layout.file + ":" + std::to_string(item.place.line) +
+    errors += (errors.empty() ? "" : "\n") + file + ":" + std::to_string(item.place.line) +
               ": item " + plan.item_names.back() + ": " + what;
   };
-  for (const LayoutItem& item : layout.items) {
-    if (std::find(left_out.begin(), left_out.end(), &item) != left_out.end()) continue;
+  for (const PreparedItem& field : prepared.items()) {
+    const LayoutItem& item = *field.item;
     plan.item_names.push_back(platform::to_utf8(item.name));
     const std::size_t column = find_column(table, plan.item_names.back());
     if (column == table.columns.size()) {
@@ -51,7 +51,6 @@ LoadPlan plan_load(const Layout& layout, const std::vector<const LayoutItem*>& l
     plan.columns.push_back(column);
     plan.forms.push_back(field_form(item.attributes.attribute, table.columns[column]));
   }
-  if (plan.columns.empty() && errors.empty()) errors = layout.file + ": no item has values";
   if (!errors.empty()) throw PlanError(errors);
   return plan;
 }

@@ -4,9 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "host/layout.h"
-#include "host/record_reader.h"
-#include "host/settings_editor.h"
+#include "host/field_form.h"
+#include "host/prepared_layout.h"
 #include "host/table_schema.h"
 
 namespace korvex::host {
@@ -24,9 +23,8 @@ class PlanError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// Finds the column of each item by its name, in its own letters or else in any case. Items that the
-// records leave out have none. Throws PlanError.
-LoadPlan plan_load(const Layout& layout, const std::vector<const LayoutItem*>& left_out,
-                   const TableSchema& table);
+// Finds the column of each item of the records by its name, in its own letters or else in any case.
+// Throws PlanError.
+LoadPlan plan_load(const PreparedLayout& prepared, const TableSchema& table);
 
 }  // namespace korvex::host

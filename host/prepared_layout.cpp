@@ -72,7 +72,7 @@ std::int32_t PreparedLayout::prepare_items(std::int32_t& bad_line) {
   for (const LayoutItem& item : layout_.items) {
     const ClFmtColInf* column = main_.settings.find_column(item.number);
     if (column == nullptr) {
-      left_out_.push_back(item.name);
+      left_out_.push_back(&item);
       continue;
     }
     PreparedItem prepared = {&item, column, nullptr};

@@ -37,10 +37,10 @@ class PreparedLayout {
   // The layout as the user wrote it; its `records` are those asked for.
   const Layout& layout() const { return layout_; }
 
-  // The items of a record in their order, and the names of those that the records lack.
+  // The items of a record in their order, and those that the records lack.
   std::vector<PreparedItem>& items() { return items_; }
   const std::vector<PreparedItem>& items() const { return items_; }
-  const std::vector<std::string>& left_out() const { return left_out_; }
+  const std::vector<const LayoutItem*>& left_out() const { return left_out_; }
 
   // The repeated items of the run, none when it has no repeats.
   RepeatTable& repeats() { return repeats_; }
@@ -68,7 +68,7 @@ class PreparedLayout {
   ClColMain main_;
   RepeatTable repeats_;
   std::vector<PreparedItem> items_;
-  std::vector<std::string> left_out_;
+  std::vector<const LayoutItem*> left_out_;
 };
 
 }  // namespace korvex::host

@@ -121,7 +121,7 @@ int run_program(int argc, const char* const* argv, const ModuleFunctions& functi
   if (const auto status = layout_commands.run(out, messages)) return *status;
   if (show->parsed()) return run_show(shown_file, out, messages);
   if (import->parsed()) return run_import(import_options, out, messages);
-  if (load->parsed()) return run_load(load_options, functions.create_data, out, messages);
+  if (load->parsed()) return run_load(load_options, out, messages);
   if (count->parsed()) {
     return run_count(count_options, functions.check_repeat_count, out, messages);
   }

@@ -15,7 +15,8 @@ constexpr int steps_between_looks = 10'000;
 }  // namespace
 
 SqliteConnection::SqliteConnection(const std::string& file) : file_(file) {
-  const int result = sqlite3_open_v2(file.c_str(), &database_, SQLITE_OPEN_READWRITE, nullptr);
+  const int result = sqlite3_open_v2(file.c_str(), &database_,
+                                     SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
   if (result != SQLITE_OK) {
     const std::string message = sqlite3_errmsg(database_);
     sqlite3_close(database_);

@@ -44,7 +44,7 @@ def measure(database, commands, runs):
             database.empty(TABLE)
             taken = run_timed(command)
             if turn > 0:
-                seconds[name].append(taken)
+                seconds[name].append(taken.wall)
             contents[name] = database.query(CONTENT)
     if len(set(contents.values())) != 1:
         sys.exit(f"{database.name}: the contents differ: {contents}")

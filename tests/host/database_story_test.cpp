@@ -323,12 +323,11 @@ TEST_P(Shop, SaysWhatIsWrongWithTheCommand) {
        "= \"2147483647\"",
        "type = \"enumeration\"\nfile = \"numbers.txt\"");
   EXPECT_EQ(program_.run({"load", "marks.toml", target, "marks"}), 1);
-  EXPECT_TRUE(program_.err().starts_with(folder_.file("numbers.txt") + "\n99135:"))
+  EXPECT_TRUE(program_.err().starts_with(folder_.file("numbers.txt") + "\n2 line of a enum file"))
       << program_.err();
-  EXPECT_EQ(test::read_file("numbers.txt.err"),
-            "2 line of a enum file The numeric value data Column includes a non-numeric value.\n");
   EXPECT_EQ(query("SELECT count(*) FROM marks"), "0");
 
+  test::write_file("numbers.txt", "1\n");
   edit("marks.toml", "name      = \"rest\"", "name      = \"ID\"");
   EXPECT_EQ(program_.run({"load", "marks.toml", target, "marks"}), 2);
   EXPECT_EQ(program_.err(), "marks.toml:34: item ID: another item goes to this column\n");

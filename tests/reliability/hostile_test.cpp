@@ -131,7 +131,7 @@ class HostileTest : public testing::TestWithParam<HostileInput> {
     if (print_layout_errors(reading, messages)) return;
     const host::SettingsResult result = host::write_settings_of(reading.layout);
     print_failures(result, reading.layout, messages);
-    print_left_out(result, reading.layout, messages);
+    print_left_out(result.left_out, reading.layout, messages);
   }
 
   static void show(const std::string& path) {

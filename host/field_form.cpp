@@ -1,11 +1,8 @@
-#include "host/record_reader.h"
+#include "host/field_form.h"
 
-#include <algorithm>
 #include <cstring>
-#include <functional>
 
 #include "formatlang/attributes.h"
-#include "host/comma_marks.h"
 
 namespace korvex::host {
 
@@ -121,46 +118,10 @@ FieldForm field_form(std::int32_t attribute, const ColumnSchema& column) {
   return is_short || holds_numbers(column.type) ? FieldForm::as_it_is : form;
 }
 
-RecordReader::RecordReader(const std::vector<FieldForm>& forms, bool has_last_comma, bool has_marks)
-    : forms_(forms), texts_(forms.size()), has_last_comma_(has_last_comma), has_marks_(has_marks) {}
-
-bool RecordReader::read(std::string_view record, RowFields& fields) {
-  fields.clear();
-  if (has_last_comma_) {
-    if (!record.ends_with(',')) return false;
-    record.remove_suffix(1);
-  }
-  std::size_t begin = 0;
-  for (std::size_t i = 0; i < forms_.size(); ++i) {
-    const bool is_last = i + 1 == forms_.size();
-    const std::size_t comma = record.find(',', begin);
-    if (is_last != (comma == std::string_view::npos)) return false;
-    std::string_view field = record.substr(begin, comma - begin);
-    begin = comma + 1;
-    if (forms_[i] != FieldForm::as_it_is && !field.empty() &&
-        write_moment(forms_[i], field, texts_[i].data())) {
-      field = std::string_view(texts_[i].data(), size_of(forms_[i]));
-    }
-    fields.push_back(field);
-  }
-  if (has_marks_ && record.find(comma_mark) != std::string_view::npos) {
-    restore_commas(record, fields);
-  }
-  return true;
-}
-
-// The fields that lie in the record move to a copy of it that has the commas.
-void RecordReader::restore_commas(std::string_view record, RowFields& fields) {
-  restored_.assign(record);
-  std::replace(restored_.begin(), restored_.end(), comma_mark, ',');
-  const std::less_equal<const char*> is_before;
-  for (std::string_view& field : fields) {
-    const bool lies_in_record = is_before(record.data(), field.data()) &&
-                                is_before(field.data(), record.data() + record.size());
-    if (!lies_in_record) continue;
-    const auto begin = static_cast<std::size_t>(field.data() - record.data());
-    field = std::string_view(restored_).substr(begin, field.size());
-  }
+std::string_view MomentText::convert(FieldForm form, std::string_view value) {
+  const bool is_moment =
+      form != FieldForm::as_it_is && !value.empty() && write_moment(form, value, text_.data());
+  return is_moment ? std::string_view(text_.data(), size_of(form)) : value;
 }
 
 }  // namespace korvex::host
