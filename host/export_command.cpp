@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <ostream>
 
+#include "format/record_text.h"
 #include "host/code_page_decoder.h"
 #include "host/exit_status.h"
 #include "host/layout_messages.h"
@@ -78,10 +79,9 @@ class Exporter {
 
 // Whether the output would take the place of what it is made from.
 bool is_source(const std::string& output, const PreparedLayout& prepared) {
-  const Layout& layout = prepared.layout();
-  std::vector<std::string> sources = {layout.file, layout.settings};
-  for (const LayoutItem& item : layout.items) {
-    if (item.values) sources.push_back(item.values->file);
+  std::vector<std::string> sources = {prepared.layout().file, prepared.layout().settings};
+  for (const PreparedItem& item : prepared.items()) {
+    sources.emplace_back(field_text(item.column->record.enumeration_path));
   }
   return std::any_of(sources.begin(), sources.end(), [&](const std::string& source) {
     std::error_code is_absent;

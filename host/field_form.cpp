@@ -90,19 +90,6 @@ bool write_moment(FieldForm form, std::string_view text, char* out) {
   }
 }
 
-FieldForm form_of_attribute(std::int32_t code) {
-  switch (code) {
-    case attribute::date:
-      return FieldForm::iso_date;
-    case attribute::time:
-      return FieldForm::iso_time;
-    case attribute::timestamp:
-      return FieldForm::iso_timestamp;
-    default:
-      return FieldForm::as_it_is;
-  }
-}
-
 bool holds_numbers(ColumnType type) {
   return type == ColumnType::integer16 || type == ColumnType::integer32 ||
          type == ColumnType::integer64 || type == ColumnType::decimal ||
@@ -111,8 +98,21 @@ bool holds_numbers(ColumnType type) {
 
 }  // namespace
 
+FieldForm moment_form(std::int32_t attribute) {
+  switch (attribute) {
+    case korvex::attribute::date:
+      return FieldForm::iso_date;
+    case korvex::attribute::time:
+      return FieldForm::iso_time;
+    case korvex::attribute::timestamp:
+      return FieldForm::iso_timestamp;
+    default:
+      return FieldForm::as_it_is;
+  }
+}
+
 FieldForm field_form(std::int32_t attribute, const ColumnSchema& column) {
-  const FieldForm form = form_of_attribute(attribute);
+  const FieldForm form = moment_form(attribute);
   const bool is_short = column.type == ColumnType::text && column.length > 0 &&
                         static_cast<std::size_t>(column.length) < size_of(form);
   return is_short || holds_numbers(column.type) ? FieldForm::as_it_is : form;

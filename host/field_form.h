@@ -17,6 +17,9 @@ enum class FieldForm {
   iso_timestamp,  // "20240229 235959" or "2024/02/29 23:59:59" to "2024-02-29 23:59:59"
 };
 
+// The form of a date, time or timestamp by its attribute; others stay as they are.
+FieldForm moment_form(std::int32_t attribute);
+
 // The form for an item of the attribute in a column: moments become what databases read, unless the
 // column has no room for that or holds numbers, where the text stays as it would be in a file.
 FieldForm field_form(std::int32_t attribute, const ColumnSchema& column);

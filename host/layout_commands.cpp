@@ -47,9 +47,10 @@ void LayoutCommands::add_check(CLI::App& app) {
 void LayoutCommands::add_preview(CLI::App& app) {
   CLI::App* command = app.add_subcommand("preview", "Show the first records as a table");
   add_layout(*command, preview_options_.layout);
-  command->add_option("-n,--records", preview_options_.records, "number of records")
-      ->check(CLI::Range(0, largest_integer))
-      ->capture_default_str();
+  command
+      ->add_option("-n,--records", preview_options_.records,
+                   "number of records (default: the layout's, at most 20)")
+      ->check(CLI::Range(0, largest_integer));
   preview_ = command;
 }
 

@@ -14,7 +14,10 @@ int main(int argc, char** argv) {
                                                          .create_file = DGCreateFile,
                                                          .create_format = DGCreateFormat,
                                                          .replace_data = DGReplaceData};
-    return korvex::host::run_program(argc, argv, functions, std::cout, std::cerr);
+    const int status = korvex::host::run_program(argc, argv, functions, std::cout, std::cerr);
+    if (std::cout.flush() || status != korvex::host::exit_status::done) return status;
+    std::cerr << "standard output: cannot be written" << std::endl;
+    return korvex::host::exit_status::failed;
   } catch (const std::exception& failure) {
     std::cerr << "korvex: " << failure.what() << std::endl;
     return korvex::host::exit_status::failed;

@@ -143,7 +143,10 @@ int run_new(const NewOptions& options, std::istream* in, std::ostream& out,
   }
   NewLayout layout;
   if (!take_options(options, layout, messages)) return exit_status::wrong_usage;
-  if (in != nullptr && !ask(options, layout, *in, messages)) return exit_status::wrong_usage;
+  if (in != nullptr && !ask(options, layout, *in, messages)) {
+    messages << "\nthe answers ended, no layout was written" << std::endl;
+    return exit_status::wrong_usage;
+  }
   if (layout.items.empty()) {
     messages << "there is no item, expected --item NAME:ATTRIBUTE:SIZE or somebody to ask"
              << std::endl;

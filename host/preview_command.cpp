@@ -10,6 +10,10 @@
 
 namespace korvex::host {
 
+namespace {
+constexpr std::int32_t default_preview = 20;
+}  // namespace
+
 int run_preview(const PreviewOptions& options, std::ostream& out, std::ostream& messages) {
   PreparedLayout prepared;
   const int status = prepared.prepare(options.layout, options.records, messages);
@@ -24,7 +28,8 @@ int run_preview(const PreviewOptions& options, std::ostream& out, std::ostream& 
   }
   table.add(std::move(names));
   RecordSource source(prepared);
-  for (std::vector<std::string_view> values; source.next(values);) {
+  std::int32_t left = options.records.value_or(default_preview);
+  for (std::vector<std::string_view> values; left > 0 && source.next(values); --left) {
     std::vector<TextTable::Cell> row;
     for (const std::string_view value : values) row.push_back(TextTable::from_code_page(value));
     table.add(std::move(row));

@@ -2,15 +2,14 @@
 
 #include <cstdint>
 #include <iosfwd>
+#include <optional>
 #include <string>
 
 namespace korvex::host {
 
-inline constexpr std::int32_t default_preview = 20;
-
 struct PreviewOptions {
   std::string layout;
-  std::int32_t records = default_preview;
+  std::optional<std::int32_t> records;  // else those of the layout, of many the first few
 };
 
 // Prints the first records of a layout as a table with the items' names. Writes no file. The table

@@ -1,5 +1,11 @@
 #include "host/printable_text.h"
 
+#include <locale.h>
+#include <wchar.h>
+
+#include <algorithm>
+#include <cwchar>
+
 #include "platform/codepage.h"
 
 namespace korvex::host {
@@ -39,6 +45,23 @@ std::string printable(std::string_view text) {
 
 std::string printable_from_code_page(std::string_view text) {
   return printable(platform::to_utf8(text));
+}
+
+std::size_t columns_of(std::string_view text) {
+  static const locale_t unicode = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+  if (unicode == nullptr) return text.size();
+  const locale_t previous = ::uselocale(unicode);
+  std::size_t columns = 0;
+  std::mbstate_t state = {};
+  while (!text.empty()) {
+    wchar_t character = 0;
+    const std::size_t size = std::mbrtowc(&character, text.data(), text.size(), &state);
+    if (size == 0 || size > text.size()) break;
+    columns += static_cast<std::size_t>(std::max(::wcwidth(character), 0));
+    text.remove_prefix(size);
+  }
+  ::uselocale(previous);
+  return columns;
 }
 
 }  // namespace korvex::host

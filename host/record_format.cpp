@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "formatlang/attributes.h"
+#include "host/field_form.h"
 #include "platform/codepage.h"
 
 namespace korvex::host {
@@ -96,33 +97,10 @@ class Tsv : public Lines {
   bool in_code_page_;
 };
 
-// "20240229" or "2024/02/29" as three numbers with the separator in between; the last two have
-// two digits each.
-std::string separated(std::string digits, char separator) {
-  std::replace(digits.begin(), digits.end(), '/', separator);
-  constexpr std::size_t shortest = 6;
-  const bool is_plain = digits.find_first_not_of("0123456789") == std::string::npos;
-  if (!is_plain || digits.size() < shortest) return digits;
-  digits.insert(digits.size() - 2, 1, separator);
-  digits.insert(digits.size() - 5, 1, separator);
-  return digits;
-}
-
 // Dates are written with hyphens and times with colons, whatever the layout's kind makes of them.
-std::string standard_moment(const LayoutItem& item, const std::string& value) {
-  const std::int32_t kind = value_class_of(item.attributes.attribute);
-  const std::size_t blank = std::min(value.find(' '), value.size());
-  switch (kind) {
-    case value_class::date:
-      return separated(value, '-');
-    case value_class::time:
-      return separated(value, ':');
-    case value_class::timestamp:
-      return separated(value.substr(0, blank), '-') + " " +
-             separated(value.substr(std::min(blank + 1, value.size())), ':');
-    default:
-      return value;
-  }
+std::string_view standard_moment(const LayoutItem& item, const std::string& value,
+                                 MomentText& text) {
+  return text.convert(moment_form(item.attributes.attribute), value);
 }
 
 void append_json_text(std::string_view text, std::string& out) {
@@ -175,7 +153,8 @@ class JsonLines : public RecordFormat {
       if (number) {
         out += *number;
       } else {
-        append_json_text(standard_moment(*items_[i], values[i]), out);
+        MomentText moment;
+        append_json_text(standard_moment(*items_[i], values[i], moment), out);
       }
     }
     out += "}\n";
@@ -223,7 +202,8 @@ class SqlInserts : public RecordFormat {
     } else if (number) {
       out += *number;
     } else {
-      append_sql_text(standard_moment(item, value), out, '\'');
+      MomentText moment;
+      append_sql_text(standard_moment(item, value, moment), out, '\'');
     }
   }
 

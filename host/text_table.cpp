@@ -4,7 +4,6 @@
 #include <ostream>
 
 #include "host/printable_text.h"
-#include "platform/codepage.h"
 
 namespace korvex::host {
 
@@ -18,9 +17,8 @@ TextTable::Cell TextTable::plain(std::string text) {
 }
 
 TextTable::Cell TextTable::from_code_page(std::string_view text) {
-  // A character takes as many columns as it has bytes there, and an escape as many as it is long.
   std::string shown = printable_from_code_page(text);
-  const std::size_t width = text.size() + shown.size() - platform::to_utf8(text).size();
+  const std::size_t width = columns_of(shown);
   return {std::move(shown), width};
 }
 

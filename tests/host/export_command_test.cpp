@@ -46,9 +46,9 @@ name = "D"
 attribute = "date"
 [item.values]
 type = "range"
-format = "%4YMD"
-start = "20240229"
-end = "20241231"
+format = "%2YMD"
+start = "240229"
+end = "241231"
 )");
   }
 
@@ -77,13 +77,13 @@ TEST_F(ExportCommand, EveryDialectKeepsItsRules) {
   };
   const std::string csv =
       "\"N\"\"1\",名,D\r\n"
-      "-00.50,\"say \"\"a,b\"\"\",2024/02/29\r\n"
-      "-00.00,O'Neil\tｿ\\表,2024/03/01\r\n"
-      "+00.50,,2024/03/02\r\n";
+      "-00.50,\"say \"\"a,b\"\"\",24/02/29\r\n"
+      "-00.00,O'Neil\tｿ\\表,24/03/01\r\n"
+      "+00.50,,24/03/02\r\n";
   const std::string tsv =
-      "-00.50\tsay \"a,b\"\t2024/02/29\n"
-      "-00.00\tO'Neil\\tｿ\\\\表\t2024/03/01\n"
-      "+00.50\t\t2024/03/02\n";
+      "-00.50\tsay \"a,b\"\t24/02/29\n"
+      "-00.00\tO'Neil\\tｿ\\\\表\t24/03/01\n"
+      "+00.50\t\t24/03/02\n";
   const std::string json =
       R"({"N\"1":-0.50,"名":"say \"a,b\"","D":"2024-02-29"}
 {"N\"1":0.00,"名":"O'Neil\u0009ｿ\\表","D":"2024-03-01"}

@@ -106,6 +106,20 @@ TEST_F(Interruption, ARunIsRemovedForEachSignal) {
   }
 }
 
+// What a large file holds in memory is given back behind the user's back, without its locks.
+TEST_F(Interruption, ALargeFileIsNoReasonToWait) {
+  constexpr std::uintmax_t large = 70'000'000;
+  write_layout(counted);
+  const pid_t child = start({"generate", layout()});
+  wait_until([&] { return fs::exists(file("d.csv")) && fs::file_size(file("d.csv")) > large; });
+  EXPECT_EQ(end(child, SIGINT), 130);
+  expect_nothing_left({"d.fif", "l.toml"});
+  const pid_t next = start({"generate", layout(), "--records", "1"});
+  int status = 0;
+  ::waitpid(next, &status, 0);
+  EXPECT_EQ(status, 0) << test::read_file(file("err"));
+}
+
 TEST_F(Interruption, AnExportLeavesTheOldFile) {
   write_layout(counted);
   test::write_file(file("o.csv"), "old");

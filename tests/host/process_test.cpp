@@ -112,6 +112,14 @@ TEST_F(Process, AFailureIsReportedOnceAndHasItsStatus) {
   EXPECT_EQ(run({"generate"}), 2);
 }
 
+TEST_F(Process, LostOutputIsAFailure) {
+  write_file("l.toml", layout_of(number_item("A", "type = \"default\"")));
+  for (const char* command : {"generate", "count", "check", "preview"}) {
+    EXPECT_EQ(Program::wait_for(program.start({command, "l.toml"}, "/dev/full")), 1) << command;
+    EXPECT_TRUE(err().ends_with("standard output: cannot be written\n")) << err();
+  }
+}
+
 TEST_F(Process, AnInterruptCancelsTheRun) {
   write_file("l.toml", layout_of(number_item("A", "type = \"default\""), "d.csv", 2'000'000'000));
   const pid_t child = program.start({"generate", "l.toml", "--output-option", "2"});

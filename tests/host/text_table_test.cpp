@@ -16,6 +16,7 @@ TEST(TextTable, CountsColumnsOfTheScreen) {
   for (const auto& row : {std::vector<std::string>{"A", "名前", "NO"},
                           {"ｶﾅ", "x\x1B", "7"},
                           {"", "\xFF", "123"},
+                          {"", "Ωж①", ""},
                           {"end", "", ""}}) {
     std::vector<TextTable::Cell> cells;
     for (const std::string& text : row) {
@@ -30,6 +31,7 @@ TEST(TextTable, CountsColumnsOfTheScreen) {
             "A    名前    NO\n"
             "ｶﾅ   x\\x1B    7\n"
             "     \xEF\xBF\xBD      123\n"
+            "     Ωж①\n"
             "end\n");
 }
 

@@ -16,7 +16,7 @@ class Program {
  public:
   Program(const std::string& path, const std::string& folder) : path_(path), folder_(folder) {}
 
-  pid_t start(const std::vector<std::string>& arguments) const {
+  pid_t start(const std::vector<std::string>& arguments, const std::string& output = "") const {
     const pid_t child = ::fork();
     if (child != 0) return child;
     std::vector<char*> words = {const_cast<char*>(path_.c_str())};
@@ -25,7 +25,8 @@ class Program {
     }
     words.push_back(nullptr);
     if (std::freopen("/dev/null", "r", stdin) == nullptr ||
-        std::freopen((folder_ + "/stdout").c_str(), "w", stdout) == nullptr ||
+        std::freopen((output.empty() ? folder_ + "/stdout" : output).c_str(), "w", stdout) ==
+            nullptr ||
         std::freopen((folder_ + "/stderr").c_str(), "w", stderr) == nullptr) {
       ::_exit(126);
     }
