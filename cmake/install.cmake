@@ -1,6 +1,6 @@
-# What "cmake --install" puts where: the libraries, the header, the program with its man pages and the
-# completion of its command line, and what other projects find the library by (pkg-config, CMake
-# package). Each component is a package of its own where they are packed: "runtime" needs no GUI
+# What "cmake --install" puts where: the libraries, the header, the program with its man pages, its
+# documents and the completion of its command line, and what other projects find the library by
+# (pkg-config, CMake package). Each component is a package of its own where they are packed: "runtime" needs no GUI
 # library, "dialogs" adds the windows to it.
 include(CMakePackageConfigHelpers)
 
@@ -19,20 +19,36 @@ foreach(database korvex_sqlite korvex_postgresql)
   endif()
 endforeach()
 
-# Packages hold man pages compressed. Without a time in them, every build gives the same files.
+# Packages hold man pages and the list of changes compressed. Without a time in them, every build
+# gives the same files.
 find_program(KORVEX_GZIP gzip REQUIRED)
-set(compressed_pages)
+set(compressed_files)
+function(compress source target)
+  get_filename_component(folder ${target} DIRECTORY)
+  add_custom_command(OUTPUT ${target}
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${folder}
+    COMMAND ${KORVEX_GZIP} -9nc ${CMAKE_SOURCE_DIR}/${source} > ${target}
+    DEPENDS ${source} VERBATIM)
+  set(compressed_files ${compressed_files} ${target} PARENT_SCOPE)
+endfunction()
 foreach(page korvex.1 korvex-layout.5)
   set(compressed_page ${CMAKE_BINARY_DIR}/man/${page}.gz)
-  add_custom_command(OUTPUT ${compressed_page}
-    COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_BINARY_DIR}/man
-    COMMAND ${KORVEX_GZIP} -9nc ${CMAKE_SOURCE_DIR}/man/${page} > ${compressed_page}
-    DEPENDS man/${page} VERBATIM)
-  list(APPEND compressed_pages ${compressed_page})
+  compress(man/${page} ${compressed_page})
   string(REGEX REPLACE ".*\\." man section ${page})
   install(FILES ${compressed_page} DESTINATION ${CMAKE_INSTALL_MANDIR}/${section} COMPONENT program)
 endforeach()
-add_custom_target(korvex_man_pages ALL DEPENDS ${compressed_pages})
+set(changes ${CMAKE_BINARY_DIR}/packages/changelog.gz)
+compress(CHANGELOG.md ${changes})
+add_custom_target(korvex_compressed_files ALL DEPENDS ${compressed_files})
+
+# The documents keep their places beside each other, so that the links between them lead somewhere.
+set(document_folder ${CMAKE_INSTALL_DATAROOTDIR}/doc)
+install(FILES README.md DESTINATION ${document_folder}/korvex COMPONENT program)
+install(DIRECTORY docs examples DESTINATION ${document_folder}/korvex COMPONENT program
+  PATTERN out EXCLUDE)
+install(FILES bench/README.md DESTINATION ${document_folder}/korvex/bench COMPONENT program)
+install(FILES include/korvex/korvex.h DESTINATION ${document_folder}/korvex/include/korvex
+  COMPONENT program)
 install(FILES completion/korvex.bash RENAME korvex
   DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT program)
 

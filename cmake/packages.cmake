@@ -28,7 +28,10 @@ are in korvex-dialogs, which it works without.")
 # Which package a program needs that is linked with the library.
 file(WRITE ${CMAKE_BINARY_DIR}/packages/shlibs
   "libkorvex ${PROJECT_VERSION_MAJOR} ${runtime_package} (>= ${PROJECT_VERSION})\n")
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${CMAKE_BINARY_DIR}/packages/shlibs)
+# The system's list of libraries is made anew when this one comes or goes.
+file(WRITE ${CMAKE_BINARY_DIR}/packages/triggers "activate-noawait ldconfig\n")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA
+  ${CMAKE_BINARY_DIR}/packages/shlibs ${CMAKE_BINARY_DIR}/packages/triggers)
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libkorvex-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
@@ -52,5 +55,12 @@ show on a desktop.")
   set(CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS korvex-dialogs)
   set(CPACK_DEBIAN_RUNTIME_PACKAGE_SUGGESTS korvex-dialogs)
 endif()
+
+# Each package says what changed, among its documents.
+foreach(component ${CPACK_COMPONENTS_ALL})
+  string(TOUPPER ${component} name)
+  install(FILES ${changes} DESTINATION ${document_folder}/${CPACK_DEBIAN_${name}_PACKAGE_NAME}
+    COMPONENT ${component})
+endforeach()
 
 include(CPack)

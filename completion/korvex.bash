@@ -44,13 +44,31 @@ _korvex_words() {
   mapfile -t COMPREPLY < <(compgen -W "$1" -- "$2")
 }
 
+# The items of the layout $1 whose names begin with $3, behind $2, which stands there already. Names
+# are only compared: compgen would run commands in them.
+_korvex_items() {
+  local layout=${1//\\/} name
+  layout=${layout/#\~\//"$HOME"/}
+  [[ -f $layout ]] || return
+  compopt -o filenames 2>/dev/null
+  while IFS= read -r name; do
+    [[ $name != "$3"* ]] || COMPREPLY+=("$2$name")
+  done < <(sed -n 's/^[[:blank:]]*name[[:blank:]]*=[[:blank:]]*"\([^"\\]*\)".*/\1/p' <"$layout")
+}
+
+# The value of an option of the command $3, which has the layout $4.
 _korvex_value() {
-  case $1 in
-    -o | --output | --data) _korvex_files "$2" ;;
-    --format) _korvex_words "csv tsv jsonl sql" "$2" ;;
-    --encoding) _korvex_words "utf-8 cp932" "$2" ;;
-    --kind) _korvex_words "record table iso" "$2" ;;
-    --output-option) _korvex_words "0 2" "$2" ;;
+  case $3:$1 in
+    *:-o | *:--output | *:--data) _korvex_files "$2" ;;
+    *:--format) _korvex_words "csv tsv jsonl sql" "$2" ;;
+    *:--encoding) _korvex_words "utf-8 cp932" "$2" ;;
+    *:--kind) _korvex_words "record table iso" "$2" ;;
+    *:--output-option) _korvex_words "0 2" "$2" ;;
+    update:--item) _korvex_items "$4" "" "$2" ;;
+    check:--unique)
+      local named=${2%"${2##*,}"}
+      _korvex_items "$4" "$named" "${2#"$named"}"
+      ;;
   esac
 }
 
@@ -90,7 +108,7 @@ _korvex() {
     [[ $part != *[:=] ]] || glue=1
   done
 
-  local current=${words[-1]} command="" option="" arguments=0 word
+  local current=${words[-1]} command="" option="" layout="" arguments=0 word
   unset 'words[-1]'
   for word in "${words[@]}"; do
     if [[ -n $option ]]; then
@@ -100,14 +118,14 @@ _korvex() {
     elif [[ -z $command ]]; then
       command=$word
     else
-      arguments=$((arguments + 1))
+      ((arguments++)) || layout=$word
     fi
   done
 
   if [[ -n $option ]]; then
-    _korvex_value "$option" "$current"
+    _korvex_value "$option" "$current" "$command" "$layout"
   elif [[ $current == --*=* ]]; then
-    _korvex_value "${current%%=*}" "${current#*=}"
+    _korvex_value "${current%%=*}" "${current#*=}" "$command" "$layout"
   elif [[ $current == -* ]]; then
     _korvex_words "$(_korvex_options "$command")" "$current"
   elif [[ -z $command ]]; then

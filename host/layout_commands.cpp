@@ -78,8 +78,8 @@ void LayoutCommands::add_new(CLI::App& app) {
       "new", "Write a layout to start from; asks on a terminal for what no option says");
   command->add_option("-o,--output", new_options_.output,
                       "the layout file, which must not be there yet (default: standard output)");
-  command->add_option("--kind", new_options_.kind, "record, table or iso");
-  command->add_option("--data", new_options_.data, "path of the data file");
+  command->add_option("--kind", new_options_.kind, "record, table or iso (default: record)");
+  command->add_option("--data", new_options_.data, "path of the data file (default: data.csv)");
   command->add_option("--records", new_options_.records, "number of records (default: 1000)")
       ->check(CLI::Range(0, largest_integer));
   command->add_option("--item", new_options_.items,

@@ -22,7 +22,8 @@ void add_generate(CLI::App& app, GenerateOptions& options) {
   add_layout(*command, options.layout);
   add_records(*command, options.records);
   command->add_option("--output-option", options.output_option,
-                      "2 ends the data file at 2 GB and allows to cancel (default: 0)");
+                      "2 ends the data file below 2 GB, asks before repeats give more records than "
+                      "requested, and gives the window a Cancel button (default: 0)");
   CLI::Option* keep = command->add_flag(
       "--keep-settings", options.keep_settings,
       "generate from the settings file as it is, without the values in the layout");

@@ -137,6 +137,30 @@ TEST_P(Shop, IsFilledFromItsTables) {
   EXPECT_EQ(program_.err(), "");
   edit("orders.toml", "start     = \"0.01\"", "start     = \"5.00\"");
   edit("orders.toml", "increment = \"0.01\"", "increment = \"0.05\"");
+
+  ASSERT_EQ(
+      program_.run({"check", "orders.toml", "--unique", "id", "--unique", "customer_id,amount"}), 0)
+      << program_.err();
+  const std::string checked = program_.out();
+  ASSERT_EQ(program_.run({"generate", "--quiet", "orders.toml"}), 0) << program_.err();
+  for (const std::string& line :
+       {std::string("customer_id        1000  starts again after 1000 records\n"),
+        std::string("amount            19900  starts again after 19900 records\n"),
+        std::string("Records to generate: 100000\n"),
+        "Exact file size:     " + std::to_string(fs::file_size("orders.csv")) + " bytes\n",
+        std::string("Unique id: yes, all 100000 records differ; "),
+        std::string("Unique customer_id, amount: yes, all 100000 records differ; a record more "
+                    "than 199000 would not\n")}) {
+    EXPECT_NE(checked.find(line), std::string::npos) << line << "in\n" << checked;
+  }
+  ASSERT_EQ(program_.run({"preview", "orders.toml", "-n", "3"}), 0) << program_.err();
+  EXPECT_EQ(program_.out(),
+            "         id  customer_id   amount  placed_at            note\n"
+            "+0000000001            1  +005.00  2024/01/01 00:00:00  AAAAA\n"
+            "+0000000002            2  +005.05  2024/01/01 00:00:01  AAAAB\n"
+            "+0000000003            3  +005.10  2024/01/01 00:00:02  AAAAC\n");
+  EXPECT_EQ(query("SELECT count(*) FROM orders"), "0");
+
   ASSERT_EQ(load("orders"), 0) << program_.err();
   EXPECT_TRUE(program_.out().starts_with("100000 records, ")) << program_.out();
   // 5.00 to 999.95 by 0.05 are 19,900 amounts: five rounds of 9,999,252.50, and the first 500 of
@@ -148,6 +172,13 @@ TEST_P(Shop, IsFilledFromItsTables) {
   EXPECT_EQ(query("SELECT count(*) FROM orders o JOIN customers c ON c.id = o.customer_id"
                   " WHERE o.customer_id = 1 + (o.id - 1) % 1000"),
             "100000");
+  // As check and preview have said.
+  EXPECT_EQ(query("SELECT count(DISTINCT customer_id), count(DISTINCT amount) FROM orders"),
+            "1000|19900");
+  EXPECT_EQ(query("SELECT count(*) FROM (SELECT DISTINCT customer_id, amount FROM orders) pairs"),
+            "100000");
+  EXPECT_EQ(query("SELECT id, customer_id, placed_at, note FROM orders WHERE id = 3"),
+            "3|3|2024-01-01 00:00:02|AAAAC");
   EXPECT_TRUE(fs::is_empty("tmp"));
 
   // What is there already is not in the way of a second import.
