@@ -30,6 +30,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::string_view unknown_character = "\xEF\xBF\xBD";
 constexpr std::int64_t percents = 100;
+constexpr const char* nothing_loaded = "nothing was loaded";
 
 // The layout as this load uses it: on a copy of its settings file, so that the user's own stays as
 // it is, and without quotation marks, so that a field is what stands between two commas.
@@ -172,8 +173,8 @@ int load(const LoadOptions& options, const Layout& own, CreateData create_data, 
     if (!options.quiet) out << rows << " records, " << time << " s: " << table.name << std::endl;
     return exit_status::done;
   } catch (const RowRefused& refused) {
-    messages << table.name << ": " << run.describe(refused.row) << ": " << refused.what()
-             << "\nnothing was loaded" << std::endl;
+    messages << table.name << ": " << run.describe(refused.row) << ": " << refused.what() << "\n"
+             << nothing_loaded << std::endl;
     return exit_status::failed;
   }
 }
@@ -182,13 +183,14 @@ int load(const LoadOptions& options, const Layout& own, CreateData create_data, 
 
 int run_load(const LoadOptions& options, CreateData create_data, std::ostream& out,
              std::ostream& messages) {
-  const LayoutReading reading = read_layout(options.layout, options.records);
+  const LayoutReading reading = read_layout(options.layout, options.records, MissingLists::refused);
   if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
   print_warnings(reading.layout, messages);
   const InterruptWatch watch;
   try {
     return load(options, reading.layout, create_data, out, messages);
   } catch (const Interrupted& interrupted) {
+    messages << nothing_loaded << std::endl;
     return interrupted.exit_status;
   } catch (const std::invalid_argument& wrong) {
     messages << wrong.what() << std::endl;
