@@ -1,5 +1,6 @@
 #include "host/check_command.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <ostream>
 #include <sstream>
@@ -128,19 +129,38 @@ struct UniqueSet {
   std::vector<const FieldTimeline*> fields;
 };
 
+std::string_view trimmed(std::string_view name) {
+  constexpr const char* blanks = " \t";
+  name.remove_prefix(std::min(name.find_first_not_of(blanks), name.size()));
+  return name.substr(0, name.find_last_not_of(blanks) + 1);
+}
+
+// Null when no item, or more than one, has the name.
+const FieldTimeline* find_field(const std::string& name, const PreparedLayout& prepared,
+                                const LayoutTimeline& timeline, std::ostream& messages) {
+  const auto searched = platform::from_utf8(name);
+  const FieldTimeline* found = nullptr;
+  for (std::size_t i = 0; i < prepared.items().size(); ++i) {
+    if (!searched || prepared.items()[i].item->name != *searched) continue;
+    if (found != nullptr) {
+      messages << "--unique: several items are named " << printable(name) << std::endl;
+      return nullptr;
+    }
+    found = &timeline.fields()[i];
+  }
+  if (found == nullptr) {
+    messages << "--unique: no item of the records is named " << printable(name) << std::endl;
+  }
+  return found;
+}
+
 bool read_set(const std::string& names, const PreparedLayout& prepared,
               const LayoutTimeline& timeline, UniqueSet& set, std::ostream& messages) {
   std::istringstream list(names);
-  for (std::string name; std::getline(list, name, ',');) {
-    const auto searched = platform::from_utf8(name);
-    const FieldTimeline* found = nullptr;
-    for (std::size_t i = 0; i < prepared.items().size() && found == nullptr; ++i) {
-      if (searched && prepared.items()[i].item->name == *searched) found = &timeline.fields()[i];
-    }
-    if (found == nullptr) {
-      messages << "--unique: no item of the records is named " << printable(name) << std::endl;
-      return false;
-    }
+  for (std::string text; std::getline(list, text, ',');) {
+    const std::string name(trimmed(text));
+    const FieldTimeline* found = find_field(name, prepared, timeline, messages);
+    if (found == nullptr) return false;
     set.fields.push_back(found);
     set.names += (set.names.empty() ? "" : ", ") + printable(name);
   }

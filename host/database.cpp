@@ -32,6 +32,11 @@ std::unique_ptr<Database> open_with(const char* module_name, const std::string& 
 }  // namespace
 
 std::unique_ptr<Database> open_database(const std::string& target) {
+  if (target == sqlite_prefix) {
+    throw std::invalid_argument(
+        "the database is \"sqlite:\", which names no file, expected "
+        "\"sqlite:FILE\"");
+  }
   if (target.starts_with(sqlite_prefix)) {
     return open_with("korvex-sqlite.so", target.substr(sqlite_prefix.size()));
   }

@@ -58,6 +58,10 @@ class Database {
  public:
   virtual ~Database() = default;
 
+  // The file that is the database; empty for one that is none.
+  virtual std::string file() const { return {}; }
+
+  // What is wrong with a name that is no table's comes with the names that there are.
   virtual TableSchema read_schema(const std::string& table) = 0;
 
   // Hands over the keys that a foreign key may refer to, in their order, none of them NULL. `take`
@@ -68,6 +72,10 @@ class Database {
   // The largest number that a column holds; nothing without rows.
   virtual std::optional<std::int64_t> largest_number(const TableSchema& table,
                                                      std::size_t column) = 0;
+
+  // The largest text of a form that a column holds, byte by byte; nothing without any.
+  virtual std::optional<std::string> largest_text(const TableSchema& table, std::size_t column,
+                                                  const TextForm& form) = 0;
 
   virtual std::unique_ptr<TableLoader> begin_load(const TableSchema& table,
                                                   std::vector<std::size_t> columns) = 0;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <ostream>
 
 #include "format/record_text.h"
@@ -11,6 +12,7 @@
 #include "host/printable_text.h"
 #include "host/record_source.h"
 #include "host/replaced_output.h"
+#include "host/sql_names.h"
 #include "platform/path.h"
 
 namespace korvex::host {
@@ -22,7 +24,8 @@ class Exporter {
  public:
   Exporter(PreparedLayout& prepared, const FormatChoices& choices)
       : prepared_(prepared), choices_(choices), source_(prepared) {
-    if (choices_.table.empty()) choices_.table = platform::stem(prepared.layout().data);
+    choices_.table = choices.table.empty() ? quoted_name(platform::stem(prepared.layout().data))
+                                           : quoted_path(choices.table);
     for (const PreparedItem& item : prepared.items()) {
       items_.push_back(item.item);
       names_.emplace_back();
@@ -89,6 +92,24 @@ bool is_source(const std::string& output, const PreparedLayout& prepared) {
   });
 }
 
+// A record of these dialects names its fields, so no two of them may have one name.
+bool has_distinct_names(const PreparedLayout& prepared, const FormatChoices& format,
+                        std::ostream& messages) {
+  if (format.dialect != Dialect::json_lines && format.dialect != Dialect::sql) return true;
+  std::map<std::string_view, std::uint32_t> lines;
+  bool is_good = true;
+  for (const PreparedItem& prepared_item : prepared.items()) {
+    const LayoutItem& item = *prepared_item.item;
+    const auto [first, is_new] = lines.try_emplace(item.name, item.place.line);
+    if (is_new) continue;
+    messages << prepared.layout().file << ":" << item.place.line << ": item "
+             << printable_from_code_page(item.name) << ": the item on line " << first->second
+             << " has the same name, expected different names for jsonl and sql" << std::endl;
+    is_good = false;
+  }
+  return is_good;
+}
+
 }  // namespace
 
 int run_export(const ExportOptions& options, std::ostream& out, std::ostream& messages) {
@@ -100,6 +121,7 @@ int run_export(const ExportOptions& options, std::ostream& out, std::ostream& me
              << std::endl;
     return exit_status::wrong_usage;
   }
+  if (!has_distinct_names(prepared, options.format, messages)) return exit_status::wrong_usage;
   Exporter exporter(prepared, options.format);
   ReplacedOutput output(options.output, out);
   if (output.failure().empty() && !exporter.write(output, messages)) return exit_status::failed;

@@ -139,7 +139,9 @@ int generate(const Layout& layout, const GenerateOptions& options, bool has_repe
 
 int run_generate(const GenerateOptions& options, CreateData create_data, std::ostream& out,
                  std::ostream& messages) {
-  const LayoutReading reading = read_layout(options.layout, options.records);
+  // Settings that are kept may name other lists than the layout does.
+  const MissingLists lists = options.keep_settings ? MissingLists::allowed : MissingLists::refused;
+  const LayoutReading reading = read_layout(options.layout, options.records, lists);
   if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
   const Layout& layout = reading.layout;
   print_warnings(layout, messages);

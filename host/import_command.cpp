@@ -1,14 +1,17 @@
 #include "host/import_command.h"
 
-#include <cerrno>
-#include <cstdio>
+#include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <ostream>
+#include <sstream>
+#include <stdexcept>
 #include <system_error>
+#include <vector>
 
 #include "host/exit_status.h"
 #include "host/interrupt.h"
+#include "host/output_folders.h"
+#include "host/replaced_output.h"
 #include "host/table_import.h"
 #include "platform/path.h"
 
@@ -29,21 +32,29 @@ std::string file_in_the_way(const ImportOptions& options, const TableImport& imp
   return {};
 }
 
-void write_output(const TableImport& import, const std::string& path, std::ostream& out) {
-  if (path.empty()) {
-    write_layout(import.layout, out);
-    out.flush();
-    return;
-  }
-  const std::string temporary = path + ".part";
-  std::ofstream stream(temporary, std::ios::binary | std::ios::trunc);
-  write_layout(import.layout, stream);
-  stream.close();
-  std::error_code failure(stream ? 0 : errno, std::generic_category());
-  if (!failure) std::filesystem::rename(temporary, path, failure);
-  if (!failure) return;
-  std::remove(temporary.c_str());
-  throw std::system_error(failure, path);
+// A path of the import that is the database itself, whatever its name; empty when there is none.
+std::string path_of_database(const ImportOptions& options, const TableImport& import,
+                             const Database& database) {
+  std::vector<std::string> paths = {options.output};
+  for (const auto& list : import.lists) paths.push_back(list->path());
+  const auto found = std::find_if(paths.begin(), paths.end(), [&](const std::string& path) {
+    std::error_code is_absent;
+    return std::filesystem::equivalent(path, database.file(), is_absent);
+  });
+  return found == paths.end() ? "" : *found;
+}
+
+// Writes the layout and keeps the lists, neither unless both can be had. Answers what went wrong.
+std::string keep(const TableImport& import, const std::string& path, std::ostream& out) {
+  make_folder(platform::folder_of(path));
+  std::ostringstream text;
+  write_layout(import.layout, text);
+  ReplacedOutput output(path.empty() ? "-" : path, out);
+  if (!output.failure().empty()) return output.failure();
+  output.write(text.str());
+  for (const auto& list : import.lists) list->keep();
+  output.finish();
+  return output.failure();
 }
 
 int import_into(const ImportOptions& options, std::ostream& out, std::ostream& messages) {
@@ -57,13 +68,19 @@ int import_into(const ImportOptions& options, std::ostream& out, std::ostream& m
     messages << options.table << ": error: " << error << "\n";
   }
   if (!import.errors.empty()) return exit_status::failed;
+  if (const std::string path = path_of_database(options, import, *database); !path.empty()) {
+    messages << path << ": is the database that is read, expected a file of its own\n";
+    return exit_status::wrong_usage;
+  }
   if (const std::string path = file_in_the_way(options, import); !path.empty()) {
     messages << path << " exists; --force replaces it\n";
     return exit_status::failed;
   }
   InterruptWatch::check();
-  for (const auto& list : import.lists) list->keep();
-  write_output(import, options.output, out);
+  if (const std::string failure = keep(import, options.output, out); !failure.empty()) {
+    messages << failure << "\n";
+    return exit_status::failed;
+  }
   if (!options.output.empty()) {
     const std::size_t count = import.layout.items.size();
     out << count << (count == 1 ? " item: " : " items: ") << options.output << std::endl;
@@ -73,8 +90,10 @@ int import_into(const ImportOptions& options, std::ostream& out, std::ostream& m
 
 }  // namespace
 
-int run_import(const ImportOptions& options, std::ostream& out, std::ostream& messages) {
+int run_import(const ImportOptions& given, std::ostream& out, std::ostream& messages) {
   const InterruptWatch watch;
+  ImportOptions options = given;
+  if (options.output == "-") options.output.clear();
   try {
     return import_into(options, out, messages);
   } catch (const Interrupted& interrupted) {

@@ -11,7 +11,7 @@ inline constexpr std::int32_t default_import_records = 1000;
 struct ImportOptions {
   std::string database;
   std::string table;
-  std::string output;  // empty for standard output
+  std::string output;  // empty or "-" for standard output
   std::int32_t records = default_import_records;
   bool force = false;
 };

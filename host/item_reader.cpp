@@ -133,12 +133,14 @@ void read_range(TableReader& reader, ItemValues& values) {
 void read_reference(TableReader& reader, ItemValues& values) {
   reader.require("item", "the name of another item");
   values.item_name = character_text(reader, "item", reader.text("item"), longest_name);
+  values.origin = reader.place("item");
 }
 
 void read_enumeration(TableReader& reader, const std::string& layout_file, ItemValues& values) {
   reader.require("file", "the path of a text file with a value a line");
   // The settings file outlives the folder that the program happens to run in.
   values.file = read_path(reader, "file", layout_file);
+  values.origin = reader.place("file");
   if (!values.file.empty()) values.file = std::filesystem::absolute(values.file).string();
   if (values.file.size() > longest_enumeration_path) {
     reader.report(reader.place("file"),

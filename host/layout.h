@@ -50,6 +50,7 @@ struct ItemValues {
   std::string file;       // enumeration
   std::optional<RepeatSettings> repeat;
   SourcePlace place;
+  SourcePlace origin;  // of the name in a reference, of the file in an enumeration
   RangePlaces places;  // range
 };
 

@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <iostream>
-#include <map>
 #include <ostream>
 
 #include "host/common_options.h"
@@ -14,14 +13,14 @@ namespace korvex::host {
 
 namespace {
 
-const std::map<std::string, Dialect> dialects = {
+const std::vector<std::pair<std::string, Dialect>> dialects = {
     {"csv", Dialect::csv},
     {"tsv", Dialect::tsv},
     {"jsonl", Dialect::json_lines},
     {"sql", Dialect::sql},
 };
 
-const std::map<std::string, bool> encodings = {{"utf-8", false}, {"cp932", true}};
+const std::vector<std::pair<std::string, bool>> encodings = {{"utf-8", false}, {"cp932", true}};
 
 }  // namespace
 
@@ -50,7 +49,7 @@ void LayoutCommands::add_preview(CLI::App& app) {
   command
       ->add_option("-n,--records", preview_options_.records,
                    "number of records (default: the layout's, at most 20)")
-      ->check(CLI::Range(0, largest_integer));
+      ->check(number_from(0));
   preview_ = command;
 }
 
@@ -61,10 +60,10 @@ void LayoutCommands::add_export(CLI::App& app) {
   command->add_option("-o,--output", export_options_.output, "the file, - for standard output")
       ->required();
   command->add_option("--format", format.dialect, "csv, tsv, jsonl or sql (default: csv)")
-      ->transform(CLI::CheckedTransformer(dialects))
+      ->transform(one_of(dialects))
       ->type_name("FORMAT");
   command->add_option("--encoding", format.in_code_page, "utf-8 or cp932 (default: utf-8)")
-      ->transform(CLI::CheckedTransformer(encodings))
+      ->transform(one_of(encodings))
       ->type_name("ENCODING");
   command->add_flag("--header", format.header, "csv, tsv: a first line with the names");
   command->add_option("--table", format.table, "sql: the table (default: the data file's name)");
@@ -81,7 +80,7 @@ void LayoutCommands::add_new(CLI::App& app) {
   command->add_option("--kind", new_options_.kind, "record, table or iso (default: record)");
   command->add_option("--data", new_options_.data, "path of the data file (default: data.csv)");
   command->add_option("--records", new_options_.records, "number of records (default: 1000)")
-      ->check(CLI::Range(0, largest_integer));
+      ->check(number_from(0));
   command->add_option("--item", new_options_.items,
                       "NAME:ATTRIBUTE, and behind it :SIZE and :DECIMALS where the attribute has "
                       "them; a + behind the size for a signed number; once for each item");

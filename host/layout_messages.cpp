@@ -1,9 +1,12 @@
 #include "host/layout_messages.h"
 
 #include <ostream>
+#include <set>
+#include <string_view>
 
 #include "control/error_texts.h"
 #include "format/error_codes.h"
+#include "host/list_encoding.h"
 #include "host/printable_text.h"
 #include "host/value_errors.h"
 
@@ -31,11 +34,19 @@ std::string numbered_message(std::int32_t code, const Layout& layout) {
 }
 
 void print_warnings(const Layout& layout, std::ostream& messages) {
-  for (const LayoutItem& item : layout.items) {
-    if (!item.has_invalid_digits) continue;
+  std::set<std::string_view> lists;
+  const auto warn = [&](const LayoutItem& item, const std::string& text) {
     messages << layout.file << ":" << item.place.line << ": item "
-             << printable_from_code_page(item.name) << ": "
-             << numbered_message(error::invalid_items, layout) << "\n";
+             << printable_from_code_page(item.name) << ": " << text << "\n";
+  };
+  for (const LayoutItem& item : layout.items) {
+    if (item.has_invalid_digits) warn(item, numbered_message(error::invalid_items, layout));
+    if (!item.values || item.values->file.empty()) continue;
+    const std::string& file = item.values->file;
+    if (!lists.insert(file).second || !file_looks_like_utf8(file)) continue;
+    warn(item, printable(file) +
+                   " looks like UTF-8; lists are read as code page 932 (iconv -f UTF-8 -t CP932 " +
+                   printable(file) + ")");
   }
 }
 

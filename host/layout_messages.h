@@ -17,7 +17,8 @@ bool print_layout_errors(const LayoutReading& reading, std::ostream& messages);
 // The module's numbered message of a code, in the words of the layout's kind.
 std::string numbered_message(std::int32_t code, const Layout& layout);
 
-// Warns of items with impossible digits, which are used all the same.
+// Warns of items with impossible digits, which are used all the same, and, once for each, of value
+// lists that are not in the code page in which they will be read.
 void print_warnings(const Layout& layout, std::ostream& messages);
 
 // Says which items have neither values in the layout nor settings: the records lack them.

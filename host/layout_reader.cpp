@@ -27,6 +27,7 @@ constexpr std::array<std::string_view, 3> kind_names = {"record", "table", "iso"
 constexpr std::array<std::string_view, 2> quote_names = {"none", "double"};
 
 constexpr std::size_t longest_path = control_path_size - 1;
+constexpr std::size_t most_errors_of_no_layout = 10;
 
 // The paths that a layout leaves out follow from the others: one report is enough.
 void check_path_lengths(TableReader& reader, const Layout& layout) {
@@ -113,7 +114,8 @@ void check_numbers(const Layout& layout, std::vector<LayoutError>& errors) {
   }
 }
 
-void read_items(TableReader& root, Layout& layout, std::vector<LayoutError>& errors) {
+void read_items(TableReader& root, bool has_unreadable_lines, MissingLists lists, Layout& layout,
+                std::vector<LayoutError>& errors) {
   constexpr std::string_view key = "item";
   root.require(key, "at least one [[item]]");
   const toml::node* node = root.find(key);
@@ -132,8 +134,9 @@ void read_items(TableReader& root, Layout& layout, std::vector<LayoutError>& err
     is_clean.push_back(errors.size() == errors_before);
   }
   check_numbers(layout, errors);
+  if (lists == MissingLists::refused) append_missing_lists(layout, errors);
   // Nobody will get to storing the values: what is wrong with them is said with the rest.
-  if (!errors.empty()) append_value_errors(layout, is_clean, errors);
+  if (has_unreadable_lines || !errors.empty()) append_value_errors(layout, is_clean, errors);
 }
 
 // A parsed layout takes some hundred bytes of memory for each of its values, and every value comes
@@ -151,10 +154,20 @@ bool may_fit(std::string_view text) {
          always_allowed_separators + text.size() / allowed_bytes_a_separator;
 }
 
+// A file of another kind has an error in nearly every line.
+void shorten(std::vector<LayoutError>& errors, bool has_more) {
+  if (errors.size() <= most_errors_of_no_layout) return;
+  const std::size_t count = errors.size() - most_errors_of_no_layout;
+  errors.resize(most_errors_of_no_layout);
+  errors.push_back({{},
+                    "is no layout, which has [layout] and [[item]]: " + std::to_string(count) +
+                        (has_more ? " or more" : "") + " further errors"});
+}
+
 }  // namespace
 
 LayoutReading parse_layout(std::string_view text, const std::string& file,
-                           std::optional<std::int32_t> records) {
+                           std::optional<std::int32_t> records, MissingLists lists) {
   LayoutReading reading;
   Layout& layout = reading.layout;
   std::vector<LayoutError>& errors = reading.errors;
@@ -170,7 +183,7 @@ LayoutReading parse_layout(std::string_view text, const std::string& file,
   if (const toml::table* header = root.table("layout")) {
     read_header(*header, records, layout, errors);
   }
-  read_items(root, layout, errors);
+  read_items(root, !syntax.errors.empty(), lists, layout, errors);
   root.reject_unknown_keys();
   // What the reader makes of a line that stands in for an unreadable one is nobody's error.
   std::erase_if(errors, [&](const LayoutError& error) {
@@ -181,13 +194,17 @@ LayoutReading parse_layout(std::string_view text, const std::string& file,
   std::stable_sort(errors.begin(), errors.end(), [](const LayoutError& a, const LayoutError& b) {
     return std::tie(a.place.line, a.place.column) < std::tie(b.place.line, b.place.column);
   });
-  if (errors.size() >= most_layout_errors) {
+  const bool has_more = errors.size() >= most_layout_errors;
+  if (!root.has("layout") && !root.has("item")) {
+    shorten(errors, has_more || syntax.is_incomplete);
+  } else if (has_more) {
     errors.push_back({errors.back().place, "further errors are left out"});
   }
   return reading;
 }
 
-LayoutReading read_layout(const std::string& file, std::optional<std::int32_t> records) {
+LayoutReading read_layout(const std::string& file, std::optional<std::int32_t> records,
+                          MissingLists lists) {
   errno = 0;
   std::ifstream stream(file, std::ios::binary);
   // A folder opens like a file and fails at the first byte only.
@@ -199,7 +216,7 @@ LayoutReading read_layout(const std::string& file, std::optional<std::int32_t> r
     return reading;
   }
   const std::string text((std::istreambuf_iterator<char>(stream)), {});
-  return parse_layout(text, file, records);
+  return parse_layout(text, file, records, lists);
 }
 
 }  // namespace korvex::host

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "host/output_folders.h"
 #include "platform/codepage.h"
 #include "platform/path.h"
 
@@ -27,8 +28,9 @@ ListFile::ListFile(const std::string& folder, const std::string& name,
     : folder_(folder),
       name_(name),
       temporary_(platform::join_path(folder, name + ".part")),
-      stream_(temporary_, std::ios::binary | std::ios::trunc),
       fits_number_item_(number_item.has_value()) {
+  make_folder(folder);
+  stream_.open(temporary_, std::ios::binary | std::ios::trunc);
   if (number_item) number_rule_.emplace(*number_item);
   if (!stream_) report(temporary_);
 }

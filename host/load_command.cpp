@@ -25,6 +25,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr std::int64_t percents = 100;
+constexpr const char* nothing_loaded = "nothing was loaded";
 
 // "Loading  42 %" on a terminal, and nothing anywhere else.
 class LoadProgress {
@@ -164,7 +165,8 @@ int load(const LoadOptions& options, PreparedLayout& prepared, std::ostream& out
     return exit_status::done;
   } catch (const RowRefused& refused) {
     messages << table.name << ": " << describe(refused.row, options, plan) << ": " << refused.what()
-             << "\nnothing was loaded" << std::endl;
+             << "\n"
+             << nothing_loaded << std::endl;
     return exit_status::failed;
   }
 }
@@ -180,6 +182,7 @@ int run_load(const LoadOptions& options, std::ostream& out, std::ostream& messag
   try {
     return load(options, prepared, out, messages);
   } catch (const Interrupted& interrupted) {
+    messages << nothing_loaded << std::endl;
     return interrupted.exit_status;
   } catch (const std::invalid_argument& wrong) {
     messages << wrong.what() << std::endl;

@@ -7,11 +7,15 @@
 
 namespace korvex::host {
 
+void make_folder(const std::string& folder) {
+  std::error_code ignored;
+  std::filesystem::create_directories(folder, ignored);
+}
+
 void make_output_folders(const Layout& layout) {
   for (const std::string& folder :
        {layout.work, platform::folder_of(layout.data), platform::folder_of(layout.settings)}) {
-    std::error_code ignored;
-    std::filesystem::create_directories(folder, ignored);
+    make_folder(folder);
   }
 }
 

@@ -1,3 +1,4 @@
+#include <cctype>
 #include <charconv>
 
 #include "host/database.h"
@@ -9,6 +10,16 @@
 namespace korvex::host {
 
 namespace {
+
+// A text in a regular expression.
+std::string literal(const std::string& text) {
+  std::string escaped;
+  for (const char character : text) {
+    if (std::isalnum(static_cast<unsigned char>(character)) == 0) escaped += '\\';
+    escaped += character;
+  }
+  return escaped;
+}
 
 class PostgresqlDatabase : public Database {
  public:
@@ -48,6 +59,17 @@ class PostgresqlDatabase : public Database {
     const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (failure != std::errc()) return std::nullopt;
     return number;
+  }
+
+  std::optional<std::string> largest_text(const TableSchema& table, std::size_t column,
+                                          const TextForm& form) override {
+    const PostgresqlResult rows = connection_.run(
+        "SELECT max(text) FROM (SELECT " + quoted_name(table.columns[column].name) +
+            "::text COLLATE \"C\" AS text FROM " + table.quoted_name + ") AS texts WHERE text ~ $1",
+        {"^" + literal(form.before) + letter_class(form) + "{" + std::to_string(form.count) + "}" +
+         literal(form.behind) + "$"});
+    if (PQgetisnull(rows.get(), 0, 0) != 0) return std::nullopt;
+    return result_text(rows, 0, 0);
   }
 
   std::unique_ptr<TableLoader> begin_load(const TableSchema& table,

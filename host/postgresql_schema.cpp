@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "host/database.h"
+#include "host/sql_names.h"
 
 namespace korvex::host {
 
@@ -26,6 +27,12 @@ constexpr const char* table_query =
     "SELECT c.oid, format('%I.%I', n.nspname, c.relname), c.relname"
     " FROM pg_class c JOIN pg_namespace n ON n.oid = c.relnamespace"
     " WHERE c.oid = coalesce(to_regclass(quote_ident($1)), to_regclass($1))";
+
+// Tables, views and what reads like them; those of other schemas come with theirs.
+constexpr const char* names_query =
+    "SELECT c.oid::regclass FROM pg_class c JOIN pg_namespace n ON n.oid = c.relnamespace"
+    " WHERE c.relkind IN ('r', 'p', 'v', 'm', 'f') AND n.nspname <> 'information_schema'"
+    " AND n.nspname NOT LIKE 'pg\\_%' ORDER BY c.oid::regclass::text LIMIT $1::int";
 
 // A domain is followed to the type that it stands for.
 constexpr const char* column_query =
@@ -121,7 +128,7 @@ class SchemaReader {
   SchemaReader(PostgresqlConnection& connection, const std::string& table)
       : connection_(connection) {
     const PostgresqlResult rows = connection.run(table_query, {table});
-    if (PQntuples(rows.get()) == 0) throw DatabaseError("no such table: " + table);
+    if (PQntuples(rows.get()) == 0) throw DatabaseError(no_such_table(table, table_names()));
     oid_ = result_text(rows, 0, 0);
     schema_.name = table;
     schema_.quoted_name = result_text(rows, 0, 1);
@@ -136,6 +143,16 @@ class SchemaReader {
   }
 
  private:
+  std::vector<std::string> table_names() {
+    const PostgresqlResult rows =
+        connection_.run(names_query, {std::to_string(most_listed_tables + 1)});
+    std::vector<std::string> names;
+    for (int row = 0; row < PQntuples(rows.get()); ++row) {
+      names.push_back(result_text(rows, row, 0));
+    }
+    return names;
+  }
+
   void read_columns() {
     const PostgresqlResult rows = connection_.run(column_query, {oid_});
     for (int row = 0; row < PQntuples(rows.get()); ++row) {

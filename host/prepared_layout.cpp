@@ -26,7 +26,7 @@ std::optional<RepeatCount> predict_on_copy(const Layout& copy, bool has_repeats)
 
 int PreparedLayout::prepare(const std::string& file, std::optional<std::int32_t> records,
                             std::ostream& messages, std::optional<RepeatCount>* prediction) {
-  LayoutReading reading = read_layout(file, records);
+  LayoutReading reading = read_layout(file, records, MissingLists::refused);
   if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
   layout_ = std::move(reading.layout);
   print_warnings(layout_, messages);

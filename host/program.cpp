@@ -1,6 +1,8 @@
 #include "host/program.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <numeric>
 #include <ostream>
 
 #include "host/common_options.h"
@@ -8,6 +10,7 @@
 #include "host/import_command.h"
 #include "host/layout_commands.h"
 #include "host/load_command.h"
+#include "host/printable_text.h"
 #include "host/show.h"
 #include "host/table_reader.h"
 
@@ -55,12 +58,13 @@ CLI::App* add_import(CLI::App& app, ImportOptions& options) {
   command->add_option("DATABASE", options.database, "sqlite:FILE or postgresql:CONNINFO")
       ->required();
   command->add_option("TABLE", options.table, "table or view")->required();
-  command->add_option("-o,--output", options.output,
-                      "layout file to write, with its lists beside it (default: standard output)");
+  command->add_option(
+      "-o,--output", options.output,
+      "layout file to write, with its lists beside it; - for standard output (default)");
   command
       ->add_option("--records", options.records,
                    "number of records, for which unique columns have values (default: 1000)")
-      ->check(CLI::Range(1, largest_integer));
+      ->check(number_from(1));
   command->add_flag("--force", options.force, "replace files that exist");
   return command;
 }
@@ -75,6 +79,35 @@ CLI::App* add_load(CLI::App& app, LoadOptions& options) {
   add_records(*command, options.records);
   command->add_flag("--quiet", options.quiet, "print no line about the result");
   return command;
+}
+
+// How many letters to change, add and drop until one word is the other.
+std::size_t distance_of(std::string_view left, std::string_view right) {
+  std::vector<std::size_t> row(right.size() + 1);
+  std::iota(row.begin(), row.end(), std::size_t{0});
+  for (const char letter : left) {
+    std::size_t diagonal = row[0]++;
+    for (std::size_t i = 0; i < right.size(); ++i) {
+      const std::size_t replaced = diagonal + (letter == right[i] ? 0 : 1);
+      diagonal = row[i + 1];
+      row[i + 1] = std::min({replaced, row[i] + 1, diagonal + 1});
+    }
+  }
+  return row.back();
+}
+
+// Empty when the word is a command; else a message that names those first that are written like it.
+std::string unknown_command(const std::string& word, const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+    names.push_back(command->get_name());
+  }
+  if (std::find(names.begin(), names.end(), word) != names.end()) return {};
+  std::stable_sort(names.begin(), names.end(), [&](const auto& left, const auto& right) {
+    return distance_of(word, left) < distance_of(word, right);
+  });
+  return "no command \"" + printable(word) + "\", expected one of " +
+         CLI::detail::join(names, ", ");
 }
 
 int run_show(const std::string& path, std::ostream& out, std::ostream& messages) {
@@ -114,6 +147,12 @@ int run_program(int argc, const char* const* argv, const ModuleFunctions& functi
   show->add_option("FILE", shown_file, "the file")->required();
   const LayoutCommands layout_commands(app);
 
+  if (argc > 1 && argv[1][0] != '-') {
+    if (const std::string text = unknown_command(argv[1], app); !text.empty()) {
+      messages << text << std::endl;
+      return exit_status::wrong_usage;
+    }
+  }
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& stop) {

@@ -170,8 +170,7 @@ class SqlInserts : public RecordFormat {
   SqlInserts(const std::string& table, const std::vector<std::string>& names,
              const std::vector<const LayoutItem*>& items)
       : items_(items) {
-    head_ = "INSERT INTO ";
-    append_sql_text(table, head_, '"');
+    head_ = "INSERT INTO " + table;
     for (std::size_t i = 0; i < names.size(); ++i) {
       head_ += i == 0 ? " (" : ", ";
       append_sql_text(names[i], head_, '"');

@@ -28,7 +28,7 @@ class RecordFormat {
 struct FormatChoices {
   Dialect dialect = Dialect::csv;
   bool header = false;        // csv and tsv: a first line of names
-  std::string table;          // sql
+  std::string table;          // sql: as SQL takes it
   bool in_code_page = false;  // names and values are in code page 932, else UTF-8; not for JSON
 };
 

@@ -12,6 +12,8 @@ class SqliteDatabase : public Database {
  public:
   explicit SqliteDatabase(const std::string& file) : connection_(file) {}
 
+  std::string file() const override { return connection_.file(); }
+
   TableSchema read_schema(const std::string& table) override {
     return read_sqlite_schema(connection_, table);
   }
@@ -35,6 +37,20 @@ class SqliteDatabase : public Database {
                                           ") FROM " + table.quoted_name);
     if (!rows.next() || rows.is_null(0)) return std::nullopt;
     return rows.integer(0);
+  }
+
+  // None of the characters that stand for others in a pattern is in a text that a form starts with.
+  std::optional<std::string> largest_text(const TableSchema& table, std::size_t column,
+                                          const TextForm& form) override {
+    SqliteStatement rows(connection_, "SELECT max(text) FROM (SELECT CAST(" +
+                                          quoted_name(table.columns[column].name) +
+                                          " AS TEXT) COLLATE BINARY AS text FROM " +
+                                          table.quoted_name + ") WHERE text GLOB ?");
+    std::string pattern = form.before;
+    for (std::size_t i = 0; i < form.count; ++i) pattern += letter_class(form);
+    rows.bind(1, pattern += form.behind);
+    if (!rows.next() || rows.is_null(0)) return std::nullopt;
+    return std::string(rows.text(0));
   }
 
   std::unique_ptr<TableLoader> begin_load(const TableSchema& table,

@@ -107,6 +107,15 @@ void read_foreign_keys(SqliteConnection& connection, TableSchema& schema) {
   }
 }
 
+std::vector<std::string> table_names(SqliteConnection& connection) {
+  SqliteStatement rows(connection,
+                       "SELECT name FROM sqlite_master WHERE type IN ('table', 'view')"
+                       " AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\' ORDER BY name");
+  std::vector<std::string> names;
+  while (names.size() <= most_listed_tables && rows.next()) names.emplace_back(rows.text(0));
+  return names;
+}
+
 }  // namespace
 
 TableSchema read_sqlite_schema(SqliteConnection& connection, const std::string& table) {
@@ -116,7 +125,7 @@ TableSchema read_sqlite_schema(SqliteConnection& connection, const std::string& 
   schema.quoted_name = quoted_name(table);
   read_columns(connection, schema);
   if (schema.columns.empty()) {
-    throw DatabaseError(connection.file() + ": no such table: " + table);
+    throw DatabaseError(connection.file() + ": " + no_such_table(table, table_names(connection)));
   }
   read_unique_sets(connection, schema);
   read_foreign_keys(connection, schema);

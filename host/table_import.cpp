@@ -44,6 +44,9 @@ class TableImporter {
     for (std::size_t i = 0; i < columns_.size(); ++i) write_type_list(i);
     for (const auto& set : schema_.unique_sets) make_distinct(set);
     for (std::size_t i = 0; i < columns_.size(); ++i) add_item(i);
+    if (result_.layout.items.empty()) {
+      result_.errors.emplace_back("no column can become an item");
+    }
     result_.layout.remarks.insert(
         result_.layout.remarks.begin(),
         "The table " + schema_.name + ": an item's values go to the column of its name.");
@@ -225,11 +228,20 @@ class TableImporter {
     return text;
   }
 
+  // Why a column's name is none that an item may have; empty for one that is.
+  static std::string wrong_name(const std::string& name) {
+    const auto encoded = platform::from_utf8(name);
+    if (!encoded) return "its name has a character that code page 932 lacks";
+    if (encoded->find('\n') != std::string::npos) return "its name has a line end";
+    if (encoded->size() <= longest_name) return {};
+    return "its name has " + std::to_string(encoded->size()) +
+           " bytes in code page 932, expected at most " + std::to_string(longest_name);
+  }
+
   bool takes_name(std::size_t column) {
     const ColumnSchema& schema = schema_.columns[column];
-    const auto name = platform::from_utf8(schema.name);
-    if (name && name->size() <= longest_name && name->find('\n') == std::string::npos) return true;
-    const std::string why = "its name is no name of an item";
+    const std::string why = wrong_name(schema.name);
+    if (why.empty()) return true;
     if (schema.nullable || schema.has_default) {
       remark(label(column) + ": " + why + ", left out");
     } else {
@@ -262,8 +274,11 @@ class TableImporter {
     }
     ColumnUse use = use_;
     use.is_unique = state.is_unique || !state.same_as.empty();
-    if (use.is_unique && may_count_on(schema)) {
-      use.largest = database_.largest_number(schema_, column);
+    if (use.is_unique) {
+      if (may_count_on(schema)) use.largest = database_.largest_number(schema_, column);
+      use.largest_text = [this, column](const TextForm& form) {
+        return database_.largest_text(schema_, column, form);
+      };
     }
     const auto mapped = map_column(schema, use);
     item.attributes = mapped ? mapped->attributes : attributes_for_list(schema, 1);
@@ -271,7 +286,9 @@ class TableImporter {
       item.values.source = ValuesDraft::Source::reference;
       item.values.item_name = state.same_as;
     } else if (state.key != nullptr) {
-      leave_without_values(column, "refers to " + state.key->table + ", which has no rows yet");
+      const std::string& table = state.key->table;
+      const std::string advice = state.key->is_to_own_table ? "" : " (load " + table + " first)";
+      leave_without_values(column, "refers to " + table + ", which has no rows yet" + advice);
     } else if (mapped) {
       item.values = mapped->values;
       if (state.is_unique) limit_records({column}, mapped->distinct_values);
@@ -287,7 +304,8 @@ class TableImporter {
 
   static bool may_count_on(const ColumnSchema& schema) {
     return schema.type == ColumnType::integer16 || schema.type == ColumnType::integer32 ||
-           schema.type == ColumnType::integer64;
+           schema.type == ColumnType::integer64 ||
+           (schema.type == ColumnType::decimal && schema.precision > 0 && schema.scale == 0);
   }
 
   void set_list(std::size_t column, ItemDraft& item) {

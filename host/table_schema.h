@@ -42,6 +42,16 @@ struct ColumnSchema {
   std::vector<std::string> choices;
 };
 
+// Texts that count through letters or digits: `count` of them, all from `lowest` to `highest`,
+// between two texts that stay.
+struct TextForm {
+  std::string before;
+  char lowest;
+  char highest;
+  std::size_t count;
+  std::string behind;
+};
+
 // Columns are named by their places in the table.
 struct ForeignKey {
   std::string table;         // as messages name it

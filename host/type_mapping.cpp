@@ -23,7 +23,6 @@ constexpr std::int32_t timestamp_digits = 15;
 constexpr std::int32_t default_text_length = 40;
 constexpr std::int32_t max_letters = 5;
 constexpr std::int32_t text_number_digits = 10;
-constexpr std::int64_t letters = 26;
 // Enough for every value of a column that repeats, and short to read.
 constexpr std::int64_t readable_numbers = 1000;
 constexpr int readable_digits = 3;
@@ -67,7 +66,7 @@ ItemAttributes text_of(std::int32_t length) { return {character_attribute, 1, le
 MappedColumn whole_numbers(const ItemAttributes& attributes, std::int64_t highest,
                            const ColumnUse& use) {
   const std::int64_t start =
-      use.is_unique && use.largest ? std::max<std::int64_t>(*use.largest, 0) + 1 : 1;
+      use.is_unique && use.largest ? std::clamp<std::int64_t>(*use.largest, 0, highest) + 1 : 1;
   const std::int64_t end = use.is_unique ? highest : std::min(highest, readable_numbers);
   if (start >= end) return ranged(attributes, "%1U", "0", "1", use.is_unique ? 0 : 2);
   return ranged(attributes, "%" + std::to_string(digits_of(end)) + "D", std::to_string(start),
@@ -105,25 +104,72 @@ std::optional<MappedColumn> decimal_column(const ColumnSchema& column, const Col
       use);
 }
 
-MappedColumn text_column(std::int32_t length, const ColumnUse& use) {
-  const std::int32_t count = std::min(length, max_letters);
-  const std::int64_t words = power(letters, count);
-  if (use.is_unique && words < use.records && length > max_letters) {
-    const std::int32_t digits = std::min(length, text_number_digits);
-    return ranged(text_of(length), "%" + std::to_string(digits) + "U", "1",
-                  std::string(static_cast<std::size_t>(digits), '9'), power(10, digits) - 1);
+// Texts of a form. Those of a unique column go on behind the largest that it holds.
+struct CountedTexts {
+  std::string start;
+  std::string end;
+  std::int64_t left = 0;  // from start to end
+};
+
+CountedTexts count_texts(const TextForm& form, const ColumnUse& use) {
+  const std::int64_t base = form.highest - form.lowest + 1;
+  const bool is_number = form.lowest == '0';
+  CountedTexts texts = {std::string(form.count, form.lowest), std::string(form.count, form.highest),
+                        power(base, static_cast<int>(form.count))};
+  // The number that is left out is 0.
+  std::optional<std::string> last;
+  if (is_number) last = texts.start;
+  if (use.is_unique && use.largest_text) {
+    if (const auto largest = use.largest_text(form)) {
+      last = largest->substr(form.before.size(), form.count);
+    }
   }
-  const auto size = static_cast<std::size_t>(count);
-  return ranged(text_of(length), "%" + std::to_string(count) + "S", std::string(size, 'A'),
-                std::string(size, 'Z'), words);
+  if (!last) return texts;
+  std::int64_t used = 0;
+  for (const char letter : *last) used = used * base + (letter - form.lowest);
+  texts.left -= used + 1;
+  // A range has at least two values.
+  if (texts.left < 2) return {texts.start, texts.end, 0};
+  std::string next = *last;
+  std::size_t place = next.size() - 1;
+  for (; next[place] == form.highest; --place) next[place] = form.lowest;
+  ++next[place];
+  texts.start = is_number ? next.substr(next.find_first_not_of('0')) : next;
+  return texts;
 }
 
-// Fixed text around a number in a character item.
-MappedColumn numbered_text(const std::string& before, int digits) {
-  const auto size = static_cast<std::size_t>(digits);
-  return ranged(text_of(static_cast<std::int32_t>(before.size() + size)),
-                before + "'%" + std::to_string(digits) + "U", "1", std::string(size, '9'),
-                power(10, digits) - 1);
+TextForm letters_form(std::size_t count) { return {"", 'A', 'Z', count, ""}; }
+TextForm digits_form(const std::string& before, std::size_t count) {
+  return {before, '0', '9', count, ""};
+}
+
+MappedColumn text_column(std::int32_t length, const ColumnUse& use) {
+  const std::int32_t count = std::min(length, max_letters);
+  CountedTexts words = count_texts(letters_form(static_cast<std::size_t>(count)), use);
+  std::string format = "%" + std::to_string(count) + "S";
+  if (use.is_unique && words.left < use.records && length > max_letters) {
+    const std::int32_t digits = std::min(length, text_number_digits);
+    words = count_texts(digits_form("", static_cast<std::size_t>(digits)), use);
+    format = "%" + std::to_string(digits) + "U";
+  }
+  return ranged(text_of(length), format, words.start, words.end, words.left);
+}
+
+// Fixed text in front of a number in a character item.
+MappedColumn numbered_text(const std::string& before, int digits, const ColumnUse& use) {
+  const auto count = static_cast<std::size_t>(digits);
+  const CountedTexts numbers = count_texts(digits_form(before, count), use);
+  return ranged(text_of(static_cast<std::int32_t>(before.size() + count)),
+                before + "'%" + std::to_string(digits) + "U", numbers.start, numbers.end,
+                numbers.left);
+}
+
+// A word in the quotation marks of JSON.
+MappedColumn json_column(const ColumnUse& use) {
+  TextForm form = letters_form(max_letters);
+  form.before = form.behind = "\"";
+  const CountedTexts words = count_texts(form, use);
+  return ranged(text_of(default_text_length), "\"'%5S'\"", words.start, words.end, words.left);
 }
 
 }  // namespace
@@ -165,14 +211,13 @@ std::optional<MappedColumn> map_column(const ColumnSchema& column, const ColumnU
                     unique ? "20380119 031407" : "20241231 235959",
                     unique ? seconds_of_range : 366 * seconds_of_day);
     case ColumnType::uuid:
-      return numbered_text("00000000-0000-4000-8000-", 12);
+      return numbered_text("00000000-0000-4000-8000-", 12, use);
     case ColumnType::hex_binary:
-      return numbered_text("\\x", text_number_digits);
+      return numbered_text("\\x", text_number_digits, use);
     case ColumnType::binary:
       return text_column(text_number_digits, use);
     case ColumnType::json:
-      return ranged(text_of(default_text_length), "\"'%5S'\"", "AAAAA", "ZZZZZ",
-                    power(letters, max_letters));
+      return json_column(use);
     case ColumnType::interval:
       return ranged(text_of(8), "%T", "000000", "235959", seconds_of_day);
     case ColumnType::boolean:

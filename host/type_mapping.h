@@ -2,7 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
+#include <string>
 
 #include "host/layout_writer.h"
 #include "host/table_schema.h"
@@ -12,8 +14,10 @@ namespace korvex::host {
 // What the table asks of a column's values beside their type.
 struct ColumnUse {
   bool is_unique = false;
-  std::int64_t records = 0;             // that will be asked for
-  std::optional<std::int64_t> largest;  // number that a unique column holds already
+  std::int64_t records = 0;  // that will be asked for
+  // What a unique column holds already: its largest number, its largest text of a form.
+  std::optional<std::int64_t> largest;
+  std::function<std::optional<std::string>(const TextForm&)> largest_text;
 };
 
 struct MappedColumn {

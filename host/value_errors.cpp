@@ -2,8 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
+#include <string_view>
+#include <unordered_map>
 
 #include "format/error_codes.h"
+#include "format/item_settings.h"
 #include "format/largest_value.h"
 #include "format/lvl_inf.h"
 #include "host/layout_messages.h"
@@ -65,6 +69,48 @@ std::string what_stands_there(const ItemValues& values, std::int32_t code, Sourc
   return all + ": ";
 }
 
+std::int32_t range_code(const LayoutItem& item) {
+  ClFmtLvlInf level;
+  std::int32_t variables = 0;
+  RangeTexts texts = item.values->texts;
+  if (texts.end.empty()) texts.end = largest_value_text(item.attributes);
+  return level.check_and_store(item.number, item.attributes, texts, item.values->choices,
+                               variables);
+}
+
+// What is wrong with references, as far as the layout alone tells.
+class ReferenceCheck {
+ public:
+  ReferenceCheck(const Layout& layout, const std::vector<bool>& is_clean)
+      : layout_(layout), is_clean_(is_clean) {
+    for (std::size_t i = 0; i < layout.items.size(); ++i) {
+      has_unnamed_ = has_unnamed_ || layout.items[i].name.empty();
+      places_.try_emplace(layout.items[i].name, i);
+    }
+  }
+
+  std::int32_t code_of(const LayoutItem& item) const {
+    const auto place = places_.find(item.values->item_name);
+    // An item whose own name is wrong may be the one that is meant.
+    if (place == places_.end()) return has_unnamed_ ? 0 : error::no_such_reference;
+    const LayoutItem& source = layout_.items[place->second];
+    if (source.number == item.number) return error::same_reference_target;
+    if (!is_clean_[place->second] || !has_own_settings(source)) return 0;
+    return check_reference(source.attributes, item.attributes);
+  }
+
+ private:
+  static bool has_own_settings(const LayoutItem& item) {
+    return item.values && item.values->source != ValueSource::initial &&
+           item.values->source != ValueSource::reference;
+  }
+
+  const Layout& layout_;
+  const std::vector<bool>& is_clean_;
+  std::unordered_map<std::string_view, std::size_t> places_;  // by name; the first of several
+  bool has_unnamed_ = false;
+};
+
 }  // namespace
 
 LayoutError value_error(const Layout& layout, const LayoutItem& item, std::int32_t code) {
@@ -72,21 +118,34 @@ LayoutError value_error(const Layout& layout, const LayoutItem& item, std::int32
   if (item.values->source == ValueSource::range) {
     error.text += what_stands_there(*item.values, code, error.place);
   }
+  if (item.values->source == ValueSource::reference) {
+    error.place = item.values->origin;
+    error.text += "item is \"" + printable_from_code_page(item.values->item_name) + "\": ";
+  }
   error.text += numbered_message(code, layout);
   return error;
 }
 
+void append_missing_lists(const Layout& layout, std::vector<LayoutError>& errors) {
+  for (const LayoutItem& item : layout.items) {
+    if (!item.values || item.values->file.empty()) continue;
+    std::error_code failure;
+    if (std::filesystem::exists(item.values->file, failure) || failure) continue;
+    errors.push_back({item.values->origin, "item " + printable_from_code_page(item.name) +
+                                               ": file leads to " + printable(item.values->file) +
+                                               ", which does not exist, expected a value list"});
+  }
+}
+
 void append_value_errors(const Layout& layout, const std::vector<bool>& is_clean,
                          std::vector<LayoutError>& errors) {
+  const ReferenceCheck references(layout, is_clean);
   for (std::size_t i = 0; i < layout.items.size(); ++i) {
     const LayoutItem& item = layout.items[i];
-    if (!is_clean[i] || !item.values || item.values->source != ValueSource::range) continue;
-    ClFmtLvlInf level;
-    std::int32_t variables = 0;
-    RangeTexts texts = item.values->texts;
-    if (texts.end.empty()) texts.end = largest_value_text(item.attributes);
-    const std::int32_t code =
-        level.check_and_store(item.number, item.attributes, texts, item.values->choices, variables);
+    if (!is_clean[i] || !item.values) continue;
+    std::int32_t code = 0;
+    if (item.values->source == ValueSource::range) code = range_code(item);
+    if (item.values->source == ValueSource::reference) code = references.code_of(item);
     if (code < 0) errors.push_back(value_error(layout, item, code));
   }
 }

@@ -11,7 +11,10 @@ namespace korvex::host {
 // there.
 LayoutError value_error(const Layout& layout, const LayoutItem& item, std::int32_t code);
 
-// The errors of all ranges of clean items, those that read without an error.
+// An error for every value list that is not there.
+void append_missing_lists(const Layout& layout, std::vector<LayoutError>& errors);
+
+// The errors of all ranges and references of clean items, those that read without an error.
 void append_value_errors(const Layout& layout, const std::vector<bool>& is_clean,
                          std::vector<LayoutError>& errors);
 

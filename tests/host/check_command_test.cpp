@@ -291,8 +291,17 @@ TEST_F(CheckCommand, SaysWhatComesAndLeavesNothingBehind) {
   }
   EXPECT_EQ(folder.names(), before);
   EXPECT_EQ(check(52, {"B"}), exit_status::done);
+  EXPECT_EQ(check(2, {" 番号 ,\tB "}), exit_status::done);
+  EXPECT_NE(out.str().find("Unique 番号, B: yes"), std::string::npos) << out.str();
   EXPECT_EQ(check(2, {"番号,C"}), exit_status::wrong_usage);
   EXPECT_EQ(messages.str(), "--unique: no item of the records is named C\n");
+  EXPECT_EQ(check(2, {"番号, "}), exit_status::wrong_usage);
+
+  std::string twice = test::read_file(layout());
+  twice.replace(twice.find("番号"), std::string("番号").size(), "B");
+  test::write_file(layout(), twice);
+  EXPECT_EQ(check(2, {"B"}), exit_status::wrong_usage);
+  EXPECT_EQ(messages.str(), "--unique: several items are named B\n");
 }
 
 TEST_F(CheckCommand, IsExactForTheLongestRun) {

@@ -156,6 +156,57 @@ TEST_F(ExportCommand, StartsANewInsertAfterManyRecords) {
   EXPECT_EQ(std::count(text.begin(), text.end(), ';'), 3);
 }
 
+TEST_F(ExportCommand, ATableMayStandInASchema) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"s2.au", R"("s2"."au")"},
+      {"a.b.c", R"("a"."b"."c")"},
+      {R"("s2.au")", R"("s2.au")"},
+      {R"("s 2"."a""u")", R"("s 2"."a""u")"},
+      {R"(s."a.u")", R"("s"."a.u")"},
+      // No path of names: one name, as it stands.
+      {"s..au", R"("s..au")"},
+      {R"("s".)", R"("""s"".")"},
+      {R"("open)", R"("""open")"},
+      {R"("a"b)", R"("""a""b")"},
+  };
+  for (const auto& [written, expected] : rows) {
+    FormatChoices sql;
+    sql.dialect = Dialect::sql;
+    sql.table = written;
+    EXPECT_EQ(run(sql), exit_status::done);
+    EXPECT_TRUE(out.str().starts_with(std::string("INSERT INTO ") + expected + " (")) << out.str();
+  }
+  // The data file's name is no path.
+  std::string text = test::read_file(layout());
+  text.replace(text.find("stock.csv"), 9, "my.stock.csv");
+  test::write_file(layout(), text);
+  FormatChoices sql;
+  sql.dialect = Dialect::sql;
+  EXPECT_EQ(run(sql), exit_status::done);
+  EXPECT_TRUE(out.str().starts_with("INSERT INTO \"my.stock\" (")) << out.str();
+}
+
+// Keys would hide each other; fields in a line do not.
+TEST_F(ExportCommand, TwoItemsOfOneNameCannotBeKeys) {
+  std::string text = test::read_file(layout());
+  text.replace(text.find("\"D\""), 3, "\"名\"");
+  test::write_file(layout(), text);
+  for (const auto& [dialect, status] : {std::pair{Dialect::csv, exit_status::done},
+                                        {Dialect::tsv, exit_status::done},
+                                        {Dialect::json_lines, exit_status::wrong_usage},
+                                        {Dialect::sql, exit_status::wrong_usage}}) {
+    FormatChoices format;
+    format.dialect = dialect;
+    EXPECT_EQ(run(format), status);
+    EXPECT_EQ(messages.str(),
+              status == exit_status::done
+                  ? ""
+                  : layout() +
+                        ":26: item 名: the item on line 18 has the same name, expected "
+                        "different names for jsonl and sql\n");
+  }
+}
+
 TEST(PlainNumber, DropsWhatNumbersDoNotNeed) {
   struct Row {
     const char* text;

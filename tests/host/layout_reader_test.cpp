@@ -315,6 +315,41 @@ nullable = 1
   EXPECT_TRUE(reading.errors[3].text.starts_with("item A: format is \"%10U\": 99052:"));
 }
 
+TEST(LayoutReader, ReportsReferencesAndMissingListsWithTheRest) {
+  const test::TempFolder folder;
+  test::write_file(folder.file("there.txt"), "1\n");
+  const auto item = [](const std::string& name, const std::string& more) {
+    return "[[item]]\nname = \"" + name + "\"\nattribute = 4\n" + more + "\n";
+  };
+  const std::string text =
+      "[layout]\nkind = \"record\"\nrecords = 1\ndata = \"d.csv\"\n" +
+      item("A", "digits = 3\nvalues = { type = \"enumeration\", file = \"there.txt\" }") +
+      item("B", "digits = 3\nvalues = { type = \"enumeration\", file = \"none.txt\" }") +
+      item("C", "digits = 3\nvalues = { type = \"reference\", item = \"X\" }") +
+      item("D", "digits = 3\nvalues = { type = \"reference\", item = \"D\" }") +
+      item("E", "digits = 2\nvalues = { type = \"reference\", item = \"A\" }");
+  test::write_file(folder.file("l.toml"), text);
+  const LayoutReading reading = read_layout(folder.file("l.toml"), {}, MissingLists::refused);
+  const std::pair<std::uint32_t, std::string> expected[] = {
+      {14, "item B: file leads to " + folder.file("none.txt") + ", which does not exist"},
+      {19, "item C: item is \"X\": 99074:"},
+      {24, "item D: item is \"D\": 99029:"},
+      {29, "item E: item is \"A\": 99"},
+  };
+  ASSERT_EQ(reading.errors.size(), std::size(expected));
+  for (std::size_t i = 0; i < std::size(expected); ++i) {
+    EXPECT_EQ(reading.errors[i].place.line, expected[i].first);
+    EXPECT_GT(reading.errors[i].place.column, 20u);
+    EXPECT_TRUE(reading.errors[i].text.starts_with(expected[i].second)) << reading.errors[i].text;
+  }
+  // The settings decide which lists are read, or the module says what is wrong with a reference.
+  EXPECT_TRUE(read_layout(folder.file("l.toml"), {}).errors.empty());
+  // The item that is meant may be the one whose name cannot be read, which hides neither error.
+  const LayoutReading unnamed = parse(replaced(text, "name = \"A\"", "name = A"));
+  ASSERT_EQ(unnamed.errors.size(), 2u);
+  EXPECT_EQ(unnamed.errors[1].place.line, 24u);
+}
+
 // What no repair gets over ends with what was found, and with no more than that.
 TEST(LayoutReader, GivesUpOnBytesThatNoRepairHelps) {
   for (const std::string& text :
@@ -327,7 +362,7 @@ TEST(LayoutReader, GivesUpOnBytesThatNoRepairHelps) {
 TEST(LayoutReader, KeepsToWhatAPersonReads) {
   std::string unknown_keys;
   for (int i = 0; i < 2000; ++i) unknown_keys += "key" + std::to_string(i) + " = 1\n";
-  const LayoutReading many = parse(unknown_keys);
+  const LayoutReading many = parse(minimal + unknown_keys);
   EXPECT_EQ(many.errors.size(), 1001u);
   EXPECT_EQ(many.errors.back().text, "further errors are left out");
 
@@ -335,6 +370,23 @@ TEST(LayoutReader, KeepsToWhatAPersonReads) {
   ASSERT_EQ(dense.errors.size(), 1u);
   EXPECT_EQ(dense.errors[0].text, "has too many keys and values for its size");
   EXPECT_EQ(dense.errors[0].place.line, 0u);
+}
+
+// Data in place of a layout is wrong in nearly every line, and one message says so.
+TEST(LayoutReader, AFileThatIsNoLayoutIsReportedInShort) {
+  const std::tuple<const char*, int, const char*> cases[] = {
+      {"1,x\n", 40, "30 further errors"},
+      {"1,x\n", 400, "91 or more further errors"},
+      {"[a]\n", 40, "32 further errors"},
+  };
+  for (const auto& [line, count, ending] : cases) {
+    std::string text;
+    for (int i = 0; i < count; ++i) text += line;
+    const LayoutReading reading = parse(text);
+    ASSERT_EQ(reading.errors.size(), 11u) << line;
+    EXPECT_TRUE(reading.errors.back().text.starts_with("is no layout")) << line;
+    EXPECT_TRUE(reading.errors.back().text.ends_with(ending)) << reading.errors.back().text;
+  }
 }
 
 TEST(LayoutReader, SaysThatAFileCannotBeRead) {

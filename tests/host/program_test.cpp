@@ -255,7 +255,6 @@ TEST_F(Program, CountSaysWhatIsWrongAndChangesNothing) {
   };
   const std::string misfit = "[[item]]\nname = \"A\"\nattribute = 4\ndigits = 4\n";
   const std::tuple<std::string, const char*, std::string> cases[] = {
-      {test::listed_item("A", "none.txt"), "0", folder.file("none.txt") + "\n99114:"},
       // What the message says of the line is no business of the path.
       {test::listed_item("A", odd_name), "0", folder.file(odd_name) + "\n3 line of a enum file"},
       {repeats(2, 3), "0", "Failed to generate data.\n99108:"},
@@ -276,7 +275,7 @@ TEST_F(Program, CountSaysWhatIsWrongAndChangesNothing) {
   EXPECT_EQ(run({"generate", layout()}), 1);
   EXPECT_NE(messages.str().find("d.fif: 99070:"), std::string::npos) << messages.str();
   EXPECT_FALSE(fs::exists(folder.file("d.fif")));
-  EXPECT_EQ(module_call.calls, 5);
+  EXPECT_EQ(module_call.calls, 4);
 }
 
 TEST_F(Program, WhatIsWrongIsNamed) {
@@ -301,10 +300,47 @@ TEST_F(Program, WhatIsWrongIsNamed) {
   EXPECT_EQ(run({"generate", layout()}), 1);
   const std::string expected = layout() + ":15:10: item 名前: format is \"%9U\": 99052:There";
   EXPECT_TRUE(messages.str().starts_with(expected)) << messages.str();
+  write_layout("%3U",
+               "[[item]]\nnumber = 30\nname = \"C\"\nattribute = 4\ndigits = 3\n"
+               "values = { type = \"reference\", item = \"X\" }\n");
+  EXPECT_EQ(run({"generate", layout()}), 1);
+  EXPECT_TRUE(messages.str().starts_with(layout() + ":23:39: item C: item is \"X\": 99074:"))
+      << messages.str();
   EXPECT_EQ(module_call.calls, 0);
   EXPECT_EQ(folder.names(), (std::vector<std::string>{"l.toml", "out", "w"}));
   EXPECT_TRUE(fs::is_empty(folder.file("out")));
   EXPECT_TRUE(fs::is_empty(folder.file("w")));
+}
+
+// A list that is not there is found before anything is written; settings that are kept have theirs.
+TEST_F(Program, AMissingListIsAnErrorOfTheLayout) {
+  test::write_file(layout(), test::layout_of(test::listed_item("A", "none.txt")));
+  const std::vector<std::vector<std::string>> commands = {
+      {"generate"}, {"count"}, {"check"}, {"preview"}, {"export", "-o", folder.file("o.csv")}};
+  for (std::vector<std::string> words : commands) {
+    words.push_back(layout());
+    EXPECT_EQ(run(words), 2) << words[0];
+    EXPECT_EQ(messages.str(), layout() + ":11:41: item A: file leads to " +
+                                  folder.file("none.txt") +
+                                  ", which does not exist, expected a value list\n");
+    EXPECT_EQ(folder.names(), std::vector<std::string>{"l.toml"});
+  }
+  EXPECT_EQ(run({"generate", "--keep-settings", layout()}), 0) << messages.str();
+  EXPECT_EQ(module_call.calls, 1);
+}
+
+TEST_F(Program, AListInUtf8IsWarnedOfOnce) {
+  test::write_file(folder.file("list.txt"), "名前\n");
+  test::write_file(layout(), test::layout_of(test::listed_item("A", "list.txt") +
+                                             test::listed_item("B", "list.txt")));
+  EXPECT_EQ(run({"generate", layout()}), 0);
+  EXPECT_EQ(messages.str(), layout() + ":7: item A: " + folder.file("list.txt") +
+                                " looks like UTF-8; lists are read as code page 932 (iconv -f "
+                                "UTF-8 -t CP932 " +
+                                folder.file("list.txt") + ")\n");
+  test::write_file(folder.file("list.txt"), test::cp932("名前\n"));
+  EXPECT_EQ(run({"generate", layout()}), 0);
+  EXPECT_EQ(messages.str(), "");
 }
 
 TEST_F(Program, AWrongLayoutIsReportedWithAllItsPlaces) {
@@ -337,7 +373,17 @@ TEST_F(Program, Usage) {
       {{"generate", "l.toml", "--colour"}, 2, "--colour"},
       {{"count"}, 2, "LAYOUT"},
       {{"count", "l.toml", "--quiet"}, 2, "--quiet"},
-      {{"destroy"}, 2, "required"},
+      {{"generat", "l.toml"}, 2, "no command \"generat\", expected one of generate, "},
+      {{"lod", "l.toml"}, 2, "no command \"lod\", expected one of load, "},
+      {{"generate", "l.toml", "--records", "five"},
+       2,
+       "\"five\" is no number from 0 to 2147483647\n"},
+      {{"preview", "l.toml", "-n", "5x"}, 2, "\"5x\" is no number from 0 to"},
+      {{"import", "d", "t", "--records", "0"}, 2, "\"0\" is no number from 1 to"},
+      {{"export", "l.toml", "-o", "-", "--format", "json"},
+       2,
+       "\"json\" is unknown, expected one of csv, tsv, jsonl, sql\n"},
+      {{"export", "--help"}, 0, "--format FORMAT             csv, tsv, jsonl or sql"},
       {{"show", "/dev/null"}, 1, "/dev/null: this is not a regular file"},
   };
   for (const auto& [arguments, status, text] : cases) {
