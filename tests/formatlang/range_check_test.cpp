@@ -183,6 +183,16 @@ TEST(RangeCheck, RefusesSettingsWithTheCodeOfTheFirstRuleBroken) {
   }
 }
 
+TEST(RangeCheck, AFormatWithoutDirectivesNeedsNoValues) {
+  CheckedRange range;
+  range.increment.low = 7;
+  ASSERT_EQ(check({characters(9), "AB'CD", "", "", "no number"}, range), 0);
+  EXPECT_EQ(range.elements.size(), 2u);
+  EXPECT_EQ(range.lead_element, 2);
+  EXPECT_EQ(range.variable_count, 0);
+  EXPECT_EQ(range.increment.low, 7);
+}
+
 TEST(RangeCheck, ACountedDirectiveIsOneDirective) {
   CheckedRange range;
   ASSERT_EQ(check({national(3), "%3N", "あいう", "うえお"}, range), 0);
