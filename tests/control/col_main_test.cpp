@@ -154,28 +154,6 @@ TEST_F(ColMainTest, QuotedCharactersCountAsSigned) {
   }
 }
 
-TEST_F(ColMainTest, ProposesSettingsForTheCurrentItem) {
-  ASSERT_EQ(load(main, control_bytes({}, {{}, {.attribute = 8}})), 0);
-  EXPECT_EQ(main.build_default_settings(), -1) << "no item is current";
-  ASSERT_NE(main.select_item(0), nullptr);
-  EXPECT_EQ(main.build_default_settings(), 0);
-  EXPECT_EQ(main.default_texts.format, "%5U");
-  ASSERT_NE(main.select_item(1), nullptr);
-  EXPECT_EQ(main.build_default_settings(), -1);
-  EXPECT_EQ(main.select_item(2), nullptr);
-  EXPECT_EQ(main.select_item(-1), nullptr);
-}
-
-TEST_F(ColMainTest, LoadingReadsTheLimits) {
-  const std::string path = folder.file("config/" + platform::host_key() + "/Korvex.conf");
-  ASSERT_EQ(load(main, control_bytes({}, {})), 0);
-  EXPECT_EQ(read_file(path), "CheckFileSizeMax=10000000000\nRepeatLevelNumMax=0\n");
-  write_file(path, "CheckFileSizeMax=5\nRepeatLevelNumMax=6\n");
-  ASSERT_EQ(load(main, control_bytes({}, {}), run_mode::generator), 0);
-  EXPECT_EQ(main.limits().file_size_max, 5u);
-  EXPECT_EQ(main.limits().repeat_max, 6u);
-}
-
 TEST_F(ColMainTest, ClassesAreMadeByName) {
   for (const char* name : {"ClColMain", "ClDGCol", "ClFmtFile", "ClFmtCom", "ClFmtLvlInf",
                            "ClFmtColInf", "ClFmtItemInf"}) {

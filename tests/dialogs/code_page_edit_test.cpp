@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QComboBox>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QTest>
@@ -184,30 +183,6 @@ TEST_F(CodePageEditTest, CutsToTheWholeCharactersThatFit) {
     EXPECT_EQ(edit_.text(), c.before);
   }
   EXPECT_TRUE(interface_.messages.empty());
-}
-
-TEST_F(CodePageEditTest, TakesALongerTextThatIsSetAndLetsItBeShortened) {
-  edit_.set_byte_limit(3);
-  edit_.set_bytes("abcdef");
-  QTest::keyClick(&edit_, Qt::Key_Backspace);
-  EXPECT_EQ(edit_.bytes(), "abcde");
-}
-
-TEST_F(CodePageEditTest, ServesAnEditableComboBox) {
-  QComboBox box;
-  box.setEditable(true);
-  auto* edit = new CodePageEdit;
-  box.setLineEdit(edit);
-  box.setCompleter(nullptr);
-  box.addItems({"first", "second"});
-  box.show();
-  type(box, korean);
-  EXPECT_EQ(told(), "\xED\x95\x9C has no code in code page 932.");
-  EXPECT_EQ(edit->text(), "first");
-  box.setCurrentIndex(1);
-  EXPECT_EQ(edit->bytes(), "second");
-  QTest::keyClicks(&box, "s");
-  EXPECT_EQ(edit->bytes(), "seconds");
 }
 
 }  // namespace

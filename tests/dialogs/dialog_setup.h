@@ -4,9 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "control/control_file.h"
 #include "control/limits.h"
-#include "format/record_text.h"
 #include "support/generation_setup.h"
 
 namespace korvex::test {
@@ -38,30 +36,18 @@ class DialogSetup : public GenerationSetup {
  public:
   void write(const std::vector<DialogItem>& items = three_items(),
              const DialogOptions& options = {}) const {
-    ControlHeader header = {};
-    header.records = options.records;
-    header.layout_kind = options.layout_kind;
-    header.null_default = options.null_default;
-    header.level = 1;
-    header.item_count = static_cast<std::int32_t>(items.size());
-    store_field(header.data_path, options.data.empty() ? data() : options.data);
-    store_field(header.settings_path, settings());
-    store_field(header.work_folder, folder.path());
-    std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
+    std::vector<ControlItemFields> records;
     for (const DialogItem& item : items) {
-      ControlItem record = {};
-      record.item_number = item.number;
-      store_field(record.name, item.name);
-      store_field(record.description, item.description);
-      record.attribute = item.attributes.attribute;
-      record.signed_flag = item.attributes.signed_flag;
-      record.length = item.attributes.length;
-      record.digits = item.attributes.digits;
-      record.decimals = item.attributes.decimals;
-      record.null_allowed = item.null_allowed;
-      bytes.append(reinterpret_cast<const char*>(&record), sizeof record);
+      records.push_back(control_fields(item.number, item.name, item.description, item.attributes,
+                                       item.null_allowed));
     }
-    write_file(control(), bytes);
+    write_file(control(), control_bytes({.records = options.records,
+                                         .layout_kind = options.layout_kind,
+                                         .null_default = options.null_default,
+                                         .data_path = options.data.empty() ? data() : options.data,
+                                         .settings_path = settings(),
+                                         .work_folder = folder.path()},
+                                        records));
   }
 
   static platform::SettingsStore store() { return platform::SettingsStore(platform::host_key()); }

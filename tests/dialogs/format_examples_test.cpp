@@ -42,25 +42,6 @@ class FormatExamplesTest : public testing::Test {
   platform::SettingsStore store{"Host"};
 };
 
-TEST_F(FormatExamplesTest, LoadsUntilAValueCannotBeRead) {
-  struct Row {
-    Texts values;
-    Texts expected;
-  };
-  const Row rows[] = {
-      {{}, {}},
-      {{"%5S", ",%6S,,%7S,", "%8S"}, {"%5S", "%6S", "%7S", "%8S"}},
-      {{"%5S", ",", "%6S"}, {"%5S", "%6S"}},
-      {{"%5S", "", "%6S"}, {"%5S"}},
-      {{sized(1023), "%5S"}, {sized(1023), "%5S"}},
-      {{"%5S", sized(1024), "%6S"}, {"%5S"}},
-  };
-  for (const Row& row : rows) {
-    write(row.values);
-    EXPECT_EQ(loaded(), row.expected) << testing::PrintToString(row.values).substr(0, 60);
-  }
-}
-
 TEST_F(FormatExamplesTest, HoldsAHundredEntriesOfWhichTheUsersCanBeDeleted) {
   std::string piece;
   for (int i = 0; i < 92; ++i) piece += "%" + std::to_string(i) + ",";
@@ -109,15 +90,6 @@ TEST_F(FormatExamplesTest, CutsWhatItSavesIntoPieces) {
     EXPECT_EQ(sizes, row.pieces);
     for (const std::string& example : loaded()) EXPECT_NE(example.back(), ',');
   }
-}
-
-TEST_F(FormatExamplesTest, SavingStopsAtTheFirstValueThatCannotBeWritten) {
-  write({"%1S", "%2S", "%3S"});
-  FormatExamples examples;
-  examples.add(sized(1023));
-  examples.add("%5S\n");
-  EXPECT_EQ(examples.save(store), -61);
-  EXPECT_EQ(stored(), (Texts{sized(1023), "%2S", "%3S"}));
 }
 
 }  // namespace

@@ -76,14 +76,6 @@ TEST_F(ItemListTest, ShowsAnItemsSettings) {
   EXPECT_EQ(row(), (Texts{"A_ITEM", "\u9867\u5BA2", "%8U", "1", "9", "2", "4", "7"}));
 }
 
-TEST_F(ItemListTest, NamesItsFirstColumnAfterTheLayout) {
-  for (const auto& columns : {generation_columns, selection_columns}) {
-    EXPECT_EQ(columns(layout_kind::record_file)[0].header, "Item");
-    EXPECT_EQ(columns(layout_kind::table)[0].header, "Column");
-    EXPECT_EQ(columns(layout_kind::third)[0].header, "Column");
-  }
-}
-
 TEST_F(ItemListTest, SharesItsOuterWidthInWholeUnits) {
   show_list(420);
   EXPECT_EQ(widths(), (std::vector<int>{60, 60, 60, 60, 60, 40, 40, 40}));

@@ -46,13 +46,6 @@ TEST(FailureReportTest, ComposesTheMessageByCode) {
   }
 }
 
-TEST(FailureReportTest, ADeclinedQuestionNeedsNoMessage) {
-  ScriptedInterface interface;
-  const platform::UserInterfaceOverride scripted(interface);
-  EXPECT_EQ(report_failure(-110, ClColMain()), 0);
-  EXPECT_TRUE(interface.messages.empty());
-}
-
 TEST(FailureReportTest, BadLinesOfferTheErrorFile) {
   ScriptedInterface interface;
   const platform::UserInterfaceOverride scripted(interface);

@@ -190,18 +190,5 @@ TEST_F(FmtFileTest, AnEmptyEndStandsForTheLargestValue) {
   EXPECT_EQ(store(1, {31, 0, 6, 6, 0}, "%T", "000000", ""), -38);
 }
 
-TEST(FmtItemInf, TheFirstTextIsTheEndOfTheStartText) {
-  ClFmtItemInf element;
-  store_field(element.record.start_text, "12345");
-  element.record.kind = 901;
-  for (const auto& [width, text] : {std::pair{3, "345"}, {9, "12345"}, {0, ""}, {-1, ""}}) {
-    element.record.width = width;
-    EXPECT_EQ(element.first_text(), text) << width;
-  }
-  element.record.kind = 905;
-  element.record.width = 1;
-  EXPECT_EQ(element.first_text(), "45");
-}
-
 }  // namespace
 }  // namespace korvex

@@ -23,12 +23,5 @@ TEST(Attributes, EachCodeHasItsClassAndQuotation) {
   }
 }
 
-TEST(Attributes, ACharacterItemWithoutDigitsCountsItsBytes) {
-  EXPECT_EQ(effective_digits({1, 1, 9, 0, 0}), 9);
-  EXPECT_EQ(effective_digits({7, 0, 9, 4, 0}), 4);
-  EXPECT_EQ(effective_digits({4, 0, 9, 0, 0}), 0);
-  EXPECT_EQ(effective_digits({11, 0, 8, 0, 0}), 0);
-}
-
 }  // namespace
 }  // namespace korvex

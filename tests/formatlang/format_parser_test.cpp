@@ -145,12 +145,5 @@ TEST(FormatParser, ElementsHaveSequenceTextAndTheSignOfTheItem) {
   EXPECT_EQ(parsed.elements[0].sign, 1);
 }
 
-TEST(FormatParser, KeepsACountedDirectiveWholeWhenAsked) {
-  ParsedFormat parsed;
-  ASSERT_EQ(parse(characters(14), "%6N%2U", parsed, NationalCount::keep), 0);
-  EXPECT_EQ(describe(parsed), "905/6/6 903/2/2");
-  EXPECT_EQ(parse(characters(200), "%65N", parsed, NationalCount::keep), -10);
-}
-
 }  // namespace
 }  // namespace korvex

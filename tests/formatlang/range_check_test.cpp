@@ -183,25 +183,6 @@ TEST(RangeCheck, RefusesSettingsWithTheCodeOfTheFirstRuleBroken) {
   }
 }
 
-TEST(RangeCheck, OnlyTheFirstElementHasSigns) {
-  CheckedRange range;
-  ASSERT_EQ(check({characters(8), "%3D%2U", "-5,10", "5,20", "+1"}, range), 0);
-  EXPECT_EQ(range.elements[0].start.sign, 2);
-  EXPECT_EQ(range.elements[0].current.sign, 2);
-  EXPECT_EQ(range.elements[0].end.sign, 1);
-  EXPECT_EQ(range.elements[1].start.sign, 0);
-  EXPECT_EQ(range.elements[1].end.sign, 0);
-  EXPECT_EQ(range.increment.sign, 1);
-  EXPECT_EQ(range.increment.low, 1);
-  EXPECT_EQ(range.variable_count, 2);
-  EXPECT_EQ(range.elements[0].current.low, range.elements[0].start.low);
-
-  ASSERT_EQ(check({u5, "%3U", "5", "1", "-2"}, range), 0);
-  EXPECT_EQ(range.increment.sign, 2);
-  EXPECT_EQ(range.increment.low, 2);
-  EXPECT_EQ(range.elements[0].start.sign, 1);
-}
-
 TEST(RangeCheck, AFormatWithoutDirectivesNeedsNoValues) {
   CheckedRange range;
   range.increment.low = 7;

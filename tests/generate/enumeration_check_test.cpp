@@ -117,16 +117,6 @@ TEST_F(EnumerationCheckTest, TheCheckEndsAtTheFirstBadLineAndTheReportNamesAll) 
   EXPECT_EQ(report(), message + message);
 }
 
-TEST_F(EnumerationCheckTest, AListNeedsAValue) {
-  using namespace std::string_literals;
-  for (const std::string& content : {""s, "\n"s, "\r\n\n\r\n"s, "\0ab\n"s}) {
-    EXPECT_EQ(check(content), -136);
-    EXPECT_EQ(load(content), -136);
-    EXPECT_FALSE(has_report());
-  }
-  EXPECT_EQ(check("\r"), -127) << "a carriage return by itself is part of the value";
-}
-
 TEST_F(EnumerationCheckTest, AccessChecksComeFirst) {
   const auto expect_both = [&](std::int32_t code) {
     EXPECT_EQ(check(), code);
@@ -200,14 +190,6 @@ TEST_F(EnumerationCheckTest, ReadAndWriteErrors) {
 struct EnumerationRunTest : testing::Test {
   RepeatSetup setup;
 };
-
-TEST_F(EnumerationRunTest, ValuesRunOutOrStartAgain) {
-  setup.write({{.number = 1, .list = "1\n22\n333\n"},
-               {.number = 2, .list = "7\n8\n", .action = exceeded_action::initialize},
-               {.number = 3, .item = {1, 1, 9, 9, 0}, .list = "\"a,b\n", .action = 0}},
-              {.records = 4, .quotation = 1});
-  EXPECT_EQ(setup.generate(), (Names{"1,7,\"\"a,b\",", "22,8,\"\",", "333,,\"\",", "1,,\"\","}));
-}
 
 // Each preparation raises the way of assembly, and raised twice it is none that takes values.
 TEST_F(EnumerationRunTest, AnItemThatStandsTwiceIsPreparedTwice) {

@@ -107,14 +107,6 @@ TEST_F(GenerateDataFileTest, FailuresBeforeTheFirstRecordTouchNothing) {
   }
 }
 
-TEST_F(GenerateDataFileTest, ALogThatCannotBeMadeLeavesTheData) {
-  setup.save_settings();
-  std::filesystem::create_directory(setup.log());
-  setup.write_control();
-  EXPECT_EQ(run(), -2);
-  EXPECT_EQ(read_file(setup.data()), "001,\n002,\n003,\n");
-}
-
 TEST_F(GenerateDataFileTest, UnknownSettingsEndTheRunAndItsFile) {
   for (const auto& [kind, code] : {std::pair{1001, -7}, std::pair{900, -40}}) {
     write_file(setup.settings(), header_bytes(1, 0, 1) +
@@ -127,18 +119,6 @@ TEST_F(GenerateDataFileTest, UnknownSettingsEndTheRunAndItsFile) {
     EXPECT_EQ(setup.outputs(), Names{"out.log"});
     EXPECT_EQ(read_file(setup.log()), "old log");
     EXPECT_EQ(setup.interface.open_progresses, 0);
-  }
-}
-
-TEST_F(GenerateDataFileTest, CancelLeavesNothing) {
-  setup.save_settings();
-  setup.write_control({.records = 3});
-  for (const int poll : {1, 2, 3}) {
-    setup.interface = {};
-    setup.interface.cancel_at_poll = poll;
-    EXPECT_EQ(run(guarded_output), -79);
-    EXPECT_EQ(setup.interface.polls, poll);
-    EXPECT_TRUE(setup.outputs().empty());
   }
 }
 

@@ -1,69 +1,9 @@
 #include "generate/item_generator.h"
 
-#include <set>
-
-#include "generate/item_settings.h"
 #include "generate/random_settings.h"
 
 namespace korvex::test {
 namespace {
-
-const RangeTexts one_to_three = {"%U", "1", "3", "1"};
-
-TEST(ItemGeneratorTest, RepeatsOrEmptiesBehindTheEnd) {
-  EXPECT_EQ(fields(*make_column({unsigned_item, one_to_three, 1}), 7), "1|2|3|1|2|3|1");
-  EXPECT_EQ(fields(*make_column({unsigned_item, one_to_three, 0}), 6), "1|2|3|||");
-  EXPECT_EQ(fields(*make_column({character_item, {"'<'%S'>'", "A", "B", "1"}, 0}), 4), "<A>|<B>||");
-  // Fixed text alone never ends.
-  EXPECT_EQ(fields(*make_column({character_item, {"'AB''CD'", "", "", ""}, 0}), 2), "ABCD|ABCD");
-}
-
-TEST(ItemGeneratorTest, QuotesByAttribute) {
-  const std::set<std::int32_t> quoted = {1, 2, 3, 11, 12, 28, 31, 32};
-  auto column = make_column({unsigned_item, one_to_three, exceeded_action::initialize});
-  for (std::int32_t attribute = 0; attribute <= 33; ++attribute) {
-    column->record.attribute = attribute;
-    const bool marks = quoted.contains(attribute);
-    EXPECT_EQ(fields(*column, 5, 1, true), marks ? "\"1\"|\"2\"|\"3\"|\"\"|\"\"" : "1|2|3||")
-        << attribute;
-    EXPECT_EQ(fields(*column, 5, 1, false), "1|2|3||") << attribute;
-  }
-}
-
-TEST(ItemGeneratorTest, InitialValueIsABareComma) {
-  auto column = make_column({character_item, {"%S", "A", "Z", "1"}});
-  column->record.generation_type = generation_type::initial_value;
-  for (const bool quotation : {false, true}) {
-    EXPECT_EQ(generate_lines(*column, 1, quotation, 2).lines, (std::vector<std::string>{",", ","}));
-  }
-  column->record.generation_type = generation_type::reference;
-  EXPECT_EQ(fields(*column, 3), "A|B|C");
-}
-
-TEST(ItemGeneratorTest, WithoutALeadNothingEnds) {
-  auto column = make_column({character_item, {"'-'%S%U", "Y,8", "Z,9", "1"}, 0});
-  for (const std::int32_t lead : {0, 1, 4}) {
-    column->record.lead_element = lead;
-    EXPECT_EQ(fields(*column, 4), "-Y8|-Z9|-Y0|-Z1") << lead;
-  }
-}
-
-TEST(ItemGeneratorTest, UnknownWaysOfCountingFailTheRun) {
-  const std::tuple<std::int32_t, std::int32_t, std::string> cases[] = {
-      {900, 13, "-40"}, {900, 1, "-40"},  {902, 12, "-40"},   {902, 22, "-40"},
-      {0, 10, "-7"},    {1001, 10, "-7"}, {902, 10, "+1|+2"}, {902, 11, "+1|+0"},
-  };
-  for (const auto& [kind, sub_kind, expected] : cases) {
-    auto column = make_column({signed_item, {"%D", "1", "9", "1"}});
-    FmtItemRec& element = column->elements[0]->record;
-    element.kind = kind;
-    element.sign = sub_kind;
-    element.end.low = sub_kind == 11 ? 0 : 9;
-    EXPECT_EQ(fields(*column, 2), expected) << kind << " " << sub_kind;
-    element.start_text[0] = '\0';
-    EXPECT_EQ(fields(*column, 2), "|") << "an element without a text is never asked";
-  }
-}
 
 // Records of random bytes: whatever they say, a field stays as large as its elements can be.
 TEST(ItemGeneratorTest, SurvivesAnyRecord) {

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -66,9 +65,8 @@ inline GeneratedLines generate_lines(const ClFmtColInf& column, std::int32_t lay
 
 // The fields of so many records, without their commas, with "|" in between; the code of a run that
 // fails stands at the end.
-inline std::string fields(const ClFmtColInf& column, int records, std::int32_t layout_kind = 1,
-                          bool quotation = false) {
-  const GeneratedLines generated = generate_lines(column, layout_kind, quotation, records);
+inline std::string fields(const ClFmtColInf& column, int records) {
+  const GeneratedLines generated = generate_lines(column, 1, false, records);
   std::string text;
   for (const std::string& line : generated.lines) text += line.substr(0, line.size() - 1) + "|";
   if (generated.result != 0) return text + std::to_string(generated.result);
@@ -84,25 +82,5 @@ inline constexpr ItemAttributes national_item = {11, 0, 128, 64, 0};
 inline constexpr ItemAttributes date_item = {28, 0, 8, 8, 0};
 inline constexpr ItemAttributes time_item = {31, 0, 6, 6, 0};
 inline constexpr ItemAttributes timestamp_item = {32, 0, 15, 15, 0};
-
-// One row of a table: settings, and the fields that they give.
-struct FieldsCase {
-  ItemAttributes item;
-  RangeTexts texts;
-  std::string expected;
-  std::int32_t layout_kind = 1;
-};
-
-// Generates as many records as are expected.
-template <std::size_t Count>
-void check_fields(const FieldsCase (&cases)[Count]) {
-  for (const FieldsCase& row : cases) {
-    const auto records = std::count(row.expected.begin(), row.expected.end(), '|') + 1;
-    const auto column = make_column({row.item, row.texts});
-    EXPECT_EQ(fields(*column, static_cast<int>(records), row.layout_kind), row.expected)
-        << row.texts.format << " from " << row.texts.start << " to " << row.texts.end << " by "
-        << row.texts.increment << " in layout kind " << row.layout_kind;
-  }
-}
 
 }  // namespace korvex::test

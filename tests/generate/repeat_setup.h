@@ -108,9 +108,7 @@ class RepeatSetup : public GenerationSetup {
   void write_long_control(const std::vector<RunItem>& items, const RunOptions& options) const {
     std::vector<ControlItemFields> records;
     for (const RunItem& item : items) {
-      const ItemAttributes& a = item.item;
-      records.push_back({item.number, item.name, item.description, a.attribute, a.signed_flag,
-                         a.length, a.digits, a.decimals});
+      records.push_back(control_fields(item.number, item.name, item.description, item.item));
     }
     write_file(long_control(), control_bytes({.records = options.records,
                                               .layout_kind = options.layout_kind,

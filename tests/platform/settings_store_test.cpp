@@ -3,6 +3,7 @@
 #include "platform/file.h"
 #include "support/bytes.h"
 #include "support/environment.h"
+#include "support/faulty_file_calls.h"
 #include "support/temp_folder.h"
 
 namespace korvex::platform {
@@ -45,6 +46,24 @@ TEST_F(SettingsStoreTest, ChangesItsOwnLineOnly) {
   EXPECT_EQ(value_of("Name"), "two=2");
   EXPECT_EQ(value_of("Added"), "");
   EXPECT_EQ(value_of("Last"), "without line end");
+}
+
+TEST_F(SettingsStoreTest, AWriteNeverCostsTheOtherValues) {
+  ASSERT_EQ(store.write("Other", "kept"), StoreStatus::ok);
+  for (int call = 1; call <= 4; ++call) {
+    {
+      const test::FaultyFileCalls failing({call, EIO, test::FaultSpan::once, "fstat"});
+      store.write("Name", "1");
+    }
+    EXPECT_EQ(value_of("Other"), "kept") << call;
+  }
+  write_file(path + ".new", "left over by a process that was killed");
+  EXPECT_EQ(store.write("Name", "2"), StoreStatus::ok);
+  EXPECT_EQ(value_of("Name") + value_of("Other"), "2kept");
+  const std::string too_large(1024 * 1024 + 1, '\n');
+  write_file(path, too_large);
+  EXPECT_EQ(store.write("Name", "3"), StoreStatus::failure);
+  EXPECT_EQ(read_file(path).size(), too_large.size());
 }
 
 TEST(SettingsStore, StandsBelowTheHomeFolderWithoutConfigurationFolder) {

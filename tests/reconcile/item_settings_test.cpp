@@ -64,21 +64,6 @@ class ItemSettingsTest : public testing::Test {
 
 const RangeTexts two_digits = {"%2U", "07", "42", "3"};
 
-TEST_F(ItemSettingsTest, AnItemIsNewlySetOnceAndRegisteredFromThenOn) {
-  EXPECT_EQ(state(0), 0);
-  EXPECT_EQ(store(0, two_digits), 0) << "had settings";
-  EXPECT_EQ(state(0), registered);
-  EXPECT_EQ(store(1, two_digits), 1) << "its first";
-  EXPECT_EQ(state(1), newly_set);
-  EXPECT_EQ(store(1, two_digits), 0);
-  EXPECT_NE(state(1) & registered, 0);
-
-  EXPECT_EQ(remove(1), 0);
-  EXPECT_EQ(state(1), without_settings);
-  EXPECT_EQ(store(1, two_digits), 1) << "its first again";
-  EXPECT_EQ(state(1), newly_set);
-}
-
 TEST_F(ItemSettingsTest, TheInitialValueClearsTheTexts) {
   for (const std::int32_t kind : {1, 2}) {
     const std::string text = kind == 1 ? "1 Init Value [,,] 00 ref 0" : "1 Init Null [,,] 00 ref 0";
@@ -120,20 +105,6 @@ TEST_F(ItemSettingsTest, AStoredFormatIsShown) {
   open(1, {{.item_number = 1, .attribute = 1, .digits = 9}, {.item_number = 2, .attribute = 1}});
   EXPECT_EQ(store(0, {"'ABC'", "1", "2", "3"}), 0);
   EXPECT_EQ(shown(0), "2 'ABC' [,,] 10 ref 0");
-}
-
-TEST_F(ItemSettingsTest, ARefusedFormatChangesNothing) {
-  for (const auto& [texts, code] : {std::pair<RangeTexts, std::int32_t>{{"%2U", "", "9", "1"}, -37},
-                                    {{"%2U", "9", "1", "1"}, -18},
-                                    {{"%2U", "1", "9", "10"}, -20}}) {
-    EXPECT_EQ(store(0, texts), code);
-    EXPECT_EQ(counter(), code);
-    EXPECT_EQ(store(1, texts), code);
-    EXPECT_EQ(state(0) + state(1), 0);
-    EXPECT_EQ(shown(0), "2 %U [1,9,1] 10 ref 0");
-    EXPECT_EQ(display(1).generation_type, 0);
-    EXPECT_EQ(record(2), nullptr);
-  }
 }
 
 TEST_F(ItemSettingsTest, ACopyShowsWhatItsSourceShows) {

@@ -56,15 +56,6 @@ TEST_F(ReconcileTest, WithoutSettingsThereIsNothingToDo) {
   EXPECT_EQ(setup.main->settings_counter, 0);
 }
 
-TEST_F(ReconcileTest, PassesOnWhatIsWrongWithTheFile) {
-  setup.write_settings({{}}, 1);
-  setup.load({{}}, 2);
-  EXPECT_EQ(reconcile(*setup.main), -57);
-  EXPECT_EQ(setup.main->settings_counter, -57);
-  EXPECT_TRUE(platform::exists(setup.settings()));
-  EXPECT_TRUE(setup.interface.messages.empty());
-}
-
 TEST_F(ReconcileTest, ShowsTheSettingsOfEachType) {
   for (const std::int32_t kind : {1, 2}) {
     const ColumnFields range = {

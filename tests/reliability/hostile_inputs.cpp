@@ -3,8 +3,7 @@
 #include <cstdint>
 #include <functional>
 
-#include "control/control_file.h"
-#include "format/record_text.h"
+#include "support/control_bytes.h"
 #include "support/settings_bytes.h"
 
 namespace korvex::test {
@@ -27,28 +26,23 @@ std::string filled(const std::function<std::string(int)>& part, std::string byte
 }
 
 std::string header(const std::string& folder, std::int32_t count, std::int32_t records = 1) {
-  ControlHeader fields = {};
-  fields.records = records;
-  fields.layout_kind = 1;
-  fields.null_default = 1;
-  fields.level = 1;
-  fields.item_count = count;
-  store_field(fields.data_path, folder + "/out.csv");
-  store_field(fields.settings_path, folder + "/out.fif");
-  store_field(fields.work_folder, folder);
-  return {reinterpret_cast<const char*>(&fields), sizeof fields};
+  return control_header({.records = records,
+                         .null_default = 1,
+                         .data_path = folder + "/out.csv",
+                         .settings_path = folder + "/out.fif",
+                         .work_folder = folder},
+                        count);
 }
 
 std::string number(std::int32_t value) { return Bytes().i32(value); }
 
+// Its decimals are reported to the user.
 std::string item(std::int32_t item_number) {
-  ControlItem fields = {};
-  fields.item_number = item_number;
-  store_field(fields.name, std::string(63, 'N'));
-  fields.attribute = 4;
-  fields.length = fields.digits = 1;
-  fields.decimals = 12;  // reported to the user
-  return {reinterpret_cast<const char*>(&fields), sizeof fields};
+  return control_item({.item_number = item_number,
+                       .name = std::string(63, 'N'),
+                       .length = 1,
+                       .digits = 1,
+                       .decimals = 12});
 }
 
 void write_files(const std::string& folder, const std::string& run_control,

@@ -10,13 +10,12 @@
 #include <stdexcept>
 
 #include "control/col_main.h"
-#include "control/control_file.h"
-#include "format/record_text.h"
 #include "format/settings_upgrade.h"
 #include "generate/enumeration_check.h"
 #include "generate/generate_data_file.h"
 #include "generate/log_file.h"
 #include "platform/settings_store.h"
+#include "support/control_bytes.h"
 #include "support/settings_bytes.h"
 
 namespace korvex::test {
@@ -81,24 +80,17 @@ Attempt prepare_upgrade(Place& place) {
   return [path = place.file("out.fif")] { return upgrade_settings_file(path, 1); };
 }
 
-// A control file that leads into the place.
-template <typename Item>
-void write_control_file(const Place& place, std::int32_t records, const Item& item) {
-  ControlHeader header = {};
-  header.records = records;
-  header.layout_kind = layout_kind::record_file;
-  header.level = 1;
-  header.item_count = 1;
-  store_field(header.data_path, place.file("out.csv"));
-  store_field(header.settings_path, place.file("out.fif"));
-  store_field(header.work_folder, place.work());
-  std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
-  bytes.append(reinterpret_cast<const char*>(&item), sizeof item);
-  write_file(place.file("run.ctl"), bytes);
+// A control file of one item that leads into the place.
+void write_control_file(const Place& place, std::int32_t records, const std::string& item) {
+  const ControlHead head = {.records = records,
+                            .data_path = place.file("out.csv"),
+                            .settings_path = place.file("out.fif"),
+                            .work_folder = place.work()};
+  write_file(place.file("run.ctl"), control_header(head, 1) + item);
 }
 
 Attempt prepare_short_control_file(Place& place) {
-  write_control_file(place, 10, ControlItem{});
+  write_control_file(place, 10, control_item({}));
   const auto main = std::make_shared<ClColMain>();
   main->control_path = place.file("run.ctl");
   main->set_run_mode(run_mode::data_file_dialog);
@@ -153,7 +145,7 @@ constexpr std::int32_t many_records = 40'000;
 
 std::shared_ptr<ClGenerateDataFile> make_generator(Place& place) {
   constexpr std::int32_t item_number = 7;
-  write_control_file(place, many_records, item_number);
+  write_control_file(place, many_records, Bytes().i32(item_number));
   const auto file = load_settings(place, 0);
   file->edited().texts = {"'0123456789'%3U", "1", "999", "1"};
   file->edited().choices.exceeded_action = exceeded_action::repeat;

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "formatlang/attributes.h"
 #include "support/bytes.h"
 
 // A control file, spelled out offset by offset.
@@ -21,6 +22,13 @@ struct ControlItemFields {
   std::int32_t attribute = 4, signed_flag = 0, length = 9, digits = 5, decimals = 0;
   std::int32_t host_value = 0, null_allowed = 0;
 };
+
+inline ControlItemFields control_fields(std::int32_t number, const std::string& name,
+                                        const std::string& description, const ItemAttributes& item,
+                                        std::int32_t null_allowed = 0) {
+  return {number,      name,          description, item.attribute, item.signed_flag, item.length,
+          item.digits, item.decimals, 0,           null_allowed};
+}
 
 // The bytes that nobody reads are not zero.
 inline std::string control_header(const ControlHead& fields, std::int32_t item_count) {
