@@ -21,8 +21,14 @@ struct CopyPlace {
 CopyPlace find_copy_place(std::string_view context, std::string_view table,
                           const std::vector<std::string>& columns);
 
+// A value of a key as it was sent, and its column.
+struct KeyPart {
+  std::string_view value;
+  const ColumnSchema& column;
+};
+
 // Whether `detail`, the server's sentence about a violated key ("Key (a, b)=(1, 2) ..."), speaks of
-// these values. Numbers are compared as numbers, however they are written.
-bool names_key(std::string_view detail, const std::vector<std::string_view>& values);
+// this one. The server writes a value by its column's type, and not as it was sent.
+bool names_key(std::string_view detail, const std::vector<KeyPart>& key);
 
 }  // namespace korvex::host
