@@ -6,12 +6,15 @@
 #include <charconv>
 #include <optional>
 
+#include "host/sql_names.h"
+
 namespace korvex::host {
 
 namespace {
 
 constexpr std::string_view copy_word = "COPY";
 constexpr std::string_view key_begin = ")=(";
+constexpr std::string_view name_separator = ", ";
 constexpr std::string_view digits = "0123456789";
 constexpr std::string_view utc_zone = "+00";  // which the connection asks for
 
@@ -160,6 +163,25 @@ CopyPlace find_copy_place(std::string_view context, std::string_view table,
     break;
   }
   return place;
+}
+
+std::vector<std::size_t> key_places(std::string_view detail,
+                                    const std::vector<std::string>& columns) {
+  const std::size_t end = detail.find(key_begin);
+  if (end == std::string_view::npos) return {};
+  const std::size_t begin = detail.substr(0, end).rfind('(') + 1;
+  std::string_view list = detail.substr(begin, end - begin);
+  std::vector<std::size_t> places;
+  while (!list.empty()) {
+    const std::string_view name = list.substr(0, list.find(name_separator));
+    const auto column = std::find_if(columns.begin(), columns.end(), [name](const auto& each) {
+      return name == each || name == quoted_name(each);
+    });
+    if (column == columns.end()) return {};
+    places.push_back(static_cast<std::size_t>(column - columns.begin()));
+    list.remove_prefix(std::min(name.size() + name_separator.size(), list.size()));
+  }
+  return places;
 }
 
 bool names_key(std::string_view detail, const std::vector<KeyPart>& key) {

@@ -45,7 +45,7 @@ class PostgresqlLoader : public TableLoader {
     for (const std::size_t column : columns_) names_.push_back(table.columns[column].name);
     copy_ = "COPY " + table.quoted_name + " (" + listed_names(names_, ", ") + ") FROM STDIN";
     for (const auto& [name, places] : read_constraints(connection_, table)) {
-      constraints_[name] = {places_among(columns_, places), places.size()};
+      constraints_[name] = places_among(columns_, places);
     }
     PQsetnonblocking(connection_.get(), 1);
     connection_.run("BEGIN");
@@ -136,21 +136,18 @@ class PostgresqlLoader : public TableLoader {
     const CopyPlace place =
         find_copy_place(diagnostic(result, PG_DIAG_CONTEXT), table_.bare_name, names_);
     row.columns = blamed_columns(result, place);
+    // A partition has constraints of its own.
+    const std::vector<std::size_t> key = key_places(detail, names_);
+    if (row.columns.empty()) row.columns = key;
     if (place.line > 0) {
       row.record = copy_begin_ + place.line;
     } else if (row.columns.empty()) {
       PostgresqlConnection::fail(result);
-    } else if (has_whole_key(result)) {
+    } else if (row.columns == key) {
       row.is_repetition = state == unique_violation;
       if (row.is_repetition || state == foreign_key_violation) look_for_key(row, detail);
     }
     throw RowRefused(std::move(row));
-  }
-
-  // Whether the load has every column of the constraint that a row violates.
-  bool has_whole_key(const PostgresqlResult& result) const {
-    const auto found = constraints_.find(diagnostic(result, PG_DIAG_CONSTRAINT_NAME));
-    return found != constraints_.end() && found->second.places.size() == found->second.size;
   }
 
   void look_for_key(RefusedRow& row, const std::string& detail) const {
@@ -172,21 +169,15 @@ class PostgresqlLoader : public TableLoader {
     const auto name = std::find(names_.begin(), names_.end(), column);
     if (name != names_.end()) return {static_cast<std::size_t>(name - names_.begin())};
     const auto constraint = constraints_.find(diagnostic(result, PG_DIAG_CONSTRAINT_NAME));
-    return constraint == constraints_.end() ? std::vector<std::size_t>()
-                                            : constraint->second.places;
+    return constraint == constraints_.end() ? std::vector<std::size_t>() : constraint->second;
   }
-
-  struct Constraint {
-    std::vector<std::size_t> places;  // of its columns in the load
-    std::size_t size = 0;             // columns, also those that are not loaded
-  };
 
   PostgresqlConnection& connection_;
   const TableSchema table_;
   const std::vector<std::size_t> columns_;
   std::string copy_;
   std::vector<std::string> names_;
-  std::map<std::string, Constraint> constraints_;
+  std::map<std::string, std::vector<std::size_t>> constraints_;
   std::string message_;
   std::size_t copied_ = 0;
   std::int64_t rows_ = 0;

@@ -40,6 +40,17 @@ TEST(CopyText, FindsLineAndColumnInAnyLanguage) {
   }
 }
 
+TEST(CopyText, FindsTheColumnsOfAKey) {
+  const std::vector<std::string> columns = {"id", "price", "a b"};
+  using Places = std::vector<std::size_t>;
+  EXPECT_EQ(key_places("Key (price, id)=(1, 2) already exists.", columns), (Places{1, 0}));
+  EXPECT_EQ(
+      key_places("Schl\xC3\xBCssel \xC2\xBB(\"a b\")=(1)\xC2\xAB existiert bereits.", columns),
+      Places{2});
+  EXPECT_EQ(key_places("Key (id, other)=(1, 2) already exists.", columns), Places{});
+  EXPECT_EQ(key_places("Failing row contains (1, 2).", columns), Places{});
+}
+
 struct KeyCase {
   const char* detail;
   std::vector<std::string_view> values;
