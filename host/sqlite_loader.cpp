@@ -66,6 +66,7 @@ class SqliteLoader : public TableLoader {
   SqliteLoader(SqliteConnection& connection, const TableSchema& table,
                std::vector<std::size_t> columns)
       : connection_(connection), table_(table), columns_(std::move(columns)) {
+    for (const std::size_t column : columns_) types_.push_back(table_.columns[column].type);
     connection_.run("PRAGMA foreign_keys = ON");
     connection_.run("BEGIN IMMEDIATE");
     try {
@@ -89,7 +90,7 @@ class SqliteLoader : public TableLoader {
   void add(const RowFields& fields) override {
     sqlite3_stmt* const insert = insert_->get();
     for (std::size_t i = 0; i < fields.size(); ++i) bind(insert, i + 1, i, fields[i]);
-    const int changes = sqlite3_total_changes(connection_.get());
+    const int changes = is_view_ ? sqlite3_total_changes(connection_.get()) : 0;
     const int result = sqlite3_step(insert);
     if (result != SQLITE_DONE) refuse(fields, result);
     // What a view's triggers do with a row counts as their changes alone.
@@ -117,7 +118,7 @@ class SqliteLoader : public TableLoader {
  private:
   // The number that a field of the load becomes in its column, if it becomes an integer.
   std::optional<std::int64_t> whole_number(std::size_t index, std::string_view field) const {
-    const ColumnType type = table_.columns[columns_[index]].type;
+    const ColumnType type = types_[index];
     if (field.empty() || (type != ColumnType::integer16 && type != ColumnType::integer32 &&
                           type != ColumnType::integer64)) {
       return std::nullopt;
@@ -139,7 +140,7 @@ class SqliteLoader : public TableLoader {
       sqlite3_bind_null(statement, place);
     } else if (const auto number = whole_number(index, field)) {
       sqlite3_bind_int64(statement, place, *number);
-    } else if (table_.columns[columns_[index]].type == ColumnType::binary) {
+    } else if (types_[index] == ColumnType::binary) {
       sqlite3_bind_blob64(statement, place, field.data(), field.size(), SQLITE_STATIC);
     } else {
       sqlite3_bind_text64(statement, place, field.data(), field.size(), SQLITE_STATIC, SQLITE_UTF8);
@@ -186,19 +187,24 @@ class SqliteLoader : public TableLoader {
     return exact.empty() ? mentioned : exact;
   }
 
-  // SQLite does not say which foreign key failed, so each is asked for.
+  // SQLite does not say which foreign key failed, so each is asked for. Not even whether a key may
+  // wait for its parent can be learned: with several in doubt, all of them are named.
   std::vector<std::size_t> unreferenced_columns(const RowFields& fields) {
     parents_.resize(table_.foreign_keys.size());
+    std::vector<std::size_t> columns;
     for (std::size_t i = 0; i < parents_.size(); ++i) {
       const ForeignKey& key = table_.foreign_keys[i];
-      auto places = places_among(columns_, key.columns);
+      const auto places = places_among(columns_, key.columns);
       const bool has_null = std::any_of(places.begin(), places.end(),
                                         [&](std::size_t place) { return fields[place].empty(); });
       if (places.size() != key.columns.size() || has_null || is_own_parent(key, places, fields))
         continue;
-      if (!has_parent(i, places, fields)) return places;
+      if (!has_parent(i, places, fields))
+        columns.insert(columns.end(), places.begin(), places.end());
     }
-    return {};
+    std::sort(columns.begin(), columns.end());
+    columns.erase(std::unique(columns.begin(), columns.end()), columns.end());
+    return columns;
   }
 
   bool has_parent(std::size_t key_number, const std::vector<std::size_t>& places,
@@ -256,6 +262,7 @@ class SqliteLoader : public TableLoader {
   SqliteConnection& connection_;
   const TableSchema table_;
   const std::vector<std::size_t> columns_;
+  std::vector<ColumnType> types_;
   bool is_view_ = false;
   std::unique_ptr<SqliteStatement> insert_;
   std::vector<std::unique_ptr<SqliteStatement>> parents_;  // by foreign key, once asked for
