@@ -21,8 +21,19 @@ struct CopyPlace {
 CopyPlace find_copy_place(std::string_view context, std::string_view table,
                           const std::vector<std::string>& columns);
 
+// Where the columns of the key that `detail` speaks of (see below) stand among those of the COPY;
+// none when one of them does not.
+std::vector<std::size_t> key_places(std::string_view detail,
+                                    const std::vector<std::string>& columns);
+
+// A value of a key as it was sent, and its column.
+struct KeyPart {
+  std::string_view value;
+  const ColumnSchema& column;
+};
+
 // Whether `detail`, the server's sentence about a violated key ("Key (a, b)=(1, 2) ..."), speaks of
-// these values. Numbers are compared as numbers, however they are written.
-bool names_key(std::string_view detail, const std::vector<std::string_view>& values);
+// this one. The server writes a value by its column's type, and not as it was sent.
+bool names_key(std::string_view detail, const std::vector<KeyPart>& key);
 
 }  // namespace korvex::host

@@ -19,6 +19,18 @@ class DatabaseError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// The table that a foreign key refers to cannot be read, though the database can be.
+class KeysUnreadable : public DatabaseError {
+ public:
+  using DatabaseError::DatabaseError;
+};
+
+// The connection was lost while the rows were being kept.
+class OutcomeUnknown : public DatabaseError {
+ public:
+  using DatabaseError::DatabaseError;
+};
+
 // The fields of one record for the columns of a load; an empty field is NULL.
 using RowFields = std::vector<std::string_view>;
 
@@ -26,10 +38,14 @@ using RowFields = std::vector<std::string_view>;
 struct RefusedRow {
   std::string message;               // the database's own
   std::vector<std::size_t> columns;  // of the load, those that the database blames
-  std::int64_t record = 0;           // from 1; 0 when only `is_row` can tell
-  std::int64_t first = 0;            // without a record: where to look for the row
+  std::int64_t record = 0;           // from 1; 0 when only `blame` can tell
+
+  // Without a record: where to look for the row, and the columns that are to blame in one, none in
+  // a good one. It may ask the loader that threw; without it, the row can't be told.
+  std::int64_t first = 0;
   std::int64_t last = 0;
-  std::function<bool(const RowFields&)> is_row;
+  std::function<std::vector<std::size_t>(const RowFields&)> blame;
+  bool is_repetition = false;  // of a key: where two rows have it, the second one is to blame
 };
 
 class RowRefused : public std::exception {
@@ -65,7 +81,7 @@ class Database {
   virtual TableSchema read_schema(const std::string& table) = 0;
 
   // Hands over the keys that a foreign key may refer to, in their order, none of them NULL. `take`
-  // gets one text for each referenced column.
+  // gets one text for each referenced column. Throws KeysUnreadable beside the others.
   using TakeKey = std::function<void(const std::vector<std::string_view>&)>;
   virtual void read_keys(const ForeignKey& key, const TakeKey& take) = 0;
 

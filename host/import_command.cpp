@@ -60,6 +60,8 @@ std::string keep(const TableImport& import, const std::string& path, std::ostrea
 int import_into(const ImportOptions& options, std::ostream& out, std::ostream& messages) {
   const std::string folder = options.output.empty() ? "." : platform::folder_of(options.output);
   const auto database = open_database(options.database);
+  // Up to here there was nothing to undo, and nothing that an orderly end could interrupt.
+  const InterruptWatch watch;
   TableImport import = import_table(*database, options.table, options.records, folder);
   for (const std::string& remark : import.remarks) {
     messages << options.table << ": " << remark << "\n";
@@ -91,7 +93,6 @@ int import_into(const ImportOptions& options, std::ostream& out, std::ostream& m
 }  // namespace
 
 int run_import(const ImportOptions& given, std::ostream& out, std::ostream& messages) {
-  const InterruptWatch watch;
   ImportOptions options = given;
   if (options.output == "-") options.output.clear();
   try {

@@ -10,9 +10,10 @@ struct Interrupted {
 };
 
 // While one is alive, SIGINT, SIGTERM and SIGHUP ask the command to end in order instead of ending
-// the process; a signal that was ignored stays so. Calls that wait are interrupted by them, and
-// must not wait longer than wait_slice_ms in one go: a signal may come just before the wait. The
-// modules of databases use the program's own.
+// the process: for a command that has something to undo, and no longer than it has. A signal that
+// was ignored stays so. Calls that wait are interrupted by them, and must not wait longer than
+// wait_slice_ms in one go: a signal may come just before the wait. The modules of databases use the
+// program's own.
 class __attribute__((visibility("default"))) InterruptWatch {
  public:
   static constexpr int wait_slice_ms = 20;

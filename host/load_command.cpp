@@ -103,22 +103,6 @@ class TableRecords {
   std::int64_t number_ = 0;
 };
 
-// Answers the number of rows. Throws what the parts of a load throw.
-std::int64_t load_rows(Database& database, const TableSchema& table, const LoadPlan& plan,
-                       PreparedLayout& prepared) {
-  TableRecords records(prepared, plan);
-  const auto loader = database.begin_load(table, plan.columns);
-  LoadProgress progress(prepared.layout().records);
-  for (RowFields fields; records.next(fields);) {
-    InterruptWatch::check();
-    loader->add(fields);
-    progress.update(records.number());
-  }
-  progress.show_checking();
-  loader->finish();
-  return records.number();
-}
-
 std::string place(std::int64_t number, const std::vector<std::size_t>& columns,
                   const LoadPlan& plan, const RowFields& fields) {
   std::string text = "record " + std::to_string(number);
@@ -131,44 +115,84 @@ std::string place(std::int64_t number, const std::vector<std::size_t>& columns,
   return text;
 }
 
+// The items that are to blame when the record cannot be told; empty when not even they are known.
+std::string items(const std::vector<std::size_t>& columns, const LoadPlan& plan) {
+  std::string text;
+  for (const std::size_t column : columns) {
+    text += (text.empty() ? "item " : ", item ") + printable(plan.item_names[column]);
+  }
+  return text;
+}
+
 // The refused row with its values. It has passed by then, so the records are made once more up to
 // it: generating is by far the fastest part of a load, and the same settings give the same bytes.
 std::string describe(const RefusedRow& row, const LoadOptions& options, const LoadPlan& plan) {
+  std::string found = items(row.columns, plan);
   PreparedLayout again;
   std::ostringstream said_before;
-  if (again.prepare(options.layout, options.records, said_before) != exit_status::done) {
-    return "a record";
+  if ((row.record == 0 && !row.blame) ||
+      again.prepare(options.layout, options.records, said_before) != exit_status::done) {
+    return found;
   }
   TableRecords records(again, plan);
+  bool is_second = false;
   for (RowFields fields; records.next(fields);) {
     InterruptWatch::check();
     const std::int64_t number = records.number();
-    if (number < (row.record > 0 ? row.record : row.first)) continue;
-    if (row.record == 0 && number > row.last) break;
-    if (row.record > 0 || row.is_row(fields)) return place(number, row.columns, plan, fields);
+    if (number == row.record) return place(number, row.columns, plan, fields);
+    if (row.record > 0 || number < row.first) continue;
+    if (number > row.last) break;
+    const std::vector<std::size_t> columns = row.blame(fields);
+    if (columns.empty()) continue;
+    found = place(number, columns, plan, fields);
+    if (!row.is_repetition || is_second) break;
+    is_second = true;
   }
-  return plan.columns.size() == 1 ? "item " + plan.item_names.front() : "a record";
+  return found;
 }
 
-int load(const LoadOptions& options, PreparedLayout& prepared, std::ostream& out,
-         std::ostream& messages) {
+// Answers the number of rows. Throws what the parts of a load throw, but for a refused row, which
+// becomes a DatabaseError.
+std::int64_t load_rows(const LoadOptions& options, Database& database, const TableSchema& table,
+                       const LoadPlan& plan, PreparedLayout& prepared) {
+  TableRecords records(prepared, plan);
+  // Up to here there was nothing to undo.
+  const InterruptWatch watch;
+  const auto loader = database.begin_load(table, plan.columns);
+  LoadProgress progress(prepared.layout().records);
+  try {
+    for (RowFields fields; records.next(fields);) {
+      InterruptWatch::check();
+      loader->add(fields);
+      progress.update(records.number());
+    }
+    progress.show_checking();
+    loader->finish();
+  } catch (const RowRefused& refused) {
+    const std::string where = describe(refused.row, options, plan);
+    throw DatabaseError(table.name + ": " + where + (where.empty() ? "" : ": ") + refused.what());
+  }
+  return records.number();
+}
+
+int load(const LoadOptions& options, PreparedLayout& prepared, std::ostream& out) {
   const auto database = open_database(options.database);
   const TableSchema table = database->read_schema(options.table);
   const LoadPlan plan = plan_load(prepared, table);
   const Clock::time_point start = Clock::now();
+  std::int64_t rows = 0;
   try {
-    const std::int64_t rows = load_rows(*database, table, plan, prepared);
-    const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
-    char time[32];
-    std::snprintf(time, sizeof time, "%.3f", seconds);
-    if (!options.quiet) out << rows << " records, " << time << " s: " << table.name << std::endl;
-    return exit_status::done;
-  } catch (const RowRefused& refused) {
-    messages << table.name << ": " << describe(refused.row, options, plan) << ": " << refused.what()
-             << "\n"
-             << nothing_loaded << std::endl;
-    return exit_status::failed;
+    rows = load_rows(options, *database, table, plan, prepared);
+  } catch (const DatabaseError&) {
+    // A failure may be what the interrupt led to, or may have come at the same time.
+    InterruptWatch::check();
+    throw;
   }
+  const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
+  char time[32];
+  std::snprintf(time, sizeof time, "%.3f", seconds);
+  if (!options.quiet) out << rows << " records, " << time << " s: " << table.name << std::endl;
+  return exit_status::done;
 }
 
 }  // namespace
@@ -178,9 +202,8 @@ int run_load(const LoadOptions& options, std::ostream& out, std::ostream& messag
   const int status = prepared.prepare(options.layout, options.records, messages);
   if (status != exit_status::done) return status;
   print_left_out(prepared.left_out(), prepared.layout(), messages);
-  const InterruptWatch watch;
   try {
-    return load(options, prepared, out, messages);
+    return load(options, prepared, out);
   } catch (const Interrupted& interrupted) {
     messages << nothing_loaded << std::endl;
     return interrupted.exit_status;
@@ -190,8 +213,11 @@ int run_load(const LoadOptions& options, std::ostream& out, std::ostream& messag
   } catch (const PlanError& wrong) {
     messages << wrong.what() << std::endl;
     return exit_status::wrong_usage;
+  } catch (const OutcomeUnknown& failure) {
+    messages << failure.what() << "\nit is not known whether the rows were loaded" << std::endl;
+    return exit_status::failed;
   } catch (const std::exception& failure) {
-    messages << failure.what() << std::endl;
+    messages << failure.what() << "\n" << nothing_loaded << std::endl;
     return exit_status::failed;
   }
 }

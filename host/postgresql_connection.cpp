@@ -26,6 +26,11 @@ void ignore_notice(void*, const PGresult*) {}
 
 }  // namespace
 
+std::string diagnostic(const PostgresqlResult& result, int field) {
+  const char* text = PQresultErrorField(result.get(), field);
+  return text == nullptr ? std::string() : std::string(text);
+}
+
 std::string result_text(const PostgresqlResult& result, int row, int column) {
   return PQgetvalue(result.get(), row, column);
 }
@@ -98,7 +103,12 @@ PostgresqlResult PostgresqlConnection::next_result() {
 void PostgresqlConnection::commit() {
   InterruptWatch::check();
   heeds_interrupts_ = false;
-  run("COMMIT");
+  try {
+    run("COMMIT");
+  } catch (const DatabaseError& failure) {
+    if (PQstatus(connection_) == CONNECTION_BAD) throw OutcomeUnknown(failure.what());
+    throw;
+  }
   heeds_interrupts_ = true;
 }
 
@@ -114,10 +124,26 @@ void PostgresqlConnection::wait(bool for_writing) {
 }
 
 void PostgresqlConnection::fail() const {
-  throw DatabaseError(trimmed(PQerrorMessage(connection_)));
+  InterruptWatch::check();
+  throw DatabaseError(last_words());
+}
+
+// A server that ends a connection says why; behind a COPY the library only reads that when the COPY
+// is ended, and says itself that the connection is closed.
+std::string PostgresqlConnection::last_words() const {
+  std::string own = trimmed(PQerrorMessage(connection_));
+  if (PQstatus(connection_) != CONNECTION_BAD) return own;
+  PQputCopyEnd(connection_, nullptr);
+  while (const PostgresqlResult result{PQgetResult(connection_)}) {
+    if (!diagnostic(result, PG_DIAG_SQLSTATE).empty()) {
+      return trimmed(PQresultErrorMessage(result.get()));
+    }
+  }
+  return own;
 }
 
 void PostgresqlConnection::fail(const PostgresqlResult& result) {
+  InterruptWatch::check();
   throw DatabaseError(trimmed(PQresultErrorMessage(result.get())));
 }
 

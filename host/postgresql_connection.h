@@ -16,6 +16,9 @@ using PostgresqlResult = std::unique_ptr<PGresult, PostgresqlResultDeleter>;
 // A field of a result; NULL reads as an empty text.
 std::string result_text(const PostgresqlResult& result, int row, int column);
 
+// What the server says of an error under one of its headings; empty for none.
+std::string diagnostic(const PostgresqlResult& result, int field);
+
 // A connection whose every wait ends when the user interrupts the command. Operations throw
 // DatabaseError or Interrupted.
 class PostgresqlConnection {
@@ -35,13 +38,13 @@ class PostgresqlConnection {
   PostgresqlResult next_result();
 
   // Ends the transaction and keeps it. Waits whatever the user asks for: once the server has been
-  // told, only its answer says what is kept.
+  // told, only its answer says what is kept. Throws OutcomeUnknown when there is none.
   void commit();
 
   // Waits until the connection can be read from, or also written to.
   void wait(bool for_writing);
 
-  // Throws the connection's own message, or `result`'s.
+  // Throws Interrupted, or else the connection's own message, or `result`'s.
   [[noreturn]] void fail() const;
   [[noreturn]] static void fail(const PostgresqlResult& result);
 
@@ -50,6 +53,7 @@ class PostgresqlConnection {
 
  private:
   void connect();
+  std::string last_words() const;
 
   PGconn* connection_ = nullptr;
   bool heeds_interrupts_ = true;

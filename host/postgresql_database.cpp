@@ -20,6 +20,8 @@ std::string literal(const std::string& text) {
   }
   return escaped;
 }
+// The class of errors about what is not there, or not for everybody.
+constexpr std::string_view access_rules = "42";
 
 class PostgresqlDatabase : public Database {
  public:
@@ -40,7 +42,7 @@ class PostgresqlDatabase : public Database {
     PQsetSingleRowMode(connection_.get());
     std::vector<std::string_view> texts(names.size());
     while (const PostgresqlResult rows = connection_.next_result()) {
-      if (PQresultStatus(rows.get()) == PGRES_FATAL_ERROR) PostgresqlConnection::fail(rows);
+      if (PQresultStatus(rows.get()) == PGRES_FATAL_ERROR) fail_reading(rows);
       for (int row = 0; row < PQntuples(rows.get()); ++row) {
         for (std::size_t i = 0; i < texts.size(); ++i) {
           texts[i] = PQgetvalue(rows.get(), row, static_cast<int>(i));
@@ -78,6 +80,15 @@ class PostgresqlDatabase : public Database {
   }
 
  private:
+  [[noreturn]] void fail_reading(const PostgresqlResult& failure) {
+    const bool is_access_rule = diagnostic(failure, PG_DIAG_SQLSTATE).starts_with(access_rules);
+    if (!is_access_rule) PostgresqlConnection::fail(failure);
+    // The connection goes on with other tables.
+    while (connection_.next_result()) {
+    }
+    throw KeysUnreadable(diagnostic(failure, PG_DIAG_MESSAGE_PRIMARY));
+  }
+
   PostgresqlConnection connection_;
 };
 

@@ -1,6 +1,8 @@
 #include "host/postgresql_loader.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 
 #include "host/copy_text.h"
 #include "host/postgresql_schema.h"
@@ -15,16 +17,31 @@ constexpr std::size_t message_size = 256 * 1024;
 // enough that ending it costs nothing that can be measured.
 constexpr std::size_t copy_size = 32 * 1024 * 1024;
 
-std::string diagnostic(const PostgresqlResult& result, int field) {
-  const char* text = PQresultErrorField(result.get(), field);
-  return text == nullptr ? std::string() : std::string(text);
+constexpr std::string_view foreign_key_violation = "23503";
+constexpr std::string_view unique_violation = "23505";
+// Classes of errors that no row is the reason for, wherever the server was: the connection, the
+// state of a transaction, other transactions, resources, locks, the people who run the server, and
+// its own faults.
+constexpr std::array foreign_reasons = {"08", "25", "40", "53", "55", "57", "58", "XX"};
+
+bool is_about_rows(std::string_view state) {
+  return !state.empty() &&
+         std::none_of(foreign_reasons.begin(), foreign_reasons.end(),
+                      [state](const char* begin) { return state.starts_with(begin); });
+}
+
+std::int64_t rows_of(const PostgresqlResult& result) {
+  const std::string_view text = PQcmdTuples(result.get());
+  std::int64_t rows = 0;
+  std::from_chars(text.data(), text.data() + text.size(), rows);
+  return rows;
 }
 
 class PostgresqlLoader : public TableLoader {
  public:
   PostgresqlLoader(PostgresqlConnection& connection, const TableSchema& table,
                    std::vector<std::size_t> columns)
-      : connection_(connection), columns_(std::move(columns)), bare_name_(table.bare_name) {
+      : connection_(connection), table_(table), columns_(std::move(columns)) {
     for (const std::size_t column : columns_) names_.push_back(table.columns[column].name);
     copy_ = "COPY " + table.quoted_name + " (" + listed_names(names_, ", ") + ") FROM STDIN";
     for (const auto& [name, places] : read_constraints(connection_, table)) {
@@ -84,15 +101,29 @@ class PostgresqlLoader : public TableLoader {
 
   void end_copy() {
     if (PQputCopyEnd(connection_.get(), nullptr) < 0) connection_.fail();
-    take_results();
+    const std::int64_t kept = take_results();
+    const std::int64_t sent = rows_ - copy_begin_;
+    if (kept != sent) refuse_dropping(kept, sent);
     copy_begin_ = rows_;
     copied_ = 0;
   }
 
-  void take_results() {
+  // Answers the number of rows that the server speaks of.
+  std::int64_t take_results() {
+    std::int64_t rows = 0;
     while (const PostgresqlResult result = connection_.next_result()) {
       if (PQresultStatus(result.get()) == PGRES_FATAL_ERROR) refuse(result);
+      rows += rows_of(result);
     }
+    return rows;
+  }
+
+  [[noreturn]] void refuse_dropping(std::int64_t kept, std::int64_t sent) const {
+    RefusedRow row;
+    row.message = "records " + std::to_string(copy_begin_ + 1) + " to " + std::to_string(rows_) +
+                  ": the database kept " + std::to_string(kept) + " of " + std::to_string(sent) +
+                  " rows and gave no error, as a trigger may ask it to";
+    throw RowRefused(std::move(row));
   }
 
   [[noreturn]] void refuse(const PostgresqlResult& result) {
@@ -100,23 +131,35 @@ class PostgresqlLoader : public TableLoader {
     row.message = diagnostic(result, PG_DIAG_MESSAGE_PRIMARY);
     const std::string detail = diagnostic(result, PG_DIAG_MESSAGE_DETAIL);
     if (!detail.empty()) row.message += ": " + detail;
+    const std::string state = diagnostic(result, PG_DIAG_SQLSTATE);
+    if (!is_about_rows(state)) PostgresqlConnection::fail(result);
     const CopyPlace place =
-        find_copy_place(diagnostic(result, PG_DIAG_CONTEXT), bare_name_, names_);
+        find_copy_place(diagnostic(result, PG_DIAG_CONTEXT), table_.bare_name, names_);
     row.columns = blamed_columns(result, place);
+    // A partition has constraints of its own.
+    const std::vector<std::size_t> key = key_places(detail, names_);
+    if (row.columns.empty()) row.columns = key;
     if (place.line > 0) {
       row.record = copy_begin_ + place.line;
-    } else if (detail.empty() || row.columns.empty()) {
+    } else if (row.columns.empty()) {
       PostgresqlConnection::fail(result);
-    } else {
-      row.first = copy_begin_ + 1;
-      row.last = rows_;
-      row.is_row = [detail, columns = row.columns](const RowFields& fields) {
-        std::vector<std::string_view> values;
-        for (const std::size_t column : columns) values.push_back(fields[column]);
-        return names_key(detail, values);
-      };
+    } else if (row.columns == key) {
+      row.is_repetition = state == unique_violation;
+      if (row.is_repetition || state == foreign_key_violation) look_for_key(row, detail);
     }
     throw RowRefused(std::move(row));
+  }
+
+  void look_for_key(RefusedRow& row, const std::string& detail) const {
+    row.first = copy_begin_ + 1;
+    row.last = rows_;
+    row.blame = [this, detail, columns = row.columns](const RowFields& fields) {
+      std::vector<KeyPart> key;
+      for (const std::size_t column : columns) {
+        key.push_back({fields[column], table_.columns[columns_[column]]});
+      }
+      return names_key(detail, key) ? columns : std::vector<std::size_t>();
+    };
   }
 
   std::vector<std::size_t> blamed_columns(const PostgresqlResult& result,
@@ -130,8 +173,8 @@ class PostgresqlLoader : public TableLoader {
   }
 
   PostgresqlConnection& connection_;
+  const TableSchema table_;
   const std::vector<std::size_t> columns_;
-  const std::string bare_name_;
   std::string copy_;
   std::vector<std::string> names_;
   std::map<std::string, std::vector<std::size_t>> constraints_;

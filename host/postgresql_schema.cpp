@@ -46,7 +46,7 @@ constexpr const char* column_query =
     " FROM base b JOIN pg_type t ON t.oid = b.type WHERE t.typtype = 'd')"
     " SELECT a.attname, format_type(a.atttypid, a.atttypmod), t.typname, t.typtype, t.typcategory,"
     "  b.modifier, b.required, a.atthasdef OR a.attidentity <> '', a.attgenerated <> '', t.oid,"
-    "  a.attnum"
+    "  a.attnum, t.typnamespace = 'pg_catalog'::regnamespace"
     " FROM base b JOIN pg_type t ON t.oid = b.type JOIN pg_attribute a"
     "  ON a.attrelid = $1::oid AND a.attnum = b.attnum"
     " WHERE t.typtype <> 'd' ORDER BY a.attnum";
@@ -58,6 +58,8 @@ constexpr const char* unique_query =
     " AND k.place <= i.indnkeyatts"
     " ORDER BY NOT i.indisprimary, i.indexrelid, k.place";
 
+// A key that refers to a partitioned table has another constraint for each of its partitions, which
+// say the same once more; one that a partition has from its own table counts.
 constexpr const char* foreign_key_query =
     "SELECT c.oid, f.relname, format('%I.%I', n.nspname, f.relname), c.confrelid = c.conrelid,"
     " k.own, a.attname"
@@ -65,7 +67,8 @@ constexpr const char* foreign_key_query =
     "  AS k(own, other, place)"
     " JOIN pg_class f ON f.oid = c.confrelid JOIN pg_namespace n ON n.oid = f.relnamespace"
     " JOIN pg_attribute a ON a.attrelid = c.confrelid AND a.attnum = k.other"
-    " WHERE c.conrelid = $1::oid AND c.contype = 'f' AND c.conparentid = 0"
+    " WHERE c.conrelid = $1::oid AND c.contype = 'f' AND NOT EXISTS (SELECT FROM pg_constraint p"
+    "  WHERE p.oid = c.conparentid AND p.conrelid = c.conrelid)"
     " ORDER BY c.oid, k.place";
 
 constexpr const char* constraint_query =
@@ -169,9 +172,11 @@ class SchemaReader {
   }
 
   void set_type(const PostgresqlResult& rows, int row, ColumnSchema& column) {
-    const std::string name = result_text(rows, row, 2);
+    // Users may give types of theirs the names of the server's own.
+    const std::string name = is_true(rows, row, 11) ? result_text(rows, row, 2) : "";
     const auto found = std::find_if(named_types.begin(), named_types.end(),
                                     [&](const NamedType& entry) { return entry.name == name; });
+    column.is_padded = name == "bpchar";
     if (found != named_types.end()) {
       column.type = found->type;
     } else if (result_text(rows, row, 3).front() == enum_type) {

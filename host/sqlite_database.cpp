@@ -19,10 +19,12 @@ class SqliteDatabase : public Database {
   }
 
   void read_keys(const ForeignKey& key, const TakeKey& take) override {
-    const std::string columns = listed_names(key.referenced_columns, ", ");
+    // A bare name between quotation marks that is no column's would be taken for a text.
+    const std::string columns = listed_names(key.referenced_columns, ", ", "k.");
+    require_readable(key, columns);
     SqliteStatement rows(connection_,
-                         "SELECT " + columns + " FROM " + key.quoted_table + " WHERE " +
-                             listed_names(key.referenced_columns, " AND ", "", " IS NOT NULL") +
+                         "SELECT " + columns + " FROM " + key.quoted_table + " k WHERE " +
+                             listed_names(key.referenced_columns, " AND ", "k.", " IS NOT NULL") +
                              " ORDER BY " + columns);
     std::vector<std::string_view> texts(key.referenced_columns.size());
     while (rows.next()) {
@@ -59,6 +61,19 @@ class SqliteDatabase : public Database {
   }
 
  private:
+  // SQLite lets a foreign key refer to what is not there, until a row is to be checked.
+  void require_readable(const ForeignKey& key, const std::string& columns) {
+    try {
+      const SqliteStatement probe(connection_, "SELECT " + (columns.empty() ? "1" : columns) +
+                                                   " FROM " + key.quoted_table + " k");
+    } catch (const DatabaseError&) {
+      if (sqlite3_errcode(connection_.get()) != SQLITE_ERROR) throw;
+      throw KeysUnreadable(sqlite3_errmsg(connection_.get()));
+    }
+    if (key.referenced_columns.size() == key.columns.size()) return;
+    throw KeysUnreadable(key.table + " has no primary key of as many columns");
+  }
+
   SqliteConnection connection_;
 };
 

@@ -60,6 +60,8 @@ void set_sqlite_type(std::string_view declared, ColumnSchema& column) {
     column.precision = sizes[0];
     column.scale = sizes[1];
   }
+  column.takes_wide_integers =
+      column.type == ColumnType::integer16 || column.type == ColumnType::integer32;
   if (column.type == ColumnType::boolean) column.choices = {"0", "1"};
 }
 

@@ -58,7 +58,8 @@ class TableImporter {
     bool is_unique = false;
     const ForeignKey* key = nullptr;
     const ListFile* list = nullptr;
-    std::string same_as;  // a column of this table whose values it takes
+    std::string obstacle;  // why the keys cannot be read
+    std::string same_as;   // a column of this table whose values it takes
     int repeat_level = 0;
   };
 
@@ -102,7 +103,7 @@ class TableImporter {
       lists.push_back(&begin_list(column));
     }
     std::int64_t unreadable = 0;
-    database_.read_keys(key, [&](const std::vector<std::string_view>& texts) {
+    const auto take = [&](const std::vector<std::string_view>& texts) {
       InterruptWatch::check();
       std::vector<std::string> lines;
       for (const std::string_view text : texts) {
@@ -113,7 +114,16 @@ class TableImporter {
         return;
       }
       for (std::size_t i = 0; i < lists.size(); ++i) lists[i]->append(lines[i]);
-    });
+    };
+    try {
+      database_.read_keys(key, take);
+    } catch (const KeysUnreadable& failure) {
+      for (const std::size_t column : key.columns) {
+        columns_[column].obstacle = std::string("which cannot be read: ") + failure.what();
+      }
+      drop_lists(key);
+      return;
+    }
     if (unreadable > 0) {
       remark(
           names_of(key.columns) + ": keys of " + key.table +
@@ -128,13 +138,21 @@ class TableImporter {
 
   // The table that a key refers to may be this one, and empty: then each row can be its own parent.
   void use_own_keys(const ForeignKey& key) {
+    drop_lists(key);
+    const std::string advice = key.is_to_own_table ? "" : " (load " + key.table + " first)";
     for (std::size_t i = 0; i < key.columns.size(); ++i) {
-      const ListFile* list = columns_[key.columns[i]].list;
-      std::erase_if(result_.lists, [&](const auto& each) { return each.get() == list; });
-      columns_[key.columns[i]].list = nullptr;
+      columns_[key.columns[i]].obstacle = "which has no rows yet" + advice;
       if (key.is_to_own_table && !schema_.columns[key.columns[i]].nullable) {
         columns_[key.columns[i]].same_as = key.referenced_columns[i];
       }
+    }
+  }
+
+  void drop_lists(const ForeignKey& key) {
+    for (const std::size_t column : key.columns) {
+      const ListFile* list = columns_[column].list;
+      std::erase_if(result_.lists, [&](const auto& each) { return each.get() == list; });
+      columns_[column].list = nullptr;
     }
   }
 
@@ -159,11 +177,9 @@ class TableImporter {
         std::any_of(set.begin(), set.end(), [&](std::size_t i) { return columns_[i].is_unique; })) {
       return;
     }
-    ColumnUse use = use_;
-    use.is_unique = true;
     for (const std::size_t column : set) {
       if (columns_[column].key != nullptr) continue;
-      const auto mapped = map_column(schema_.columns[column], use);
+      const auto mapped = map_column(schema_.columns[column], unique_use(column));
       if (!mapped || mapped->distinct_values < use_.records) continue;
       columns_[column].is_unique = true;
       return;
@@ -179,7 +195,8 @@ class TableImporter {
     bool is_one_key = true;
     for (const std::size_t column : set) {
       const Column& state = columns_[column];
-      if (state.list == nullptr || state.repeat_level > 0) return false;
+      if (state.list == nullptr || state.list->values() == 0 || state.repeat_level > 0)
+        return false;
       is_one_key = is_one_key && first != nullptr && state.key == first;
       combinations *= state.list->values();
       if (combinations > use_.records) combinations = use_.records;
@@ -272,23 +289,19 @@ class TableImporter {
       set_list(column, item);
       return true;
     }
-    ColumnUse use = use_;
-    use.is_unique = state.is_unique || !state.same_as.empty();
-    if (use.is_unique) {
-      if (may_count_on(schema)) use.largest = database_.largest_number(schema_, column);
-      use.largest_text = [this, column](const TextForm& form) {
-        return database_.largest_text(schema_, column, form);
-      };
-    }
+    const bool is_distinct = state.is_unique || !state.same_as.empty();
+    const ColumnUse use = is_distinct ? unique_use(column) : use_;
     const auto mapped = map_column(schema, use);
     item.attributes = mapped ? mapped->attributes : attributes_for_list(schema, 1);
     if (!state.same_as.empty()) {
       item.values.source = ValuesDraft::Source::reference;
       item.values.item_name = state.same_as;
     } else if (state.key != nullptr) {
-      const std::string& table = state.key->table;
-      const std::string advice = state.key->is_to_own_table ? "" : " (load " + table + " first)";
-      leave_without_values(column, "refers to " + table + ", which has no rows yet" + advice);
+      leave_without_values(column, "refers to " + state.key->table + ", " + state.obstacle);
+    } else if (mapped && mapped->distinct_values == 0) {
+      const std::string largest = use.largest ? " (" + std::to_string(*use.largest) + ")" : "";
+      leave_without_values(column,
+                           "no range of values remains behind the largest that it holds" + largest);
     } else if (mapped) {
       item.values = mapped->values;
       if (state.is_unique) limit_records({column}, mapped->distinct_values);
@@ -300,6 +313,18 @@ class TableImporter {
       leave_without_values(column, "no item suits the type " + schema.declared_type);
     }
     return true;
+  }
+
+  ColumnUse unique_use(std::size_t column) {
+    ColumnUse use = use_;
+    use.is_unique = true;
+    if (may_count_on(schema_.columns[column])) {
+      use.largest = database_.largest_number(schema_, column);
+    }
+    use.largest_text = [this, column](const TextForm& form) {
+      return database_.largest_text(schema_, column, form);
+    };
+    return use;
   }
 
   static bool may_count_on(const ColumnSchema& schema) {

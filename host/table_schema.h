@@ -36,6 +36,8 @@ struct ColumnSchema {
   int length = 0;     // characters, 0 without a limit
   int precision = 0;  // digits of a decimal, 0 without a limit
   int scale = 0;
+  bool takes_wide_integers = false;  // of 64 bits, whatever the type's name says
+  bool is_padded = false;            // text that the database fills up with spaces
   bool nullable = true;
   bool has_default = false;
   bool is_generated = false;  // computed by the database, never loaded

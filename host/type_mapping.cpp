@@ -62,7 +62,8 @@ ItemAttributes signed_number(std::int32_t attribute, int digits, int decimals) {
 
 ItemAttributes text_of(std::int32_t length) { return {character_attribute, 1, length, length, 0}; }
 
-// Whole numbers up to `highest`. A unique column goes on behind the largest number that it holds.
+// Whole numbers up to `highest`. A unique column goes on behind the largest number that it holds;
+// no values remain where that leaves less than a range, which has two.
 MappedColumn whole_numbers(const ItemAttributes& attributes, std::int64_t highest,
                            const ColumnUse& use) {
   const std::int64_t start =
@@ -71,6 +72,19 @@ MappedColumn whole_numbers(const ItemAttributes& attributes, std::int64_t highes
   if (start >= end) return ranged(attributes, "%1U", "0", "1", use.is_unique ? 0 : 2);
   return ranged(attributes, "%" + std::to_string(digits_of(end)) + "D", std::to_string(start),
                 std::to_string(end), end - start + 1);
+}
+
+MappedColumn wide_integers(const ColumnUse& use) {
+  return whole_numbers(signed_number(number_attribute, max_number_digits, 0),
+                       power(10, max_number_digits) - 1, use);
+}
+
+// An integer column of SQLite is a wide one in spite of its name, should its rows need that.
+MappedColumn integers(const ColumnSchema& column, const ItemAttributes& attributes,
+                      std::int64_t highest, const ColumnUse& use) {
+  const MappedColumn mapped = whole_numbers(attributes, highest, use);
+  const bool is_too_short = use.largest && mapped.distinct_values < use.records;
+  return column.takes_wide_integers && is_too_short ? wide_integers(use) : mapped;
 }
 
 // Numbers of `digits` digits, of which `decimals` stand behind the point.
@@ -182,14 +196,13 @@ std::optional<MappedColumn> map_column(const ColumnSchema& column, const ColumnU
   const bool unique = use.is_unique;
   switch (column.type) {
     case ColumnType::integer16:
-      return whole_numbers(signed_number(attribute::small_integer, small_integer_digits, 0),
-                           std::numeric_limits<std::int16_t>::max(), use);
+      return integers(column, signed_number(attribute::small_integer, small_integer_digits, 0),
+                      std::numeric_limits<std::int16_t>::max(), use);
     case ColumnType::integer32:
-      return whole_numbers(signed_number(attribute::integer, integer_digits, 0),
-                           std::numeric_limits<std::int32_t>::max(), use);
+      return integers(column, signed_number(attribute::integer, integer_digits, 0),
+                      std::numeric_limits<std::int32_t>::max(), use);
     case ColumnType::integer64:
-      return whole_numbers(signed_number(number_attribute, max_number_digits, 0),
-                           power(10, max_number_digits) - 1, use);
+      return wide_integers(use);
     case ColumnType::decimal:
       return decimal_column(column, use);
     case ColumnType::floating4:

@@ -40,10 +40,23 @@ TEST(CopyText, FindsLineAndColumnInAnyLanguage) {
   }
 }
 
+TEST(CopyText, FindsTheColumnsOfAKey) {
+  const std::vector<std::string> columns = {"id", "price", "a b"};
+  using Places = std::vector<std::size_t>;
+  EXPECT_EQ(key_places("Key (price, id)=(1, 2) already exists.", columns), (Places{1, 0}));
+  EXPECT_EQ(
+      key_places("Schl\xC3\xBCssel \xC2\xBB(\"a b\")=(1)\xC2\xAB existiert bereits.", columns),
+      Places{2});
+  EXPECT_EQ(key_places("Key (id, other)=(1, 2) already exists.", columns), Places{});
+  EXPECT_EQ(key_places("Failing row contains (1, 2).", columns), Places{});
+}
+
 struct KeyCase {
   const char* detail;
   std::vector<std::string_view> values;
   bool is_named;
+  ColumnType type = ColumnType::decimal;  // of the first value, texts follow
+  bool is_padded = false;
 };
 
 TEST(CopyText, ComparesKeysAsTheServerWritesThem) {
@@ -55,13 +68,37 @@ TEST(CopyText, ComparesKeysAsTheServerWritesThem) {
       {"Key (a)=(0.00) already exists.", {"+00.00"}, true},
       {"Key (a)=(.5.) already exists.", {"5"}, false},
       {"Key (a)=(x)) already exists.", {"x)"}, true},
+      {"Key (a)=(7) already exists.", {"007"}, false, ColumnType::text},
+      {"Key (a)=(7  ) already exists.", {"7"}, false, ColumnType::text},
+      {"Key (a)=(7  ) already exists.", {"7"}, true, ColumnType::text, true},
+      {"Key (a)=(t) already exists.", {"true"}, true, ColumnType::boolean},
+      {"Key (a)=(f) already exists.", {"true"}, false, ColumnType::boolean},
+      {"Key (a)=(f) already exists.", {"0"}, true, ColumnType::boolean},
+      {"Key (a)=(f) already exists.", {""}, false, ColumnType::boolean},
+      {"Key (a)=(2024-01-01 00:00:00+00) already exists.",
+       {"2024-01-01 00:00:00"},
+       true,
+       ColumnType::timestamp},
+      {"Key (a)=(1e-05) already exists.", {"+0.00001"}, true, ColumnType::floating8},
+      {"Key (a)=(1.5) already exists.", {"+1.51"}, false, ColumnType::floating8},
+      {"Key (a)=(0.1) already exists.", {"0.100000001"}, true, ColumnType::floating4},
+      {"Key (a)=(\\xab) already exists.", {"\\xAB"}, true, ColumnType::hex_binary},
       {pair, {"007", "x, y"}, true},
       {pair, {"8", "x, y"}, false},
       {pair, {"7", "x"}, false},
       {"no key", {"no key"}, false},
   };
   for (const KeyCase& test : cases) {
-    EXPECT_EQ(names_key(test.detail, test.values), test.is_named)
+    ColumnSchema first;
+    first.type = test.type;
+    first.is_padded = test.is_padded;
+    ColumnSchema other;
+    other.type = ColumnType::text;
+    std::vector<KeyPart> key;
+    for (const std::string_view value : test.values) {
+      key.push_back({value, key.empty() ? first : other});
+    }
+    EXPECT_EQ(names_key(test.detail, key), test.is_named)
         << test.detail << " " << test.values.front();
   }
 }
