@@ -28,6 +28,7 @@ struct LayoutError {
 struct RepeatSettings {
   std::int32_t level = 0;
   std::int32_t count = 0;
+  SourcePlace place = {};  // of the level
 };
 
 // What an item takes its values from.

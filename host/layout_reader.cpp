@@ -114,6 +114,19 @@ void check_numbers(const Layout& layout, std::vector<LayoutError>& errors) {
   }
 }
 
+void check_levels(const Layout& layout, std::vector<LayoutError>& errors) {
+  std::map<std::int32_t, const LayoutItem*> items;
+  for (const LayoutItem& item : layout.items) {
+    if (!item.values || !item.values->repeat || item.values->repeat->level == 0) continue;
+    const RepeatSettings& repeat = *item.values->repeat;
+    const auto [taken, is_new] = items.try_emplace(repeat.level, &item);
+    if (is_new) continue;
+    errors.push_back(
+        {repeat.place, "level " + std::to_string(repeat.level) + " is that of the item on line " +
+                           std::to_string(taken->second->place.line) + ", expected another one"});
+  }
+}
+
 void read_items(TableReader& root, bool has_unreadable_lines, MissingLists lists, Layout& layout,
                 std::vector<LayoutError>& errors) {
   constexpr std::string_view key = "item";
@@ -134,6 +147,7 @@ void read_items(TableReader& root, bool has_unreadable_lines, MissingLists lists
     is_clean.push_back(errors.size() == errors_before);
   }
   check_numbers(layout, errors);
+  check_levels(layout, errors);
   if (lists == MissingLists::refused) append_missing_lists(layout, errors);
   // Nobody will get to storing the values: what is wrong with them is said with the rest.
   if (has_unreadable_lines || !errors.empty()) append_value_errors(layout, is_clean, errors);

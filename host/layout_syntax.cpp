@@ -59,6 +59,35 @@ std::string described(const toml::parse_error& failure, std::string_view line) {
   return text + ", expected a table's header or a key with its value";
 }
 
+// Where a line begins a value that it does not end; npos when it does not.
+std::size_t unclosed_value(std::string_view line) {
+  static constexpr std::pair<std::string_view, std::string_view> brackets[] = {
+      {"[", "]"}, {R"(""")", R"(""")"}, {"'''", "'''"}};
+  const std::size_t value = line.find_first_not_of(" \t=", line.find('='));
+  if (value == std::string_view::npos) return value;
+  for (const auto& [begin, end] : brackets) {
+    if (!line.substr(value).starts_with(begin)) continue;
+    const bool ends = line.find(end, value + begin.size()) != std::string_view::npos;
+    return ends ? std::string_view::npos : value;
+  }
+  return std::string_view::npos;
+}
+
+// Where the failure lies: that a value of several lines does not end is noticed far behind it.
+toml::source_position place_of(const toml::parse_error& failure,
+                               const std::vector<std::string>& lines) {
+  const toml::source_position place = failure.source().begin;
+  const std::string_view description = failure.description();
+  const bool has_several_lines = description.find("array") != std::string_view::npos ||
+                                 description.find("end-of-file") != std::string_view::npos;
+  for (auto line = has_several_lines ? place.line : 0; line > 0; --line) {
+    if (line > lines.size()) continue;
+    const std::size_t open = unclosed_value(lines[line - 1]);
+    if (open != std::string_view::npos) return {line, static_cast<std::uint32_t>(open + 1)};
+  }
+  return place;
+}
+
 }  // namespace
 
 LayoutSyntax parse_syntax(std::string_view text) {
@@ -71,7 +100,7 @@ LayoutSyntax parse_syntax(std::string_view text) {
       syntax.table = toml::parse(joined(lines));
       return syntax;
     } catch (const toml::parse_error& failure) {
-      const toml::source_position place = failure.source().begin;
+      const toml::source_position place = place_of(failure, lines);
       if (place.line == 0 || place.line > lines.size()) {
         syntax.errors.push_back({{place.line, place.column}, std::string(failure.description())});
         break;

@@ -315,12 +315,13 @@ nullable = 1
   EXPECT_TRUE(reading.errors[3].text.starts_with("item A: format is \"%10U\": 99052:"));
 }
 
+std::string item(const std::string& name, const std::string& more) {
+  return "[[item]]\nname = \"" + name + "\"\nattribute = 4\n" + more + "\n";
+}
+
 TEST(LayoutReader, ReportsReferencesAndMissingListsWithTheRest) {
   const test::TempFolder folder;
   test::write_file(folder.file("there.txt"), "1\n");
-  const auto item = [](const std::string& name, const std::string& more) {
-    return "[[item]]\nname = \"" + name + "\"\nattribute = 4\n" + more + "\n";
-  };
   const std::string text =
       "[layout]\nkind = \"record\"\nrecords = 1\ndata = \"d.csv\"\n" +
       item("A", "digits = 3\nvalues = { type = \"enumeration\", file = \"there.txt\" }") +
@@ -348,6 +349,32 @@ TEST(LayoutReader, ReportsReferencesAndMissingListsWithTheRest) {
   const LayoutReading unnamed = parse(replaced(text, "name = \"A\"", "name = A"));
   ASSERT_EQ(unnamed.errors.size(), 2u);
   EXPECT_EQ(unnamed.errors[1].place.line, 24u);
+}
+
+// A value that does not end takes in the lines behind it, which say nothing about it.
+TEST(LayoutReader, AValueThatDoesNotEndHidesNothingElse) {
+  for (const std::string open : {"[ \"a.csv\"", "\"\"\"a.csv", "'''a.csv"}) {
+    const LayoutReading reading =
+        parse("[layout]\nkind = \"record\"\nrecords = 1\ncolour = 1\ndata = " + open + "\n" +
+              item("A", "digits = 3\nvalues = 5"));
+    ASSERT_EQ(reading.errors.size(), 3u) << open;
+    const std::pair<std::uint32_t, std::uint32_t> places[] = {{4, 1}, {5, 8}, {10, 10}};
+    for (std::size_t i = 0; i < 3; ++i) {
+      EXPECT_EQ(reading.errors[i].place.line, places[i].first) << reading.errors[i].text;
+      EXPECT_EQ(reading.errors[i].place.column, places[i].second) << reading.errors[i].text;
+    }
+  }
+}
+
+TEST(LayoutReader, EachRepeatHasALevelOfItsOwn) {
+  const std::string values =
+      "digits = 3\nvalues = { type = \"default\", repeat = { level = 1, count = 2 } }";
+  const LayoutReading reading =
+      parse("[layout]\nkind = \"record\"\nrecords = 1\ndata = \"d.csv\"\n" + item("A", values) +
+            item("B", values));
+  ASSERT_EQ(reading.errors.size(), 1u);
+  EXPECT_EQ(reading.errors[0].place.line, 14u);
+  EXPECT_EQ(reading.errors[0].text, "level 1 is that of the item on line 5, expected another one");
 }
 
 // What no repair gets over ends with what was found, and with no more than that.
