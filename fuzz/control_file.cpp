@@ -13,7 +13,7 @@
 #include "format/record_text.h"
 #include "generate/generate_data_file.h"
 #include "generate/repeat_count.h"
-#include "host/file_printers.h"
+#include "host/commands/file_printers.h"
 #include "run.h"
 
 namespace korvex::fuzz {

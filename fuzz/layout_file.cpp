@@ -5,9 +5,9 @@
 
 #include "control/control_file.h"
 #include "format/record_text.h"
-#include "host/layout_messages.h"
-#include "host/layout_reader.h"
-#include "host/settings_editor.h"
+#include "host/layout/layout_messages.h"
+#include "host/layout/layout_reader.h"
+#include "host/layout/settings_editor.h"
 #include "run.h"
 
 namespace korvex::fuzz {

@@ -9,7 +9,7 @@
 #include "control/control_file.h"
 #include "format/record_text.h"
 #include "generate/repeat_count.h"
-#include "host/file_printers.h"
+#include "host/commands/file_printers.h"
 #include "run.h"
 
 namespace korvex::fuzz {

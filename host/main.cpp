@@ -2,7 +2,7 @@
 #include <iostream>
 
 #include "host/exit_status.h"
-#include "host/interruption.h"
+#include "host/process/interruption.h"
 #include "host/program.h"
 #include "korvex/korvex.h"
 

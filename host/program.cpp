@@ -5,14 +5,14 @@
 #include <numeric>
 #include <ostream>
 
-#include "host/common_options.h"
+#include "host/commands/common_options.h"
+#include "host/commands/import_command.h"
+#include "host/commands/layout_commands.h"
+#include "host/commands/load_command.h"
+#include "host/commands/show.h"
 #include "host/exit_status.h"
-#include "host/import_command.h"
-#include "host/layout_commands.h"
-#include "host/load_command.h"
-#include "host/printable_text.h"
-#include "host/show.h"
-#include "host/table_reader.h"
+#include "host/layout/table_reader.h"
+#include "host/text/printable_text.h"
 
 namespace korvex::host {
 

@@ -2,9 +2,9 @@
 
 #include <iosfwd>
 
-#include "host/count_command.h"
-#include "host/edit_command.h"
-#include "host/generate_command.h"
+#include "host/commands/count_command.h"
+#include "host/commands/edit_command.h"
+#include "host/commands/generate_command.h"
 
 namespace korvex::host {
 

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/layout/table_reader.h"
+#include "host/text/printable_text.h"
+
+// What several commands take alike.
+namespace korvex::host {
+
+// Takes whole numbers only, and says which.
+inline CLI::Validator number_from(std::int32_t lowest) {
+  const auto check = [lowest](const std::string& text) -> std::string {
+    std::int32_t number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, failure] = std::from_chars(text.data(), end, number);
+    if (failure == std::errc() && stop == end && number >= lowest) return {};
+    return '"' + printable(text) + "\" is no number from " + std::to_string(lowest) + " to " +
+           std::to_string(largest_integer);
+  };
+  return {check, "", ""};
+}
+
+// Takes one of some words, and turns it into the number of what it stands for.
+template <class Value>
+CLI::Validator one_of(const std::vector<std::pair<std::string, Value>>& choices) {
+  const auto translate = [choices](std::string& word) -> std::string {
+    std::string names;
+    for (const auto& [name, value] : choices) {
+      if (name == word) {
+        word = std::to_string(static_cast<int>(value));
+        return {};
+      }
+      names += (names.empty() ? "" : ", ") + name;
+    }
+    return '"' + printable(word) + "\" is unknown, expected one of " + names;
+  };
+  return {translate, "", ""};
+}
+
+inline void add_layout(CLI::App& command, std::string& layout) {
+  command.add_option("LAYOUT", layout, "layout file (TOML)")->required();
+}
+
+inline void add_records(CLI::App& command, std::optional<std::int32_t>& records) {
+  command
+      .add_option("--records", records, "number of records, in place of the number in the layout")
+      ->check(number_from(0));
+}
+
+}  // namespace korvex::host

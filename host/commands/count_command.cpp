@@ -1,0 +1,82 @@
+#include "host/commands/count_command.h"
+
+#include <ostream>
+
+#include "format/error_codes.h"
+#include "generate/generate_data_file.h"
+#include "host/commands/interface_choice.h"
+#include "host/exit_status.h"
+#include "host/layout/control_writer.h"
+#include "host/layout/failure_text.h"
+#include "host/layout/layout_messages.h"
+#include "host/process/scratch_folder.h"
+#include "host/records/prediction.h"
+
+namespace korvex::host {
+
+namespace {
+
+int print_exact_size(const Layout& layout, std::ostream& out, std::ostream& messages) {
+  TemporaryControlFile control_file;
+  std::int32_t code = control_file.write(layout, ControlForm::short_form);
+  std::uint64_t bytes = 0;
+  ClGenerateDataFile generator;
+  if (code == 0) {
+    generator.main.control_path = control_file.path();
+    code = generator.measure(bytes);
+  }
+  if (code == error::cancelled) return exit_status::cancelled;
+  if (code != 0) {
+    messages << failure_text(code, generator.main, generator.bad_line) << "\n";
+    return exit_status::failed;
+  }
+  out << "Records to generate: " << layout.records << "\n"
+      << "Exact file size:     " << bytes << " bytes" << std::endl;
+  return exit_status::done;
+}
+
+int count(const Layout& layout, bool has_repeats, CheckRepeatCount check, std::ostream& out,
+          std::ostream& messages) {
+  TemporaryControlFile control_file;
+  if (const std::int32_t code = control_file.write(layout, ControlForm::long_form); code != 0) {
+    messages << layout.work << ": " << numbered_message(code, layout) << "\n";
+    return exit_status::failed;
+  }
+  const std::int32_t verdict = check(control_file.path().c_str());
+  if (verdict == 0) {
+    if (const auto prediction = predict(control_file.path(), has_repeats)) {
+      out << "Data items:          " << prediction->data_items << "\n"
+          << "Predicted size:      " << predicted_size_text(*prediction) << "\n";
+    }
+  }
+  out << "DGCheckRepeatCnt:    " << verdict
+      << (verdict == 0 ? " (the settings can be evaluated)" : " (the settings cannot be evaluated)")
+      << std::endl;
+  return verdict == 0 ? print_exact_size(layout, out, messages) : exit_status::failed;
+}
+
+}  // namespace
+
+int run_count(const CountOptions& options, CheckRepeatCount check, std::ostream& out,
+              std::ostream& messages) {
+  const LayoutReading reading = read_layout(options.layout, options.records, MissingLists::refused);
+  if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
+  print_warnings(reading.layout, messages);
+  choose_interface(options.window);
+  const ScratchFolder scratch;
+  if (scratch.path().empty()) {
+    messages << "no folder for temporary files can be made" << std::endl;
+    return exit_status::failed;
+  }
+  const std::optional<Layout> layout = copy_layout(reading.layout, scratch.path());
+  if (!layout) {
+    messages << reading.layout.settings << ": "
+             << numbered_message(error::cannot_open, reading.layout) << std::endl;
+    return exit_status::failed;
+  }
+  const SettingsResult settings = write_settings_of(*layout);
+  if (print_failures(settings, reading.layout, messages)) return exit_status::failed;
+  return count(*layout, settings.repeated_items > 0, check, out, messages);
+}
+
+}  // namespace korvex::host

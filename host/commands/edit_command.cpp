@@ -1,0 +1,96 @@
+#include "host/commands/edit_command.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <functional>
+#include <ostream>
+
+#include "host/exit_status.h"
+#include "host/layout/control_writer.h"
+#include "host/layout/layout_messages.h"
+#include "host/layout/layout_reader.h"
+#include "host/layout/output_folders.h"
+#include "host/layout/settings_editor.h"
+#include "platform/codepage.h"
+
+namespace korvex::host {
+
+namespace {
+
+constexpr std::int32_t dialog_ok = 1;
+constexpr std::int32_t dialog_cancelled = 2;
+constexpr std::int32_t no_quotation_lock = 0;
+
+bool gives_values(const Layout& layout) {
+  return std::any_of(layout.items.begin(), layout.items.end(),
+                     [](const LayoutItem& item) { return item.values.has_value(); });
+}
+
+// False when the layout's values were refused, of which the user is told.
+bool prepare_settings(const Layout& layout, std::ostream& messages) {
+  make_output_folders(layout);
+  std::error_code ignored;
+  if (!gives_values(layout) || std::filesystem::exists(layout.settings, ignored)) return true;
+  return !print_failures(write_settings_of(layout), layout, messages);
+}
+
+int run_dialog(const Layout& layout, const std::function<std::int32_t(const char*)>& show,
+               std::ostream& out, std::ostream& messages) {
+  if (!prepare_settings(layout, messages)) return exit_status::failed;
+  TemporaryControlFile control_file;
+  if (const std::int32_t code = control_file.write(layout, ControlForm::long_form); code != 0) {
+    messages << layout.work << ": " << numbered_message(code, layout) << "\n";
+    return exit_status::failed;
+  }
+  const std::int32_t result = show(control_file.path().c_str());
+  if (result == dialog_cancelled) return exit_status::cancelled;
+  if (result != dialog_ok) return exit_status::failed;
+  std::error_code ignored;
+  const bool has_settings = std::filesystem::exists(layout.settings, ignored);
+  out << (has_settings ? "settings: " : "no settings: ") << layout.settings << std::endl;
+  if (gives_values(layout)) {
+    messages << "note: \"korvex generate\" writes the values of " << layout.file
+             << " over these settings, unless it is given --keep-settings" << std::endl;
+  }
+  return exit_status::done;
+}
+
+// The item's place in the layout, from 1; 0 when there is none of that name.
+std::int32_t position_of(const Layout& layout, const std::string& utf8_name) {
+  const std::optional<std::string> name = platform::from_utf8(utf8_name);
+  const auto found =
+      std::find_if(layout.items.begin(), layout.items.end(),
+                   [&](const LayoutItem& item) { return name && item.name == *name; });
+  return found == layout.items.end() ? 0
+                                     : static_cast<std::int32_t>(found - layout.items.begin()) + 1;
+}
+
+}  // namespace
+
+int run_edit(const EditOptions& options, CreateFile show, std::ostream& out,
+             std::ostream& messages) {
+  const LayoutReading reading = read_layout(options.layout, options.records);
+  if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
+  return run_dialog(
+      reading.layout,
+      [show](const char* control_path) { return show(control_path, nullptr, no_quotation_lock); },
+      out, messages);
+}
+
+int run_update(const EditOptions& options, ReplaceData show, std::ostream& out,
+               std::ostream& messages) {
+  const LayoutReading reading = read_layout(options.layout, options.records);
+  if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
+  Layout layout = reading.layout;
+  // In place of the number of records the control file says with which item to begin.
+  layout.records = options.item.empty() ? 1 : position_of(layout, options.item);
+  if (layout.records == 0) {
+    messages << options.layout << ": no item is named " << options.item << std::endl;
+    return exit_status::wrong_usage;
+  }
+  return run_dialog(
+      layout, [show](const char* control_path) { return show(control_path, nullptr); }, out,
+      messages);
+}
+
+}  // namespace korvex::host

@@ -1,0 +1,139 @@
+#include "host/commands/export_command.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <ostream>
+
+#include "format/record_text.h"
+#include "host/databases/sql_names.h"
+#include "host/exit_status.h"
+#include "host/layout/layout_messages.h"
+#include "host/process/replaced_output.h"
+#include "host/records/record_source.h"
+#include "host/text/code_page_decoder.h"
+#include "host/text/printable_text.h"
+#include "platform/path.h"
+
+namespace korvex::host {
+
+namespace {
+
+// The records as the chosen dialect takes them.
+class Exporter {
+ public:
+  Exporter(PreparedLayout& prepared, const FormatChoices& choices)
+      : prepared_(prepared), choices_(choices), source_(prepared) {
+    choices_.table = choices.table.empty() ? quoted_name(platform::stem(prepared.layout().data))
+                                           : quoted_path(choices.table);
+    for (const PreparedItem& item : prepared.items()) {
+      items_.push_back(item.item);
+      names_.emplace_back();
+      // A name came out of UTF-8, so it always goes back.
+      encode(item.item->name, names_.back());
+    }
+    format_ = make_record_format(choices_, names_, items_);
+  }
+
+  // False when a value cannot be written; the reason is on `messages`.
+  bool write(ReplacedOutput& output, std::ostream& messages) {
+    std::vector<std::string_view> fields;
+    std::vector<std::string> values(items_.size());
+    std::string text;
+    format_->begin(text);
+    while (output.failure().empty() && source_.next(fields)) {
+      ++records_;
+      for (std::size_t i = 0; i < fields.size(); ++i) {
+        if (encode(fields[i], values[i])) continue;
+        messages << "record " << records_ << ", item " << printable_from_code_page(items_[i]->name)
+                 << ": " << printable_from_code_page(fields[i])
+                 << " has bytes without meaning in code page 932, expected characters" << std::endl;
+        return false;
+      }
+      format_->append(values, text);
+      output.write(text);
+      text.clear();
+    }
+    format_->end(text);
+    output.write(text);
+    if (source_.code() == 0) return true;
+    messages << numbered_message(source_.code(), prepared_.layout()) << std::endl;
+    return false;
+  }
+
+  std::int64_t records() const { return records_; }
+
+ private:
+  bool encode(std::string_view value, std::string& encoded) {
+    const bool is_whole = decoder_.decode(value, encoded);
+    if (choices_.in_code_page) encoded = value;
+    return is_whole;
+  }
+
+  PreparedLayout& prepared_;
+  FormatChoices choices_;
+  RecordSource source_;
+  CodePageDecoder decoder_;
+  std::vector<const LayoutItem*> items_;
+  std::vector<std::string> names_;
+  std::unique_ptr<RecordFormat> format_;
+  std::int64_t records_ = 0;
+};
+
+// Whether the output would take the place of what it is made from.
+bool is_source(const std::string& output, const PreparedLayout& prepared) {
+  std::vector<std::string> sources = {prepared.layout().file, prepared.layout().settings};
+  for (const PreparedItem& item : prepared.items()) {
+    sources.emplace_back(field_text(item.column->record.enumeration_path));
+  }
+  return std::any_of(sources.begin(), sources.end(), [&](const std::string& source) {
+    std::error_code is_absent;
+    return std::filesystem::equivalent(output, source, is_absent);
+  });
+}
+
+// A record of these dialects names its fields, so no two of them may have one name.
+bool has_distinct_names(const PreparedLayout& prepared, const FormatChoices& format,
+                        std::ostream& messages) {
+  if (format.dialect != Dialect::json_lines && format.dialect != Dialect::sql) return true;
+  std::map<std::string_view, std::uint32_t> lines;
+  bool is_good = true;
+  for (const PreparedItem& prepared_item : prepared.items()) {
+    const LayoutItem& item = *prepared_item.item;
+    const auto [first, is_new] = lines.try_emplace(item.name, item.place.line);
+    if (is_new) continue;
+    messages << prepared.layout().file << ":" << item.place.line << ": item "
+             << printable_from_code_page(item.name) << ": the item on line " << first->second
+             << " has the same name, expected different names for jsonl and sql" << std::endl;
+    is_good = false;
+  }
+  return is_good;
+}
+
+}  // namespace
+
+int run_export(const ExportOptions& options, std::ostream& out, std::ostream& messages) {
+  PreparedLayout prepared;
+  const int status = prepared.prepare(options.layout, options.records, messages);
+  if (status != exit_status::done) return status;
+  if (is_source(options.output, prepared)) {
+    messages << options.output << ": belongs to the layout, expected a file of its own"
+             << std::endl;
+    return exit_status::wrong_usage;
+  }
+  if (!has_distinct_names(prepared, options.format, messages)) return exit_status::wrong_usage;
+  Exporter exporter(prepared, options.format);
+  ReplacedOutput output(options.output, out);
+  if (output.failure().empty() && !exporter.write(output, messages)) return exit_status::failed;
+  output.finish();
+  if (!output.failure().empty()) {
+    messages << output.failure() << std::endl;
+    return exit_status::failed;
+  }
+  if (!options.quiet && options.output != "-") {
+    out << exporter.records() << " records: " << options.output << std::endl;
+  }
+  return exit_status::done;
+}
+
+}  // namespace korvex::host

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <iosfwd>
+#include <optional>
+#include <string>
+
+#include "host/records/record_format.h"
+
+namespace korvex::host {
+
+struct ExportOptions {
+  std::string layout;
+  std::string output;
+  std::optional<std::int32_t> records;
+  FormatChoices format;
+  bool quiet = false;
+};
+
+// Writes the records of a layout for another program, without touching the layout's own files. The
+// output takes its place when it is complete. Data for standard output and the line about the
+// result go to `out`, messages to `messages`; answers the program's exit status.
+int run_export(const ExportOptions& options, std::ostream& out, std::ostream& messages);
+
+}  // namespace korvex::host

@@ -1,0 +1,169 @@
+#include "host/commands/generate_command.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <ostream>
+#include <vector>
+
+#include "format/error_codes.h"
+#include "format/reconcile.h"
+#include "generate/log_file.h"
+#include "generate/record_writer.h"
+#include "generate/repeat_count.h"
+#include "host/commands/interface_choice.h"
+#include "host/exit_status.h"
+#include "host/layout/control_writer.h"
+#include "host/layout/layout_messages.h"
+#include "host/layout/layout_reader.h"
+#include "host/layout/output_folders.h"
+#include "host/layout/settings_editor.h"
+#include "host/process/interruption.h"
+
+namespace korvex::host {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::size_t count_block_size = 1024 * 1024;
+
+std::int64_t count_lines(const std::string& path) {
+  std::ifstream stream(path, std::ios::binary);
+  std::vector<char> block(count_block_size);
+  std::int64_t lines = 0;
+  while (stream) {
+    stream.read(block.data(), static_cast<std::streamsize>(block.size()));
+    lines += std::count(block.begin(), block.begin() + stream.gcount(), '\n');
+  }
+  return lines;
+}
+
+// What tells a data file from the one that stood there before.
+struct FileVersion {
+  bool exists = false;
+  struct stat status = {};
+
+  explicit FileVersion(const std::string& path) { exists = ::stat(path.c_str(), &status) == 0; }
+  bool is(const FileVersion& other) const {
+    return exists == other.exists && status.st_ino == other.status.st_ino &&
+           status.st_mtim.tv_sec == other.status.st_mtim.tv_sec &&
+           status.st_mtim.tv_nsec == other.status.st_mtim.tv_nsec;
+  }
+};
+
+void print_summary(const Layout& layout, std::int32_t output_option, Clock::duration time,
+                   std::ostream& out) {
+  struct stat status = {};
+  const bool is_file = ::stat(layout.data.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+  // The output limit may have ended the file early, which the module counts as success.
+  const bool may_be_short = is_file && output_option == guarded_output;
+  out << (may_be_short ? count_lines(layout.data) : layout.records) << " records, ";
+  if (is_file) out << status.st_size << " bytes, ";
+  char seconds[32];
+  std::snprintf(seconds, sizeof seconds, "%.3f", std::chrono::duration<double>(time).count());
+  out << seconds << " s: " << layout.data << std::endl;
+}
+
+// What the module may be in the middle of writing when the run is interrupted.
+class BegunFiles {
+ public:
+  explicit BegunFiles(const Layout& layout)
+      : words_(numbered_message(error::cancelled, layout) + "\n") {
+    mark(layout.data);
+    mark(log_path(layout.work, layout.data));
+    for (const LayoutItem& item : layout.items) {
+      if (item.values && !item.values->file.empty()) mark(item.values->file + report_extension);
+    }
+  }
+
+ private:
+  static constexpr const char* report_extension = ".err";
+
+  void mark(const std::string& path) {
+    files_.push_back(
+        std::make_unique<RemovedOnInterruption>(path, RemovedOnInterruption::What::changed_file));
+  }
+
+  std::vector<std::unique_ptr<RemovedOnInterruption>> files_;
+  SaidOnInterruption words_;
+};
+
+// How many records the repeats give, for the module's question whether fewer are enough. Only the
+// guarded output asks it; what cannot be counted gives none.
+std::uint64_t count_repeated_records(const Layout& layout) {
+  TemporaryControlFile control_file;
+  if (control_file.write(layout, ControlForm::long_form) != 0) return 0;
+  ClColMain main;
+  main.control_path = control_file.path();
+  main.set_run_mode(run_mode::settings_only);
+  if (main.load() != 0 || reconcile(main) <= 0) return 0;
+  RepeatCount count;
+  count_data_items(main, true, count);
+  return count.data_items;
+}
+
+int generate(const Layout& layout, const GenerateOptions& options, bool has_repeats,
+             CreateData create_data, std::ostream& out, std::ostream& messages) {
+  TemporaryControlFile control_file;
+  if (const std::int32_t code = control_file.write(layout, ControlForm::short_form); code != 0) {
+    messages << layout.work << ": " << numbered_message(code, layout) << "\n";
+    return exit_status::failed;
+  }
+  const bool is_asked = has_repeats && options.output_option == guarded_output;
+  const std::uint64_t repeated_records = is_asked ? count_repeated_records(layout) : 0;
+  const FileVersion before(layout.data);
+  const BegunFiles begun(layout);
+  const Clock::time_point start = Clock::now();
+  const std::int32_t result =
+      create_data(control_file.path().c_str(), options.output_option, nullptr, repeated_records);
+  const Clock::duration time = Clock::now() - start;
+  if (result == error::cancelled) return exit_status::cancelled;
+  if (result < 0) return exit_status::failed;
+  // The module counts it as success when the user declines its question.
+  const bool may_be_declined = repeated_records > static_cast<std::uint64_t>(layout.records);
+  if (may_be_declined && FileVersion(layout.data).is(before)) {
+    if (!options.quiet) out << "nothing generated: " << layout.data << std::endl;
+    return exit_status::done;
+  }
+  if (!options.quiet) print_summary(layout, options.output_option, time, out);
+  return exit_status::done;
+}
+
+}  // namespace
+
+int run_generate(const GenerateOptions& options, CreateData create_data, std::ostream& out,
+                 std::ostream& messages) {
+  // Settings that are kept may name other lists than the layout does.
+  const MissingLists lists = options.keep_settings ? MissingLists::allowed : MissingLists::refused;
+  const LayoutReading reading = read_layout(options.layout, options.records, lists);
+  if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
+  const Layout& layout = reading.layout;
+  print_warnings(layout, messages);
+  if (options.keep_settings) {
+    make_output_folders(layout);
+    choose_interface(options.window);
+    constexpr bool may_repeat = true;
+    return generate(layout, options, may_repeat, create_data, out, messages);
+  }
+  const SettingsResult settings = write_settings_of(layout);
+  if (print_failures(settings, layout, messages)) return exit_status::failed;
+  print_left_out(settings.left_out, layout, messages);
+  if (!options.settings_only) {
+    choose_interface(options.window);
+    return generate(layout, options, settings.repeated_items > 0, create_data, out, messages);
+  }
+  if (!options.quiet) {
+    const std::size_t count = settings.items_with_settings;
+    out << count << (count == 1 ? " item" : " items") << " with settings: " << layout.settings
+        << std::endl;
+  }
+  return exit_status::done;
+}
+
+}  // namespace korvex::host

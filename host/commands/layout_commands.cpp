@@ -1,0 +1,106 @@
+#include "host/commands/layout_commands.h"
+
+#include <unistd.h>
+
+#include <iostream>
+#include <ostream>
+
+#include "host/commands/common_options.h"
+#include "host/exit_status.h"
+#include "host/layout/table_reader.h"
+
+namespace korvex::host {
+
+namespace {
+
+const std::vector<std::pair<std::string, Dialect>> dialects = {
+    {"csv", Dialect::csv},
+    {"tsv", Dialect::tsv},
+    {"jsonl", Dialect::json_lines},
+    {"sql", Dialect::sql},
+};
+
+const std::vector<std::pair<std::string, bool>> encodings = {{"utf-8", false}, {"cp932", true}};
+
+}  // namespace
+
+LayoutCommands::LayoutCommands(CLI::App& app) {
+  add_check(app);
+  add_preview(app);
+  add_export(app);
+  add_new(app);
+}
+
+void LayoutCommands::add_check(CLI::App& app) {
+  CLI::App* command = app.add_subcommand(
+      "check", "Say what generating will give, without generating: values, sizes, repetitions");
+  add_layout(*command, check_options_.layout);
+  add_records(*command, check_options_.records);
+  command
+      ->add_option("--unique", check_options_.unique,
+                   "items, with commas in between, in which all records are to differ")
+      ->take_all();
+  check_ = command;
+}
+
+void LayoutCommands::add_preview(CLI::App& app) {
+  CLI::App* command = app.add_subcommand("preview", "Show the first records as a table");
+  add_layout(*command, preview_options_.layout);
+  command
+      ->add_option("-n,--records", preview_options_.records,
+                   "number of records (default: the layout's, at most 20)")
+      ->check(number_from(0));
+  preview_ = command;
+}
+
+void LayoutCommands::add_export(CLI::App& app) {
+  CLI::App* command = app.add_subcommand("export", "Write the records for another program");
+  FormatChoices& format = export_options_.format;
+  add_layout(*command, export_options_.layout);
+  command->add_option("-o,--output", export_options_.output, "the file, - for standard output")
+      ->required();
+  command->add_option("--format", format.dialect, "csv, tsv, jsonl or sql (default: csv)")
+      ->transform(one_of(dialects))
+      ->type_name("FORMAT");
+  command->add_option("--encoding", format.in_code_page, "utf-8 or cp932 (default: utf-8)")
+      ->transform(one_of(encodings))
+      ->type_name("ENCODING");
+  command->add_flag("--header", format.header, "csv, tsv: a first line with the names");
+  command->add_option("--table", format.table, "sql: the table (default: the data file's name)");
+  add_records(*command, export_options_.records);
+  command->add_flag("--quiet", export_options_.quiet, "print no line about the result");
+  export_ = command;
+}
+
+void LayoutCommands::add_new(CLI::App& app) {
+  CLI::App* command = app.add_subcommand(
+      "new", "Write a layout to start from; asks on a terminal for what no option says");
+  command->add_option("-o,--output", new_options_.output,
+                      "the layout file, which must not be there yet (default: standard output)");
+  command->add_option("--kind", new_options_.kind, "record, table or iso (default: record)");
+  command->add_option("--data", new_options_.data, "path of the data file (default: data.csv)");
+  command->add_option("--records", new_options_.records, "number of records (default: 1000)")
+      ->check(number_from(0));
+  command->add_option("--item", new_options_.items,
+                      "NAME:ATTRIBUTE, and behind it :SIZE and :DECIMALS where the attribute has "
+                      "them; a + behind the size for a signed number; once for each item");
+  new_ = command;
+}
+
+std::optional<int> LayoutCommands::run(std::ostream& out, std::ostream& messages) const {
+  if (check_->parsed()) return run_check(check_options_, out, messages);
+  if (preview_->parsed()) return run_preview(preview_options_, out, messages);
+  if (new_->parsed()) {
+    const bool has_terminal = ::isatty(STDIN_FILENO) == 1;
+    return run_new(new_options_, has_terminal ? &std::cin : nullptr, out, messages);
+  }
+  if (!export_->parsed()) return std::nullopt;
+  if (export_options_.format.dialect == Dialect::json_lines &&
+      export_options_.format.in_code_page) {
+    messages << "--encoding is cp932, expected utf-8 for --format jsonl" << std::endl;
+    return exit_status::wrong_usage;
+  }
+  return run_export(export_options_, out, messages);
+}
+
+}  // namespace korvex::host

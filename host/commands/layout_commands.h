@@ -1,0 +1,39 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <iosfwd>
+
+#include "host/commands/check_command.h"
+#include "host/commands/export_command.h"
+#include "host/commands/new_command.h"
+#include "host/commands/preview_command.h"
+
+namespace korvex::host {
+
+// The commands around a layout that write no data file: begin one, look at its records, hand them
+// on.
+class LayoutCommands {
+ public:
+  explicit LayoutCommands(CLI::App& app);
+
+  // Runs the one that was given; the program's exit status, nothing when it was another command.
+  std::optional<int> run(std::ostream& out, std::ostream& messages) const;
+
+ private:
+  void add_check(CLI::App& app);
+  void add_preview(CLI::App& app);
+  void add_export(CLI::App& app);
+  void add_new(CLI::App& app);
+
+  const CLI::App* check_ = nullptr;
+  const CLI::App* preview_ = nullptr;
+  const CLI::App* export_ = nullptr;
+  const CLI::App* new_ = nullptr;
+  CheckOptions check_options_;
+  PreviewOptions preview_options_;
+  ExportOptions export_options_;
+  NewOptions new_options_;
+};
+
+}  // namespace korvex::host

@@ -1,0 +1,225 @@
+#include "host/commands/load_command.h"
+
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <optional>
+#include <ostream>
+#include <sstream>
+#include <stdexcept>
+
+#include "host/commands/load_plan.h"
+#include "host/databases/database.h"
+#include "host/exit_status.h"
+#include "host/layout/layout_messages.h"
+#include "host/process/interrupt_watch.h"
+#include "host/records/record_source.h"
+#include "host/text/code_page_decoder.h"
+#include "host/text/printable_text.h"
+
+namespace korvex::host {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::int64_t percents = 100;
+constexpr const char* nothing_loaded = "nothing was loaded";
+
+// "Loading  42 %" on a terminal, and nothing anywhere else.
+class LoadProgress {
+ public:
+  explicit LoadProgress(std::int64_t records)
+      : records_(records), is_drawing_(::isatty(STDERR_FILENO) == 1) {}
+  ~LoadProgress() { clear(); }
+  LoadProgress(const LoadProgress&) = delete;
+  LoadProgress& operator=(const LoadProgress&) = delete;
+
+  void update(std::int64_t done) {
+    if (!is_drawing_ || done < next_) return;
+    const std::int64_t percent = done * percents / records_;
+    next_ = (records_ * (percent + 1) + percents - 1) / percents;
+    std::fprintf(stderr, "\rLoading %3d %%", static_cast<int>(percent));
+  }
+
+  // The rows are all there: what remains is the database's to check and keep.
+  void show_checking() {
+    if (is_drawing_) std::fputs("\rChecking and keeping the rows", stderr);
+  }
+
+  void clear() {
+    if (is_drawing_) std::fputs("\r\033[K", stderr);
+    is_drawing_ = false;
+  }
+
+ private:
+  const std::int64_t records_;
+  bool is_drawing_;
+  std::int64_t next_ = 1;
+};
+
+// The records as they go into the columns of a table.
+class TableRecords {
+ public:
+  TableRecords(PreparedLayout& prepared, const LoadPlan& plan)
+      : prepared_(prepared),
+        plan_(plan),
+        source_(prepared),
+        texts_(plan.forms.size()),
+        moments_(plan.forms.size()) {}
+
+  // The fields of the next record, valid until the next call; false behind the last one. Throws
+  // DatabaseError when there can be no such record.
+  bool next(RowFields& fields) {
+    if (!source_.next(values_)) {
+      if (source_.code() == 0) return false;
+      throw DatabaseError(numbered_message(source_.code(), prepared_.layout()));
+    }
+    ++number_;
+    fields.clear();
+    for (std::size_t i = 0; i < values_.size(); ++i) {
+      const bool is_known = decoder_.decode(values_[i], texts_[i]);
+      fields.push_back(moments_[i].convert(plan_.forms[i], texts_[i]));
+      if (is_known) continue;
+      throw DatabaseError("record " + std::to_string(number_) + ", item " +
+                          printable(plan_.item_names[i]) + ", value \"" +
+                          printable_from_code_page(values_[i]) +
+                          "\": the value has bytes that are no character of code page 932");
+    }
+    return true;
+  }
+
+  std::int64_t number() const { return number_; }
+
+ private:
+  const PreparedLayout& prepared_;
+  const LoadPlan& plan_;
+  RecordSource source_;
+  CodePageDecoder decoder_;
+  std::vector<std::string_view> values_;
+  std::vector<std::string> texts_;
+  std::vector<MomentText> moments_;
+  std::int64_t number_ = 0;
+};
+
+std::string place(std::int64_t number, const std::vector<std::size_t>& columns,
+                  const LoadPlan& plan, const RowFields& fields) {
+  std::string text = "record " + std::to_string(number);
+  const bool has_columns = !columns.empty();
+  for (std::size_t i = 0; i < (has_columns ? columns.size() : fields.size()); ++i) {
+    const std::size_t field = has_columns ? columns[i] : i;
+    text += ", item " + printable(plan.item_names[field]) + ", value ";
+    text += fields[field].empty() ? "NULL" : "\"" + printable(fields[field]) + "\"";
+  }
+  return text;
+}
+
+// The items that are to blame when the record cannot be told; empty when not even they are known.
+std::string items(const std::vector<std::size_t>& columns, const LoadPlan& plan) {
+  std::string text;
+  for (const std::size_t column : columns) {
+    text += (text.empty() ? "item " : ", item ") + printable(plan.item_names[column]);
+  }
+  return text;
+}
+
+// The refused row with its values. It has passed by then, so the records are made once more up to
+// it: generating is by far the fastest part of a load, and the same settings give the same bytes.
+std::string describe(const RefusedRow& row, const LoadOptions& options, const LoadPlan& plan) {
+  std::string found = items(row.columns, plan);
+  PreparedLayout again;
+  std::ostringstream said_before;
+  if ((row.record == 0 && !row.blame) ||
+      again.prepare(options.layout, options.records, said_before) != exit_status::done) {
+    return found;
+  }
+  TableRecords records(again, plan);
+  bool is_second = false;
+  for (RowFields fields; records.next(fields);) {
+    InterruptWatch::check();
+    const std::int64_t number = records.number();
+    if (number == row.record) return place(number, row.columns, plan, fields);
+    if (row.record > 0 || number < row.first) continue;
+    if (number > row.last) break;
+    const std::vector<std::size_t> columns = row.blame(fields);
+    if (columns.empty()) continue;
+    found = place(number, columns, plan, fields);
+    if (!row.is_repetition || is_second) break;
+    is_second = true;
+  }
+  return found;
+}
+
+// Answers the number of rows. Throws what the parts of a load throw, but for a refused row, which
+// becomes a DatabaseError.
+std::int64_t load_rows(const LoadOptions& options, Database& database, const TableSchema& table,
+                       const LoadPlan& plan, PreparedLayout& prepared) {
+  TableRecords records(prepared, plan);
+  // Up to here there was nothing to undo.
+  const InterruptWatch watch;
+  const auto loader = database.begin_load(table, plan.columns);
+  LoadProgress progress(prepared.layout().records);
+  try {
+    for (RowFields fields; records.next(fields);) {
+      InterruptWatch::check();
+      loader->add(fields);
+      progress.update(records.number());
+    }
+    progress.show_checking();
+    loader->finish();
+  } catch (const RowRefused& refused) {
+    const std::string where = describe(refused.row, options, plan);
+    throw DatabaseError(table.name + ": " + where + (where.empty() ? "" : ": ") + refused.what());
+  }
+  return records.number();
+}
+
+int load(const LoadOptions& options, PreparedLayout& prepared, std::ostream& out) {
+  const auto database = open_database(options.database);
+  const TableSchema table = database->read_schema(options.table);
+  const LoadPlan plan = plan_load(prepared, table);
+  const Clock::time_point start = Clock::now();
+  std::int64_t rows = 0;
+  try {
+    rows = load_rows(options, *database, table, plan, prepared);
+  } catch (const DatabaseError&) {
+    // A failure may be what the interrupt led to, or may have come at the same time.
+    InterruptWatch::check();
+    throw;
+  }
+  const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
+  char time[32];
+  std::snprintf(time, sizeof time, "%.3f", seconds);
+  if (!options.quiet) out << rows << " records, " << time << " s: " << table.name << std::endl;
+  return exit_status::done;
+}
+
+}  // namespace
+
+int run_load(const LoadOptions& options, std::ostream& out, std::ostream& messages) {
+  PreparedLayout prepared;
+  const int status = prepared.prepare(options.layout, options.records, messages);
+  if (status != exit_status::done) return status;
+  print_left_out(prepared.left_out(), prepared.layout(), messages);
+  try {
+    return load(options, prepared, out);
+  } catch (const Interrupted& interrupted) {
+    messages << nothing_loaded << std::endl;
+    return interrupted.exit_status;
+  } catch (const std::invalid_argument& wrong) {
+    messages << wrong.what() << std::endl;
+    return exit_status::wrong_usage;
+  } catch (const PlanError& wrong) {
+    messages << wrong.what() << std::endl;
+    return exit_status::wrong_usage;
+  } catch (const OutcomeUnknown& failure) {
+    messages << failure.what() << "\nit is not known whether the rows were loaded" << std::endl;
+    return exit_status::failed;
+  } catch (const std::exception& failure) {
+    messages << failure.what() << "\n" << nothing_loaded << std::endl;
+    return exit_status::failed;
+  }
+}
+
+}  // namespace korvex::host

@@ -1,0 +1,44 @@
+#include "host/commands/preview_command.h"
+
+#include <ostream>
+
+#include "formatlang/attributes.h"
+#include "host/exit_status.h"
+#include "host/layout/layout_messages.h"
+#include "host/records/record_source.h"
+#include "host/text/text_table.h"
+
+namespace korvex::host {
+
+namespace {
+constexpr std::int32_t default_preview = 20;
+}  // namespace
+
+int run_preview(const PreviewOptions& options, std::ostream& out, std::ostream& messages) {
+  PreparedLayout prepared;
+  const int status = prepared.prepare(options.layout, options.records, messages);
+  if (status != exit_status::done) return status;
+  TextTable table;
+  std::vector<TextTable::Cell> names;
+  for (const PreparedItem& item : prepared.items()) {
+    if (value_class_of(item.item->attributes.attribute) == value_class::numeric) {
+      table.align_right(names.size());
+    }
+    names.push_back(TextTable::from_code_page(item.item->name));
+  }
+  table.add(std::move(names));
+  RecordSource source(prepared);
+  std::int32_t left = options.records.value_or(default_preview);
+  for (std::vector<std::string_view> values; left > 0 && source.next(values); --left) {
+    std::vector<TextTable::Cell> row;
+    for (const std::string_view value : values) row.push_back(TextTable::from_code_page(value));
+    table.add(std::move(row));
+  }
+  table.print(out);
+  out.flush();
+  if (source.code() == 0) return exit_status::done;
+  messages << numbered_message(source.code(), prepared.layout()) << std::endl;
+  return exit_status::failed;
+}
+
+}  // namespace korvex::host

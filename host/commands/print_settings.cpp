@@ -1,0 +1,154 @@
+#include <cstddef>
+#include <ostream>
+
+#include "format/record_text.h"
+#include "format/records.h"
+#include "format/settings_reader.h"
+#include "host/commands/file_printers.h"
+#include "host/layout/code_names.h"
+#include "host/text/printable_text.h"
+
+// Format Information files, of this version and of the previous one.
+namespace korvex::host {
+
+namespace {
+
+// The previous version's item records end with the fields in front of the repeat settings.
+constexpr std::size_t previous_item_size = 388;
+constexpr std::size_t previous_item_fields = offsetof(FmtColRec, repeat_flag);
+
+// A value record as one text: what its element's kind has filled in.
+std::string number_of(const FmtValRec& value) {
+  std::string text = value.sign == sign_minus ? "-" : "";
+  if (value.high != 0) text += std::to_string(value.high) + " x 10^9 + ";
+  return text + std::to_string(value.low);
+}
+
+class SettingsPrinter {
+ public:
+  SettingsPrinter(std::string_view bytes, std::ostream& out) : bytes_(bytes), out_(out) {}
+
+  std::string print() {
+    RecordCursor cursor(bytes_, 0);
+    FmtHeadRec header = {};
+    if (!cursor.read(header)) return "the file ends inside its header";
+    is_previous_ = has_magic(header, previous_magic);
+    out_ << "Format Information file, " << (is_previous_ ? "previous" : "current") << " version\n"
+         << "  layout kind  " << named_layout_kind(header.layout_kind) << "\n"
+         << "  quotation    " << named_quotation(header.quotation) << "\n"
+         << "  levels       " << header.level_count << "\n";
+    if (!cursor.holds(header.level_count, sizeof(FmtLvlRec))) {
+      return "the file ends inside its level table";
+    }
+    unshown_ = bytes_.size() - sizeof header -
+               static_cast<std::size_t>(header.level_count) * sizeof(FmtLvlRec);
+    for (std::int32_t i = 0; i < header.level_count; ++i) {
+      FmtLvlRec level = {};
+      cursor.read(level);
+      const std::string wrong = print_level(level);
+      if (!wrong.empty()) return wrong;
+    }
+    return {};
+  }
+
+ private:
+  std::string print_level(const FmtLvlRec& level) {
+    out_ << "\nlevel " << level.level << ": records " << level.records << ", items "
+         << level.column_count << ", size " << level.data_size << ", offset " << level.data_offset
+         << (level.repeat_flag != 0 ? ", with repeats" : "") << "\n";
+    if (level.data_offset == 0) return {};
+    if (level.data_offset < 0) return "the level's place lies in front of the file";
+    RecordCursor cursor(bytes_, static_cast<std::size_t>(level.data_offset));
+    for (std::int32_t i = 0; i < level.column_count; ++i) {
+      const std::string wrong = print_item(cursor);
+      if (!wrong.empty()) return wrong;
+    }
+    return level.column_count < 0 ? "the level's number of items is negative" : std::string();
+  }
+
+  std::string print_item(RecordCursor& cursor) {
+    FmtColRec item = {};
+    char rest[previous_item_size - previous_item_fields];
+    const std::size_t size = is_previous_ ? previous_item_size : sizeof item;
+    const bool complete =
+        is_previous_ ? cursor.read(&item, previous_item_fields) && cursor.read(rest, sizeof rest)
+                     : cursor.read(item);
+    if (!complete) return "the file ends inside an item's settings";
+    if (!count_shown(size)) return "the levels overlap";
+    print_item_record(item);
+    if (!cursor.holds(item.element_count, sizeof(FmtItemRec))) {
+      return "the file ends inside the elements of item " + std::to_string(item.item_number);
+    }
+    for (std::int32_t i = 0; i < item.element_count; ++i) {
+      FmtItemRec element = {};
+      cursor.read(element);
+      if (!count_shown(sizeof element)) return "the levels overlap";
+      print_element(element);
+    }
+    return {};
+  }
+
+  // Levels that share bytes could make the output far longer than the file.
+  bool count_shown(std::size_t size) {
+    if (size > unshown_) return false;
+    unshown_ -= size;
+    return true;
+  }
+
+  void print_item_record(const FmtColRec& item) {
+    out_ << "  item " << item.item_number << ": type "
+         << named_generation_type(item.generation_type) << ", elements " << item.element_count
+         << ", lead element " << item.lead_element << "\n    "
+         << describe_attributes(
+                {item.attribute, item.signed_flag, item.length, item.digits, item.decimals})
+         << "\n"
+         << "    format     " << text(field_text(item.format))
+         << (item.custom_format != 0 ? " (custom)" : "") << "\n"
+         << "    increment  " << text(field_text(item.increment_text)) << " = "
+         << number_of(item.increment) << "\n"
+         << "    exceeded   " << named_exceeded_action(item.exceeded_action) << "\n";
+    if (item.generation_type == generation_type::reference) {
+      out_ << "    reference  item " << item.referenced_item << "\n";
+    }
+    if (item.repeat_flag != 0) {
+      out_ << "    repeat     level " << item.repeat_level << ", " << item.repeat_count
+           << " times\n";
+    }
+    const auto enumeration = field_text(item.enumeration_path);
+    if (!enumeration.empty()) out_ << "    file       " << printable(enumeration) << "\n";
+  }
+
+  void print_element(const FmtItemRec& element) {
+    out_ << "    element " << element.sequence << ": " << named_format_kind(element.kind)
+         << ", width " << element.width << ", digits " << element.digits << ", decimals "
+         << element.decimals << ", text " << text(field_text(element.text)) << "\n";
+    if (element.kind == format_kind::none || element.kind == format_kind::fixed) return;
+    out_ << "      start " << text(field_text(element.start_text)) << ", end "
+         << text(field_text(element.end_text)) << ", sign " << element.sign << ", span "
+         << element.span_high << ":" << element.span_low
+         << (element.group_start != 0 ? ", opens a group" : "") << "\n";
+  }
+
+  static std::string text(std::string_view field) {
+    return '"' + printable_from_code_page(field) + '"';
+  }
+
+  std::string_view bytes_;
+  std::ostream& out_;
+  bool is_previous_ = false;
+  std::size_t unshown_ = 0;
+};
+
+}  // namespace
+
+bool is_settings_file(std::string_view bytes) {
+  FmtHeadRec header = {};
+  RecordCursor(bytes, 0).read(header.magic, sizeof header.magic);
+  return has_magic(header, current_magic) || has_magic(header, previous_magic);
+}
+
+std::string print_settings_file(std::string_view bytes, std::ostream& out) {
+  return SettingsPrinter(bytes, out).print();
+}
+
+}  // namespace korvex::host

@@ -1,0 +1,110 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/databases/table_schema.h"
+
+namespace korvex::host {
+
+// What a database could not do, in its own words.
+class DatabaseError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// The table that a foreign key refers to cannot be read, though the database can be.
+class KeysUnreadable : public DatabaseError {
+ public:
+  using DatabaseError::DatabaseError;
+};
+
+// The connection was lost while the rows were being kept.
+class OutcomeUnknown : public DatabaseError {
+ public:
+  using DatabaseError::DatabaseError;
+};
+
+// The fields of one record for the columns of a load; an empty field is NULL.
+using RowFields = std::vector<std::string_view>;
+
+// A row that the database refused; everything of the load is gone.
+struct RefusedRow {
+  std::string message;               // the database's own
+  std::vector<std::size_t> columns;  // of the load, those that the database blames
+  std::int64_t record = 0;           // from 1; 0 when only `blame` can tell
+
+  // Without a record: where to look for the row, and the columns that are to blame in one, none in
+  // a good one. It may ask the loader that threw; without it, the row can't be told.
+  std::int64_t first = 0;
+  std::int64_t last = 0;
+  std::function<std::vector<std::size_t>(const RowFields&)> blame;
+  bool is_repetition = false;  // of a key: where two rows have it, the second one is to blame
+};
+
+class RowRefused : public std::exception {
+ public:
+  explicit RowRefused(RefusedRow refused) : row(std::move(refused)) {}
+  const char* what() const noexcept override { return row.message.c_str(); }
+
+  RefusedRow row;
+};
+
+// One load into one table, in one transaction. Destroying it before finish() has returned leaves
+// the table as it was. Operations throw DatabaseError, RowRefused or Interrupted.
+class TableLoader {
+ public:
+  virtual ~TableLoader() = default;
+
+  // The fields are UTF-8 and only looked at during the call.
+  virtual void add(const RowFields& fields) = 0;
+
+  // Has every constraint checked, and keeps the rows.
+  virtual void finish() = 0;
+};
+
+// An open connection. Operations throw DatabaseError or Interrupted.
+class Database {
+ public:
+  virtual ~Database() = default;
+
+  // The file that is the database; empty for one that is none.
+  virtual std::string file() const { return {}; }
+
+  // What is wrong with a name that is no table's comes with the names that there are.
+  virtual TableSchema read_schema(const std::string& table) = 0;
+
+  // Hands over the keys that a foreign key may refer to, in their order, none of them NULL. `take`
+  // gets one text for each referenced column. Throws KeysUnreadable beside the others.
+  using TakeKey = std::function<void(const std::vector<std::string_view>&)>;
+  virtual void read_keys(const ForeignKey& key, const TakeKey& take) = 0;
+
+  // The largest number that a column holds; nothing without rows.
+  virtual std::optional<std::int64_t> largest_number(const TableSchema& table,
+                                                     std::size_t column) = 0;
+
+  // The largest text of a form that a column holds, byte by byte; nothing without any.
+  virtual std::optional<std::string> largest_text(const TableSchema& table, std::size_t column,
+                                                  const TextForm& form) = 0;
+
+  virtual std::unique_ptr<TableLoader> begin_load(const TableSchema& table,
+                                                  std::vector<std::size_t> columns) = 0;
+};
+
+// Opens what "sqlite:FILE", "postgresql:CONNINFO" or "postgresql://..." names. Throws
+// std::invalid_argument for anything else, DatabaseError when it can't be opened.
+std::unique_ptr<Database> open_database(const std::string& target);
+
+// What the module of each kind of database exports: opens a connection, which the caller owns.
+// Program and modules are built and installed together, so they may share C++ types; what a module
+// throws is caught in the program.
+using OpenDatabase = Database* (*)(const std::string& target);
+#define KORVEX_OPEN_DATABASE "korvex_open_database"
+
+}  // namespace korvex::host

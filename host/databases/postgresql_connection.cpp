@@ -1,0 +1,167 @@
+#include "host/databases/postgresql_connection.h"
+
+#include <poll.h>
+
+#include <cerrno>
+#include <chrono>
+#include <future>
+#include <thread>
+
+#include "host/databases/database.h"
+#include "host/process/interrupt_watch.h"
+
+namespace korvex::host {
+
+namespace {
+
+// What is left of the time in which an interrupt ends a command.
+constexpr auto longest_cancel = std::chrono::milliseconds(50);
+
+std::string trimmed(std::string message) {
+  while (!message.empty() && message.back() == '\n') message.pop_back();
+  return message;
+}
+
+void ignore_notice(void*, const PGresult*) {}
+
+}  // namespace
+
+std::string diagnostic(const PostgresqlResult& result, int field) {
+  const char* text = PQresultErrorField(result.get(), field);
+  return text == nullptr ? std::string() : std::string(text);
+}
+
+std::string result_text(const PostgresqlResult& result, int row, int column) {
+  return PQgetvalue(result.get(), row, column);
+}
+
+PostgresqlConnection::PostgresqlConnection(const std::string& connection)
+    : connection_(PQconnectStart(connection.c_str())) {
+  if (connection_ == nullptr) throw std::bad_alloc();
+  try {
+    connect();
+    PQsetNoticeReceiver(connection_, ignore_notice, nullptr);
+    if (PQsetClientEncoding(connection_, "UTF8") != 0) fail();
+    // Texts of moments and numbers as they are written, whatever the server's own settings: a
+    // moment without a zone must mean the same everywhere.
+    run("SET datestyle = 'ISO, YMD'");
+    run("SET timezone = 'UTC'");
+    run("SET extra_float_digits = 1");
+  } catch (...) {
+    PQfinish(connection_);
+    throw;
+  }
+}
+
+PostgresqlConnection::~PostgresqlConnection() { PQfinish(connection_); }
+
+void PostgresqlConnection::connect() {
+  for (PostgresPollingStatusType next = PGRES_POLLING_WRITING; next != PGRES_POLLING_OK;) {
+    if (next == PGRES_POLLING_FAILED || PQstatus(connection_) == CONNECTION_BAD) fail();
+    struct pollfd waiting = {PQsocket(connection_), POLLIN, 0};
+    if (next == PGRES_POLLING_WRITING) waiting.events = POLLOUT;
+    InterruptWatch::check();
+    if (::poll(&waiting, 1, InterruptWatch::wait_slice_ms) > 0) next = PQconnectPoll(connection_);
+  }
+}
+
+PostgresqlResult PostgresqlConnection::run(const std::string& sql,
+                                           const std::vector<std::string>& parameters) {
+  send(sql, parameters);
+  PostgresqlResult last;
+  while (PostgresqlResult result = next_result()) {
+    const ExecStatusType status = PQresultStatus(result.get());
+    if (status == PGRES_FATAL_ERROR || status == PGRES_BAD_RESPONSE) fail(result);
+    last = std::move(result);
+    if (status == PGRES_COPY_IN) break;
+  }
+  if (!last) fail();
+  return last;
+}
+
+void PostgresqlConnection::send(const std::string& sql,
+                                const std::vector<std::string>& parameters) {
+  std::vector<const char*> texts;
+  for (const std::string& parameter : parameters) texts.push_back(parameter.c_str());
+  if (PQsendQueryParams(connection_, sql.c_str(), static_cast<int>(texts.size()), nullptr,
+                        texts.data(), nullptr, nullptr, 0) == 0) {
+    fail();
+  }
+}
+
+PostgresqlResult PostgresqlConnection::next_result() {
+  for (;;) {
+    const int unsent = PQflush(connection_);
+    if (unsent < 0) fail();
+    if (unsent == 0 && PQisBusy(connection_) == 0) break;
+    wait(unsent > 0);
+    if (PQconsumeInput(connection_) == 0) fail();
+  }
+  return PostgresqlResult(PQgetResult(connection_));
+}
+
+void PostgresqlConnection::commit() {
+  InterruptWatch::check();
+  heeds_interrupts_ = false;
+  try {
+    run("COMMIT");
+  } catch (const DatabaseError& failure) {
+    if (PQstatus(connection_) == CONNECTION_BAD) throw OutcomeUnknown(failure.what());
+    throw;
+  }
+  heeds_interrupts_ = true;
+}
+
+void PostgresqlConnection::wait(bool for_writing) {
+  struct pollfd waiting = {PQsocket(connection_),
+                           static_cast<short>(POLLIN | (for_writing ? POLLOUT : 0)), 0};
+  for (;;) {
+    if (heeds_interrupts_) InterruptWatch::check();
+    const int ready = ::poll(&waiting, 1, InterruptWatch::wait_slice_ms);
+    if (ready > 0) return;
+    if (ready < 0 && errno != EINTR) throw DatabaseError("the connection cannot be waited for");
+  }
+}
+
+void PostgresqlConnection::fail() const {
+  InterruptWatch::check();
+  throw DatabaseError(last_words());
+}
+
+// A server that ends a connection says why; behind a COPY the library only reads that when the COPY
+// is ended, and says itself that the connection is closed.
+std::string PostgresqlConnection::last_words() const {
+  std::string own = trimmed(PQerrorMessage(connection_));
+  if (PQstatus(connection_) != CONNECTION_BAD) return own;
+  PQputCopyEnd(connection_, nullptr);
+  while (const PostgresqlResult result{PQgetResult(connection_)}) {
+    if (!diagnostic(result, PG_DIAG_SQLSTATE).empty()) {
+      return trimmed(PQresultErrorMessage(result.get()));
+    }
+  }
+  return own;
+}
+
+void PostgresqlConnection::fail(const PostgresqlResult& result) {
+  InterruptWatch::check();
+  throw DatabaseError(trimmed(PQresultErrorMessage(result.get())));
+}
+
+void PostgresqlConnection::abandon() {
+  if (PQtransactionStatus(connection_) == PQTRANS_ACTIVE) {
+    // A server that cannot be reached keeps nothing of this either, it only finds out later.
+    std::shared_ptr<PGcancel> request(PQgetCancel(connection_), PQfreeCancel);
+    auto is_done = std::make_shared<std::promise<void>>();
+    std::future<void> done = is_done->get_future();
+    std::thread([request, is_done] {
+      char message[256];
+      PQcancel(request.get(), message, sizeof message);
+      is_done->set_value();
+    }).detach();
+    done.wait_for(longest_cancel);
+  }
+  PQfinish(connection_);
+  connection_ = nullptr;
+}
+
+}  // namespace korvex::host

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/databases/table_schema.h"
+
+namespace korvex::host {
+
+// A name as SQL takes it, whatever is in it.
+inline std::string quoted_name(std::string_view name) {
+  std::string quoted = "\"";
+  for (const char character : name) {
+    if (character == '"') quoted += '"';
+    quoted += character;
+  }
+  return quoted + '"';
+}
+
+// A name as a person writes it: SCHEMA.TABLE, or with the quotation marks of SQL around a part that
+// has a dot in it. What is not written so is one name.
+inline std::string quoted_path(std::string_view written) {
+  std::string path;
+  for (std::string_view rest = written;;) {
+    std::string part;
+    if (rest.starts_with('"')) {
+      rest.remove_prefix(1);
+      for (std::size_t end = rest.find('"'); end != std::string_view::npos; end = rest.find('"')) {
+        part += rest.substr(0, end);
+        rest.remove_prefix(end + 1);
+        if (!rest.starts_with('"')) break;
+        part += '"';
+        rest.remove_prefix(1);
+      }
+    } else {
+      part = rest.substr(0, rest.find('.'));
+      rest.remove_prefix(part.size());
+    }
+    if (part.empty() || (!rest.empty() && rest.front() != '.')) return quoted_name(written);
+    path += quoted_name(part);
+    if (rest.empty()) return path;
+    path += '.';
+    rest.remove_prefix(1);
+  }
+}
+
+// Quoted names in a row, each between the texts that stand around it.
+inline std::string listed_names(const std::vector<std::string>& names, const std::string& separator,
+                                const std::string& before = "", const std::string& behind = "") {
+  std::string list;
+  for (const std::string& name : names) {
+    list += (list.empty() ? "" : separator) + before + quoted_name(name) + behind;
+  }
+  return list;
+}
+
+// One letter of a form, in the patterns of both databases.
+inline std::string letter_class(const TextForm& form) {
+  return std::string("[") + form.lowest + "-" + form.highest + "]";
+}
+
+inline constexpr std::size_t most_listed_tables = 20;
+
+// The error for a table that is not there. `tables` are those that are, one more than are listed
+// if there are so many.
+inline std::string no_such_table(const std::string& table, std::vector<std::string> tables) {
+  const std::string text = "no such table: " + table;
+  if (tables.empty()) return text + " (the database has no tables)";
+  if (tables.size() > most_listed_tables) tables.back() = "...";
+  std::string list;
+  for (const std::string& each : tables) list += (list.empty() ? "" : ", ") + each;
+  return text + " (the database has " + list + ")";
+}
+
+// Where columns of a table stand among those of a load; columns that are not loaded are left out.
+inline std::vector<std::size_t> places_among(const std::vector<std::size_t>& loaded,
+                                             const std::vector<std::size_t>& columns) {
+  std::vector<std::size_t> places;
+  for (const std::size_t column : columns) {
+    const auto found = std::find(loaded.begin(), loaded.end(), column);
+    if (found != loaded.end()) places.push_back(static_cast<std::size_t>(found - loaded.begin()));
+  }
+  return places;
+}
+
+}  // namespace korvex::host

@@ -1,0 +1,87 @@
+#include "host/databases/database.h"
+#include "host/databases/sql_names.h"
+#include "host/databases/sqlite_connection.h"
+#include "host/databases/sqlite_loader.h"
+#include "host/databases/sqlite_schema.h"
+
+namespace korvex::host {
+
+namespace {
+
+class SqliteDatabase : public Database {
+ public:
+  explicit SqliteDatabase(const std::string& file) : connection_(file) {}
+
+  std::string file() const override { return connection_.file(); }
+
+  TableSchema read_schema(const std::string& table) override {
+    return read_sqlite_schema(connection_, table);
+  }
+
+  void read_keys(const ForeignKey& key, const TakeKey& take) override {
+    // A bare name between quotation marks that is no column's would be taken for a text.
+    const std::string columns = listed_names(key.referenced_columns, ", ", "k.");
+    require_readable(key, columns);
+    SqliteStatement rows(connection_,
+                         "SELECT " + columns + " FROM " + key.quoted_table + " k WHERE " +
+                             listed_names(key.referenced_columns, " AND ", "k.", " IS NOT NULL") +
+                             " ORDER BY " + columns);
+    std::vector<std::string_view> texts(key.referenced_columns.size());
+    while (rows.next()) {
+      for (std::size_t i = 0; i < texts.size(); ++i) texts[i] = rows.text(static_cast<int>(i));
+      take(texts);
+    }
+  }
+
+  std::optional<std::int64_t> largest_number(const TableSchema& table,
+                                             std::size_t column) override {
+    SqliteStatement rows(connection_, "SELECT max(" + quoted_name(table.columns[column].name) +
+                                          ") FROM " + table.quoted_name);
+    if (!rows.next() || rows.is_null(0)) return std::nullopt;
+    return rows.integer(0);
+  }
+
+  // None of the characters that stand for others in a pattern is in a text that a form starts with.
+  std::optional<std::string> largest_text(const TableSchema& table, std::size_t column,
+                                          const TextForm& form) override {
+    SqliteStatement rows(connection_, "SELECT max(text) FROM (SELECT CAST(" +
+                                          quoted_name(table.columns[column].name) +
+                                          " AS TEXT) COLLATE BINARY AS text FROM " +
+                                          table.quoted_name + ") WHERE text GLOB ?");
+    std::string pattern = form.before;
+    for (std::size_t i = 0; i < form.count; ++i) pattern += letter_class(form);
+    rows.bind(1, pattern += form.behind);
+    if (!rows.next() || rows.is_null(0)) return std::nullopt;
+    return std::string(rows.text(0));
+  }
+
+  std::unique_ptr<TableLoader> begin_load(const TableSchema& table,
+                                          std::vector<std::size_t> columns) override {
+    return begin_sqlite_load(connection_, table, std::move(columns));
+  }
+
+ private:
+  // SQLite lets a foreign key refer to what is not there, until a row is to be checked.
+  void require_readable(const ForeignKey& key, const std::string& columns) {
+    try {
+      const SqliteStatement probe(connection_, "SELECT " + (columns.empty() ? "1" : columns) +
+                                                   " FROM " + key.quoted_table + " k");
+    } catch (const DatabaseError&) {
+      if (sqlite3_errcode(connection_.get()) != SQLITE_ERROR) throw;
+      throw KeysUnreadable(sqlite3_errmsg(connection_.get()));
+    }
+    if (key.referenced_columns.size() == key.columns.size()) return;
+    throw KeysUnreadable(key.table + " has no primary key of as many columns");
+  }
+
+  SqliteConnection connection_;
+};
+
+}  // namespace
+
+}  // namespace korvex::host
+
+extern "C" __attribute__((visibility("default"))) korvex::host::Database* korvex_open_database(
+    const std::string& file) {
+  return new korvex::host::SqliteDatabase(file);
+}

@@ -1,0 +1,88 @@
+#include "host/layout/code_names.h"
+
+#include <algorithm>
+#include <span>
+#include <string_view>
+
+#include "format/records.h"
+#include "host/layout/attribute_names.h"
+
+namespace korvex::host {
+
+namespace {
+
+struct CodeName {
+  std::int32_t code;
+  std::string_view name;
+};
+
+std::string with_name(std::int32_t code, std::string_view name) {
+  std::string text = std::to_string(code);
+  if (!name.empty()) text.append(" (").append(name).append(")");
+  return text;
+}
+
+std::string named(std::int32_t code, std::span<const CodeName> names) {
+  const auto row = std::find_if(names.begin(), names.end(),
+                                [code](const CodeName& entry) { return entry.code == code; });
+  return with_name(code, row == names.end() ? "unknown" : row->name);
+}
+
+constexpr CodeName layout_kinds[] = {
+    {layout_kind::record_file, "record file"},
+    {layout_kind::table, "table"},
+    {layout_kind::third, "iso"},
+};
+
+constexpr CodeName quotations[] = {{0, "none"}, {1, "double"}};
+
+constexpr CodeName generation_types[] = {
+    {generation_type::none, "none"},
+    {generation_type::initial_value, "initial"},
+    {generation_type::range, "range"},
+    {generation_type::reference, "reference"},
+    {generation_type::enumeration, "enumeration"},
+};
+
+constexpr CodeName format_kinds[] = {
+    {format_kind::none, "initial value"},
+    {format_kind::signed_number, "signed number"},
+    {format_kind::unsigned_number, "unsigned number"},
+    {format_kind::unsigned_number_in_text, "unsigned number in text"},
+    {format_kind::upper_letters, "upper-case letters"},
+    {format_kind::national_character, "full-width character"},
+    {format_kind::date, "date"},
+    {format_kind::date_unchecked, "unchecked date"},
+    {format_kind::lower_letters, "lower-case letters"},
+    {format_kind::fixed, "fixed"},
+    {format_kind::time, "time"},
+    {format_kind::timestamp, "timestamp"},
+};
+
+constexpr CodeName exceeded_actions[] = {
+    {exceeded_action::initialize, "initialize"},
+    {exceeded_action::repeat, "repeat"},
+};
+
+}  // namespace
+
+std::string named_layout_kind(std::int32_t kind) { return named(kind, layout_kinds); }
+
+std::string named_quotation(std::int32_t quotation) { return named(quotation, quotations); }
+
+std::string named_attribute(std::int32_t code) { return with_name(code, attribute_name(code)); }
+
+std::string named_generation_type(std::int32_t type) { return named(type, generation_types); }
+
+std::string named_format_kind(std::int32_t kind) { return named(kind, format_kinds); }
+
+std::string named_exceeded_action(std::int32_t action) { return named(action, exceeded_actions); }
+
+std::string describe_attributes(const ItemAttributes& item) {
+  return "attribute " + named_attribute(item.attribute) +
+         (item.signed_flag != 0 ? ", signed" : ", unsigned") + ", length " +
+         std::to_string(item.length) + ", digits " + std::to_string(item.digits) + ", decimals " +
+         std::to_string(item.decimals);
+}
+
+}  // namespace korvex::host

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "host/layout/layout.h"
+#include "host/process/interruption.h"
+
+namespace korvex::host {
+
+// The two forms of a control file: item numbers for the generator, or whole items.
+enum class ControlForm { short_form, long_form };
+
+// The control file of a layout. It is a temporary in the work folder that lives as long as this
+// object.
+class TemporaryControlFile {
+ public:
+  TemporaryControlFile() = default;
+  ~TemporaryControlFile();
+  TemporaryControlFile(const TemporaryControlFile&) = delete;
+  TemporaryControlFile& operator=(const TemporaryControlFile&) = delete;
+
+  // 0, or -2 when it cannot be created, -26, -27 when it cannot be written.
+  std::int32_t write(const Layout& layout, ControlForm form);
+
+  const std::string& path() const { return path_; }
+
+ private:
+  std::string path_;
+  std::optional<RemovedOnInterruption> removal_;
+};
+
+}  // namespace korvex::host

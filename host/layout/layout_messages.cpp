@@ -1,0 +1,72 @@
+#include "host/layout/layout_messages.h"
+
+#include <ostream>
+#include <set>
+#include <string_view>
+
+#include "control/error_texts.h"
+#include "format/error_codes.h"
+#include "host/layout/list_encoding.h"
+#include "host/layout/value_errors.h"
+#include "host/text/printable_text.h"
+
+namespace korvex::host {
+
+namespace {
+
+void print_error(const Layout& layout, const LayoutError& error, std::ostream& messages) {
+  messages << layout.file << ":";
+  if (error.place.line > 0) messages << error.place.line << ":" << error.place.column << ":";
+  messages << " " << error.text << "\n";
+}
+
+}  // namespace
+
+bool print_layout_errors(const LayoutReading& reading, std::ostream& messages) {
+  for (const LayoutError& error : reading.errors) print_error(reading.layout, error, messages);
+  return !reading.errors.empty();
+}
+
+std::string numbered_message(std::int32_t code, const Layout& layout) {
+  std::string text;
+  append_error_text(code, layout.kind, text);
+  return text;
+}
+
+void print_warnings(const Layout& layout, std::ostream& messages) {
+  std::set<std::string_view> lists;
+  const auto warn = [&](const LayoutItem& item, const std::string& text) {
+    messages << layout.file << ":" << item.place.line << ": item "
+             << printable_from_code_page(item.name) << ": " << text << "\n";
+  };
+  for (const LayoutItem& item : layout.items) {
+    if (item.has_invalid_digits) warn(item, numbered_message(error::invalid_items, layout));
+    if (!item.values || item.values->file.empty()) continue;
+    const std::string& file = item.values->file;
+    if (!lists.insert(file).second || !file_looks_like_utf8(file)) continue;
+    warn(item, printable(file) +
+                   " looks like UTF-8; lists are read as code page 932 (iconv -f UTF-8 -t CP932 " +
+                   printable(file) + ")");
+  }
+}
+
+void print_left_out(const std::vector<const LayoutItem*>& left_out, const Layout& layout,
+                    std::ostream& messages) {
+  for (const LayoutItem* item : left_out) {
+    messages << layout.file << ":" << item->place.line << ": item "
+             << printable_from_code_page(item->name)
+             << ": has no values and no settings, the records leave it out\n";
+  }
+}
+
+bool print_failures(const SettingsResult& result, const Layout& layout, std::ostream& messages) {
+  for (const ItemFailure& failure : result.failures) {
+    print_error(layout, value_error(layout, *failure.item, failure.code), messages);
+  }
+  if (result.file_code != 0) {
+    messages << layout.settings << ": " << numbered_message(result.file_code, layout) << "\n";
+  }
+  return !result.failures.empty() || result.file_code != 0;
+}
+
+}  // namespace korvex::host

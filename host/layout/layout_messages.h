@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "host/layout/layout_reader.h"
+#include "host/layout/settings_editor.h"
+
+// What the commands say about a layout, on the stream for messages.
+namespace korvex::host {
+
+// Every error with its place. Answers whether there was one.
+bool print_layout_errors(const LayoutReading& reading, std::ostream& messages);
+
+// The module's numbered message of a code, in the words of the layout's kind.
+std::string numbered_message(std::int32_t code, const Layout& layout);
+
+// Warns of items with impossible digits, which are used all the same, and, once for each, of value
+// lists that are not in the code page in which they will be read.
+void print_warnings(const Layout& layout, std::ostream& messages);
+
+// Says which items have neither values in the layout nor settings: the records lack them.
+void print_left_out(const std::vector<const LayoutItem*>& left_out, const Layout& layout,
+                    std::ostream& messages);
+
+// Every failure of writing the layout's settings. Answers whether there was one.
+bool print_failures(const SettingsResult& result, const Layout& layout, std::ostream& messages);
+
+}  // namespace korvex::host

@@ -1,0 +1,236 @@
+#include "host/layout/layout_reader.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <tuple>
+
+#include "control/control_file.h"
+#include "generate/log_file.h"
+#include "host/layout/item_reader.h"
+#include "host/layout/layout_paths.h"
+#include "host/layout/layout_syntax.h"
+#include "host/layout/path_reader.h"
+#include "host/layout/table_reader.h"
+#include "host/layout/value_errors.h"
+
+namespace korvex::host {
+
+namespace {
+
+constexpr std::array<std::string_view, 3> kind_names = {"record", "table", "iso"};
+constexpr std::array<std::string_view, 2> quote_names = {"none", "double"};
+
+constexpr std::size_t longest_path = control_path_size - 1;
+constexpr std::size_t most_errors_of_no_layout = 10;
+
+// The paths that a layout leaves out follow from the others: one report is enough.
+void check_path_lengths(TableReader& reader, const Layout& layout) {
+  const std::array<std::pair<std::string_view, const std::string*>, 3> paths = {
+      {{"data", &layout.data}, {"settings", &layout.settings}, {"work", &layout.work}}};
+  for (const auto& [key, path] : paths) {
+    if (path->size() <= longest_path) continue;
+    reader.report(reader.place(key),
+                  std::string(key) + " leads to a path of " + std::to_string(path->size()) +
+                      " bytes, expected at most " + std::to_string(longest_path));
+    return;
+  }
+}
+
+// Whether two paths lead to one place, as far as the files there can tell.
+bool same_place(const std::string& left, const std::string& right) {
+  std::error_code failure;
+  const auto place = [&failure](const std::string& path) {
+    return std::filesystem::weakly_canonical(std::filesystem::absolute(path), failure);
+  };
+  const auto left_place = place(left);
+  const auto right_place = place(right);
+  return failure ? left == right : left_place == right_place;
+}
+
+// The data file is created anew by each run, so it must not be any of the other files.
+void check_data_stands_alone(TableReader& reader, const Layout& layout) {
+  std::error_code ignored;
+  if (std::filesystem::is_directory(layout.data, ignored)) {
+    reader.report(reader.place("data"), "data is a folder, expected the path of a file");
+  }
+  const std::array<std::pair<std::string_view, std::string>, 3> others = {{
+      {"the layout", layout.file},
+      {"its settings file", layout.settings},
+      {"its log file", log_path(layout.work, layout.data)},
+  }};
+  for (const auto& [what, path] : others) {
+    if (!same_place(layout.data, path)) continue;
+    reader.report(reader.place("data"),
+                  "data is the path of " + std::string(what) + ", expected a file of its own");
+  }
+}
+
+void read_paths(TableReader& reader, Layout& layout) {
+  const std::size_t errors_before = reader.error_count();
+  reader.require("data", "the path of the data file");
+  layout.data = read_path(reader, "data", layout.file);
+  layout.settings = read_path(reader, "settings", layout.file);
+  layout.work = read_path(reader, "work", layout.file);
+  if (reader.error_count() != errors_before) return;
+
+  if (layout.settings.empty()) layout.settings = default_settings_path(layout.data);
+  if (layout.work.empty()) layout.work = layout_folder(layout.file);
+  check_path_lengths(reader, layout);
+  check_data_stands_alone(reader, layout);
+}
+
+void read_header(const toml::table& table, std::optional<std::int32_t> records, Layout& layout,
+                 std::vector<LayoutError>& errors) {
+  TableReader reader(table, "[layout]", errors);
+  reader.require("kind", "one of " + list_names(kind_names));
+  if (const auto kind = reader.choice("kind", kind_names)) {
+    layout.kind = static_cast<std::int32_t>(*kind) + 1;
+  }
+  if (!records) reader.require("records", "the number of records, here or as --records");
+  const auto own_records = reader.integer("records", 0);
+  layout.records = records.value_or(own_records.value_or(0));
+  layout.level = reader.integer("level", 0).value_or(1);
+  layout.null_default = reader.boolean("null_default").value_or(false);
+  const auto quote = reader.choice("quote", quote_names);
+  layout.quotation = static_cast<std::int32_t>(quote.value_or(0));
+  read_paths(reader, layout);
+  reader.reject_unknown_keys();
+}
+
+void check_numbers(const Layout& layout, std::vector<LayoutError>& errors) {
+  std::map<std::int32_t, std::uint32_t> lines;
+  for (const LayoutItem& item : layout.items) {
+    const auto [taken, is_new] = lines.try_emplace(item.number, item.place.line);
+    if (is_new) continue;
+    errors.push_back({item.place, "number " + std::to_string(item.number) +
+                                      " belongs to the item on line " +
+                                      std::to_string(taken->second) + ", expected another one"});
+  }
+}
+
+void check_levels(const Layout& layout, std::vector<LayoutError>& errors) {
+  std::map<std::int32_t, const LayoutItem*> items;
+  for (const LayoutItem& item : layout.items) {
+    if (!item.values || !item.values->repeat || item.values->repeat->level == 0) continue;
+    const RepeatSettings& repeat = *item.values->repeat;
+    const auto [taken, is_new] = items.try_emplace(repeat.level, &item);
+    if (is_new) continue;
+    errors.push_back(
+        {repeat.place, "level " + std::to_string(repeat.level) + " is that of the item on line " +
+                           std::to_string(taken->second->place.line) + ", expected another one"});
+  }
+}
+
+void read_items(TableReader& root, bool has_unreadable_lines, MissingLists lists, Layout& layout,
+                std::vector<LayoutError>& errors) {
+  constexpr std::string_view key = "item";
+  root.require(key, "at least one [[item]]");
+  const toml::node* node = root.find(key);
+  if (node == nullptr) return;
+  const toml::array* items = node->as_array();
+  if (items == nullptr || items->empty() || !items->is_array_of_tables()) {
+    root.report_type(key, *node, "a [[item]] for each item");
+    return;
+  }
+  std::vector<bool> is_clean;
+  for (const toml::node& item : *items) {
+    if (errors.size() >= most_layout_errors) return;
+    const auto position = static_cast<std::int32_t>(layout.items.size()) + 1;
+    const std::size_t errors_before = errors.size();
+    layout.items.push_back(read_item(*item.as_table(), layout, position, errors));
+    is_clean.push_back(errors.size() == errors_before);
+  }
+  check_numbers(layout, errors);
+  check_levels(layout, errors);
+  if (lists == MissingLists::refused) append_missing_lists(layout, errors);
+  // Nobody will get to storing the values: what is wrong with them is said with the rest.
+  if (has_unreadable_lines || !errors.empty()) append_value_errors(layout, is_clean, errors);
+}
+
+// A parsed layout takes some hundred bytes of memory for each of its values, and every value comes
+// with one of the characters that set values apart. A layout that describes items has one of them
+// in twenty bytes; one that has far more would take far more memory than it is large.
+constexpr std::string_view separators = "=,.[";
+constexpr std::size_t always_allowed_separators = 128 * 1024;
+constexpr std::size_t allowed_bytes_a_separator = 16;
+
+bool may_fit(std::string_view text) {
+  const auto count = std::count_if(text.begin(), text.end(), [](char byte) {
+    return separators.find(byte) != std::string_view::npos;
+  });
+  return static_cast<std::size_t>(count) <=
+         always_allowed_separators + text.size() / allowed_bytes_a_separator;
+}
+
+// A file of another kind has an error in nearly every line.
+void shorten(std::vector<LayoutError>& errors, bool has_more) {
+  if (errors.size() <= most_errors_of_no_layout) return;
+  const std::size_t count = errors.size() - most_errors_of_no_layout;
+  errors.resize(most_errors_of_no_layout);
+  errors.push_back({{},
+                    "is no layout, which has [layout] and [[item]]: " + std::to_string(count) +
+                        (has_more ? " or more" : "") + " further errors"});
+}
+
+}  // namespace
+
+LayoutReading parse_layout(std::string_view text, const std::string& file,
+                           std::optional<std::int32_t> records, MissingLists lists) {
+  LayoutReading reading;
+  Layout& layout = reading.layout;
+  std::vector<LayoutError>& errors = reading.errors;
+  layout.file = file;
+  if (!may_fit(text)) {
+    errors.push_back({{}, "has too many keys and values for its size"});
+    return reading;
+  }
+  LayoutSyntax syntax = parse_syntax(text);
+  const toml::table& table = syntax.table;
+  TableReader root(table, "the layout", errors);
+  root.require("layout", "a table [layout]");
+  if (const toml::table* header = root.table("layout")) {
+    read_header(*header, records, layout, errors);
+  }
+  read_items(root, !syntax.errors.empty(), lists, layout, errors);
+  root.reject_unknown_keys();
+  // What the reader makes of a line that stands in for an unreadable one is nobody's error.
+  std::erase_if(errors, [&](const LayoutError& error) {
+    return syntax.replaced_lines.contains(error.place.line) ||
+           (syntax.is_incomplete && !syntax.errors.empty());
+  });
+  errors.insert(errors.end(), syntax.errors.begin(), syntax.errors.end());
+  std::stable_sort(errors.begin(), errors.end(), [](const LayoutError& a, const LayoutError& b) {
+    return std::tie(a.place.line, a.place.column) < std::tie(b.place.line, b.place.column);
+  });
+  const bool has_more = errors.size() >= most_layout_errors;
+  if (!root.has("layout") && !root.has("item")) {
+    shorten(errors, has_more || syntax.is_incomplete);
+  } else if (has_more) {
+    errors.push_back({errors.back().place, "further errors are left out"});
+  }
+  return reading;
+}
+
+LayoutReading read_layout(const std::string& file, std::optional<std::int32_t> records,
+                          MissingLists lists) {
+  errno = 0;
+  std::ifstream stream(file, std::ios::binary);
+  // A folder opens like a file and fails at the first byte only.
+  if (stream) stream.peek();
+  if (stream.bad() || (!stream.is_open())) {
+    LayoutReading reading;
+    reading.layout.file = file;
+    reading.errors.push_back({{}, std::string("cannot be read: ") + std::strerror(errno)});
+    return reading;
+  }
+  const std::string text((std::istreambuf_iterator<char>(stream)), {});
+  return parse_layout(text, file, records, lists);
+}
+
+}  // namespace korvex::host

@@ -1,0 +1,190 @@
+#include "host/layout/new_item.h"
+
+#include <algorithm>
+#include <charconv>
+#include <sstream>
+
+#include "control/control_file.h"
+#include "format/records.h"
+#include "formatlang/default_settings.h"
+#include "host/layout/attribute_names.h"
+#include "host/layout/item_size.h"
+#include "platform/codepage.h"
+
+namespace korvex::host {
+
+namespace {
+
+constexpr std::int32_t longest_text = 32767;
+constexpr std::size_t longest_name = sizeof(ControlItem::name) - 1;
+
+std::optional<std::int32_t> number_in(std::string_view text, std::int32_t lowest,
+                                      std::int32_t highest) {
+  std::int32_t value = 0;
+  const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), value);
+  const bool is_whole = failure == std::errc() && end == text.data() + text.size();
+  return is_whole && value >= lowest && value <= highest ? std::optional(value) : std::nullopt;
+}
+
+bool is_number(const ItemAttributes& item) {
+  return value_class_of(item.attribute) == value_class::numeric;
+}
+
+// A TOML string.
+std::string quoted(std::string_view text) {
+  static constexpr std::string_view digits = "0123456789ABCDEF";
+  std::string result = "\"";
+  for (const char c : text) {
+    const auto code = static_cast<unsigned char>(c);
+    if (c == '"' || c == '\\') result += '\\';
+    if (code < 0x20 || code == 0x7F) {
+      result += "\\u00";
+      result += digits[code >> 4];
+      result += digits[code & 0xF];
+    } else {
+      result += c;
+    }
+  }
+  return result + '"';
+}
+
+// "key = value  # comment", one below the other.
+void append_key(std::string_view key, std::string_view value, std::string_view comment,
+                std::ostream& out) {
+  constexpr std::size_t key_width = 11;
+  constexpr std::size_t value_width = 18;
+  std::string line(key);
+  line.resize(std::max(line.size(), key_width), ' ');
+  line.append(" = ").append(value);
+  if (!comment.empty()) {
+    line.resize(std::max(line.size(), key_width + value_width), ' ');
+    line.append(" # ").append(comment);
+  }
+  out << line << "\n";
+}
+
+void append_size(const ItemAttributes& item, std::ostream& out) {
+  if (!needs_size(item)) return;
+  const bool has_digits = is_number(item) || is_national(item.attribute);
+  append_key(has_digits ? "digits" : "length",
+             std::to_string(has_digits ? item.digits : item.length), "", out);
+  if (item.decimals > 0) {
+    append_key("decimals", std::to_string(item.decimals), "of the digits", out);
+  }
+}
+
+// The first item explains the keys.
+void append_item(const NewItem& item, bool explains, std::ostream& out) {
+  const ItemAttributes& attributes = item.attributes;
+  out << "\n[[item]]\n";
+  append_key("name", quoted(item.name), "", out);
+  append_key("attribute", quoted(attribute_name(attributes.attribute)), "", out);
+  if (is_number(attributes)) {
+    append_key("signed", attributes.signed_flag != 0 ? "true" : "false", "", out);
+  }
+  append_size(attributes, out);
+  RangeTexts texts;
+  default_settings(attributes, texts);
+  const auto append = [&](std::string_view key, const std::string& text, std::string_view comment) {
+    append_key(key, quoted(platform::to_utf8(text)), explains ? comment : "", out);
+  };
+  out << "[item.values]\n";
+  append("type", "range", "or \"initial\" (empty), \"reference\", \"enumeration\"");
+  append("format", texts.format, "");
+  append("start", texts.start, "");
+  append("end", texts.end, "");
+  append("increment", texts.increment, "above 0, at most 9; with a minus to count down");
+  append("exceeded", "repeat", "behind the end: from the start, or \"initialize\": empty");
+}
+
+}  // namespace
+
+bool needs_size(const ItemAttributes& item) {
+  ItemAttributes sized = item;
+  return complete_size({}, sized).has_value();
+}
+
+bool needs_decimals(const ItemAttributes& item) { return is_number(item) && needs_size(item); }
+
+std::string take_name(std::string_view text, NewItem& item) {
+  const auto name = platform::from_utf8(text);
+  if (text.empty() || !name || name->size() > longest_name ||
+      text.find_first_of(std::string_view("\0\n", 2)) != std::string_view::npos) {
+    return "a name of up to " + std::to_string(longest_name) + " bytes in code page 932";
+  }
+  item.name = text;
+  return {};
+}
+
+std::string take_attribute(std::string_view text, NewItem& item) {
+  const auto code = attribute_by_name(text);
+  if (!code) return "one of " + list_attribute_names();
+  item.attributes.attribute = *code;
+  // The whole-number attributes have defaults with a sign only.
+  const bool has_sign = is_quoted_character(*code) || *code == attribute::integer ||
+                        *code == attribute::small_integer;
+  item.attributes.signed_flag = has_sign ? 1 : 0;
+  if (!needs_size(item.attributes)) complete_size({}, item.attributes);
+  return {};
+}
+
+std::string take_size(std::string_view text, NewItem& item) {
+  ItemAttributes& attributes = item.attributes;
+  const bool is_numeric = is_number(attributes);
+  const bool is_signed = is_numeric && text.ends_with('+');
+  if (is_signed) text.remove_suffix(1);
+  const std::int32_t highest = is_numeric ? max_number_digits : longest_text;
+  const auto size = number_in(text, 1, highest);
+  if (!size) {
+    return (is_numeric ? "digits from 1 to " : "a length from 1 to ") + std::to_string(highest) +
+           (is_numeric ? ", with a + behind them for a signed number" : "");
+  }
+  if (is_signed) attributes.signed_flag = 1;
+  complete_size({*size, std::nullopt}, attributes);
+  return {};
+}
+
+std::string take_decimals(std::string_view text, NewItem& item) {
+  const auto decimals = number_in(text, 0, item.attributes.digits);
+  if (!decimals) return "decimals from 0 to " + std::to_string(item.attributes.digits);
+  item.attributes.decimals = *decimals;
+  complete_size({item.attributes.digits, std::nullopt}, item.attributes);
+  return {};
+}
+
+std::string take_item(std::string_view text, NewItem& item) {
+  std::vector<std::string_view> parts;
+  for (std::size_t end = 0; end != std::string_view::npos;) {
+    end = text.find(':');
+    parts.push_back(text.substr(0, end));
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+  }
+  std::string expected = take_name(parts[0], item);
+  if (expected.empty()) expected = take_attribute(parts.size() > 1 ? parts[1] : "", item);
+  if (!expected.empty()) return expected;
+  const std::size_t most = needs_decimals(item.attributes) ? 4
+                           : needs_size(item.attributes)   ? 3
+                                                           : 2;
+  if (parts.size() > most) return "at most " + std::to_string(most) + " parts";
+  if (most > 2) expected = take_size(parts.size() > 2 ? parts[2] : "", item);
+  if (expected.empty() && parts.size() > 3) expected = take_decimals(parts[3], item);
+  return expected;
+}
+
+std::string layout_text(const NewLayout& layout) {
+  std::ostringstream out;
+  out << "# What a data file holds. `korvex preview` shows its first records, `korvex generate` "
+         "writes it.\n\n"
+      << "[layout]\n";
+  append_key("kind", quoted(layout.kind), "\"record\", \"table\" or \"iso\": line ends and dates",
+             out);
+  append_key("records", std::to_string(layout.records), "", out);
+  append_key("data", quoted(layout.data), "", out);
+  append_key("quote", quoted("none"), "\"double\": texts and dates between quotation marks", out);
+  for (std::size_t i = 0; i < layout.items.size(); ++i) {
+    append_item(layout.items[i], i == 0, out);
+  }
+  return out.str();
+}
+
+}  // namespace korvex::host

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "host/layout/layout.h"
+
+namespace korvex::host {
+
+// An item whose values the module refused.
+struct ItemFailure {
+  const LayoutItem* item;  // of the layout
+  std::int32_t code;
+};
+
+struct SettingsResult {
+  std::int32_t file_code = 0;               // of a failed load or save, else 0
+  std::vector<ItemFailure> failures;        // every item that failed, in layout order
+  std::size_t items_with_settings = 0;      // of the level, after a successful save
+  std::vector<const LayoutItem*> left_out;  // items without settings, after a successful save
+  std::int32_t repeated_items = 0;          // of the layout, after a successful save
+};
+
+// Writes the values of a layout into its settings file through the module's own checks. Items
+// without values keep what the file holds; where that no longer fits such an item, the settings
+// file is deleted and the code is -70. Nothing is saved unless all items passed. Missing folders of
+// the layout's paths are made.
+SettingsResult write_settings_of(const Layout& layout);
+
+}  // namespace korvex::host

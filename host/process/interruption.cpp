@@ -1,0 +1,183 @@
+#include "host/process/interruption.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/file.h>
+#include <sys/prctl.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <array>
+#include <atomic>
+#include <climits>
+#include <cstddef>
+#include <cstring>
+#include <filesystem>
+
+namespace korvex::host {
+
+namespace {
+
+constexpr std::array watched_signals = {SIGINT, SIGTERM, SIGHUP, SIGPIPE};
+constexpr int signal_status = 128;
+
+// All that the handler reads lies ready in fixed places: it may come in the middle of anything, so
+// it can't allocate, lock or ask the library for more than plain system calls.
+struct Slot {
+  volatile sig_atomic_t is_used;
+  RemovedOnInterruption::What what;
+  bool existed;
+  struct stat before;
+  char path[PATH_MAX];
+};
+
+constexpr int slot_count = 256;
+std::array<Slot, slot_count> slots;
+char last_words[256];
+int held_depth = 0;
+
+bool is_changed(const Slot& slot, const struct stat& now) {
+  return !slot.existed || slot.before.st_ino != now.st_ino || slot.before.st_size != now.st_size ||
+         slot.before.st_mtim.tv_sec != now.st_mtim.tv_sec ||
+         slot.before.st_mtim.tv_nsec != now.st_mtim.tv_nsec;
+}
+
+struct FolderEntry {
+  ino64_t inode;
+  off64_t offset;
+  unsigned short size;
+  unsigned char type;
+  char name[1];
+};
+
+void remove_folder(const char* path) {
+  const int folder = ::open(path, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  alignas(FolderEntry) char entries[4096];
+  long filled = 0;
+  while (folder >= 0 && (filled = ::syscall(SYS_getdents64, folder, entries, sizeof entries)) > 0) {
+    for (long place = 0; place < filled;) {
+      unsigned short size = 0;
+      std::memcpy(&size, entries + place + offsetof(FolderEntry, size), sizeof size);
+      ::unlinkat(folder, entries + place + offsetof(FolderEntry, name), 0);
+      place += size;
+    }
+  }
+  ::rmdir(path);
+}
+
+// Giving back what a large removed file holds in memory takes the system half a second, and happens
+// where it is closed last: let that be a process that nobody waits for.
+void let_another_close_last() {
+  // Locks would go on with it.
+  constexpr int most_files = 256;
+  for (int file = 0; file < most_files; ++file) ::flock(file, LOCK_UN);
+  const pid_t parent = ::getpid();
+  if (::_Fork() != 0) return;
+  // Nor shall a reader wait for what this process writes.
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) ::close(stream);
+  ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+  while (::getppid() == parent) ::pause();
+  ::_exit(0);
+}
+
+void remove(const Slot& slot) {
+  if (slot.what == RemovedOnInterruption::What::folder) {
+    remove_folder(slot.path);
+    return;
+  }
+  struct stat now = {};
+  if (::lstat(slot.path, &now) != 0 || !S_ISREG(now.st_mode)) return;
+  if (slot.what == RemovedOnInterruption::What::changed_file && !is_changed(slot, now)) return;
+  constexpr off_t slow_to_close = 64 * 1024 * 1024;
+  ::unlink(slot.path);
+  if (now.st_size >= slow_to_close) let_another_close_last();
+}
+
+void print_last_words() {
+  const std::size_t size = ::strnlen(last_words, sizeof last_words);
+  if (size == 0) return;
+  // The progress stands in the line of a terminal.
+  static constexpr char clear_line[] = "\r\033[K";
+  ssize_t written = 0;
+  if (::isatty(STDERR_FILENO) == 1) {
+    written = ::write(STDERR_FILENO, clear_line, sizeof clear_line - 1);
+  }
+  if (written >= 0) written = ::write(STDERR_FILENO, last_words, size);
+}
+
+void end_program(int signal) {
+  for (const Slot& slot : slots) {
+    if (slot.is_used != 0) remove(slot);
+  }
+  print_last_words();
+  ::_exit(signal_status + signal);
+}
+
+sigset_t watched_set() {
+  sigset_t set;
+  ::sigemptyset(&set);
+  for (const int signal : watched_signals) ::sigaddset(&set, signal);
+  return set;
+}
+
+}  // namespace
+
+void watch_interruptions() {
+  for (const int signal : watched_signals) {
+    struct sigaction action = {};
+    ::sigaction(signal, nullptr, &action);
+    if (action.sa_handler == SIG_IGN) continue;
+    action = {};
+    action.sa_handler = end_program;
+    action.sa_mask = watched_set();
+    ::sigaction(signal, &action, nullptr);
+  }
+}
+
+RemovedOnInterruption::RemovedOnInterruption(const std::string& path, What what) {
+  // Of a link, what it leads to.
+  std::error_code failure;
+  const auto target = std::filesystem::weakly_canonical(path, failure);
+  const std::string name = failure ? path : target.string();
+  for (int i = 0; i < slot_count && slot_ < 0; ++i) {
+    if (slots[static_cast<std::size_t>(i)].is_used == 0) slot_ = i;
+  }
+  if (slot_ < 0 || name.size() >= PATH_MAX) {
+    slot_ = -1;
+    return;
+  }
+  Slot& slot = slots[static_cast<std::size_t>(slot_)];
+  slot.what = what;
+  slot.existed = ::lstat(name.c_str(), &slot.before) == 0;
+  std::memcpy(slot.path, name.c_str(), name.size() + 1);
+  std::atomic_signal_fence(std::memory_order_release);
+  slot.is_used = 1;
+}
+
+RemovedOnInterruption::~RemovedOnInterruption() {
+  if (slot_ >= 0) slots[static_cast<std::size_t>(slot_)].is_used = 0;
+}
+
+SaidOnInterruption::SaidOnInterruption(const std::string& text) {
+  const InterruptionsHeld held;
+  text.copy(last_words, sizeof last_words - 1);
+}
+
+SaidOnInterruption::~SaidOnInterruption() {
+  const InterruptionsHeld held;
+  std::memset(last_words, 0, sizeof last_words);
+}
+
+InterruptionsHeld::InterruptionsHeld() {
+  const sigset_t set = watched_set();
+  if (held_depth++ == 0) ::sigprocmask(SIG_BLOCK, &set, nullptr);
+}
+
+InterruptionsHeld::~InterruptionsHeld() {
+  const sigset_t set = watched_set();
+  if (--held_depth == 0) ::sigprocmask(SIG_UNBLOCK, &set, nullptr);
+}
+
+}  // namespace korvex::host

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "host/layout/layout.h"
+#include "host/process/interruption.h"
+
+namespace korvex::host {
+
+// A folder for one command's own files, removed with all of them at the end.
+class ScratchFolder {
+ public:
+  ScratchFolder();
+  ~ScratchFolder();
+  ScratchFolder(const ScratchFolder&) = delete;
+  ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+  // Empty when no folder can be made.
+  const std::string& path() const { return path_; }
+
+ private:
+  std::string path_;
+  std::optional<RemovedOnInterruption> removal_;
+};
+
+// The layout with a copy of its settings file in the folder, which is also its work folder; nothing
+// when that cannot be copied.
+std::optional<Layout> copy_layout(const Layout& layout, const std::string& folder);
+
+}  // namespace korvex::host

@@ -1,0 +1,127 @@
+#include "host/records/field_form.h"
+
+#include <cstring>
+
+#include "formatlang/attributes.h"
+
+namespace korvex::host {
+
+namespace {
+
+constexpr std::size_t iso_date_size = 10;
+constexpr std::size_t iso_time_size = 8;
+constexpr int first_year_of_1900s = 70;  // of two digits: 70 to 99, the others are of 2000
+
+bool is_digit(char character) { return character >= '0' && character <= '9'; }
+
+// The digits of a moment in groups: `sizes` says how many each has. Between the groups may stand
+// one character. False when the text is something else.
+template <std::size_t Groups>
+bool find_groups(std::string_view text, const std::array<std::size_t, Groups>& sizes,
+                 std::array<const char*, Groups>& groups) {
+  std::size_t place = 0;
+  for (std::size_t i = 0; i < Groups; ++i) {
+    if (i > 0 && place < text.size() && !is_digit(text[place])) ++place;
+    groups[i] = text.data() + place;
+    for (std::size_t end = place + sizes[i]; place < end; ++place) {
+      if (place >= text.size() || !is_digit(text[place])) return false;
+    }
+  }
+  return place == text.size();
+}
+
+char* put(char* out, const char* digits, std::size_t count, char separator) {
+  std::memcpy(out, digits, count);
+  out += count;
+  if (separator != '\0') *out++ = separator;
+  return out;
+}
+
+bool write_date(std::string_view text, char* out) {
+  std::array<const char*, 3> parts;
+  std::size_t year_digits = 4;
+  if (!find_groups<3>(text, {4, 2, 2}, parts)) {
+    if (!find_groups<3>(text, {2, 2, 2}, parts)) return false;
+    year_digits = 2;
+    const int year = (parts[0][0] - '0') * 10 + (parts[0][1] - '0');
+    out = put(out, year >= first_year_of_1900s ? "19" : "20", 2, '\0');
+  }
+  out = put(out, parts[0], year_digits, '-');
+  out = put(out, parts[1], 2, '-');
+  put(out, parts[2], 2, '\0');
+  return true;
+}
+
+bool write_time(std::string_view text, char* out) {
+  std::array<const char*, 3> parts;
+  if (!find_groups<3>(text, {2, 2, 2}, parts)) return false;
+  out = put(out, parts[0], 2, ':');
+  out = put(out, parts[1], 2, ':');
+  put(out, parts[2], 2, '\0');
+  return true;
+}
+
+bool write_timestamp(std::string_view text, char* out) {
+  const std::size_t space = text.find(' ');
+  if (space == std::string_view::npos || !write_date(text.substr(0, space), out)) return false;
+  out[iso_date_size] = ' ';
+  return write_time(text.substr(space + 1), out + iso_date_size + 1);
+}
+
+std::size_t size_of(FieldForm form) {
+  switch (form) {
+    case FieldForm::iso_date:
+      return iso_date_size;
+    case FieldForm::iso_time:
+      return iso_time_size;
+    default:
+      return iso_date_size + 1 + iso_time_size;
+  }
+}
+
+bool write_moment(FieldForm form, std::string_view text, char* out) {
+  switch (form) {
+    case FieldForm::iso_date:
+      return write_date(text, out);
+    case FieldForm::iso_time:
+      return write_time(text, out);
+    default:
+      return write_timestamp(text, out);
+  }
+}
+
+bool holds_numbers(ColumnType type) {
+  return type == ColumnType::integer16 || type == ColumnType::integer32 ||
+         type == ColumnType::integer64 || type == ColumnType::decimal ||
+         type == ColumnType::floating4 || type == ColumnType::floating8;
+}
+
+}  // namespace
+
+FieldForm moment_form(std::int32_t attribute) {
+  switch (attribute) {
+    case korvex::attribute::date:
+      return FieldForm::iso_date;
+    case korvex::attribute::time:
+      return FieldForm::iso_time;
+    case korvex::attribute::timestamp:
+      return FieldForm::iso_timestamp;
+    default:
+      return FieldForm::as_it_is;
+  }
+}
+
+FieldForm field_form(std::int32_t attribute, const ColumnSchema& column) {
+  const FieldForm form = moment_form(attribute);
+  const bool is_short = column.type == ColumnType::text && column.length > 0 &&
+                        static_cast<std::size_t>(column.length) < size_of(form);
+  return is_short || holds_numbers(column.type) ? FieldForm::as_it_is : form;
+}
+
+std::string_view MomentText::convert(FieldForm form, std::string_view value) {
+  const bool is_moment =
+      form != FieldForm::as_it_is && !value.empty() && write_moment(form, value, text_.data());
+  return is_moment ? std::string_view(text_.data(), size_of(form)) : value;
+}
+
+}  // namespace korvex::host

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/layout/layout.h"
+
+namespace korvex::host {
+
+// How records are written for another program.
+enum class Dialect { csv, tsv, json_lines, sql };
+
+// Writes records in one dialect. Names and values are handed over in the encoding that is to be
+// written; an empty value is an empty field, in JSON and SQL null.
+class RecordFormat {
+ public:
+  virtual ~RecordFormat() = default;
+
+  // Appends what comes before the first record, a record, what comes behind the last.
+  virtual void begin(std::string&) {}
+  virtual void append(const std::vector<std::string>& values, std::string& out) = 0;
+  virtual void end(std::string&) {}
+};
+
+struct FormatChoices {
+  Dialect dialect = Dialect::csv;
+  bool header = false;        // csv and tsv: a first line of names
+  std::string table;          // sql: as SQL takes it
+  bool in_code_page = false;  // names and values are in code page 932, else UTF-8; not for JSON
+};
+
+// `names` and `items` go side by side and must outlive the format.
+std::unique_ptr<RecordFormat> make_record_format(const FormatChoices& choices,
+                                                 const std::vector<std::string>& names,
+                                                 const std::vector<const LayoutItem*>& items);
+
+// A number as JSON and SQL write it: no plus, no leading zeros, a digit in front of the point.
+// Nothing when the text is no plain decimal number.
+std::optional<std::string> plain_number(std::string_view text);
+
+}  // namespace korvex::host
