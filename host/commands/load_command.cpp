@@ -1,5 +1,6 @@
 #include "host/commands/load_command.h"
 
+#include <signal.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -14,6 +15,7 @@
 #include "host/exit_status.h"
 #include "host/layout/layout_messages.h"
 #include "host/process/interrupt_watch.h"
+#include "host/process/interruption.h"
 #include "host/records/record_source.h"
 #include "host/text/code_page_decoder.h"
 #include "host/text/printable_text.h"
@@ -59,6 +61,12 @@ class LoadProgress {
   std::int64_t next_ = 1;
 };
 
+// A record that no database can take.
+class BadRecord : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
 // The records as they go into the columns of a table.
 class TableRecords {
  public:
@@ -70,11 +78,11 @@ class TableRecords {
         moments_(plan.forms.size()) {}
 
   // The fields of the next record, valid until the next call; false behind the last one. Throws
-  // DatabaseError when there can be no such record.
+  // BadRecord.
   bool next(RowFields& fields) {
     if (!source_.next(values_)) {
       if (source_.code() == 0) return false;
-      throw DatabaseError(numbered_message(source_.code(), prepared_.layout()));
+      throw BadRecord(numbered_message(source_.code(), prepared_.layout()));
     }
     ++number_;
     fields.clear();
@@ -82,10 +90,10 @@ class TableRecords {
       const bool is_known = decoder_.decode(values_[i], texts_[i]);
       fields.push_back(moments_[i].convert(plan_.forms[i], texts_[i]));
       if (is_known) continue;
-      throw DatabaseError("record " + std::to_string(number_) + ", item " +
-                          printable(plan_.item_names[i]) + ", value \"" +
-                          printable_from_code_page(values_[i]) +
-                          "\": the value has bytes that are no character of code page 932");
+      throw BadRecord("record " + std::to_string(number_) + ", item " +
+                      printable(plan_.item_names[i]) + ", value \"" +
+                      printable_from_code_page(values_[i]) +
+                      "\": the value has bytes that are no character of code page 932");
     }
     return true;
   }
@@ -151,8 +159,8 @@ std::string describe(const RefusedRow& row, const LoadOptions& options, const Lo
   return found;
 }
 
-// Answers the number of rows. Throws what the parts of a load throw, but for a refused row, which
-// becomes a DatabaseError.
+// Answers the number of rows. Throws what the parts of a load throw, but for what is wrong with a
+// record or row, which becomes a DatabaseError.
 std::int64_t load_rows(const LoadOptions& options, Database& database, const TableSchema& table,
                        const LoadPlan& plan, PreparedLayout& prepared) {
   TableRecords records(prepared, plan);
@@ -168,6 +176,8 @@ std::int64_t load_rows(const LoadOptions& options, Database& database, const Tab
     }
     progress.show_checking();
     loader->finish();
+  } catch (const BadRecord& bad) {
+    throw DatabaseError(table.name + ": " + bad.what());
   } catch (const RowRefused& refused) {
     const std::string where = describe(refused.row, options, plan);
     throw DatabaseError(table.name + ": " + where + (where.empty() ? "" : ": ") + refused.what());
@@ -175,7 +185,19 @@ std::int64_t load_rows(const LoadOptions& options, Database& database, const Tab
   return records.number();
 }
 
-int load(const LoadOptions& options, PreparedLayout& prepared, std::ostream& out) {
+// The rows are there to stay, whether or not anybody reads that.
+void print_rows(std::int64_t rows, double seconds, const TableSchema& table, std::ostream& out,
+                std::ostream& messages) {
+  char time[32];
+  std::snprintf(time, sizeof time, "%.3f", seconds);
+  ::signal(SIGPIPE, SIG_IGN);
+  out << rows << " records, " << time << " s: " << table.name << std::endl;
+  if (!out) messages << table.name << ": " << rows << " records were loaded" << std::endl;
+}
+
+int load(const LoadOptions& options, PreparedLayout& prepared, std::ostream& out,
+         std::ostream& messages) {
+  std::optional<SaidOnInterruption> words(std::in_place, std::string(nothing_loaded) + "\n");
   const auto database = open_database(options.database);
   const TableSchema table = database->read_schema(options.table);
   const LoadPlan plan = plan_load(prepared, table);
@@ -189,9 +211,8 @@ int load(const LoadOptions& options, PreparedLayout& prepared, std::ostream& out
     throw;
   }
   const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
-  char time[32];
-  std::snprintf(time, sizeof time, "%.3f", seconds);
-  if (!options.quiet) out << rows << " records, " << time << " s: " << table.name << std::endl;
+  words.reset();
+  if (!options.quiet) print_rows(rows, seconds, table, out, messages);
   return exit_status::done;
 }
 
@@ -203,7 +224,7 @@ int run_load(const LoadOptions& options, std::ostream& out, std::ostream& messag
   if (status != exit_status::done) return status;
   print_left_out(prepared.left_out(), prepared.layout(), messages);
   try {
-    return load(options, prepared, out);
+    return load(options, prepared, out, messages);
   } catch (const Interrupted& interrupted) {
     messages << nothing_loaded << std::endl;
     return interrupted.exit_status;

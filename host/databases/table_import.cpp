@@ -118,11 +118,7 @@ class TableImporter {
     try {
       database_.read_keys(key, take);
     } catch (const KeysUnreadable& failure) {
-      for (const std::size_t column : key.columns) {
-        columns_[column].obstacle = std::string("which cannot be read: ") + failure.what();
-      }
-      drop_lists(key);
-      return;
+      return leave_out(key, std::string("which cannot be read: ") + failure.what());
     }
     if (unreadable > 0) {
       remark(
@@ -133,23 +129,25 @@ class TableImporter {
       remark(names_of(key.columns) + ": together the key of " + key.table +
              ", their lists belong together line by line");
     }
-    if (lists.front()->values() == 0) use_own_keys(key);
+    if (lists.front()->values() > 0) return;
+    if (unreadable > 0) return leave_out(key, "none of whose keys can be in a list");
+    use_own_keys(key);
   }
 
   // The table that a key refers to may be this one, and empty: then each row can be its own parent.
   void use_own_keys(const ForeignKey& key) {
-    drop_lists(key);
-    const std::string advice = key.is_to_own_table ? "" : " (load " + key.table + " first)";
+    leave_out(key, "which has no rows yet" +
+                       (key.is_to_own_table ? "" : " (load " + key.table + " first)"));
     for (std::size_t i = 0; i < key.columns.size(); ++i) {
-      columns_[key.columns[i]].obstacle = "which has no rows yet" + advice;
       if (key.is_to_own_table && !schema_.columns[key.columns[i]].nullable) {
         columns_[key.columns[i]].same_as = key.referenced_columns[i];
       }
     }
   }
 
-  void drop_lists(const ForeignKey& key) {
+  void leave_out(const ForeignKey& key, const std::string& obstacle) {
     for (const std::size_t column : key.columns) {
+      columns_[column].obstacle = obstacle;
       const ListFile* list = columns_[column].list;
       std::erase_if(result_.lists, [&](const auto& each) { return each.get() == list; });
       columns_[column].list = nullptr;

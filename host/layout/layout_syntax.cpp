@@ -1,5 +1,8 @@
 #include "host/layout/layout_syntax.h"
 
+#include <algorithm>
+#include <optional>
+#include <span>
 #include <string>
 
 #include "host/text/printable_text.h"
@@ -10,7 +13,10 @@ namespace {
 
 constexpr std::size_t most_errors = 100;
 constexpr std::size_t longest_shown_line = 60;
+constexpr std::size_t most_tried_bytes = 16 * 1024 * 1024;
 constexpr const char* blanks = " \t\r";
+constexpr const char* key_characters =
+    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-";
 
 std::string_view trimmed(std::string_view line) {
   const std::size_t begin = std::min(line.find_first_not_of(blanks), line.size());
@@ -28,96 +34,167 @@ std::vector<std::string> lines_of(std::string_view text) {
   }
 }
 
-std::string joined(const std::vector<std::string>& lines) {
+std::string joined(std::span<const std::string> lines) {
   std::string text;
   for (const std::string& line : lines) text += line + "\n";
   return text;
 }
 
+bool is_header(std::string_view line) { return trimmed(line).starts_with('['); }
+
 // A line that stands in for an unreadable one: the table that its header means, or its key with a
 // value that no key takes, so that nobody misses the key.
 std::string replacement_of(std::string_view line) {
   line = trimmed(line);
-  if (line.starts_with('[')) {
+  if (is_header(line)) {
     if (line.find("values") != std::string_view::npos) return "[item.values]";
     if (line.find("item") != std::string_view::npos) return "[[item]]";
     if (line.find("layout") != std::string_view::npos) return "[layout]";
     return "";
   }
-  const std::size_t key =
-      line.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-");
+  const std::size_t key = line.find_first_not_of(key_characters);
   return std::string(line.substr(0, key)) + " = []";
 }
+
+// Of a UTF-8 character that began before.
+bool is_continuation(char byte) { return (byte & 0xC0) == 0x80; }
 
 std::string described(const toml::parse_error& failure, std::string_view line) {
   std::string text(failure.description());
   std::string_view shown = trimmed(line);
-  if (shown.size() > longest_shown_line) shown = shown.substr(0, longest_shown_line);
+  if (shown.size() > longest_shown_line) {
+    std::size_t size = longest_shown_line;
+    while (size > 0 && is_continuation(shown[size])) --size;
+    shown = shown.substr(0, size);
+  }
   text += ", in the line " + printable(shown);
   if (text.find("redefine") != std::string::npos) return text + ", expected each key once";
   if (text.find("xpected") != std::string::npos) return text;
   return text + ", expected a table's header or a key with its value";
 }
 
-// Where a line begins a value that it does not end; npos when it does not.
-std::size_t unclosed_value(std::string_view line) {
-  static constexpr std::pair<std::string_view, std::string_view> brackets[] = {
-      {"[", "]"}, {R"(""")", R"(""")"}, {"'''", "'''"}};
-  const std::size_t value = line.find_first_not_of(" \t=", line.find('='));
-  if (value == std::string_view::npos) return value;
-  for (const auto& [begin, end] : brackets) {
-    if (!line.substr(value).starts_with(begin)) continue;
-    const bool ends = line.find(end, value + begin.size()) != std::string_view::npos;
-    return ends ? std::string_view::npos : value;
-  }
-  return std::string_view::npos;
-}
+// Repairs a text line by line until it reads.
+class Repair {
+ public:
+  explicit Repair(std::string_view text) : written_(lines_of(text)), lines_(written_) {}
 
-// Where the failure lies: that a value of several lines does not end is noticed far behind it.
-toml::source_position place_of(const toml::parse_error& failure,
-                               const std::vector<std::string>& lines) {
-  const toml::source_position place = failure.source().begin;
-  const std::string_view description = failure.description();
-  const bool has_several_lines = description.find("array") != std::string_view::npos ||
-                                 description.find("end-of-file") != std::string_view::npos;
-  for (auto line = has_several_lines ? place.line : 0; line > 0; --line) {
-    if (line > lines.size()) continue;
-    const std::size_t open = unclosed_value(lines[line - 1]);
-    if (open != std::string_view::npos) return {line, static_cast<std::uint32_t>(open + 1)};
+  LayoutSyntax run() {
+    // A line is replaced, and if that does not help, replaced by one that says nothing.
+    for (std::size_t turns = 2 * most_errors; turns > 0; --turns) {
+      try {
+        syntax_.table = toml::parse(joined(lines_));
+        return std::move(syntax_);
+      } catch (const toml::parse_error& failure) {
+        if (!mend(failure)) break;
+      }
+    }
+    syntax_.is_incomplete = true;
+    return std::move(syntax_);
   }
-  return place;
-}
+
+ private:
+  // False when nothing can be done about it.
+  bool mend(const toml::parse_error& failure) {
+    const toml::source_position place = failure.source().begin;
+    const auto line = static_cast<std::size_t>(place.line);
+    const std::size_t begin = line_of_open_value(failure);
+    const bool is_at_end = line == 0 || line > lines_.size() || trimmed(lines_[line - 1]).empty();
+    if (begin != 0 && (is_at_end || begins_statement(lines_[line - 1]))) {
+      return mend_open_value(failure, begin, is_at_end ? begin : line - 1);
+    }
+    if (line == 0 || line > lines_.size()) {
+      report(failure, place, "");
+      return false;
+    }
+    if (!syntax_.replaced_lines.contains(place.line)) {
+      report(failure, place, written_[line - 1]);
+      replace(line, replacement_of(lines_[line - 1]));
+      return begin == 0;  // inside a value nothing stands in for a part
+    }
+    if (is_silent(lines_[line - 1])) return false;
+    replace(line, silent(line));
+    return true;
+  }
+
+  // A value goes on into the statement behind it: the line where it begins is at fault, and those
+  // up to `last` are parts of it.
+  bool mend_open_value(const toml::parse_error& failure, std::size_t begin, std::size_t last) {
+    const std::string& line = written_[begin - 1];
+    const std::size_t equals = std::min(line.find('='), line.size());
+    const std::size_t value = std::min(line.find_first_not_of(" \t=", equals), line.size());
+    if (syntax_.replaced_lines.contains(static_cast<std::uint32_t>(begin))) return false;
+    report(failure, {static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(value + 1)},
+           line);
+    replace(begin, replacement_of(line));
+    for (std::size_t part = begin + 1; part <= last; ++part) replace(part, "");
+    return true;
+  }
+
+  // The line where a value begins that is still open where the failure was noticed; 0 for none.
+  std::size_t line_of_open_value(const toml::parse_error& failure) {
+    const std::string_view description = failure.description();
+    const bool is_in_value = description.find("array") != std::string_view::npos ||
+                             description.find("string") != std::string_view::npos;
+    if (!is_in_value || description.find("redefine") != std::string_view::npos) return 0;
+    const auto line = std::min<std::size_t>(failure.source().begin.line, lines_.size() + 1);
+    for (std::size_t before = line; before > 1; --before) {
+      const std::optional<bool> reads = reads_up_to(before - 1);
+      if (!reads) return 0;
+      if (*reads) return before < line ? before : 0;
+    }
+    return line > 1 ? 1 : 0;
+  }
+
+  // Whether the first lines read by themselves; nothing when too much has been tried already.
+  std::optional<bool> reads_up_to(std::size_t count) {
+    const std::string text = joined(std::span(lines_).first(count));
+    if (tried_bytes_ + text.size() > most_tried_bytes) return std::nullopt;
+    tried_bytes_ += text.size();
+    try {
+      static_cast<void>(toml::parse(text));
+      return true;
+    } catch (const toml::parse_error&) {
+      return false;
+    }
+  }
+
+  static bool begins_statement(std::string_view line) {
+    line = trimmed(line);
+    const std::size_t key = line.find_first_not_of(key_characters);
+    if (line.starts_with("[[item") || line.starts_with("[layout") || line.starts_with("[item")) {
+      return true;
+    }
+    return key != 0 && key != std::string_view::npos && trimmed(line.substr(key)).starts_with('=');
+  }
+
+  // A table of its own, where a header cannot stand, so that its keys go nowhere else.
+  std::string silent(std::size_t line) const {
+    return is_header(written_[line - 1]) ? "[unreadable_" + std::to_string(line) + "]" : "";
+  }
+  static bool is_silent(const std::string& line) {
+    return line.empty() || line.starts_with("[unreadable_");
+  }
+
+  void replace(std::size_t line, std::string by) {
+    syntax_.replaced_lines.insert(static_cast<std::uint32_t>(line));
+    lines_[line - 1] = std::move(by);
+  }
+
+  void report(const toml::parse_error& failure, const toml::source_position& place,
+              std::string_view line) {
+    const std::string text =
+        line.empty() ? std::string(failure.description()) : described(failure, line);
+    syntax_.errors.push_back({{place.line, place.column}, text});
+  }
+
+  const std::vector<std::string> written_;
+  std::vector<std::string> lines_;
+  LayoutSyntax syntax_;
+  std::size_t tried_bytes_ = 0;
+};
 
 }  // namespace
 
-LayoutSyntax parse_syntax(std::string_view text) {
-  LayoutSyntax syntax;
-  const std::vector<std::string> written = lines_of(text);
-  std::vector<std::string> lines = written;
-  // A line is replaced, and if that does not help, emptied.
-  for (std::size_t turns = 2 * most_errors; turns > 0; --turns) {
-    try {
-      syntax.table = toml::parse(joined(lines));
-      return syntax;
-    } catch (const toml::parse_error& failure) {
-      const toml::source_position place = place_of(failure, lines);
-      if (place.line == 0 || place.line > lines.size()) {
-        syntax.errors.push_back({{place.line, place.column}, std::string(failure.description())});
-        break;
-      }
-      std::string& line = lines[place.line - 1];
-      const bool is_new = syntax.replaced_lines.insert(place.line).second;
-      if (is_new) {
-        syntax.errors.push_back(
-            {{place.line, place.column}, described(failure, written[place.line - 1])});
-      } else if (line.empty()) {
-        break;
-      }
-      line = is_new ? replacement_of(line) : "";
-    }
-  }
-  syntax.is_incomplete = true;
-  return syntax;
-}
+LayoutSyntax parse_syntax(std::string_view text) { return Repair(text).run(); }
 
 }  // namespace korvex::host

@@ -70,29 +70,37 @@ void remove_folder(const char* path) {
 // Giving back what a large removed file holds in memory takes the system half a second, and happens
 // where it is closed last: let that be a process that nobody waits for.
 void let_another_close_last() {
-  // Locks would go on with it.
+  // A file that came from the caller stayed open through its start; it is not ours to unlock.
   constexpr int most_files = 256;
-  for (int file = 0; file < most_files; ++file) ::flock(file, LOCK_UN);
+  const auto is_own = [](int file) {
+    const int flags = ::fcntl(file, F_GETFD);
+    return flags >= 0 && (flags & FD_CLOEXEC) != 0;
+  };
+  for (int file = 0; file < most_files; ++file) {
+    if (is_own(file)) ::flock(file, LOCK_UN);
+  }
   const pid_t parent = ::getpid();
   if (::_Fork() != 0) return;
-  // Nor shall a reader wait for what this process writes.
-  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) ::close(stream);
   ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+  // Nobody who shares the caller's files need wait for this process.
+  for (int file = 0; file < most_files; ++file) {
+    if (!is_own(file)) ::close(file);
+  }
   while (::getppid() == parent) ::pause();
   ::_exit(0);
 }
 
-void remove(const Slot& slot) {
+// Answers how large the file was.
+off_t remove(const Slot& slot) {
   if (slot.what == RemovedOnInterruption::What::folder) {
     remove_folder(slot.path);
-    return;
+    return 0;
   }
   struct stat now = {};
-  if (::lstat(slot.path, &now) != 0 || !S_ISREG(now.st_mode)) return;
-  if (slot.what == RemovedOnInterruption::What::changed_file && !is_changed(slot, now)) return;
-  constexpr off_t slow_to_close = 64 * 1024 * 1024;
+  if (::lstat(slot.path, &now) != 0 || !S_ISREG(now.st_mode)) return 0;
+  if (slot.what == RemovedOnInterruption::What::changed_file && !is_changed(slot, now)) return 0;
   ::unlink(slot.path);
-  if (now.st_size >= slow_to_close) let_another_close_last();
+  return now.st_size;
 }
 
 void print_last_words() {
@@ -108,10 +116,13 @@ void print_last_words() {
 }
 
 void end_program(int signal) {
+  constexpr off_t slow_to_close = 64 * 1024 * 1024;
+  bool is_slow = false;
   for (const Slot& slot : slots) {
-    if (slot.is_used != 0) remove(slot);
+    if (slot.is_used != 0 && remove(slot) >= slow_to_close) is_slow = true;
   }
   print_last_words();
+  if (is_slow) let_another_close_last();
   ::_exit(signal_status + signal);
 }
 

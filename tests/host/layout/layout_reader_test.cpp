@@ -366,6 +366,30 @@ TEST(LayoutReader, AValueThatDoesNotEndHidesNothingElse) {
   }
 }
 
+// Values that do end are not to blame for what stands behind them, and a second header keeps its
+// keys to itself.
+TEST(LayoutReader, BlamesTheLineThatIsWrong) {
+  const std::string list =
+      "item = [\n{ name = \"A\", attribute = 4, digits = 3, values = { type = \"default\" } }\n";
+  const std::string header = "[layout]\nkind = \"record\"\nrecords = 1\ndata = \"d.csv\"\n";
+  const std::string text = "note = \"\"\"\na = [\nb\"\"\"\n";
+  const std::pair<std::string, std::vector<std::uint32_t>> cases[] = {
+      {list + "{ name = 5 }\n]\n" + header, {3}},
+      {list + "]\n" + header + item("B", "digits = 3"), {8}},
+      {list + "]\n[layout]\nkind = [\"record\" 1]\nrecords = 1\ndata = \"d.csv\"\n", {5}},
+      {text + header + item("A", "digits = [1 2]"), {1, 11}},
+      {header + "\"a=[b\" = 1\n" + item("A", "digits = [1 2]"), {5, 9}},
+      {replaced(header, "records = 1", "records = [[1]") + item("A", "digits = 3"), {3}},
+      {replaced(header, "records = 1", "records = [\"]\"") + item("A", "digits = 3"), {3}},
+      {header + item("A", "digits = 3") + header, {9}},
+  };
+  for (const auto& [layout, lines] : cases) {
+    std::vector<std::uint32_t> found;
+    for (const LayoutError& error : parse(layout).errors) found.push_back(error.place.line);
+    EXPECT_EQ(found, lines) << layout;
+  }
+}
+
 TEST(LayoutReader, EachRepeatHasALevelOfItsOwn) {
   const std::string values =
       "digits = 3\nvalues = { type = \"default\", repeat = { level = 1, count = 2 } }";

@@ -1,6 +1,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/file.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -106,13 +107,21 @@ TEST_F(Interruption, ARunIsRemovedForEachSignal) {
   }
 }
 
-// What a large file holds in memory is given back behind the user's back, without its locks.
+// What a large file holds in memory is given back behind the user's back, without its locks, but
+// with those that the caller has on files of its own.
 TEST_F(Interruption, ALargeFileIsNoReasonToWait) {
   constexpr std::uintmax_t large = 70'000'000;
+  const int inherited = ::open(file("w/lock").c_str(), O_RDWR | O_CREAT, 0600);
+  ASSERT_EQ(::flock(inherited, LOCK_EX), 0);
   write_layout(counted);
   const pid_t child = start({"generate", layout()});
   wait_until([&] { return fs::exists(file("d.csv")) && fs::file_size(file("d.csv")) > large; });
   EXPECT_EQ(end(child, SIGINT), 130);
+  const int other = ::open(file("w/lock").c_str(), O_RDWR | O_CLOEXEC);
+  EXPECT_EQ(::flock(other, LOCK_EX | LOCK_NB), -1);
+  ::close(other);
+  ::close(inherited);
+  fs::remove(file("w/lock"));
   expect_nothing_left({"d.fif", "l.toml"});
   const pid_t next = start({"generate", layout(), "--records", "1"});
   int status = 0;
