@@ -12,20 +12,22 @@ from workload import LAYOUT_NAME, NULL_DEVICE, KorvexRun
 
 RECORD_COUNTS = (50_000, 500_000, 5_000_000, 50_000_000)
 DEFAULT_RUNS = 3
+# A run of a few milliseconds differs from the next by as much as half a million records take.
+LARGEST_SHORT_RUN = 500_000
+SHORT_RUN_TURNS = 15
 MOST_RECORD_BYTES = 100  # to see beforehand whether the disk has room
 
 
-def measure(run, runs):
-    """Times of each run after a warm-up, and the peak memory of one more in KiB."""
-
-    def times():
-        return run_timed(run.command, run.environment, run.output)
-
-    times()
-    counted = [times() for _ in range(runs)]
-    peak = run_for_peak_memory(run.command, run.environment, run.output)
-    remove(run.output)
-    return counted, peak
+def measure(run, start_up, runs):
+    """Times of each run, in turn with the start-up alone, after a warm-up of both."""
+    turns = (run, start_up)
+    counted = ([], [])
+    for turn in range(runs + 1):
+        for each, times in zip(turns, counted):
+            taken = run_timed(each.command, each.environment, each.output)
+            if turn > 0:
+                times.append(taken)
+    return counted
 
 
 def medians(times):
@@ -34,11 +36,10 @@ def medians(times):
 
 
 def print_target(title, folder, program, runs, data):
-    start_up, _ = measure(KorvexRun(program, folder, 0, data), runs)
-    idle_wall, idle_cpu = medians(start_up)
-    print(f"\n{title}, start-up (no records) {idle_wall * 1000:.1f} ms, cpu {idle_cpu * 1000:.1f} ms")
+    start_up = KorvexRun(program, folder, 0, data)
+    print(f"\n{title}")
     print(
-        f"{'records':>12} {'median s':>9} {'min s':>9} {'max s':>9} "
+        f"{'records':>12} {'runs':>5} {'median s':>9} {'min s':>9} {'max s':>9} {'start-up':>9} "
         f"{'ns/record':>10} {'cpu ns/rec':>10} {'peak MiB':>9}"
     )
     for records in RECORD_COUNTS:
@@ -46,12 +47,17 @@ def print_target(title, folder, program, runs, data):
             if shutil.disk_usage(folder).free < records * MOST_RECORD_BYTES:
                 print(f"{records:12,} no room on the disk")
                 continue
-        times, peak = measure(KorvexRun(program, folder, records, data), runs)
+        run = KorvexRun(program, folder, records, data)
+        turns = runs * (SHORT_RUN_TURNS if records <= LARGEST_SHORT_RUN else 1)
+        times, idle_times = measure(run, start_up, turns)
+        peak = run_for_peak_memory(run.command, run.environment, run.output)
+        remove(run.output)
         wall, cpu = medians(times)
+        idle_wall, idle_cpu = medians(idle_times)
         walls = [each.wall for each in times]
         print(
-            f"{records:12,} {wall:9.3f} {min(walls):9.3f} {max(walls):9.3f} "
-            f"{(wall - idle_wall) / records * 1e9:10.1f} "
+            f"{records:12,} {turns:5} {wall:9.4f} {min(walls):9.4f} {max(walls):9.4f} "
+            f"{idle_wall:9.4f} {(wall - idle_wall) / records * 1e9:10.1f} "
             f"{(cpu - idle_cpu) / records * 1e9:10.1f} {peak / 1024:9.1f}",
             flush=True,
         )
@@ -68,7 +74,10 @@ def main():
         print(f"machine:  {machine_line(folder)}")
         print(f"build:    {build_line(program)}")
         print(f"workload: {LAYOUT_NAME}; per record is beyond the start-up")
-        print(f"runs:     {runs} after a warm-up, output removed before each; one more for memory")
+        print(
+            f"runs:     {runs} after a warm-up, {SHORT_RUN_TURNS} times as many of the short ones, "
+            "each in turn with the start-up; output removed before each; one more for memory"
+        )
         print_target("to /dev/null", folder, program, runs, NULL_DEVICE)
         print_target("to a file", folder, program, runs, folder / "scaling.csv")
 
