@@ -1,10 +1,8 @@
 #include "host/databases/list_file.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
-#include <filesystem>
-#include <system_error>
+#include <iostream>
+#include <stdexcept>
 
 #include "host/layout/output_folders.h"
 #include "platform/codepage.h"
@@ -17,26 +15,21 @@ namespace {
 // A longer line would be read as several.
 constexpr std::size_t longest_line = 32'768;
 
-[[noreturn]] void report(const std::string& path) {
-  throw std::system_error(errno, std::generic_category(), path);
+std::string path_in(const std::string& folder, const std::string& name) {
+  make_folder(folder);
+  return platform::join_path(folder, name);
 }
 
 }  // namespace
 
 ListFile::ListFile(const std::string& folder, const std::string& name,
                    const std::optional<ItemAttributes>& number_item)
-    : folder_(folder),
-      name_(name),
-      temporary_(platform::join_path(folder, name + ".part")),
+    : name_(name),
+      path_(path_in(folder, name)),
+      output_(path_, std::cout),
       fits_number_item_(number_item.has_value()) {
-  make_folder(folder);
-  stream_.open(temporary_, std::ios::binary | std::ios::trunc);
   if (number_item) number_rule_.emplace(*number_item);
-  if (!stream_) report(temporary_);
-}
-
-ListFile::~ListFile() {
-  if (!temporary_.empty()) std::remove(temporary_.c_str());
+  report();
 }
 
 std::optional<std::string> ListFile::line_of(std::string_view utf8) {
@@ -52,16 +45,17 @@ void ListFile::append(const std::string& line) {
   ++values_;
   longest_ = std::max(longest_, line.size());
   fits_number_item_ = fits_number_item_ && number_rule_->check(line) == 0;
-  stream_ << line << '\n';
+  output_.write(line);
+  output_.write("\n");
 }
 
 void ListFile::keep() {
-  stream_.close();
-  if (!stream_) report(temporary_);
-  std::filesystem::rename(temporary_, path());
-  temporary_.clear();
+  output_.finish();
+  report();
 }
 
-std::string ListFile::path() const { return platform::join_path(folder_, name_); }
+void ListFile::report() const {
+  if (!output_.failure().empty()) throw std::runtime_error(output_.failure());
+}
 
 }  // namespace korvex::host

@@ -42,7 +42,7 @@ ReplacedOutput::ReplacedOutput(const std::string& path, std::ostream& standard)
   }
   const InterruptionsHeld held;
   std::string name = path_ + ".XXXXXX";
-  descriptor_ = ::mkstemp(name.data());
+  descriptor_ = ::mkostemp(name.data(), O_CLOEXEC);
   if (descriptor_ < 0) {
     fail();
     return;
