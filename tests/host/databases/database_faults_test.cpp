@@ -245,9 +245,10 @@ TEST_P(DatabaseFaults, LeaveTriggersTheirOwnWay) {
   EXPECT_EQ(query("SELECT (SELECT count(*) FROM t), (SELECT count(*) FROM days)"), "5|1");
 }
 
+class ServerFaults : public DatabaseFaults {};
+
 // A server that is told to go ends the connection while the load still sends.
-TEST_P(DatabaseFaults, EndALoadInTheServersOwnWords) {
-  if (is_sqlite()) GTEST_SKIP() << "SQLite has no server";
+TEST_P(ServerFaults, EndALoadInTheServersOwnWords) {
   SKIP_WITHOUT_DATABASE();
   query("CREATE SEQUENCE s; CREATE TABLE t (k text);" +
         trigger(
@@ -413,6 +414,8 @@ TEST(DatabaseConnection, IsEndedByAnInterruptWhateverItWaitsFor) {
   }
 }
 
+INSTANTIATE_TEST_SUITE_P(Databases, ServerFaults, testing::Values("PostgreSQL"),
+                         [](const auto& test) { return std::string(test.param); });
 INSTANTIATE_TEST_SUITE_P(Databases, DatabaseFaults, testing::Values("SQLite", "PostgreSQL"),
                          [](const auto& test) { return std::string(test.param); });
 
