@@ -10,13 +10,19 @@ namespace {
 
 // The loops below know the sizes of what they copy: a store instead of a call for each.
 
+// Most fields have none: then there is no place in a wheel either.
 template <std::size_t tail_size>
-void write_tails_of(const FieldPlaces& places, std::int64_t count, TurningTail tail) {
-  char* const out = places.base + places.offset + tail.offset;
-  for (std::int64_t i = 0; i < count; ++i) {
-    std::memcpy(out + places.lines[i], tail.wheel_place, tail_size);
+void write_tail(char* field, TurningTail& tail) {
+  if constexpr (tail_size > 0) {
+    std::memcpy(field + tail.offset, tail.wheel_place, tail_size);
     tail.wheel_place += tail.wheel_step;
   }
+}
+
+template <std::size_t tail_size>
+void write_tails_of(const FieldPlaces& places, std::int64_t count, TurningTail tail) {
+  char* const base = places.base + places.offset;
+  for (std::int64_t i = 0; i < count; ++i) write_tail<tail_size>(base + places.lines[i], tail);
 }
 
 template <std::size_t size>
@@ -37,8 +43,7 @@ void write_exactly(const FieldPlaces& places, std::int64_t count, std::string_vi
     char* const out = base + places.lines[i];
     std::memcpy(out, &first_chunk, chunk_size);
     std::memcpy(out + last, &last_chunk, chunk_size);
-    std::memcpy(out + tail.offset, tail.wheel_place, tail_size);
-    tail.wheel_place += tail.wheel_step;
+    write_tail<tail_size>(out, tail);
   }
 }
 
@@ -51,8 +56,7 @@ void write_overlong(const FieldPlaces& places, std::int64_t count, const char* f
   for (std::int64_t i = 0; i < count; ++i) {
     char* const out = base + places.lines[i];
     std::memcpy(out, &chunk, chunk_size);
-    std::memcpy(out + tail.offset, tail.wheel_place, tail_size);
-    tail.wheel_place += tail.wheel_step;
+    write_tail<tail_size>(out, tail);
   }
 }
 
