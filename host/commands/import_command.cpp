@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <ostream>
+#include <set>
 #include <sstream>
 #include <stdexcept>
 #include <system_error>
@@ -44,14 +45,28 @@ std::string path_of_database(const ImportOptions& options, const TableImport& im
   return found == paths.end() ? "" : *found;
 }
 
+// A path that two of the files would have, perhaps by a link; empty when each has its own.
+std::string path_of_two(const ImportOptions& options, const TableImport& import) {
+  std::vector<std::string> paths = {options.output.empty() ? "/dev/stdout" : options.output};
+  for (const auto& list : import.lists) paths.push_back(list->path());
+  std::set<std::filesystem::path> places;
+  for (const std::string& path : paths) {
+    std::error_code failure;
+    const auto place = std::filesystem::weakly_canonical(std::filesystem::absolute(path), failure);
+    if (!places.insert(failure ? std::filesystem::path(path) : place).second) return path;
+  }
+  return {};
+}
+
 // Writes the layout and keeps the lists, neither unless both can be had. Answers what went wrong.
 std::string keep(const TableImport& import, const std::string& path, std::ostream& out) {
   make_folder(platform::folder_of(path));
   std::ostringstream text;
   write_layout(import.layout, text);
   ReplacedOutput output(path.empty() ? "-" : path, out);
-  if (!output.failure().empty()) return output.failure();
   output.write(text.str());
+  output.flush();
+  if (!output.failure().empty()) return output.failure();
   for (const auto& list : import.lists) list->keep();
   output.finish();
   return output.failure();
@@ -72,6 +87,10 @@ int import_into(const ImportOptions& options, std::ostream& out, std::ostream& m
   if (!import.errors.empty()) return exit_status::failed;
   if (const std::string path = path_of_database(options, import, *database); !path.empty()) {
     messages << path << ": is the database that is read, expected a file of its own\n";
+    return exit_status::wrong_usage;
+  }
+  if (const std::string path = path_of_two(options, import); !path.empty()) {
+    messages << path << ": would be two files of the import, expected a layout of another name\n";
     return exit_status::wrong_usage;
   }
   if (const std::string path = file_in_the_way(options, import); !path.empty()) {

@@ -160,9 +160,10 @@ std::string describe(const RefusedRow& row, const LoadOptions& options, const Lo
 }
 
 // Answers the number of rows. Throws what the parts of a load throw, but for what is wrong with a
-// record or row, which becomes a DatabaseError.
+// record or row, which becomes a DatabaseError. Interruptions are held once the rows are kept.
 std::int64_t load_rows(const LoadOptions& options, Database& database, const TableSchema& table,
-                       const LoadPlan& plan, PreparedLayout& prepared) {
+                       const LoadPlan& plan, PreparedLayout& prepared,
+                       std::optional<InterruptionsHeld>& held) {
   TableRecords records(prepared, plan);
   // Up to here there was nothing to undo.
   const InterruptWatch watch;
@@ -176,6 +177,7 @@ std::int64_t load_rows(const LoadOptions& options, Database& database, const Tab
     }
     progress.show_checking();
     loader->finish();
+    held.emplace();
   } catch (const BadRecord& bad) {
     throw DatabaseError(table.name + ": " + bad.what());
   } catch (const RowRefused& refused) {
@@ -190,7 +192,6 @@ void print_rows(std::int64_t rows, double seconds, const TableSchema& table, std
                 std::ostream& messages) {
   char time[32];
   std::snprintf(time, sizeof time, "%.3f", seconds);
-  ::signal(SIGPIPE, SIG_IGN);
   out << rows << " records, " << time << " s: " << table.name << std::endl;
   if (!out) messages << table.name << ": " << rows << " records were loaded" << std::endl;
 }
@@ -204,7 +205,9 @@ int load(const LoadOptions& options, PreparedLayout& prepared, std::ostream& out
   const Clock::time_point start = Clock::now();
   std::int64_t rows = 0;
   try {
-    rows = load_rows(options, *database, table, plan, prepared);
+    std::optional<InterruptionsHeld> held;
+    rows = load_rows(options, *database, table, plan, prepared, held);
+    ignore_interruptions();
   } catch (const DatabaseError&) {
     // A failure may be what the interrupt led to, or may have come at the same time.
     InterruptWatch::check();

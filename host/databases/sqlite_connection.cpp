@@ -38,6 +38,8 @@ void SqliteConnection::roll_back() {
   if (sqlite3_get_autocommit(database_) == 0) {
     sqlite3_exec(database_, "ROLLBACK", nullptr, nullptr, nullptr);
   }
+  // After some failures, as of a full disk, the file itself is only put back by who reads it next.
+  sqlite3_exec(database_, "SELECT 1 FROM sqlite_schema LIMIT 1", nullptr, nullptr, nullptr);
 }
 
 void SqliteConnection::fail() const {

@@ -76,12 +76,23 @@ class TableImporter {
     }
   }
 
+  // Names of columns may differ in what a file's name cannot hold.
+  std::string list_name(const ColumnSchema& schema) const {
+    const std::string stem = file_name_part(schema_.bare_name) + "." + file_name_part(schema.name);
+    std::string name = stem + ".txt";
+    const auto is_taken = [&](const auto& list) { return list->name() == name; };
+    for (int i = 2; std::any_of(result_.lists.begin(), result_.lists.end(), is_taken); ++i) {
+      name = stem + "." + std::to_string(i) + ".txt";
+    }
+    return name;
+  }
+
   ListFile& begin_list(std::size_t column) {
     const ColumnSchema& schema = schema_.columns[column];
     const auto mapped = map_column(schema, use_);
     const bool is_for_numbers = mapped && is_number(mapped->attributes);
     result_.lists.push_back(std::make_unique<ListFile>(
-        folder_, file_name_part(schema_.bare_name) + "." + file_name_part(schema.name) + ".txt",
+        folder_, list_name(schema),
         is_for_numbers ? std::optional(mapped->attributes) : std::nullopt));
     columns_[column].list = result_.lists.back().get();
     return *result_.lists.back();

@@ -130,25 +130,31 @@ class Repair {
     return true;
   }
 
-  // The line where a value begins that is still open where the failure was noticed; 0 for none.
+  // The line where a value begins that is still open where the failure was noticed; 0 for none. It
+  // is the one behind the longest text in front that reads by itself: looked for in growing steps
+  // back, and then between the last two of them.
   std::size_t line_of_open_value(const toml::parse_error& failure) {
-    const std::string_view description = failure.description();
-    const bool is_in_value = description.find("array") != std::string_view::npos ||
-                             description.find("string") != std::string_view::npos;
-    if (!is_in_value || description.find("redefine") != std::string_view::npos) return 0;
+    if (failure.description().find("redefine") != std::string_view::npos) return 0;
     const auto line = std::min<std::size_t>(failure.source().begin.line, lines_.size() + 1);
-    for (std::size_t before = line; before > 1; --before) {
-      const std::optional<bool> reads = reads_up_to(before - 1);
-      if (!reads) return 0;
-      if (*reads) return before < line ? before : 0;
+    if (line <= 1 || reads_up_to(line - 1)) return 0;
+    std::size_t open = line - 1;
+    std::size_t step = 1;
+    while (open > step && !reads_up_to(open - step)) {
+      open -= step;
+      step *= 2;
     }
-    return line > 1 ? 1 : 0;
+    std::size_t reading = open > step ? open - step : 0;
+    while (open - reading > 1) {
+      const std::size_t middle = reading + (open - reading) / 2;
+      (reads_up_to(middle) ? reading : open) = middle;
+    }
+    return tried_bytes_ < most_tried_bytes ? open : 0;
   }
 
-  // Whether the first lines read by themselves; nothing when too much has been tried already.
-  std::optional<bool> reads_up_to(std::size_t count) {
+  // Whether the first lines read by themselves. Not found out any more when much has been tried.
+  bool reads_up_to(std::size_t count) {
+    if (tried_bytes_ >= most_tried_bytes) return true;
     const std::string text = joined(std::span(lines_).first(count));
-    if (tried_bytes_ + text.size() > most_tried_bytes) return std::nullopt;
     tried_bytes_ += text.size();
     try {
       static_cast<void>(toml::parse(text));
@@ -160,11 +166,12 @@ class Repair {
 
   static bool begins_statement(std::string_view line) {
     line = trimmed(line);
-    const std::size_t key = line.find_first_not_of(key_characters);
-    if (line.starts_with("[[item") || line.starts_with("[layout") || line.starts_with("[item")) {
-      return true;
-    }
-    return key != 0 && key != std::string_view::npos && trimmed(line.substr(key)).starts_with('=');
+    const std::size_t name = std::min(line.find_first_not_of("[ \t"), line.size());
+    const std::string_view header = line.substr(name);
+    if (name > 0 && (header.starts_with("item") || header.starts_with("layout"))) return true;
+    const std::string_view key = trimmed(line.substr(0, std::min(line.find('='), line.size())));
+    return key.size() < line.size() && !key.empty() &&
+           key.find_first_not_of(std::string(key_characters) + ".\"' \t") == std::string_view::npos;
   }
 
   // A table of its own, where a header cannot stand, so that its keys go nowhere else.

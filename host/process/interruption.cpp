@@ -147,6 +147,10 @@ void watch_interruptions() {
   }
 }
 
+void ignore_interruptions() {
+  for (const int signal : watched_signals) ::signal(signal, SIG_IGN);
+}
+
 RemovedOnInterruption::RemovedOnInterruption(const std::string& path, What what) {
   // Of a link, what it leads to.
   std::error_code failure;

@@ -13,6 +13,9 @@ namespace korvex::host {
 // ignored, as by nohup, stays so.
 void watch_interruptions();
 
+// From here on they are ignored, those that wait among them: what is done is done.
+void ignore_interruptions();
+
 // While it lives, an interruption removes a path.
 class RemovedOnInterruption {
  public:

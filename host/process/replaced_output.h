@@ -20,6 +20,9 @@ class ReplacedOutput {
 
   void write(std::string_view text);
 
+  // Writes out what write() has gathered.
+  void flush();
+
   // Puts the file in its place.
   void finish();
 
@@ -28,7 +31,6 @@ class ReplacedOutput {
 
  private:
   void fail();
-  void flush();
 
   std::string path_;
   bool is_standard_ = false;

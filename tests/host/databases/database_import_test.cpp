@@ -88,6 +88,18 @@ TEST_P(ShopImport, ImportWritesOnlyItsOwnFiles) {
   EXPECT_EQ(program_.run({"import", target, "orders", "-o", "taken", "--force"}), 1);
   EXPECT_FALSE(fs::exists("orders.customer_id.txt"));
 
+  // Nor do two of its files take one place, by their names or by a link.
+  query("CREATE TABLE twins (\"x/y\" boolean NOT NULL, x_y boolean NOT NULL)");
+  ASSERT_EQ(import("twins"), 0) << program_.err();
+  EXPECT_TRUE(fs::exists("twins.x_y.txt") && fs::exists("twins.x_y.2.txt"));
+  test::write_file("linked.toml", "old");
+  fs::remove("customers.active.txt");
+  fs::create_symlink("linked.toml", "customers.active.txt");
+  for (const char* output : {"customers.active.txt", "linked.toml"}) {
+    EXPECT_EQ(program_.run({"import", target, "customers", "-o", output, "--force"}), 2) << output;
+    EXPECT_EQ(test::read_file("linked.toml"), "old");
+  }
+
   if (!is_sqlite()) return;
   const std::string file = target.substr(std::string("sqlite:").size());
   fs::create_symlink(file, "link.db");

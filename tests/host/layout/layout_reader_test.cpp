@@ -382,6 +382,8 @@ TEST(LayoutReader, BlamesTheLineThatIsWrong) {
       {replaced(header, "records = 1", "records = [[1]") + item("A", "digits = 3"), {3}},
       {replaced(header, "records = 1", "records = [\"]\"") + item("A", "digits = 3"), {3}},
       {header + item("A", "digits = 3") + header, {9}},
+      {header + item("A", "digits = [") + item("B", "digits = 3"), {8}},
+      {header + item("A", "digits = 3\nx = [\n\"signed\" = true"), {9}},
   };
   for (const auto& [layout, lines] : cases) {
     std::vector<std::uint32_t> found;
