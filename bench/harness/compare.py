@@ -17,6 +17,7 @@ from subjects import (
     by_hand_subjects,
     copy_subject,
     korvex_subjects,
+    measure_in_turn,
     peer_subject,
 )
 from workload import LAYOUT_NAME
@@ -24,15 +25,6 @@ from workload import LAYOUT_NAME
 DEFAULT_RECORDS = 5_000_000
 DEFAULT_RUNS = 7
 MOST_PEER_RUNS = 3  # they take many times as long, and their spread is small beside that
-
-
-def measure_in_turn(subjects, runs):
-    """One warm-up each, then in turn, so that a slow spell of the machine meets all of them."""
-    for subject in subjects:
-        subject.run()
-    for _ in range(runs):
-        for subject in subjects:
-            subject.times.append(subject.run())
 
 
 def measure_peer(peer, runs):

@@ -5,7 +5,7 @@ import argparse
 from machine import build_line, build_release, machine_line
 from options import positive
 from paths import BENCH, scratch_folder
-from subjects import Subject, copy_subject
+from subjects import Subject, copy_subject, measure_in_turn
 from timing import remove
 from workload import NULL_DEVICE, KorvexRun
 
@@ -33,14 +33,6 @@ def write_lists(folder):
 def subject_of(program, folder, source, data, records=RECORDS):
     run = KorvexRun(program, folder, records, data, source)
     return Subject(source.stem, run.command, run.output, environment=run.environment)
-
-
-def measure_in_turn(subjects, runs):
-    for subject in subjects:
-        subject.run()
-    for _ in range(runs):
-        for subject in subjects:
-            subject.times.append(subject.run())
 
 
 def print_layouts(program, folder, runs):

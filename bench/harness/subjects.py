@@ -36,6 +36,15 @@ class Subject:
         return statistics.median(times.cpu for times in self.times)
 
 
+def measure_in_turn(subjects, runs):
+    """One warm-up each, then in turn, so that a slow spell of the machine meets all of them."""
+    for subject in subjects:
+        subject.run()
+    for _ in range(runs):
+        for subject in subjects:
+            subject.times.append(subject.run())
+
+
 def korvex_subject(label, program, folder, records, data):
     run = KorvexRun(program, folder, records, data)
     return Subject(label, run.command, run.output, environment=run.environment)

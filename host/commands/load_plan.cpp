@@ -1,18 +1,13 @@
 #include "host/commands/load_plan.h"
 
-#include <strings.h>
-
 #include <algorithm>
 
+#include "host/text/letter_case.h"
 #include "platform/codepage.h"
 
 namespace korvex::host {
 
 namespace {
-
-bool is_same_in_any_case(const std::string& left, const std::string& right) {
-  return ::strcasecmp(left.c_str(), right.c_str()) == 0;
-}
 
 std::size_t find_column(const TableSchema& table, const std::string& name) {
   const auto& columns = table.columns;

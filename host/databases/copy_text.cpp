@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "host/databases/sql_names.h"
+#include "host/text/letter_case.h"
 
 namespace korvex::host {
 
@@ -78,11 +79,6 @@ bool is_same_number(std::string_view left, std::string_view right) {
 
 char in_lower_case(char letter) {
   return static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
-}
-
-bool is_same_in_any_case(std::string_view left, std::string_view right) {
-  return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                    [](char a, char b) { return in_lower_case(a) == in_lower_case(b); });
 }
 
 // Any of the words that the server takes for true.

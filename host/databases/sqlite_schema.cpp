@@ -1,13 +1,12 @@
 #include "host/databases/sqlite_schema.h"
 
-#include <strings.h>
-
 #include <algorithm>
 #include <map>
 
 #include "host/databases/database.h"
 #include "host/databases/sql_names.h"
 #include "host/databases/sqlite_types.h"
+#include "host/text/letter_case.h"
 
 namespace korvex::host {
 
@@ -95,7 +94,7 @@ void read_foreign_keys(SqliteConnection& connection, TableSchema& schema) {
     ForeignKey& key = keys[rows.integer(0)];
     key.table = rows.text(1);
     key.quoted_table = quoted_name(key.table);
-    key.is_to_own_table = ::strcasecmp(key.table.c_str(), schema.name.c_str()) == 0;
+    key.is_to_own_table = is_same_in_any_case(key.table, schema.name);
     key.columns.push_back(find_column(schema, rows.text(2)));
     if (!rows.is_null(3)) key.referenced_columns.emplace_back(rows.text(3));
   }

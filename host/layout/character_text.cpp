@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/text/printable_text.h"
+#include "host/text/utf8.h"
 #include "platform/codepage.h"
 
 namespace korvex::host {
@@ -11,18 +12,15 @@ namespace {
 
 // The characters in front of a byte of a UTF-8 text.
 std::size_t characters_before(std::string_view text, std::size_t offset) {
-  return static_cast<std::size_t>(
-      std::count_if(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(offset),
-                    [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }));
+  return static_cast<std::size_t>(std::count_if(text.begin(),
+                                                text.begin() + static_cast<std::ptrdiff_t>(offset),
+                                                [](char byte) { return !is_continuation(byte); }));
 }
 
 // The character that begins at a byte of a UTF-8 text.
 std::string_view character_at(std::string_view text, std::size_t offset) {
   std::size_t size = 1;
-  while (offset + size < text.size() &&
-         (static_cast<unsigned char>(text[offset + size]) & 0xC0) == 0x80) {
-    ++size;
-  }
+  while (offset + size < text.size() && is_continuation(text[offset + size])) ++size;
   return text.substr(offset, size);
 }
 

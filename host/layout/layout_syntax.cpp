@@ -6,6 +6,7 @@
 #include <string>
 
 #include "host/text/printable_text.h"
+#include "host/text/utf8.h"
 
 namespace korvex::host {
 
@@ -56,18 +57,9 @@ std::string replacement_of(std::string_view line) {
   return std::string(line.substr(0, key)) + " = []";
 }
 
-// Of a UTF-8 character that began before.
-bool is_continuation(char byte) { return (byte & 0xC0) == 0x80; }
-
 std::string described(const toml::parse_error& failure, std::string_view line) {
   std::string text(failure.description());
-  std::string_view shown = trimmed(line);
-  if (shown.size() > longest_shown_line) {
-    std::size_t size = longest_shown_line;
-    while (size > 0 && is_continuation(shown[size])) --size;
-    shown = shown.substr(0, size);
-  }
-  text += ", in the line " + printable(shown);
+  text += ", in the line " + printable(cut_text(trimmed(line), longest_shown_line));
   if (text.find("redefine") != std::string::npos) return text + ", expected each key once";
   if (text.find("xpected") != std::string::npos) return text;
   return text + ", expected a table's header or a key with its value";

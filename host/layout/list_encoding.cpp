@@ -1,33 +1,24 @@
 #include "host/layout/list_encoding.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstddef>
 #include <filesystem>
 #include <fstream>
+
+#include "host/text/utf8.h"
 
 namespace korvex::host {
 
 namespace {
 
 constexpr std::size_t looked_at = 64 * 1024;
-constexpr int longest_character = 4;
-
-bool is_continuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
-
-// How many bytes the character has that begins so, 0 for no beginning.
-int character_size(char first) {
-  const int ones = std::countl_one(static_cast<unsigned char>(first));
-  if (ones == 0) return 1;
-  return ones == 1 || ones > longest_character ? 0 : ones;
-}
 
 }  // namespace
 
 bool looks_like_utf8(std::string_view text, bool is_cut) {
   bool is_ascii = true;
   while (!text.empty()) {
-    const auto size = static_cast<std::size_t>(character_size(text.front()));
+    const std::size_t size = character_size(text.front());
     const std::string_view rest = text.substr(1, std::max<std::size_t>(size, 1) - 1);
     if (size == 0 || !std::all_of(rest.begin(), rest.end(), is_continuation)) return false;
     if (size > text.size()) return is_cut && !is_ascii;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/text/printable_text.h"
+#include "host/text/utf8.h"
 
 namespace korvex::host {
 
@@ -13,9 +14,7 @@ constexpr std::size_t longest_quoted_text = 40;  // bytes of a value that a mess
 // A text as a message repeats it, cut between characters.
 std::string quoted(std::string_view text) {
   if (text.size() <= longest_quoted_text) return '"' + printable(text) + '"';
-  std::size_t size = longest_quoted_text;
-  while (size > 0 && (static_cast<unsigned char>(text[size]) & 0xC0) == 0x80) --size;
-  return '"' + printable(text.substr(0, size)) + "\"...";
+  return '"' + printable(cut_text(text, longest_quoted_text)) + "\"...";
 }
 
 }  // namespace

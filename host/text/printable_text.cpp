@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cwchar>
 
+#include "host/text/utf8.h"
 #include "platform/codepage.h"
 
 namespace korvex::host {
@@ -18,20 +19,12 @@ std::string escaped(unsigned value) {
   return {'\\', 'x', hexadecimal[value >> 4], hexadecimal[value & 0xF]};
 }
 
-// How many bytes the character at the begin of a UTF-8 text has; 0 when there is none.
-std::size_t character_size(std::string_view text) {
-  const auto lead = static_cast<unsigned char>(text.front());
-  const std::size_t size = lead < 0x80   ? 1
-                           : lead < 0xC2 ? 0
-                           : lead < 0xE0 ? 2
-                           : lead < 0xF0 ? 3
-                           : lead < 0xF5 ? 4
-                                         : 0;
+// The size of the character at the begin of a UTF-8 text; 0 when there is none.
+std::size_t first_size(std::string_view text) {
+  const std::size_t size = character_size(text.front());
   if (size > text.size()) return 0;
-  for (std::size_t i = 1; i < size; ++i) {
-    if ((static_cast<unsigned char>(text[i]) & 0xC0) != 0x80) return 0;
-  }
-  return size;
+  const std::string_view rest = text.substr(0, size).substr(std::min<std::size_t>(size, 1));
+  return std::all_of(rest.begin(), rest.end(), is_continuation) ? size : 0;
 }
 
 bool is_control(unsigned value) { return value < 0x20 || value == 0x7F; }
@@ -46,7 +39,7 @@ std::string printable(std::string_view text) {
   std::string out;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const auto value = static_cast<unsigned char>(text[i]);
-    const std::size_t size = character_size(text.substr(i));
+    const std::size_t size = first_size(text.substr(i));
     const unsigned next = i + 1 < text.size() ? static_cast<unsigned char>(text[i + 1]) : 0;
     if (size == 0 || is_control(value)) {
       out += escaped(value);
