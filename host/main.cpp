@@ -5,6 +5,7 @@
 #include "host/process/interruption.h"
 #include "host/program.h"
 #include "korvex/korvex.h"
+#include "platform/printable_text.h"
 
 int main(int argc, char** argv) {
   korvex::host::watch_interruptions();
@@ -19,7 +20,7 @@ int main(int argc, char** argv) {
     std::cerr << "standard output: cannot be written" << std::endl;
     return korvex::host::exit_status::failed;
   } catch (const std::exception& failure) {
-    std::cerr << "korvex: " << failure.what() << std::endl;
+    std::cerr << "korvex: " << korvex::platform::printable_lines(failure.what()) << std::endl;
     return korvex::host::exit_status::failed;
   }
 }

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <numeric>
 #include <ostream>
+#include <sstream>
 
 #include "host/commands/common_options.h"
 #include "host/commands/import_command.h"
@@ -12,7 +13,7 @@
 #include "host/commands/show.h"
 #include "host/exit_status.h"
 #include "host/layout/table_reader.h"
-#include "host/text/printable_text.h"
+#include "platform/printable_text.h"
 
 namespace korvex::host {
 
@@ -106,7 +107,7 @@ std::string unknown_command(const std::string& word, const CLI::App& app) {
   std::stable_sort(names.begin(), names.end(), [&](const auto& left, const auto& right) {
     return distance_of(word, left) < distance_of(word, right);
   });
-  return "no command \"" + printable(word) + "\", expected one of " +
+  return "no command \"" + platform::printable(word) + "\", expected one of " +
          CLI::detail::join(names, ", ");
 }
 
@@ -114,7 +115,7 @@ int run_show(const std::string& path, std::ostream& out, std::ostream& messages)
   const std::string failure = show_file(path, out);
   out.flush();
   if (failure.empty()) return exit_status::done;
-  messages << path << ": " << failure << std::endl;
+  messages << platform::printable(path) << ": " << failure << std::endl;
   return exit_status::failed;
 }
 
@@ -156,7 +157,10 @@ int run_program(int argc, const char* const* argv, const ModuleFunctions& functi
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& stop) {
-    return app.exit(stop, out, messages) == 0 ? exit_status::done : exit_status::wrong_usage;
+    std::ostringstream words;
+    const int status = app.exit(stop, out, words);
+    messages << platform::printable_lines(words.str()) << std::flush;
+    return status == 0 ? exit_status::done : exit_status::wrong_usage;
   }
   if (const auto status = layout_commands.run(out, messages)) return *status;
   if (show->parsed()) return run_show(shown_file, out, messages);

@@ -10,10 +10,10 @@
 #include "host/records/layout_timeline.h"
 #include "host/records/prediction.h"
 #include "host/records/uniqueness.h"
-#include "host/text/printable_text.h"
 #include "host/text/text_table.h"
 #include "platform/codepage.h"
 #include "platform/path.h"
+#include "platform/printable_text.h"
 
 namespace korvex::host {
 
@@ -71,7 +71,7 @@ void print_items(const PreparedLayout& prepared, const LayoutTimeline& timeline,
     for (const PassedEnd& passed : item.passed_ends) {
       table.add({{},
                  {},
-                 TextTable::plain(printable_from_code_page(passed.format) +
+                 TextTable::plain(platform::printable_from_code_page(passed.format) +
                                   " runs past its end value after " + std::to_string(passed.after) +
                                   " values")});
     }
@@ -143,13 +143,14 @@ const FieldTimeline* find_field(const std::string& name, const PreparedLayout& p
   for (std::size_t i = 0; i < prepared.items().size(); ++i) {
     if (!searched || prepared.items()[i].item->name != *searched) continue;
     if (found != nullptr) {
-      messages << "--unique: several items are named " << printable(name) << std::endl;
+      messages << "--unique: several items are named " << platform::printable(name) << std::endl;
       return nullptr;
     }
     found = &timeline.fields()[i];
   }
   if (found == nullptr) {
-    messages << "--unique: no item of the records is named " << printable(name) << std::endl;
+    messages << "--unique: no item of the records is named " << platform::printable(name)
+             << std::endl;
   }
   return found;
 }
@@ -162,7 +163,7 @@ bool read_set(const std::string& names, const PreparedLayout& prepared,
     const FieldTimeline* found = find_field(name, prepared, timeline, messages);
     if (found == nullptr) return false;
     set.fields.push_back(found);
-    set.names += (set.names.empty() ? "" : ", ") + printable(name);
+    set.names += (set.names.empty() ? "" : ", ") + platform::printable(name);
   }
   return !set.fields.empty();
 }

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "host/layout/table_reader.h"
-#include "host/text/printable_text.h"
+#include "platform/printable_text.h"
 
 // What several commands take alike.
 namespace korvex::host {
@@ -22,8 +22,8 @@ inline CLI::Validator number_from(std::int32_t lowest) {
     const char* const end = text.data() + text.size();
     const auto [stop, failure] = std::from_chars(text.data(), end, number);
     if (failure == std::errc() && stop == end && number >= lowest) return {};
-    return '"' + printable(text) + "\" is no number from " + std::to_string(lowest) + " to " +
-           std::to_string(largest_integer);
+    return '"' + platform::printable(text) + "\" is no number from " + std::to_string(lowest) +
+           " to " + std::to_string(largest_integer);
   };
   return {check, "", ""};
 }
@@ -40,7 +40,7 @@ CLI::Validator one_of(const std::vector<std::pair<std::string, Value>>& choices)
       }
       names += (names.empty() ? "" : ", ") + name;
     }
-    return '"' + printable(word) + "\" is unknown, expected one of " + names;
+    return '"' + platform::printable(word) + "\" is unknown, expected one of " + names;
   };
   return {translate, "", ""};
 }

@@ -11,6 +11,7 @@
 #include "host/layout/layout_messages.h"
 #include "host/process/scratch_folder.h"
 #include "host/records/prediction.h"
+#include "platform/printable_text.h"
 
 namespace korvex::host {
 
@@ -39,7 +40,7 @@ int count(const Layout& layout, bool has_repeats, CheckRepeatCount check, std::o
           std::ostream& messages) {
   TemporaryControlFile control_file;
   if (const std::int32_t code = control_file.write(layout, ControlForm::long_form); code != 0) {
-    messages << layout.work << ": " << numbered_message(code, layout) << "\n";
+    messages << platform::printable(layout.work) << ": " << numbered_message(code, layout) << "\n";
     return exit_status::failed;
   }
   const std::int32_t verdict = check(control_file.path().c_str());
@@ -70,7 +71,7 @@ int run_count(const CountOptions& options, CheckRepeatCount check, std::ostream&
   }
   const std::optional<Layout> layout = copy_layout(reading.layout, scratch.path());
   if (!layout) {
-    messages << reading.layout.settings << ": "
+    messages << platform::printable(reading.layout.settings) << ": "
              << numbered_message(error::cannot_open, reading.layout) << std::endl;
     return exit_status::failed;
   }

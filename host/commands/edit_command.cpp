@@ -12,6 +12,7 @@
 #include "host/layout/output_folders.h"
 #include "host/layout/settings_editor.h"
 #include "platform/codepage.h"
+#include "platform/printable_text.h"
 
 namespace korvex::host {
 
@@ -39,7 +40,7 @@ int run_dialog(const Layout& layout, const std::function<std::int32_t(const char
   if (!prepare_settings(layout, messages)) return exit_status::failed;
   TemporaryControlFile control_file;
   if (const std::int32_t code = control_file.write(layout, ControlForm::long_form); code != 0) {
-    messages << layout.work << ": " << numbered_message(code, layout) << "\n";
+    messages << platform::printable(layout.work) << ": " << numbered_message(code, layout) << "\n";
     return exit_status::failed;
   }
   const std::int32_t result = show(control_file.path().c_str());
@@ -47,9 +48,11 @@ int run_dialog(const Layout& layout, const std::function<std::int32_t(const char
   if (result != dialog_ok) return exit_status::failed;
   std::error_code ignored;
   const bool has_settings = std::filesystem::exists(layout.settings, ignored);
-  out << (has_settings ? "settings: " : "no settings: ") << layout.settings << std::endl;
+  out << (has_settings ? "settings: " : "no settings: ") << platform::printable(layout.settings)
+      << std::endl;
   if (gives_values(layout)) {
-    messages << "note: \"korvex generate\" writes the values of " << layout.file
+    messages << "note: \"korvex generate\" writes the values of "
+             << platform::printable(layout.file)
              << " over these settings, unless it is given --keep-settings" << std::endl;
   }
   return exit_status::done;
@@ -85,7 +88,8 @@ int run_update(const EditOptions& options, ReplaceData show, std::ostream& out,
   // In place of the number of records the control file says with which item to begin.
   layout.records = options.item.empty() ? 1 : position_of(layout, options.item);
   if (layout.records == 0) {
-    messages << options.layout << ": no item is named " << options.item << std::endl;
+    messages << platform::printable(options.layout) << ": no item is named "
+             << platform::printable(options.item) << std::endl;
     return exit_status::wrong_usage;
   }
   return run_dialog(

@@ -12,8 +12,8 @@
 #include "host/process/replaced_output.h"
 #include "host/records/record_source.h"
 #include "host/text/code_page_decoder.h"
-#include "host/text/printable_text.h"
 #include "platform/path.h"
+#include "platform/printable_text.h"
 
 namespace korvex::host {
 
@@ -45,8 +45,9 @@ class Exporter {
       ++records_;
       for (std::size_t i = 0; i < fields.size(); ++i) {
         if (encode(fields[i], values[i])) continue;
-        messages << "record " << records_ << ", item " << printable_from_code_page(items_[i]->name)
-                 << ": " << printable_from_code_page(fields[i])
+        messages << "record " << records_ << ", item "
+                 << platform::printable_from_code_page(items_[i]->name) << ": "
+                 << platform::printable_from_code_page(fields[i])
                  << " has bytes without meaning in code page 932, expected characters" << std::endl;
         return false;
       }
@@ -102,9 +103,10 @@ bool has_distinct_names(const PreparedLayout& prepared, const FormatChoices& for
     const LayoutItem& item = *prepared_item.item;
     const auto [first, is_new] = lines.try_emplace(item.name, item.place.line);
     if (is_new) continue;
-    messages << prepared.layout().file << ":" << item.place.line << ": item "
-             << printable_from_code_page(item.name) << ": the item on line " << first->second
-             << " has the same name, expected different names for jsonl and sql" << std::endl;
+    messages << platform::printable(prepared.layout().file) << ":" << item.place.line << ": item "
+             << platform::printable_from_code_page(item.name) << ": the item on line "
+             << first->second << " has the same name, expected different names for jsonl and sql"
+             << std::endl;
     is_good = false;
   }
   return is_good;
@@ -117,8 +119,8 @@ int run_export(const ExportOptions& options, std::ostream& out, std::ostream& me
   const int status = prepared.prepare(options.layout, options.records, messages);
   if (status != exit_status::done) return status;
   if (is_source(options.output, prepared)) {
-    messages << options.output << ": belongs to the layout, expected a file of its own"
-             << std::endl;
+    messages << platform::printable(options.output)
+             << ": belongs to the layout, expected a file of its own" << std::endl;
     return exit_status::wrong_usage;
   }
   if (!has_distinct_names(prepared, options.format, messages)) return exit_status::wrong_usage;
@@ -131,7 +133,7 @@ int run_export(const ExportOptions& options, std::ostream& out, std::ostream& me
     return exit_status::failed;
   }
   if (!options.quiet && options.output != "-") {
-    out << exporter.records() << " records: " << options.output << std::endl;
+    out << exporter.records() << " records: " << platform::printable(options.output) << std::endl;
   }
   return exit_status::done;
 }

@@ -24,6 +24,7 @@
 #include "host/layout/output_folders.h"
 #include "host/layout/settings_editor.h"
 #include "host/process/interruption.h"
+#include "platform/printable_text.h"
 
 namespace korvex::host {
 
@@ -67,7 +68,7 @@ void print_summary(const Layout& layout, std::int32_t output_option, Clock::dura
   if (is_file) out << status.st_size << " bytes, ";
   char seconds[32];
   std::snprintf(seconds, sizeof seconds, "%.3f", std::chrono::duration<double>(time).count());
-  out << seconds << " s: " << layout.data << std::endl;
+  out << seconds << " s: " << platform::printable(layout.data) << std::endl;
 }
 
 // What the module may be in the middle of writing when the run is interrupted.
@@ -112,7 +113,7 @@ int generate(const Layout& layout, const GenerateOptions& options, bool has_repe
              CreateData create_data, std::ostream& out, std::ostream& messages) {
   TemporaryControlFile control_file;
   if (const std::int32_t code = control_file.write(layout, ControlForm::short_form); code != 0) {
-    messages << layout.work << ": " << numbered_message(code, layout) << "\n";
+    messages << platform::printable(layout.work) << ": " << numbered_message(code, layout) << "\n";
     return exit_status::failed;
   }
   const bool is_asked = has_repeats && options.output_option == guarded_output;
@@ -128,7 +129,8 @@ int generate(const Layout& layout, const GenerateOptions& options, bool has_repe
   // The module counts it as success when the user declines its question.
   const bool may_be_declined = repeated_records > static_cast<std::uint64_t>(layout.records);
   if (may_be_declined && FileVersion(layout.data).is(before)) {
-    if (!options.quiet) out << "nothing generated: " << layout.data << std::endl;
+    if (!options.quiet)
+      out << "nothing generated: " << platform::printable(layout.data) << std::endl;
     return exit_status::done;
   }
   if (!options.quiet) print_summary(layout, options.output_option, time, out);
@@ -160,8 +162,8 @@ int run_generate(const GenerateOptions& options, CreateData create_data, std::os
   }
   if (!options.quiet) {
     const std::size_t count = settings.items_with_settings;
-    out << count << (count == 1 ? " item" : " items") << " with settings: " << layout.settings
-        << std::endl;
+    out << count << (count == 1 ? " item" : " items")
+        << " with settings: " << platform::printable(layout.settings) << std::endl;
   }
   return exit_status::done;
 }

@@ -15,6 +15,7 @@
 #include "host/process/interrupt_watch.h"
 #include "host/process/replaced_output.h"
 #include "platform/path.h"
+#include "platform/printable_text.h"
 
 namespace korvex::host {
 
@@ -79,22 +80,25 @@ int import_into(const ImportOptions& options, std::ostream& out, std::ostream& m
   const InterruptWatch watch;
   TableImport import = import_table(*database, options.table, options.records, folder);
   for (const std::string& remark : import.remarks) {
-    messages << options.table << ": " << remark << "\n";
+    messages << platform::printable(options.table) << ": " << platform::printable(remark) << "\n";
   }
   for (const std::string& error : import.errors) {
-    messages << options.table << ": error: " << error << "\n";
+    messages << platform::printable(options.table) << ": error: " << platform::printable(error)
+             << "\n";
   }
   if (!import.errors.empty()) return exit_status::failed;
   if (const std::string path = path_of_database(options, import, *database); !path.empty()) {
-    messages << path << ": is the database that is read, expected a file of its own\n";
+    messages << platform::printable(path)
+             << ": is the database that is read, expected a file of its own\n";
     return exit_status::wrong_usage;
   }
   if (const std::string path = path_of_two(options, import); !path.empty()) {
-    messages << path << ": would be two files of the import, expected a layout of another name\n";
+    messages << platform::printable(path)
+             << ": would be two files of the import, expected a layout of another name\n";
     return exit_status::wrong_usage;
   }
   if (const std::string path = file_in_the_way(options, import); !path.empty()) {
-    messages << path << " exists; --force replaces it\n";
+    messages << platform::printable(path) << " exists; --force replaces it\n";
     return exit_status::failed;
   }
   InterruptWatch::check();
@@ -104,7 +108,8 @@ int import_into(const ImportOptions& options, std::ostream& out, std::ostream& m
   }
   if (!options.output.empty()) {
     const std::size_t count = import.layout.items.size();
-    out << count << (count == 1 ? " item: " : " items: ") << options.output << std::endl;
+    out << count << (count == 1 ? " item: " : " items: ") << platform::printable(options.output)
+        << std::endl;
   }
   return exit_status::done;
 }
@@ -119,10 +124,10 @@ int run_import(const ImportOptions& given, std::ostream& out, std::ostream& mess
   } catch (const Interrupted& interrupted) {
     return interrupted.exit_status;
   } catch (const std::invalid_argument& wrong) {
-    messages << wrong.what() << std::endl;
+    messages << platform::printable_lines(wrong.what()) << std::endl;
     return exit_status::wrong_usage;
   } catch (const std::exception& failure) {
-    messages << failure.what() << std::endl;
+    messages << platform::printable_lines(failure.what()) << std::endl;
     return exit_status::failed;
   }
 }

@@ -18,7 +18,7 @@
 #include "host/process/interruption.h"
 #include "host/records/record_source.h"
 #include "host/text/code_page_decoder.h"
-#include "host/text/printable_text.h"
+#include "platform/printable_text.h"
 
 namespace korvex::host {
 
@@ -91,8 +91,8 @@ class TableRecords {
       fields.push_back(moments_[i].convert(plan_.forms[i], texts_[i]));
       if (is_known) continue;
       throw BadRecord("record " + std::to_string(number_) + ", item " +
-                      printable(plan_.item_names[i]) + ", value \"" +
-                      printable_from_code_page(values_[i]) +
+                      platform::printable(plan_.item_names[i]) + ", value \"" +
+                      platform::printable_from_code_page(values_[i]) +
                       "\": the value has bytes that are no character of code page 932");
     }
     return true;
@@ -117,8 +117,8 @@ std::string place(std::int64_t number, const std::vector<std::size_t>& columns,
   const bool has_columns = !columns.empty();
   for (std::size_t i = 0; i < (has_columns ? columns.size() : fields.size()); ++i) {
     const std::size_t field = has_columns ? columns[i] : i;
-    text += ", item " + printable(plan.item_names[field]) + ", value ";
-    text += fields[field].empty() ? "NULL" : "\"" + printable(fields[field]) + "\"";
+    text += ", item " + platform::printable(plan.item_names[field]) + ", value ";
+    text += fields[field].empty() ? "NULL" : "\"" + platform::printable(fields[field]) + "\"";
   }
   return text;
 }
@@ -127,7 +127,7 @@ std::string place(std::int64_t number, const std::vector<std::size_t>& columns,
 std::string items(const std::vector<std::size_t>& columns, const LoadPlan& plan) {
   std::string text;
   for (const std::size_t column : columns) {
-    text += (text.empty() ? "item " : ", item ") + printable(plan.item_names[column]);
+    text += (text.empty() ? "item " : ", item ") + platform::printable(plan.item_names[column]);
   }
   return text;
 }
@@ -179,10 +179,11 @@ std::int64_t load_rows(const LoadOptions& options, Database& database, const Tab
     loader->finish();
     held.emplace();
   } catch (const BadRecord& bad) {
-    throw DatabaseError(table.name + ": " + bad.what());
+    throw DatabaseError(platform::printable(table.name) + ": " + bad.what());
   } catch (const RowRefused& refused) {
     const std::string where = describe(refused.row, options, plan);
-    throw DatabaseError(table.name + ": " + where + (where.empty() ? "" : ": ") + refused.what());
+    throw DatabaseError(platform::printable(table.name) + ": " + where +
+                        (where.empty() ? "" : ": ") + refused.what());
   }
   return records.number();
 }
@@ -192,8 +193,10 @@ void print_rows(std::int64_t rows, double seconds, const TableSchema& table, std
                 std::ostream& messages) {
   char time[32];
   std::snprintf(time, sizeof time, "%.3f", seconds);
-  out << rows << " records, " << time << " s: " << table.name << std::endl;
-  if (!out) messages << table.name << ": " << rows << " records were loaded" << std::endl;
+  out << rows << " records, " << time << " s: " << platform::printable(table.name) << std::endl;
+  if (!out)
+    messages << platform::printable(table.name) << ": " << rows << " records were loaded"
+             << std::endl;
 }
 
 int load(const LoadOptions& options, PreparedLayout& prepared, std::ostream& out,
@@ -232,16 +235,17 @@ int run_load(const LoadOptions& options, std::ostream& out, std::ostream& messag
     messages << nothing_loaded << std::endl;
     return interrupted.exit_status;
   } catch (const std::invalid_argument& wrong) {
-    messages << wrong.what() << std::endl;
+    messages << platform::printable_lines(wrong.what()) << std::endl;
     return exit_status::wrong_usage;
   } catch (const PlanError& wrong) {
-    messages << wrong.what() << std::endl;
+    messages << platform::printable_lines(wrong.what()) << std::endl;
     return exit_status::wrong_usage;
   } catch (const OutcomeUnknown& failure) {
-    messages << failure.what() << "\nit is not known whether the rows were loaded" << std::endl;
+    messages << platform::printable_lines(failure.what())
+             << "\nit is not known whether the rows were loaded" << std::endl;
     return exit_status::failed;
   } catch (const std::exception& failure) {
-    messages << failure.what() << "\n" << nothing_loaded << std::endl;
+    messages << platform::printable_lines(failure.what()) << "\n" << nothing_loaded << std::endl;
     return exit_status::failed;
   }
 }

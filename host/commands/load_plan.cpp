@@ -4,6 +4,7 @@
 
 #include "host/text/letter_case.h"
 #include "platform/codepage.h"
+#include "platform/printable_text.h"
 
 namespace korvex::host {
 
@@ -28,15 +29,16 @@ LoadPlan plan_load(const PreparedLayout& prepared, const TableSchema& table) {
   LoadPlan plan;
   std::string errors;
   const auto report = [&](const LayoutItem& item, const std::string& what) {
-    errors += (errors.empty() ? "" : "\n") + file + ":" + std::to_string(item.place.line) +
-              ": item " + plan.item_names.back() + ": " + what;
+    errors += (errors.empty() ? "" : "\n") + platform::printable(file) + ":" +
+              std::to_string(item.place.line) + ": item " +
+              platform::printable(plan.item_names.back()) + ": " + what;
   };
   for (const PreparedItem& field : prepared.items()) {
     const LayoutItem& item = *field.item;
     plan.item_names.push_back(platform::to_utf8(item.name));
     const std::size_t column = find_column(table, plan.item_names.back());
     if (column == table.columns.size()) {
-      report(item, "the table " + table.name + " has no column of this name");
+      report(item, "the table " + platform::printable(table.name) + " has no column of this name");
       continue;
     }
     if (table.columns[column].is_generated) report(item, "the database computes this column");

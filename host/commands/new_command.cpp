@@ -13,7 +13,7 @@
 #include "host/layout/new_item.h"
 #include "host/layout/table_reader.h"
 #include "host/process/replaced_output.h"
-#include "host/text/printable_text.h"
+#include "platform/printable_text.h"
 
 namespace korvex::host {
 
@@ -114,7 +114,7 @@ bool ask(const NewOptions& options, NewLayout& layout, std::istream& in, std::os
 
 bool take_options(const NewOptions& options, NewLayout& layout, std::ostream& messages) {
   const auto reject = [&](const std::string& text, const std::string& expected) {
-    messages << printable(text) << ": expected " << expected << std::endl;
+    messages << platform::printable(text) << ": expected " << expected << std::endl;
     return false;
   };
   if (options.kind) {
@@ -138,7 +138,8 @@ int run_new(const NewOptions& options, std::istream* in, std::ostream& out,
             std::ostream& messages) {
   std::error_code ignored;
   if (options.output != "-" && std::filesystem::exists(options.output, ignored)) {
-    messages << options.output << ": is there already, expected a new file" << std::endl;
+    messages << platform::printable(options.output) << ": is there already, expected a new file"
+             << std::endl;
     return exit_status::wrong_usage;
   }
   NewLayout layout;

@@ -8,7 +8,7 @@
 #include "generate/log_file.h"
 #include "host/commands/file_printers.h"
 #include "host/layout/code_names.h"
-#include "host/text/printable_text.h"
+#include "platform/printable_text.h"
 
 // Control files and log files.
 namespace korvex::host {
@@ -50,11 +50,11 @@ void print_numbers(std::string_view bytes, std::size_t offset, std::int32_t coun
 }
 
 void print_item(const ControlItem& item, std::ostream& out) {
-  out << "\nitem " << item.item_number << ": " << printable_from_code_page(field_text(item.name))
-      << "\n";
+  out << "\nitem " << item.item_number << ": "
+      << platform::printable_from_code_page(field_text(item.name)) << "\n";
   const auto description = field_text(item.description);
   if (!description.empty()) {
-    out << "  description  " << printable_from_code_page(description) << "\n";
+    out << "  description  " << platform::printable_from_code_page(description) << "\n";
   }
   out << "  "
       << describe_attributes(
@@ -79,9 +79,9 @@ void print_control_file(std::string_view bytes, std::ostream& out) {
       << "  host value    " << header.host_value << "\n"
       << "  level         " << header.level << "\n"
       << "  items         " << header.item_count << "\n"
-      << "  data          " << printable(field_text(header.data_path)) << "\n"
-      << "  settings      " << printable(field_text(header.settings_path)) << "\n"
-      << "  work          " << printable(field_text(header.work_folder)) << "\n";
+      << "  data          " << platform::printable(field_text(header.data_path)) << "\n"
+      << "  settings      " << platform::printable(field_text(header.settings_path)) << "\n"
+      << "  work          " << platform::printable(field_text(header.work_folder)) << "\n";
   if (!is_long) {
     print_numbers(bytes, sizeof header, header.item_count, out);
     return;

@@ -6,7 +6,7 @@
 #include "format/settings_reader.h"
 #include "host/commands/file_printers.h"
 #include "host/layout/code_names.h"
-#include "host/text/printable_text.h"
+#include "platform/printable_text.h"
 
 // Format Information files, of this version and of the previous one.
 namespace korvex::host {
@@ -115,7 +115,7 @@ class SettingsPrinter {
            << " times\n";
     }
     const auto enumeration = field_text(item.enumeration_path);
-    if (!enumeration.empty()) out_ << "    file       " << printable(enumeration) << "\n";
+    if (!enumeration.empty()) out_ << "    file       " << platform::printable(enumeration) << "\n";
   }
 
   void print_element(const FmtItemRec& element) {
@@ -130,7 +130,7 @@ class SettingsPrinter {
   }
 
   static std::string text(std::string_view field) {
-    return '"' + printable_from_code_page(field) + '"';
+    return '"' + platform::printable_from_code_page(field) + '"';
   }
 
   std::string_view bytes_;

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "host/text/printable_text.h"
-#include "host/text/utf8.h"
 #include "platform/codepage.h"
+#include "platform/printable_text.h"
+#include "platform/utf8.h"
 
 namespace korvex::host {
 
@@ -12,15 +12,15 @@ namespace {
 
 // The characters in front of a byte of a UTF-8 text.
 std::size_t characters_before(std::string_view text, std::size_t offset) {
-  return static_cast<std::size_t>(std::count_if(text.begin(),
-                                                text.begin() + static_cast<std::ptrdiff_t>(offset),
-                                                [](char byte) { return !is_continuation(byte); }));
+  return static_cast<std::size_t>(
+      std::count_if(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(offset),
+                    [](char byte) { return !platform::is_continuation(byte); }));
 }
 
 // The character that begins at a byte of a UTF-8 text.
 std::string_view character_at(std::string_view text, std::size_t offset) {
   std::size_t size = 1;
-  while (offset + size < text.size() && is_continuation(text[offset + size])) ++size;
+  while (offset + size < text.size() && platform::is_continuation(text[offset + size])) ++size;
   return text.substr(offset, size);
 }
 
@@ -34,7 +34,7 @@ std::string character_text(TableReader& reader, std::string_view key,
     return std::string();
   };
   const auto reject_character = [&](std::size_t offset, const std::string& expected) {
-    return reject(" has the character \"" + printable(character_at(*text, offset)) +
+    return reject(" has the character \"" + platform::printable(character_at(*text, offset)) +
                   "\" at place " + std::to_string(characters_before(*text, offset) + 1) +
                   ", expected " + expected);
   };

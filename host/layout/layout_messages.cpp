@@ -8,14 +8,14 @@
 #include "format/error_codes.h"
 #include "host/layout/list_encoding.h"
 #include "host/layout/value_errors.h"
-#include "host/text/printable_text.h"
+#include "platform/printable_text.h"
 
 namespace korvex::host {
 
 namespace {
 
 void print_error(const Layout& layout, const LayoutError& error, std::ostream& messages) {
-  messages << layout.file << ":";
+  messages << platform::printable(layout.file) << ":";
   if (error.place.line > 0) messages << error.place.line << ":" << error.place.column << ":";
   messages << " " << error.text << "\n";
 }
@@ -36,25 +36,25 @@ std::string numbered_message(std::int32_t code, const Layout& layout) {
 void print_warnings(const Layout& layout, std::ostream& messages) {
   std::set<std::string_view> lists;
   const auto warn = [&](const LayoutItem& item, const std::string& text) {
-    messages << layout.file << ":" << item.place.line << ": item "
-             << printable_from_code_page(item.name) << ": " << text << "\n";
+    messages << platform::printable(layout.file) << ":" << item.place.line << ": item "
+             << platform::printable_from_code_page(item.name) << ": " << text << "\n";
   };
   for (const LayoutItem& item : layout.items) {
     if (item.has_invalid_digits) warn(item, numbered_message(error::invalid_items, layout));
     if (!item.values || item.values->file.empty()) continue;
     const std::string& file = item.values->file;
     if (!lists.insert(file).second || !file_looks_like_utf8(file)) continue;
-    warn(item, printable(file) +
+    warn(item, platform::printable(file) +
                    " looks like UTF-8; lists are read as code page 932 (iconv -f UTF-8 -t CP932 " +
-                   printable(file) + ")");
+                   platform::printable(file) + ")");
   }
 }
 
 void print_left_out(const std::vector<const LayoutItem*>& left_out, const Layout& layout,
                     std::ostream& messages) {
   for (const LayoutItem* item : left_out) {
-    messages << layout.file << ":" << item->place.line << ": item "
-             << printable_from_code_page(item->name)
+    messages << platform::printable(layout.file) << ":" << item->place.line << ": item "
+             << platform::printable_from_code_page(item->name)
              << ": has no values and no settings, the records leave it out\n";
   }
 }
@@ -64,7 +64,8 @@ bool print_failures(const SettingsResult& result, const Layout& layout, std::ost
     print_error(layout, value_error(layout, *failure.item, failure.code), messages);
   }
   if (result.file_code != 0) {
-    messages << layout.settings << ": " << numbered_message(result.file_code, layout) << "\n";
+    messages << platform::printable(layout.settings) << ": "
+             << numbered_message(result.file_code, layout) << "\n";
   }
   return !result.failures.empty() || result.file_code != 0;
 }

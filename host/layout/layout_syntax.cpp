@@ -5,8 +5,8 @@
 #include <span>
 #include <string>
 
-#include "host/text/printable_text.h"
-#include "host/text/utf8.h"
+#include "platform/printable_text.h"
+#include "platform/utf8.h"
 
 namespace korvex::host {
 
@@ -58,8 +58,9 @@ std::string replacement_of(std::string_view line) {
 }
 
 std::string described(const toml::parse_error& failure, std::string_view line) {
-  std::string text(failure.description());
-  text += ", in the line " + printable(cut_text(trimmed(line), longest_shown_line));
+  std::string text = platform::printable(failure.description());
+  text +=
+      ", in the line " + platform::printable(platform::cut_text(trimmed(line), longest_shown_line));
   if (text.find("redefine") != std::string::npos) return text + ", expected each key once";
   if (text.find("xpected") != std::string::npos) return text;
   return text + ", expected a table's header or a key with its value";
@@ -182,7 +183,7 @@ class Repair {
   void report(const toml::parse_error& failure, const toml::source_position& place,
               std::string_view line) {
     const std::string text =
-        line.empty() ? std::string(failure.description()) : described(failure, line);
+        line.empty() ? platform::printable(failure.description()) : described(failure, line);
     syntax_.errors.push_back({{place.line, place.column}, text});
   }
 

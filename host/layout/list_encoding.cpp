@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "host/text/utf8.h"
+#include "platform/utf8.h"
 
 namespace korvex::host {
 
@@ -18,9 +18,10 @@ constexpr std::size_t looked_at = 64 * 1024;
 bool looks_like_utf8(std::string_view text, bool is_cut) {
   bool is_ascii = true;
   while (!text.empty()) {
-    const std::size_t size = character_size(text.front());
+    const std::size_t size = platform::character_size(text.front());
     const std::string_view rest = text.substr(1, std::max<std::size_t>(size, 1) - 1);
-    if (size == 0 || !std::all_of(rest.begin(), rest.end(), is_continuation)) return false;
+    if (size == 0 || !std::all_of(rest.begin(), rest.end(), platform::is_continuation))
+      return false;
     if (size > text.size()) return is_cut && !is_ascii;
     is_ascii = is_ascii && size == 1;
     text.remove_prefix(size);

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "host/text/printable_text.h"
-#include "host/text/utf8.h"
+#include "platform/printable_text.h"
+#include "platform/utf8.h"
 
 namespace korvex::host {
 
@@ -13,8 +13,8 @@ constexpr std::size_t longest_quoted_text = 40;  // bytes of a value that a mess
 
 // A text as a message repeats it, cut between characters.
 std::string quoted(std::string_view text) {
-  if (text.size() <= longest_quoted_text) return '"' + printable(text) + '"';
-  return '"' + printable(cut_text(text, longest_quoted_text)) + "\"...";
+  if (text.size() <= longest_quoted_text) return '"' + platform::printable(text) + '"';
+  return '"' + platform::printable(platform::cut_text(text, longest_quoted_text)) + "\"...";
 }
 
 }  // namespace

@@ -11,7 +11,7 @@
 #include "format/largest_value.h"
 #include "format/lvl_inf.h"
 #include "host/layout/layout_messages.h"
-#include "host/text/printable_text.h"
+#include "platform/printable_text.h"
 
 namespace korvex::host {
 
@@ -43,7 +43,7 @@ struct RangeText {
   SourcePlace place;
 
   std::string described() const {
-    return std::string(key) + " is \"" + printable_from_code_page(text) + "\"";
+    return std::string(key) + " is \"" + platform::printable_from_code_page(text) + "\"";
   }
 };
 
@@ -114,13 +114,15 @@ class ReferenceCheck {
 }  // namespace
 
 LayoutError value_error(const Layout& layout, const LayoutItem& item, std::int32_t code) {
-  LayoutError error = {item.values->place, "item " + printable_from_code_page(item.name) + ": "};
+  LayoutError error = {item.values->place,
+                       "item " + platform::printable_from_code_page(item.name) + ": "};
   if (item.values->source == ValueSource::range) {
     error.text += what_stands_there(*item.values, code, error.place);
   }
   if (item.values->source == ValueSource::reference) {
     error.place = item.values->origin;
-    error.text += "item is \"" + printable_from_code_page(item.values->item_name) + "\": ";
+    error.text +=
+        "item is \"" + platform::printable_from_code_page(item.values->item_name) + "\": ";
   }
   error.text += numbered_message(code, layout);
   return error;
@@ -131,8 +133,9 @@ void append_missing_lists(const Layout& layout, std::vector<LayoutError>& errors
     if (!item.values || item.values->file.empty()) continue;
     std::error_code failure;
     if (std::filesystem::exists(item.values->file, failure) || failure) continue;
-    errors.push_back({item.values->origin, "item " + printable_from_code_page(item.name) +
-                                               ": file leads to " + printable(item.values->file) +
+    errors.push_back({item.values->origin, "item " + platform::printable_from_code_page(item.name) +
+                                               ": file leads to " +
+                                               platform::printable(item.values->file) +
                                                ", which does not exist, expected a value list"});
   }
 }

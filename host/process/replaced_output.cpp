@@ -11,6 +11,8 @@
 #include <filesystem>
 #include <ostream>
 
+#include "platform/printable_text.h"
+
 namespace korvex::host {
 
 namespace {
@@ -59,7 +61,8 @@ ReplacedOutput::~ReplacedOutput() {
 }
 
 void ReplacedOutput::fail() {
-  failure_ = (is_standard_ ? "standard output" : path_) + ": " + std::strerror(errno);
+  failure_ =
+      (is_standard_ ? "standard output" : platform::printable(path_)) + ": " + std::strerror(errno);
 }
 
 void ReplacedOutput::write(std::string_view text) {

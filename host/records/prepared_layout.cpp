@@ -11,6 +11,7 @@
 #include "host/layout/layout_messages.h"
 #include "host/layout/layout_reader.h"
 #include "host/records/prediction.h"
+#include "platform/printable_text.h"
 
 namespace korvex::host {
 
@@ -36,8 +37,8 @@ int PreparedLayout::prepare(const std::string& file, std::optional<std::int32_t>
   }
   const std::optional<Layout> copy = copy_layout(layout_, scratch_.path());
   if (!copy) {
-    messages << layout_.settings << ": " << numbered_message(error::cannot_open, layout_)
-             << std::endl;
+    messages << platform::printable(layout_.settings) << ": "
+             << numbered_message(error::cannot_open, layout_) << std::endl;
     return exit_status::failed;
   }
   copy_ = *copy;

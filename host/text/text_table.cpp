@@ -1,14 +1,38 @@
 #include "host/text/text_table.h"
 
+#include <locale.h>
+#include <wchar.h>
+
 #include <algorithm>
+#include <cwchar>
 #include <ostream>
 
-#include "host/text/printable_text.h"
+#include "platform/printable_text.h"
 
 namespace korvex::host {
 
 namespace {
+
 constexpr std::size_t gap = 2;
+
+// How many columns a printable UTF-8 text takes on a terminal.
+std::size_t columns_of(std::string_view text) {
+  static const locale_t unicode = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+  if (unicode == nullptr) return text.size();
+  const locale_t previous = ::uselocale(unicode);
+  std::size_t columns = 0;
+  std::mbstate_t state = {};
+  while (!text.empty()) {
+    wchar_t character = 0;
+    const std::size_t size = std::mbrtowc(&character, text.data(), text.size(), &state);
+    if (size == 0 || size > text.size()) break;
+    columns += static_cast<std::size_t>(std::max(::wcwidth(character), 0));
+    text.remove_prefix(size);
+  }
+  ::uselocale(previous);
+  return columns;
+}
+
 }  // namespace
 
 TextTable::Cell TextTable::plain(std::string text) {
@@ -17,7 +41,7 @@ TextTable::Cell TextTable::plain(std::string text) {
 }
 
 TextTable::Cell TextTable::from_code_page(std::string_view text) {
-  std::string shown = printable_from_code_page(text);
+  std::string shown = platform::printable_from_code_page(text);
   const std::size_t width = columns_of(shown);
   return {std::move(shown), width};
 }

@@ -6,6 +6,7 @@
 
 #include "entry/desktop_module.h"
 #include "platform/console_interface.h"
+#include "platform/printable_text.h"
 #include "platform/process.h"
 
 namespace korvex {
@@ -73,7 +74,9 @@ class DesktopInterface : public platform::UserInterface {
     desktop_ = open_desktop(reason);
     if (desktop_ == nullptr) {
       is_out_of_reach_ = true;
-      if (is_desktop_asked()) std::cerr << "The desktop cannot be used: " << reason << std::endl;
+      if (is_desktop_asked()) {
+        std::cerr << "The desktop cannot be used: " << platform::printable(reason) << std::endl;
+      }
     }
     return desktop_;
   }

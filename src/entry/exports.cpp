@@ -8,6 +8,7 @@
 #include "generate/generate_data_file.h"
 #include "generate/repeat_count.h"
 #include "korvex/korvex.h"
+#include "platform/printable_text.h"
 #include "platform/user_interface.h"
 
 namespace {
@@ -40,7 +41,8 @@ std::int32_t run_dialog(const char* function, Run run) {
     std::string reason;
     const korvex_dialogs* desktop = open_desktop(reason);
     if (desktop != nullptr) return run(*desktop);
-    std::cerr << function << " cannot show its window: " << reason << std::endl;
+    std::cerr << function << " cannot show its window: " << platform::printable(reason)
+              << std::endl;
     return cannot_run;
   });
 }

@@ -1,5 +1,6 @@
 #include "host/program.h"
 
+#include <algorithm>
 #include <map>
 #include <sstream>
 
@@ -355,6 +356,69 @@ TEST_F(Program, AWrongLayoutIsReportedWithAllItsPlaces) {
   EXPECT_EQ(run({"generate", folder.file("none.toml")}), 2);
   EXPECT_EQ(messages.str(),
             folder.file("none.toml") + ": cannot be read: No such file or directory\n");
+}
+
+// Names, values, paths and words of the command line, in what is said and in what fails.
+TEST_F(Program, NothingFromOutsideActsOnATerminal) {
+  const std::string evil = "a\x1B]0;x\x07\n\xC2\x9B\xFF";
+  const auto place = [&](const std::string& name) { return folder.file(evil + "/" + name); };
+  fs::create_directories(folder.file(evil));
+  const auto write = [&](const std::string& name, const std::string& rest) {
+    test::write_file(place(name),
+                     "[layout]\nkind = \"table\"\nrecords = 3\ndata = \"d.csv\"\n" + rest);
+  };
+  const std::string item = "[[item]]\nname = \"\\u001B\"\nattribute = \"character\"\nlength = 9\n";
+  write("good.toml",
+        item + "values = { type = \"range\", format = \"'\\u001B'%1S\", start = \"A\" }\n");
+  write("format.toml", item + "values = { type = \"range\", format = \"%\\u001B\" }\n");
+  write("none.toml", item);
+  write("key.toml", "\"\\u001B\" = 1\n" + item);
+  write("twice.toml", "[\"\\u001B\"]\n[\"\\u001B\"]\n");
+  write("list.toml", item + "values = { type = \"enumeration\", file = \"\\u001B\" }\n");
+  write("bytes.toml", "kind \x1B\n");
+  const std::string good = place("good.toml");
+  const std::vector<std::vector<std::string>> commands = {
+      {"generate", good},
+      {"generate", "--settings-only", good},
+      {"count", good},
+      {"check", good},
+      {"check", "--unique", evil, good},
+      {"preview", good},
+      {"edit", good},
+      {"update", "--item", evil, good},
+      {"export", good, "-o", place("x.jsonl"), "--format", "jsonl"},
+      {"export", good, "-o", good},
+      {"export", good, "-o", place("no/x")},
+      {"show", place("d.fif")},
+      {"show", place("absent")},
+      {"new", "-o", good},
+      {"new", "--item", evil},
+      {"generate", place("absent.toml")},
+      {"generate", place("none.toml")},
+      {"generate", place("format.toml")},
+      {"check", place("key.toml")},
+      {"check", place("twice.toml")},
+      {"check", place("list.toml")},
+      {"check", place("bytes.toml")},
+      {"check", "--" + evil},
+      {"check", good, evil},
+      {evil},
+      {"import", "sqlite:" + place("no.db"), evil},
+      {"import", evil, evil},
+      {"load", good, "sqlite:" + place("no.db"), evil},
+  };
+  for (const auto& command : commands) {
+    run(command);
+    const std::string said = out.str() + messages.str();
+    const auto is_raw = [](unsigned char byte) {
+      return byte < 0x20 ? byte != '\n' : byte == 0x7F;
+    };
+    EXPECT_TRUE(std::none_of(said.begin(), said.end(), is_raw)) << testing::PrintToString(command);
+    EXPECT_EQ(said.find("\n\xC2"), std::string::npos) << said;
+    EXPECT_EQ(said.find("\xC2\x9B"), std::string::npos) << said;
+    EXPECT_EQ(said.find('\xFF'), std::string::npos) << said;
+    EXPECT_FALSE(said.empty()) << testing::PrintToString(command);
+  }
 }
 
 TEST_F(Program, Usage) {

@@ -1,0 +1,58 @@
+#include "platform/printable_text.h"
+
+#include <algorithm>
+
+#include "platform/codepage.h"
+#include "platform/utf8.h"
+
+namespace korvex::platform {
+
+namespace {
+
+constexpr char hexadecimal[] = "0123456789ABCDEF";
+
+std::string escaped(unsigned value) {
+  return {'\\', 'x', hexadecimal[value >> 4], hexadecimal[value & 0xF]};
+}
+
+bool is_control(unsigned value) { return value < 0x20 || value == 0x7F; }
+
+// U+0080 to U+009F are control characters too; in UTF-8 they are 0xC2 and one of these bytes.
+constexpr unsigned high_control_lead = 0xC2;
+bool is_high_control_trail(unsigned value) { return value >= 0x80 && value <= 0x9F; }
+
+}  // namespace
+
+std::string printable(std::string_view text) {
+  std::string out;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto value = static_cast<unsigned char>(text[i]);
+    const std::size_t size = first_character_size(text.substr(i));
+    const unsigned next = i + 1 < text.size() ? static_cast<unsigned char>(text[i + 1]) : 0;
+    if (size == 0 || is_control(value)) {
+      out += escaped(value);
+    } else if (value == high_control_lead && is_high_control_trail(next)) {
+      out += escaped(next);
+      ++i;
+    } else {
+      out += text.substr(i, size);
+      i += size - 1;
+    }
+  }
+  return out;
+}
+
+std::string printable_lines(std::string_view text) {
+  std::string out;
+  while (true) {
+    const std::size_t end = text.find('\n');
+    out += printable(text.substr(0, end));
+    if (end == std::string_view::npos) return out;
+    out += '\n';
+    text.remove_prefix(end + 1);
+  }
+}
+
+std::string printable_from_code_page(std::string_view text) { return printable(to_utf8(text)); }
+
+}  // namespace korvex::platform
