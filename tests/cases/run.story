@@ -1,0 +1,46 @@
+# A run as its users see it: its streams, its status, what is left.
+file l.toml
+  @layout
+  @number A type = "default"
+> generate l.toml
+  5 records, 25 bytes, <t> s: d.csv
+cat d.csv
+  001,
+  002,
+  003,
+  004,
+  005,
+> generate l.toml --records 2 --quiet
+> count l.toml
+  Data items:          999
+  Predicted size:      2997 bytes (data items x item lengths)
+  DGCheckRepeatCnt:    0 (the settings can be evaluated)
+  Records to generate: 5
+  Exact file size:     25 bytes
+files
+  d.csv
+  d.fif
+  l.toml
+  w/d.log
+>2 generate
+  ! <*>LAYOUT<*>
+  ! ...
+
+# A failure is reported once and has its status.
+edit l.toml "d.csv" => "/dev/full"
+$ rm -r w d.*
+>1 generate l.toml
+  ! Failed to generate data.
+  ! 99027:Insufficient disk capacity.
+files w
+
+# Lost output is a failure of its own.
+edit l.toml /dev/full => d.csv
+each COMMAND
+  generate
+  count
+  check
+  preview
+do
+  $1 korvex <COMMAND> l.toml > /dev/full
+    ! standard output: cannot be written
