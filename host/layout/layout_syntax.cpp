@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 
+#include "host/layout/key_parts.h"
 #include "platform/printable_text.h"
 #include "platform/utf8.h"
 
@@ -57,8 +58,29 @@ std::string replacement_of(std::string_view line) {
   return std::string(line.substr(0, key)) + " = []";
 }
 
-std::string described(const toml::parse_error& failure, std::string_view line) {
-  std::string text = platform::printable(failure.description());
+// Why a text does not read, and where that was noticed.
+struct SyntaxFailure {
+  std::string text;
+  toml::source_position place;
+};
+
+// Nothing when the text reads, as `table`.
+std::optional<SyntaxFailure> parse(std::string_view text, toml::table& table) {
+  if (const auto key = find_long_key(text)) {
+    return SyntaxFailure{"a key of " + std::to_string(key->parts) + " parts, expected at most " +
+                             std::to_string(most_key_parts),
+                         {key->place.line, key->place.column}};
+  }
+  try {
+    table = toml::parse(text);
+    return std::nullopt;
+  } catch (const toml::parse_error& failure) {
+    return SyntaxFailure{platform::printable(failure.description()), failure.source().begin};
+  }
+}
+
+std::string described(const SyntaxFailure& failure, std::string_view line) {
+  std::string text = failure.text;
   text +=
       ", in the line " + platform::printable(platform::cut_text(trimmed(line), longest_shown_line));
   if (text.find("redefine") != std::string::npos) return text + ", expected each key once";
@@ -74,12 +96,9 @@ class Repair {
   LayoutSyntax run() {
     // A line is replaced, and if that does not help, replaced by one that says nothing.
     for (std::size_t turns = 2 * most_errors; turns > 0; --turns) {
-      try {
-        syntax_.table = toml::parse(joined(lines_));
-        return std::move(syntax_);
-      } catch (const toml::parse_error& failure) {
-        if (!mend(failure)) break;
-      }
+      const auto failure = parse(joined(lines_), syntax_.table);
+      if (!failure) return std::move(syntax_);
+      if (!mend(*failure)) break;
     }
     syntax_.is_incomplete = true;
     return std::move(syntax_);
@@ -87,8 +106,8 @@ class Repair {
 
  private:
   // False when nothing can be done about it.
-  bool mend(const toml::parse_error& failure) {
-    const toml::source_position place = failure.source().begin;
+  bool mend(const SyntaxFailure& failure) {
+    const toml::source_position place = failure.place;
     const auto line = static_cast<std::size_t>(place.line);
     const std::size_t begin = line_of_open_value(failure);
     const bool is_at_end = line == 0 || line > lines_.size() || trimmed(lines_[line - 1]).empty();
@@ -111,7 +130,7 @@ class Repair {
 
   // A value goes on into the statement behind it: the line where it begins is at fault, and those
   // up to `last` are parts of it.
-  bool mend_open_value(const toml::parse_error& failure, std::size_t begin, std::size_t last) {
+  bool mend_open_value(const SyntaxFailure& failure, std::size_t begin, std::size_t last) {
     const std::string& line = written_[begin - 1];
     const std::size_t equals = std::min(line.find('='), line.size());
     const std::size_t value = std::min(line.find_first_not_of(" \t=", equals), line.size());
@@ -126,9 +145,9 @@ class Repair {
   // The line where a value begins that is still open where the failure was noticed; 0 for none. It
   // is the one behind the longest text in front that reads by itself: looked for in growing steps
   // back, and then between the last two of them.
-  std::size_t line_of_open_value(const toml::parse_error& failure) {
-    if (failure.description().find("redefine") != std::string_view::npos) return 0;
-    const auto line = std::min<std::size_t>(failure.source().begin.line, lines_.size() + 1);
+  std::size_t line_of_open_value(const SyntaxFailure& failure) {
+    if (failure.text.find("redefine") != std::string::npos) return 0;
+    const auto line = std::min<std::size_t>(failure.place.line, lines_.size() + 1);
     if (line <= 1 || reads_up_to(line - 1)) return 0;
     std::size_t open = line - 1;
     std::size_t step = 1;
@@ -149,12 +168,8 @@ class Repair {
     if (tried_bytes_ >= most_tried_bytes) return true;
     const std::string text = joined(std::span(lines_).first(count));
     tried_bytes_ += text.size();
-    try {
-      static_cast<void>(toml::parse(text));
-      return true;
-    } catch (const toml::parse_error&) {
-      return false;
-    }
+    toml::table ignored;
+    return !parse(text, ignored);
   }
 
   static bool begins_statement(std::string_view line) {
@@ -180,10 +195,9 @@ class Repair {
     lines_[line - 1] = std::move(by);
   }
 
-  void report(const toml::parse_error& failure, const toml::source_position& place,
+  void report(const SyntaxFailure& failure, const toml::source_position& place,
               std::string_view line) {
-    const std::string text =
-        line.empty() ? platform::printable(failure.description()) : described(failure, line);
+    const std::string text = line.empty() ? failure.text : described(failure, line);
     syntax_.errors.push_back({{place.line, place.column}, text});
   }
 

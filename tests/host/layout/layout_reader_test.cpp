@@ -403,6 +403,41 @@ TEST(LayoutReader, EachRepeatHasALevelOfItsOwn) {
   EXPECT_EQ(reading.errors[0].text, "level 1 is that of the item on line 5, expected another one");
 }
 
+// Taking one in would overflow the stack.
+TEST(LayoutReader, RefusesKeysOfManyParts) {
+  const auto key = [](const std::string& part, const std::string& dot = ".") {
+    std::string text = part;
+    for (int i = 1; i < 60'000; ++i) text += dot + part;
+    return text;
+  };
+  std::string nested = "1";
+  for (int i = 0; i < 250; ++i) nested = "{a.a.a.a.a.a.a.a=" + nested + "}";
+  const std::tuple<std::string, std::uint32_t, std::uint32_t, const char*> cases[] = {
+      {key("a") + " = 1", 9, 1, "a key of 60000 parts, expected at most 8, in the line a.a"},
+      {"  " + key("'.'", " . ") + " = 1", 9, 3, "a key of 60000 parts"},
+      {"[" + key(R"("\".")") + "]", 9, 2, "a key of 60000 parts"},
+      {"[[" + key("a") + "]]", 9, 3, "a key of 60000 parts"},
+      {"x = \"ä#\\\"\"  # '\ny = '''\n'''''\nz = {\"ä\" = [1.5], " + key("a") + "=1}", 12, 19,
+       "a key of 60000 parts"},
+      // Inside the string, which ends where its own line does once it is known to have no end.
+      {"x = \"\"\"\n" + key("a") + " = 1", 10, 1, "a key of 60000 parts"},
+      // None of these is one.
+      {"x = \"" + key("a") + "\"  # " + key("a") + "\na.a.a.a.a.a.a.a = 1\nx", 11, 2,
+       "in the line"},
+      {"x = " + nested, 9, 1, "unknown key \"x\""},
+  };
+  for (const auto& [lines, row, column, text] : cases) {
+    const LayoutReading reading = parse(minimal + lines + "\n");
+    std::string found;
+    for (const LayoutError& error : reading.errors) {
+      if (error.place.line == row && error.place.column == column) found += error.text;
+    }
+    EXPECT_NE(found.find(text), std::string::npos) << lines.substr(0, 60) << ": " << found;
+    const bool is_long = std::string_view(text).starts_with("a key of");
+    EXPECT_EQ(found.starts_with("a key of"), is_long) << found;
+  }
+}
+
 // What no repair gets over ends with what was found, and with no more than that.
 TEST(LayoutReader, GivesUpOnBytesThatNoRepairHelps) {
   for (const std::string& text :
