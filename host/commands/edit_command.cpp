@@ -1,10 +1,12 @@
 #include "host/commands/edit_command.h"
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <ostream>
 
+#include "host/commands/data_summary.h"
 #include "host/exit_status.h"
 #include "host/layout/control_writer.h"
 #include "host/layout/layout_messages.h"
@@ -35,6 +37,15 @@ bool prepare_settings(const Layout& layout, std::ostream& messages) {
   return !print_failures(write_settings_of(layout), layout, messages);
 }
 
+// The module neither says whether OK generated nor how long that took; the two files do: the
+// settings are saved right before.
+void print_generated(const Layout& layout, const FileVersion& data_before, std::ostream& out) {
+  const FileVersion data(layout.data);
+  if (!data.exists || data.is(data_before)) return;
+  const auto time = data.written() - FileVersion(layout.settings).written();
+  print_data_summary(layout, layout.records, std::max(time, std::chrono::nanoseconds(0)), out);
+}
+
 int run_dialog(const Layout& layout, const std::function<std::int32_t(const char*)>& show,
                std::ostream& out, std::ostream& messages) {
   if (!prepare_settings(layout, messages)) return exit_status::failed;
@@ -43,6 +54,7 @@ int run_dialog(const Layout& layout, const std::function<std::int32_t(const char
     messages << platform::printable(layout.work) << ": " << numbered_message(code, layout) << "\n";
     return exit_status::failed;
   }
+  const FileVersion data_before(layout.data);
   const std::int32_t result = show(control_file.path().c_str());
   if (result == dialog_cancelled) return exit_status::cancelled;
   if (result != dialog_ok) return exit_status::failed;
@@ -50,6 +62,7 @@ int run_dialog(const Layout& layout, const std::function<std::int32_t(const char
   const bool has_settings = std::filesystem::exists(layout.settings, ignored);
   out << (has_settings ? "settings: " : "no settings: ") << platform::printable(layout.settings)
       << std::endl;
+  print_generated(layout, data_before, out);
   if (gives_values(layout)) {
     messages << "note: \"korvex generate\" writes the values of "
              << platform::printable(layout.file)

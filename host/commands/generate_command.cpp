@@ -1,11 +1,7 @@
 #include "host/commands/generate_command.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
-#include <cstdlib>
 #include <fstream>
 #include <memory>
 #include <ostream>
@@ -16,6 +12,7 @@
 #include "generate/log_file.h"
 #include "generate/record_writer.h"
 #include "generate/repeat_count.h"
+#include "host/commands/data_summary.h"
 #include "host/commands/interface_choice.h"
 #include "host/exit_status.h"
 #include "host/layout/control_writer.h"
@@ -45,30 +42,12 @@ std::int64_t count_lines(const std::string& path) {
   return lines;
 }
 
-// What tells a data file from the one that stood there before.
-struct FileVersion {
-  bool exists = false;
-  struct stat status = {};
-
-  explicit FileVersion(const std::string& path) { exists = ::stat(path.c_str(), &status) == 0; }
-  bool is(const FileVersion& other) const {
-    return exists == other.exists && status.st_ino == other.status.st_ino &&
-           status.st_mtim.tv_sec == other.status.st_mtim.tv_sec &&
-           status.st_mtim.tv_nsec == other.status.st_mtim.tv_nsec;
-  }
-};
-
-void print_summary(const Layout& layout, std::int32_t output_option, Clock::duration time,
-                   std::ostream& out) {
-  struct stat status = {};
-  const bool is_file = ::stat(layout.data.c_str(), &status) == 0 && S_ISREG(status.st_mode);
-  // The output limit may have ended the file early, which the module counts as success.
-  const bool may_be_short = is_file && output_option == guarded_output;
-  out << (may_be_short ? count_lines(layout.data) : layout.records) << " records, ";
-  if (is_file) out << status.st_size << " bytes, ";
-  char seconds[32];
-  std::snprintf(seconds, sizeof seconds, "%.3f", std::chrono::duration<double>(time).count());
-  out << seconds << " s: " << platform::printable(layout.data) << std::endl;
+// The output limit may have ended the file early, which the module counts as success.
+std::int64_t records_of(const Layout& layout, std::int32_t output_option) {
+  const FileVersion data(layout.data);
+  const bool may_be_short =
+      output_option == guarded_output && data.exists && S_ISREG(data.status.st_mode);
+  return may_be_short ? count_lines(layout.data) : layout.records;
 }
 
 // What the module may be in the middle of writing when the run is interrupted.
@@ -133,7 +112,9 @@ int generate(const Layout& layout, const GenerateOptions& options, bool has_repe
       out << "nothing generated: " << platform::printable(layout.data) << std::endl;
     return exit_status::done;
   }
-  if (!options.quiet) print_summary(layout, options.output_option, time, out);
+  if (!options.quiet) {
+    print_data_summary(layout, records_of(layout, options.output_option), time, out);
+  }
   return exit_status::done;
 }
 

@@ -48,6 +48,7 @@ std::int32_t record_call(const char* path, std::int32_t output_option, void* par
 
 std::int32_t record_dialog(const char* function, const char* path) {
   module_call.function = function;
+  if (!module_call.data_path.empty()) test::write_file(module_call.data_path, module_call.data);
   return record_check(path);
 }
 
@@ -223,6 +224,14 @@ TEST_F(Program, EditingCommandsHandOverTheLayoutWithItsSettings) {
       EXPECT_FALSE(read_file(folder.file("out/l.fif")).empty());
     }
   }
+  // OK has generated.
+  module_call = {};
+  module_call.data_path = folder.file("out/l.csv");
+  module_call.data = "1,\n";
+  module_call.answer = 1;
+  EXPECT_EQ(run({"edit", layout()}), 0);
+  EXPECT_NE(out.str().find("l.fif\n12 records, 3 bytes, "), std::string::npos) << out.str();
+  EXPECT_TRUE(out.str().ends_with(" s: " + module_call.data_path + "\n")) << out.str();
   module_call = {};
   EXPECT_EQ(run({"update", layout(), "--item", "C"}), 2);
   write_layout("%9U");
