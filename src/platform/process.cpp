@@ -24,13 +24,21 @@ void forget_ended(std::vector<pid_t>& editors) {
   std::erase_if(editors, [](pid_t child) { return ::waitpid(child, nullptr, WNOHANG) != 0; });
 }
 
+std::string editor_program() {
+  const char* chosen = std::getenv("KORVEX_EDITOR");
+  return chosen != nullptr && *chosen != '\0' ? chosen : "xdg-open";
+}
+
 }  // namespace
+
+std::string editor_command(const std::string& path) {
+  return editor_program() + " \"" + path + "\"";
+}
 
 int run_editor(const std::string& path, EditorWait wait) {
   static std::vector<pid_t> running;
   forget_ended(running);
-  const char* chosen = std::getenv("KORVEX_EDITOR");
-  std::string program = chosen != nullptr && *chosen != '\0' ? chosen : "xdg-open";
+  std::string program = editor_program();
   std::string argument = path;
   char* arguments[] = {program.data(), argument.data(), nullptr};
   pid_t child = 0;

@@ -13,4 +13,7 @@ enum class EditorWait {
 // error number.
 int run_editor(const std::string& path, EditorWait wait);
 
+// The command line of run_editor, for a message about it.
+std::string editor_command(const std::string& path);
+
 }  // namespace korvex::platform

@@ -1,6 +1,9 @@
 #include "platform/user_interface.h"
 
+#include <system_error>
+
 #include "platform/console_interface.h"
+#include "platform/process.h"
 
 namespace korvex::platform {
 
@@ -24,8 +27,9 @@ void set_interface_provider(InterfaceProvider provider) { provider_in_use = prov
 void open_in_editor(const std::string& path) {
   const int failure = user_interface().open_editor(path);
   if (failure == 0) return;
-  // The command line is the one that users know, whatever editor they chose.
-  const std::string text = "Call : notepad \"" + path + "\"\nError : " + std::to_string(failure);
+  const std::string text = "Call : " + editor_command(path) +
+                           "\nError : " + std::to_string(failure) + " (" +
+                           std::generic_category().message(failure) + ")";
   user_interface().show_message(MessageKind::plain, text);
 }
 

@@ -178,6 +178,7 @@ TEST_F(SetupFormatDlgTest, WhatHasNoCodeIsRefusedAtOnce) {
 }
 
 TEST_F(SetupFormatDlgTest, AnEnumerationFileIsChosenBrowsedAndStored) {
+  const ScopedVariable editor("KORVEX_EDITOR", "vi");
   const std::string path = list("1\n2\n");
   setup.interface.chosen_file = path;
   const auto expect_browse = [](bool usable) {
@@ -187,7 +188,7 @@ TEST_F(SetupFormatDlgTest, AnEnumerationFileIsChosenBrowsedAndStored) {
                  click(id::select_file), expect_browse(true), click(id::browse_file),
                  then([&] { EXPECT_EQ(setup.interface.opened_files, Names{path}); }),
                  then([&] { setup.interface.editor_error = 13; }), click(id::browse_file),
-                 expect_told({"pCall : notepad \"" + path + "\"\nError : 13"}),
+                 expect_told({"pCall : vi \"" + path + "\"\nError : 13 (Permission denied)"}),
                  then([&] { std::filesystem::remove(path); }), click(id::browse_file),
                  [&](FormDialog& dialog) {
                    EXPECT_EQ(setup.told(), Names{"w114"});

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/environment.h"
 #include "support/scripted_interface.h"
 
 namespace korvex::test {
@@ -51,6 +52,7 @@ TEST(FailureReportTest, BadLinesOfferTheErrorFile) {
   const platform::UserInterfaceOverride scripted(interface);
   interface.answers = {Answer::no, Answer::yes};
   interface.editor_error = 2;
+  const test::ScopedVariable editor("KORVEX_EDITOR", "vi");
   ClColMain main;
   fill(main);
   EXPECT_EQ(report_failure(-135, main), -135);
@@ -66,7 +68,7 @@ TEST(FailureReportTest, BadLinesOfferTheErrorFile) {
   EXPECT_EQ(interface.opened_files, std::vector<std::string>{"/lists/100%s.txt.err"});
   ASSERT_EQ(interface.messages.size(), 3U) << "the editor did not start";
   EXPECT_EQ(interface.messages[2].kind, MessageKind::plain);
-  EXPECT_EQ(interface.messages[2].text, "Call : notepad \"/lists/100%s.txt.err\"\nError : 2");
+  EXPECT_EQ(interface.messages[2].text, "Call : vi \"/lists/100%s.txt.err\"\nError : 2 (No such file or directory)");
 }
 
 }  // namespace

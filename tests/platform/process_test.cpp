@@ -41,6 +41,7 @@ TEST(Process, HandsThePathToTheEditorAsOneArgument) {
   EXPECT_EQ(folder.names(), std::vector<std::string>{"a b; touch c"});
   const test::ScopedVariable missing("KORVEX_EDITOR", folder.file("no editor"));
   EXPECT_NE(run_editor(path, EditorWait::never), 0);
+  EXPECT_EQ(editor_command("a"), folder.file("no editor") + " \"a\"");
 }
 
 // An editor of the terminal needs it for itself; any other may stay open as long as it likes, and
