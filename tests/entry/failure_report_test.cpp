@@ -68,7 +68,8 @@ TEST(FailureReportTest, BadLinesOfferTheErrorFile) {
   EXPECT_EQ(interface.opened_files, std::vector<std::string>{"/lists/100%s.txt.err"});
   ASSERT_EQ(interface.messages.size(), 3U) << "the editor did not start";
   EXPECT_EQ(interface.messages[2].kind, MessageKind::plain);
-  EXPECT_EQ(interface.messages[2].text, "Call : vi \"/lists/100%s.txt.err\"\nError : 2 (No such file or directory)");
+  EXPECT_EQ(interface.messages[2].text,
+            "Call : vi \"/lists/100%s.txt.err\"\nError : 2 (No such file or directory)");
 }
 
 }  // namespace
