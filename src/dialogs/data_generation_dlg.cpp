@@ -209,6 +209,7 @@ void ClDataGenerationDlg::click_repeats(bool is_ticked) {
   } else {
     repeat_ = {};
     store_repeat(main_, current_item(), repeat_);
+    apply_row_rules(row_rules(main_, current_item()));
     show_repeat_fields();
     mark_current_row();
     refresh_counts();

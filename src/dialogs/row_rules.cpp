@@ -13,27 +13,34 @@ bool is_fixed_text(const ClColMain& main, const ClDGCol& item) {
          column->elements.front()->record.kind == format_kind::fixed;
 }
 
+RepeatFields repeat_of(const ItemDisplay& display) {
+  if (display.repeat_flag == 0) return {};
+  return {true, static_cast<std::uint32_t>(display.repeat_level),
+          static_cast<std::uint32_t>(display.repeat_count)};
+}
+
 }  // namespace
 
 std::optional<RowRules> row_rules(const ClColMain& main, ClDGCol& item) {
   const ItemDisplay& display = item.display();
+  const RepeatFields repeat = repeat_of(display);
+  // Settings without changing values get no repeat. One that they had before still counts, so it is
+  // shown and can be taken away.
+  const RowRules unchanging = {
+      .may_repeat = repeat.is_repeated, .may_delete = true, .fields = repeat};
   switch (display.generation_type) {
     case generation_type::none:
       return RowRules{};
     case generation_type::initial_value:
-      return RowRules{.may_delete = true};
+      return unchanging;
     case generation_type::range:
     case generation_type::reference:
-    case generation_type::enumeration: {
-      if (is_fixed_text(main, item)) return RowRules{.may_delete = true};
-      RowRules rules{.may_repeat = true, .may_delete = true};
-      if (display.repeat_flag != 0) {
-        rules.may_edit_repeat = true;
-        rules.fields = {true, static_cast<std::uint32_t>(display.repeat_level),
-                        static_cast<std::uint32_t>(display.repeat_count)};
-      }
-      return rules;
-    }
+    case generation_type::enumeration:
+      if (is_fixed_text(main, item)) return unchanging;
+      return RowRules{.may_repeat = true,
+                      .may_edit_repeat = repeat.is_repeated,
+                      .may_delete = true,
+                      .fields = repeat};
     default:
       return std::nullopt;
   }

@@ -328,6 +328,24 @@ TEST_F(DataGenerationDlgTest, OffersWhatTheSettingsOfTheRowAllow) {
       cancel);
 }
 
+// The repeat of an item that has lost its changing values still counts.
+TEST_F(DataGenerationDlgTest, ARepeatWithoutValuesCanBeTakenAway) {
+  setup.write({{}});
+  const auto expect_repeats = [](bool ticked, bool usable) {
+    return [=](FormDialog& dialog) {
+      EXPECT_EQ(dialog.control<QAbstractButton>(id::repeats)->isChecked(), ticked);
+      EXPECT_EQ(is_usable(dialog, id::repeats), usable);
+      EXPECT_FALSE(is_usable(dialog, id::update));
+    };
+  };
+  EXPECT_EQ(run(repeat(0, "1", "3") +
+                Steps{click(id::setup), choose(id::type, type_entry::initial_value), click(id::ok),
+                      expect_column(count_column, {"3"}), expect_repeats(true, true),
+                      click(id::repeats), expect_column(count_column, {""}),
+                      expect_repeats(false, false), click(id::cancel)}),
+            cancel);
+}
+
 TEST_F(DataGenerationDlgTest, ColumnsOfAnEmptySettingsFileAreNullWhereTheHostAsksForIt) {
   struct Case {
     std::int32_t layout_kind;

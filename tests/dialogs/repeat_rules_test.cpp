@@ -85,7 +85,8 @@ TEST_F(RowRulesTest, FollowTheTypeAndTheRepeat) {
     const char* rules;
   };
   const Case cases[] = {{0, 1, "0/0/0"},
-                        {1, 1, "delete 0/0/0"},
+                        {1, 0, "delete 0/0/0"},
+                        {1, 1, "repeat delete 1/3/4"},
                         {2, 0, "repeat delete 0/0/0"},
                         {2, 1, "repeat edit delete 1/3/4"},
                         {3, 7, "repeat edit delete 1/3/4"},
