@@ -136,6 +136,11 @@ sigset_t watched_set() {
 }  // namespace
 
 void watch_interruptions() {
+  // A file that reaches the size limit fails to be written, which is said; a handler, other than
+  // ignoring, is not passed on to the programs that are started.
+  struct sigaction size_limit = {};
+  size_limit.sa_handler = [](int) {};
+  ::sigaction(SIGXFSZ, &size_limit, nullptr);
   for (const int signal : watched_signals) {
     struct sigaction action = {};
     ::sigaction(signal, nullptr, &action);

@@ -1,13 +1,13 @@
 #include "entry/desktop_interface.h"
 
 #include <cstdlib>
-#include <iostream>
 #include <string_view>
 
 #include "entry/desktop_module.h"
 #include "platform/console_interface.h"
 #include "platform/printable_text.h"
 #include "platform/process.h"
+#include "platform/quiet_write.h"
 
 namespace korvex {
 
@@ -75,7 +75,7 @@ class DesktopInterface : public platform::UserInterface {
     if (desktop_ == nullptr) {
       is_out_of_reach_ = true;
       if (is_desktop_asked()) {
-        std::cerr << "The desktop cannot be used: " << platform::printable(reason) << std::endl;
+        platform::print_error("The desktop cannot be used: " + platform::printable(reason) + "\n");
       }
     }
     return desktop_;

@@ -1,4 +1,3 @@
-#include <iostream>
 #include <string>
 
 #include "entry/desktop_interface.h"
@@ -9,6 +8,7 @@
 #include "generate/repeat_count.h"
 #include "korvex/korvex.h"
 #include "platform/printable_text.h"
+#include "platform/quiet_write.h"
 #include "platform/user_interface.h"
 
 namespace {
@@ -41,8 +41,8 @@ std::int32_t run_dialog(const char* function, Run run) {
     std::string reason;
     const korvex_dialogs* desktop = open_desktop(reason);
     if (desktop != nullptr) return run(*desktop);
-    std::cerr << function << " cannot show its window: " << platform::printable(reason)
-              << std::endl;
+    platform::print_error(std::string(function) +
+                          " cannot show its window: " + platform::printable(reason) + "\n");
     return cannot_run;
   });
 }

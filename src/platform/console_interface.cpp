@@ -3,6 +3,7 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
@@ -10,6 +11,7 @@
 
 #include "platform/codepage.h"
 #include "platform/process.h"
+#include "platform/quiet_write.h"
 
 namespace korvex::platform {
 
@@ -35,14 +37,17 @@ class ConsoleProgress : public ProgressSink {
 
   ~ConsoleProgress() override {
     if (handling_) ::sigaction(SIGINT, &previous_, nullptr);
-    if (drawing_) std::fputs("\r\033[K", stderr);
+    if (drawing_) print_error("\r\033[K");
   }
 
   ConsoleProgress(const ConsoleProgress&) = delete;
   ConsoleProgress& operator=(const ConsoleProgress&) = delete;
 
   void show(int percent) override {
-    if (drawing_) std::fprintf(stderr, "\rGenerating Data %3d %%", percent);
+    if (!drawing_) return;
+    std::array<char, 32> line;
+    const int size = std::snprintf(line.data(), line.size(), "\rGenerating Data %3d %%", percent);
+    print_error({line.data(), static_cast<std::size_t>(size)});
   }
 
   bool cancel_requested() override {
@@ -64,11 +69,11 @@ bool is_yes(std::string_view answer) {
 }  // namespace
 
 Answer ConsoleInterface::show_message(MessageKind kind, const std::string& text) {
-  std::cerr << message_to_utf8(text) << std::endl;
+  print_error(message_to_utf8(text) + "\n");
   if (kind != MessageKind::question && kind != MessageKind::warning_question) return Answer::ok;
 
   if (::isatty(STDIN_FILENO) == 1 && ::isatty(STDERR_FILENO) == 1) {
-    std::cerr << "[y/N] " << std::flush;
+    print_error("[y/N] ");
     std::string line;
     std::getline(std::cin, line);
     return is_yes(line) ? Answer::yes : Answer::no;

@@ -6,6 +6,8 @@
 
 #include <cstdio>
 
+#include "platform/quiet_write.h"
+
 namespace korvex::platform {
 
 namespace {
@@ -21,7 +23,7 @@ const FileCalls& system_file_calls() {
       .open = open_with_mode,
       .close = ::close,
       .read = ::read,
-      .write = ::write,
+      .write = write_quietly,
       .lseek = ::lseek,
       .fstat = ::fstat,
       .lstat = ::lstat,

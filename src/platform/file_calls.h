@@ -6,7 +6,8 @@
 namespace korvex::platform {
 
 // Every system call that touches a file, in one table, so that a test can replace it and make the
-// n-th call fail. Each entry has the contract of the call of its name.
+// n-th call fail. Each entry has the contract of the call of its name, without the signals that
+// write() raises.
 struct FileCalls {
   int (*open)(const char* path, int flags, mode_t mode);
   int (*close)(int descriptor);

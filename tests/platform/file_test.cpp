@@ -1,7 +1,13 @@
 #include "platform/file.h"
 
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <functional>
+#include <utility>
 
 #include "support/bytes.h"
 #include "support/faulty_file_calls.h"
@@ -154,6 +160,68 @@ TEST(File, APipeWithoutWriterDoesNotBlock) {
   std::uint64_t size = 1;
   EXPECT_EQ(file.size(size), FileCause::none);
   EXPECT_EQ(size, 0u);
+}
+
+// What a host has to do with the two signals that a write raises, and whether they reach it.
+int reached = 0;
+void count_signal(int) { ++reached; }
+
+bool is_waiting(int signal) {
+  sigset_t set;
+  ::sigpending(&set);
+  return ::sigismember(&set, signal) == 1;
+}
+
+TEST(File, AFailedWriteRaisesNoSignal) {
+  const TempFolder folder;
+  const auto write_to_left_pipe = [&] {
+    ::unlink(folder.file("pipe").c_str());
+    ASSERT_EQ(::mkfifo(folder.file("pipe").c_str(), 0600), 0);
+    const int reader = ::open(folder.file("pipe").c_str(), O_RDONLY | O_NONBLOCK);
+    File file;
+    ASSERT_EQ(file.create(folder.file("pipe")), FileCause::none);
+    ::close(reader);
+    EXPECT_EQ(file.write("x", 1), FileCause::none);
+    EXPECT_EQ(file.close(), FileCause::generic);
+  };
+  const auto write_past_the_limit = [&] {
+    rlimit old = {};
+    ::getrlimit(RLIMIT_FSIZE, &old);
+    const rlimit low = {.rlim_cur = 100, .rlim_max = old.rlim_max};
+    File file;
+    ASSERT_EQ(file.create(folder.file("data")), FileCause::none);
+    EXPECT_EQ(file.write(std::string(200, 'x').data(), 200), FileCause::none);
+    ::setrlimit(RLIMIT_FSIZE, &low);
+    EXPECT_EQ(file.flush(), FileCause::generic);
+    ::setrlimit(RLIMIT_FSIZE, &old);
+    EXPECT_EQ(read_file(folder.file("data")).size(), 100u);
+  };
+  const std::pair<int, std::function<void()>> rows[] = {{SIGPIPE, write_to_left_pipe},
+                                                        {SIGXFSZ, write_past_the_limit}};
+  for (const auto& [signal, write] : rows) {
+    write();  // would end the process
+    struct sigaction counting = {};
+    counting.sa_handler = count_signal;
+    struct sigaction before = {};
+    ::sigaction(signal, &counting, &before);
+    write();
+    EXPECT_EQ(reached, 0);
+    ::raise(signal);
+    EXPECT_EQ(reached, 1) << "the handler stands, the mask is as it was";
+    // One that the host keeps back for itself.
+    sigset_t set;
+    ::sigemptyset(&set);
+    ::sigaddset(&set, signal);
+    ::pthread_sigmask(SIG_BLOCK, &set, nullptr);
+    write();
+    EXPECT_FALSE(is_waiting(signal));
+    ::raise(signal);
+    write();
+    EXPECT_TRUE(is_waiting(signal));
+    ::pthread_sigmask(SIG_UNBLOCK, &set, nullptr);
+    EXPECT_EQ(std::exchange(reached, 0), 2);
+    ::sigaction(signal, &before, nullptr);
+  }
 }
 
 TEST(File, RemovesOnlyRegularOutputs) {
