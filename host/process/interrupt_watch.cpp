@@ -1,5 +1,6 @@
 #include "host/process/interrupt_watch.h"
 
+#include <atomic>
 #include <iterator>
 
 namespace korvex::host {
@@ -8,7 +9,7 @@ namespace {
 
 constexpr int signal_status_base = 128;  // as shells count
 
-volatile sig_atomic_t received_signal = 0;
+std::atomic<int> received_signal = 0;  // the handler may run in any thread
 
 void note_signal(int number) { received_signal = number; }
 
@@ -31,10 +32,10 @@ InterruptWatch::~InterruptWatch() {
   }
 }
 
-bool InterruptWatch::is_requested() { return received_signal != 0; }
+bool InterruptWatch::is_requested() { return received_signal.load(std::memory_order_relaxed) != 0; }
 
 void InterruptWatch::check() {
-  if (received_signal != 0) throw Interrupted{signal_status_base + received_signal};
+  if (is_requested()) throw Interrupted{signal_status_base + received_signal.load()};
 }
 
 }  // namespace korvex::host

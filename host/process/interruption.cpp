@@ -26,7 +26,7 @@ constexpr int signal_status = 128;
 // All that the handler reads lies ready in fixed places: it may come in the middle of anything, so
 // it can't allocate, lock or ask the library for more than plain system calls.
 struct Slot {
-  volatile sig_atomic_t is_used;
+  std::atomic<bool> is_used;  // the handler may run in another thread than the one that sets it
   RemovedOnInterruption::What what;
   bool existed;
   struct stat before;
@@ -119,7 +119,7 @@ void end_program(int signal) {
   constexpr off_t slow_to_close = 64 * 1024 * 1024;
   bool is_slow = false;
   for (const Slot& slot : slots) {
-    if (slot.is_used != 0 && remove(slot) >= slow_to_close) is_slow = true;
+    if (slot.is_used && remove(slot) >= slow_to_close) is_slow = true;
   }
   print_last_words();
   if (is_slow) let_another_close_last();
@@ -162,7 +162,7 @@ RemovedOnInterruption::RemovedOnInterruption(const std::string& path, What what)
   const auto target = std::filesystem::weakly_canonical(path, failure);
   const std::string name = failure ? path : target.string();
   for (int i = 0; i < slot_count && slot_ < 0; ++i) {
-    if (slots[static_cast<std::size_t>(i)].is_used == 0) slot_ = i;
+    if (!slots[static_cast<std::size_t>(i)].is_used) slot_ = i;
   }
   if (slot_ < 0 || name.size() >= PATH_MAX) {
     slot_ = -1;
@@ -172,12 +172,11 @@ RemovedOnInterruption::RemovedOnInterruption(const std::string& path, What what)
   slot.what = what;
   slot.existed = ::lstat(name.c_str(), &slot.before) == 0;
   std::memcpy(slot.path, name.c_str(), name.size() + 1);
-  std::atomic_signal_fence(std::memory_order_release);
-  slot.is_used = 1;
+  slot.is_used = true;
 }
 
 RemovedOnInterruption::~RemovedOnInterruption() {
-  if (slot_ >= 0) slots[static_cast<std::size_t>(slot_)].is_used = 0;
+  if (slot_ >= 0) slots[static_cast<std::size_t>(slot_)].is_used = false;
 }
 
 SaidOnInterruption::SaidOnInterruption(const std::string& text) {

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
@@ -17,14 +18,16 @@ namespace korvex::platform {
 
 namespace {
 
-volatile sig_atomic_t interrupted = 0;
+// The signal may arrive in any thread of the host.
+std::atomic<bool> interrupted = false;
+static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets it");
 
-void note_interrupt(int) { interrupted = 1; }
+void note_interrupt(int) { interrupted.store(true, std::memory_order_relaxed); }
 
 class ConsoleProgress : public ProgressSink {
  public:
   ConsoleProgress() : drawing_(::isatty(STDERR_FILENO) == 1) {
-    interrupted = 0;
+    interrupted = false;
     ::sigaction(SIGINT, nullptr, &previous_);
     handling_ = (previous_.sa_flags & SA_SIGINFO) == 0 && previous_.sa_handler == SIG_DFL;
     if (!handling_) return;
@@ -51,9 +54,7 @@ class ConsoleProgress : public ProgressSink {
   }
 
   bool cancel_requested() override {
-    if (interrupted == 0) return false;
-    interrupted = 0;
-    return true;
+    return interrupted.load(std::memory_order_relaxed) && interrupted.exchange(false);
   }
 
  private:
