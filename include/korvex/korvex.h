@@ -22,7 +22,8 @@
  *     kept apart by a lock; the second gets -2.
  *   - Windows come from libkorvex-dialogs.so, the file beside this library, which is opened when
  *     the first one is needed. A QApplication of the host is used; without one it is made, and
- *     stays until the process ends.
+ *     stays until the process ends. The wait cursor stands on windows that are there already: for
+ *     it the file is opened where the desktop is chosen (below), but no QApplication made.
  *   - Messages and progress of DGCreateData and DGCheckRepeatCnt go to the desktop or the console:
  *     KORVEX_UI=desktop|console chooses; unset, the desktop is taken if it can be reached. Where it
  *     is asked for in vain, standard error says why, and the console takes its place. There

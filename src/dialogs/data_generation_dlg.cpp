@@ -73,7 +73,7 @@ void ClDataGenerationDlg::connect_commands() {
 }
 
 bool ClDataGenerationDlg::initialise() {
-  const platform::WaitCursor cursor;
+  const auto cursor = platform::user_interface().show_wait_cursor();
   control<UpDown>(control_id::level_stepper)->set_buddy(control<QLineEdit>(control_id::level));
   control<UpDown>(control_id::count_stepper)->set_buddy(control<QLineEdit>(control_id::count));
   if (!load()) return false;

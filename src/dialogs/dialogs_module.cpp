@@ -81,8 +81,13 @@ std::int32_t show_message(std::int32_t kind, const char* text) {
       static_cast<std::int32_t>(platform::Answer::ok));
 }
 
-void show_wait_cursor(std::int32_t is_on) {
-  guarded([&] { interface().show_wait_cursor(is_on != 0); });
+void* show_wait_cursor() {
+  return guarded([]() -> void* { return interface().show_wait_cursor().release(); },
+                 static_cast<void*>(nullptr));
+}
+
+void hide_wait_cursor(void* cursor) {
+  guarded([&] { delete static_cast<platform::WaitCursor*>(cursor); });
 }
 
 void* open_progress(void* parent, std::int32_t is_cancel_allowed) {
@@ -116,6 +121,7 @@ constexpr korvex_dialogs functions = {
     .run_item_value_update = run_item_value_update,
     .show_message = show_message,
     .show_wait_cursor = show_wait_cursor,
+    .hide_wait_cursor = hide_wait_cursor,
     .open_progress = open_progress,
     .show_percentage = show_percentage,
     .cancel_requested = cancel_requested,

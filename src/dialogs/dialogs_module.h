@@ -15,14 +15,15 @@
 extern "C" {
 #endif
 
-enum { KORVEX_DIALOGS_ABI = 1 };
+enum { KORVEX_DIALOGS_ABI = 2 };
 
 /* An answer to a message, and the kinds of message, as platform/user_interface.h numbers them. */
 
 struct korvex_dialogs {
   /*
    * Makes ready to show windows: null when they can be shown, else why not, as UTF-8 text that
-   * lives until the next call. Never ends the process. To be asked before each of the others.
+   * lives until the next call. Never ends the process. To be asked before each of the others but
+   * the two for the wait cursor.
    */
   const char* (*open_display)(void);
 
@@ -32,7 +33,13 @@ struct korvex_dialogs {
   int32_t (*run_item_value_update)(const char* control_path, void* parent);
 
   int32_t (*show_message)(int32_t kind, const char* text);
-  void (*show_wait_cursor)(int32_t is_on);
+
+  /*
+   * The wait cursor on the windows that this thread has already; null when it has none: no display
+   * is opened for a cursor. hide_wait_cursor takes away what show_wait_cursor answered.
+   */
+  void* (*show_wait_cursor)(void);
+  void (*hide_wait_cursor)(void* cursor);
 
   /*
    * The progress of one run, in a window where one can be made. open_progress answers null out of

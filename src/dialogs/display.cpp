@@ -125,15 +125,17 @@ void make_application(const QString& platform) {
 
 }  // namespace
 
+bool has_display() {
+  const auto* application = qobject_cast<const QApplication*>(QCoreApplication::instance());
+  return application != nullptr && application->thread() == QThread::currentThread();
+}
+
 bool open_display(std::string& reason) {
+  if (has_display()) return true;
   if (const QCoreApplication* existing = QCoreApplication::instance(); existing != nullptr) {
-    if (qobject_cast<const QApplication*>(existing) == nullptr) {
-      reason = "this program's QCoreApplication shows no windows";
-    } else if (existing->thread() != QThread::currentThread()) {
-      reason = "windows belong to another thread of this program";
-    } else {
-      return true;
-    }
+    const bool has_windows = qobject_cast<const QApplication*>(existing) != nullptr;
+    reason = has_windows ? "windows belong to another thread of this program"
+                         : "this program's QCoreApplication shows no windows";
     return false;
   }
   QString failure;

@@ -12,4 +12,7 @@ namespace korvex {
 // before: the display itself, and the plug-in that speaks to it with all its libraries.
 bool open_display(std::string& reason);
 
+// Whether this thread may show windows already, without anything being made for it.
+bool has_display();
+
 }  // namespace korvex

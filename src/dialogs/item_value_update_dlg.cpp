@@ -73,7 +73,7 @@ void ClItemValueUpdateDlg::connect_commands() {
 }
 
 bool ClItemValueUpdateDlg::initialise() {
-  const platform::WaitCursor cursor;
+  const auto cursor = platform::user_interface().show_wait_cursor();
   if (!load()) return false;
   fill_labels();
   if (!main_.items.empty()) show_item(start_position());

@@ -44,7 +44,7 @@ void ClSelectItemDlg::fill_labels() {
 
 bool ClSelectItemDlg::initialise() {
   if (items_.empty()) return false;
-  const platform::WaitCursor cursor;
+  const auto cursor = platform::user_interface().show_wait_cursor();
   fill_labels();
   control<CodePageEdit>(control_id::selected_name)->set_bytes(name_);
   list_->setModel(&model_);

@@ -7,7 +7,9 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <new>
+#include <optional>
 
+#include "dialogs/display.h"
 #include "dialogs/generating_data_dlg.h"
 #include "dialogs/parent_window.h"
 #include "platform/codepage.h"
@@ -70,6 +72,14 @@ class WindowProgress : public platform::ProgressSink {
   QPointer<ClGeneratingDataDlg> window_;
 };
 
+class OverrideCursor : public platform::WaitCursor {
+ public:
+  explicit OverrideCursor(Qt::CursorShape shape) { QApplication::setOverrideCursor(shape); }
+  ~OverrideCursor() override { QApplication::restoreOverrideCursor(); }
+  OverrideCursor(const OverrideCursor&) = delete;
+  OverrideCursor& operator=(const OverrideCursor&) = delete;
+};
+
 // A question wants an answer: neither Escape nor the close box is one.
 class NoEscape : public QObject {
  public:
@@ -95,6 +105,9 @@ Answer WindowInterface::show_message(MessageKind kind, const std::string& text) 
                   owner_widget(nullptr));
   box.setTextFormat(Qt::PlainText);
   if (is_question(kind)) box.installEventFilter(new NoEscape(&box));
+  // Nobody waits while a message waits for him.
+  std::optional<OverrideCursor> pointer;
+  if (QApplication::overrideCursor() != nullptr) pointer.emplace(Qt::ArrowCursor);
   const int answer = box.exec();
   if (!is_question(kind)) return Answer::ok;
   return answer == QMessageBox::Yes ? Answer::yes : Answer::no;
@@ -105,12 +118,9 @@ std::unique_ptr<platform::ProgressSink> WindowInterface::open_progress(void* par
   return std::make_unique<WindowProgress>(parent, cancel_allowed);
 }
 
-void WindowInterface::show_wait_cursor(bool on) {
-  if (on) {
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-  } else {
-    QApplication::restoreOverrideCursor();
-  }
+std::unique_ptr<platform::WaitCursor> WindowInterface::show_wait_cursor() {
+  if (!has_display()) return nullptr;
+  return std::make_unique<OverrideCursor>(Qt::WaitCursor);
 }
 
 int WindowInterface::open_editor(const std::string& path) {

@@ -10,7 +10,7 @@ class WindowInterface : public platform::UserInterface {
  public:
   platform::Answer show_message(platform::MessageKind kind, const std::string& text) override;
   std::unique_ptr<platform::ProgressSink> open_progress(void* parent, bool cancel_allowed) override;
-  void show_wait_cursor(bool on) override;
+  std::unique_ptr<platform::WaitCursor> show_wait_cursor() override;
   int open_editor(const std::string& path) override;
   std::optional<std::string> choose_file(const platform::FileQuestion& question) override;
 };

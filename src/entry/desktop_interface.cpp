@@ -41,6 +41,18 @@ class DesktopProgress : public platform::ProgressSink {
   void* window_;
 };
 
+class DesktopCursor : public platform::WaitCursor {
+ public:
+  DesktopCursor(const korvex_dialogs& desktop, void* cursor) : desktop_(desktop), cursor_(cursor) {}
+  ~DesktopCursor() override { desktop_.hide_wait_cursor(cursor_); }
+  DesktopCursor(const DesktopCursor&) = delete;
+  DesktopCursor& operator=(const DesktopCursor&) = delete;
+
+ private:
+  const korvex_dialogs& desktop_;
+  void* cursor_;
+};
+
 // The desktop from the first message or progress on, so that a call without one loads no window
 // system; the console where the desktop cannot be reached.
 class DesktopInterface : public platform::UserInterface {
@@ -59,8 +71,13 @@ class DesktopInterface : public platform::UserInterface {
     return std::make_unique<DesktopProgress>(*desktop, parent, cancel_allowed);
   }
 
-  void show_wait_cursor(bool on) override {
-    if (desktop_ != nullptr) desktop_->show_wait_cursor(on ? 1 : 0);
+  // On the host's own windows; why there is no desktop is said with the first message.
+  std::unique_ptr<platform::WaitCursor> show_wait_cursor() override {
+    std::string reason;
+    const korvex_dialogs* desktop = is_out_of_reach_ ? nullptr : load_desktop(reason);
+    void* cursor = desktop != nullptr ? desktop->show_wait_cursor() : nullptr;
+    if (cursor == nullptr) return nullptr;
+    return std::make_unique<DesktopCursor>(*desktop, cursor);
   }
 
   int open_editor(const std::string& path) override {
@@ -71,18 +88,17 @@ class DesktopInterface : public platform::UserInterface {
   const korvex_dialogs* open() {
     if (is_out_of_reach_) return nullptr;
     std::string reason;
-    desktop_ = open_desktop(reason);
-    if (desktop_ == nullptr) {
+    const korvex_dialogs* desktop = open_desktop(reason);
+    if (desktop == nullptr) {
       is_out_of_reach_ = true;
       if (is_desktop_asked()) {
         platform::print_error("The desktop cannot be used: " + platform::printable(reason) + "\n");
       }
     }
-    return desktop_;
+    return desktop;
   }
 
   platform::ConsoleInterface console_;
-  const korvex_dialogs* desktop_ = nullptr;
   bool is_out_of_reach_ = false;
 };
 

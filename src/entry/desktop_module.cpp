@@ -44,9 +44,14 @@ const korvex_dialogs* load_module(std::string& reason) {
 
 }  // namespace
 
-const korvex_dialogs* open_desktop(std::string& reason) {
+const korvex_dialogs* load_desktop(std::string& reason) {
   static const korvex_dialogs* loaded = nullptr;
   if (loaded == nullptr) loaded = load_module(reason);
+  return loaded;
+}
+
+const korvex_dialogs* open_desktop(std::string& reason) {
+  const korvex_dialogs* loaded = load_desktop(reason);
   if (loaded == nullptr) return nullptr;
   const char* failure = loaded->open_display();
   if (failure == nullptr) return loaded;

@@ -131,7 +131,7 @@ std::int32_t count_data_items(ClColMain& main, bool repeats_only, RepeatCount& c
 }
 
 std::int32_t ClRepeatCalcMain::run() {
-  const platform::WaitCursor cursor;
+  const auto cursor = platform::user_interface().show_wait_cursor();
   data_items = 0;
   if (main.load() != 0) return 0;
   main.mismatch = false;

@@ -14,7 +14,6 @@ class ConsoleInterface : public UserInterface {
  public:
   Answer show_message(MessageKind kind, const std::string& text) override;
   std::unique_ptr<ProgressSink> open_progress(void* parent, bool cancel_allowed) override;
-  void show_wait_cursor(bool) override {}
   int open_editor(const std::string& path) override;
 };
 

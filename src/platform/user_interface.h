@@ -21,6 +21,12 @@ class ProgressSink {
   virtual bool cancel_requested() = 0;
 };
 
+// The wait cursor, for its own lifetime.
+class WaitCursor {
+ public:
+  virtual ~WaitCursor() = default;
+};
+
 // One way to narrow the files that a person chooses from.
 struct FileFilter {
   std::string label;    // "Data files (*.dat)"
@@ -46,7 +52,8 @@ class UserInterface {
   // window or null. Without `cancel_allowed` the display offers no way to cancel.
   virtual std::unique_ptr<ProgressSink> open_progress(void* parent, bool cancel_allowed) = 0;
 
-  virtual void show_wait_cursor(bool on) = 0;
+  // Null where there is no window that it could stand on.
+  virtual std::unique_ptr<WaitCursor> show_wait_cursor() { return nullptr; }
 
   // Opens a text file in the user's editor, without waiting for it. 0, or the system's error
   // number.
@@ -66,18 +73,6 @@ void set_interface_provider(InterfaceProvider provider);
 
 // Opens a file in the user's editor, and tells the user when that cannot be started.
 void open_in_editor(const std::string& path);
-
-// The wait cursor for its own lifetime.
-class WaitCursor {
- public:
-  WaitCursor() : interface_(user_interface()) { interface_.show_wait_cursor(true); }
-  ~WaitCursor() { interface_.show_wait_cursor(false); }
-  WaitCursor(const WaitCursor&) = delete;
-  WaitCursor& operator=(const WaitCursor&) = delete;
-
- private:
-  UserInterface& interface_;
-};
 
 // Replaces the interface for its own lifetime. Not thread-safe: for tests.
 class UserInterfaceOverride {

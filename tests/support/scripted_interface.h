@@ -33,8 +33,6 @@ class ScriptedInterface : public platform::UserInterface {
     return std::make_unique<Progress>(*this);
   }
 
-  void show_wait_cursor(bool) override {}
-
   int open_editor(const std::string& path) override {
     opened_files.push_back(path);
     return editor_error;
