@@ -14,15 +14,13 @@ namespace korvex {
 
 namespace {
 
-// Products beyond 64 bits read as too large; they are held at this bound and never wrap.
-__extension__ using Wide = __int128;
-constexpr Wide wide_limit = Wide{1} << 90;
+// Numbers of records and bytes are unsigned. What passes their 64 bits stays at the largest number,
+// which reads as too large; wrapped around it could pass for a small one.
+constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
 
-Wide multiply(Wide a, Wide b) {
-  Wide product = 0;
-  if (__builtin_mul_overflow(a, b, &product))
-    product = (a < 0) == (b < 0) ? wide_limit : -wide_limit;
-  return std::clamp(product, -wide_limit, wide_limit);
+std::uint64_t multiply(std::uint64_t a, std::uint64_t b) {
+  std::uint64_t product = 0;
+  return __builtin_mul_overflow(a, b, &product) ? most : product;
 }
 
 bool is_date_or_time(std::int32_t kind) {
@@ -37,6 +35,7 @@ std::int64_t value_span(const FmtItemRec& lead) {
   return lead.span_high * half_base + lead.span_low + 1;
 }
 
+// Negative where a timestamp's time of day ends before it starts: the day does not count.
 std::int64_t range_count(const ClFmtColInf& column) {
   const std::int64_t lead = column.record.lead_element;
   if (lead < 1 || lead > static_cast<std::int64_t>(column.elements.size())) return 1;
@@ -47,22 +46,23 @@ std::int64_t range_count(const ClFmtColInf& column) {
   return span / step + (span % step != 0 ? 1 : 0);
 }
 
-std::int64_t value_count(ClColMain& main, const ClFmtColInf& column,
-                         const EnumerationCounter& counter) {
+// A negative range count becomes a number that is too large for everything.
+std::uint64_t value_count(ClColMain& main, const ClFmtColInf& column,
+                          const EnumerationCounter& counter) {
   const FmtColRec& settings = column.record;
   switch (settings.generation_type) {
     case generation_type::initial_value:
       return 1;
     case generation_type::enumeration:
-      return std::max(counter(main, settings), 0);
+      return static_cast<std::uint64_t>(std::max(counter(main, settings), 0));
     default:
-      return range_count(column);
+      return static_cast<std::uint64_t>(range_count(column));
   }
 }
 
 // What the first pass finds: the widths and numbers of the items that take part.
 struct ItemTotals {
-  Wide width = 0;
+  std::int64_t width = 0;
   std::int64_t with_settings = 0;
   std::int64_t repeated = 0;
 };
@@ -99,34 +99,33 @@ std::int32_t count_data_items(ClColMain& main, bool repeats_only, RepeatCount& c
     return error::no_format_for_item;
   }
 
-  const Wide size_limit = main.limits().file_size_max;
-  Wide longest = 0;  // of the plain items
-  Wide repeats = 1;  // product of the repeated ones
+  const std::uint64_t size_limit = main.limits().file_size_max;
+  // Below 0 in crafted settings only.
+  const auto width = static_cast<std::uint64_t>(totals.width);
+  std::uint64_t longest = 0;  // of the plain items
+  std::uint64_t repeats = 1;  // product of the repeated ones
   std::int64_t handled = 0;
   for (const auto& item : main.items) {
     if (handled >= totals.with_settings) break;
     if (item->state == item_state::without_settings) continue;
     if (const ClFmtColInf* column = main.settings.find_column(item->item_number)) {
-      const std::int64_t values = value_count(main, *column, counter);
+      const std::uint64_t values = value_count(main, *column, counter);
       if (column->record.repeat_flag != 0) {
-        repeats = multiply(repeats, Wide{column->record.repeat_count} * values);
+        const auto count_of_item = static_cast<std::uint64_t>(column->record.repeat_count);
+        repeats = multiply(repeats, multiply(count_of_item, values));
       } else {
-        longest = std::max<Wide>(longest, values);
+        longest = std::max(longest, values);
       }
     }
     ++handled;
     const bool grows = repeats_only ? longest < repeats : true;
-    const Wide records = repeats_only ? repeats : std::max(longest, repeats);
-    if (grows && multiply(records, totals.width) > size_limit) break;
+    const std::uint64_t records = repeats_only ? repeats : std::max(longest, repeats);
+    if (grows && multiply(records, width) > size_limit) break;
   }
 
-  const Wide records = repeats_only && repeats > 1 ? repeats : std::max(longest, repeats);
-  const Wide bytes = multiply(records, totals.width);
-  constexpr Wide most = std::numeric_limits<std::uint64_t>::max();
-  count.data_items = static_cast<std::uint64_t>(std::min(records, most));
-  // Item lengths below 0 come from crafted settings only.
-  count.predicted_bytes =
-      bytes > size_limit ? too_large : static_cast<std::uint64_t>(std::max<Wide>(bytes, 0));
+  count.data_items = repeats_only && repeats > 1 ? repeats : std::max(longest, repeats);
+  const std::uint64_t bytes = multiply(count.data_items, width);
+  count.predicted_bytes = bytes > size_limit ? too_large : bytes;
   return 0;
 }
 

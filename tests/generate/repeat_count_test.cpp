@@ -157,15 +157,33 @@ TEST_F(RepeatCountTest, CountsTheValuesOfAnItem) {
   }
 }
 
-// The halves of a timestamp's span are no time; what they say is multiplied as it stands.
-TEST_F(RepeatCountTest, SpansMayBeNegative) {
-  const RunItem item = moment(32, 15, {"%TS", "20240101 090000", "20240102 085500", "9"});
-  write({item});  // -4500 + 1 by 9: -499 and a remainder counts one more
-  EXPECT_EQ(count(false).data_items, 1U);
-  write({repeated(item, 1), repeated(item, 2, 2)});
-  EXPECT_EQ(count(true).data_items, 498U * 2 * 498);
-  write({repeated(item, 1), up_to(3)});
-  EXPECT_EQ(count(true).data_items, 3U);
+// A timestamp's time of day that ends before it starts, and a product of more than 64 bits, make
+// the largest numbers: too large for every size limit, also beside other items and with repeats.
+TEST_F(RepeatCountTest, WhatPassesTheNumbersIsTooLarge) {
+  const RunItem backwards = moment(32, 15, {"%TS", "20240101 235959", "20240102 000001", "1"});
+  const RunItem huge = numbers(18, "1", "999999999999999999");
+  constexpr std::uint64_t below_zero = all_ones - 235957 + 1;  // 000001 - 235959 + 1
+  struct Case {
+    std::vector<RunItem> items;
+    std::uint64_t data_items, repeated;
+  };
+  const Case cases[] = {
+      {{backwards, up_to(3)}, below_zero, 0},
+      {{repeated(backwards, 1)}, below_zero, below_zero},
+      {{repeated(backwards, 2), up_to(3)}, all_ones, all_ones},
+      {{repeated(backwards, 1), repeated(backwards, 1, 2)}, below_zero, below_zero},
+      {{repeated(huge, 2'147'483'647), repeated(huge, 9, 2)}, all_ones, all_ones},
+      {{repeated(huge, 4), repeated(up_to(5), 1, 2)}, 3999999999999999996U, 3999999999999999996U},
+  };
+  for (const char* limit : {"10000000000", "18446744073709551614"}) {
+    setup.limit("CheckFileSizeMax", limit);
+    for (const Case& c : cases) {
+      write(c.items);
+      EXPECT_EQ(count(false), (Counted{0, c.data_items, all_ones}));
+      if (c.repeated == 0) continue;  // nothing repeats
+      EXPECT_EQ(count(true), (Counted{0, c.repeated, all_ones}));
+    }
+  }
 }
 
 TEST_F(RepeatCountTest, ASizeAboveTheLimitIsTooLarge) {
@@ -181,11 +199,6 @@ TEST_F(RepeatCountTest, ASizeAboveTheLimitIsTooLarge) {
   EXPECT_EQ(count(false), (Counted{0, 500, all_ones}));
   write({repeated(up_to(40), 3), repeated(up_to(2), 5, 2)});
   EXPECT_EQ(count(true), (Counted{0, 120, all_ones})) << "stopped behind the first item";
-  // Products beyond all numbers are too large for any limit.
-  const RunItem huge = numbers(18, "1", "999999999999999999");
-  setup.limit("CheckFileSizeMax", "18446744073709551614");
-  write({repeated(huge, 2'147'483'647), repeated(huge, 2'147'483'647, 2)});
-  for (const bool repeats_only : {true, false}) EXPECT_EQ(count(repeats_only).bytes, all_ones);
 }
 
 TEST_F(RepeatCountTest, TheCalculationSaysWhetherItCouldCount) {
