@@ -20,10 +20,8 @@ namespace {
 constexpr std::uint64_t largest_file = std::numeric_limits<std::int32_t>::max();
 
 std::string open_failure(platform::FileCause cause) {
+  if (is_missing(cause)) return "there is no such file";
   switch (cause) {
-    case platform::FileCause::not_found:
-    case platform::FileCause::bad_path:
-      return "there is no such file";
     case platform::FileCause::access_denied:
       return "the file cannot be opened: access denied";
     case platform::FileCause::sharing_violation:

@@ -61,7 +61,7 @@ std::int32_t ClFmtFile::load(std::int32_t level, std::int32_t records, std::int3
     const std::int32_t upgraded = upgrade_settings_file(file_path_, layout_kind);
     if (upgraded != 0) return upgraded;
     const FileCause cause = held_file_.open_for_reading(file_path_, platform::Sharing::exclusive);
-    if (cause == FileCause::not_found) return start_new_file(level, records, layout_kind);
+    if (is_missing(cause)) return start_new_file(level, records, layout_kind);
     if (cause != FileCause::none) return error::cannot_open;
     const std::int32_t result = load_existing(level, records, layout_kind);
     if (result < 0) held_file_.discard();

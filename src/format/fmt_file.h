@@ -45,9 +45,9 @@ class ClFmtFile : public platform::Object {
   void set_paths(const std::string& file_path, const std::string& work_folder);
 
   // Reads the settings of one level, after rewriting a file of the previous version. Answers how
-  // many items have settings: 0 when the file does not exist, lacks the level or has it empty.
-  // -1, -2 (also: held by somebody else), -3, -4, -5, -57; -26, -27 when a file of the previous
-  // version cannot be rewritten.
+  // many items have settings: 0 when the file or its folder does not exist, and when the file lacks
+  // the level or has it empty. -1, -2 (also: held by somebody else), -3, -4, -5, -57; -26, -27 when
+  // a file of the previous version cannot be rewritten.
   std::int32_t load(std::int32_t level, std::int32_t records, std::int32_t layout_kind);
 
   // Writes all levels; the file is then no longer held. -44 or -6 when nothing is left to write and

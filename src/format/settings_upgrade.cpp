@@ -168,7 +168,7 @@ std::int32_t upgrade_into(File& source, File& work, std::int32_t layout_kind) {
 std::int32_t upgrade(const std::string& path, std::int32_t layout_kind) {
   File source;
   const FileCause opened = source.open_for_reading(path, platform::Sharing::exclusive);
-  if (opened == FileCause::not_found) return 0;
+  if (is_missing(opened)) return 0;
   if (opened != FileCause::none) return error::cannot_open;
 
   const std::string work_path = path + ".w";

@@ -10,14 +10,8 @@ using platform::FileCause;
 using platform::Sharing;
 
 std::int32_t check_file_exists(const std::string& path) {
-  switch (File().open_for_reading(path, Sharing::shared)) {
-    case FileCause::generic:
-    case FileCause::not_found:
-    case FileCause::bad_path:
-      return error::target_missing;
-    default:
-      return 0;
-  }
+  const FileCause cause = File().open_for_reading(path, Sharing::shared);
+  return is_missing(cause) || cause == FileCause::generic ? error::target_missing : 0;
 }
 
 std::int32_t check_file_not_in_use(const std::string& path) {

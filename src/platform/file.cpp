@@ -39,7 +39,6 @@ FileCause cause_from_errno(int number) {
       return FileCause::not_found;
     case ENOTDIR:
     case ENAMETOOLONG:
-    case ELOOP:
       return FileCause::bad_path;
     case EACCES:
     case EPERM:

@@ -13,7 +13,7 @@ namespace korvex::platform {
 enum class FileCause {
   none,
   not_found,          // no such file
-  bad_path,           // a folder of the path is missing or is not a folder
+  bad_path,           // no such file either: a folder of the path is missing or is not a folder
   access_denied,      // permissions, a read-only file system, a folder in place of a file
   sharing_violation,  // another open file holds it
   already_exists,     // create_new found the name taken
@@ -22,6 +22,11 @@ enum class FileCause {
 };
 
 FileCause cause_from_errno(int number);
+
+// Whether an open failed because nothing stands under the path.
+constexpr bool is_missing(FileCause cause) {
+  return cause == FileCause::not_found || cause == FileCause::bad_path;
+}
 
 // An open file. Owns its descriptor; the destructor closes it and drops what was not flushed.
 // Movable, not copyable; not thread-safe. Operations answer FileCause::none on success and never

@@ -95,7 +95,7 @@ FileCause resolve_links(std::string& path) {
     const std::string_view leads_to(target.data(), static_cast<std::size_t>(size));
     path = leads_to.starts_with('/') ? std::string(leads_to) : join_path(folder_of(path), leads_to);
   }
-  return FileCause::bad_path;
+  return FileCause::generic;
 }
 
 bool exists(const std::string& path) {

@@ -131,9 +131,7 @@ StoreStatus SettingsStore::read(std::string_view name, std::string& value) const
   if (path_.empty()) return StoreStatus::failure;
   std::string content;
   const FileCause cause = read_whole(path_, content);
-  if (cause == FileCause::not_found || cause == FileCause::bad_path) {
-    return StoreStatus::key_missing;
-  }
+  if (is_missing(cause)) return StoreStatus::key_missing;
   if (cause != FileCause::none) return StoreStatus::failure;
   const ValuePlace place = find_value(content, name);
   if (place.offset == std::string::npos) return StoreStatus::value_missing;
@@ -150,7 +148,7 @@ StoreStatus SettingsStore::write(std::string_view name, std::string_view value) 
 
   std::string content;
   const FileCause cause = read_whole(path_, content);
-  if (cause != FileCause::none && cause != FileCause::not_found) return StoreStatus::failure;
+  if (cause != FileCause::none && !is_missing(cause)) return StoreStatus::failure;
 
   const ValuePlace place = find_value(content, name);
   if (place.offset != std::string::npos) {

@@ -88,6 +88,8 @@ TEST_F(GenerateDataFileTest, FailuresBeforeTheFirstRecordTouchNothing) {
       {-3, [](Setup& s) { std::filesystem::resize_file(s.settings(), 1000); }, data_and_log},
       {-28, [](Setup& s) { std::filesystem::remove(s.settings()); }, data_only},
       {-28, rewrite({.level = 2}), data_only},
+      {-28, rewrite({.settings = "/no/such/folder/out.fif"}), data_only},
+      {-28, rewrite({.settings = "/dev/null/out.fif"}), data_only},
       {-2, rewrite({.data = "/no/such/folder/out.csv"}), data_and_log},
   };
   setup.save_settings();

@@ -17,7 +17,7 @@ namespace korvex::test {
 struct ControlFields {
   std::int32_t records = 3, layout_kind = 1, level = 1;
   std::vector<std::int32_t> items = {1};
-  std::string data = "", work = "";
+  std::string data = "", settings = "", work = "";
 };
 
 // One item's settings as they are saved; without a format the initial value.
@@ -44,7 +44,7 @@ class GenerationSetup {
                               .layout_kind = fields.layout_kind,
                               .level = fields.level,
                               .data_path = fields.data.empty() ? data() : fields.data,
-                              .settings_path = settings(),
+                              .settings_path = fields.settings.empty() ? settings() : fields.settings,
                               .work_folder = fields.work.empty() ? folder.path() : fields.work},
                              count));
     for (const std::int32_t item : fields.items) bytes.i32(item);
