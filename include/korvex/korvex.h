@@ -13,8 +13,12 @@
  *     caller keeps them. A null path counts as an empty one.
  *   - A parent is the native handle of the host's window (an X11 window id, as a pointer), or null
  *     for windows without an owner. It is never freed here.
- *   - Results are 0 or more on success. A failure is a negative error code whose message number is
- *     99000 plus its absolute value.
+ *   - Each function says what it returns. Only DGCreateData returns error codes: negative numbers
+ *     whose message number is 99000 plus their absolute value. Everywhere -1 also means that memory
+ *     ran out.
+ *   - Reading a settings file may change files: one of the previous version is rewritten as one of
+ *     the current version, and what stands under its name with ".w" behind it is removed, as the
+ *     rest of a rewriting that was killed.
  *   - No exception leaves a function, and no function ends the host process.
  *   - One call at a time: messages and progress belong to the one person in front of the host. A
  *     call that shows no window may come from any thread; windows belong to one, the first that
@@ -55,11 +59,13 @@ extern "C" {
  * shown, with the reason on standard error and no file touched.
  *
  * On disk: nothing changes before OK, except that settings that do not fit the items are deleted
- * (after a message) and a settings file of the previous version is rewritten as one of the current
- * version. OK writes the settings file, or on the user's wish deletes it when nothing is left in
- * it, and then the data file and the log as DGCreateData does. A failed save leaves the old
+ * (after a message). OK writes the settings file, or on the user's wish deletes it when nothing is
+ * left in it, and then the data file and the log as DGCreateData does. A failed save leaves the old
  * settings file, a failed run the new one. Format examples that the user adds go to the settings
  * store.
+ *
+ * The data file has the items of the settings' level in the order in which they got their settings.
+ * That includes items that have settings, but are no longer in the control file.
  */
 KORVEX_EXPORT int32_t DGCreateFile(const char* control_file_path, void* parent,
                                    int32_t quotation_lock);
@@ -85,7 +91,8 @@ KORVEX_EXPORT int32_t DGReplaceData(const char* control_file_path, void* parent)
  *
  * Returns 0 if so, also when no item is repeated; -1 when the control file or the settings file
  * cannot be read, when there are no settings, or when they do not fit the control file. In the last
- * case a message says so and the settings file has been deleted; nothing else changes on disk.
+ * case a message says so and the settings file has been deleted. No other file of the run is
+ * written; what reading the settings file may change is said above.
  */
 KORVEX_EXPORT int32_t DGCheckRepeatCnt(const char* control_file_path);
 
@@ -105,10 +112,18 @@ KORVEX_EXPORT int32_t DGCheckRepeatCnt(const char* control_file_path);
  *
  * On disk: a successful run leaves the data file and, in the work folder, a log file named after
  * it. The data file is created, or emptied if it exists, once all settings have been read and
- * accepted; a run that fails or is cancelled after that deletes it (devices and pipes stay). At the
- * 2 GB limit the lines so far stay and no log is written. Without a settings file the result is
- * -28 and an older log is deleted. The settings file is never changed, except that one of the
- * previous version is rewritten as one of the current version.
+ * accepted. If the run fails or is cancelled while it writes records, the data file is deleted
+ * (devices and pipes stay) and an older log stays. At the 2 GB limit the lines so far stay and no
+ * log is written.
+ *
+ * The log comes after the data file is complete, and the data file stays also when it fails. A log
+ * that cannot be opened (-2) leaves an older one as it was; one that cannot be written (-26, -27)
+ * leaves none, also no older one. A data file that has the log's own name, NAME.log in the work
+ * folder, is overwritten by the log: give it another one.
+ *
+ * Without settings for the level the result is -28 and an older log is deleted. Each value list is
+ * read with a file beside it that has its name and ".err"; it stays when the list has wrong lines
+ * (-135) and is deleted otherwise. The settings stay as they are.
  */
 KORVEX_EXPORT int32_t DGCreateData(const char* control_file_path, int32_t output_option,
                                    void* parent, uint64_t repeat_item_count);

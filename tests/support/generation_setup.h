@@ -40,13 +40,14 @@ class GenerationSetup {
   void write_control(const ControlFields& fields = {}) const {
     const auto count = static_cast<std::int32_t>(fields.items.size());
     Bytes bytes;
-    bytes.raw(control_header({.records = fields.records,
-                              .layout_kind = fields.layout_kind,
-                              .level = fields.level,
-                              .data_path = fields.data.empty() ? data() : fields.data,
-                              .settings_path = fields.settings.empty() ? settings() : fields.settings,
-                              .work_folder = fields.work.empty() ? folder.path() : fields.work},
-                             count));
+    bytes.raw(
+        control_header({.records = fields.records,
+                        .layout_kind = fields.layout_kind,
+                        .level = fields.level,
+                        .data_path = fields.data.empty() ? data() : fields.data,
+                        .settings_path = fields.settings.empty() ? settings() : fields.settings,
+                        .work_folder = fields.work.empty() ? folder.path() : fields.work},
+                       count));
     for (const std::int32_t item : fields.items) bytes.i32(item);
     write_file(control(), std::string(bytes));
   }
