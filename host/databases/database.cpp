@@ -10,6 +10,8 @@ namespace {
 
 constexpr std::string_view sqlite_prefix = "sqlite:";
 constexpr std::string_view postgresql_prefix = "postgresql:";
+// Of an address, which the client library reads whole.
+constexpr std::string_view address_prefixes[] = {"postgresql://", "postgres://"};
 
 // The modules stand beside the program that runs, wherever a link to it may lie.
 std::string module_path(const char* name) {
@@ -40,12 +42,16 @@ std::unique_ptr<Database> open_database(const std::string& target) {
   if (target.starts_with(sqlite_prefix)) {
     return open_with("korvex-sqlite.so", target.substr(sqlite_prefix.size()));
   }
-  if (target.starts_with(postgresql_prefix)) {
-    const std::string rest = target.substr(postgresql_prefix.size());
-    return open_with("korvex-postgresql.so", rest.starts_with("//") ? target : rest);
+  for (const std::string_view prefix : address_prefixes) {
+    if (target.starts_with(prefix)) return open_with("korvex-postgresql.so", target);
   }
-  throw std::invalid_argument("the database is \"" + target +
-                              "\", expected \"sqlite:FILE\" or \"postgresql:CONNINFO\"");
+  if (target.starts_with(postgresql_prefix)) {
+    return open_with("korvex-postgresql.so", target.substr(postgresql_prefix.size()));
+  }
+  // The text itself may have a password in it.
+  throw std::invalid_argument(
+      "the database is of no known kind, expected sqlite:FILE, postgresql:CONNINFO or "
+      "postgresql://ADDRESS");
 }
 
 }  // namespace korvex::host

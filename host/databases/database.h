@@ -97,8 +97,8 @@ class Database {
                                                   std::vector<std::size_t> columns) = 0;
 };
 
-// Opens what "sqlite:FILE", "postgresql:CONNINFO" or "postgresql://..." names. Throws
-// std::invalid_argument for anything else, DatabaseError when it can't be opened.
+// Opens what "sqlite:FILE", "postgresql:CONNINFO", "postgresql://..." or "postgres://..." names.
+// Throws std::invalid_argument for anything else, DatabaseError when it can't be opened.
 std::unique_ptr<Database> open_database(const std::string& target);
 
 // What the module of each kind of database exports: opens a connection, which the caller owns.

@@ -7,6 +7,7 @@
 #include <future>
 #include <thread>
 
+#include "host/databases/connection_string.h"
 #include "host/databases/database.h"
 #include "host/process/interrupt_watch.h"
 
@@ -31,22 +32,22 @@ std::string diagnostic(const PostgresqlResult& result, int field) {
   return text == nullptr ? std::string() : std::string(text);
 }
 
-std::string result_text(const PostgresqlResult& result, int row, int column) {
-  return PQgetvalue(result.get(), row, column);
-}
-
-PostgresqlConnection::PostgresqlConnection(const std::string& connection)
-    : connection_(PQconnectStart(connection.c_str())) {
+PostgresqlConnection::PostgresqlConnection(const std::string& connection) {
+  check_connection_string(connection);
+  connection_ = PQconnectStart(connection.c_str());
   if (connection_ == nullptr) throw std::bad_alloc();
   try {
     connect();
     PQsetNoticeReceiver(connection_, ignore_notice, nullptr);
-    if (PQsetClientEncoding(connection_, "UTF8") != 0) fail();
+    leave_user_path();
+    run("SET client_encoding = 'UTF8'");
     // Texts of moments and numbers as they are written, whatever the server's own settings: a
     // moment without a zone must mean the same everywhere.
     run("SET datestyle = 'ISO, YMD'");
     run("SET timezone = 'UTC'");
     run("SET extra_float_digits = 1");
+    run("SET bytea_output = 'hex'");
+    run("SET intervalstyle = 'postgres'");
   } catch (...) {
     PQfinish(connection_);
     throw;
@@ -65,6 +66,16 @@ void PostgresqlConnection::connect() {
   }
 }
 
+// Both statements name the schema of everything in them: they are the only ones that run where
+// others may have made something of the same name. A setting at the begin of the connection would
+// be safe too, but would hide what the user's own path is.
+void PostgresqlConnection::leave_user_path() {
+  const PostgresqlRows path = query(
+      "SELECT pg_catalog.current_setting('search_path'), pg_catalog.current_schemas(true)", 2);
+  user_path_ = {std::string(path.text(0, 0)), std::string(path.text(0, 1))};
+  query("SELECT pg_catalog.set_config('search_path', '', false)", 1);
+}
+
 PostgresqlResult PostgresqlConnection::run(const std::string& sql,
                                            const std::vector<std::string>& parameters) {
   send(sql, parameters);
@@ -73,10 +84,22 @@ PostgresqlResult PostgresqlConnection::run(const std::string& sql,
     const ExecStatusType status = PQresultStatus(result.get());
     if (status == PGRES_FATAL_ERROR || status == PGRES_BAD_RESPONSE) fail(result);
     last = std::move(result);
-    if (status == PGRES_COPY_IN) break;
   }
   if (!last) fail();
   return last;
+}
+
+PostgresqlRows PostgresqlConnection::query(const std::string& sql, int columns,
+                                           const std::vector<std::string>& parameters) {
+  return {run(sql, parameters), columns};
+}
+
+void PostgresqlConnection::begin_copy(const std::string& sql) {
+  send(sql);
+  const PostgresqlResult answer = next_answer();
+  const ExecStatusType status = PQresultStatus(answer.get());
+  if (status == PGRES_FATAL_ERROR || status == PGRES_BAD_RESPONSE) fail(answer);
+  if (status != PGRES_COPY_IN) refuse_answer();
 }
 
 void PostgresqlConnection::send(const std::string& sql,
@@ -90,6 +113,16 @@ void PostgresqlConnection::send(const std::string& sql,
 }
 
 PostgresqlResult PostgresqlConnection::next_result() {
+  PostgresqlResult answer = next_answer();
+  const ExecStatusType status = PQresultStatus(answer.get());
+  // The library would give this answer again and again.
+  if (status == PGRES_COPY_IN || status == PGRES_COPY_OUT || status == PGRES_COPY_BOTH) {
+    refuse_answer();
+  }
+  return answer;
+}
+
+PostgresqlResult PostgresqlConnection::next_answer() {
   for (;;) {
     const int unsent = PQflush(connection_);
     if (unsent < 0) fail();

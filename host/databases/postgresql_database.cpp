@@ -1,5 +1,6 @@
 #include <cctype>
 #include <charconv>
+#include <limits>
 
 #include "host/databases/database.h"
 #include "host/databases/postgresql_connection.h"
@@ -20,6 +21,24 @@ std::string literal(const std::string& text) {
   }
   return escaped;
 }
+
+// Types of the server's own, whose numbers never change.
+constexpr Oid boolean_type = 16;
+constexpr Oid padded_text_type = 1042;
+
+// A field as a value list has it.
+std::string_view key_text(const PostgresqlRows& rows, int row, int column) {
+  const std::string_view text = rows.text(row, column);
+  switch (rows.type(column)) {
+    case boolean_type:
+      return text == "t" ? "true" : "false";
+    case padded_text_type:
+      return text.substr(0, text.find_last_not_of(' ') + 1);
+    default:
+      return text;
+  }
+}
+
 // The class of errors about what is not there, or not for everybody.
 constexpr std::string_view access_rules = "42";
 
@@ -31,21 +50,22 @@ class PostgresqlDatabase : public Database {
     return read_postgresql_schema(connection_, table);
   }
 
-  // Row by row: a table may have more keys than fit into the memory. Their order is that of the
-  // columns, which a bare name would not mean here: it would mean the texts made of them.
+  // Row by row: a table may have more keys than fit into the memory. Nothing is cast to a text: the
+  // cast of a type that another user has made is a function of that user.
   void read_keys(const ForeignKey& key, const TakeKey& take) override {
-    const std::vector<std::string>& names = key.referenced_columns;
-    connection_.send("SELECT " + listed_names(names, ", ", "k.", "::text") + " FROM " +
-                     key.quoted_table + " k WHERE " +
-                     listed_names(names, " AND ", "k.", " IS NOT NULL") + " ORDER BY " +
-                     listed_names(names, ", ", "k."));
+    const std::string columns = listed_names(key.referenced_columns, ", ", "k.");
+    connection_.send("SELECT " + columns + " FROM " + key.quoted_table + " k WHERE " +
+                     listed_names(key.referenced_columns, " AND ", "k.", " IS NOT NULL") +
+                     " ORDER BY " + columns);
     PQsetSingleRowMode(connection_.get());
-    std::vector<std::string_view> texts(names.size());
-    while (const PostgresqlResult rows = connection_.next_result()) {
-      if (PQresultStatus(rows.get()) == PGRES_FATAL_ERROR) fail_reading(rows);
-      for (int row = 0; row < PQntuples(rows.get()); ++row) {
-        for (std::size_t i = 0; i < texts.size(); ++i) {
-          texts[i] = PQgetvalue(rows.get(), row, static_cast<int>(i));
+    const int count = static_cast<int>(key.referenced_columns.size());
+    std::vector<std::string_view> texts(key.referenced_columns.size());
+    while (PostgresqlResult result = connection_.next_result()) {
+      if (PQresultStatus(result.get()) == PGRES_FATAL_ERROR) fail_reading(result);
+      const PostgresqlRows rows(std::move(result), count);
+      for (int row = 0; row < rows.size(); ++row) {
+        for (int i = 0; i < count; ++i) {
+          texts[static_cast<std::size_t>(i)] = key_text(rows, row, i);
         }
         take(texts);
       }
@@ -54,24 +74,33 @@ class PostgresqlDatabase : public Database {
 
   std::optional<std::int64_t> largest_number(const TableSchema& table,
                                              std::size_t column) override {
-    const PostgresqlResult rows = connection_.run(
-        "SELECT max(" + quoted_name(table.columns[column].name) + ") FROM " + table.quoted_name);
-    const std::string text = result_text(rows, 0, 0);
+    const PostgresqlRows rows =
+        connection_.query("SELECT pg_catalog.max(" + quoted_name(table.columns[column].name) +
+                              ") FROM " + table.quoted_name,
+                          1);
+    const std::string_view text = rows.text(0, 0);
     std::int64_t number = 0;
-    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (failure != std::errc()) return std::nullopt;
-    return number;
+    const std::errc failure = std::from_chars(text.data(), text.data() + text.size(), number).ec;
+    if (failure == std::errc()) return number;
+    if (failure != std::errc::result_out_of_range) return std::nullopt;
+    return text.starts_with('-') ? std::numeric_limits<std::int64_t>::min()
+                                 : std::numeric_limits<std::int64_t>::max();
   }
 
   std::optional<std::string> largest_text(const TableSchema& table, std::size_t column,
                                           const TextForm& form) override {
-    const PostgresqlResult rows = connection_.run(
-        "SELECT max(text) FROM (SELECT " + quoted_name(table.columns[column].name) +
-            "::text COLLATE \"C\" AS text FROM " + table.quoted_name + ") AS texts WHERE text ~ $1",
+    const PostgresqlRows rows = connection_.query(
+        "SELECT pg_catalog.max(text) FROM (SELECT " + quoted_name(table.columns[column].name) +
+            "::pg_catalog.text COLLATE pg_catalog.\"C\" AS text FROM " + table.quoted_name +
+            ") AS texts WHERE text OPERATOR(pg_catalog.~) $1",
+        1,
         {"^" + literal(form.before) + letter_class(form) + "{" + std::to_string(form.count) + "}" +
          literal(form.behind) + "$"});
-    if (PQgetisnull(rows.get(), 0, 0) != 0) return std::nullopt;
-    return result_text(rows, 0, 0);
+    if (rows.is_null(0, 0)) return std::nullopt;
+    // What does not have the form would be cut to pieces by it.
+    const std::string largest(rows.text(0, 0));
+    if (largest.size() != form.before.size() + form.count + form.behind.size()) refuse_answer();
+    return largest;
   }
 
   std::unique_ptr<TableLoader> begin_load(const TableSchema& table,

@@ -49,7 +49,11 @@ class PostgresqlLoader : public TableLoader {
     }
     PQsetnonblocking(connection_.get(), 1);
     connection_.run("BEGIN");
-    connection_.run(copy_);
+    // Triggers and checks of the table may count on the path of the user whose rows these are. The
+    // statements of a load leave no name open.
+    connection_.query("SELECT pg_catalog.set_config('search_path', $1, true)", 1,
+                      {connection_.user_path().setting});
+    connection_.begin_copy(copy_);
   }
 
   ~PostgresqlLoader() override {
@@ -64,7 +68,7 @@ class PostgresqlLoader : public TableLoader {
     send_message();
     if (copied_ < copy_size) return;
     end_copy();
-    connection_.run(copy_);
+    connection_.begin_copy(copy_);
   }
 
   void finish() override {
@@ -113,7 +117,7 @@ class PostgresqlLoader : public TableLoader {
     std::int64_t rows = 0;
     while (const PostgresqlResult result = connection_.next_result()) {
       if (PQresultStatus(result.get()) == PGRES_FATAL_ERROR) refuse(result);
-      rows += rows_of(result);
+      rows = std::max(rows, rows_of(result));
     }
     return rows;
   }
@@ -139,7 +143,7 @@ class PostgresqlLoader : public TableLoader {
     // A partition has constraints of its own.
     const std::vector<std::size_t> key = key_places(detail, names_);
     if (row.columns.empty()) row.columns = key;
-    if (place.line > 0) {
+    if (place.line > 0 && place.line <= rows_ - copy_begin_) {
       row.record = copy_begin_ + place.line;
     } else if (row.columns.empty()) {
       PostgresqlConnection::fail(result);

@@ -20,31 +20,47 @@ inline std::string quoted_name(std::string_view name) {
   return quoted + '"';
 }
 
-// A name as a person writes it: SCHEMA.TABLE, or with the quotation marks of SQL around a part that
-// has a dot in it. What is not written so is one name.
-inline std::string quoted_path(std::string_view written) {
-  std::string path;
+// A part of a name as a person writes it.
+struct NamePart {
+  std::string text;
+  bool is_quoted = false;
+};
+
+// The parts of SCHEMA.TABLE, where those with a dot in them have the quotation marks of SQL around
+// them. What is not written so is one name.
+inline std::vector<NamePart> name_parts(std::string_view written) {
+  std::vector<NamePart> parts;
   for (std::string_view rest = written;;) {
-    std::string part;
-    if (rest.starts_with('"')) {
+    NamePart part;
+    part.is_quoted = rest.starts_with('"');
+    if (part.is_quoted) {
       rest.remove_prefix(1);
       for (std::size_t end = rest.find('"'); end != std::string_view::npos; end = rest.find('"')) {
-        part += rest.substr(0, end);
+        part.text += rest.substr(0, end);
         rest.remove_prefix(end + 1);
         if (!rest.starts_with('"')) break;
-        part += '"';
+        part.text += '"';
         rest.remove_prefix(1);
       }
     } else {
-      part = rest.substr(0, rest.find('.'));
-      rest.remove_prefix(part.size());
+      part.text = rest.substr(0, rest.find('.'));
+      rest.remove_prefix(part.text.size());
     }
-    if (part.empty() || (!rest.empty() && rest.front() != '.')) return quoted_name(written);
-    path += quoted_name(part);
-    if (rest.empty()) return path;
-    path += '.';
+    if (part.text.empty() || (!rest.empty() && rest.front() != '.')) {
+      return {{std::string(written), false}};
+    }
+    parts.push_back(std::move(part));
+    if (rest.empty()) return parts;
     rest.remove_prefix(1);
   }
+}
+
+inline std::string quoted_path(std::string_view written) {
+  std::string path;
+  for (const NamePart& part : name_parts(written)) {
+    path += (path.empty() ? "" : ".") + quoted_name(part.text);
+  }
+  return path;
 }
 
 // Quoted names in a row, each between the texts that stand around it.

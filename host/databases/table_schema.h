@@ -31,6 +31,7 @@ enum class ColumnType {
 
 struct ColumnSchema {
   std::string name;
+  int number = 0;             // by which the database knows it, where it gives numbers
   std::string declared_type;  // as the database shows it
   ColumnType type = ColumnType::unknown;
   int length = 0;     // characters, 0 without a limit
@@ -67,6 +68,8 @@ struct TableSchema {
   std::string name;         // as messages name it
   std::string bare_name;    // without the schema that it is in
   std::string quoted_name;  // as SQL takes it
+  std::string id;           // what the database knows it by, where that is not its name
+  bool takes_rows = true;   // not every view does
   std::vector<ColumnSchema> columns;
   std::vector<std::vector<std::size_t>> unique_sets;  // the primary key, where there is one, first
   std::vector<ForeignKey> foreign_keys;

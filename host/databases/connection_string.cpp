@@ -1,0 +1,56 @@
+#include "host/databases/connection_string.h"
+
+#include <libpq-fe.h>
+
+#include <memory>
+#include <stdexcept>
+#include <string_view>
+
+namespace korvex::host {
+
+namespace {
+
+constexpr std::string_view address_begin = "://";
+// What ends the user and password of an address, even when it was meant to be a part of them.
+constexpr std::string_view separators = "/?@";
+constexpr std::string_view port_characters = "0123456789,";
+
+struct OptionsDeleter {
+  void operator()(PQconninfoOption* options) const { PQconninfoFree(options); }
+};
+
+}  // namespace
+
+void check_connection_string(const std::string& connection) {
+  const std::size_t scheme = connection.find(address_begin);
+  const bool is_address = connection.starts_with("postgres") && scheme != std::string::npos;
+  const std::size_t last_at = connection.rfind('@');
+  if (is_address && last_at != std::string::npos) {
+    const std::size_t begin = scheme + address_begin.size();
+    const std::string_view user = std::string_view(connection).substr(begin, last_at - begin);
+    if (user.find_first_of(separators) != std::string_view::npos) {
+      throw std::invalid_argument(
+          "the address of the database cannot be told apart into its parts: write / as %2F, ? as "
+          "%3F and @ as %40 in its user, password and parameters");
+    }
+  }
+  const std::unique_ptr<PQconninfoOption, OptionsDeleter> options(
+      PQconninfoParse(connection.c_str(), nullptr));
+  if (!options) {
+    throw std::invalid_argument(
+        is_address ? "the address of the database is none, expected "
+                     "postgresql://USER@HOST:PORT/DATABASE?KEYWORD=VALUE"
+                   : "the connection string of the database is none, expected KEYWORD=VALUE "
+                     "KEYWORD=VALUE with the keywords of PostgreSQL's own programs; a value with "
+                     "spaces stands between apostrophes");
+  }
+  for (const PQconninfoOption* option = options.get(); option->keyword != nullptr; ++option) {
+    if (std::string_view(option->keyword) != "port" || option->val == nullptr) continue;
+    if (std::string_view(option->val).find_first_not_of(port_characters) == std::string::npos) {
+      continue;
+    }
+    throw std::invalid_argument("the port of the database is no number");
+  }
+}
+
+}  // namespace korvex::host
