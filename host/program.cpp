@@ -111,6 +111,42 @@ std::string unknown_command(const std::string& word, const CLI::App& app) {
          CLI::detail::join(names, ", ");
 }
 
+// Whether an argument is a connection string, or was meant to be one: it may have a password in it.
+bool is_like_connection(std::string_view argument) {
+  const std::string text = CLI::detail::to_lower(std::string(argument));
+  const std::size_t scheme = text.find("://");
+  if (scheme != std::string::npos && text.find('@', scheme) != std::string::npos) return true;
+  if (text.starts_with("postgresql:") || text.starts_with("postgres:")) return true;
+  const std::size_t password = text.find("password");
+  return password != std::string::npos && text.find('=', password) != std::string::npos;
+}
+
+// The connection strings among the arguments, without the options that they are values of.
+std::vector<std::string> connections_among(int argc, const char* const* argv) {
+  std::vector<std::string> found;
+  for (int i = 1; i < argc; ++i) {
+    std::string_view argument = argv[i];
+    if (argument.starts_with("--")) {
+      argument.remove_prefix(std::min(argument.find('='), argument.size() - 1) + 1);
+    } else if (argument.starts_with("-")) {
+      argument.remove_prefix(std::min<std::size_t>(argument.size(), 2));
+    }
+    if (is_like_connection(argument)) found.emplace_back(argument);
+  }
+  return found;
+}
+
+std::string without_connections(std::string text, const std::vector<std::string>& connections) {
+  constexpr std::string_view stand_in = "DATABASE";
+  for (const std::string& connection : connections) {
+    for (std::size_t at = text.find(connection); at != std::string::npos;
+         at = text.find(connection, at + stand_in.size())) {
+      text.replace(at, connection.size(), stand_in);
+    }
+  }
+  return text;
+}
+
 int run_show(const std::string& path, std::ostream& out, std::ostream& messages) {
   const std::string failure = show_file(path, out);
   out.flush();
@@ -148,8 +184,10 @@ int run_program(int argc, const char* const* argv, const ModuleFunctions& functi
   show->add_option("FILE", shown_file, "the file")->required();
   const LayoutCommands layout_commands(app);
 
+  std::vector<std::string> connections = connections_among(argc, argv);
   if (argc > 1 && argv[1][0] != '-') {
-    if (const std::string text = unknown_command(argv[1], app); !text.empty()) {
+    const std::string word = without_connections(argv[1], connections);
+    if (const std::string text = unknown_command(word, app); !text.empty()) {
       messages << text << std::endl;
       return exit_status::wrong_usage;
     }
@@ -159,8 +197,20 @@ int run_program(int argc, const char* const* argv, const ModuleFunctions& functi
   } catch (const CLI::ParseError& stop) {
     std::ostringstream words;
     const int status = app.exit(stop, out, words);
-    messages << platform::printable_lines(words.str()) << std::flush;
+    messages << platform::printable_lines(without_connections(words.str(), connections))
+             << std::flush;
     return status == 0 ? exit_status::done : exit_status::wrong_usage;
+  }
+  for (const std::string& database : {import_options.database, load_options.database}) {
+    const auto place = std::find(connections.begin(), connections.end(), database);
+    if (place != connections.end()) connections.erase(place);
+  }
+  if (!connections.empty()) {
+    // What takes it for the name of a file or table would print it.
+    messages << "a database stands where none is expected: korvex import DATABASE TABLE, korvex "
+                "load LAYOUT DATABASE TABLE"
+             << std::endl;
+    return exit_status::wrong_usage;
   }
   if (const auto status = layout_commands.run(out, messages)) return *status;
   if (show->parsed()) return run_show(shown_file, out, messages);
