@@ -1,9 +1,11 @@
 #include "dialogs/up_down.h"
 
 #include <QKeyEvent>
+#include <QRegularExpression>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <cstdlib>
 #include <optional>
 
 namespace korvex {
@@ -13,17 +15,46 @@ namespace {
 constexpr int arrow_width = 20;
 constexpr int least_arrow_height = 10;
 
-// An integer of any length, brought into the range of a number that can be stepped.
-std::optional<qlonglong> read_integer(const QString& text, int minimum, int maximum) {
-  const QString trimmed = text.trimmed();
-  const bool has_sign = trimmed.startsWith(u'-') || trimmed.startsWith(u'+');
-  const QStringView digits = QStringView(trimmed).mid(has_sign ? 1 : 0);
-  const auto is_digit = [](QChar c) { return c >= u'0' && c <= u'9'; };
-  if (digits.isEmpty() || !std::all_of(digits.begin(), digits.end(), is_digit)) return std::nullopt;
-  bool fits = false;
-  const int number = trimmed.toInt(&fits);
-  if (fits) return number;
-  return trimmed.startsWith(u'-') ? qlonglong{minimum} - 1 : qlonglong{maximum} + 1;
+constexpr int most_digits = 9;  // before the decimal point, and after it
+
+// A number as it is written: 12.50 is 1250 with 2 decimals.
+struct WrittenNumber {
+  qlonglong digits;
+  int decimals;
+};
+
+qlonglong power_of_ten(int exponent) {
+  qlonglong power = 1;
+  for (int i = 0; i < exponent; ++i) power *= 10;
+  return power;
+}
+
+// Nothing for a text that is no number. One with more digits than any range has is taken for one
+// just beyond them.
+std::optional<WrittenNumber> read_number(const QString& text) {
+  static const QRegularExpression pattern(
+      QString("^\\s*([+-]?)0*([0-9]*)(?:\\.([0-9]{0,%1}))?\\s*$").arg(most_digits));
+  const QRegularExpressionMatch match = pattern.match(text);
+  if (!match.hasMatch()) return std::nullopt;
+  const bool has_digit = std::any_of(text.begin(), text.end(), [](QChar c) { return c.isDigit(); });
+  if (!has_digit && !text.trimmed().isEmpty()) return std::nullopt;
+  const QString whole = match.captured(2);
+  const QString fraction = match.captured(3);
+  const auto decimals = static_cast<int>(fraction.size());
+  const qlonglong one = power_of_ten(decimals);
+  const qlonglong size =
+      whole.size() > most_digits ? power_of_ten(most_digits) : whole.toLongLong();
+  const qlonglong digits = size * one + fraction.toLongLong();
+  return WrittenNumber{match.captured(1) == "-" ? -digits : digits, decimals};
+}
+
+QString written(const WrittenNumber& number) {
+  QString digits = QString::number(std::abs(number.digits));
+  if (number.decimals > 0) {
+    digits = digits.rightJustified(number.decimals + 1, u'0');
+    digits.insert(digits.size() - number.decimals, u'.');
+  }
+  return number.digits < 0 ? u'-' + digits : digits;
 }
 
 }  // namespace
@@ -33,14 +64,13 @@ UpDown::UpDown(QWidget* parent) : QWidget(parent) {
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
-  column->addWidget(make_arrow(Qt::UpArrow, tr("Increase"), 1));
-  column->addWidget(make_arrow(Qt::DownArrow, tr("Decrease"), -1));
+  column->addWidget(up_ = make_arrow(Qt::UpArrow, 1));
+  column->addWidget(down_ = make_arrow(Qt::DownArrow, -1));
 }
 
-QToolButton* UpDown::make_arrow(Qt::ArrowType arrow, const QString& name, int change) {
+QToolButton* UpDown::make_arrow(Qt::ArrowType arrow, int change) {
   auto* button = new QToolButton(this);
   button->setArrowType(arrow);
-  button->setAccessibleName(name);
   button->setAutoRepeat(true);
   button->setFocusPolicy(Qt::NoFocus);
   button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
@@ -61,12 +91,24 @@ void UpDown::set_range(int minimum, int maximum) {
   maximum_ = maximum;
 }
 
+void UpDown::set_subject(const QString& subject) {
+  subject_ = subject;
+  setAccessibleName(tr("Change %1").arg(subject));
+  up_->setAccessibleName(tr("Increase %1").arg(subject));
+  down_->setAccessibleName(tr("Decrease %1").arg(subject));
+}
+
 void UpDown::step(int change) {
   if (!buddy_) return;
-  const auto number = read_integer(buddy_->text(), minimum_, maximum_);
+  const std::optional<WrittenNumber> number = read_number(buddy_->text());
   if (!number) return;
-  const qlonglong stepped = std::clamp<qlonglong>(*number + change, minimum_, maximum_);
-  buddy_->setText(QString::number(stepped));
+  const qlonglong one = power_of_ten(number->decimals);
+  const qlonglong stepped =
+      std::clamp(number->digits + change * one, minimum_ * one, maximum_ * one);
+  const bool is_wrong_way = (stepped - number->digits) * change <= 0;
+  if (is_wrong_way) return;
+  buddy_->selectAll();
+  buddy_->insert(written({stepped, number->decimals}));
 }
 
 bool UpDown::eventFilter(QObject* watched, QEvent* event) {

@@ -17,6 +17,7 @@ class UpDownTest : public testing::Test {
     row->addWidget(stepper_);
     stepper_->set_buddy(edit_);
     stepper_->set_range(-9, 9);
+    stepper_->set_subject("it");
     window_.show();
   }
 
@@ -48,19 +49,26 @@ TEST_F(UpDownTest, TheArrowKeysStepWithinTheRange) {
       {"0", "1", "-1"},
       {"9", "9", "8"},
       {"-9", "-8", "-9"},
-      {"100", "9", "9"},
-      {"-100", "-9", "-9"},
+      {"100", "100", "9"},
+      {"-100", "-9", "-100"},
       {"+3", "4", "2"},
-      {"99999999999999999999", "9", "9"},
-      {"", "", ""},
-      {"-99999999999999999999", "-9", "-9"},
+      {"", "1", "-1"},
+      {"0.5", "1.5", "-0.5"},
+      {"-0.05", "0.95", "-1.05"},
+      {"8.50", "9.00", "7.50"},
+      {".5", "1.5", "-0.5"},
+      {"99999999999999999999", "99999999999999999999", "9"},
+      {"-99999999999999999999", "-9", "-99999999999999999999"},
       {"abc", "abc", "abc"},
-      {"1.5", "1.5", "1.5"},
+      {"1.5.1", "1.5.1", "1.5.1"},
       {"12abc", "12abc", "12abc"},
       {"-", "-", "-"},
+      {".", ".", "."},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(stepped(c.text, Qt::Key_Up), c.up) << c.text;
+    edit_->undo();
+    EXPECT_EQ(edit_->text(), c.text);
     EXPECT_EQ(stepped(c.text, Qt::Key_Down), c.down) << c.text;
   }
 }
@@ -68,10 +76,10 @@ TEST_F(UpDownTest, TheArrowKeysStepWithinTheRange) {
 TEST_F(UpDownTest, TheArrowsStepAndLeaveTheFocusWhereItIs) {
   edit_->setFocus();
   edit_->setText("7");
-  click("Increase");
+  click("Increase it");
   EXPECT_EQ(edit_->text(), "8");
-  click("Decrease");
-  click("Decrease");
+  click("Decrease it");
+  click("Decrease it");
   EXPECT_EQ(edit_->text(), "6");
   EXPECT_EQ(window_.focusWidget(), edit_);
 }
@@ -79,7 +87,7 @@ TEST_F(UpDownTest, TheArrowsStepAndLeaveTheFocusWhereItIs) {
 TEST_F(UpDownTest, StepsNothingWhileDisabled) {
   stepper_->setEnabled(false);
   EXPECT_EQ(stepped("1", Qt::Key_Up), "1");
-  click("Increase");
+  click("Increase it");
   EXPECT_EQ(edit_->text(), "1");
 }
 
