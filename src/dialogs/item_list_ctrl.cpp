@@ -1,8 +1,10 @@
 #include "dialogs/item_list_ctrl.h"
 
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QPainter>
 #include <QStyledItemDelegate>
+#include <QToolTip>
 #include <algorithm>
 #include <string>
 #include <string_view>
@@ -69,7 +71,7 @@ class ItemDelegate : public QStyledItemDelegate {
     const QRect place = seen_part(option, index);
     const int least_width = least_column_letters * option.fontMetrics.horizontalAdvance(u'M');
     if (place.width() <= least_width) return;
-    const TextSpace& space = index.column() == 0 ? first_column_space : further_column_space;
+    const TextSpace& space = space_of(index);
     const QString text = fitted(index.data(ItemListModel::bytes_role).toByteArray(), place.width(),
                                 space.margin, option.fontMetrics);
     painter->setPen(
@@ -79,11 +81,30 @@ class ItemDelegate : public QStyledItemDelegate {
                       text);
   }
 
-  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override {
-    return {0, option.fontMetrics.height() + row_padding};
+  // Wide enough for the whole text: a double click on the divider makes its column so.
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    const int least_width = least_column_letters * option.fontMetrics.horizontalAdvance(u'M') + 1;
+    const int text_width = option.fontMetrics.horizontalAdvance(index.data().toString());
+    return {std::max(least_width, text_width + space_of(index).margin),
+            option.fontMetrics.height() + row_padding};
+  }
+
+  // A text that is cut stands whole in a tooltip.
+  bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) override {
+    const bool is_asked = event->type() == QEvent::ToolTip && index.isValid();
+    if (!is_asked) return QStyledItemDelegate::helpEvent(event, view, option, index);
+    const bool is_cut = seen_part(option, index).width() < sizeHint(option, index).width();
+    const QString text = is_cut ? index.data().toString().toHtmlEscaped() : QString();
+    QToolTip::showText(event->globalPos(), text, view, view->visualRect(index));
+    return true;
   }
 
  private:
+  static const TextSpace& space_of(const QModelIndex& index) {
+    return index.column() == 0 ? first_column_space : further_column_space;
+  }
+
   // The last column reaches under the vertical scroll bar: its texts end where they are seen.
   static QRect seen_part(const QStyleOptionViewItem& option, const QModelIndex& index) {
     const auto* list = qobject_cast<const ClItemListCtrl*>(option.widget);
@@ -195,6 +216,22 @@ QItemSelectionModel::SelectionFlags ClItemListCtrl::selectionCommand(const QMode
                                                                      const QEvent*) const {
   if (!index.isValid()) return QItemSelectionModel::NoUpdate;
   return QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
+}
+
+std::vector<int> ClItemListCtrl::user_widths() const {
+  std::vector<int> widths;
+  for (int column = 0; has_user_widths_ && column < header()->count(); ++column) {
+    widths.push_back(columnWidth(column));
+  }
+  return widths;
+}
+
+void ClItemListCtrl::set_user_widths(const std::vector<int>& widths) {
+  if (widths.empty() || widths.size() != static_cast<std::size_t>(header()->count())) return;
+  for (int column = 0; column < header()->count(); ++column) {
+    setColumnWidth(column, widths[static_cast<std::size_t>(column)]);
+  }
+  on_section_resized();
 }
 
 void ClItemListCtrl::on_section_resized() {

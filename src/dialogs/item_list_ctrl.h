@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QTreeView>
+#include <vector>
 
 namespace korvex {
 
@@ -25,6 +26,10 @@ class ClItemListCtrl : public QTreeView {
 
   // Whether the user has made the columns as wide as they like.
   bool can_scroll_sideways() const { return has_user_widths_; }
+
+  // The widths that the user made; none before that. Setting takes widths of all columns only.
+  std::vector<int> user_widths() const;
+  void set_user_widths(const std::vector<int>& widths);
 
   // -1 before the first row was marked or chosen.
   int current_row() const { return currentIndex().row(); }
