@@ -59,6 +59,11 @@ void ClDataGenerationDlg::connect_commands() {
   on_click(control_id::delete_settings, [this] { delete_current_settings(); });
   on_click(control_id::setup, [this] { open_setup(); });
   on_click(control_id::update, [this] { update_repeat(); });
+  enter_presses(control_id::items, control_id::setup);
+  enter_presses(control_id::level, control_id::update);
+  enter_presses(control_id::count, control_id::update);
+  connect(list_, &ClItemListCtrl::doubleClicked, this,
+          [this] { carry_out([this] { open_setup(); }); });
   connect(list_, &ClItemListCtrl::focus_lost, this,
           [this] { carry_out([this] { mark_current_row(); }); });
   connect(list_, &ClItemListCtrl::row_selected, this,

@@ -1,15 +1,21 @@
 #include "dialogs/form_dialog.h"
 
+#include <QComboBox>
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QPalette>
+#include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QVariant>
 
 #include "control/error_texts.h"
 #include "dialogs/control_ids.h"
+#include "dialogs/item_list_ctrl.h"
+#include "dialogs/window_memory.h"
 #include "format/error_codes.h"
 #include "format/records.h"
 #include "platform/user_interface.h"
@@ -19,6 +25,9 @@ namespace korvex {
 namespace {
 
 constexpr const char* id_property = "controlId";
+
+// Of a window that is not yet shown, as wide and high as common desktops draw it.
+constexpr QSize usual_frame(8, 40);
 
 // A radio button of a group can only be turned off by another one, unless it leaves the group.
 void turn_off(QRadioButton* button) {
@@ -40,7 +49,46 @@ FormDialog::FormDialog(QWidget* parent) : QDialog(parent) {}
 
 int FormDialog::run() {
   if (!initialise()) return dialog_result::cancel;
-  return exec() == dialog_result::ok ? dialog_result::ok : dialog_result::cancel;
+  open_as_left();
+  const int result = exec();
+  keep_as_left();
+  return result == dialog_result::ok ? dialog_result::ok : dialog_result::cancel;
+}
+
+void FormDialog::open_as_left() {
+  const WindowMemory memory(objectName());
+  ensurePolished();
+  layout()->activate();
+  const QWidget* const owner = parentWidget();
+  const QRect screen = (owner != nullptr ? owner : this)->screen()->availableGeometry();
+  resize(memory.size().value_or(size().expandedTo(sizeHint())));
+  fit_into(screen);
+  choose_place(screen);
+  size_at_first_ = size();
+  if (list_ == nullptr) return;
+  list_->set_user_widths(memory.column_widths());
+  widths_at_first_ = list_->user_widths();
+}
+
+void FormDialog::keep_as_left() {
+  const WindowMemory memory(objectName());
+  const bool is_own_size = !isMaximized() && !isFullScreen();
+  if (is_own_size && size() != size_at_first_) memory.keep_size(size());
+  if (list_ == nullptr || list_->user_widths() == widths_at_first_) return;
+  memory.keep_column_widths(list_->user_widths());
+}
+
+QSize FormDialog::size_with_frame() const {
+  const QWidget* const owner = parentWidget();
+  const bool has_framed_owner = owner != nullptr && owner->isWindow() && owner->isVisible();
+  const QSize frame =
+      has_framed_owner ? owner->frameGeometry().size() - owner->size() : usual_frame;
+  return size() + frame;
+}
+
+void FormDialog::fit_into(const QRect& screen) {
+  const QSize frame = size_with_frame() - size();
+  resize(size().boundedTo(screen.size() - frame));
 }
 
 void FormDialog::index_controls() {
@@ -51,6 +99,13 @@ void FormDialog::index_controls() {
     assert(is_new);
     auto* edit = qobject_cast<QLineEdit*>(widget);
     if (edit != nullptr && edit->isReadOnly()) show_read_only(edit);
+    if (auto* list = qobject_cast<ClItemListCtrl*>(widget)) list_ = list;
+    auto* push_button = qobject_cast<QPushButton*>(widget);
+    if (push_button != nullptr && push_button->isDefault()) default_button_ = push_button;
+    if (qobject_cast<QComboBox*>(widget) != nullptr) {
+      widget->setFocusPolicy(Qt::StrongFocus);  // not by the wheel
+      widget->installEventFilter(this);
+    }
   }
   if (controls_.contains(control_id::ok)) {
     connect(button(control_id::ok), &QAbstractButton::clicked, this, &QDialog::accept);
@@ -107,8 +162,55 @@ void FormDialog::set_radio_choice(int first_id, int second_id, int choice) {
   if (choice == 1) set_checked(second_id, true);
 }
 
+void FormDialog::enter_presses(int control_id, int button_id) {
+  QWidget* const widget = control(control_id);
+  enter_buttons_.emplace(widget, control<QPushButton>(button_id));
+  widget->installEventFilter(this);
+}
+
+void FormDialog::enter_presses_nothing(int control_id) {
+  enter_buttons_.emplace(control(control_id), nullptr);
+  control(control_id)->installEventFilter(this);
+}
+
+void FormDialog::change_default_button(const QObject* focused, bool has_focus) {
+  const auto found = enter_buttons_.find(focused);
+  if (found == enter_buttons_.end()) return;
+  QPushButton* const button = has_focus ? found->second : default_button_;
+  if (button != nullptr) {
+    button->setDefault(true);
+  } else if (default_button_ != nullptr) {
+    default_button_->setDefault(false);
+  }
+}
+
+bool FormDialog::eventFilter(QObject* watched, QEvent* event) {
+  switch (event->type()) {
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+      change_default_button(watched, event->type() == QEvent::FocusIn);
+      break;
+    case QEvent::Wheel: {
+      // Turning the wheel over a closed list scrolls the window; it chooses only where one works.
+      const auto* const list = qobject_cast<const QComboBox*>(watched);
+      if (list == nullptr || list->hasFocus()) break;
+      event->ignore();
+      return true;
+    }
+    default:
+      break;
+  }
+  return QDialog::eventFilter(watched, event);
+}
+
+// A key that is held down must not press what the next window offers.
 void FormDialog::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_F1) return;
+  const bool is_enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (event->key() == Qt::Key_F1 || (is_enter && event->isAutoRepeat())) return;
+  if (is_enter && (event->modifiers() & ~Qt::KeypadModifier) == Qt::ControlModifier) {
+    if (controls_.contains(control_id::ok)) button(control_id::ok)->click();
+    return;
+  }
   QDialog::keyPressEvent(event);
 }
 

@@ -7,8 +7,13 @@
 #include <span>
 #include <type_traits>
 #include <unordered_map>
+#include <vector>
+
+class QPushButton;
 
 namespace korvex {
+
+class ClItemListCtrl;
 
 // How a dialog ends.
 namespace dialog_result {
@@ -19,16 +24,23 @@ inline constexpr int cancel = 2;
 // A dialog made of a form, whose controls are found by their numbers.
 //
 // A subclass sets up its form in the constructor and then calls index_controls(). Escape, the close
-// box and Cancel all end in on_cancel(), the default answer of the keyboard and OK in on_ok();
-// nothing closes the window but end(). No help is offered: the Help button is off and F1 does
-// nothing.
+// box and Cancel all end in on_cancel(), OK in on_ok(); nothing closes the window but end(). No
+// help is offered: the Help button is off and F1 does nothing.
+//
+// Enter presses the button that is drawn as the default one: the focused button, else the one that
+// belongs to the focused control (enter_presses), else the form's. Ctrl+Enter presses OK from every
+// control that is no button.
 class FormDialog : public QDialog {
   Q_OBJECT
 
  public:
   // Prepares the dialog, shows it and answers how it ended: 1 for OK, 2 for Cancel. When preparing
-  // fails the window never appears and the answer is 2.
+  // fails the window never appears and the answer is 2. It opens as large as the user left it, and
+  // never larger than the screen.
   int run();
+
+  // Makes the window fit into that part of a screen, its frame included.
+  void fit_into(const QRect& screen);
 
   void accept() final {
     carry_out([this] { on_ok(); });
@@ -58,6 +70,14 @@ class FormDialog : public QDialog {
   // answers false.
   virtual bool initialise() { return true; }
 
+  // Moves the window, whose size is settled, to its place; otherwise it comes up in the middle of
+  // its owner.
+  virtual void choose_place(const QRect& /*screen*/) {}
+
+  // The window's size with the frame that the desktop puts around it, which nobody knows before it
+  // is shown.
+  QSize size_with_frame() const;
+
   virtual void on_ok() { end(dialog_result::ok); }
   virtual void on_cancel() { end(dialog_result::cancel); }
 
@@ -80,6 +100,11 @@ class FormDialog : public QDialog {
     connect(button(id), &QAbstractButton::clicked, this, [this, command] { carry_out(command); });
   }
 
+  // While the control has the focus, Enter presses this button instead of the form's default one;
+  // no button at all where the control has a use for Enter itself.
+  void enter_presses(int control_id, int button_id);
+  void enter_presses_nothing(int control_id);
+
   void enable(int id, bool is_enabled) { control(id)->setEnabled(is_enabled); }
   void enable(std::span<const int> ids, bool is_enabled);
   void enable(std::initializer_list<int> ids, bool is_enabled) {
@@ -96,12 +121,21 @@ class FormDialog : public QDialog {
   void set_radio_choice(int first_id, int second_id, int choice);
 
   void keyPressEvent(QKeyEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   QAbstractButton* button(int id) const;
   static void tell_failure() noexcept;
+  void change_default_button(const QObject* focused, bool has_focus);
+  void open_as_left();
+  void keep_as_left();
 
   std::unordered_map<int, QWidget*> controls_;
+  std::unordered_map<const QObject*, QPushButton*> enter_buttons_;  // null for none
+  QPushButton* default_button_ = nullptr;
+  ClItemListCtrl* list_ = nullptr;  // if the form has one
+  QSize size_at_first_;
+  std::vector<int> widths_at_first_;
 };
 
 }  // namespace korvex

@@ -68,8 +68,11 @@ void ClItemValueUpdateDlg::connect_commands() {
     carry_out([this] { control<CodePageEdit>(control_id::format)->set_bytes(list_.selected()); });
   };
   connect(list, &QListWidget::itemDoubleClicked, this, take);
-  connect(new QShortcut(Qt::Key_Space, list, nullptr, nullptr, Qt::WidgetShortcut),
-          &QShortcut::activated, this, take);
+  for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+    connect(new QShortcut(key, list, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
+            this, take);
+  }
+  enter_presses_nothing(control_id::update_examples);
 }
 
 bool ClItemValueUpdateDlg::initialise() {

@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QPushButton>
+#include <QShortcut>
 #include <algorithm>
 
 #include "dialogs/code_page_edit.h"
@@ -10,6 +11,7 @@
 #include "dialogs/data_generation_dlg.h"
 #include "dialogs/enumeration_choice.h"
 #include "dialogs/enumeration_file.h"
+#include "dialogs/placement.h"
 #include "dialogs/range_controls.h"
 #include "dialogs/select_format_example_dlg.h"
 #include "dialogs/store_range.h"
@@ -36,8 +38,8 @@ struct Label {
 constexpr Label labels[] = {
     {control_id::item_group, "Item Information", "Column Information"},
     {control_id::item_name_caption, "Item:", "Column:"},
-    {control_id::previous_item, "Pre&vious Item", "&Front Column"},
-    {control_id::next_item, "&Next Item", "&Next Column"},
+    {control_id::previous_item, "Pre&vious Item", "F&ront Column"},
+    {control_id::next_item, "&Next Item", "Ne&xt Column"},
     {control_id::exceeded_initialize, "&Initializing", "&Null"},
     {control_id::reference_label, "Re&ference Item :", "Re&ference Column :"},
 };
@@ -79,6 +81,7 @@ ClSetupFormatDlg::ClSetupFormatDlg(ClDataGenerationDlg& parent)
   index_controls();
   auto* const reference = control<QComboBox>(control_id::reference);
   reference->setLineEdit(new CodePageEdit(reference));
+  reference->lineEdit()->setAccessibleName("Name of the reference");
   // A name is taken as typed, not as completed.
   reference->setCompleter(nullptr);
   connect_commands();
@@ -97,6 +100,13 @@ void ClSetupFormatDlg::connect_commands() {
           [this] { carry_out([this] { apply_enablement(); }); });
   on_click(control_id::delete_format, [this] { delete_settings(); });
   on_click(control_id::store_format, [this] { setup(); });
+  const auto on_keys = [this](Qt::Key key, int rows) {
+    auto* const shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), this);
+    connect(shortcut, &QShortcut::activated, this,
+            [this, rows] { carry_out([this, rows] { move_by(rows); }); });
+  };
+  on_keys(Qt::Key_PageUp, -1);
+  on_keys(Qt::Key_PageDown, 1);
 }
 
 bool ClSetupFormatDlg::initialise() {
@@ -108,6 +118,13 @@ bool ClSetupFormatDlg::initialise() {
   show_item();
   control(control_id::type)->setFocus();
   return true;
+}
+
+// The list shows what has been stored, and which item is next.
+void ClSetupFormatDlg::choose_place(const QRect& screen) {
+  const QWidget* const list = parent_.control(control_id::items);
+  const QRect seen(list->mapToGlobal(QPoint()), list->size());
+  move(place_beside(size_with_frame(), seen, screen));
 }
 
 void ClSetupFormatDlg::fill_labels() {

@@ -22,6 +22,7 @@ class ClSetupFormatDlg : public FormDialog {
 
  protected:
   bool initialise() override;
+  void choose_place(const QRect& screen) override;
   void on_ok() override;
   void on_cancel() override;
 

@@ -87,13 +87,13 @@ TEST_F(DataGenerationDlgTest, SetsUpThreeItemsWithRepeatsAndGenerates) {
 TEST_F(DataGenerationDlgTest, IsWorkedByTheKeyboardAlone) {
   setup.write(three_items(), {.records = 2});
   const Steps story = {
-      alt(Qt::Key_S),
+      press(Qt::Key_Return),  // on a row
       alt(Qt::Key_S),
       keys("7"),
       alt(Qt::Key_E),
       keys("8"),
       press(Qt::Key_Return),
-      alt(Qt::Key_N),
+      press(Qt::Key_PageDown, Qt::ControlModifier),
       alt(Qt::Key_T),
       press(Qt::Key_Up),
       press(Qt::Key_Return),  // the initial value
@@ -117,13 +117,13 @@ TEST_F(DataGenerationDlgTest, IsWorkedByTheKeyboardAlone) {
       keys("1"),
       alt(Qt::Key_N),
       keys("3"),
-      alt(Qt::Key_U),
+      press(Qt::Key_Return),  // updates
       press(Qt::Key_Home),
       press(Qt::Key_Down),
       alt(Qt::Key_D),
       expect_column(format_column, {"%2U", "", "%1S"}),
       expect_column(count_column, {"", "", "3"}),
-      press(Qt::Key_Return),
+      press(Qt::Key_Return, Qt::ControlModifier),  // OK
   };
   EXPECT_EQ(run(story), ok);
   EXPECT_EQ(setup.told(), Names{});

@@ -165,7 +165,9 @@ TEST_F(ItemValueUpdateDlgTest, KeepsTheExamplesInItsList) {
                 Steps{expect_list("9 0 add"), type(id::format, "%7U"), click(id::add_example),
                       expect_list("10 0 add delete"), click(id::add_example), expect_told({"i47"}),
                       row(id::update_examples, 3, true),
-                      [](FormDialog& dialog) { EXPECT_EQ(text_of(dialog, id::format), "%S"); }} +
+                      [](FormDialog& dialog) { EXPECT_EQ(text_of(dialog, id::format), "%S"); },
+                      press(Qt::Key_Down), press(Qt::Key_Return),
+                      [](FormDialog& dialog) { EXPECT_EQ(text_of(dialog, id::format), "%N"); }} +
                 close),
             ok);
   EXPECT_EQ(stored(), "%7U");

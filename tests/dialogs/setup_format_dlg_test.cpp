@@ -118,11 +118,13 @@ TEST_F(SetupFormatDlgTest, EscapeTheCloseBoxAndCancelAskAlike) {
   }
 }
 
-// Storing and staying, as Enter does wherever it is pressed.
+// Storing and staying, as Enter does unless another button has the focus.
 TEST_F(SetupFormatDlgTest, SetupIsTheDefaultButton) {
   play_in_setup({type(id::start, "5"), press(Qt::Key_Return), tab_to(id::next_item),
-                 press(Qt::Key_Return), expect_item("A"), click(id::cancel), expect_told({})});
+                 press(Qt::Key_Return), expect_item("B"), type(id::start, "6"), tab_to(id::cancel),
+                 answer(Answer::no), press(Qt::Key_Return), expect_told({"q105"})});
   EXPECT_EQ(rows[0], "%2U 5 99 1 ");
+  EXPECT_EQ(rows[1], default_number);
 }
 
 TEST_F(SetupFormatDlgTest, RefusalsKeepItOpen) {
