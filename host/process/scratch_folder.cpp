@@ -26,7 +26,12 @@ std::optional<Layout> copy_layout(const Layout& layout, const std::string& folde
   copy.settings = folder + "/settings.fif";
   copy.work = folder;
   std::error_code failure;
-  if (fs::exists(layout.settings, failure)) fs::copy_file(layout.settings, copy.settings, failure);
+  if (fs::exists(layout.settings, failure)) {
+    fs::copy_file(layout.settings, copy.settings, failure);
+    // The copy of a write-protected file is not.
+    if (!failure)
+      fs::permissions(copy.settings, fs::perms::owner_write, fs::perm_options::add, failure);
+  }
   if (failure && failure != std::errc::no_such_file_or_directory) return std::nullopt;
   return copy;
 }

@@ -12,6 +12,7 @@
 #include "dialogs/number_display.h"
 #include "dialogs/repeat_number.h"
 #include "dialogs/save_checks.h"
+#include "dialogs/save_permission.h"
 #include "dialogs/setup_format_dlg.h"
 #include "dialogs/up_down.h"
 #include "format/error_codes.h"
@@ -261,7 +262,7 @@ void ClDataGenerationDlg::on_ok() {
   if (ClFmtLvlInf* level = main_.settings.current_level()) {
     level->record.repeat_flag = check.repeated_items;
   }
-  save();
+  if (may_save(main_)) save();
 }
 
 void ClDataGenerationDlg::save() {
@@ -271,7 +272,10 @@ void ClDataGenerationDlg::save() {
     case 0:
       return main_.run_mode() == run_mode::data_file_dialog ? generate() : end(dialog_result::ok);
     case error::all_settings_deleted:
-      if (messages_.ask(result)) main_.settings.delete_file();
+      if (messages_.ask(result)) {
+        main_.settings.disregard_protection();
+        main_.settings.delete_file();
+      }
       return end(dialog_result::ok);
     case error::no_format_for_item:
       return end(dialog_result::cancel);

@@ -11,6 +11,7 @@
 #include "dialogs/drop_down_list.h"
 #include "dialogs/format_precheck.h"
 #include "dialogs/range_controls.h"
+#include "dialogs/save_permission.h"
 #include "dialogs/select_item_dlg.h"
 #include "dialogs/setup_fields.h"
 #include "dialogs/store_range.h"
@@ -208,6 +209,7 @@ void ClItemValueUpdateDlg::on_ok() {
   main_.select_item(position);
   if (!store()) return;
   save_examples();
+  if (!may_save(main_)) return;
   if (const std::int32_t result = main_.settings.save(no_quotation); result != 0) {
     refuse(result);
     return;

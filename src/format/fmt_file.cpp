@@ -122,6 +122,7 @@ std::int32_t ClFmtFile::save_levels(std::int32_t quotation) {
   if (const FileCause closed = temporary.close(); closed != FileCause::none) {
     return write_failure(closed);
   }
+  if (is_protected()) return error::cannot_write;
   // A file that was missing at the load may have come into being since, and somebody may hold it.
   File late;
   if (!held_file_.is_open() && late.open_for_reading(file_path_, platform::Sharing::exclusive) ==
@@ -150,8 +151,13 @@ std::int32_t ClFmtFile::write_temporary(File& temporary) {
   }
 }
 
+// Replacing and deleting a file asks the system for its folder alone.
+bool ClFmtFile::is_protected() const {
+  return !is_protection_disregarded_ && platform::is_write_protected(file_path_);
+}
+
 void ClFmtFile::delete_file() {
-  platform::remove_target(file_path_);
+  if (!is_protected()) platform::remove_target(file_path_);
   held_file_.discard();
 }
 

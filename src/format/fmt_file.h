@@ -51,11 +51,15 @@ class ClFmtFile : public platform::Object {
   std::int32_t load(std::int32_t level, std::int32_t records, std::int32_t layout_kind);
 
   // Writes all levels; the file is then no longer held. -44 or -6 when nothing is left to write and
-  // a file exists or not; -1, -2, -4, -26, -27, -68.
+  // a file exists or not; -1, -2, -4, -26 (also: a file stands there that is not to be written),
+  // -27, -68.
   std::int32_t save(std::int32_t quotation);
 
-  // Deletes the file, held or not; of a link, what it leads to.
+  // Deletes the file, held or not; of a link, what it leads to. A write-protected one stays.
   void delete_file();
+
+  // The user wants the file gone or replaced, write-protected or not.
+  void disregard_protection() { is_protection_disregarded_ = true; }
 
   // Fills the edited copy: 1 when the item has settings, 0 when not, or -68.
   std::int32_t read_item(std::int32_t item_number);
@@ -104,6 +108,7 @@ class ClFmtFile : public platform::Object {
   std::int32_t save_levels(std::int32_t quotation);
   std::int32_t nothing_to_save() const;
   std::int32_t write_temporary(platform::File& temporary);
+  bool is_protected() const;
   std::int32_t store_result(std::int32_t result);
 
   platform::File held_file_;
@@ -114,6 +119,7 @@ class ClFmtFile : public platform::Object {
   EditedSettings edited_;
   std::int32_t run_mode_ = 0;
   std::int32_t quotation_ = 0;
+  bool is_protection_disregarded_ = false;
   std::vector<std::int32_t> saved_items_;
 };
 

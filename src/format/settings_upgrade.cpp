@@ -178,6 +178,7 @@ std::int32_t upgrade(const std::string& path, std::int32_t layout_kind) {
   platform::UnfinishedFile unfinished(work_path);
   const std::int32_t result = upgrade_into(source, work, layout_kind);
   if (result != 0) return result == nothing_to_do ? 0 : result;
+  if (platform::is_write_protected(path)) return error::cannot_write;
   unfinished.finish();
   const FileCause moved = platform::replace_file(work_path, path);
   return moved == FileCause::none ? 0 : write_failure(moved);

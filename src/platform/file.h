@@ -114,6 +114,11 @@ FileCause resolve_links(std::string& path);
 // Whether the path leads to something.
 bool exists(const std::string& path);
 
+// Whether this user is not to write what the path leads to: the system refuses it, or it is a file
+// that nobody may write, which the system would let an administrator do. False where there is
+// nothing.
+bool is_write_protected(const std::string& path);
+
 // Removes what the path leads to.
 FileCause remove_target(const std::string& path);
 

@@ -1,5 +1,6 @@
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <array>
 #include <cerrno>
@@ -103,6 +104,16 @@ bool exists(const std::string& path) {
   struct stat status = {};
   return resolve_links(target) == FileCause::none &&
          file_calls().lstat(target.c_str(), &status) == 0;
+}
+
+bool is_write_protected(const std::string& path) {
+  std::string target = path;
+  struct stat status = {};
+  if (resolve_links(target) != FileCause::none) return false;
+  if (file_calls().lstat(target.c_str(), &status) != 0) return false;
+  constexpr mode_t writable_by_anyone = S_IWUSR | S_IWGRP | S_IWOTH;
+  const bool is_read_only = S_ISREG(status.st_mode) && (status.st_mode & writable_by_anyone) == 0;
+  return is_read_only || ::access(target.c_str(), W_OK) != 0;
 }
 
 FileCause remove_target(const std::string& path) {

@@ -140,7 +140,8 @@ StoreStatus SettingsStore::read(std::string_view name, std::string& value) const
 }
 
 StoreStatus SettingsStore::write(std::string_view name, std::string_view value) const {
-  if (path_.empty() || value.find('\n') != std::string_view::npos || !make_folders(folder_)) {
+  if (path_.empty() || value.find('\n') != std::string_view::npos || !make_folders(folder_) ||
+      is_write_protected(path_)) {
     return StoreStatus::failure;
   }
   const StoreLock lock(path_ + ".lock");

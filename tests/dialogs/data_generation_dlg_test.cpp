@@ -249,6 +249,25 @@ TEST_F(DataGenerationDlgTest, AFullDiskKeepsItOpenAndOtherFailuresDoNot) {
   EXPECT_EQ(setup.told(), Names{"p26"});
 }
 
+TEST_F(DataGenerationDlgTest, AWriteProtectedFileIsReplacedOnlyWhenTheUserSaysSo) {
+  setup.write({{}});
+  setup.save_settings({{.item = {4, 0, 2, 2, 0}, .texts = {"%1U", "1", "9", "1"}}});
+  const std::string before = read_file(setup.settings());
+  std::filesystem::permissions(setup.settings(), std::filesystem::perms::owner_read);
+  const auto answer = [this](Answer given) {
+    return then([this, given] { setup.interface.answers = {given}; });
+  };
+  const std::string question =
+      "qThe Format Information file is write-protected.\nReplace it?\n" + setup.settings();
+  EXPECT_EQ(run({click(id::setup), type(id::end, "5"), click(id::ok), answer(Answer::no),
+                 click(id::ok), expect_told({question}),
+                 then([&] { EXPECT_TRUE(same_bytes(before, read_file(setup.settings()))); }),
+                 answer(Answer::yes), click(id::ok)}),
+            ok);
+  EXPECT_EQ(setup.told(), Names{question});
+  EXPECT_EQ(read_file(setup.data()), "1,\n2,\n3,\n");
+}
+
 TEST_F(DataGenerationDlgTest, UpdateTakesWholeNumbersThatAreNotZero) {
   setup.write();
   struct Case {

@@ -120,6 +120,23 @@ TEST(SettingsWriter, NothingLeftToWriteIsACode) {
   }
 }
 
+// Replacing a file needs no right to write it.
+TEST(SettingsWriter, AWriteProtectedFileStays) {
+  const SettingsFolder folder;
+  const std::string bytes = settings_bytes({1});
+  write_file(folder.path, bytes);
+  std::filesystem::permissions(folder.path, std::filesystem::perms::owner_read);
+  ClFmtFile file;
+  ASSERT_EQ(folder.load(file), 1);
+  EXPECT_EQ(file.save(0), -26);
+  file.delete_file();
+  EXPECT_TRUE(same_bytes(bytes, read_file(folder.path)));
+  EXPECT_TRUE(folder.is_tidy());
+  file.disregard_protection();
+  file.delete_file();
+  EXPECT_FALSE(platform::exists(folder.path));
+}
+
 TEST(SettingsWriter, InADialogRunItRemembersTheItems) {
   const SettingsFolder folder;
   ClFmtFile file;

@@ -1,0 +1,14 @@
+# Settings that nobody may write are read by all commands and replaced by none.
+file l.toml
+  @layout
+  @number A type = "default"
+> generate l.toml --quiet
+$ chmod 444 d.fif
+remember
+>1 generate l.toml
+  ! d.fif: 99026:Failed to write to the file.
+> preview l.toml --records 1
+  ...
+> count l.toml
+  ...
+unchanged
