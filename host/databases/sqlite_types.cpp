@@ -31,6 +31,9 @@ constexpr std::array named_types = std::to_array<NamedType>({
     {"DEC", ColumnType::decimal},         {"NUM", ColumnType::decimal},
 });
 
+// No value of SQLite is longer. A type that says more, as some do for "any length", has no size.
+constexpr int longest_value = 1'000'000'000;
+
 // The numbers between the parentheses of "DECIMAL(9, 2)"; 0 for those that are not there.
 std::array<int, 2> sizes_of(std::string_view declared) {
   std::array<int, 2> sizes = {};
@@ -39,6 +42,7 @@ std::array<int, 2> sizes_of(std::string_view declared) {
   for (int& size : sizes) {
     place = std::find_if(place, end, [](unsigned char byte) { return std::isdigit(byte) != 0; });
     place = std::from_chars(place, end, size).ptr;
+    if (size > longest_value) size = 0;
   }
   return sizes;
 }
