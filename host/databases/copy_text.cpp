@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "host/databases/sql_names.h"
+#include "host/databases/sql_words.h"
 #include "host/text/letter_case.h"
 
 namespace korvex::host {
@@ -15,6 +16,7 @@ namespace {
 
 constexpr std::string_view copy_word = "COPY";
 constexpr std::string_view key_begin = ")=(";
+constexpr std::string_view partition_key_end = ") = (";
 constexpr std::string_view name_separator = ", ";
 constexpr std::string_view digits = "0123456789";
 constexpr std::string_view utc_zone = "+00";  // which the connection asks for
@@ -178,6 +180,14 @@ std::vector<std::size_t> key_places(std::string_view detail,
     list.remove_prefix(std::min(name.size() + name_separator.size(), list.size()));
   }
   return places;
+}
+
+std::vector<std::size_t> partition_places(std::string_view detail,
+                                          const std::vector<std::string>& columns) {
+  const std::size_t begin = detail.find('(');
+  const std::size_t end = detail.find(partition_key_end);
+  if (end == std::string_view::npos || end < begin) return {};
+  return names_in(sql_words(detail.substr(begin, end - begin)), columns);
 }
 
 bool names_key(std::string_view detail, const std::vector<KeyPart>& key) {

@@ -26,6 +26,12 @@ CopyPlace find_copy_place(std::string_view context, std::string_view table,
 std::vector<std::size_t> key_places(std::string_view detail,
                                     const std::vector<std::string>& columns);
 
+// The columns that the key of a partitioned table looks at, by the server's sentence about a row
+// that goes to no partition ("Partition key of the failing row contains (a) = (1)."); none for
+// another.
+std::vector<std::size_t> partition_places(std::string_view detail,
+                                          const std::vector<std::string>& columns);
+
 // A value of a key as it was sent, and its column.
 struct KeyPart {
   std::string_view value;

@@ -143,6 +143,7 @@ class PostgresqlLoader : public TableLoader {
     // A partition has constraints of its own.
     const std::vector<std::size_t> key = key_places(detail, names_);
     if (row.columns.empty()) row.columns = key;
+    if (row.columns.empty()) row.columns = partition_places(detail, names_);
     if (place.line > 0 && place.line <= rows_ - copy_begin_) {
       row.record = copy_begin_ + place.line;
     } else if (row.columns.empty()) {

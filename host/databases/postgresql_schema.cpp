@@ -17,6 +17,8 @@ constexpr int scale_sign = 0x400;
 constexpr int precision_shift = 16;
 constexpr int precision_bits = 0xFFFF;
 
+constexpr char view = 'v';
+constexpr char materialized_view = 'm';
 constexpr char enum_type = 'e';
 constexpr char string_category = 'S';
 
@@ -27,12 +29,11 @@ constexpr char string_category = 'S';
 #define KORVEX_IS_TABLE \
   R"( c.relkind OPERATOR(pg_catalog.=) ANY ('{r,p,v,m,f}'::pg_catalog."char"[]))"
 
-// The first table of a name in some schemas. A COPY needs a trigger to fill a view, and nothing
-// fills a materialized one: of a trigger's kind, 68 are the bits of INSTEAD OF and of INSERT.
+// The first table of a name in some schemas, and whether a trigger puts rows in its place
+// somewhere: of a trigger's kind, 68 are the bits of INSTEAD OF and of INSERT.
 constexpr const char* table_query = R"(
-SELECT c.oid, n.nspname, c.relname,
-  NOT c.relkind OPERATOR(pg_catalog.=) ANY ('{v,m}'::pg_catalog."char"[])
-  OR EXISTS (SELECT FROM pg_catalog.pg_trigger t WHERE t.tgrelid OPERATOR(pg_catalog.=) c.oid
+SELECT c.oid, n.nspname, c.relname, c.relkind,
+  EXISTS (SELECT FROM pg_catalog.pg_trigger t WHERE t.tgrelid OPERATOR(pg_catalog.=) c.oid
     AND t.tgtype::pg_catalog.int4 OPERATOR(pg_catalog.&) 68 OPERATOR(pg_catalog.=) 68)
 FROM pg_catalog.pg_class c
 JOIN pg_catalog.pg_namespace n ON n.oid OPERATOR(pg_catalog.=) c.relnamespace
@@ -207,19 +208,26 @@ std::size_t find_column(const TableSchema& table, int number) {
   return static_cast<std::size_t>(found - table.columns.begin());
 }
 
+// Why a COPY cannot fill a table of a kind; empty where it can.
+std::string obstacle_of(char kind, bool has_trigger) {
+  if (kind == materialized_view) return "it is a materialized view";
+  if (kind == view && !has_trigger) return "it is a view without an INSTEAD OF INSERT trigger";
+  return {};
+}
+
 class SchemaReader {
  public:
   SchemaReader(PostgresqlConnection& connection, const std::string& table)
       : connection_(connection) {
     const std::string& user_schemas = connection.user_path().schemas;
     for (const TablePlace& place : table_places(table, user_schemas)) {
-      const PostgresqlRows rows = connection.query(table_query, 4, {place.name, place.schemas});
+      const PostgresqlRows rows = connection.query(table_query, 5, {place.name, place.schemas});
       if (rows.size() == 0) continue;
       schema_.name = table;
       schema_.id = rows.text(0, 0);
       schema_.bare_name = rows.text(0, 2);
       schema_.quoted_name = quoted_name(rows.text(0, 1)) + "." + quoted_name(schema_.bare_name);
-      schema_.takes_rows = rows.is_true(0, 3);
+      schema_.obstacle = obstacle_of(rows.letter(0, 3), rows.is_true(0, 4));
       return;
     }
     throw DatabaseError(no_such_table(table, table_names()));

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "host/databases/sql_names.h"
+#include "host/databases/sql_words.h"
 #include "host/process/interrupt_watch.h"
 
 namespace korvex::host {
@@ -14,6 +15,7 @@ namespace {
 
 constexpr int primary_code_mask = 0xFF;
 
+constexpr std::string_view failed_check = "CHECK constraint failed: ";
 constexpr const char* dropped_row =
     "the database dropped the row without an error, as a trigger may ask it to";
 
@@ -34,29 +36,32 @@ bool has_word(std::string_view text, std::string_view word) {
 // What SQLite keeps of a table's definition.
 struct Definition {
   bool is_view = false;
-  bool has_conflict_clause = false;
+  std::string sql;
 };
 
 Definition read_definition(SqliteConnection& connection, const std::string& table) {
   SqliteStatement rows(connection,
-                       "SELECT type = 'view', sql LIKE '%conflict%' FROM sqlite_schema"
+                       "SELECT type = 'view', sql FROM main.sqlite_schema"
                        " WHERE name = ? COLLATE NOCASE AND type IN ('table', 'view')");
   rows.bind(1, table);
   if (!rows.next()) return {};
-  return {rows.integer(0) != 0, rows.integer(1) != 0};
+  return {rows.integer(0) != 0, std::string(rows.text(1))};
 }
 
 // A column may say that rows in conflict are dropped or replaced, which is no way to load all of
 // them. Only then is that overruled: it would also overrule what triggers say for rows of theirs.
 std::string insertion(const TableSchema& table, const std::vector<std::size_t>& columns,
                       const Definition& definition) {
+  const std::vector<SqlWord> words = sql_words(definition.sql);
+  const bool has_conflict_clause = std::any_of(
+      words.begin(), words.end(), [](const SqlWord& word) { return word.is_keyword("CONFLICT"); });
   std::vector<std::string> names;
   std::string places;
   for (const std::size_t column : columns) {
     names.push_back(table.columns[column].name);
     places += places.empty() ? "?" : ", ?";
   }
-  const std::string verb = definition.has_conflict_clause ? "INSERT OR ABORT" : "INSERT";
+  const std::string verb = has_conflict_clause ? "INSERT OR ABORT" : "INSERT";
   return verb + " INTO " + table.quoted_name + " (" + listed_names(names, ", ") + ") VALUES (" +
          places + ")";
 }
@@ -66,15 +71,17 @@ class SqliteLoader : public TableLoader {
   SqliteLoader(SqliteConnection& connection, const TableSchema& table,
                std::vector<std::size_t> columns)
       : connection_(connection), table_(table), columns_(std::move(columns)) {
-    for (const std::size_t column : columns_) types_.push_back(table_.columns[column].type);
+    for (const std::size_t column : columns_) {
+      types_.push_back(table_.columns[column].type);
+      names_.push_back(table_.columns[column].name);
+    }
     connection_.run("PRAGMA foreign_keys = ON");
     connection_.run("BEGIN IMMEDIATE");
     try {
       refuse_missing_parents();
-      const Definition definition = read_definition(connection_, table_.name);
-      is_view_ = definition.is_view;
+      definition_ = read_definition(connection_, table_.name);
       insert_ =
-          std::make_unique<SqliteStatement>(connection_, insertion(table_, columns_, definition));
+          std::make_unique<SqliteStatement>(connection_, insertion(table_, columns_, definition_));
     } catch (...) {
       connection_.roll_back();
       throw;
@@ -90,12 +97,12 @@ class SqliteLoader : public TableLoader {
   void add(const RowFields& fields) override {
     sqlite3_stmt* const insert = insert_->get();
     for (std::size_t i = 0; i < fields.size(); ++i) bind(insert, i + 1, i, fields[i]);
-    const int changes = is_view_ ? sqlite3_total_changes(connection_.get()) : 0;
+    const int changes = definition_.is_view ? sqlite3_total_changes(connection_.get()) : 0;
     const int result = sqlite3_step(insert);
     if (result != SQLITE_DONE) refuse(fields, result);
     // What a view's triggers do with a row counts as their changes alone.
-    const bool is_kept = is_view_ ? sqlite3_total_changes(connection_.get()) != changes
-                                  : sqlite3_changes(connection_.get()) == 1;
+    const bool is_kept = definition_.is_view ? sqlite3_total_changes(connection_.get()) != changes
+                                             : sqlite3_changes(connection_.get()) == 1;
     sqlite3_reset(insert);
     ++rows_;
     if (is_kept) return;
@@ -151,7 +158,7 @@ class SqliteLoader : public TableLoader {
   void refuse_missing_parents() {
     for (const ForeignKey& key : table_.foreign_keys) {
       SqliteStatement parent(connection_,
-                             "SELECT 1 FROM sqlite_schema WHERE name = ? COLLATE NOCASE");
+                             "SELECT 1 FROM main.sqlite_schema WHERE name = ? COLLATE NOCASE");
       parent.bind(1, key.table);
       if (parent.next()) continue;
       throw DatabaseError(table_.name + ": column " + table_.columns[key.columns.front()].name +
@@ -175,14 +182,19 @@ class SqliteLoader : public TableLoader {
     throw RowRefused(std::move(row));
   }
 
-  // The message names columns behind the table's name, or an expression that holds them.
+  // The message names a CHECK, or shows it where it has no name; else it names columns behind the
+  // table's name.
   std::vector<std::size_t> blamed_columns(const std::string& message) const {
+    if (message.starts_with(failed_check)) {
+      const std::string check = message.substr(failed_check.size());
+      const std::vector<SqlWord> named = check_expression(definition_.sql, check);
+      return names_in(named.empty() ? sql_words(check) : named, names_);
+    }
     std::vector<std::size_t> exact;
     std::vector<std::size_t> mentioned;
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-      const std::string& name = table_.columns[columns_[i]].name;
-      if (has_word(message, table_.name + "." + name)) exact.push_back(i);
-      if (has_word(message, name)) mentioned.push_back(i);
+    for (std::size_t i = 0; i < names_.size(); ++i) {
+      if (has_word(message, table_.name + "." + names_[i])) exact.push_back(i);
+      if (has_word(message, names_[i])) mentioned.push_back(i);
     }
     return exact.empty() ? mentioned : exact;
   }
@@ -242,16 +254,27 @@ class SqliteLoader : public TableLoader {
     return true;
   }
 
+  // The only foreign key without parents; nothing when there are several, or more than SQLite said.
+  std::optional<std::size_t> only_unreferenced_key() {
+    constexpr int key_field = 3;  // of what the pragma answers with
+    SqliteStatement rows(connection_,
+                         "PRAGMA main.foreign_key_check(" + quoted_name(table_.name) + ")");
+    std::optional<std::size_t> only;
+    while (rows.next()) {
+      const auto key = static_cast<std::size_t>(rows.integer(key_field));
+      if (key >= table_.foreign_keys.size() || (only && *only != key)) return std::nullopt;
+      only = key;
+    }
+    return only;
+  }
+
   // For a foreign key that is only checked at the end. The rows are all there still, so each record
   // can be asked for.
   [[noreturn]] void refuse_unreferenced(const std::string& message) {
     RefusedRow row;
     row.message = message;
-    SqliteStatement keys(connection_, "SELECT DISTINCT fkid FROM pragma_foreign_key_check(?)");
-    keys.bind(1, table_.name);
-    const std::size_t key = keys.next() ? static_cast<std::size_t>(keys.integer(0)) : 0;
-    if (key < table_.foreign_keys.size() && !keys.next()) {
-      row.columns = places_among(columns_, table_.foreign_keys[key].columns);
+    if (const auto key = only_unreferenced_key()) {
+      row.columns = places_among(columns_, table_.foreign_keys[*key].columns);
     }
     row.first = 1;
     row.last = rows_;
@@ -263,7 +286,8 @@ class SqliteLoader : public TableLoader {
   const TableSchema table_;
   const std::vector<std::size_t> columns_;
   std::vector<ColumnType> types_;
-  bool is_view_ = false;
+  std::vector<std::string> names_;
+  Definition definition_;
   std::unique_ptr<SqliteStatement> insert_;
   std::vector<std::unique_ptr<SqliteStatement>> parents_;  // by foreign key, once asked for
   std::int64_t rows_ = 0;

@@ -33,21 +33,37 @@ void add_unique_set(TableSchema& schema, std::vector<std::size_t> columns) {
   schema.unique_sets.push_back(std::move(columns));
 }
 
+// A pragma as a statement: as a table in a query, the file could have one of its own by that name.
+std::string pragma(const std::string& name, std::string_view argument) {
+  return "PRAGMA main." + name + "(" + quoted_name(argument) + ")";
+}
+
+// Where the fields stand in the rows of the pragmas.
+namespace column_field {
+enum { name = 1, type, not_null, default_value, place_in_key, kind };
+}
+namespace index_field {
+enum { name = 1, is_unique, origin, is_partial };
+}
+namespace index_column_field {
+enum { column = 1 };
+}
+namespace key_field {
+enum { id, place, table, from, to };
+}
+
 void read_columns(SqliteConnection& connection, TableSchema& schema) {
-  SqliteStatement rows(connection,
-                       "SELECT name, type, \"notnull\", dflt_value, pk, hidden"
-                       " FROM pragma_table_xinfo(?) ORDER BY cid");
-  rows.bind(1, schema.name);
+  SqliteStatement rows(connection, pragma("table_xinfo", schema.name));
   std::map<std::int64_t, std::size_t> key;
   while (rows.next()) {
     ColumnSchema column;
-    column.name = rows.text(0);
-    column.declared_type = rows.text(1);
+    column.name = rows.text(column_field::name);
+    column.declared_type = rows.text(column_field::type);
     set_sqlite_type(column.declared_type, column);
-    column.has_default = !rows.is_null(3);
-    column.is_generated = rows.integer(5) != plain_column;
-    const std::int64_t place_in_key = rows.integer(4);
-    column.nullable = rows.integer(2) == 0 && place_in_key == 0;
+    column.has_default = !rows.is_null(column_field::default_value);
+    column.is_generated = rows.integer(column_field::kind) != plain_column;
+    const std::int64_t place_in_key = rows.integer(column_field::place_in_key);
+    column.nullable = rows.integer(column_field::not_null) == 0 && place_in_key == 0;
     if (place_in_key > 0) key[place_in_key] = schema.columns.size();
     schema.columns.push_back(column);
   }
@@ -56,47 +72,62 @@ void read_columns(SqliteConnection& connection, TableSchema& schema) {
   add_unique_set(schema, columns);
 }
 
+// The columns of an index; none when it has an expression among them.
+std::vector<std::size_t> index_columns(SqliteConnection& connection, const TableSchema& schema,
+                                       const std::string& index) {
+  SqliteStatement rows(connection, pragma("index_info", index));
+  std::vector<std::size_t> columns;
+  while (rows.next()) {
+    // An expression has a number below 0, which is none of a column either.
+    const auto column = static_cast<std::size_t>(rows.integer(index_column_field::column));
+    if (column >= schema.columns.size()) return {};
+    columns.push_back(column);
+  }
+  return columns;
+}
+
+// The oldest first, which the pragma has last.
 void read_unique_sets(SqliteConnection& connection, TableSchema& schema) {
-  SqliteStatement indexes(connection,
-                          "SELECT name FROM pragma_index_list(?)"
-                          " WHERE \"unique\" = 1 AND partial = 0 ORDER BY seq DESC");
-  indexes.bind(1, schema.name);
-  while (indexes.next()) {
-    SqliteStatement rows(connection, "SELECT cid FROM pragma_index_info(?) ORDER BY seqno");
-    rows.bind(1, indexes.text(0));
-    std::vector<std::size_t> columns;
-    bool has_expression = false;
-    while (rows.next()) {
-      has_expression |= rows.integer(0) < 0;
-      columns.push_back(static_cast<std::size_t>(rows.integer(0)));
+  SqliteStatement rows(connection, pragma("index_list", schema.name));
+  std::vector<std::string> indexes;
+  while (rows.next()) {
+    if (rows.integer(index_field::is_unique) == 0 || rows.integer(index_field::is_partial) != 0) {
+      continue;
     }
-    if (!has_expression) add_unique_set(schema, columns);
+    indexes.emplace_back(rows.text(index_field::name));
+  }
+  for (auto index = indexes.rbegin(); index != indexes.rend(); ++index) {
+    add_unique_set(schema, index_columns(connection, schema, *index));
   }
 }
 
 // A foreign key may leave out the columns that it refers to, and then means the primary key.
 std::vector<std::string> primary_key_of(SqliteConnection& connection, const std::string& table) {
-  SqliteStatement rows(connection,
-                       "SELECT name FROM pragma_table_info(?) WHERE pk > 0 ORDER BY pk");
-  rows.bind(1, table);
-  std::vector<std::string> names;
-  while (rows.next()) names.emplace_back(rows.text(0));
-  return names;
+  SqliteStatement rows(connection, pragma("table_info", table));
+  std::map<std::int64_t, std::string> names;
+  while (rows.next()) {
+    const std::int64_t place = rows.integer(column_field::place_in_key);
+    if (place > 0) names[place] = rows.text(column_field::name);
+  }
+  std::vector<std::string> key;
+  for (auto& [place, name] : names) key.push_back(std::move(name));
+  return key;
 }
 
 void read_foreign_keys(SqliteConnection& connection, TableSchema& schema) {
-  SqliteStatement rows(connection,
-                       "SELECT id, \"table\", \"from\", \"to\" FROM pragma_foreign_key_list(?)"
-                       " ORDER BY id, seq");
-  rows.bind(1, schema.name);
+  SqliteStatement rows(connection, pragma("foreign_key_list", schema.name));
   std::map<std::int64_t, ForeignKey> keys;
   while (rows.next()) {
-    ForeignKey& key = keys[rows.integer(0)];
-    key.table = rows.text(1);
+    ForeignKey& key = keys[rows.integer(key_field::id)];
+    key.table = rows.text(key_field::table);
     key.quoted_table = quoted_name(key.table);
     key.is_to_own_table = is_same_in_any_case(key.table, schema.name);
-    key.columns.push_back(find_column(schema, rows.text(2)));
-    if (!rows.is_null(3)) key.referenced_columns.emplace_back(rows.text(3));
+    key.columns.push_back(find_column(schema, rows.text(key_field::from)));
+    if (key.columns.back() == schema.columns.size()) {
+      throw DatabaseError(connection.file() + ": " + schema.name +
+                          ": a foreign key of a column that is not there");
+    }
+    if (!rows.is_null(key_field::to)) key.referenced_columns.emplace_back(rows.text(key_field::to));
   }
   for (auto& [id, key] : keys) {
     if (key.referenced_columns.empty()) {
@@ -106,9 +137,22 @@ void read_foreign_keys(SqliteConnection& connection, TableSchema& schema) {
   }
 }
 
+// Why the table takes no rows, in SQLite's own words; empty for one that does. A view without a
+// trigger is the usual reason.
+std::string obstacle_of(SqliteConnection& connection, const TableSchema& schema) {
+  try {
+    const SqliteStatement probe(connection,
+                                "INSERT INTO " + schema.quoted_name + " DEFAULT VALUES");
+    return {};
+  } catch (const DatabaseError&) {
+    if (sqlite3_errcode(connection.get()) != SQLITE_ERROR) throw;
+    return sqlite3_errmsg(connection.get());
+  }
+}
+
 std::vector<std::string> table_names(SqliteConnection& connection) {
   SqliteStatement rows(connection,
-                       "SELECT name FROM sqlite_master WHERE type IN ('table', 'view')"
+                       "SELECT name FROM main.sqlite_schema WHERE type IN ('table', 'view')"
                        " AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\' ORDER BY name");
   std::vector<std::string> names;
   while (names.size() <= most_listed_tables && rows.next()) names.emplace_back(rows.text(0));
@@ -126,6 +170,7 @@ TableSchema read_sqlite_schema(SqliteConnection& connection, const std::string& 
   if (schema.columns.empty()) {
     throw DatabaseError(connection.file() + ": " + no_such_table(table, table_names(connection)));
   }
+  schema.obstacle = obstacle_of(connection, schema);
   read_unique_sets(connection, schema);
   read_foreign_keys(connection, schema);
   return schema;

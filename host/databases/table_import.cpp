@@ -37,6 +37,7 @@ class TableImporter {
   }
 
   TableImport run() {
+    if (!schema_.obstacle.empty()) remark("load cannot fill it: " + schema_.obstacle);
     for (const auto& set : schema_.unique_sets) {
       if (set.size() == 1) columns_[set.front()].is_unique = true;
     }

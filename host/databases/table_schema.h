@@ -69,7 +69,7 @@ struct TableSchema {
   std::string bare_name;    // without the schema that it is in
   std::string quoted_name;  // as SQL takes it
   std::string id;           // what the database knows it by, where that is not its name
-  bool takes_rows = true;   // not every view does
+  std::string obstacle;     // why it takes no rows; empty for one that does
   std::vector<ColumnSchema> columns;
   std::vector<std::vector<std::size_t>> unique_sets;  // the primary key, where there is one, first
   std::vector<ForeignKey> foreign_keys;

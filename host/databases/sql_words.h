@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace korvex::host {
+
+// A piece of an SQL text.
+struct SqlWord {
+  enum class Kind {
+    name,         // bare: a keyword, or a name without quotation marks
+    quoted_name,  // what stands between the marks of "a", [a] or `a`
+    text,         // what stands between apostrophes
+    symbol,       // anything else, one character each
+  };
+  Kind kind = Kind::symbol;
+  std::string text;
+
+  bool is_symbol(char symbol) const { return kind == Kind::symbol && text.front() == symbol; }
+  bool is_keyword(std::string_view keyword) const;
+};
+
+// The words of an SQL text; blanks and comments are none. Takes any text, also one that is no SQL.
+std::vector<SqlWord> sql_words(std::string_view sql);
+
+// Which of some names an expression speaks of, in the names' order.
+std::vector<std::size_t> names_in(const std::vector<SqlWord>& expression,
+                                  const std::vector<std::string>& names);
+
+// The expressions of the CHECK constraints with a name in a CREATE TABLE, as one; empty without
+// any.
+std::vector<SqlWord> check_expression(std::string_view create_table, std::string_view name);
+
+}  // namespace korvex::host
