@@ -73,7 +73,12 @@ class CodePageEdit::Validator : public QValidator {
  public:
   explicit Validator(CodePageEdit* edit) : QValidator(edit), edit_(*edit) {}
   State validate(QString& input, int& cursor) const override {
-    return edit_.accepts(input, cursor) ? Acceptable : Invalid;
+    try {
+      return edit_.accepts(input, cursor) ? Acceptable : Invalid;
+    } catch (const platform::ConverterFailure& failure) {
+      edit_.refuse({failure.what(), 0, 0, {}});
+      return Invalid;
+    }
   }
 
  private:
@@ -86,7 +91,7 @@ CodePageEdit::CodePageEdit(QWidget* parent) : QLineEdit(parent) {
 
 void CodePageEdit::set_bytes(std::string_view bytes) {
   set_bytes_ = bytes;
-  set_text_ = QString::fromStdString(platform::to_utf8(bytes));
+  set_text_ = QString::fromStdString(platform::shown_in_utf8(bytes));
   setText(set_text_);
 }
 
@@ -97,7 +102,7 @@ std::string CodePageEdit::bytes() const {
 bool CodePageEdit::accepts(const QString& text, int cursor) {
   if (!isModified()) {  // the program's own text
     may_hold_replacements_ = text.contains(replacement);
-    program_bytes_ = byte_count(text);
+    program_bytes_ = text == set_text_ ? std::ssize(set_bytes_) : byte_count(text);
     accepted_text_ = text;
     return true;
   }
@@ -107,7 +112,7 @@ bool CodePageEdit::accepts(const QString& text, int cursor) {
   QString checked = fitting;
   if (may_hold_replacements_) checked.replace(replacement, u'?');
   if (const auto character = character_without_code(checked)) {
-    refuse({*character, 0, 0, {}});
+    refuse({character->toStdString() + " has no code in code page 932.", 0, 0, {}});
     return false;
   }
   if (byte_limit_ >= 0) {
@@ -133,10 +138,8 @@ void CodePageEdit::refuse(Refusal refusal) {
 void CodePageEdit::settle_refusal() {
   if (!std::exchange(has_refusal_, false)) return;
   const Refusal refusal = std::exchange(refusal_, {});
-  if (!refusal.bad_character.isEmpty()) {
-    platform::user_interface().show_message(
-        platform::MessageKind::warning,
-        refusal.bad_character.toStdString() + " has no code in code page 932.");
+  if (!refusal.message.empty()) {
+    platform::user_interface().show_message(platform::MessageKind::warning, refusal.message);
   } else if (!refusal.fitting.isEmpty()) {
     setSelection(refusal.position, refusal.length);
     insert(refusal.fitting);

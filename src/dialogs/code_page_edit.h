@@ -38,8 +38,8 @@ class CodePageEdit : public QLineEdit {
 
   // What is still to be done about a change that was refused.
   struct Refusal {
-    QString bad_character;  // or empty, and then
-    int position = 0;       // the part of the text that the change replaced,
+    std::string message;  // for the user, or empty, and then
+    int position = 0;     // the part of the text that the change replaced,
     int length = 0;
     QString fitting;  // and what fits in its place
   };

@@ -7,7 +7,7 @@
 namespace korvex {
 
 void ExampleList::append(const std::string& format) {
-  list_.addItem(QString::fromStdString(platform::to_utf8(format)));
+  list_.addItem(QString::fromStdString(platform::shown_in_utf8(format)));
 }
 
 // What the program selects is no choice of the user's.

@@ -18,6 +18,7 @@
 #include "dialogs/window_memory.h"
 #include "format/error_codes.h"
 #include "format/records.h"
+#include "platform/codepage.h"
 #include "platform/user_interface.h"
 
 namespace korvex {
@@ -116,7 +117,13 @@ void FormDialog::index_controls() {
 void FormDialog::tell_failure() noexcept {
   try {
     std::string text;
-    append_error_text(error::out_of_memory, layout_kind::record_file, text);
+    try {
+      throw;
+    } catch (const platform::ConverterFailure& failure) {
+      text = failure.what();
+    } catch (...) {
+      append_error_text(error::out_of_memory, layout_kind::record_file, text);
+    }
     platform::user_interface().show_message(platform::MessageKind::stop, text);
   } catch (...) {
     // Not even a message could be shown.

@@ -58,7 +58,7 @@ QVariant ItemListModel::data(const QModelIndex& index, int role) const {
   const ItemColumn& column = columns_[static_cast<std::size_t>(index.column())];
   const std::string bytes = column.text(*items_[static_cast<std::size_t>(index.row())]);
   if (role == bytes_role) return QByteArray::fromStdString(bytes);
-  return QString::fromStdString(platform::to_utf8(bytes));
+  return QString::fromStdString(platform::shown_in_utf8(bytes));
 }
 
 QVariant ItemListModel::headerData(int section, Qt::Orientation orientation, int role) const {

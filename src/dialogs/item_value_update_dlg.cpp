@@ -118,7 +118,7 @@ void ClItemValueUpdateDlg::show_item(int position) {
   const ClDGCol& item = *main_.items[static_cast<std::size_t>(position)];
   control<CodePageEdit>(control_id::update_name)->set_bytes(item.name);
   control<QLabel>(control_id::update_description)
-      ->setText(QString::fromStdString(platform::to_utf8(item.description)));
+      ->setText(QString::fromStdString(platform::shown_in_utf8(item.description)));
 }
 
 int ClItemValueUpdateDlg::named_position() {

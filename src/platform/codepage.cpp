@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <system_error>
 
 namespace korvex::platform {
 
@@ -17,14 +18,12 @@ unsigned byte_value(char byte) { return static_cast<unsigned char>(byte); }
 
 class Converter {
  public:
-  Converter(const char* to, const char* from) : handle_(::iconv_open(to, from)) {}
-  ~Converter() {
-    if (usable()) ::iconv_close(handle_);
+  Converter(const char* to, const char* from) : handle_(::iconv_open(to, from)) {
+    if (handle_ == reinterpret_cast<iconv_t>(-1)) fail("the converter cannot be opened");
   }
+  ~Converter() { ::iconv_close(handle_); }
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;
-
-  bool usable() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
 
   // Appends what can be converted from the front of `text` to `out`; answers how many bytes of
   // `text` that took.
@@ -37,19 +36,30 @@ class Converter {
       std::size_t output_left = block.size();
       const std::size_t result = ::iconv(handle_, &input, &input_left, &output, &output_left);
       out.append(block.data(), block.size() - output_left);
-      if (result == static_cast<std::size_t>(-1) && errno != E2BIG) break;
+      if (result != static_cast<std::size_t>(-1) || errno == E2BIG) continue;
+      if (errno == EILSEQ || errno == EINVAL) break;
+      fail("the converter does not work");
     }
     return text.size() - input_left;
   }
 
  private:
+  [[noreturn]] static void fail(const char* what) {
+    throw ConverterFailure(std::string("code page 932: ") + what + ": " +
+                           std::generic_category().message(errno));
+  }
+
   iconv_t handle_;
 };
+
+bool is_ascii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char byte) { return byte_value(byte) < 0x80; });
+}
 
 bool is_utf8(std::string_view text) {
   Converter converter("UTF-32LE", "UTF-8");
   std::string ignored;
-  return converter.usable() && converter.convert(text, ignored) == text.size();
+  return converter.convert(text, ignored) == text.size();
 }
 
 // The value of the character at `text`, which is then shortened by it; 0 at the end and for a lead
@@ -89,16 +99,24 @@ int compare_characters(std::string_view left, std::string_view right) {
 
 std::string to_utf8(std::string_view text) {
   std::string out;
+  if (is_ascii(text)) return std::string(text);
   Converter converter("UTF-8", code_page);
-  if (!converter.usable()) {
-    for (const char byte : text) out += byte_value(byte) < 0x80 ? std::string(1, byte) : "?";
-    return out;
-  }
   while (true) {
     text.remove_prefix(converter.convert(text, out));
     if (text.empty()) return out;
     out += replacement_character;
     text.remove_prefix(1);
+  }
+}
+
+std::string shown_in_utf8(std::string_view text) {
+  try {
+    return to_utf8(text);
+  } catch (const ConverterFailure&) {
+    std::string out(text);
+    std::replace_if(
+        out.begin(), out.end(), [](char byte) { return byte_value(byte) >= 0x80; }, '?');
+    return out;
   }
 }
 
@@ -118,9 +136,10 @@ std::string message_to_utf8(std::string_view message) {
 }
 
 std::optional<std::string> from_utf8(std::string_view text, std::size_t* bad_offset) {
+  if (is_ascii(text)) return std::string(text);
   std::string out;
   Converter converter(code_page, "UTF-8");
-  const std::size_t taken = converter.usable() ? converter.convert(text, out) : 0;
+  const std::size_t taken = converter.convert(text, out);
   if (taken == text.size()) return out;
   if (bad_offset != nullptr) *bad_offset = taken;
   return std::nullopt;

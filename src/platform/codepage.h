@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -18,15 +19,26 @@ bool is_legal_double_byte(char lead, char trail);
 // Compares character by character, a double-byte character as one number: below, at or above 0.
 int compare_characters(std::string_view left, std::string_view right);
 
-// For screens: what has no meaning in the code page becomes U+FFFD. Never fails.
+// The system's converter is not there or does not work, as where no more files can be opened. That
+// says nothing about the text. ASCII needs no converter.
+class ConverterFailure : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// What has no meaning in the code page becomes U+FFFD. Throws ConverterFailure.
 std::string to_utf8(std::string_view text);
+
+// For screens: the same, with a question mark for each byte that nothing could convert. Never
+// fails.
+std::string shown_in_utf8(std::string_view text);
 
 // For messages, which hold texts of the code page and paths, whose bytes are UTF-8 on this system:
 // a line that is UTF-8 stays, any other is converted.
 std::string message_to_utf8(std::string_view message);
 
 // Nothing when the text is not UTF-8 or holds a character that the code page lacks; `bad_offset`
-// then receives the byte offset of that character.
+// then receives the byte offset of that character. Throws ConverterFailure.
 std::optional<std::string> from_utf8(std::string_view text, std::size_t* bad_offset = nullptr);
 
 }  // namespace korvex::platform

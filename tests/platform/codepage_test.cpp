@@ -1,5 +1,8 @@
 #include "platform/codepage.h"
 
+#include <sys/resource.h>
+#include <unistd.h>
+
 #include "support/bytes.h"
 
 namespace korvex::platform {
@@ -59,6 +62,29 @@ TEST(Codepage, TellsWhereATextCannotBeConverted) {
     EXPECT_FALSE(from_utf8(text, &bad_offset)) << text;
     EXPECT_EQ(bad_offset, offset) << text;
   }
+}
+
+// Without a file to open there is no converter, which says nothing about the text.
+TEST(Codepage, AMissingConverterIsAFailureOfItsOwn) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");  // in a process that has opened none before
+  const auto fails = [](auto convert) {
+    try {
+      convert();
+      return false;
+    } catch (const ConverterFailure&) {
+      return true;
+    }
+  };
+  EXPECT_EXIT(
+      {
+        const rlimit none = {};
+        ::setrlimit(RLIMIT_NOFILE, &none);
+        const bool is_right = fails([] { static_cast<void>(from_utf8("\xFF")); }) &&
+                              fails([] { to_utf8("\xFF"); }) && from_utf8("A") == "A" &&
+                              to_utf8("A") == "A" && shown_in_utf8("A\x82\xA0") == "A??";
+        ::_exit(is_right ? 7 : 1);
+      },
+      testing::ExitedWithCode(7), "");
 }
 
 TEST(Codepage, MessagesMixTheCodePageWithUtf8Paths) {
