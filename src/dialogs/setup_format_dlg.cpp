@@ -66,7 +66,9 @@ constexpr int value_controls[] = {control_id::start,
 constexpr int exceeded_controls[] = {control_id::exceeded_group, control_id::exceeded_initialize,
                                      control_id::exceeded_repeat};
 
-QString shown(std::string_view bytes) { return QString::fromStdString(platform::shown_in_utf8(bytes)); }
+QString shown(std::string_view bytes) {
+  return QString::fromStdString(platform::shown_in_utf8(bytes));
+}
 
 // The file system's text is not the code page's.
 QString shown_path(const std::string& path) {

@@ -53,6 +53,8 @@ std::string printable_lines(std::string_view text) {
   }
 }
 
-std::string printable_from_code_page(std::string_view text) { return printable(shown_in_utf8(text)); }
+std::string printable_from_code_page(std::string_view text) {
+  return printable(shown_in_utf8(text));
+}
 
 }  // namespace korvex::platform
