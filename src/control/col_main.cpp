@@ -113,7 +113,6 @@ void ClColMain::append_item(const ControlItem& record) {
     }
   }
   item->decimals = record.decimals <= record.digits ? record.decimals : 0;
-  item->host_value = record.host_value;
   item->null_allowed = record.null_allowed;
   items.push_back(std::move(item));
 }
@@ -160,7 +159,6 @@ const ClDGCol* ClColMain::find_item(std::int32_t item_number) const {
 }
 
 ClDGCol* ClColMain::select_item(std::int32_t index) {
-  current_index_ = index;
   const auto place = static_cast<std::size_t>(index);
   current_item_ = index >= 0 && place < items.size() ? items[place].get() : nullptr;
   return current_item_;

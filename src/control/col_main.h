@@ -45,7 +45,6 @@ class ClColMain : public platform::Object {
   // Makes an item current; null for an index beyond the list.
   ClDGCol* select_item(std::int32_t index);
   ClDGCol* current_item() const { return current_item_; }
-  std::int32_t current_index() const { return current_index_; }
 
   std::int32_t layout_kind() const { return header_.layout_kind; }
   std::string data_path() const;
@@ -78,7 +77,6 @@ class ClColMain : public platform::Object {
   std::unordered_map<std::int32_t, const ClDGCol*> items_by_number_;
   ControlHeader header_ = {};
   std::int32_t run_mode_ = 0;
-  std::int32_t current_index_ = 0;
   ClDGCol* current_item_ = nullptr;
   std::int32_t load_error_ = 0;
   std::string offending_names_;

@@ -12,7 +12,6 @@ namespace korvex {
 // State flags of an item.
 namespace item_state {
 inline constexpr std::uint8_t registered = 1;         // had settings before this run
-inline constexpr std::uint8_t newly_set = 2;          // got its first settings in this run
 inline constexpr std::uint8_t without_settings = 16;  // skipped by generation and count
 }  // namespace item_state
 
@@ -48,7 +47,6 @@ class ClDGCol : public platform::Object {
   std::int32_t length = 0;
   std::int32_t digits = 0;
   std::int32_t decimals = 0;
-  std::int32_t host_value = 0;
   std::int32_t null_allowed = 0;
   std::uint8_t state = 0;
 

@@ -168,9 +168,6 @@ std::int32_t ClFmtFile::read_item(std::int32_t item_number) {
   if (column == nullptr) return 0;
 
   const FmtColRec& settings = column->record;
-  edited_.item_number = settings.item_number;
-  edited_.attribute = settings.attribute;
-  edited_.digits = settings.digits;
   edited_.generation_type = settings.generation_type;
   edited_.referenced_item = settings.referenced_item;
   edited_.choices = {settings.exceeded_action, settings.custom_format};
@@ -226,15 +223,6 @@ std::int32_t ClFmtFile::check_and_store(std::int32_t item_number, const ItemAttr
 ClFmtColInf* ClFmtFile::find_column(std::int32_t item_number) const {
   const ClFmtLvlInf* level = com_.current_level();
   return level == nullptr ? nullptr : level->find_column(item_number);
-}
-
-ClFmtItemInf* ClFmtFile::find_element(std::int32_t item_number, std::int32_t sequence) const {
-  const ClFmtColInf* column = find_column(item_number);
-  if (column == nullptr) return nullptr;
-  for (const auto& element : column->elements) {
-    if (element->record.sequence == sequence) return element.get();
-  }
-  return nullptr;
 }
 
 }  // namespace korvex

@@ -20,12 +20,9 @@ inline constexpr std::int32_t generator = 3;
 
 // One item's settings in the form in which they are edited.
 struct EditedSettings {
-  std::int32_t item_number = 0;
-  std::int32_t attribute = 0;
   std::int32_t generation_type = 0;
   bool registered = false;  // the last change replaced settings that the item already had
   std::int32_t referenced_item = 0;
-  std::int32_t digits = 0;          // of the item last read
   std::int32_t variable_count = 0;  // directives of the last validated format
   RangeChoices choices;
   RangeTexts texts;
@@ -79,9 +76,6 @@ class ClFmtFile : public platform::Object {
 
   // Null without settings. Owned by this object.
   ClFmtColInf* find_column(std::int32_t item_number) const;
-
-  // The element with the sequence number; null when there is none.
-  ClFmtItemInf* find_element(std::int32_t item_number, std::int32_t sequence) const;
 
   ClFmtLvlInf* current_level() const { return com_.current_level(); }
 

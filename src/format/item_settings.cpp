@@ -12,7 +12,6 @@ void mark_set(ClColMain& main, ClDGCol& item) {
   if (main.settings.edited().registered) {
     item.state |= item_state::registered;
   } else if ((item.state & item_state::registered) == 0) {
-    item.state |= item_state::newly_set;
     ++main.settings_counter;
   }
   item.state &= static_cast<std::uint8_t>(~item_state::without_settings);
@@ -73,8 +72,6 @@ std::int32_t store_format(ClColMain& main, const RangeTexts& texts, bool initial
                           bool is_custom) {
   ClDGCol& item = *main.current_item();
   EditedSettings& edited = main.settings.edited();
-  edited.item_number = item.item_number;
-  edited.attribute = item.attribute;
   edited.choices.exceeded_action =
       initializes ? exceeded_action::initialize : exceeded_action::repeat;
   edited.choices.custom_format = is_custom ? 1 : 0;

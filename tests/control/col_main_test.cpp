@@ -45,8 +45,8 @@ TEST_F(ColMainTest, ReadsEachFieldFromItsOffset) {
   const ClDGCol& item = *main.items[0];
   EXPECT_EQ(item.name + item.description, cp932("名前text"));
   EXPECT_EQ((std::vector{item.item_number, item.attribute, item.signed_flag, item.length,
-                         item.digits, item.decimals, item.host_value, item.null_allowed}),
-            (std::vector{-21, 22, 23, 24, 25, 6, 27, 28}));
+                         item.digits, item.decimals, item.null_allowed}),
+            (std::vector{-21, 22, 23, 24, 25, 6, 28}));
   EXPECT_EQ(item.state, 0);
   EXPECT_EQ(load(main, bytes.substr(0, 20) + std::string(1000, '\0')), 0) << "no items at all";
 }

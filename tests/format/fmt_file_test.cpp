@@ -35,7 +35,6 @@ TEST(FmtFile, WithoutALevelEveryOperationSaysSo) {
   EXPECT_EQ(file.delete_settings(1), -68);
   EXPECT_EQ(file.check_and_store(1, decimal), -68);
   EXPECT_EQ(file.find_column(1), nullptr);
-  EXPECT_EQ(file.find_element(1, 1), nullptr);
 }
 
 TEST_F(FmtFileTest, ValuesReadBackAsTheyWereEntered) {
@@ -70,10 +69,9 @@ TEST_F(FmtFileTest, ReadsTheFieldsOfAnItem) {
   EXPECT_EQ(file.read_item(9), 0);
   ASSERT_EQ(file.read_item(8), 1);
   const EditedSettings& edited = file.edited();
-  EXPECT_EQ((std::vector{edited.item_number, edited.attribute, edited.digits,
-                         edited.generation_type, edited.referenced_item,
+  EXPECT_EQ((std::vector{edited.generation_type, edited.referenced_item,
                          edited.choices.exceeded_action, edited.choices.custom_format}),
-            (std::vector{8, 4, 5, 2, 3, 1, 1}));
+            (std::vector{2, 3, 1, 1}));
   file.set_run_mode(run_mode::generator);
   file.edited().texts = {};
   EXPECT_EQ(file.read_item(8), 1);
@@ -185,7 +183,7 @@ TEST(LargestValue, FillsTheItem) {
 
 TEST_F(FmtFileTest, AnEmptyEndStandsForTheLargestValue) {
   ASSERT_EQ(store(1, decimal, "%3.2D", "1", ""), 0);
-  EXPECT_EQ(field_text(file.find_element(1, 1)->record.end_text), "+999.99");
+  EXPECT_EQ(field_text(file.find_column(1)->elements[0]->record.end_text), "+999.99");
   EXPECT_EQ(store(1, {5, 0, 3, 3, 0}, "%3U", "1", ""), -25) << "letters, as for characters";
   EXPECT_EQ(store(1, {31, 0, 6, 6, 0}, "%T", "000000", ""), -38);
 }

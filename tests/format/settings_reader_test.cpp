@@ -26,9 +26,9 @@ TEST(SettingsReader, ReadsTheRecordsAsTheyStand) {
   EXPECT_EQ(file.current_level()->record.repeat_flag, 1);
   ASSERT_NE(file.find_column(43), nullptr);
   EXPECT_EQ(file.find_column(43)->record.repeat_count, 59);
-  EXPECT_EQ(file.find_element(43, 1), nullptr);
-  ASSERT_NE(file.find_element(43, 61), nullptr);
-  EXPECT_EQ(file.find_element(43, 61)->record.end.year, 65535);
+  ASSERT_EQ(file.find_column(43)->elements.size(), 1U);
+  EXPECT_EQ(file.find_column(43)->elements[0]->record.sequence, 61);
+  EXPECT_EQ(file.find_column(43)->elements[0]->record.end.year, 65535);
 }
 
 TEST(SettingsReader, AMissingFileIsANewOne) {

@@ -104,7 +104,8 @@ class RepeatOdometerTest : public testing::Test {
     setup.change_settings(options, [&](ClFmtFile& file) {
       for (std::size_t i = 0; i < wheels.size(); ++i) {
         if (!wheels[i].is_single()) continue;
-        FmtItemRec& element = file.find_element(static_cast<std::int32_t>(i) + 1, 1)->record;
+        FmtItemRec& element =
+            file.find_column(static_cast<std::int32_t>(i) + 1)->elements[0]->record;
         element.end = element.start;
         store_field(element.end_text, field_text(element.start_text));
       }

@@ -8,7 +8,6 @@ namespace korvex::test {
 namespace {
 
 constexpr std::uint8_t registered = 1;
-constexpr std::uint8_t newly_set = 2;
 constexpr std::uint8_t without_settings = 16;
 
 // Items A, B and C, numbers of five digits that may be NULL; A is stored as a range from 1 to 9.
@@ -76,11 +75,11 @@ TEST_F(ItemSettingsTest, TheInitialValueClearsTheTexts) {
     EXPECT_EQ(record(1)->exceeded_action, 0);
 
     EXPECT_EQ(initialize(1), 0);
-    EXPECT_EQ(state(1), newly_set);
+    EXPECT_EQ(state(1), 0);
     EXPECT_EQ(counter(), 1) << "one item more";
     setup.main->items[2]->state = without_settings;
     EXPECT_EQ(initialize(2), 0);
-    EXPECT_EQ(state(2), newly_set);
+    EXPECT_EQ(state(2), 0);
     EXPECT_EQ(counter(), 2);
   }
 }
@@ -113,7 +112,7 @@ TEST_F(ItemSettingsTest, ACopyShowsWhatItsSourceShows) {
            {.item_number = 3}});
   ASSERT_EQ(store(2, two_digits, true, true), 1);
   EXPECT_EQ(copy(1, 2), 1) << "its first settings";
-  EXPECT_EQ(state(1), newly_set);
+  EXPECT_EQ(state(1), 0);
   EXPECT_EQ(shown(1), "2 %2U [07,42,3] 01 ref 0");
   const FmtColRec& own = *record(2);  // its own attribute, so that it fits the next time
   EXPECT_EQ((std::vector{own.attribute, own.length, own.digits, own.custom_format}),

@@ -131,7 +131,7 @@ TEST_F(ReconcileTest, AReferenceToAVanishedItemBecomesTheInitialValue) {
     EXPECT_EQ(record.generation_type, 1);
     EXPECT_EQ(record.referenced_item, 0);
     EXPECT_EQ(record.repeat_level, 2) << "the repeat is no part of the values";
-    EXPECT_EQ(setup.main->settings.find_element(1, 1)->record.kind, 0);
+    EXPECT_EQ(setup.main->settings.find_column(1)->elements[0]->record.kind, 0);
   }
 }
 

@@ -241,14 +241,14 @@ TEST_F(SettingsEditor, AReferenceTakesTheSourcesValues) {
   EXPECT_EQ(copy.referenced_item, 0);
   EXPECT_EQ(copy.length, 5);
   EXPECT_EQ(copy.repeat_flag, 0);
-  EXPECT_EQ(field_text(saved().find_element(1, 1)->record.start_text), "007");
+  EXPECT_EQ(field_text(saved().find_column(1)->elements[0]->record.start_text), "007");
   EXPECT_EQ(saved().current_level()->columns[0]->record.item_number, 2);
 
   // A kept item can be referred to like any other, and a reference to a reference is one too.
   set_items({range("%3U", "1", "9"), reference("C"), reference("A")});
   layout.items[0].values.reset();
   EXPECT_EQ(write().failures.size(), 0u);
-  EXPECT_EQ(field_text(saved().find_element(2, 1)->record.start_text), "007");
+  EXPECT_EQ(field_text(saved().find_column(2)->elements[0]->record.start_text), "007");
 }
 
 TEST_F(SettingsEditor, ADefaultIsTheAttributesOwnRangeAndAnInitialValueAnyReferences) {
@@ -258,7 +258,7 @@ TEST_F(SettingsEditor, ADefaultIsTheAttributesOwnRangeAndAnInitialValueAnyRefere
   EXPECT_EQ(field_text(column(1).format), "%5U");
   EXPECT_EQ(column(1).exceeded_action, exceeded_action::repeat);
   EXPECT_EQ(field_text(column(2).format), "%4YMD");
-  EXPECT_EQ(field_text(saved().find_element(2, 1)->record.end_text), "20380119");
+  EXPECT_EQ(field_text(saved().find_column(2)->elements[0]->record.end_text), "20380119");
   EXPECT_EQ(column(4).generation_type, generation_type::initial_value);
   EXPECT_EQ(column(4).attribute, 28);
 }
