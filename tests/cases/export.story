@@ -102,3 +102,20 @@ do
   -00.50<09>good<09>24/02/29
   +00.00<09><09>24/03/01
   +00.50<09><09>24/03/02
+
+# Numbers lose what numbers do not need; what is none is a text.
+$ printf '%s\n' 007 +00012.50 -.25 -0 -00.00 5. 000 9999999999999999 > list.txt
+$ printf '%s\n' + . 1-2 1.2.3 1e5 > texts.txt
+file n.toml
+  @layout
+  @item N 4 digits=18<0A>decimals=2<0A>length=21<0A>signed=true type = "enumeration", file = "list.txt"
+  @item T 19 digits=0<0A>length=9 type = "enumeration", file = "texts.txt"
+> export n.toml -o - --format jsonl --records 8
+  {"N":7,"T":"+"}
+  {"N":12.50,"T":"."}
+  {"N":-0.25,"T":"1-2"}
+  {"N":0,"T":"1.2.3"}
+  {"N":0.00,"T":"1e5"}
+  {"N":5,"T":"+"}
+  {"N":0,"T":"."}
+  {"N":9999999999999999,"T":"1-2"}

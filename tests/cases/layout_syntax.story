@@ -93,3 +93,20 @@ $ korvex check l.toml 2>&1 | sed -n '1000,$p' | cut -c 1-60
 $ yes '[' | head -n 300000 | tr -d '\n' | sed 's/^/a = [/' > l.toml
 >2 check l.toml
   ! l.toml: has too many keys and values for its size
+
+# A key of very many parts is refused before it is taken in; what only looks like one is not.
+each KEY AT SAYS
+  printf '%s = 1' $K | 9:1 | a key of 60000 parts, expected at most 8, in the line a.a
+  printf '  %s = 1' $K | 9:3 | a key of 60000 parts
+  printf '[%s]' $K | 9:2 | a key of 60000 parts
+  printf '[[%s]]' $K | 9:3 | a key of 60000 parts
+  printf 'x = "ä#\\""  # '"'"'\ny = \047\047\047\n\047\047\047\047\047\nz = {"ä" = [1.5], %s=1}' $K | 12:19 | a key of 60000 parts
+  printf 'x = """\n%s = 1' $K | 10:1 | a key of 60000 parts
+  printf 'x = "%s"  # %s\na.a.a.a.a.a.a.a = 1\nx' $K $K | 11:2 | <*>in the line
+  printf 'x = '; for i in $(seq 250); do printf '{a.a.a.a.a.a.a.a='; done; printf 1; for i in $(seq 250); do printf '}'; done | 9:1 | unknown key "x"
+do
+  file l.toml
+    @head
+    @item A digits = 5
+  $ K=$(yes a | head -n 60000 | paste -sd .); { <KEY>; echo; } >> l.toml; korvex check l.toml 2>&1 | grep -m 1 '^l.toml:<AT>:' | cut -c 1-100
+    l.toml:<AT>: <SAYS><*>

@@ -44,3 +44,40 @@ file mine.toml
   ! mine.toml: is there already, expected a new file
 cat mine.toml
   mine
+
+# It asks on a terminal for what is left open; somebody who goes away in the middle leaves nothing.
+> tty new -o asked.toml --kind table
+  <
+  < many
+  < 12
+  <
+  < ID
+  < int
+  < integer
+  < NAME
+  <
+  < 4
+  < SUM
+  < decimal
+  < 5+
+  < 9
+  < 2
+  <
+  ! Data file [data.csv]: Records [1000]: expected a number from 0 to 2147483647
+  ! Records [1000]: Name of item 1: expected a name of up to 63 bytes in code page 932
+  ! Name of item 1:   Attribute [character]: expected one of "character", "decimal", "plain-character", "national", "number", "integer", "small-integer", "date", "time", "timestamp"
+  !   Attribute [character]: Name of item 2, empty to end:   Attribute [character]:   Length [10]: Name of item 3, empty to end:   Attribute [character]:   Digits [8]:   Decimals among them [0]: expected decimals from 0 to 5
+  !   Decimals among them [0]: Name of item 4, empty to end: <end>
+> preview asked.toml -n 1
+           ID  NAME      SUM
+  +0000000001  AAAA  +000.01
+>2 tty new -o gone.toml
+  < table
+  <
+  < 5
+  < ID
+  ! Kind of file (record, table, iso) [record]: Data file [data.csv]: Records [1000]: Name of item 1:   Attribute [character]: 
+  ! the answers ended, no layout was written
+$ ls gone.toml 2> /dev/null || grep records asked.toml
+  # What a data file holds. `korvex preview` shows its first records, `korvex generate` writes it.
+  records     = 12

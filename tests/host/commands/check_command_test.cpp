@@ -8,7 +8,6 @@
 #include <sstream>
 
 #include "generate/generate_data_file.h"
-#include "host/exit_status.h"
 #include "host/layout/control_writer.h"
 #include "host/layout/layout_reader.h"
 #include "host/layout/settings_editor.h"
@@ -26,12 +25,6 @@ namespace fs = std::filesystem;
 
 class CheckCommand : public testing::Test {
  protected:
-  int check(std::int32_t records, const std::vector<std::string>& unique = {}) {
-    out.str("");
-    messages.str("");
-    return run_check({layout(), records, unique}, out, messages);
-  }
-
   // The file that the generator writes, byte by byte.
   std::string generate(std::int32_t records) {
     const LayoutReading reading = read_layout(layout(), records);
@@ -55,7 +48,6 @@ class CheckCommand : public testing::Test {
   test::TempFolder folder;
   test::TempFolder config_folder;
   test::ScopedVariable config_{"XDG_CONFIG_HOME", config_folder.path()};
-  std::ostringstream out;
   std::ostringstream messages;
 };
 
@@ -248,70 +240,6 @@ end = 12
     EXPECT_EQ(source.code(), 0);
     ASSERT_TRUE(test::same_bytes(generate(300), lines)) << test::read_file(layout());
   }
-}
-
-const std::string two_items = R"([[item]]
-name = "番号"
-attribute = "decimal"
-digits = 2
-[item.values]
-type = "range"
-format = "%2U"
-start = 1
-end = 12
-exceeded = "initialize"
-[[item]]
-name = "B"
-attribute = "character"
-length = 9
-[item.values]
-type = "range"
-format = "%2s%1U"
-start = "aa,1"
-end = "bz,9"
-)";
-
-TEST_F(CheckCommand, SaysWhatComesAndLeavesNothingBehind) {
-  write_layout("kind = \"record\"\n", two_items);
-  const auto before = folder.names();
-  EXPECT_EQ(check(60, {"B", "番号,B"}), exit_status::failed) << messages.str();
-  const std::string said = out.str();
-  for (const char* line : {
-           "Item  Values  Course\n",
-           "番号      12  is empty after 12 records\n",
-           "B         52  starts again after 52 records\n",
-           "%1U runs past its end value after 9 values\n",
-           "Records to generate: 60\n",
-           "Exact file size:     384 bytes\n",
-           "Predicted size:      572 bytes (data items x item lengths)\n",
-           "Unique B: no, record 53 is the first that repeats an earlier one\n",
-           "Unique 番号, B: yes, all 60 records differ; a record more than 64 would not\n",
-       }) {
-    EXPECT_NE(said.find(line), std::string::npos) << line << "in\n" << said;
-  }
-  EXPECT_EQ(folder.names(), before);
-  EXPECT_EQ(check(52, {"B"}), exit_status::done);
-  EXPECT_EQ(check(2, {" 番号 ,\tB "}), exit_status::done);
-  EXPECT_NE(out.str().find("Unique 番号, B: yes"), std::string::npos) << out.str();
-  EXPECT_EQ(check(2, {"番号,C"}), exit_status::wrong_usage);
-  EXPECT_EQ(messages.str(), "--unique: no item of the records is named C\n");
-  EXPECT_EQ(check(2, {"番号, "}), exit_status::wrong_usage);
-
-  std::string twice = test::read_file(layout());
-  twice.replace(twice.find("番号"), std::string("番号").size(), "B");
-  test::write_file(layout(), twice);
-  EXPECT_EQ(check(2, {"B"}), exit_status::wrong_usage);
-  EXPECT_EQ(messages.str(), "--unique: several items are named B\n");
-}
-
-TEST_F(CheckCommand, IsExactForTheLongestRun) {
-  write_layout("kind = \"iso\"\n", two_items);
-  EXPECT_EQ(check(2147483647), exit_status::done);
-  // A comma or line feed for each field, two digits for twelve records, and four characters.
-  const std::uint64_t bytes = 2147483647ULL * 2 + 12 * 2 + 2147483647ULL * 3;
-  EXPECT_NE(out.str().find("Exact file size:     " + std::to_string(bytes) + " bytes"),
-            std::string::npos)
-      << out.str();
 }
 
 }  // namespace

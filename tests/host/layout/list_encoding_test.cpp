@@ -41,19 +41,5 @@ TEST(ListEncoding, KnowsUtf8ByItsShape) {
   }
 }
 
-TEST(ListEncoding, LooksAtTheBeginningOfFiles) {
-  const test::TempFolder folder;
-  constexpr std::size_t looked_at = 64 * 1024;
-  // A character of three bytes at every place around the end of what is read.
-  for (std::size_t before = looked_at - 4; before <= looked_at; ++before) {
-    test::write_file(folder.file("list"), "é" + std::string(before - 2, 'a') + "名");
-    EXPECT_TRUE(file_looks_like_utf8(folder.file("list"))) << before;
-  }
-  test::write_file(folder.file("list"), std::string(looked_at, 'a') + "名");
-  EXPECT_FALSE(file_looks_like_utf8(folder.file("list")));
-  EXPECT_FALSE(file_looks_like_utf8(folder.path()));
-  EXPECT_FALSE(file_looks_like_utf8(folder.file("none")));
-}
-
 }  // namespace
 }  // namespace korvex::host
