@@ -22,21 +22,21 @@ def ask(words, sql):
 
 class SqliteFile:
     def __init__(self, path):
-        self.path = path
         self.target = "sqlite:" + path
+        self.session = ["sqlite3", "-bail", path]
 
     def query(self, sql):
-        return ask(["sqlite3", "-bail", self.path], sql)
+        return ask(self.session, sql)
 
 
 class PostgresqlDatabase:
     def __init__(self, folder, name):
-        self.folder, self.name = folder, name
         self.target = f"postgresql:host={folder} user=korvex dbname={name}"
+        self.session = [os.path.join(find_programs(), "psql"), "-XAtq", "-v", "ON_ERROR_STOP=1", "-h", folder, "-U",
+                        "korvex", "-d", name]
 
     def query(self, sql):
-        psql = os.path.join(find_programs(), "psql")
-        return ask([psql, "-XAtq", "-v", "ON_ERROR_STOP=1", "-h", self.folder, "-U", "korvex", "-d", self.name], sql)
+        return ask(self.session, sql)
 
 
 def find_programs():

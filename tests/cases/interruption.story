@@ -1,0 +1,54 @@
+# The program ended in the middle of its work: it ends soon, and what the run had begun is removed.
+file l.toml
+  @layout
+  @item A 4 digits=9 type = "default"
+edit l.toml records = 5 => records = 2000000000
+each SIGNAL STATUS
+  INT | 130
+  TERM | 143
+  HUP | 129
+do
+  ><STATUS> until d.csv <SIGNAL> generate l.toml
+    ! 99079:Data generation was aborted.
+    ! The data file was not created.
+>130 until d.csv INT generate l.toml --output-option 2
+  ! 99079:Data generation was aborted.
+  ! The data file was not created.
+# A large file is no reason to wait, and the next run finds nothing in its way.
+>130 until d.csv:70000000 INT generate l.toml ...
+  ! ...
+> generate l.toml --records 1 --quiet
+$ rm d.csv w/d.log
+file o.csv
+  old
+>130 until o.csv.*:0 INT export l.toml -o o.csv ...
+  ! ...
+cat o.csv
+  old
+# A signal that the caller ignores, as nohup does, stays ignored.
+$ trap '' HUP; korvex generate l.toml 2> told & while [ ! -s d.csv ]; do sleep 0.01; done; kill -HUP $!; sleep 0.1; kill -TERM $!; wait $!; echo $?; rm told
+  143
+>130 tty until +0.5 INT new -o n.toml ...
+  ! ...
+files
+  d.fif
+  l.toml
+  o.csv
+  w/
+
+# Reading a long list asks nobody whether to go on.
+$ yes 1 | head -n 15000000 > list.txt
+edit l.toml type = "default" => type = "enumeration", file = "list.txt"
+file d.csv
+  old
+each COMMAND
+  generate
+  count
+  check
+  preview
+  export -o o.csv
+do
+  >130 until +0.1 INT <COMMAND> l.toml ...
+    ! ...
+cat d.csv
+  old
