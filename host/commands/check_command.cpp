@@ -192,7 +192,8 @@ bool print_uniqueness(const UniqueSet& set, const LayoutTimeline& timeline, std:
 int run_check(const CheckOptions& options, std::ostream& out, std::ostream& messages) {
   PreparedLayout prepared;
   std::optional<RepeatCount> prediction;
-  const int status = prepared.prepare(options.layout, options.records, messages, &prediction);
+  const int status = prepared.prepare(options.layout, options.records, messages,
+                                      MisreadTexts::warned, &prediction);
   if (status != exit_status::done) return status;
   const LayoutTimeline timeline(prepared);
   std::vector<UniqueSet> sets(options.unique.size());

@@ -116,8 +116,12 @@ bool has_distinct_names(const PreparedLayout& prepared, const FormatChoices& for
 
 int run_export(const ExportOptions& options, std::ostream& out, std::ostream& messages) {
   PreparedLayout prepared;
-  const int status = prepared.prepare(options.layout, options.records, messages);
+  const int status =
+      prepared.prepare(options.layout, options.records, messages, MisreadTexts::refused);
   if (status != exit_status::done) return status;
+  if (!options.format.in_code_page && print_replaced_characters(prepared.layout(), messages)) {
+    return exit_status::wrong_usage;
+  }
   if (is_source(options.output, prepared)) {
     messages << platform::printable(options.output)
              << ": belongs to the layout, expected a file of its own" << std::endl;

@@ -226,8 +226,10 @@ int load(const LoadOptions& options, PreparedLayout& prepared, std::ostream& out
 
 int run_load(const LoadOptions& options, std::ostream& out, std::ostream& messages) {
   PreparedLayout prepared;
-  const int status = prepared.prepare(options.layout, options.records, messages);
+  const int status =
+      prepared.prepare(options.layout, options.records, messages, MisreadTexts::refused);
   if (status != exit_status::done) return status;
+  if (print_replaced_characters(prepared.layout(), messages)) return exit_status::wrong_usage;
   print_left_out(prepared.left_out(), prepared.layout(), messages);
   try {
     return load(options, prepared, out, messages);

@@ -5,7 +5,7 @@
 #include <stdexcept>
 
 #include "host/layout/output_folders.h"
-#include "platform/codepage.h"
+#include "host/text/code_page_text.h"
 #include "platform/path.h"
 
 namespace korvex::host {
@@ -36,7 +36,7 @@ std::optional<std::string> ListFile::line_of(std::string_view utf8) {
   if (utf8.empty() || utf8.find_first_of(std::string_view("\0\r\n", 3)) != std::string_view::npos) {
     return std::nullopt;
   }
-  std::optional<std::string> line = platform::from_utf8(utf8);
+  std::optional<std::string> line = exact_code_page_text(utf8);
   if (line && line->size() > longest_line) return std::nullopt;
   return line;
 }

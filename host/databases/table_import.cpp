@@ -6,7 +6,7 @@
 #include "control/control_file.h"
 #include "host/databases/type_mapping.h"
 #include "host/process/interrupt_watch.h"
-#include "platform/codepage.h"
+#include "host/text/code_page_text.h"
 
 namespace korvex::host {
 
@@ -257,7 +257,7 @@ class TableImporter {
 
   // Why a column's name is none that an item may have; empty for one that is.
   static std::string wrong_name(const std::string& name) {
-    const auto encoded = platform::from_utf8(name);
+    const auto encoded = exact_code_page_text(name);
     if (!encoded) return "its name has a character that code page 932 lacks";
     if (encoded->find('\n') != std::string::npos) return "its name has a line end";
     if (encoded->size() <= longest_name) return {};

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/text/code_page_text.h"
 #include "platform/codepage.h"
 #include "platform/printable_text.h"
 #include "platform/utf8.h"
@@ -27,16 +28,19 @@ std::string_view character_at(std::string_view text, std::size_t offset) {
 }  // namespace
 
 std::string character_text(TableReader& reader, std::string_view key,
-                           const std::optional<std::string>& text, std::size_t longest) {
+                           const std::optional<std::string>& text, std::size_t longest,
+                           std::vector<LayoutError>* replaced) {
   if (!text) return {};
   const auto reject = [&](const std::string& what) {
     reader.report(reader.place(key), std::string(key) + what);
     return std::string();
   };
+  const auto named_character = [&](std::size_t offset) {
+    return " has the character \"" + platform::printable(character_at(*text, offset)) +
+           "\" at place " + std::to_string(characters_before(*text, offset) + 1);
+  };
   const auto reject_character = [&](std::size_t offset, const std::string& expected) {
-    return reject(" has the character \"" + platform::printable(character_at(*text, offset)) +
-                  "\" at place " + std::to_string(characters_before(*text, offset) + 1) +
-                  ", expected " + expected);
+    return reject(named_character(offset) + ", expected " + expected);
   };
   // A zero ends a field, a line feed a record: neither can be inside a value.
   const std::size_t breaking = text->find_first_of(std::string_view("\0\n", 2));
@@ -47,6 +51,11 @@ std::string character_text(TableReader& reader, std::string_view key,
   if (converted->size() > longest) {
     return reject(" has " + std::to_string(converted->size()) +
                   " bytes in code page 932, expected at most " + std::to_string(longest));
+  }
+  if (replaced != nullptr && !exact_code_page_text(*text, &bad_offset)) {
+    replaced->push_back({reader.place(key), std::string(key) + named_character(bad_offset) +
+                                                ", for which another one of code page 932 would "
+                                                "be stored, expected that one"});
   }
   return *converted;
 }

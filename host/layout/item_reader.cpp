@@ -114,9 +114,12 @@ void read_exceeded(TableReader& reader, ItemValues& values) {
 
 void read_range(TableReader& reader, ItemValues& values) {
   reader.require("format", "a format such as \"%5U\"");
-  values.texts.format = character_text(reader, "format", reader.text("format"), longest_format);
-  values.texts.start = character_text(reader, "start", reader.text_or_integer("start"), unbounded);
-  values.texts.end = character_text(reader, "end", reader.text_or_integer("end"), unbounded);
+  values.texts.format =
+      character_text(reader, "format", reader.text("format"), longest_format, &values.replaced);
+  values.texts.start =
+      character_text(reader, "start", reader.text_or_integer("start"), unbounded, &values.replaced);
+  values.texts.end =
+      character_text(reader, "end", reader.text_or_integer("end"), unbounded, &values.replaced);
   values.texts.increment = default_increment;
   if (reader.has("increment")) {
     values.texts.increment =

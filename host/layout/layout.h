@@ -51,8 +51,9 @@ struct ItemValues {
   std::string file;       // enumeration
   std::optional<RepeatSettings> repeat;
   SourcePlace place;
-  SourcePlace origin;  // of the name in a reference, of the file in an enumeration
-  RangePlaces places;  // range
+  SourcePlace origin;                 // of the name in a reference, of the file in an enumeration
+  RangePlaces places;                 // range
+  std::vector<LayoutError> replaced;  // characters of its texts that are not stored as written
 };
 
 struct LayoutItem {

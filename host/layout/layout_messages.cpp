@@ -20,6 +20,17 @@ void print_error(const Layout& layout, const LayoutError& error, std::ostream& m
   messages << " " << error.text << "\n";
 }
 
+void warn_of_item(const Layout& layout, const LayoutItem& item, const std::string& text,
+                  std::ostream& messages) {
+  messages << platform::printable(layout.file) << ":" << item.place.line << ": item "
+           << platform::printable_from_code_page(item.name) << ": " << text << "\n";
+}
+
+// The command that writes a list as it is read.
+std::string conversion_of(const std::string& list) {
+  return "iconv -f UTF-8 -t CP932 " + platform::printable(list);
+}
+
 }  // namespace
 
 bool print_layout_errors(const LayoutReading& reading, std::ostream& messages) {
@@ -33,21 +44,48 @@ std::string numbered_message(std::int32_t code, const Layout& layout) {
   return text;
 }
 
-void print_warnings(const Layout& layout, std::ostream& messages) {
-  std::set<std::string_view> lists;
-  const auto warn = [&](const LayoutItem& item, const std::string& text) {
-    messages << platform::printable(layout.file) << ":" << item.place.line << ": item "
-             << platform::printable_from_code_page(item.name) << ": " << text << "\n";
-  };
+void print_digit_warnings(const Layout& layout, std::ostream& messages) {
   for (const LayoutItem& item : layout.items) {
-    if (item.has_invalid_digits) warn(item, numbered_message(error::invalid_items, layout));
+    if (!item.has_invalid_digits) continue;
+    warn_of_item(layout, item, numbered_message(error::invalid_items, layout), messages);
+  }
+}
+
+void print_warnings(const Layout& layout, std::ostream& messages) {
+  print_digit_warnings(layout, messages);
+  std::set<std::string_view> lists;
+  for (const LayoutItem& item : layout.items) {
     if (!item.values || item.values->file.empty()) continue;
     const std::string& file = item.values->file;
     if (!lists.insert(file).second || !file_looks_like_utf8(file)) continue;
-    warn(item, platform::printable(file) +
-                   " looks like UTF-8; lists are read as code page 932 (iconv -f UTF-8 -t CP932 " +
-                   platform::printable(file) + ")");
+    warn_of_item(layout, item,
+                 platform::printable(file) +
+                     " looks like UTF-8; lists are read as code page 932 (" + conversion_of(file) +
+                     ")",
+                 messages);
   }
+}
+
+bool print_misread_list(const std::string& path, std::ostream& messages) {
+  const auto character = find_misread_character(path);
+  if (!character) return false;
+  messages << platform::printable(path) << ":" << character->line << ":" << character->place
+           << ": the character \"" << platform::printable(character->text)
+           << "\" is written in UTF-8, expected code page 932, "
+           << (character->is_in_code_page ? "as by " + conversion_of(path)
+                                          : "which has no such character")
+           << "\n";
+  return true;
+}
+
+bool print_replaced_characters(const Layout& layout, std::ostream& messages) {
+  bool has_any = false;
+  for (const LayoutItem& item : layout.items) {
+    if (!item.values) continue;
+    for (const LayoutError& error : item.values->replaced) print_error(layout, error, messages);
+    has_any = has_any || !item.values->replaced.empty();
+  }
+  return has_any;
 }
 
 void print_left_out(const std::vector<const LayoutItem*>& left_out, const Layout& layout,

@@ -17,9 +17,18 @@ bool print_layout_errors(const LayoutReading& reading, std::ostream& messages);
 // The module's numbered message of a code, in the words of the layout's kind.
 std::string numbered_message(std::int32_t code, const Layout& layout);
 
-// Warns of items with impossible digits, which are used all the same, and, once for each, of value
-// lists that are not in the code page in which they will be read.
+// Warns of items with impossible digits, which are used all the same.
+void print_digit_warnings(const Layout& layout, std::ostream& messages);
+
+// The same, and a warning, once for each, of value lists that are not in the code page in which
+// they will be read.
 void print_warnings(const Layout& layout, std::ostream& messages);
+
+// Says where a list that is in UTF-8 would be read as another text. Answers whether it would.
+bool print_misread_list(const std::string& path, std::ostream& messages);
+
+// Every character of a range for which the code page has another one. Answers whether there is one.
+bool print_replaced_characters(const Layout& layout, std::ostream& messages);
 
 // Says which items have neither values in the layout nor settings: the records lack them.
 void print_left_out(const std::vector<const LayoutItem*>& left_out, const Layout& layout,

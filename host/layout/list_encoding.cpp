@@ -1,10 +1,12 @@
 #include "host/layout/list_encoding.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstddef>
 #include <filesystem>
 #include <fstream>
 
+#include "host/text/code_page_text.h"
 #include "platform/utf8.h"
 
 namespace korvex::host {
@@ -13,31 +15,121 @@ namespace {
 
 constexpr std::size_t looked_at = 64 * 1024;
 
+// Bytes that are half-width katakana in code page 932, and what of UTF-8 begins with some of them.
+constexpr unsigned char lowest_katakana = 0xA1;
+constexpr unsigned char last_lead_of_latin_1 = 0xC3;
+
+bool is_ascii(char byte) { return (byte & 0x80) == 0; }
+
+bool is_letter(char byte) { return std::isalpha(static_cast<unsigned char>(byte)) != 0; }
+
+// Whether a character of UTF-8 is likely one. Two bytes that could be katakana tell little, unless
+// they are a letter of western Europe, or stand in a word of other letters.
+bool is_evidence(std::string_view text, std::size_t place, std::size_t size) {
+  if (size > 2 || static_cast<unsigned char>(text[place + 1]) < lowest_katakana ||
+      static_cast<unsigned char>(text[place]) <= last_lead_of_latin_1) {
+    return true;
+  }
+  const std::size_t next = place + size;
+  return (place > 0 && is_letter(text[place - 1])) || (next < text.size() && is_letter(text[next]));
+}
+
+// What is known of a text so far.
+struct Look {
+  bool is_utf8 = true;
+  bool has_evidence = false;
+};
+
+// Looks at a further piece, which does not begin in the middle of a character. `is_cut` as above.
+void look_at(std::string_view text, bool is_cut, Look& look) {
+  for (std::size_t place = 0; place < text.size();) {
+    if (is_ascii(text[place])) {
+      ++place;
+      continue;
+    }
+    const std::string_view rest = text.substr(place);
+    const std::size_t size = platform::first_character_size(rest);
+    if (size == 0) {
+      const bool is_end = is_cut && rest.size() < platform::character_size(rest.front()) &&
+                          std::all_of(rest.begin() + 1, rest.end(), platform::is_continuation);
+      look.is_utf8 = look.is_utf8 && is_end;
+      return;
+    }
+    look.has_evidence = look.has_evidence || is_evidence(text, place, size);
+    place += size;
+  }
+}
+
+// Pieces that end with a line, where a character ends too.
+template <typename Take>
+void read_pieces(std::istream& stream, const Take& take) {
+  std::string text;
+  while (stream) {
+    const std::size_t kept = text.size();
+    text.resize(kept + looked_at);
+    stream.read(text.data() + kept, static_cast<std::streamsize>(looked_at));
+    text.resize(kept + static_cast<std::size_t>(stream.gcount()));
+    const std::size_t end = stream ? text.rfind('\n') + 1 : text.size();
+    if (!take(std::string_view(text).substr(0, end))) return;
+    text.erase(0, end);
+  }
+}
+
+// The first character beyond ASCII, or only one that the code page lacks.
+std::optional<MisreadCharacter> first_character(const std::string& path, bool is_lacking) {
+  std::ifstream stream(path, std::ios::binary);
+  std::string line;
+  for (std::int64_t number = 1; std::getline(stream, line); ++number) {
+    const auto first = std::find_if_not(line.begin(), line.end(), is_ascii);
+    if (first == line.end()) continue;
+    auto offset = static_cast<std::size_t>(first - line.begin());
+    if (is_lacking && exact_code_page_text(line, &offset)) continue;
+    const std::string_view text = line;
+    const auto before = text.substr(0, offset);
+    return MisreadCharacter{
+        number,
+        1 + std::count_if(before.begin(), before.end(),
+                          [](char byte) { return !platform::is_continuation(byte); }),
+        std::string(text.substr(offset, platform::first_character_size(text.substr(offset)))),
+        !is_lacking};
+  }
+  return std::nullopt;
+}
+
+// What comes out of a pipe would be gone for the one who generates.
+bool may_be_looked_at(const std::string& path) {
+  std::error_code ignored;
+  return std::filesystem::is_regular_file(path, ignored);
+}
+
 }  // namespace
 
 bool looks_like_utf8(std::string_view text, bool is_cut) {
-  bool is_ascii = true;
-  while (!text.empty()) {
-    const std::size_t size = platform::character_size(text.front());
-    const std::string_view rest = text.substr(1, std::max<std::size_t>(size, 1) - 1);
-    if (size == 0 || !std::all_of(rest.begin(), rest.end(), platform::is_continuation))
-      return false;
-    if (size > text.size()) return is_cut && !is_ascii;
-    is_ascii = is_ascii && size == 1;
-    text.remove_prefix(size);
-  }
-  return !is_ascii;
+  Look look;
+  look_at(text, is_cut, look);
+  return look.is_utf8 && look.has_evidence;
 }
 
 bool file_looks_like_utf8(const std::string& path) {
-  std::error_code ignored;
-  // What comes out of a pipe would be gone for the one who generates.
-  if (!std::filesystem::is_regular_file(path, ignored)) return false;
+  if (!may_be_looked_at(path)) return false;
   std::ifstream stream(path, std::ios::binary);
   std::string text(looked_at, '\0');
   stream.read(text.data(), std::ssize(text));
   text.resize(static_cast<std::size_t>(stream.gcount()));
   return looks_like_utf8(text, text.size() == looked_at);
+}
+
+std::optional<MisreadCharacter> find_misread_character(const std::string& path) {
+  if (!may_be_looked_at(path)) return std::nullopt;
+  std::ifstream stream(path, std::ios::binary);
+  Look look;
+  read_pieces(stream, [&](std::string_view piece) {
+    look_at(piece, false, look);
+    return look.is_utf8;
+  });
+  if (!look.is_utf8 || !look.has_evidence) return std::nullopt;
+  const auto lacking = first_character(path, true);
+  return lacking ? lacking : first_character(path, false);
 }
 
 }  // namespace korvex::host

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <set>
 
 #include "format/error_codes.h"
 #include "format/record_text.h"
@@ -26,11 +27,17 @@ std::optional<RepeatCount> predict_on_copy(const Layout& copy, bool has_repeats)
 }  // namespace
 
 int PreparedLayout::prepare(const std::string& file, std::optional<std::int32_t> records,
-                            std::ostream& messages, std::optional<RepeatCount>* prediction) {
+                            std::ostream& messages, MisreadTexts misread,
+                            std::optional<RepeatCount>* prediction) {
   LayoutReading reading = read_layout(file, records, MissingLists::refused);
   if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
   layout_ = std::move(reading.layout);
-  print_warnings(layout_, messages);
+  if (misread == MisreadTexts::warned) {
+    print_warnings(layout_, messages);
+  } else {
+    print_digit_warnings(layout_, messages);
+    if (refuses_lists(messages)) return exit_status::wrong_usage;
+  }
   if (scratch_.path().empty()) {
     messages << "no folder for temporary files can be made" << std::endl;
     return exit_status::failed;
@@ -45,7 +52,27 @@ int PreparedLayout::prepare(const std::string& file, std::optional<std::int32_t>
   const SettingsResult settings = write_settings_of(copy_);
   if (print_failures(settings, layout_, messages)) return exit_status::failed;
   if (prediction != nullptr) *prediction = predict_on_copy(copy_, settings.repeated_items > 0);
-  return load(messages);
+  const int status = load(messages);
+  // Settings may have lists of their own.
+  const bool is_refused = misread == MisreadTexts::refused && refuses_lists(messages);
+  return status == exit_status::done && is_refused ? exit_status::wrong_usage : status;
+}
+
+// The lists that are known of so far, each of them looked at once.
+bool PreparedLayout::refuses_lists(std::ostream& messages) {
+  std::set<std::string> lists;
+  for (const LayoutItem& item : layout_.items) {
+    if (item.values && !item.values->file.empty()) lists.insert(item.values->file);
+  }
+  for (const PreparedItem& item : items_) {
+    if (item.values) lists.emplace(field_text(item.column->record.enumeration_path));
+  }
+  bool is_refused = false;
+  for (const std::string& list : lists) {
+    if (!looked_at_.insert(list).second) continue;
+    is_refused |= print_misread_list(list, messages);
+  }
+  return is_refused;
 }
 
 int PreparedLayout::load(std::ostream& messages) {

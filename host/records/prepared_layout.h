@@ -4,6 +4,7 @@
 #include <iosfwd>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,10 @@ struct PreparedItem {
   std::unique_ptr<ClEnumDataList> values;
 };
 
+// What becomes of texts that would be read as others than their writer meant: who only looks at the
+// records is warned, who stores them is stopped.
+enum class MisreadTexts { warned, refused };
+
 // A layout made ready for its records, as the generator would, but beside the user's files: it
 // works on a copy of the settings file, and leaves nothing behind.
 class PreparedLayout {
@@ -32,6 +37,7 @@ class PreparedLayout {
   // Reads the layout and checks its values. The program's exit status; all that went wrong is on
   // `messages`. `prediction` receives what the module foretells, where it can.
   int prepare(const std::string& file, std::optional<std::int32_t> records, std::ostream& messages,
+              MisreadTexts misread = MisreadTexts::warned,
               std::optional<RepeatCount>* prediction = nullptr);
 
   // The layout as the user wrote it; its `records` are those asked for.
@@ -58,6 +64,7 @@ class PreparedLayout {
   bool quotation() const { return main_.settings.quotation() == 1; }
 
  private:
+  bool refuses_lists(std::ostream& messages);
   int load(std::ostream& messages);
   std::int32_t prepare_items(std::int32_t& bad_line);
 
@@ -69,6 +76,7 @@ class PreparedLayout {
   RepeatTable repeats_;
   std::vector<PreparedItem> items_;
   std::vector<const LayoutItem*> left_out_;
+  std::set<std::string> looked_at_;  // lists
 };
 
 }  // namespace korvex::host
