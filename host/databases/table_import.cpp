@@ -7,6 +7,7 @@
 #include "host/databases/type_mapping.h"
 #include "host/process/interrupt_watch.h"
 #include "host/text/code_page_text.h"
+#include "platform/utf8.h"
 
 namespace korvex::host {
 
@@ -14,9 +15,16 @@ namespace {
 
 constexpr std::size_t longest_name = sizeof(ControlItem::name) - 1;
 
-std::string file_name_part(std::string name) {
-  std::replace(name.begin(), name.end(), '/', '_');
-  return name;
+// A name without what a file's name, or the layout that has it, cannot hold.
+std::string file_name_part(std::string_view name) {
+  std::string part;
+  while (!name.empty()) {
+    const std::size_t size = platform::first_character_size(name);
+    const bool is_kept = size > 0 && name.front() != '/' && name.front() != '\0';
+    part += is_kept ? name.substr(0, size) : "_";
+    name.remove_prefix(std::max<std::size_t>(size, 1));
+  }
+  return part;
 }
 
 bool is_number(const ItemAttributes& attributes) {

@@ -2,37 +2,49 @@
 
 #include <cstdio>
 #include <ostream>
+#include <utility>
 
 #include "host/layout/attribute_names.h"
+#include "platform/printable_text.h"
 
 namespace korvex::host {
 
 namespace {
 
-bool is_control(char byte) { return (byte >= 0 && byte < ' ') || byte == '\x7F'; }
+// U+0080 to U+009F, which in UTF-8 are this byte and their own.
+constexpr char high_control_lead = '\xC2';
+constexpr unsigned end_of_high_controls = 0xA0;
+
+// The control character that a text begins with, and its size; no size for any other text.
+std::pair<unsigned, std::size_t> control_at(std::string_view text) {
+  const auto first = static_cast<unsigned char>(text.front());
+  if (first < ' ' || first == 0x7F) return {first, 1};
+  const unsigned second = text.size() > 1 ? static_cast<unsigned char>(text[1]) : 0;
+  const bool is_high = text.front() == high_control_lead && second < end_of_high_controls;
+  return {second, is_high ? 2 : 0};
+}
 
 std::string quoted(std::string_view text) {
   std::string out = "\"";
-  for (const char byte : text) {
-    if (is_control(byte)) {
+  while (!text.empty()) {
+    const auto [control, size] = control_at(text);
+    if (size > 0) {
       char escape[8];
-      std::snprintf(escape, sizeof escape, "\\u%04X", static_cast<unsigned>(byte));
+      std::snprintf(escape, sizeof escape, "\\u%04X", control);
       out += escape;
+      text.remove_prefix(size);
       continue;
     }
-    if (byte == '"' || byte == '\\') out += '\\';
-    out += byte;
+    if (text.front() == '"' || text.front() == '\\') out += '\\';
+    out += text.front();
+    text.remove_prefix(1);
   }
   return out + '"';
 }
 
 void write_remarks(const std::vector<std::string>& remarks, std::ostream& out) {
-  for (const std::string& remark : remarks) {
-    out << "# ";
-    // A line feed would end the comment.
-    for (const char byte : remark) out << (is_control(byte) ? ' ' : byte);
-    out << "\n";
-  }
+  // A line feed would end the comment, and bytes that are no characters the layout.
+  for (const std::string& remark : remarks) out << "# " << platform::printable(remark) << "\n";
 }
 
 std::string attribute_of(std::int32_t code) {

@@ -19,3 +19,14 @@ $ grep -e ^length -e ^decimals t.toml
 > load t.toml "<target>" t ...
 query SELECT count(*) FROM t
   2
+# Names of any bytes: the layout stays one, on one line each, and shows them as they are printed.
+sql
+  CREATE TABLE "x/<FF>y" (b "odd<0A><C2><9B>31m<FF>" CHECK (b IS NULL), "c<C2><85>" boolean);
+> import "<target>" x/<FF>y -o odd.toml --records 3
+  1 item: odd.toml
+  ! x/\xFFy: column b: no item suits the type odd\x0A\x9B31m\xFF, stays NULL
+  ! x/\xFFy: column c\x85: its name has a character that code page 932 lacks, left out
+$ grep -e odd -e data odd.toml
+  data    = "x__y.csv"
+  # odd\x0A\x9B31m\xFF
+> check odd.toml ...
