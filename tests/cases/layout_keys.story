@@ -90,50 +90,20 @@ file l.toml
   @number E type = "enumeration", file = "<folder>/lists/町.txt", exceeded = "initialize"
 > generate l.toml
   5 records, 106 bytes, <t> s: d.csv
-> show d.fif
-  Format Information file, current version
-    layout kind  1 (record file)
-    quotation    0 (none)
+$ korvex show d.fif | grep -E '^  (item|level)|repeat  |file  |start'
     levels       1
-
-  level 1: records 5, items 5, size 6340, offset 76, with repeats
     item 1: type 2 (range), elements 1, lead element 1
-      attribute 4 (decimal), unsigned, length 3, digits 3, decimals 0
-      format     "%3U" (custom)
-      increment  "1" = 1
-      exceeded   1 (repeat)
-      element 1: 901 (unsigned number), width 3, digits 3, decimals 0, text "3U"
         start "007", end "999", sign 0, span 0:992
     item 2: type 4 (enumeration), elements 1, lead element 1
-      attribute 4 (decimal), unsigned, length 3, digits 3, decimals 0
-      format     ""
-      increment  "1" = 1
-      exceeded   1 (repeat)
       repeat     level 2, 30 times
       file       <folder>/lists/町.txt
-      element 1: 0 (initial value), width 3, digits 3, decimals 0, text ""
     item 3: type 2 (range), elements 1, lead element 1
-      attribute 28 (date), unsigned, length 8, digits 8, decimals 0
-      format     "%4YMD" (custom)
-      increment  "1" = 1
-      exceeded   1 (repeat)
       repeat     level 1, 4 times
-      element 1: 906 (date), width 8, digits 8, decimals 0, text "4YMD"
         start "19700101", end "20380119", sign 0, span 0:680018
     item 4: type 2 (range), elements 1, lead element 1
-      attribute 4 (decimal), unsigned, length 3, digits 3, decimals 0
-      format     "%3U" (custom)
-      increment  "1" = 1
-      exceeded   1 (repeat)
-      element 1: 901 (unsigned number), width 3, digits 3, decimals 0, text "3U"
         start "007", end "999", sign 0, span 0:992
     item 5: type 4 (enumeration), elements 1, lead element 1
-      attribute 4 (decimal), unsigned, length 3, digits 3, decimals 0
-      format     ""
-      increment  "1" = 1
-      exceeded   0 (initialize)
       file       <folder>/lists/町.txt
-      element 1: 0 (initial value), width 3, digits 3, decimals 0, text ""
 # A count of 0 is no error of the layout: the module's own check refuses it, by number.
 edit l.toml count = 30 => count = 0
 edit l.toml level = 1 => level = 0

@@ -141,3 +141,9 @@ $1 flock -x list.txt korvex generate bytes.toml
   ! <folder>/list.txt
   ! 99115:The target file is exclusively controlled.
   ! Close the application that is using the target file, then retry.
+# A list of nothing but empty lines has no value.
+$ printf "\n\n" > list.txt
+>1 generate l.toml
+  ! <folder>/list.txt
+  ! 99136:The Enumeration file does not include any data.
+  ! Specify the data in the Enumeration file.

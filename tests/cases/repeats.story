@@ -26,3 +26,47 @@ cat d.csv
   ! Do you want to generate data items up to the specified number?
 $ stat -c %s d.csv
   35
+# Accepted, the data file ends with the records that were asked for. Without the guard nobody asks.
+> KORVEX_ANSWER=yes generate l.toml --records 3 --output-option 2
+  3 records, 21 bytes, <t> s: d.csv
+  ! 99110:The number of data items that will be generated through repeat is larger than the specified number.4 data items will be generated.
+  ! Do you want to generate data items up to the specified number?
+> generate l.toml --records 3
+  3 records, 21 bytes, <t> s: d.csv
+> generate l.toml --records 4 --output-option 2
+  4 records, 28 bytes, <t> s: d.csv
+# Repeats are looked at before lists are, and lists before the question.
+file prices.txt
+  x
+edit l.toml level = 1 => level = 3
+>1 generate l.toml --records 3 --output-option 2
+  ! Failed to generate data.
+  ! 99108:The starting Item of the repeat is not specified.
+  ! 1 must be specified as the level of the starting Item of the repeat.
+edit l.toml level = 3 => level = 1
+>1 generate l.toml --records 3 --output-option 2
+  ! <folder>/prices.txt
+  ! 99135:An error occurred while the Enumeration file data was checked.
+  ! Correct the erroneous data, then retry.
+  ! Error file <folder>/prices.txt.err was created. 
+  ! View the file?
+cat prices.txt.err
+  1 line of a enum file The numeric value data Item includes a non-numeric value.
+# Two repeats of one level, which no layout says, end the run before it writes; so does a control file that cannot be read.
+file prices.txt
+  7
+> generate l.toml --settings-only ...
+poke d.fif 1728 1
+$ rm d.csv w/d.log
+>1 generate l.toml --keep-settings
+  ! 99104:Repeat is already specified for the same level. Specify another level.
+  !  : 
+files
+  d.fif
+  l.toml
+  prices.txt
+  prices.txt.err
+  w/
+$ c_host DGCheckRepeatCnt none.ctl; c_host DGCheckRepeatCnt l.toml
+  -1
+  -1
