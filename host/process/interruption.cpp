@@ -14,7 +14,8 @@
 #include <climits>
 #include <cstddef>
 #include <cstring>
-#include <filesystem>
+
+#include "platform/file.h"
 
 namespace korvex::host {
 
@@ -157,10 +158,9 @@ void ignore_interruptions() {
 }
 
 RemovedOnInterruption::RemovedOnInterruption(const std::string& path, What what) {
-  // Of a link, what it leads to.
-  std::error_code failure;
-  const auto target = std::filesystem::weakly_canonical(path, failure);
-  const std::string name = failure ? path : target.string();
+  // Of a link, what it leads to, also when that is not there yet.
+  std::string name = path;
+  if (platform::resolve_links(name) != platform::FileCause::none) name = path;
   for (int i = 0; i < slot_count && slot_ < 0; ++i) {
     if (!slots[static_cast<std::size_t>(i)].is_used) slot_ = i;
   }

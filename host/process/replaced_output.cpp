@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <ostream>
 
+#include "platform/file.h"
 #include "platform/printable_text.h"
 
 namespace korvex::host {
@@ -36,7 +37,8 @@ ReplacedOutput::ReplacedOutput(const std::string& path, std::ostream& standard)
   if (is_standard_) return;
   std::error_code ignored;
   // A link stays one; devices and pipes are written as they are.
-  if (fs::is_symlink(path_, ignored)) path_ = fs::weakly_canonical(path_, ignored).string();
+  std::string target = path_;
+  if (platform::resolve_links(target) == platform::FileCause::none) path_ = target;
   if (fs::exists(path_, ignored) && !fs::is_regular_file(path_, ignored)) {
     descriptor_ = ::open(path_.c_str(), O_WRONLY | O_CLOEXEC);
     if (descriptor_ < 0) fail();

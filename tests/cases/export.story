@@ -103,6 +103,13 @@ do
   +00.00<09><09>24/03/01
   +00.50<09><09>24/03/02
 
+# A link stays one, also where it leads nowhere yet.
+$ ln -s linked.tsv o.link
+> export l.toml -o o.link --format tsv --quiet
+$ readlink o.link; wc -l < linked.tsv
+  linked.tsv
+  3
+
 # Numbers lose what numbers do not need; what is none is a text.
 $ printf '%s\n' 007 +00012.50 -.25 -0 -00.00 5. 000 9999999999999999 > list.txt
 $ printf '%s\n' + . 1-2 1.2.3 1e5 > texts.txt
