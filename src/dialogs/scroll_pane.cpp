@@ -12,6 +12,9 @@ ScrollPane::ScrollPane(QWidget* parent) : QScrollArea(parent) {
           [this](QWidget*, QWidget* now) { show_focused(now); });
 }
 
+// The focus leaves the controls while they are destroyed, when this is no scroll pane any more.
+ScrollPane::~ScrollPane() { disconnect(qApp, nullptr, this, nullptr); }
+
 QSize ScrollPane::sizeHint() const {
   return widget() != nullptr ? widget()->sizeHint() : QScrollArea::sizeHint();
 }

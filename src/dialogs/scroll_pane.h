@@ -12,6 +12,7 @@ class ScrollPane : public QScrollArea {
 
  public:
   explicit ScrollPane(QWidget* parent = nullptr);
+  ~ScrollPane() override;
 
   // All that its controls like to have.
   QSize sizeHint() const override;
