@@ -93,6 +93,7 @@ void CodePageEdit::set_bytes(std::string_view bytes) {
   set_bytes_ = bytes;
   set_text_ = QString::fromStdString(platform::shown_in_utf8(bytes));
   setText(set_text_);
+  if (isReadOnly()) setCursorPosition(0);  // a long text is seen from its beginning
 }
 
 std::string CodePageEdit::bytes() const {

@@ -139,6 +139,7 @@ void ClDataGenerationDlg::select_row(int row) {
 }
 
 void ClDataGenerationDlg::move_to_row(int row) {
+  if (row < 0) return;
   list_->mark_row(row);
   list_->scrollTo(model_->index(row, 0));
 }
@@ -174,8 +175,7 @@ bool ClDataGenerationDlg::read_repeat_fields() {
     if (reading == NumberReading::ok) continue;
     platform::user_interface().show_message(MessageKind::warning,
                                             std::string(number_complaint(reading)));
-    edit->setFocus();
-    edit->selectAll();
+    return_to(id);
     return false;
   }
   repeat_ = fields;
@@ -225,8 +225,12 @@ void ClDataGenerationDlg::click_repeats(bool is_ticked) {
 
 void ClDataGenerationDlg::update_repeat() {
   if (current_row_ < 0 || !read_repeat_fields() || !repeat_.is_repeated) return;
-  if (repeat_.level == 0) return messages_.show(MessageKind::warning, error::repeat_level_zero);
-  if (repeat_.count == 0) return messages_.show(MessageKind::warning, error::repeat_count_zero);
+  if (repeat_.level == 0 || repeat_.count == 0) {
+    const bool is_level = repeat_.level == 0;
+    messages_.show(MessageKind::warning,
+                   is_level ? error::repeat_level_zero : error::repeat_count_zero);
+    return return_to(is_level ? control_id::level : control_id::count);
+  }
   store_repeat(main_, current_item(), repeat_);
   mark_current_row();
   highest_level_ = std::max(highest_level_, repeat_.level);
@@ -250,11 +254,12 @@ void ClDataGenerationDlg::on_ok() {
   enumeration_counts_.forget();
   const SaveCheck check = check_before_save(main_);
   if (check.code != 0) {
-    return messages_.show(MessageKind::warning, check.code, check.suffix, check.number);
+    messages_.show(MessageKind::warning, check.code, check.suffix, check.number);
+    return move_to_row(check.row);
   }
   if (!check.not_null_name.empty() &&
       !messages_.ask(error::not_null_without_format, check.not_null_name)) {
-    return;
+    return move_to_row(check.not_null_row);
   }
   // For the items that it marks as left out; nobody sees the numbers.
   RepeatCount unshown;

@@ -34,7 +34,7 @@ class ClDataGenerationDlg : public FormDialog {
   // -1 until a row is selected, as in an empty list.
   int current_row() const { return current_row_; }
 
-  // Selects a row and brings it into view.
+  // Selects a row and brings it into view; -1 changes nothing.
   void move_to_row(int row);
 
   // Shows the current row's item as it is now, and selects the row again.

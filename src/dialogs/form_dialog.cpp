@@ -142,6 +142,14 @@ void FormDialog::enable(std::span<const int> ids, bool is_enabled) {
   for (const int id : ids) enable(id, is_enabled);
 }
 
+void FormDialog::return_to(int id) {
+  if (id == 0 || !control(id)->isEnabled()) return;
+  control(id)->setFocus();
+  const auto* const list = qobject_cast<QComboBox*>(control(id));
+  auto* const edit = list != nullptr ? list->lineEdit() : qobject_cast<QLineEdit*>(control(id));
+  if (edit != nullptr) edit->selectAll();
+}
+
 void FormDialog::set_label(int id, const QString& text) {
   QWidget* widget = control(id);
   if (auto* label = qobject_cast<QLabel*>(widget)) {

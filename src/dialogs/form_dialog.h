@@ -111,6 +111,10 @@ class FormDialog : public QDialog {
     enable(std::span(ids.begin(), ids.size()), is_enabled);
   }
 
+  // Gives the focus to the control that is to be worked again, with its text selected; without
+  // effect for 0 and for a control that cannot be used.
+  void return_to(int id);
+
   void set_label(int id, const QString& text);
 
   bool is_checked(int id) const;

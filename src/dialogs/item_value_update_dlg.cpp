@@ -84,7 +84,9 @@ bool ClItemValueUpdateDlg::initialise() {
   enable_range(false);
   set_radio_choice(control_id::exceeded_initialize, control_id::exceeded_repeat,
                    exceeded_action::initialize);
-  control<CodePageEdit>(control_id::update_name)->selectAll();
+  auto* const name = control<CodePageEdit>(control_id::update_name);
+  const auto length = static_cast<int>(name->text().size());
+  name->setSelection(length, -length);  // all of it, seen from its beginning
   examples_.load(platform::SettingsStore(platform::host_key()));
   list_.fill();
   return true;
@@ -93,7 +95,7 @@ bool ClItemValueUpdateDlg::initialise() {
 bool ClItemValueUpdateDlg::load() {
   std::int32_t result = main_.load();
   if (result >= 0) result = reconcile(main_);
-  if (result < 0) return refuse(result);
+  if (result < 0) return refuse(result, {}, 0);
   return !main_.mismatch;  // of which the user was told
 }
 
@@ -116,7 +118,9 @@ int ClItemValueUpdateDlg::start_position() const {
 
 void ClItemValueUpdateDlg::show_item(int position) {
   const ClDGCol& item = *main_.items[static_cast<std::size_t>(position)];
-  control<CodePageEdit>(control_id::update_name)->set_bytes(item.name);
+  auto* const name = control<CodePageEdit>(control_id::update_name);
+  name->set_bytes(item.name);
+  name->setCursorPosition(0);  // a long name is seen from its beginning
   control<QLabel>(control_id::update_description)
       ->setText(QString::fromStdString(platform::shown_in_utf8(item.description)));
 }
@@ -124,7 +128,10 @@ void ClItemValueUpdateDlg::show_item(int position) {
 int ClItemValueUpdateDlg::named_position() {
   const std::string name = control<CodePageEdit>(control_id::update_name)->bytes();
   const int position = name.empty() ? -1 : index_of_item(main_, name);
-  if (position < 0) refuse(name.empty() ? error::name_not_set : error::name_not_selectable);
+  if (position < 0) {
+    refuse(name.empty() ? error::name_not_set : error::name_not_selectable, {},
+           control_id::update_name);
+  }
   return position;
 }
 
@@ -161,14 +168,14 @@ void ClItemValueUpdateDlg::propose_range(int position) {
 void ClItemValueUpdateDlg::add_example() {
   const std::string format = control<CodePageEdit>(control_id::format)->bytes();
   if (format.size() >= format_size_limit) {
-    refuse(error::format_too_long);
+    refuse(error::format_too_long, {}, control_id::format);
     return;
   }
   const bool exists = examples_.contains(format);
   if (exists) messages_.show(MessageKind::information, error::example_exists);
   FormatParts parts;
   if (const std::int32_t code = precheck_format(format, parts); code != 0) {
-    refuse(code, range_hint(code));
+    refuse(code, range_hint(code), control_id::format);
     return;
   }
   if (exists) return;
@@ -198,8 +205,10 @@ void ClItemValueUpdateDlg::browse_items() {
   control(control_id::type)->setFocus();
 }
 
-bool ClItemValueUpdateDlg::refuse(std::int32_t code, std::string_view suffix) {
+// The user returns to the control that is to blame, where there is one.
+bool ClItemValueUpdateDlg::refuse(std::int32_t code, std::string_view suffix, int control_id) {
   messages_.show(MessageKind::plain, code, suffix);
+  return_to(control_id);
   return false;
 }
 
@@ -211,7 +220,7 @@ void ClItemValueUpdateDlg::on_ok() {
   save_examples();
   if (!may_save(main_)) return;
   if (const std::int32_t result = main_.settings.save(no_quotation); result != 0) {
-    refuse(result);
+    refuse(result, {}, 0);
     return;
   }
   end(dialog_result::ok);
@@ -222,12 +231,14 @@ bool ClItemValueUpdateDlg::store() {
     return store_range_entry();
   }
   const std::int32_t result = set_initial_value(main_, true);
-  return result >= 0 || refuse(result);
+  return result >= 0 || refuse(result, {}, control_id::type);
 }
 
 bool ClItemValueUpdateDlg::store_range_entry() {
   const RangeStored stored = store_range(main_, read_range(*this), value_update_rules);
-  if (stored.code != 0) return refuse(stored.code, stored.hint);
+  if (stored.code != 0) {
+    return refuse(stored.code, stored.hint, control_of(*this, stored.wrong));
+  }
   if (stored.clears_values) clear_values(*this);
   return true;
 }

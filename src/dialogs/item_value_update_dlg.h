@@ -44,7 +44,7 @@ class ClItemValueUpdateDlg : public FormDialog {
   bool store();
   bool store_range_entry();
   void save_examples();
-  bool refuse(std::int32_t code, std::string_view suffix = {});
+  bool refuse(std::int32_t code, std::string_view suffix, int control_id);
 
   ClColMain main_;
   Messages messages_;

@@ -16,6 +16,23 @@ RangeEntry read_range(const FormDialog& dialog) {
           .is_custom = is_checked(control_id::custom_format)};
 }
 
+int control_of(const FormDialog& dialog, RangePart part) {
+  switch (part) {
+    case RangePart::format:
+      return dialog.control(control_id::format)->isEnabled() ? control_id::format
+                                                             : control_id::custom_format;
+    case RangePart::start:
+      return control_id::start;
+    case RangePart::end:
+      return control_id::end;
+    case RangePart::increment:
+      return control_id::increment;
+    case RangePart::none:
+      break;
+  }
+  return 0;
+}
+
 void clear_values(const FormDialog& dialog) {
   for (const int id : {control_id::start, control_id::end, control_id::increment}) {
     dialog.control<CodePageEdit>(id)->set_bytes({});

@@ -9,6 +9,9 @@ namespace korvex {
 
 RangeEntry read_range(const FormDialog& dialog);
 
+// The control of that part; where it cannot be used, the one that makes it usable. 0 for none.
+int control_of(const FormDialog& dialog, RangePart part);
+
 // Empties start, end and increment.
 void clear_values(const FormDialog& dialog);
 

@@ -27,11 +27,14 @@ std::int32_t check_enumeration_of(ClColMain& main, const ClDGCol& item, std::int
 }
 
 void check_items(ClColMain& main, SaveCheck& check, bool& has_first_level) {
-  for (const auto& item : main.items) {
+  for (std::size_t place = 0; place < main.items.size(); ++place) {
+    const auto& item = main.items[place];
+    const auto row = static_cast<int>(place);
     const ItemDisplay& display = item->display();
     if (display.repeat_flag != 0) {
       check.code = check_repeat_level(main, display.repeat_level, item->item_number);
       if (check.code != 0) {
+        check.row = row;
         check.suffix = name_suffix(*item);
         return;
       }
@@ -39,12 +42,14 @@ void check_items(ClColMain& main, SaveCheck& check, bool& has_first_level) {
       has_first_level |= display.repeat_level == first_level;
     }
     if (check.not_null_name.empty() && is_not_null_without_format(*item)) {
+      check.not_null_row = row;
       check.not_null_name = item->name + " ";
     }
     if (display.generation_type != generation_type::enumeration) continue;
     std::int32_t line = 0;
     if (const std::int32_t result = check_enumeration_of(main, *item, line); result < 0) {
       check.code = result;
+      check.row = row;
       check.suffix = name_suffix(*item);
       check.number = static_cast<std::uint64_t>(line);
       return;

@@ -12,7 +12,9 @@ struct SaveCheck {
   std::int32_t code = 0;     // of the first rule broken; the user sees it with what follows
   std::string suffix;        // behind its text
   std::uint64_t number = 0;  // in its text
+  int row = -1;              // of the item that broke it, if it was one
   std::int32_t repeated_items = 0;
+  int not_null_row = -1;
   std::string not_null_name;  // the first NOT NULL item without a format, with a blank behind it
 };
 

@@ -71,20 +71,25 @@ void ClSelectFormatExampleDlg::apply_button_rule() {
 void ClSelectFormatExampleDlg::add_example() {
   const std::string format = control<CodePageEdit>(control_id::example_format)->bytes();
   if (format.size() >= format_size_limit) {
-    return messages_.show(MessageKind::warning, error::format_too_long);
+    return refuse(MessageKind::warning, error::format_too_long);
   }
   if (examples_.contains(format)) {
-    return messages_.show(MessageKind::information, error::example_exists);
+    return refuse(MessageKind::information, error::example_exists);
   }
   FormatParts parts;
   if (const std::int32_t code = precheck_format(format, parts); code != 0) {
-    return messages_.show(MessageKind::warning, code, range_hint(code));
+    return refuse(MessageKind::warning, code, range_hint(code));
   }
   list_.add(format);
   list_.select_last();
   take_selected();
   apply_button_rule();
   is_changed_ = true;
+}
+
+void ClSelectFormatExampleDlg::refuse(MessageKind kind, std::int32_t code, std::string_view hint) {
+  messages_.show(kind, code, hint);
+  return_to(control_id::example_format);
 }
 
 void ClSelectFormatExampleDlg::delete_example() {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "dialogs/example_list.h"
 #include "dialogs/form_dialog.h"
@@ -26,6 +28,7 @@ class ClSelectFormatExampleDlg : public FormDialog {
 
  private:
   void add_example();
+  void refuse(platform::MessageKind kind, std::int32_t code, std::string_view hint = {});
   void delete_example();
   void take_selected();
   void show_format(const std::string& format);

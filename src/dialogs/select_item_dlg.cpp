@@ -46,7 +46,7 @@ bool ClSelectItemDlg::initialise() {
   if (items_.empty()) return false;
   const auto cursor = platform::user_interface().show_wait_cursor();
   fill_labels();
-  control<CodePageEdit>(control_id::selected_name)->set_bytes(name_);
+  show_name();
   list_->setModel(&model_);
   {
     const QSignalBlocker before_any_choice(list_);
@@ -75,18 +75,30 @@ int ClSelectItemDlg::last_position_of_name() const {
 void ClSelectItemDlg::take_row(int row) {
   position_ = row;
   name_ = items_[static_cast<std::size_t>(row)]->name;
-  control<CodePageEdit>(control_id::selected_name)->set_bytes(name_);
+  show_name();
+}
+
+// A long name is seen from its beginning.
+void ClSelectItemDlg::show_name() {
+  auto* const edit = control<CodePageEdit>(control_id::selected_name);
+  edit->set_bytes(name_);
+  edit->setCursorPosition(0);
 }
 
 void ClSelectItemDlg::on_ok() {
   const std::string wanted = control<CodePageEdit>(control_id::selected_name)->bytes();
-  if (wanted.empty()) return messages_.show(platform::MessageKind::plain, error::name_not_set);
+  if (wanted.empty()) return refuse(error::name_not_set);
   for (std::size_t place = 0; place < items_.size(); ++place) {
     if (items_[place]->name != wanted) continue;
     position_ = static_cast<int>(place);
     return end(dialog_result::ok);
   }
-  messages_.show(platform::MessageKind::plain, error::no_such_name);
+  refuse(error::no_such_name);
+}
+
+void ClSelectItemDlg::refuse(std::int32_t code) {
+  messages_.show(platform::MessageKind::plain, code);
+  return_to(control_id::selected_name);
 }
 
 }  // namespace korvex

@@ -30,6 +30,8 @@ class ClSelectItemDlg : public FormDialog {
   void fill_labels();
   int last_position_of_name() const;
   void take_row(int row);
+  void show_name();
+  void refuse(std::int32_t code);
 
   ClDGColList& items_;
   const Messages& messages_;

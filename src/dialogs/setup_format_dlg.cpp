@@ -155,7 +155,8 @@ void ClSetupFormatDlg::show_fields() {
   auto* const reference = control<QComboBox>(control_id::reference);
   reference->setCurrentIndex(index_of_item(parent_.main(), fields_.reference));
   reference->setEditText(shown(fields_.reference));
-  control<QLineEdit>(control_id::enumeration_name)->setText(shown_path(fields_.enumeration_name));
+  reference->lineEdit()->setCursorPosition(0);
+  show_enumeration_name();
   control<CodePageEdit>(control_id::format)->set_bytes(fields_.format);
   control<CodePageEdit>(control_id::start)->set_bytes(fields_.start);
   control<CodePageEdit>(control_id::end)->set_bytes(fields_.end);
@@ -231,7 +232,13 @@ void ClSetupFormatDlg::select_file() {
 
 void ClSetupFormatDlg::show_enumeration_file(const std::string& path) {
   fields_.enumeration_name = platform::base_name(path);
-  control<QLineEdit>(control_id::enumeration_name)->setText(shown_path(fields_.enumeration_name));
+  show_enumeration_name();
+}
+
+void ClSetupFormatDlg::show_enumeration_name() {
+  auto* const edit = control<QLineEdit>(control_id::enumeration_name);
+  edit->setText(shown_path(fields_.enumeration_name));
+  edit->setCursorPosition(0);  // a long name is seen from its beginning
 }
 
 void ClSetupFormatDlg::browse_file() {
@@ -296,19 +303,21 @@ bool ClSetupFormatDlg::store() {
   return is_stored;
 }
 
-bool ClSetupFormatDlg::refuse(std::int32_t code, std::string_view suffix, std::uint64_t number) {
-  parent_.messages().show(MessageKind::warning, code, suffix, number);
+// The user returns to the control that is to blame.
+bool ClSetupFormatDlg::refuse(const Refusal& refusal, int control_id) {
+  parent_.messages().show(MessageKind::warning, refusal.code, refusal.suffix, refusal.number);
+  return_to(control_id);
   return false;
 }
 
 bool ClSetupFormatDlg::store_initial_value() {
   const std::int32_t result = set_initial_value(parent_.main(), true);
-  return result >= 0 || refuse(result);
+  return result >= 0 || refuse({result}, control_id::type);
 }
 
 bool ClSetupFormatDlg::store_range_entry() {
   const RangeStored stored = store_range(parent_.main(), read_range(*this), setup_format_rules);
-  if (stored.code != 0) return refuse(stored.code, stored.hint);
+  if (stored.code != 0) return refuse({stored.code, stored.hint}, control_of(*this, stored.wrong));
   if (stored.clears_values) clear_values(*this);
   show_stored_action();
   return true;
@@ -323,10 +332,12 @@ void ClSetupFormatDlg::show_stored_action() {
 bool ClSetupFormatDlg::store_reference() {
   const std::int32_t source = referenced_index();
   if (source < 0) {
-    return refuse(fields_.reference.empty() ? error::reference_not_set : error::no_such_reference);
+    const bool is_named = !fields_.reference.empty();
+    return refuse({is_named ? error::no_such_reference : error::reference_not_set},
+                  control_id::reference);
   }
   const std::int32_t result = copy_settings(parent_.main(), source);
-  return result >= 0 || refuse(result);
+  return result >= 0 || refuse({result}, control_id::reference);
 }
 
 bool ClSetupFormatDlg::store_enumeration() {
@@ -340,7 +351,7 @@ bool ClSetupFormatDlg::store_enumeration() {
     show_stored_action();
     return true;
   }
-  refuse(stored.code, stored.suffix, stored.number);
+  refuse({stored.code, stored.suffix, stored.number}, control_id::select_file);
   if (stored.leaves_settings) parent_.delete_current_settings();
   return false;
 }

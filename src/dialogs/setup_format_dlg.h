@@ -40,6 +40,7 @@ class ClSetupFormatDlg : public FormDialog {
   void select_file();
   void browse_file();
   void show_enumeration_file(const std::string& path);
+  void show_enumeration_name();
   void delete_settings();
   void setup();
   void move_by(int rows);
@@ -51,7 +52,13 @@ class ClSetupFormatDlg : public FormDialog {
   void show_stored_action();
   bool store_reference();
   bool store_enumeration();
-  bool refuse(std::int32_t code, std::string_view suffix = {}, std::uint64_t number = 0);
+
+  struct Refusal {
+    std::int32_t code;
+    std::string_view suffix = {};
+    std::uint64_t number = 0;
+  };
+  bool refuse(const Refusal& refusal, int control_id);
 
   ClDGCol& item();
 

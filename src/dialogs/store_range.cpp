@@ -3,9 +3,11 @@
 #include <limits>
 
 #include "dialogs/format_precheck.h"
+#include "dialogs/setup_fields.h"
 #include "format/error_codes.h"
 #include "format/item_settings.h"
 #include "formatlang/number_text.h"
+#include "formatlang/range_check.h"
 
 namespace korvex {
 
@@ -84,6 +86,42 @@ std::int32_t check_integer_range(std::int32_t code, const RangeTexts& texts) {
   return fits(texts.end) ? 0 : error::end_out_of_range;
 }
 
+// Many codes speak of the format, the start or the end value. To blame is the format when it brings
+// the code without any value, and a value when it does so in the places of both.
+RangePart part_to_blame(const ItemAttributes& item, const RangeTexts& texts,
+                        const RangeRules& rules, std::int32_t code) {
+  const auto brings_code = [&](const std::string& start, const std::string& end) {
+    CheckedRange unused;
+    return check_range(item, {texts.format, start, end, first_increment}, unused) == code;
+  };
+  if (check_entry(item, texts, rules) == code || brings_code("", "")) return RangePart::format;
+  if (brings_code(texts.start, texts.start)) return RangePart::start;
+  return brings_code(texts.end, texts.end) ? RangePart::end : RangePart::increment;
+}
+
+RangePart wrong_part(const ItemAttributes& item, const RangeTexts& texts, const RangeRules& rules,
+                     std::int32_t code) {
+  switch (code) {
+    case error::start_not_set:
+    case error::start_count_mismatch:
+    case error::bad_start_sign:
+    case error::start_out_of_range:
+      return RangePart::start;
+    case error::end_not_set:
+    case error::end_count_mismatch:
+    case error::bad_end_sign:
+    case error::end_out_of_range:
+    case error::inconsistent_values:  // with the start value, which was typed before
+      return RangePart::end;
+    case error::increment_not_set:
+    case error::bad_increment:
+    case error::increment_out_of_range:
+      return RangePart::increment;
+    default:
+      return part_to_blame(item, texts, rules, code);
+  }
+}
+
 }  // namespace
 
 RangeStored store_range(ClColMain& main, const RangeEntry& entry, const RangeRules& rules) {
@@ -101,6 +139,7 @@ RangeStored store_range(ClColMain& main, const RangeEntry& entry, const RangeRul
       stored.clears_values = stored.code == 0 && main.settings.edited().variable_count == 0;
     }
   }
+  if (stored.code != 0) stored.wrong = wrong_part(item, entry.texts, rules, stored.code);
   stored.hint = range_hint(stored.code);
   return stored;
 }

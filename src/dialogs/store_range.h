@@ -28,10 +28,13 @@ inline constexpr RangeRules setup_format_rules = {.decimal_without_digits_is_tex
 inline constexpr RangeRules value_update_rules = {.decimal_without_digits_is_text = false,
                                                   .checks_integer_range = false};
 
+enum class RangePart { none, format, start, end, increment };
+
 struct RangeStored {
-  std::int32_t code = 0;       // 0, or what was refused
-  std::string_view hint;       // belongs behind the message of `code`
-  bool clears_values = false;  // the stored format takes no start, end and increment
+  std::int32_t code = 0;              // 0, or what was refused
+  RangePart wrong = RangePart::none;  // the text to be typed again
+  std::string_view hint;              // belongs behind the message of `code`
+  bool clears_values = false;         // the stored format takes no start, end and increment
 };
 
 // Checks an entry and stores it as the settings of the current item, of which there must be one.

@@ -1,6 +1,8 @@
 #include "dialogs/window_interface.h"
 
 #include <QApplication>
+#include <QClipboard>
+#include <QCloseEvent>
 #include <QFile>
 #include <QFileDialog>
 #include <QKeyEvent>
@@ -80,31 +82,43 @@ class OverrideCursor : public platform::WaitCursor {
   OverrideCursor& operator=(const OverrideCursor&) = delete;
 };
 
-// A question wants an answer: neither Escape nor the close box is one.
-class NoEscape : public QObject {
+// Ctrl+C copies what the box says. A question wants an answer: neither Escape nor closing the
+// window is one.
+class MessageBox : public QMessageBox {
  public:
-  using QObject::QObject;
+  MessageBox(MessageKind kind, const QString& text, QWidget* owner)
+      : QMessageBox(icon_of(kind), QApplication::applicationDisplayName(), text,
+                    is_question(kind) ? Yes | No : StandardButtons(Ok), owner),
+        needs_answer_(is_question(kind)) {
+    setTextFormat(Qt::PlainText);
+    setTextInteractionFlags(Qt::TextSelectableByMouse);
+    if (needs_answer_) {
+      setWindowFlags((windowFlags() | Qt::CustomizeWindowHint) & ~Qt::WindowCloseButtonHint);
+    }
+  }
 
  protected:
-  bool eventFilter(QObject*, QEvent* event) override {
-    const bool is_key = event->type() == QEvent::KeyPress;
-    const bool is_escape = is_key && static_cast<const QKeyEvent*>(event)->key() == Qt::Key_Escape;
-    if (!is_escape && event->type() != QEvent::Close) return false;
-    event->ignore();
-    return true;
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->matches(QKeySequence::Copy)) {
+      QApplication::clipboard()->setText(text());
+    } else if (event->key() != Qt::Key_Escape || !needs_answer_) {
+      QMessageBox::keyPressEvent(event);
+    }
   }
+  void closeEvent(QCloseEvent* event) override {
+    if (needs_answer_) return event->ignore();
+    QMessageBox::closeEvent(event);
+  }
+
+ private:
+  bool needs_answer_;
 };
 
 }  // namespace
 
 Answer WindowInterface::show_message(MessageKind kind, const std::string& text) {
-  const auto buttons = is_question(kind) ? QMessageBox::Yes | QMessageBox::No
-                                         : QMessageBox::StandardButtons(QMessageBox::Ok);
-  QMessageBox box(icon_of(kind), QApplication::applicationDisplayName(),
-                  QString::fromStdString(platform::message_to_utf8(text)), buttons,
-                  owner_widget(nullptr));
-  box.setTextFormat(Qt::PlainText);
-  if (is_question(kind)) box.installEventFilter(new NoEscape(&box));
+  MessageBox box(kind, QString::fromStdString(platform::message_to_utf8(text)),
+                 owner_widget(nullptr));
   // Nobody waits while a message waits for him.
   std::optional<OverrideCursor> pointer;
   if (QApplication::overrideCursor() != nullptr) pointer.emplace(Qt::ArrowCursor);

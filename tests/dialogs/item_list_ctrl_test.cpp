@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
+#include <QToolTip>
 #include <vector>
 
 #include "dialogs/item_list_model.h"
@@ -104,6 +106,24 @@ TEST_F(ItemListTest, KeepsTheWidthsThatTheUserMade) {
   EXPECT_GT(dragged[0], 60);
   list_.resize(840, 200);
   EXPECT_EQ(widths(), dragged);
+}
+
+// A cell that is cut says the whole text; a double click on the divider makes room for it.
+TEST_F(ItemListTest, ShowsLongTextsWholeWhenAsked) {
+  items_[3]->name = "<b>a name of many words</b>";
+  show_list(420);
+  const auto tooltip = [&](int row) {
+    QHelpEvent event(QEvent::ToolTip, middle_of(row),
+                     list_.viewport()->mapToGlobal(middle_of(row)));
+    QApplication::sendEvent(list_.viewport(), &event);
+    return QToolTip::isVisible() ? QToolTip::text() : QString();
+  };
+  EXPECT_EQ(tooltip(3), "&lt;b&gt;a name of many words&lt;/b&gt;");
+  QTest::mouseDClick(list_.header()->viewport(), Qt::LeftButton, {}, QPoint(widths()[0] - 1, 5));
+  const QString name = QString::fromStdString(items_[3]->name);
+  EXPECT_GE(widths()[0], list_.fontMetrics().horizontalAdvance(name));
+  QToolTip::hideText();
+  EXPECT_EQ(tooltip(3), "");
 }
 
 TEST_F(ItemListTest, TellsOfEachNewRowOnce) {

@@ -127,29 +127,33 @@ TEST_F(SetupFormatDlgTest, SetupIsTheDefaultButton) {
   EXPECT_EQ(rows[1], default_number);
 }
 
-TEST_F(SetupFormatDlgTest, RefusalsKeepItOpen) {
+TEST_F(SetupFormatDlgTest, RefusalsKeepItOpenAtTheWrongControl) {
   struct Case {
     Steps entry;
     std::string told;
     std::string end;
+    int wrong;
   };
   const auto reference = [](const char* name) {
     return Steps{choose(id::type, type_entry::reference), type(id::reference, name)};
   };
   const Case cases[] = {
-      {{type(id::format, "")}, "w36", "set the format."},
-      {{type(id::format, "%5X")}, "w7", "attributes.\nPlease check the format."},
-      {{type(id::format, "'1'%1U'2'")}, "w11", "fixed part."},
-      {{type(id::increment, "")}, "w39", "increment value."},
-      {reference(""), "w34", "Reference Item."},
-      {reference("b"), "w74", "as a reference."},
-      {reference("A"), "w29", "same target."},
-      {reference("C"), "w31", "is different."},
-      {{choose(id::type, type_entry::enumeration)}, "w138", "a file name."},
+      {{type(id::format, "")}, "w36", "set the format.", id::format},
+      {{type(id::format, "%5X")}, "w7", "attributes.\nPlease check the format.", id::format},
+      {{type(id::format, "'1'%1U'2'")}, "w11", "fixed part.", id::format},
+      {{type(id::increment, "")}, "w39", "increment value.", id::increment},
+      {reference(""), "w34", "Reference Item.", id::reference},
+      {reference("b"), "w74", "as a reference.", id::reference},
+      {reference("A"), "w29", "same target.", id::reference},
+      {reference("C"), "w31", "is different.", id::reference},
+      {{choose(id::type, type_entry::enumeration)}, "w138", "a file name.", id::select_file},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.told);
     play_in_setup(c.entry + Steps{click(id::ok), expect_told({c.told}), expect_item("A"),
+                                  [c](FormDialog& dialog) {
+                                    EXPECT_TRUE(dialog.control(c.wrong)->hasFocus());
+                                  },
                                   answer(Answer::no), click(id::cancel)});
     setup.told();
     EXPECT_EQ(rows[0], default_number);

@@ -11,6 +11,7 @@
 namespace korvex::test {
 namespace {
 
+constexpr const char* date_hint = "\nPlease check the start value and the end value.";
 constexpr const char* values_hint =
     "\nPlease check the start value, the end value, and the increment value.";
 
@@ -39,35 +40,58 @@ TEST_F(StoreRangeTest, RefusesInOrderAndSaysWhatToLookAt) {
     RangeTexts texts;
     std::int32_t code;
     const char* hint;
+    RangePart wrong;
   };
+  using enum RangePart;
   const ControlItemFields number = {.signed_flag = 1};
   const ControlItemFields text = {.attribute = 1, .length = 100, .digits = 100};
   const std::string in_255_bytes = std::string(253, ' ') + "5S";
   const Row rows[] = {
-      {"no format", number, {"", "", "", ""}, -36, ""},
-      {"255 bytes", number, {in_255_bytes, "", "", ""}, -35, ""},
-      {"256 bytes", number, {in_255_bytes + " ", "", "", ""}, -10, ""},
-      {"pre-check", number, {"%5X", "", "", ""}, -7, "\nPlease check the format."},
-      {"parts before values", number, {"%D%D", "", "", ""}, -12, ""},
-      {"fixed before variable parts", number, {"'1''1'%D%D", "", "", ""}, -11, ""},
-      {"start", number, {"%5D", "", "", ""}, -37, ""},
-      {"end", number, {"%5D", "1", "", ""}, -38, ""},
-      {"increment", number, {"%5D", "1", "9", ""}, -39, ""},
+      {"no format", number, {"", "", "", ""}, -36, "", format},
+      {"255 bytes", number, {in_255_bytes, "", "", ""}, -35, "", format},
+      {"256 bytes", number, {in_255_bytes + " ", "", "", ""}, -10, "", format},
+      {"pre-check", number, {"%5X", "", "", ""}, -7, "\nPlease check the format.", format},
+      {"parts before values", number, {"%D%D", "", "", ""}, -12, "", format},
+      {"fixed before variable parts", number, {"'1''1'%D%D", "", "", ""}, -11, "", format},
+      {"start", number, {"%5D", "", "", ""}, -37, "", start},
+      {"end", number, {"%5D", "1", "", ""}, -38, "", end},
+      {"increment", number, {"%5D", "1", "9", ""}, -39, "", increment},
       {"date",
        {.attribute = 28, .digits = 8},
        {"%4YMD", "20000001", "20010101", "1"},
        -59,
-       "\nPlease check the start value and the end value."},
-      {"point", number, {"%5D", "1.", "9", "1"}, -24, values_hint},
-      {"text decimals", text, {"%5.2D", "1", "9", "1"}, -21, "\nPlease check the format."},
-      {"letters", number, {"%5S", "A", "Z", "1"}, -9, "\nPlease check the format."},
-      {"no class", {.attribute = 29}, {"%5D", "1", "9", "1"}, -7, "\nPlease check the format."},
+       date_hint,
+       start},
+      {"point", number, {"%5D", "1.", "9", "1"}, -24, values_hint, start},
+      {"text decimals", text, {"%5.2D", "1", "9", "1"}, -21, "\nPlease check the format.", format},
+      {"letters", number, {"%5S", "A", "Z", "1"}, -9, "\nPlease check the format.", format},
+      {"no class",
+       {.attribute = 29},
+       {"%5D", "1", "9", "1"},
+       -7,
+       "\nPlease check the format.",
+       format},
       {"wrong letters",
        text,
        {"%2S", "ab", "ZZ", "1"},
        -19,
-       "\nPlease check the format, the start value, and the end value."},
-      {"no hint", number, {"%5D", "9", "1", "1"}, -18, ""},
+       "\nPlease check the format, the start value, and the end value.",
+       start},
+      {"no hint", number, {"%5D", "9", "1", "1"}, -18, "", increment},
+      {"end digits", number, {"%5D", "1", "123456", "1"}, -8, "", end},
+      {"increment decimals", number, {"%5D", "1", "9", "1.5"}, -23, values_hint, increment},
+      {"time",
+       {.attribute = 31, .length = 6, .digits = 6},
+       {"%T", "000000", "240000", "1"},
+       -58,
+       "",
+       end},
+      {"timestamp",
+       {.attribute = 32, .length = 15, .digits = 15},
+       {"%TS", "x", "x", "1"},
+       -59,
+       date_hint,
+       start},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
@@ -75,6 +99,7 @@ TEST_F(StoreRangeTest, RefusesInOrderAndSaysWhatToLookAt) {
     const RangeStored stored = store(row.texts);
     EXPECT_EQ(stored.code, row.code);
     EXPECT_EQ(stored.hint, row.hint);
+    EXPECT_EQ(stored.wrong, row.wrong);
     EXPECT_FALSE(stored.clears_values);
     EXPECT_EQ(shown().generation_type, generation_type::none);
   }
