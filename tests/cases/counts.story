@@ -83,3 +83,14 @@ do
   $ korvex count l.toml --records 0 | head -n 2
     Data items:          <COUNT>
     Predicted size:      <SIZE>
+# Without repeats a guarded run asks nothing, however many values there are; without settings there is nothing to count.
+file l.toml
+  @layout
+  @number A type = "default"
+> generate l.toml --settings-only --quiet
+> generate l.toml --output-option 2 --records 1
+  1 records, 5 bytes, <t> s: d.csv
+edit l.toml name = "A" => number = 9<0A>name = "A"
+edit l.toml values = { type = "default" } =>
+>1 count l.toml
+  DGCheckRepeatCnt:    -1 (the settings cannot be evaluated)
