@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "generate/enum_data_list.h"
+#include "courses/enum_data_list.h"
 #include "host/records/element_sequence.h"
 
 namespace korvex::host {

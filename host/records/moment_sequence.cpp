@@ -4,8 +4,8 @@
 #include <numeric>
 
 #include "format/record_text.h"
-#include "generate/calendar.h"
-#include "generate/moment_text.h"
+#include "courses/calendar.h"
+#include "courses/moment_text.h"
 
 namespace korvex::host {
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "control/col_main.h"
-#include "generate/enum_data_list.h"
+#include "courses/enum_data_list.h"
 #include "generate/repeat_count.h"
 #include "generate/repeat_table.h"
 #include "host/layout/control_writer.h"

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "generate/line_block.h"
+#include "courses/line_block.h"
 #include "generate/record_assembler.h"
 
 namespace korvex {
@@ -27,6 +27,9 @@ class BlockAssembler {
   // Appends up to `most` of the next lines, with their ends; answers how many. 0 when the next
   // record must be left to the record assembler.
   std::int64_t assemble(LineBlock& lines, std::int64_t most);
+
+  // To be called when records have been taken elsewhere, or another one is next.
+  void forget() { planned_ = 0; }
 
   // Where the lines begin that the last call has appended.
   std::span<const std::size_t> line_begins() const { return begins_; }

@@ -5,7 +5,7 @@
 
 #include "control/col_main.h"
 #include "format/records.h"
-#include "generate/enum_data_list.h"
+#include "courses/enum_data_list.h"
 
 namespace korvex {
 

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "generate/wheel.h"
+#include "courses/wheel.h"
 
 namespace korvex {
 

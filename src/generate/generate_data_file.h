@@ -1,17 +1,12 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
-#include <unordered_map>
-#include <vector>
 
 #include "control/col_main.h"
-#include "generate/block_assembler.h"
 #include "generate/log_file.h"
 #include "generate/progress.h"
-#include "generate/record_assembler.h"
 #include "generate/record_writer.h"
-#include "generate/repeat_table.h"
+#include "generate/run.h"
 #include "platform/file.h"
 #include "platform/runtime_class.h"
 
@@ -30,8 +25,8 @@ class ClGenerateDataFile : public platform::Object {
   // A failed run leaves no data file, except that after -76 the lines before the limit stay.
   std::int32_t run();
 
-  // The exact size of the file that run() would write without a limit: assembles all records and
-  // writes nothing, no report of bad enumeration lines either: the first of them ends it, with its
+  // The exact size of the file that run() would write without a limit: in closed form, or by
+  // assembling all records where that is not known. Writes nothing, no report of bad enumeration lines either: the first of them ends it, with its
   // code and, in `bad_line`, its number. In place of run(); otherwise the same codes.
   std::int32_t measure(std::uint64_t& bytes);
 
@@ -44,12 +39,7 @@ class ClGenerateDataFile : public platform::Object {
  private:
   std::int32_t load();
   std::int32_t generate();
-  std::int32_t prepare();
-  std::int32_t prepare_items();
-  std::int32_t prepare_item(const ClFmtColInf& column);
-  std::int32_t prepare_enumeration(const ClFmtColInf& column, ItemGenerator& generator);
-  std::int32_t prepare_repeats();
-  ItemGenerator& item_generator(const ClFmtColInf& column);
+  std::int32_t prepare(const ListLoader& load_list);
   bool asks_about_repeats() const;
   bool user_accepts_fewer_records() const;
   std::int32_t write_data_file();
@@ -57,12 +47,7 @@ class ClGenerateDataFile : public platform::Object {
   std::int32_t write_all(RecordWriter& writer, platform::ProgressSink& progress,
                          ProgressMeter& meter);
 
-  bool measures_only_ = false;
-  bool quotation_ = false;
-  bool repeat_in_use_ = false;
-  RepeatTable repeats_;
-  std::unordered_map<const ClFmtColInf*, std::unique_ptr<ItemGenerator>> generators_;
-  RecordAssembler assembler_;
+  Run run_;
   GenerationLog log_;
   bool data_file_begun_ = false;
 };

@@ -1,6 +1,5 @@
 #include "generate/item_generator.h"
 
-#include "format/error_codes.h"
 #include "formatlang/attributes.h"
 #include "generate/repeat_table.h"
 
@@ -14,24 +13,20 @@ constexpr std::size_t field_frame_size = 3;
 }  // namespace
 
 ItemGenerator::ItemGenerator(const ClFmtColInf& column, std::int32_t layout_kind, bool quotation)
-    : settings_(column.record),
+    : column_(column),
+      settings_(column.record),
+      layout_kind_(layout_kind),
       is_initial_value_(column.record.generation_type == generation_type::initial_value),
-      quoted_(quotation && !is_initial_value_ && is_quoted(column.record.attribute)) {
-  ItemContext context;
-  context.layout_kind = layout_kind;
-  context.lead_element = settings_.lead_element;
-  context.item_digits = settings_.digits;
-  context.item_decimals = settings_.decimals;
-  context.increment = settings_.increment;
-  if (!is_initial_value_) {
-    for (const auto& element : column.elements) {
-      elements_.push_back(make_element_generator(context, *element));
-      context.follows_calendar |= element->record.kind == format_kind::date ||
-                                  element->record.kind == format_kind::timestamp;
-    }
+      quoted_(quotation && !is_initial_value_ && korvex::is_quoted(column.record.attribute)),
+      course_(ItemCourse::of(column, layout_kind)) {
+  if (course_) {
+    for (const auto& element : course_->elements()) cursors_.emplace_back(*element);
+    room_ = course_->elements().size() * Course::max_text_size;
+  } else {
+    literal_ = std::make_unique<LiteralItem>(column_, layout_kind_);
+    room_ = literal_->room();
   }
-  room_ =
-      elements_.size() * ElementGenerator::max_text_size + field_frame_size + LineBlock::chunk_size;
+  room_ += field_frame_size + LineBlock::chunk_size;
 }
 
 void ItemGenerator::join_repeat(const ClRepeatData* next) {
@@ -50,10 +45,6 @@ void ItemGenerator::set_enumeration(std::unique_ptr<ClEnumDataList> values) {
 void ItemGenerator::clear_wrapped() {
   wrapped_ = false;
   if (list_cursor_) list_cursor_->rewind();
-}
-
-bool ItemGenerator::repeats_from_start() const {
-  return settings_.exceeded_action == exceeded_action::repeat;
 }
 
 std::int32_t ItemGenerator::append_other(LineBlock& line, const RunState& run) {
@@ -75,26 +66,21 @@ std::int32_t ItemGenerator::append_other(LineBlock& line, const RunState& run) {
   return 0;
 }
 
-inline std::int32_t ItemGenerator::walk_elements(char*& out, bool& ended) {
-  pass_.date_overflow = false;
-  for (const auto& element : elements_) {
-    if (element->is_off()) continue;
-    out = element->write(out);
-    const StepOutcome outcome = element->advance(pass_);
-    if (outcome == StepOutcome::going) [[likely]]
-      continue;
-    if (outcome == StepOutcome::bad_kind) return error::bad_attribute;
-    if (outcome == StepOutcome::bad_sub_kind) return error::signed_format_for_unsigned;
+// Writes the text of the present step and takes the next.
+std::int32_t ItemGenerator::write_text(char*& out, bool& ended) {
+  if (literal_ != nullptr) return literal_->write(out, ended);
+  if (is_empty_) return 0;
+  const std::size_t shown = course_->shown_at(step_);
+  for (std::size_t i = 0; i < shown; ++i) out = cursors_[i].write(out);
+  if (take_step()) [[unlikely]]
     ended = true;
-    if (outcome == StepOutcome::cut) break;
-  }
   return 0;
 }
 
 std::int32_t ItemGenerator::append_plain(LineBlock& line) {
   bool ended = false;
   char* out = open_field(line);
-  const std::int32_t result = walk_elements(out, ended);
+  const std::int32_t result = write_text(out, ended);
   if (result != 0) [[unlikely]]
     return result;
   line.move_cursor(close_field(out));
@@ -104,13 +90,26 @@ std::int32_t ItemGenerator::append_plain(LineBlock& line) {
 }
 
 void ItemGenerator::end_cycle() {
-  for (const auto& element : elements_) {
-    if (repeats_from_start()) {
-      element->restart();
-    } else {
-      element->switch_off();
-    }
+  if (repeats_from_start()) {
+    restart();
+  } else if (literal_ != nullptr) {
+    literal_->switch_off();
+  } else {
+    is_empty_ = true;
   }
+}
+
+void ItemGenerator::restart() {
+  if (literal_ != nullptr) {
+    literal_->restart();
+  } else {
+    place(0);
+  }
+}
+
+void ItemGenerator::place(Steps step) {
+  step_ = step;
+  for (CourseCursor& cursor : cursors_) cursor.seek(step);
 }
 
 // An outer member shows its value again until the next inner level has finished.
@@ -127,13 +126,13 @@ std::int32_t ItemGenerator::append_repeated(LineBlock& line, const RunState& run
     return 0;
   }
   const char* begin = out;
-  const std::int32_t result = walk_elements(out, wrapped_);
+  const std::int32_t result = write_text(out, wrapped_);
   if (result != 0) return result;
   out = close_field(out);
   line.move_cursor(out);
   // The innermost member never shows a value again.
   if (next_entry_ != nullptr) saved_text_.assign(begin, static_cast<std::size_t>(out - begin));
-  if (wrapped_) restart_elements();
+  if (wrapped_) restart();
   return 0;
 }
 
@@ -174,10 +173,6 @@ char* ItemGenerator::open_field(LineBlock& line) const {
   char* out = line.cursor();
   if (quoted_) *out++ = quotation_mark;
   return out;
-}
-
-void ItemGenerator::restart_elements() {
-  for (const auto& element : elements_) element->restart();
 }
 
 }  // namespace korvex

@@ -9,11 +9,14 @@
 #include <string_view>
 #include <vector>
 
+#include "courses/course_cursor.h"
+#include "courses/enum_data_list.h"
+#include "courses/item_course.h"
+#include "courses/item_facts.h"
+#include "courses/line_block.h"
+#include "courses/literal_item.h"
 #include "format/col_inf.h"
-#include "generate/element_generator.h"
-#include "generate/enum_data_list.h"
 #include "generate/field_writer.h"
-#include "generate/line_block.h"
 
 namespace korvex {
 
@@ -71,6 +74,7 @@ class ItemGenerator {
   // comma, except the constant one, which append_constant() appends as a whole.
   void append_constant(std::string& line, const RunState& run) const;
 
+  bool is_quoted() const { return quoted_; }
   std::string_view opening() const { return quoted_ ? "\"" : ""; }
   std::string_view closing() const { return quoted_ ? "\"," : ","; }
 
@@ -80,7 +84,7 @@ class ItemGenerator {
   }
   std::size_t size(FieldForm form) const;
 
-  // Writes the next `count` fields of one size, each with `closing` behind it, and takes as many
+  // Writes the next `count` fields of one size, each with `closing` after it, and takes as many
   // steps.
   void write_counting(FieldPlaces places, std::int64_t count, std::string_view closing);
   void write_values(FieldPlaces places, std::int64_t count, std::string_view closing);
@@ -103,9 +107,40 @@ class ItemGenerator {
   // Each field with the item raises the mode once; raised twice it is none that takes values.
   void raise_mode() { mode_ += assembly_mode::enumeration; }
 
+  // Whether the elements go in closed form.
+  bool has_course() const { return course_.has_value(); }
+
+  bool is_repeat_member() const { return is_repeat_member_; }
+
   // Whether the item's values have passed their end since this was last cleared (repeat members).
   bool wrapped() const { return wrapped_; }
   void clear_wrapped();
+
+  const FmtColRec& settings() const { return settings_; }
+
+  // How many values a cycle has; nothing where that is not told in closed form, because the item
+  // goes step by step or stands in several fields.
+  std::optional<Steps> cycle() const;
+
+  // What is known of the values of an item that has a cycle.
+  ItemFacts facts() const;
+
+  // Back to where the item stands before the first record.
+  void rewind();
+
+  // Takes the steps of so many records in which the item repeats nothing: in closed form, or cycle
+  // by cycle for an item that goes step by step.
+  void skip(Steps records);
+
+  // Puts a member of repeats that have not finished to where it stands after so many values.
+  // `wrapped` tells whether the last of them ended a cycle that no counter has taken notice of yet.
+  // The item must have a cycle.
+  void seek_member(Steps values, bool wrapped);
+
+  // Whether the item starts again after its end, and is not empty from there on.
+  bool repeats_from_start() const {
+    return settings_.exceeded_action == exceeded_action::repeat;
+  }
 
  private:
   static constexpr char quotation_mark = '"';
@@ -116,7 +151,7 @@ class ItemGenerator {
   std::int32_t append_next_enumeration(LineBlock& line);
   std::int32_t append_repeated_enumeration(LineBlock& line, const RunState& run);
   void append_enumeration_value(LineBlock& line);
-  [[gnu::always_inline]] inline std::int32_t walk_elements(char*& out, bool& ended);
+  std::int32_t write_text(char*& out, bool& ended);
   char* open_field(LineBlock& line) const;
   char* close_field(char* out) const {
     if (quoted_) *out++ = quotation_mark;
@@ -125,24 +160,41 @@ class ItemGenerator {
   }
   void append_empty(LineBlock& line) const;
   void end_cycle();
-  void restart_elements();
+  void restart();
+  void place(Steps step);
   bool outer_waits(const RunState& run) const;
-  bool repeats_from_start() const;
+  bool takes_values_from_list() const {
+    return mode_ == assembly_mode::enumeration || mode_ == assembly_mode::enumeration_repeat_member;
+  }
+  void skip_literal(Steps values);
 
   FieldOutlook counting_outlook() const;
   FieldOutlook repeated_outlook(const RunState& run) const;
-  bool shows_nothing() const;
-  bool counts_on_without_end() const;
+  Steps records_of_full_size() const;
   std::int64_t run_left() const;
-  void step_beyond_run();
 
+  // Whether the step ends the cycle: the item then stays there until it is told how to go on.
+  bool take_step() {
+    if (++step_ == course_->end()) return true;
+    for (CourseCursor& cursor : cursors_) cursor.advance(step_);
+    return false;
+  }
+
+  const ClFmtColInf& column_;
   const FmtColRec& settings_;
+  const std::int32_t layout_kind_;
   // An item without values is never quoted and has no elements to walk.
   const bool is_initial_value_;
   const bool quoted_;
   std::size_t room_ = 0;  // for the longest field that the elements can give
-  std::vector<std::unique_ptr<ElementGenerator>> elements_;
-  ItemPass pass_;
+
+  // The elements: in closed form, at one step, or one step after the other.
+  std::optional<ItemCourse> course_;
+  std::vector<CourseCursor> cursors_;
+  Steps step_ = 0;
+  bool is_empty_ = false;  // the values have passed their end, and nothing follows
+  std::unique_ptr<LiteralItem> literal_;
+
   std::int32_t fields_ = 0;
   std::int32_t mode_ = assembly_mode::plain;
 

@@ -12,6 +12,10 @@ namespace {
 
 constexpr FieldOutlook unforeseen = {};
 
+std::int64_t as_records(Steps steps) {
+  return static_cast<std::int64_t>(std::min(steps, static_cast<Steps>(FieldOutlook::no_end)));
+}
+
 }  // namespace
 
 FieldOutlook ItemGenerator::outlook(const RunState& run) const {
@@ -27,15 +31,29 @@ FieldOutlook ItemGenerator::outlook(const RunState& run) const {
 }
 
 FieldOutlook ItemGenerator::counting_outlook() const {
-  if (shows_nothing()) return {FieldForm::constant, FieldOutlook::no_end};
-  return {FieldForm::counting, counts_on_without_end() ? FieldOutlook::no_end : run_left()};
+  constexpr FieldOutlook constant = {FieldForm::constant, FieldOutlook::no_end};
+  if (literal_ != nullptr) return literal_->shows_nothing() ? constant : unforeseen;
+  if (cursors_.empty() || is_empty_) return constant;
+  return {FieldForm::counting, as_records(records_of_full_size())};
+}
+
+// The last record of a cycle may be shorter; so is what comes after the only cycle.
+Steps ItemGenerator::records_of_full_size() const {
+  if (course_->end() == endless || (repeats_from_start() && !course_->is_cut_at_end())) {
+    return endless;
+  }
+  return course_->end() - step_ - (course_->is_cut_at_end() ? 1 : 0);
 }
 
 // As long as the innermost item does not wrap, all others wait, and no counter turns.
 FieldOutlook ItemGenerator::repeated_outlook(const RunState& run) const {
   if (run.first_record) return unforeseen;
   if (next_entry_ == nullptr) {
-    if (!list_cursor_) return {FieldForm::counting, run_left()};
+    if (literal_ != nullptr) return unforeseen;
+    if (!list_cursor_) {
+      const Steps end = course_->end();
+      return {FieldForm::counting, as_records(end == endless ? endless : end - 1 - step_)};
+    }
     return {FieldForm::listed, list_cursor_->left() - 1};
   }
   const bool has_value = !list_cursor_ || list_cursor_->index() > 0;
@@ -43,30 +61,10 @@ FieldOutlook ItemGenerator::repeated_outlook(const RunState& run) const {
                                        : unforeseen;
 }
 
-// No element has a text left: the item has been emptied, or it never had values.
-bool ItemGenerator::shows_nothing() const {
-  return std::all_of(elements_.begin(), elements_.end(),
-                     [](const auto& element) { return element->is_off(); });
-}
-
-// An item that empties at its end, or that a step may end in the middle of its field, is foreseen
-// no further than its elements' runs. Nor is one whose texts differ in size, or come back from
-// being empty.
-bool ItemGenerator::counts_on_without_end() const {
-  if (!repeats_from_start()) return false;
-  for (const auto& element : elements_) {
-    const bool is_last = element == elements_.back();
-    if (element->is_off() || !element->keeps_size()) return false;
-    if (!is_last && !element->never_cuts()) return false;
-  }
-  return true;
-}
-
+// Steps that need no course to be asked, and do not end the cycle.
 std::int64_t ItemGenerator::run_left() const {
-  std::int64_t steps = FieldOutlook::no_end;
-  for (const auto& element : elements_) {
-    if (!element->is_off()) steps = std::min(steps, element->run_left());
-  }
+  std::int64_t steps = as_records(course_->end() - 1 - step_);
+  for (const CourseCursor& cursor : cursors_) steps = std::min(steps, cursor.run_left());
   return steps;
 }
 
@@ -87,29 +85,25 @@ void ItemGenerator::append_constant(std::string& line, const RunState& run) cons
 }
 
 std::size_t ItemGenerator::size(FieldForm form) const {
-  if (form == FieldForm::listed) return enumeration_->largest();
-  std::size_t size = 0;
-  for (const auto& element : elements_) size += element->text().size();
-  return size;
+  return form == FieldForm::listed ? enumeration_->largest() : course_->size();
 }
 
 void ItemGenerator::write_counting(FieldPlaces places, std::int64_t count,
                                    std::string_view closing) {
   if (field_.size() < room_ + closing.size()) field_.resize(room_ + closing.size());
   while (count > 0) {
-    // Behind the last step of a run the value stands for one line more.
+    // After the last step of a run the value stands for one line more.
     const std::int64_t run = run_left();
     const std::int64_t lines = count <= run ? count : run + 1;
     TurningTail first_tail;
     more_tails_.clear();
     char* end = field_.data();
-    for (const auto& element : elements_) {
-      if (element->is_off()) continue;
-      end = element->write(end);
-      if (element->wheel_step() == 0 || lines == 1) continue;
+    for (const CourseCursor& cursor : cursors_) {
+      end = cursor.write(end);
+      if (cursor.wheel_step() == 0 || lines == 1) continue;
       const auto size = static_cast<std::size_t>(end - field_.data());
-      const TurningTail tail = {element->wheel_place(), element->wheel_step(), element->tail_size(),
-                                size - element->tail_size()};
+      const TurningTail tail = {cursor.wheel_place(), cursor.wheel_step(), cursor.tail_size(),
+                                size - cursor.tail_size()};
       if (first_tail.size == 0) {
         first_tail = tail;
       } else {
@@ -127,10 +121,11 @@ void ItemGenerator::write_counting(FieldPlaces places, std::int64_t count,
 
     const bool steps_beyond = lines > run;
     const std::int64_t steps = steps_beyond ? run : lines;
-    for (const auto& element : elements_) {
-      if (steps > 0 && !element->is_off()) element->skip(steps);
+    if (steps > 0) {
+      for (CourseCursor& cursor : cursors_) cursor.skip(steps);
+      step_ += static_cast<Steps>(steps);
     }
-    if (steps_beyond) step_beyond_run();
+    if (steps_beyond && take_step()) end_cycle();
   }
 }
 
@@ -144,20 +139,6 @@ void ItemGenerator::write_values(FieldPlaces places, std::int64_t count, std::st
     places.lines += lines;
     count -= lines;
   }
-}
-
-// Takes the step that at least one of the elements' runs does not cover.
-void ItemGenerator::step_beyond_run() {
-  pass_.date_overflow = false;
-  bool ended = false;
-  for (const auto& element : elements_) {
-    if (element->is_off()) continue;
-    const StepOutcome outcome = element->advance(pass_);
-    if (outcome == StepOutcome::going) continue;
-    ended = true;
-    if (outcome == StepOutcome::cut) break;
-  }
-  if (ended) end_cycle();
 }
 
 }  // namespace korvex

@@ -4,7 +4,6 @@
 
 #include "format/error_codes.h"
 #include "format/file_failure.h"
-#include "format/records.h"
 
 namespace korvex {
 
@@ -18,26 +17,11 @@ constexpr std::size_t device_block_size = platform::File::direct_write_size;
 
 }  // namespace
 
-RecordWriter::RecordWriter(platform::File& file, std::int32_t layout_kind,
-                           std::int32_t output_option)
+RecordWriter::RecordWriter(platform::File& file, std::int32_t output_option)
     : file_(file),
       block_size_(file.is_regular() ? file_block_size : device_block_size),
       lines_(block_size_ + file_block_size / 4),
-      drops_last_comma_(layout_kind == layout_kind::third),
       is_limited_(output_option == guarded_output) {}
-
-std::int32_t RecordWriter::accept() {
-  if (drops_last_comma_ && lines_.line_size() > 0 && lines_.back() == ',') {
-    lines_.back() = '\n';
-  } else {
-    lines_.require(1);
-    lines_.append('\n');
-  }
-  total_bytes_ += lines_.line_size();
-  if (is_limited_ && total_bytes_ >= output_limit_bytes) return error::output_limit;
-  lines_.finish_line();
-  return hand_over_blocks();
-}
 
 std::int32_t RecordWriter::accept_lines(std::span<const std::size_t> begins) {
   const std::size_t end = lines_.size();

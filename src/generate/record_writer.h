@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <span>
 
-#include "generate/line_block.h"
+#include "courses/line_block.h"
 #include "platform/file.h"
 
 namespace korvex {
@@ -14,19 +14,15 @@ inline constexpr std::int32_t guarded_output = 2;
 // With it, the line that would bring the file to this size is not written.
 inline constexpr std::uint32_t output_limit_bytes = 2'147'483'647;
 
-// Ends records and writes them in blocks.
+// Writes lines in blocks.
 class RecordWriter {
  public:
-  RecordWriter(platform::File& file, std::int32_t layout_kind, std::int32_t output_option);
+  RecordWriter(platform::File& file, std::int32_t output_option);
 
-  // Where the next record is assembled.
+  // Where the next lines are assembled.
   LineBlock& lines() { return lines_; }
 
-  // Ends the assembled record with a line feed, which takes the place of the last comma in the
-  // third layout kind, and accepts it for writing. 0, -76 (the record is not accepted), -26 or -27.
-  std::int32_t accept();
-
-  // Accepts lines that end already and begin at these places of lines(). 0, -26, -27, or -76 for
+  // Accepts for writing the lines that begin at these places of lines(). 0, -26, -27, or -76 for
   // the first line that is not accepted, while those before it are.
   std::int32_t accept_lines(std::span<const std::size_t> begins);
 
@@ -39,7 +35,6 @@ class RecordWriter {
   platform::File& file_;
   const std::size_t block_size_;
   LineBlock lines_;
-  bool drops_last_comma_;
   bool is_limited_;
   std::uint64_t total_bytes_ = 0;
 };

@@ -127,4 +127,49 @@ bool RepeatTable::advance() {
   return false;
 }
 
+bool RepeatTable::nest() {
+  Steps records = 1;
+  for (auto place = entries_.rbegin(); place != entries_.rend(); ++place) {
+    ClRepeatData& entry = **place;
+    const std::optional<Steps> cycle = entry.item->cycle();
+    if (!cycle || (entry.innermost && entries_.size() > 1 && *cycle == 1)) return false;
+    entry.hold = records;
+    records = product(records, product(entry.rounds(), *cycle));
+  }
+  end_ = records;
+  return true;
+}
+
+bool RepeatTable::seek(Steps record) {
+  const bool is_over = record >= end_;
+  for (const auto& entry : entries_) {
+    if (is_over) {
+      entry->item->rewind();
+      entry->item->skip(record - end_);
+      continue;
+    }
+    const Steps turn = product(entry->hold, *entry->item->cycle());
+    const Steps values = record / entry->hold + (record % entry->hold != 0 ? 1 : 0);
+    entry->repetitions_done = static_cast<std::int32_t>(record / turn % entry->rounds());
+    entry->finished = record > 0 && record % product(turn, entry->rounds()) == 0;
+    // The last value of a cycle waits for the inner levels before its end counts.
+    const bool is_wrapped = values > 0 && values % *entry->item->cycle() == 0 && record % turn != 0;
+    entry->item->seek_member(values, is_wrapped);
+  }
+  return is_over;
+}
+
+void RepeatTable::rewind() {
+  for (const auto& entry : entries_) {
+    entry->repetitions_done = 0;
+    entry->finished = false;
+  }
+}
+
+std::vector<ItemGenerator*> RepeatTable::items() const {
+  std::vector<ItemGenerator*> items;
+  for (const auto& entry : entries_) items.push_back(entry->item);
+  return items;
+}
+
 }  // namespace korvex

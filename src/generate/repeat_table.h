@@ -1,9 +1,12 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <unordered_map>
+#include <vector>
 
 #include "control/col_main.h"
+#include "courses/steps.h"
 #include "platform/runtime_class.h"
 
 namespace korvex {
@@ -21,6 +24,10 @@ class ClRepeatData : public platform::Object {
   std::int32_t item_number = 0;
   bool innermost = false;
   ItemGenerator* item = nullptr;  // whose values the entry counts; owned by the run
+  Steps hold = 1;  // records that each value of the item stands for, where that is known
+
+  // How often the item goes through its values; settings from outside may say anything.
+  Steps rounds() const { return static_cast<Steps>(std::max(repeat_count, 1)); }
 };
 
 inline const platform::RuntimeClass<ClRepeatData> repeat_data_class("ClRepeatData");
@@ -49,9 +56,29 @@ class RepeatTable {
   // repetitions; it must not be called again then.
   bool advance();
 
+  // Tells how the repeats go in closed form, once all entries have their items. False where they
+  // turn in a way that can only be seen by turning them: a member without a cycle of its own, or
+  // several levels around an innermost item of a single value, which no longer wait for it once it
+  // has finished.
+  bool nest();
+
+  // After so many records all repeats are over; known once nest() has answered true.
+  Steps end() const { return end_; }
+
+  // Puts counters and items where they stand before a record. Needs nest(). Whether the repeats
+  // have finished by then.
+  bool seek(Steps record);
+
+  // Puts all counters where they stand before the first record.
+  void rewind();
+
+  // The items that the entries count.
+  std::vector<ItemGenerator*> items() const;
+
  private:
   ClRepeatDataList entries_;  // in ascending level order
   std::unordered_map<std::int32_t, ClRepeatData*> by_level_;
+  Steps end_ = endless;
 };
 
 }  // namespace korvex

@@ -12,28 +12,6 @@ void append(RecordWriter& writer, std::string_view text) {
   writer.lines().append(text);
 }
 
-TEST(RecordWriterTest, EndsRecordsByLayoutKind) {
-  const std::tuple<std::int32_t, std::vector<std::string>, std::string> cases[] = {
-      {1, {"a,b,", ",", ""}, "a,b,\n,\n\n"},
-      {2, {"a,b,", ",", ""}, "a,b,\n,\n\n"},
-      {3, {"a,b,", ",", "", "a"}, "a,b\n\n\na\n"},
-      {3, {"\"a,\",", "\"\","}, "\"a,\"\n\"\"\n"},
-  };
-  for (const auto& [kind, records, expected] : cases) {
-    const TempFolder folder;
-    platform::File file;
-    ASSERT_EQ(file.create(folder.file("out")), platform::FileCause::none);
-    RecordWriter writer(file, kind, 0);
-    for (const std::string& record : records) {
-      append(writer, record);
-      EXPECT_EQ(writer.accept(), 0);
-    }
-    EXPECT_EQ(writer.flush(), 0);
-    file.close();
-    EXPECT_EQ(read_file(folder.file("out")), expected) << kind;
-  }
-}
-
 constexpr std::uint64_t limit = 2'147'483'647;
 constexpr std::uint64_t line_size = 1024 * 1024;
 
@@ -55,12 +33,14 @@ std::pair<std::int32_t, std::uint64_t> write_up_to(std::uint64_t bytes, std::int
   const WriteCalls calls(0);
   platform::File file;
   EXPECT_EQ(file.create("/dev/null"), platform::FileCause::none);
-  RecordWriter writer(file, 1, option);
+  RecordWriter writer(file, option);
   std::int32_t result = 0;
   for (std::uint64_t size = 0; result == 0 && bytes > 0; bytes -= size) {
     size = std::min(line_size, bytes);
+    const std::size_t begin = writer.lines().size();
     append(writer, std::string_view(text).substr(0, size - 1));
-    result = writer.accept();
+    append(writer, "\n");
+    result = writer.accept_lines({&begin, 1});
   }
   EXPECT_EQ(writer.flush(), 0);
   file.close();
@@ -82,7 +62,7 @@ TEST(RecordWriterTest, StopsAtTheSameLineInBlocks) {
     const WriteCalls calls(0);
     platform::File file;
     ASSERT_EQ(file.create("/dev/null"), platform::FileCause::none);
-    RecordWriter writer(file, 1, guarded_output);
+    RecordWriter writer(file, guarded_output);
     std::int32_t result = write_block(writer, shift);
     for (int i = 0; result == 0 && i < 1000; ++i) result = write_block(writer, lines_in_block);
     EXPECT_EQ(result, -76);

@@ -295,7 +295,9 @@ std::int32_t generate(ReferenceItem& item, Element& element, std::string& line) 
 }  // namespace
 
 ReferenceItem::ReferenceItem(const ClFmtColInf& column, std::int32_t kind, bool quotes)
-    : settings(column.record), layout_kind(kind), quotation(quotes) {
+    : settings(column.record), layout_kind(kind) {
+  static const std::set<std::int32_t> quoted = {1, 2, 3, 11, 12, 28, 31, 32};
+  if (quotes && quoted.contains(settings.attribute)) mark = "\"";
   for (const auto& element : column.elements) {
     const FmtItemRec& record = element->record;
     std::string text(field_text(record.text));
@@ -307,15 +309,8 @@ ReferenceItem::ReferenceItem(const ClFmtColInf& column, std::int32_t kind, bool 
   }
 }
 
-std::int32_t ReferenceItem::append_field(std::string& line) {
-  static const std::set<std::int32_t> quoted = {1, 2, 3, 11, 12, 28, 31, 32};
-  if (settings.generation_type == 1) {
-    line += ',';
-    return 0;
-  }
-  const std::string mark = quotation && quoted.contains(settings.attribute) ? "\"" : "";
-  line += mark;
-  bool is_over = false;
+// The elements of one field; `is_over` becomes true when the item has passed its end.
+std::int32_t ReferenceItem::append_elements(std::string& line, bool& is_over) {
   date_overflow = false;
   for (Element& element : elements) {
     const std::int32_t kind = element.settings.kind;
@@ -331,13 +326,117 @@ std::int32_t ReferenceItem::append_field(std::string& line) {
     is_over = is_over || meets_calendars_end || end_passed(*this, element);
     if (meets_calendars_end) break;
   }
-  line += mark + ",";
-  if (!is_over) return 0;
+  return 0;
+}
+
+void ReferenceItem::start_elements() {
   for (Element& element : elements) {
     start_again(element);
     if (element.settings.kind == 999) element.text = field_text(element.settings.text);
-    if (settings.exceeded_action != exceeded_action::repeat) element.text.clear();
   }
+}
+
+std::int32_t ReferenceItem::append_plain(std::string& line) {
+  bool is_over = false;
+  if (const std::int32_t result = append_elements(line, is_over); result != 0) return result;
+  if (!is_over) return 0;
+  start_elements();
+  if (settings.exceeded_action == exceeded_action::repeat) return 0;
+  for (Element& element : elements) element.text.clear();
+  return 0;
+}
+
+std::int32_t ReferenceItem::append_repeated(std::string& line, bool waits) {
+  if (waits) {
+    line += saved;
+    return 0;
+  }
+  saved.clear();
+  if (const std::int32_t result = append_elements(saved, wrapped); result != 0) return result;
+  line += saved;
+  if (wrapped) start_elements();
+  return 0;
+}
+
+void ReferenceItem::append_listed(std::string& line) {
+  if (index == list.size()) {
+    if (settings.exceeded_action != exceeded_action::repeat) return;
+    index = 0;
+  }
+  line += list[index++];
+}
+
+void ReferenceItem::append_repeated_list(std::string& line, bool waits) {
+  if (waits && index > 0) --index;
+  if (index == list.size()) return append_listed(line);
+  line += list[index++];
+  if (index == list.size()) wrapped = true;
+}
+
+ReferenceRun::Entry* ReferenceRun::entry_of(const ReferenceItem& item) {
+  for (Entry& entry : entries) {
+    if (entry.item == &item) return &entry;
+  }
+  return nullptr;
+}
+
+std::int32_t ReferenceRun::append_field(ReferenceItem& item, std::string& line) {
+  if (item.settings.generation_type == 1) {
+    line += ',';
+    return 0;
+  }
+  Entry* const entry = entry_of(item);
+  const bool is_member = entry != nullptr && !is_finished;
+  const bool waits = is_member && entry != &entries.back() && !is_first && !entry[1].finished;
+  // A list that stands in several fields takes its values from its elements.
+  const bool is_list = !item.list.empty() && std::count(fields.begin(), fields.end(), &item) == 1;
+  std::int32_t result = 0;
+  line += item.mark;
+  if (entry != nullptr && is_finished &&
+      item.settings.exceeded_action != exceeded_action::repeat &&
+      (is_list || item.list.empty())) {
+    // Nothing: it has run empty.
+  } else if (is_list) {
+    is_member ? item.append_repeated_list(line, waits) : item.append_listed(line);
+  } else if (is_member && item.list.empty()) {
+    result = item.append_repeated(line, waits);
+  } else {
+    result = item.append_plain(line);
+  }
+  line += item.mark + ",";
+  return result;
+}
+
+void ReferenceRun::advance() {
+  for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
+    if (entry == entries.rbegin()) {
+      if (!entry->item->wrapped) {
+        for (Entry& each : entries) each.finished = false;
+        return;
+      }
+    } else if (!entry->item->wrapped || !entry[-1].finished) {
+      return;
+    }
+    entry->item->wrapped = false;
+    entry->item->index = 0;
+    if (++entry->done >= entry->count) {
+      entry->finished = true;
+      entry->done = 0;
+    }
+    if (&*entry == &entries.front() && entry->finished) is_finished = true;
+    if (is_finished) return;
+  }
+}
+
+std::int32_t ReferenceRun::append_record(std::string& text) {
+  std::string line;
+  for (ReferenceItem* item : fields) {
+    if (const std::int32_t result = append_field(*item, line); result != 0) return result;
+  }
+  if (fields.front()->layout_kind == 3) line.pop_back();
+  text += line + "\n";
+  is_first = false;
+  if (!entries.empty() && !is_finished) advance();
   return 0;
 }
 

@@ -21,14 +21,47 @@ struct ReferenceItem {
 
   ReferenceItem(const ClFmtColInf& column, std::int32_t layout_kind, bool quotation);
 
-  // Appends the field of the next record. 0, -7 or -40.
-  std::int32_t append_field(std::string& line);
+  std::int32_t append_elements(std::string& line, bool& is_over);
+  std::int32_t append_plain(std::string& line);
+  std::int32_t append_repeated(std::string& line, bool waits);
+  void append_listed(std::string& line);
+  void append_repeated_list(std::string& line, bool waits);
+  void start_elements();
 
   FmtColRec settings;
   std::vector<Element> elements;
   std::int32_t layout_kind;
-  bool quotation;
+  std::string mark;  // around each value
   bool date_overflow = false;
+
+  std::vector<std::string> list;  // values in place of elements
+  std::size_t index = 0;
+  std::string saved;  // shown again while an inner repeat goes on
+  bool wrapped = false;
+};
+
+// The records of a few items, some of which may repeat.
+struct ReferenceRun {
+  struct Entry {
+    ReferenceItem* item = nullptr;
+    std::int32_t count = 1;
+    std::int32_t done = 0;
+    bool finished = false;
+  };
+
+  // Appends the next line. 0, -7 or -40.
+  std::int32_t append_record(std::string& text);
+
+  std::vector<ReferenceItem*> fields;
+  std::vector<Entry> entries;  // the outermost first
+
+ private:
+  std::int32_t append_field(ReferenceItem& item, std::string& line);
+  Entry* entry_of(const ReferenceItem& item);
+  void advance();
+
+  bool is_first = true;
+  bool is_finished = false;
 };
 
 }  // namespace korvex::test

@@ -1,28 +1,25 @@
 #pragma once
 
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "generate/enum_data_list.h"
+#include "courses/enum_data_list.h"
 
 namespace korvex::test {
 
-// A list of these values, which come as if from a file.
-inline std::unique_ptr<ClEnumDataList> make_list(const std::vector<std::string>& values) {
+// Fills a list with these values, which come as if from a file.
+inline void fill_list(const std::vector<std::string>& values, ClEnumDataList& list) {
   std::string text;
   for (const std::string& value : values) text += value;
-  text.resize(text.size() + LineReader::overhang);
+  text.resize(text.size() + ClEnumDataList::overhang);
   std::vector<std::string_view> lines;
   const char* begin = text.data();
   for (const std::string& value : values) {
     lines.emplace_back(begin, value.size());
     begin += value.size();
   }
-  auto list = std::make_unique<ClEnumDataList>();
-  list->append(lines);
-  return list;
+  list.append(lines);
 }
 
 }  // namespace korvex::test

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "generate/wheel.h"
+#include "courses/wheel.h"
 
 // The wheels of dates and times: two fields of two digits each, plain or with a separator in
 // between, 0 for none.

@@ -1,4 +1,4 @@
-#include "generate/moment_wheels.h"
+#include "courses/moment_wheels.h"
 
 #include <array>
 #include <numeric>

@@ -1,4 +1,4 @@
-#include "generate/calendar.h"
+#include "courses/calendar.h"
 
 #include <chrono>
 
@@ -27,19 +27,9 @@ constexpr std::int64_t last_second = last_day * seconds_per_day + 3 * 3600 + 14 
 
 bool is_leap_year(int y) { return year(y).is_leap(); }
 
-bool is_day(int y, int m, int d) {
-  constexpr std::uint8_t lengths[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  if (m < 1 || m > 12 || d < 1) return false;
-  return d <= (m == 2 && is_leap_year(y) ? 29 : lengths[m - 1]);
-}
-
 int day_of_year(int y, int m, int d) {
   return static_cast<int>(days_to(y, static_cast<unsigned>(m), static_cast<unsigned>(d)) -
                           days_to(y, 1, 1));
-}
-
-void set_day_of_year(int days_passed, MomentFields& fields) {
-  set_date(days_to(fields.year, 1, 1) + days_passed, fields);
 }
 
 std::int64_t day_number(const MomentFields& fields) {

@@ -1,10 +1,9 @@
-#include "generate/moment_text.h"
+#include "courses/moment_text.h"
 
 #include <cstdio>
 
-#include "format/record_text.h"
 #include "formatlang/number_text.h"
-#include "generate/digit_pairs.h"
+#include "courses/digit_pairs.h"
 
 namespace korvex {
 
@@ -135,44 +134,6 @@ std::int64_t MomentLayout::order_key(std::string_view plain) const {
   const std::size_t size = !has_date_ || short_year_ ? 6 : 8;
   if (plain.size() != size || !all_digits(plain)) return -1;
   return width_is_short_ ? with_century(decimal_prefix(plain)) : decimal_prefix(plain);
-}
-
-MomentRange::MomentRange(const MomentLayout& layout, const FmtItemRec& element)
-    : layout_(layout),
-      start_(comparable(field_text(element.start_text))),
-      end_(comparable(field_text(element.end_text))),
-      end_text_(field_text(element.end_text)),
-      start_key_(layout.order_key(field_text(element.start_text))),
-      end_key_(layout.order_key(field_text(element.end_text))),
-      has_keys_(start_key_ >= 0 && end_key_ >= 0) {}
-
-std::string MomentRange::comparable(std::string_view plain) const {
-  if (!layout_.compares_with_century()) return std::string(plain);
-  const std::int64_t year = decimal_prefix(plain.substr(0, 2));
-  const char* century = "";
-  if (year >= 70 && year <= 99) century = "19";
-  if (year >= 0 && year <= 38) century = "20";
-  return century + std::string(plain);
-}
-
-bool MomentRange::passed(std::string_view next, bool counts_up, bool counts_down) const {
-  const std::string text = comparable(next);
-  if (counts_up) return text > end_ || text < start_;
-  return counts_down && (text < end_ || text > start_);
-}
-
-std::int64_t MomentRange::stop_digits(std::int64_t key, bool counts_up, bool counts_down) const {
-  if (!counts_up && !counts_down) return nowhere;
-  if (!has_keys_ || (counts_up ? key < start_key_ : key > start_key_)) return at_once;
-  constexpr std::int64_t last_digits = 10'000;
-  const std::int64_t distance = counts_up ? end_key_ / last_digits - key / last_digits
-                                          : key / last_digits - end_key_ / last_digits;
-  if (distance != 0) return distance > 0 ? nowhere : at_once;
-  return end_key_ % last_digits;
-}
-
-bool MomentRange::text_is_behind_end(const MomentFields& next) const {
-  return layout_.plain_text(next) > end_text_;
 }
 
 }  // namespace korvex

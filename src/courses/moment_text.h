@@ -61,41 +61,4 @@ class MomentLayout {
   char time_separator_ = 0;
 };
 
-// Tells whether a value lies outside start and end, by the text comparison that defines it or, for
-// regular texts, by its order keys.
-class MomentRange {
- public:
-  MomentRange(const MomentLayout& layout, const FmtItemRec& element);
-
-  // `key` is the order key of `next`.
-  bool passed(std::int64_t key, const MomentFields& next, bool counts_up, bool counts_down) const {
-    if (key < 0 || !has_keys_) return passed(layout_.plain_text(next), counts_up, counts_down);
-    if (counts_up) return key > end_key_ || key < start_key_;
-    return counts_down && (key < end_key_ || key > start_key_);
-  }
-
-  // Where an end value stops a value that counts on in the last four digits of its key, the month
-  // and day or the minute and second: nowhere, at these digits, or at once where that can't be
-  // said.
-  static constexpr std::int64_t nowhere = -1;
-  static constexpr std::int64_t at_once = -2;
-  std::int64_t stop_digits(std::int64_t key, bool counts_up, bool counts_down) const;
-
-  // Whether the plain text of the fields is greater than the end value's, as both stand: a short
-  // year gets no century here.
-  bool text_is_behind_end(const MomentFields& next) const;
-
- private:
-  bool passed(std::string_view next, bool counts_up, bool counts_down) const;
-  std::string comparable(std::string_view plain) const;
-
-  const MomentLayout& layout_;
-  std::string start_;
-  std::string end_;
-  std::string end_text_;
-  std::int64_t start_key_ = -1;
-  std::int64_t end_key_ = -1;
-  bool has_keys_ = false;
-};
-
 }  // namespace korvex

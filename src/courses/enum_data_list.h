@@ -6,10 +6,10 @@
 #include <limits>
 #include <span>
 #include <string_view>
+#include <vector>
 
-#include "generate/large_array.h"
-#include "generate/line_block.h"
-#include "generate/line_reader.h"
+#include "courses/large_array.h"
+#include "courses/line_block.h"
 
 namespace korvex {
 
@@ -20,6 +20,11 @@ using ClEnumData = std::string_view;
 // views that it hands out live as long as it does and no value is added.
 class ClEnumDataList {
  public:
+  // What append() asks of the lines: their largest size, and how many bytes from each line's begin
+  // on must be readable.
+  static constexpr std::size_t max_value_size = std::numeric_limits<std::uint16_t>::max();
+  static constexpr std::size_t overhang = LineBlock::chunk_size;
+
   // Room for the values of a file of so many bytes, as far as that may be taken at its word: no
   // value is shorter than a character and its line end.
   void reserve(std::uint64_t bytes) {
@@ -30,12 +35,15 @@ class ClEnumDataList {
     sizes_.grow(room / 2 + 1, count_);
   }
 
-  // Lines that a LineReader has just read together; empty ones are no values.
+  // Lines that were read together and stand in one piece of memory; empty ones are no values.
   void append(std::span<const std::string_view> lines) {
     const std::string_view last = lines.back();
     const auto bytes = static_cast<std::size_t>(last.data() + last.size() - lines.front().data());
     text_.require(end_ + bytes + LineBlock::chunk_size, end_);
     sizes_.require(count_ + lines.size(), count_);
+    if (marks_.empty() || count_ - marks_.back().index >= values_between_marks) {
+      marks_.push_back({count_, end_});
+    }
     char* out = text_.data() + end_;
     Size* size = sizes_.data() + count_;
     std::size_t smallest = smallest_;
@@ -62,12 +70,17 @@ class ClEnumDataList {
   friend class EnumCursor;
 
   using Size = std::uint16_t;
-  static_assert(LineReader::max_line_size <= std::numeric_limits<Size>::max());
+
+  // Where a value begins, for one in so many, so that none is far from a known place.
+  struct Mark {
+    std::size_t index = 0;
+    std::size_t offset = 0;
+  };
+  static constexpr std::size_t values_between_marks = 256;
 
   // Most values are short: one or two stores instead of a call.
   static void copy_value(char* out, std::string_view value) {
     constexpr std::size_t chunk_size = LineBlock::chunk_size;
-    static_assert(chunk_size <= LineReader::overhang);
     if (value.size() <= chunk_size / 2) [[likely]] {
       std::memcpy(out, value.data(), chunk_size / 2);
     } else if (value.size() <= chunk_size) {
@@ -82,6 +95,7 @@ class ClEnumDataList {
   std::size_t end_ = 0;
   LargeArray<Size> sizes_;
   std::size_t count_ = 0;
+  std::vector<Mark> marks_;
   std::size_t smallest_ = std::numeric_limits<std::size_t>::max();
   std::size_t largest_ = 0;
 };
@@ -90,8 +104,8 @@ class ClEnumDataList {
 class EnumCursor {
  public:
   explicit EnumCursor(const ClEnumDataList& list)
-      : begin_(list.text_.data()),
-        text_(begin_),
+      : list_(&list),
+        text_(list.text_.data()),
         sizes_(list.sizes_.data()),
         count_(list.count()) {}
 
@@ -102,8 +116,20 @@ class EnumCursor {
   ClEnumData value() const { return {text_, sizes_[index_]}; }
 
   void rewind() {
-    text_ = begin_;
+    text_ = list_->text_.data();
     index_ = 0;
+  }
+
+  // Goes to a value, or behind the last one.
+  void seek(std::int32_t index) {
+    const auto wanted = static_cast<std::size_t>(index);
+    const auto after = std::upper_bound(
+        list_->marks_.begin(), list_->marks_.end(), wanted,
+        [](std::size_t place, const ClEnumDataList::Mark& mark) { return place < mark.index; });
+    const ClEnumDataList::Mark& mark = after[-1];
+    text_ = list_->text_.data() + mark.offset;
+    for (std::size_t i = mark.index; i < wanted; ++i) text_ += sizes_[i];
+    index_ = index;
   }
   void next() { text_ += sizes_[index_++]; }
 
@@ -134,7 +160,7 @@ class EnumCursor {
   // Lists come from more memory than the processor keeps at hand.
   static constexpr std::size_t read_ahead = 2048;
 
-  const char* begin_;
+  const ClEnumDataList* list_;
   const char* text_;
   const ClEnumDataList::Size* sizes_;
   std::int32_t count_;

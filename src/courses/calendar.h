@@ -2,23 +2,19 @@
 
 #include <cstdint>
 
-#include "generate/moment_text.h"
+#include "courses/moment_text.h"
 
 // Counting on the proleptic Gregorian calendar, between the first and the last moment that values
 // may take: 1970-01-01 09:00:00 and 2038-01-19 03:14:07.
 namespace korvex {
 
-inline constexpr int first_calendar_year = 1970;
-inline constexpr int last_calendar_year = 2038;
+inline constexpr MomentFields first_moment = {1970, 1, 1, 9, 0, 0};
+inline constexpr MomentFields last_moment = {2038, 1, 19, 3, 14, 7};
 
 bool is_leap_year(int year);
 
-// Whether the month has the day.
-bool is_day(int year, int month, int day);
-
-// Days since the first of January of a day that is one, and back.
+// Days since the first of January, of a day that is one.
 int day_of_year(int year, int month, int day);
-void set_day_of_year(int days, MomentFields& fields);
 
 // Days since 1970-01-01 of the fields' date. Months and days beyond their range count on, as they
 // do on a calendar that carries.

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "generate/digit_pairs.h"
+#include "courses/digit_pairs.h"
 
 namespace korvex {
 

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "courses/literal_element.h"
+#include "format/col_inf.h"
+
+namespace korvex {
+
+// An item whose elements go step by step, because its settings are none that the checks of this
+// module would have made. Keeps references to the settings, which must outlive it.
+class LiteralItem {
+ public:
+  LiteralItem(const ClFmtColInf& column, std::int32_t layout_kind);
+
+  // Bytes that write() may need.
+  std::size_t room() const { return elements_.size() * Course::max_text_size; }
+
+  // Writes the text at `out`, moves `out` to its end and takes the step. `ended` becomes true when
+  // the item's cycle is over. 0, or the code of settings that nobody knows: -7, -40.
+  std::int32_t write(char*& out, bool& ended);
+
+  void restart();
+  void switch_off();
+
+  // No element has a text left.
+  bool shows_nothing() const;
+
+ private:
+  std::vector<std::unique_ptr<LiteralElement>> elements_;
+  ItemPass pass_;
+};
+
+}  // namespace korvex
