@@ -5,11 +5,11 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "courses/line_block.h"
 #include "format/fmt_file.h"
 #include "format/records.h"
 #include "formatlang/attributes.h"
 #include "generate/item_generator.h"
-#include "generate/line_block.h"
 #include "generate/record_assembler.h"
 
 namespace korvex {

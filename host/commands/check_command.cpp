@@ -7,8 +7,8 @@
 #include <string>
 
 #include "host/exit_status.h"
-#include "host/records/layout_timeline.h"
 #include "host/records/prediction.h"
+#include "host/records/prepared_layout.h"
 #include "host/records/uniqueness.h"
 #include "host/text/text_table.h"
 #include "platform/codepage.h"
@@ -27,20 +27,20 @@ std::string records_text(std::uint64_t count) {
   return std::to_string(count) + (count == 1 ? " record" : " records");
 }
 
-std::string distinct_text(const ItemSequence& item) {
+std::string distinct_text(const ItemFacts& item) {
   if (item.distinct) return std::to_string(*item.distinct);
   return "at least " + std::to_string(item.different);
 }
 
-std::string plain_course(const ItemSequence& item) {
+std::string plain_course(const ItemFacts& item) {
   if (!item.has_end() && item.distinct == 1) return "the same in every record";
   if (!item.period) return untold;
   if (item.has_end() && item.runs_empty) return "is empty after " + records_text(item.end);
   return "starts again after " + records_text(*item.period);
 }
 
-std::string repeated_course(const FieldTimeline& field) {
-  const ItemSequence& item = *field.sequence;
+std::string repeated_course(const FieldFacts& field) {
+  const ItemFacts& item = *field.values;
   std::string text = "repeat level " + std::to_string(field.level) + ": ";
   const std::uint64_t cycle = product(field.hold, item.end);
   if (field.hold == endless) {
@@ -53,19 +53,19 @@ std::string repeated_course(const FieldTimeline& field) {
   return text + (item.runs_empty ? "; empty behind the repeats" : "");
 }
 
-void print_items(const PreparedLayout& prepared, const LayoutTimeline& timeline,
+void print_items(const PreparedLayout& prepared, const std::vector<FieldFacts>& fields,
                  std::ostream& out) {
   TextTable table;
   table.align_right(1);
   table.add({TextTable::plain("Item"), TextTable::plain("Values"), TextTable::plain("Course")});
   for (std::size_t i = 0; i < prepared.items().size(); ++i) {
     const TextTable::Cell name = TextTable::from_code_page(prepared.items()[i].item->name);
-    const FieldTimeline& field = timeline.fields()[i];
-    if (!field.sequence) {
+    const FieldFacts& field = fields[i];
+    if (!field.values) {
       table.add({name, TextTable::plain("?"), TextTable::plain(untold)});
       continue;
     }
-    const ItemSequence& item = *field.sequence;
+    const ItemFacts& item = *field.values;
     table.add({name, TextTable::plain(distinct_text(item)),
                TextTable::plain(field.is_repeated ? repeated_course(field) : plain_course(item))});
     for (const PassedEnd& passed : item.passed_ends) {
@@ -96,12 +96,14 @@ std::optional<std::uintmax_t> free_space(const std::string& data) {
 }
 
 // What stands in the data file's place is overwritten, which makes room, too.
-bool print_sizes(const Layout& layout, const LayoutTimeline& timeline,
+bool print_sizes(const PreparedLayout& prepared, const std::vector<FieldFacts>& fields,
                  const std::optional<RepeatCount>& prediction, std::ostream& out) {
-  const auto size = timeline.file_size();
-  if (!timeline.repeats().empty()) {
-    const std::uint64_t end = timeline.repeats().front()->repeats_end;
-    const bool is_told = timeline.repeats().front()->sequence.has_value();
+  const Layout& layout = prepared.layout();
+  const auto size = prepared.run().size(static_cast<Steps>(prepared.layout().records));
+  const auto repeats = repeated_fields(fields);
+  if (!repeats.empty()) {
+    const Steps end = repeats.front()->repeats_end;
+    const bool is_told = repeats.front()->values.has_value();
     out << "Repeats end:         "
         << (!is_told         ? untold
             : end == endless ? "never"
@@ -126,7 +128,7 @@ bool print_sizes(const Layout& layout, const LayoutTimeline& timeline,
 // One set of --unique.
 struct UniqueSet {
   std::string names;
-  std::vector<const FieldTimeline*> fields;
+  std::vector<const FieldFacts*> fields;
 };
 
 std::string_view trimmed(std::string_view name) {
@@ -136,17 +138,17 @@ std::string_view trimmed(std::string_view name) {
 }
 
 // Null when no item, or more than one, has the name.
-const FieldTimeline* find_field(const std::string& name, const PreparedLayout& prepared,
-                                const LayoutTimeline& timeline, std::ostream& messages) {
+const FieldFacts* find_field(const std::string& name, const PreparedLayout& prepared,
+                             const std::vector<FieldFacts>& fields, std::ostream& messages) {
   const auto searched = platform::from_utf8(name);
-  const FieldTimeline* found = nullptr;
+  const FieldFacts* found = nullptr;
   for (std::size_t i = 0; i < prepared.items().size(); ++i) {
     if (!searched || prepared.items()[i].item->name != *searched) continue;
     if (found != nullptr) {
       messages << "--unique: several items are named " << platform::printable(name) << std::endl;
       return nullptr;
     }
-    found = &timeline.fields()[i];
+    found = &fields[i];
   }
   if (found == nullptr) {
     messages << "--unique: no item of the records is named " << platform::printable(name)
@@ -156,11 +158,11 @@ const FieldTimeline* find_field(const std::string& name, const PreparedLayout& p
 }
 
 bool read_set(const std::string& names, const PreparedLayout& prepared,
-              const LayoutTimeline& timeline, UniqueSet& set, std::ostream& messages) {
+              const std::vector<FieldFacts>& fields, UniqueSet& set, std::ostream& messages) {
   std::istringstream list(names);
   for (std::string text; std::getline(list, text, ',');) {
     const std::string name(trimmed(text));
-    const FieldTimeline* found = find_field(name, prepared, timeline, messages);
+    const FieldFacts* found = find_field(name, prepared, fields, messages);
     if (found == nullptr) return false;
     set.fields.push_back(found);
     set.names += (set.names.empty() ? "" : ", ") + platform::printable(name);
@@ -168,10 +170,10 @@ bool read_set(const std::string& names, const PreparedLayout& prepared,
   return !set.fields.empty();
 }
 
-bool print_uniqueness(const UniqueSet& set, const LayoutTimeline& timeline, std::int32_t count,
-                      std::ostream& out) {
+bool print_uniqueness(const UniqueSet& set, const std::vector<FieldFacts>& fields,
+                      std::int32_t count, std::ostream& out) {
   const auto records = static_cast<std::uint64_t>(count);
-  const Uniqueness answer = uniqueness_of(set.fields, timeline.repeats());
+  const Uniqueness answer = uniqueness_of(set.fields, fields);
   out << "Unique " << set.names << ": ";
   const bool is_exact = answer.different == answer.repeated;
   if (records <= answer.different) {
@@ -195,17 +197,17 @@ int run_check(const CheckOptions& options, std::ostream& out, std::ostream& mess
   const int status = prepared.prepare(options.layout, options.records, messages,
                                       MisreadTexts::warned, &prediction);
   if (status != exit_status::done) return status;
-  const LayoutTimeline timeline(prepared);
+  const std::vector<FieldFacts> fields = prepared.run().field_facts();
   std::vector<UniqueSet> sets(options.unique.size());
   for (std::size_t i = 0; i < sets.size(); ++i) {
-    if (!read_set(options.unique[i], prepared, timeline, sets[i], messages)) {
+    if (!read_set(options.unique[i], prepared, fields, sets[i], messages)) {
       return exit_status::wrong_usage;
     }
   }
-  print_items(prepared, timeline, out);
-  bool is_good = print_sizes(prepared.layout(), timeline, prediction, out);
+  print_items(prepared, fields, out);
+  bool is_good = print_sizes(prepared, fields, prediction, out);
   for (const UniqueSet& set : sets) {
-    is_good = print_uniqueness(set, timeline, prepared.layout().records, out) && is_good;
+    is_good = print_uniqueness(set, fields, prepared.layout().records, out) && is_good;
   }
   out.flush();
   return is_good ? exit_status::done : exit_status::failed;

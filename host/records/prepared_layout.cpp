@@ -1,6 +1,5 @@
 #include "host/records/prepared_layout.h"
 
-#include <algorithm>
 #include <ostream>
 #include <set>
 
@@ -83,37 +82,33 @@ int PreparedLayout::load(std::ostream& messages) {
     main_.set_run_mode(run_mode::generator);
     code = main_.load();
   }
+  if (code == 0) code = load_settings(main_);
+  if (code > 0) {
+    code = run_.prepare(main_, line_form(main_),
+                        [&](const FmtColRec& settings, ClEnumDataList& values) {
+                          const std::string path(field_text(settings.enumeration_path));
+                          return check_enumeration(main_, path, settings, bad_line, &values);
+                        });
+  } else if (code == 0) {
+    code = error::no_format_for_item;
+  }
   if (code == 0) {
-    main_.settings.set_paths(main_.settings_path(), main_.work_folder());
-    code = std::min(main_.settings.load(layout_.level, layout_.records, layout_.kind), 0);
+    match_items();
+    return exit_status::done;
   }
-  if (code == 0 && main_.settings.current_level()->record.repeat_flag != 0) {
-    code = repeats_.build(main_);
-  }
-  if (code == 0) code = prepare_items(bad_line);
-  if (code == 0) return exit_status::done;
   messages << failure_text(code, main_, bad_line) << std::endl;
   return exit_status::failed;
 }
 
-std::int32_t PreparedLayout::prepare_items(std::int32_t& bad_line) {
+void PreparedLayout::match_items() {
   for (const LayoutItem& item : layout_.items) {
     const ClFmtColInf* column = main_.settings.find_column(item.number);
     if (column == nullptr) {
       left_out_.push_back(&item);
-      continue;
+    } else {
+      items_.push_back({&item, column});
     }
-    PreparedItem prepared = {&item, column, nullptr};
-    if (column->record.generation_type == generation_type::enumeration) {
-      prepared.values = std::make_unique<ClEnumDataList>();
-      const std::string path(field_text(column->record.enumeration_path));
-      const std::int32_t count =
-          check_enumeration(main_, path, column->record, bad_line, prepared.values.get());
-      if (count < 0) return count;
-    }
-    items_.push_back(std::move(prepared));
   }
-  return items_.empty() ? error::no_format_for_item : 0;
 }
 
 }  // namespace korvex::host

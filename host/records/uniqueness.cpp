@@ -6,15 +6,11 @@ namespace korvex::host {
 
 namespace {
 
-std::uint64_t sum(std::uint64_t left, std::uint64_t right) {
-  return left > endless - right ? endless : left + right;
-}
-
 // Items that all go on from their start in the same record. Two records are the same when every
 // item that runs empty has done so before both, and the others stand at the same place.
 class SideBySide {
  public:
-  void add(const ItemSequence& item) {
+  void add(const ItemFacts& item) {
     const bool ends_empty = item.runs_empty && item.has_end();
     const bool is_exact = item.is_injective();
     longest_ = std::max(longest_, item.different + (ends_empty && is_exact ? 1 : 0));
@@ -50,11 +46,11 @@ struct HiddenTurn {
 
 // Walks from the innermost level outwards: the records of the set are all different up to the first
 // level that turns unseen, because the set lacks it or shows the same values again.
-HiddenTurn find_turn(const std::vector<FieldTimeline*>& repeats,
-                     const std::vector<const FieldTimeline*>& set, bool by_period) {
+HiddenTurn find_turn(const std::vector<const FieldFacts*>& repeats,
+                     const std::vector<const FieldFacts*>& set, bool by_period) {
   for (auto place = repeats.rbegin(); place != repeats.rend(); ++place) {
-    const FieldTimeline& field = **place;
-    const ItemSequence& item = *field.sequence;
+    const FieldFacts& field = **place;
+    const ItemFacts& item = *field.values;
     const std::uint64_t turns = product(field.rounds, item.end);
     const bool is_in_set = std::find(set.begin(), set.end(), &field) != set.end();
     std::uint64_t seen = 1;
@@ -64,18 +60,18 @@ HiddenTurn find_turn(const std::vector<FieldTimeline*>& repeats,
   return {};
 }
 
-Uniqueness of_repeats(const std::vector<const FieldTimeline*>& set,
-                      const std::vector<FieldTimeline*>& repeats) {
+Uniqueness of_repeats(const std::vector<const FieldFacts*>& set,
+                      const std::vector<const FieldFacts*>& repeats) {
   // Behind the repeats the set's items all start again, those that run empty are empty.
   const std::uint64_t end = repeats.front()->repeats_end;
   SideBySide behind;
   bool some_empty = false;
-  for (const FieldTimeline* field : set) {
+  for (const FieldFacts* field : set) {
     if (!field->is_repeated) continue;
-    if (field->sequence->runs_empty) {
+    if (field->values->runs_empty) {
       some_empty = true;
     } else {
-      behind.add(*field->sequence);
+      behind.add(*field->values);
     }
   }
   const Uniqueness tail = behind.result();
@@ -89,19 +85,30 @@ Uniqueness of_repeats(const std::vector<const FieldTimeline*>& set,
 
 }  // namespace
 
-Uniqueness uniqueness_of(const std::vector<const FieldTimeline*>& set,
-                         const std::vector<FieldTimeline*>& all_repeats) {
+std::vector<const FieldFacts*> repeated_fields(const std::vector<FieldFacts>& all) {
+  std::vector<const FieldFacts*> repeated;
+  for (const FieldFacts& field : all) {
+    if (field.is_repeated) repeated.push_back(&field);
+  }
+  std::sort(repeated.begin(), repeated.end(),
+            [](const auto* left, const auto* right) { return left->level < right->level; });
+  return repeated;
+}
+
+Uniqueness uniqueness_of(const std::vector<const FieldFacts*>& set,
+                         const std::vector<FieldFacts>& all) {
+  const std::vector<const FieldFacts*> all_repeats = repeated_fields(all);
   SideBySide plain;
   bool has_plain = false;
   bool has_repeated = false;
-  for (const FieldTimeline* field : set) {
-    if (!field->sequence) return {};
+  for (const FieldFacts* field : set) {
+    if (!field->values) return {};
     (field->is_repeated ? has_repeated : has_plain) = true;
-    if (!field->is_repeated) plain.add(*field->sequence);
+    if (!field->is_repeated) plain.add(*field->values);
   }
-  if (set.size() == 1 && has_plain && set.front()->sequence->distinct) {
+  if (set.size() == 1 && has_plain && set.front()->values->distinct) {
     // One field alone: its first repetition is known exactly.
-    const ItemSequence& item = *set.front()->sequence;
+    const ItemFacts& item = *set.front()->values;
     if (!item.is_injective()) return {item.different, item.different};
   }
   const Uniqueness side_by_side = plain.result();

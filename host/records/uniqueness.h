@@ -1,6 +1,8 @@
 #pragma once
 
-#include "host/records/field_timeline.h"
+#include <vector>
+
+#include "generate/field_facts.h"
 
 namespace korvex::host {
 
@@ -13,8 +15,11 @@ struct Uniqueness {
   std::uint64_t repeated = endless;
 };
 
-// `all_repeats`: every repeated field of the run in ascending level order, in the set or not.
-Uniqueness uniqueness_of(const std::vector<const FieldTimeline*>& set,
-                         const std::vector<FieldTimeline*>& all_repeats);
+// The repeated fields of a run in ascending level order.
+std::vector<const FieldFacts*> repeated_fields(const std::vector<FieldFacts>& all);
+
+// `all`: every field of the run, in the set or not.
+Uniqueness uniqueness_of(const std::vector<const FieldFacts*>& set,
+                         const std::vector<FieldFacts>& all);
 
 }  // namespace korvex::host

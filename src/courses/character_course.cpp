@@ -42,7 +42,7 @@ constexpr auto lower_pairs = letter_pairs('a');
 // The bytes of every full-width character in counting order.
 const char* full_width_pairs() {
   static const auto pairs = [] {
-    std::array<char, full_width_size * full_width_count> bytes = {};
+    std::array<char, full_width_size* full_width_count> bytes = {};
     for (std::int32_t i = 0; i < full_width_count; ++i) {
       bytes[2 * static_cast<std::size_t>(i)] = static_cast<char>(full_width_code(i) >> 8);
       bytes[2 * static_cast<std::size_t>(i) + 1] = static_cast<char>(full_width_code(i) & 0xFF);
@@ -173,10 +173,9 @@ std::unique_ptr<const Course> make_character_course(const ElementContext& contex
     return nullptr;
   }
   const std::int64_t distance = context.counts_up() ? end - start : start - end;
-  auto course =
-      std::make_unique<CharacterCourse>(base, start, context.counts_up() ? step : -step,
-                                        first_text.size(), texts_within(distance, step),
-                                        context.leads(settings));
+  auto course = std::make_unique<CharacterCourse>(base, start, context.counts_up() ? step : -step,
+                                                  first_text.size(), texts_within(distance, step),
+                                                  context.leads(settings));
   char spelt[most_letters];
   course->write(0, spelt);
   if (std::string_view(spelt, first_text.size()) != first_text) return nullptr;

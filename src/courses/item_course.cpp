@@ -18,8 +18,7 @@ std::optional<ItemCourse> ItemCourse::of(const ClFmtColInf& column, std::int32_t
   if (has_values) {
     for (const auto& element : column.elements) {
       const auto place = static_cast<std::int32_t>(item.elements_.size()) + 1;
-      auto course =
-          element->record.sequence == place ? make_course(context, *element) : nullptr;
+      auto course = element->record.sequence == place ? make_course(context, *element) : nullptr;
       if (course == nullptr) return std::nullopt;
       item.sizes_.push_back(item.sizes_.back() + course->facts().size);
       item.elements_.push_back(std::move(course));
@@ -46,7 +45,8 @@ void ItemCourse::tell_end(const ClFmtColInf& column, const ElementContext& conte
       cuts = true;
     }
     if (own_end < end_) shown_at_end_ = elements_.size();
-    if (own_end <= end_ && own_end != endless && cuts) shown_at_end_ = std::min(shown_at_end_, i + 1);
+    if (own_end <= end_ && own_end != endless && cuts)
+      shown_at_end_ = std::min(shown_at_end_, i + 1);
     end_ = std::min(end_, own_end);
     if (facts.overflows) overflow = std::min(overflow, facts.restart);
   }

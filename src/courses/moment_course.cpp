@@ -321,8 +321,7 @@ std::unique_ptr<const Course> make_moment_course(const ElementContext& context,
       const bool starts_inside = set_moment(second_number(plan.start), second);
       // Beyond the calendar's end the seconds count on where no end value stops them.
       const MomentFields beyond = {2038, 1, 19, 3, 14, 8};
-      const bool text_stops =
-          plan.layout.plain_text(beyond) > field_text(settings.end_text);
+      const bool text_stops = plan.layout.plain_text(beyond) > field_text(settings.end_text);
       if (!starts_inside || !text_stops) return nullptr;
       return std::make_unique<TimestampCourse>(plan);
     }

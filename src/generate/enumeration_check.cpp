@@ -18,7 +18,6 @@ namespace {
 static_assert(LineReader::max_line_size <= ClEnumDataList::max_value_size);
 static_assert(LineReader::overhang >= ClEnumDataList::overhang);
 
-
 using platform::File;
 using platform::FileCause;
 

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "control/col_main.h"
-#include "format/records.h"
 #include "courses/enum_data_list.h"
+#include "format/records.h"
 
 namespace korvex {
 

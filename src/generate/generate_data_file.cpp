@@ -82,10 +82,9 @@ std::int32_t ClGenerateDataFile::prepare(const ListLoader& load_list) {
 }
 
 std::int32_t ClGenerateDataFile::generate() {
-  const std::int32_t result =
-      prepare([&](const FmtColRec& settings, ClEnumDataList& values) {
-        return load_enumeration(main, enumeration_path(settings), settings, values);
-      });
+  const std::int32_t result = prepare([&](const FmtColRec& settings, ClEnumDataList& values) {
+    return load_enumeration(main, enumeration_path(settings), settings, values);
+  });
   if (result <= 0) return result;
   if (asks_about_repeats() && !user_accepts_fewer_records()) return error::repeat_exceeds_records;
   return write_data_file();
@@ -130,7 +129,8 @@ std::int32_t ClGenerateDataFile::write_records(platform::File& file) {
   const std::int32_t records = main.header().records;
   const bool is_guarded = output_option == guarded_output;
   const auto progress = platform::user_interface().open_progress(parent, is_guarded);
-  ProgressMeter meter(*progress, percentage_denominator(records, is_guarded && run_.repeats_are_in_use()));
+  ProgressMeter meter(*progress,
+                      percentage_denominator(records, is_guarded && run_.repeats_are_in_use()));
   RecordWriter writer(file, output_option);
   const std::int32_t result = write_all(writer, *progress, meter);
   if (result != 0 && result != error::output_limit) return result;
@@ -150,8 +150,8 @@ std::int32_t ClGenerateDataFile::write_all(RecordWriter& writer, platform::Progr
                                            ProgressMeter& meter) {
   const std::int32_t records = main.header().records;
   for (std::int64_t done = 0; done < records;) {
-    std::int32_t result = run_.append(
-        writer.lines(), std::min(records - done, meter.records_to_update(done)));
+    std::int32_t result =
+        run_.append(writer.lines(), std::min(records - done, meter.records_to_update(done)));
     if (result == 0) result = writer.accept_lines(run_.line_begins());
     if (result != 0) return result;
     done += std::ssize(run_.line_begins());

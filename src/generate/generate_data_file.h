@@ -26,8 +26,9 @@ class ClGenerateDataFile : public platform::Object {
   std::int32_t run();
 
   // The exact size of the file that run() would write without a limit: in closed form, or by
-  // assembling all records where that is not known. Writes nothing, no report of bad enumeration lines either: the first of them ends it, with its
-  // code and, in `bad_line`, its number. In place of run(); otherwise the same codes.
+  // assembling all records where that is not known. Writes nothing, no report of bad enumeration
+  // lines either: the first of them ends it, with its code and, in `bad_line`, its number. In place
+  // of run(); otherwise the same codes.
   std::int32_t measure(std::uint64_t& bytes);
 
   ClColMain main;

@@ -138,9 +138,7 @@ class ItemGenerator {
   void seek_member(Steps values, bool wrapped);
 
   // Whether the item starts again after its end, and is not empty from there on.
-  bool repeats_from_start() const {
-    return settings_.exceeded_action == exceeded_action::repeat;
-  }
+  bool repeats_from_start() const { return settings_.exceeded_action == exceeded_action::repeat; }
 
  private:
   static constexpr char quotation_mark = '"';

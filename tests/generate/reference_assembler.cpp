@@ -392,8 +392,7 @@ std::int32_t ReferenceRun::append_field(ReferenceItem& item, std::string& line) 
   const bool is_list = !item.list.empty() && std::count(fields.begin(), fields.end(), &item) == 1;
   std::int32_t result = 0;
   line += item.mark;
-  if (entry != nullptr && is_finished &&
-      item.settings.exceeded_action != exceeded_action::repeat &&
+  if (entry != nullptr && is_finished && item.settings.exceeded_action != exceeded_action::repeat &&
       (is_list || item.list.empty())) {
     // Nothing: it has run empty.
   } else if (is_list) {

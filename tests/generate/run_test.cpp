@@ -87,11 +87,11 @@ class RandomLayout {
 };
 
 void prepare(RandomLayout& layout, Run& run) {
-  const std::int32_t result =
-      run.prepare(layout.main, {layout.layout_kind, layout.quotation}, [&](const FmtColRec& settings, ClEnumDataList& values) {
-        fill_list(layout.lists[settings.item_number], values);
-        return values.count();
-      });
+  const std::int32_t result = run.prepare(layout.main, {layout.layout_kind, layout.quotation},
+                                          [&](const FmtColRec& settings, ClEnumDataList& values) {
+                                            fill_list(layout.lists[settings.item_number], values);
+                                            return values.count();
+                                          });
   ASSERT_EQ(result, 0) << layout.description;
 }
 
@@ -127,7 +127,8 @@ struct Expected {
   std::int64_t records() const { return std::ssize(begins); }
   std::string from(std::int64_t first, std::int64_t count) const {
     const std::int64_t last = std::min(first + count, records());
-    const std::size_t begin = first < records() ? begins[static_cast<std::size_t>(first)] : lines.size();
+    const std::size_t begin =
+        first < records() ? begins[static_cast<std::size_t>(first)] : lines.size();
     return lines.substr(
         begin, (last < records() ? begins[static_cast<std::size_t>(last)] : lines.size()) - begin);
   }
@@ -167,8 +168,8 @@ testing::AssertionResult same_lines(const std::string& found, const std::string&
     const std::size_t from = begin == std::string::npos || offset == 0 ? 0 : begin + 1;
     return text.substr(from, text.find('\n', offset) - from);
   };
-  return testing::AssertionFailure() << "line " << line + 1 << ": " << line_of(found) << " in place of "
-                                     << line_of(expected);
+  return testing::AssertionFailure()
+         << "line " << line + 1 << ": " << line_of(found) << " in place of " << line_of(expected);
 }
 
 // A record with its fields told apart, put together again.
@@ -235,7 +236,8 @@ TEST_F(RunTest, WritesAndSeeksWhatTheReferenceWrites) {
           << "record " << record;
       if (random.one_in(2)) run.seek(place + 1);
       const std::int64_t count = std::min(random.between(0, 30), expected.records() - record - 1);
-      ASSERT_TRUE(same_lines(take_lines(run, random, count, code), expected.from(record + 1, count)))
+      ASSERT_TRUE(
+          same_lines(take_lines(run, random, count, code), expected.from(record + 1, count)))
           << "after record " << record;
       in_blocks += count;
     }

@@ -11,7 +11,6 @@
 #include "host/layout/control_writer.h"
 #include "host/layout/layout_reader.h"
 #include "host/layout/settings_editor.h"
-#include "host/records/layout_timeline.h"
 #include "host/records/record_source.h"
 #include "host/records/uniqueness.h"
 #include "support/bytes.h"
@@ -138,28 +137,28 @@ TEST_F(CheckCommand, AgreesWithWhatIsGenerated) {
     PreparedLayout sized;
     ASSERT_EQ(sized.prepare(layout(), records, messages), 0) << messages.str();
     const std::string data = generate(records);
-    if (const auto size = LayoutTimeline(sized).file_size()) {
+    if (const auto size = sized.run().size(static_cast<Steps>(sized.layout().records))) {
       ++told;
       ASSERT_EQ(*size, data.size()) << test::read_file(layout());
     }
 
     PreparedLayout prepared;
     ASSERT_EQ(prepared.prepare(layout(), tested_records, messages), 0);
-    const LayoutTimeline timeline(prepared);
+    const std::vector<FieldFacts> fields = prepared.run().field_facts();
     std::vector<std::vector<std::string>> generated;
     RecordSource source(prepared);
     for (std::vector<std::string_view> values; source.next(values);) {
       generated.emplace_back(values.begin(), values.end());
     }
     for (unsigned chosen = 1; chosen < 1U << count; ++chosen) {
-      std::vector<const FieldTimeline*> set;
+      std::vector<const FieldFacts*> set;
       std::vector<std::size_t> places;
       for (std::size_t i = 0; i < count; ++i) {
         if ((chosen >> i & 1) == 0) continue;
-        set.push_back(&timeline.fields()[i]);
+        set.push_back(&fields[i]);
         places.push_back(i);
       }
-      const Uniqueness answer = uniqueness_of(set, timeline.repeats());
+      const Uniqueness answer = uniqueness_of(set, fields);
       const std::uint64_t seen = first_repetition(generated, places);
       ++answers;
       exact += answer.different == answer.repeated ? 1 : 0;
@@ -186,26 +185,26 @@ TEST_F(CheckCommand, AgreesWithTheExamples) {
     fs::copy_file(entry.path(), layout(), overwrite);
     PreparedLayout prepared;
     ASSERT_EQ(prepared.prepare(layout(), tested_records, messages), 0) << messages.str();
-    const LayoutTimeline timeline(prepared);
+    const std::vector<FieldFacts> fields = prepared.run().field_facts();
     std::vector<std::vector<std::string>> generated;
     RecordSource source(prepared);
     for (std::vector<std::string_view> values; source.next(values);) {
       generated.emplace_back(values.begin(), values.end());
     }
-    for (std::size_t i = 0; i < timeline.fields().size(); ++i) {
-      const Uniqueness answer = uniqueness_of({&timeline.fields()[i]}, timeline.repeats());
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+      const Uniqueness answer = uniqueness_of({&fields[i]}, fields);
       EXPECT_EQ(answer.different, answer.repeated) << i;
       const std::uint64_t first = first_repetition(generated, {i});
       EXPECT_EQ(first, answer.different < tested_records ? answer.different : endless) << i;
-      const ItemSequence& item = *timeline.fields()[i].sequence;
-      if (timeline.fields()[i].is_repeated || !item.period || *item.period > tested_records)
-        continue;
+      const ItemFacts& item = *fields[i].values;
+      if (fields[i].is_repeated || !item.period || *item.period > tested_records) continue;
       std::set<std::string> values;
       for (std::size_t r = 0; r < *item.period; ++r) values.insert(generated[r][i]);
       EXPECT_EQ(values.size(), item.distinct) << i;
     }
     generate(tested_records);
-    EXPECT_EQ(timeline.file_size(), fs::file_size(prepared.layout().data));
+    EXPECT_EQ(prepared.run().size(static_cast<Steps>(prepared.layout().records)),
+              fs::file_size(prepared.layout().data));
   }
 }
 
@@ -225,13 +224,11 @@ end = 12
 )");
     PreparedLayout prepared;
     ASSERT_EQ(prepared.prepare(layout(), 300, messages), 0) << messages.str();
-    const bool quotes = prepared.quotation();
     std::string lines;
     RecordSource source(prepared);
     for (std::vector<std::string_view> values; source.next(values);) {
       for (std::size_t i = 0; i < values.size(); ++i) {
-        const std::int32_t attribute = prepared.layout().items[i].attributes.attribute;
-        const std::string mark = quotes && attribute != 4 ? "\"" : "";
+        const std::string mark = prepared.run().fields()[i]->is_quoted() ? "\"" : "";
         lines += mark + std::string(values[i]) + mark + ",";
       }
       if (prepared.layout().kind == layout_kind::third) lines.pop_back();
