@@ -64,7 +64,10 @@ bool PreparedLayout::refuses_lists(std::ostream& messages) {
     if (item.values && !item.values->file.empty()) lists.insert(item.values->file);
   }
   for (const PreparedItem& item : items_) {
-    if (item.values) lists.emplace(field_text(item.column->record.enumeration_path));
+    const FmtColRec& settings = item.column->record;
+    if (settings.generation_type == generation_type::enumeration) {
+      lists.emplace(field_text(settings.enumeration_path));
+    }
   }
   bool is_refused = false;
   for (const std::string& list : lists) {
