@@ -104,10 +104,7 @@ class ClEnumDataList {
 class EnumCursor {
  public:
   explicit EnumCursor(const ClEnumDataList& list)
-      : list_(&list),
-        text_(list.text_.data()),
-        sizes_(list.sizes_.data()),
-        count_(list.count()) {}
+      : list_(&list), text_(list.text_.data()), sizes_(list.sizes_.data()), count_(list.count()) {}
 
   std::int32_t index() const { return index_; }
   std::int32_t left() const { return count_ - index_; }

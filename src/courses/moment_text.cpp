@@ -2,8 +2,8 @@
 
 #include <cstdio>
 
-#include "formatlang/number_text.h"
 #include "courses/digit_pairs.h"
+#include "formatlang/number_text.h"
 
 namespace korvex {
 
