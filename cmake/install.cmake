@@ -46,6 +46,9 @@ set(document_folder ${CMAKE_INSTALL_DATAROOTDIR}/doc)
 install(FILES README.md DESTINATION ${document_folder}/korvex COMPONENT program)
 install(DIRECTORY docs examples DESTINATION ${document_folder}/korvex COMPONENT program
   PATTERN out EXCLUDE)
+# The windows look for their help where it is installed.
+file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/share/doc/korvex)
+file(CREATE_LINK ${CMAKE_SOURCE_DIR}/docs ${CMAKE_BINARY_DIR}/share/doc/korvex/docs SYMBOLIC)
 install(FILES bench/README.md DESTINATION ${document_folder}/korvex/bench COMPONENT program)
 install(FILES include/korvex/korvex.h DESTINATION ${document_folder}/korvex/include/korvex
   COMPONENT program)

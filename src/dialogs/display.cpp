@@ -16,6 +16,8 @@
 #include <cstring>
 #include <memory>
 
+#include "dialogs/window_icon.h"
+
 namespace korvex {
 
 namespace {
@@ -121,6 +123,7 @@ void make_application(const QString& platform) {
   new QApplication(count, arguments);
   std::setlocale(LC_ALL, locale.c_str());
   QApplication::setQuitOnLastWindowClosed(false);
+  QApplication::setWindowIcon(window_icon());
 }
 
 }  // namespace

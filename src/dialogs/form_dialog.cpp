@@ -14,6 +14,7 @@
 
 #include "control/error_texts.h"
 #include "dialogs/control_ids.h"
+#include "dialogs/help_page.h"
 #include "dialogs/item_list_ctrl.h"
 #include "dialogs/window_memory.h"
 #include "format/error_codes.h"
@@ -35,13 +36,6 @@ void turn_off(QRadioButton* button) {
   button->setAutoExclusive(false);
   button->setChecked(false);
   button->setAutoExclusive(true);
-}
-
-// An edit that cannot be typed into does not look as if it could.
-void show_read_only(QLineEdit* edit) {
-  QPalette palette = edit->palette();
-  palette.setBrush(QPalette::Base, palette.window());
-  edit->setPalette(palette);
 }
 
 }  // namespace
@@ -98,8 +92,6 @@ void FormDialog::index_controls() {
     if (!id.isValid()) continue;
     [[maybe_unused]] const bool is_new = controls_.emplace(id.toInt(), widget).second;
     assert(is_new);
-    auto* edit = qobject_cast<QLineEdit*>(widget);
-    if (edit != nullptr && edit->isReadOnly()) show_read_only(edit);
     if (auto* list = qobject_cast<ClItemListCtrl*>(widget)) list_ = list;
     auto* push_button = qobject_cast<QPushButton*>(widget);
     if (push_button != nullptr && push_button->isDefault()) default_button_ = push_button;
@@ -111,7 +103,28 @@ void FormDialog::index_controls() {
   if (controls_.contains(control_id::ok)) {
     connect(button(control_id::ok), &QAbstractButton::clicked, this, &QDialog::accept);
   }
+  if (controls_.contains(control_id::help)) {
+    on_click(control_id::help, open_help_page);
+    enable(control_id::help, !help_page().isEmpty());
+  }
+  show_read_only_edits();
   connect(button(control_id::cancel), &QAbstractButton::clicked, this, &QDialog::reject);
+}
+
+// An edit that cannot be typed into does not look as if it could.
+void FormDialog::show_read_only_edits() {
+  for (QLineEdit* edit : findChildren<QLineEdit*>()) {
+    if (!edit->isReadOnly()) continue;
+    QPalette changed;
+    changed.setBrush(QPalette::Base, palette().window());
+    edit->setPalette(changed);
+  }
+}
+
+// The desktop may change its colours while a window is open.
+void FormDialog::changeEvent(QEvent* event) {
+  QDialog::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) show_read_only_edits();
 }
 
 void FormDialog::tell_failure() noexcept {
@@ -221,7 +234,8 @@ bool FormDialog::eventFilter(QObject* watched, QEvent* event) {
 // A key that is held down must not press what the next window offers.
 void FormDialog::keyPressEvent(QKeyEvent* event) {
   const bool is_enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (event->key() == Qt::Key_F1 || (is_enter && event->isAutoRepeat())) return;
+  if (event->key() == Qt::Key_F1) return carry_out(open_help_page);
+  if (is_enter && event->isAutoRepeat()) return;
   if (is_enter && (event->modifiers() & ~Qt::KeypadModifier) == Qt::ControlModifier) {
     if (controls_.contains(control_id::ok)) button(control_id::ok)->click();
     return;

@@ -24,8 +24,8 @@ inline constexpr int cancel = 2;
 // A dialog made of a form, whose controls are found by their numbers.
 //
 // A subclass sets up its form in the constructor and then calls index_controls(). Escape, the close
-// box and Cancel all end in on_cancel(), OK in on_ok(); nothing closes the window but end(). No
-// help is offered: the Help button is off and F1 does nothing.
+// box and Cancel all end in on_cancel(), OK in on_ok(); nothing closes the window but end().
+// Help and F1 open the user's page where it is installed; otherwise the Help button is off.
 //
 // Enter presses the button that is drawn as the default one: the focused button, else the one that
 // belongs to the focused control (enter_presses), else the form's. Ctrl+Enter presses OK from every
@@ -125,12 +125,14 @@ class FormDialog : public QDialog {
   void set_radio_choice(int first_id, int second_id, int choice);
 
   void keyPressEvent(QKeyEvent* event) override;
+  void changeEvent(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   QAbstractButton* button(int id) const;
   static void tell_failure() noexcept;
   void change_default_button(const QObject* focused, bool has_focus);
+  void show_read_only_edits();
   void open_as_left();
   void keep_as_left();
 

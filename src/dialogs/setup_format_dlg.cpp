@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QPushButton>
 #include <QShortcut>
+#include <QToolTip>
 #include <algorithm>
 
 #include "dialogs/code_page_edit.h"
@@ -252,7 +253,16 @@ void ClSetupFormatDlg::delete_settings() {
 }
 
 void ClSetupFormatDlg::setup() {
-  if (store()) apply_enablement();
+  if (!store()) return;
+  apply_enablement();
+  tell_stored();
+}
+
+// The window stays as it was: a word at the button says that something has happened.
+void ClSetupFormatDlg::tell_stored() {
+  auto* const button = control<QPushButton>(control_id::store_format);
+  const QString text = "Stored: " + shown(item().name).toHtmlEscaped();
+  QToolTip::showText(button->mapToGlobal(QPoint()), text, button);
 }
 
 // Whether the next step may follow: nothing was changed, the user gave the change up, or it was

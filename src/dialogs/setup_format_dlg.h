@@ -43,6 +43,7 @@ class ClSetupFormatDlg : public FormDialog {
   void show_enumeration_name();
   void delete_settings();
   void setup();
+  void tell_stored();
   void move_by(int rows);
 
   bool settle_change();

@@ -1,4 +1,5 @@
 #include <QAccessible>
+#include <QDesktopServices>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
@@ -190,6 +191,48 @@ TEST(EveryWindowTest, OpensAsTheUserLeftIt) {
   }
 }
 
+class PageOpener : public QObject {
+  Q_OBJECT
+
+ public:
+  PageOpener() { QDesktopServices::setUrlHandler("file", this, "open"); }
+  ~PageOpener() override { QDesktopServices::unsetUrlHandler("file"); }
+  QStringList opened;
+
+ public slots:
+  void open(const QUrl& url) { opened << url.fileName(); }
+};
+
+TEST(EveryWindowTest, HelpAndF1OpenTheUsersPage) {
+  PageOpener opener;
+  for_each_window([&](FormDialog& dialog) {
+    opener.opened.clear();
+    QStringList expected = {"desktop.md"};
+    if (dialog.findChild<QPushButton*>("helpButton") != nullptr) {
+      click(id::help)(dialog);
+      expected << "desktop.md";
+    }
+    QTest::keyClick(&dialog, Qt::Key_F1);
+    EXPECT_EQ(opener.opened, expected);
+  });
+}
+
+// Colours are the desktop's, also when it changes them while a window is open.
+TEST(EveryWindowTest, TakesTheColoursOfTheDesktop) {
+  const QPalette before = QApplication::palette();
+  const QPalette dark(Qt::white, Qt::black, Qt::gray, Qt::darkGray, Qt::gray, Qt::white, Qt::black);
+  for_each_window([&](FormDialog& dialog) {
+    QApplication::setPalette(dark);
+    QApplication::processEvents();
+    for (const QWidget* widget : seen<QWidget>(dialog)) {
+      for (const auto role : {QPalette::Base, QPalette::Window}) {
+        EXPECT_EQ(widget->palette().color(role), Qt::black) << widget->objectName().toStdString();
+      }
+    }
+    QApplication::setPalette(before);
+  });
+}
+
 TEST(PlaceBesideTest, HidesAsLittleAsPossible) {
   const QRect screen(0, 0, 1000, 800);
   struct Case {
@@ -212,3 +255,5 @@ TEST(PlaceBesideTest, HidesAsLittleAsPossible) {
 
 }  // namespace
 }  // namespace korvex::test
+
+#include "every_window_test.moc"

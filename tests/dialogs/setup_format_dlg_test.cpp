@@ -1,5 +1,6 @@
 #include "dialogs/setup_format_dlg.h"
 
+#include <QToolTip>
 #include <filesystem>
 
 #include "dialogs/data_generation_dlg.h"
@@ -120,7 +121,8 @@ TEST_F(SetupFormatDlgTest, EscapeTheCloseBoxAndCancelAskAlike) {
 
 // Storing and staying, as Enter does unless another button has the focus.
 TEST_F(SetupFormatDlgTest, SetupIsTheDefaultButton) {
-  play_in_setup({type(id::start, "5"), press(Qt::Key_Return), tab_to(id::next_item),
+  play_in_setup({type(id::start, "5"), press(Qt::Key_Return),
+                 then([] { EXPECT_EQ(QToolTip::text(), "Stored: A"); }), tab_to(id::next_item),
                  press(Qt::Key_Return), expect_item("B"), type(id::start, "6"), tab_to(id::cancel),
                  answer(Answer::no), press(Qt::Key_Return), expect_told({"q105"})});
   EXPECT_EQ(rows[0], "%2U 5 99 1 ");
