@@ -4,19 +4,20 @@
 
 namespace korvex {
 
-void Messages::show(platform::MessageKind kind, std::int32_t code, std::string_view suffix,
-                    std::uint64_t number) const {
+std::string Messages::text(std::int32_t code, std::uint64_t number) const {
   std::string text;
   main_.append_error_text(code, text);
-  if (number != 0) text = fill_number(text, number);
-  platform::user_interface().show_message(kind, text.append(suffix));
+  return number != 0 ? fill_number(text, number) : text;
+}
+
+void Messages::show(platform::MessageKind kind, std::int32_t code, std::string_view suffix,
+                    std::uint64_t number) const {
+  platform::user_interface().show_message(kind, text(code, number).append(suffix));
 }
 
 bool Messages::ask(std::int32_t code, std::string_view suffix) const {
-  std::string text;
-  main_.append_error_text(code, text);
-  const platform::Answer answer =
-      platform::user_interface().show_message(platform::MessageKind::question, text.append(suffix));
+  const platform::Answer answer = platform::user_interface().show_message(
+      platform::MessageKind::question, text(code).append(suffix));
   return answer == platform::Answer::yes;
 }
 

@@ -16,6 +16,9 @@ class Messages {
  public:
   explicit Messages(const ClColMain& main) : main_(main) {}
 
+  // The code's text, in code page 932. A `number` of 0 leaves its placeholder alone.
+  std::string text(std::int32_t code, std::uint64_t number = 0) const;
+
   // A `number` of 0 leaves the text's placeholder alone.
   void show(platform::MessageKind kind, std::int32_t code, std::string_view suffix = {},
             std::uint64_t number = 0) const;

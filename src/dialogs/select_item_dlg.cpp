@@ -1,6 +1,8 @@
 #include "dialogs/select_item_dlg.h"
 
+#include <QKeyEvent>
 #include <QSignalBlocker>
+#include <algorithm>
 
 #include "dialogs/code_page_edit.h"
 #include "dialogs/control_ids.h"
@@ -32,6 +34,9 @@ ClSelectItemDlg::ClSelectItemDlg(QWidget* parent, ClDGColList& items, std::int32
   });
   connect(list_, &ClItemListCtrl::focus_lost, this, [this] { list_->mark_row(position_); });
   connect(list_, &ClItemListCtrl::row_selected, this, [this](int row) { take_row(row); });
+  auto* const name_edit = control<CodePageEdit>(control_id::selected_name);
+  connect(name_edit, &QLineEdit::textEdited, this, [this](const QString& text) { find(text); });
+  name_edit->installEventFilter(this);
 }
 
 void ClSelectItemDlg::fill_labels() {
@@ -48,19 +53,13 @@ bool ClSelectItemDlg::initialise() {
   fill_labels();
   show_name();
   list_->setModel(&model_);
+  position_ = name_.empty() ? 0 : last_position_of_name();
   {
     const QSignalBlocker before_any_choice(list_);
-    list_->setAutoScroll(false);  // or the list would go back to this row when it is shown
-    list_->mark_row(0);
-    list_->setAutoScroll(true);
+    list_->mark_row(std::max(position_, 0));
   }
-  if (name_.empty()) {
-    take_row(0);
-  } else {
-    position_ = last_position_of_name();
-    if (position_ < 0) return true;
-    list_->scrollTo(model_.index(position_, 0));
-  }
+  if (position_ < 0) return true;
+  if (name_.empty()) take_row(0);
   list_->setFocus();
   return true;
 }
@@ -83,6 +82,37 @@ void ClSelectItemDlg::show_name() {
   auto* const edit = control<CodePageEdit>(control_id::selected_name);
   edit->set_bytes(name_);
   edit->setCursorPosition(0);
+}
+
+// Marks the item that is most like what is being typed, which stays as it is typed.
+void ClSelectItemDlg::find(const QString& text) {
+  if (text.isEmpty()) return;
+  for (const Qt::MatchFlags like :
+       {Qt::MatchExactly | Qt::MatchCaseSensitive, Qt::MatchFlags(Qt::MatchStartsWith),
+        Qt::MatchFlags(Qt::MatchContains)}) {
+    const auto found = model_.match(model_.index(0, 0), Qt::DisplayRole, text, 1, like);
+    if (found.isEmpty()) continue;
+    const QSignalBlocker no_choice(list_);
+    position_ = found.front().row();
+    return list_->mark_row(position_);
+  }
+}
+
+// Up and Down go through the list from the name too: first they take the item that was found.
+bool ClSelectItemDlg::eventFilter(QObject* watched, QEvent* event) {
+  auto* const name_edit = control<CodePageEdit>(control_id::selected_name);
+  if (watched != name_edit || event->type() != QEvent::KeyPress) {
+    return FormDialog::eventFilter(watched, event);
+  }
+  const int key = static_cast<const QKeyEvent*>(event)->key();
+  if (key != Qt::Key_Up && key != Qt::Key_Down) return FormDialog::eventFilter(watched, event);
+  const int marked = list_->current_row();
+  const bool is_taken = items_[static_cast<std::size_t>(marked)]->name == name_edit->bytes();
+  const int step = !is_taken ? 0 : key == Qt::Key_Up ? -1 : 1;
+  const int row = std::clamp(marked + step, 0, model_.rowCount() - 1);
+  list_->mark_row(row);
+  take_row(row);
+  return true;
 }
 
 void ClSelectItemDlg::on_ok() {

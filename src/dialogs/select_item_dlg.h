@@ -11,9 +11,9 @@ namespace korvex {
 
 class ClItemListCtrl;
 
-// Picks an item by its name or from the list of all items. Changes no item. run() answers 1 for OK,
-// after which position() is the item's, or 2 for Cancel, at once when there are no
-// items.
+// Picks an item by its name or from the list of all items, which follows the name as it is typed.
+// Changes no item. run() answers 1 for OK, after which position() is the item's, or 2 for Cancel,
+// at once when there are no items.
 class ClSelectItemDlg : public FormDialog {
  public:
   // `name` is shown first. Items and messages must outlive the dialog.
@@ -25,6 +25,7 @@ class ClSelectItemDlg : public FormDialog {
  protected:
   bool initialise() override;
   void on_ok() override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void fill_labels();
@@ -32,6 +33,7 @@ class ClSelectItemDlg : public FormDialog {
   void take_row(int row);
   void show_name();
   void refuse(std::int32_t code);
+  void find(const QString& text);
 
   ClDGColList& items_;
   const Messages& messages_;

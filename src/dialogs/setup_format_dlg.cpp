@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QCompleter>
 #include <QPushButton>
 #include <QShortcut>
 #include <QToolTip>
@@ -14,6 +15,7 @@
 #include "dialogs/enumeration_file.h"
 #include "dialogs/placement.h"
 #include "dialogs/range_controls.h"
+#include "dialogs/reference_model.h"
 #include "dialogs/select_format_example_dlg.h"
 #include "dialogs/store_range.h"
 #include "dialogs/up_down.h"
@@ -85,9 +87,16 @@ ClSetupFormatDlg::ClSetupFormatDlg(ClDataGenerationDlg& parent)
   auto* const reference = control<QComboBox>(control_id::reference);
   reference->setLineEdit(new CodePageEdit(reference));
   reference->lineEdit()->setAccessibleName("Name of the reference");
-  // A name is taken as typed, not as completed.
-  reference->setCompleter(nullptr);
   connect_commands();
+}
+
+// Typing finds the names that hold what was typed, but a name is taken as it is typed.
+void ClSetupFormatDlg::offer_references(QComboBox& reference) {
+  reference.setModel(new ReferenceModel(parent_.main(), parent_.messages(), &reference));
+  auto* const finder = new QCompleter(reference.model(), &reference);
+  finder->setFilterMode(Qt::MatchContains);
+  finder->setCaseSensitivity(Qt::CaseInsensitive);
+  reference.setCompleter(finder);
 }
 
 void ClSetupFormatDlg::connect_commands() {
@@ -116,8 +125,8 @@ bool ClSetupFormatDlg::initialise() {
   control<UpDown>(control_id::increment_stepper)
       ->set_buddy(control<QLineEdit>(control_id::increment));
   fill_labels();
-  auto* const reference = control<QComboBox>(control_id::reference);
-  for (const auto& other : parent_.main().items) reference->addItem(shown(other->name));
+  parent_.main().select_item(parent_.current_row());
+  offer_references(*control<QComboBox>(control_id::reference));
   show_item();
   control(control_id::type)->setFocus();
   return true;
@@ -144,6 +153,7 @@ ClDGCol& ClSetupFormatDlg::item() {
 }
 
 void ClSetupFormatDlg::show_item() {
+  parent_.main().select_item(parent_.current_row());
   control<CodePageEdit>(control_id::item_name)->set_bytes(item().name);
   control<CodePageEdit>(control_id::item_description)->set_bytes(item().description);
   fields_ = fields_of(item().display(), fields_);

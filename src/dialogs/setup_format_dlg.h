@@ -7,6 +7,8 @@
 #include "dialogs/form_dialog.h"
 #include "dialogs/setup_fields.h"
 
+class QComboBox;
+
 namespace korvex {
 
 class ClDataGenerationDlg;
@@ -27,6 +29,7 @@ class ClSetupFormatDlg : public FormDialog {
   void on_cancel() override;
 
  private:
+  void offer_references(QComboBox& reference);
   void connect_commands();
   void fill_labels();
   void show_item();

@@ -92,15 +92,27 @@ std::int32_t store_format(ClColMain& main, const RangeTexts& texts, bool initial
   return main.settings_counter;
 }
 
-std::int32_t copy_settings(ClColMain& main, std::int32_t source_index) {
-  ClDGCol& target = *main.current_item();
+std::int32_t check_copy(const ClColMain& main, std::int32_t source_index) {
+  const ClDGCol& target = *main.current_item();
   ClDGCol& source = *main.items.at(static_cast<std::size_t>(source_index));
   if (source.item_number == target.item_number) return error::same_reference_target;
   if (source.display().generation_type == generation_type::initial_value) {
+    return target.null_allowed == 0 ? error::null_not_allowed : 0;
+  }
+  const std::int32_t result = check_reference(source.attributes(), target.attributes());
+  if (result != 0) return result;
+  const ClFmtColInf* settings = main.settings.find_column(source.item_number);
+  return settings == nullptr || settings->elements.empty() ? error::format_not_set : 0;
+}
+
+std::int32_t copy_settings(ClColMain& main, std::int32_t source_index) {
+  std::int32_t result = check_copy(main, source_index);
+  if (result != 0) return result;
+  ClDGCol& target = *main.current_item();
+  ClDGCol& source = *main.items.at(static_cast<std::size_t>(source_index));
+  if (source.display().generation_type == generation_type::initial_value) {
     return set_initial_value(main, true);
   }
-  std::int32_t result = check_reference(source.attributes(), target.attributes());
-  if (result != 0) return result;
   // A target without settings takes its own attribute, not the source's: a wider one would no
   // longer fit its settings at the next opening.
   result = main.settings.copy_settings(target.item_number, source.item_number, target.attributes());

@@ -36,6 +36,10 @@ std::int32_t store_format(ClColMain& main, const RangeTexts& texts, bool initial
 // Whether an item can take over another one's settings: 0, or -31, -32, -33 or -69.
 std::int32_t check_reference(const ItemAttributes& source, const ItemAttributes& target);
 
+// Whether the current item can take over those of the item at `source_index`: 0, or what
+// copy_settings would answer.
+std::int32_t check_copy(const ClColMain& main, std::int32_t source_index);
+
 // Takes over the settings of the item at `source_index`, which must be of the same kind and no
 // larger. 1 when the item got its first settings, 0 when it had some.
 std::int32_t copy_settings(ClColMain& main, std::int32_t source_index);

@@ -60,6 +60,14 @@ TEST_F(SelectItemDlgTest, PicksAnItem) {
        {type(id::selected_name, "品名"), press(Qt::Key_Return)},
        "1 1 " + cp932("品名")},
       {"by keys", "", {press(Qt::Key_Down), press(Qt::Key_Down), press(Qt::Key_Return)}, "1 2 B"},
+      {"found by typing",
+       "",
+       {type(id::selected_name, "品"), press(Qt::Key_Down), press(Qt::Key_Return)},
+       "1 1 " + cp932("品名")},
+      {"the one behind it",
+       "",
+       {type(id::selected_name, "b"), press(Qt::Key_Down), press(Qt::Key_Down), click(id::ok)},
+       "1 0 A"},
       {"the first of two", "A", {row(id::selection_items, 3), click(id::ok)}, "1 0 A"},
       {"none", "B", {row(id::selection_items, 3), press(Qt::Key_Escape)}, "2"},
   };
@@ -74,8 +82,7 @@ TEST_F(SelectItemDlgTest, RefusesWhatIsNoName) {
             "2");
 }
 
-// The row of the name is seen at once and gets the mark when the list loses the focus.
-TEST_F(SelectItemDlgTest, BringsTheLastItemOfTheNameIntoView) {
+TEST_F(SelectItemDlgTest, MarksTheLastItemOfTheName) {
   Names names(50, "X");
   names[30] = names[40] = "A";
   set_items(names);
@@ -87,7 +94,7 @@ TEST_F(SelectItemDlgTest, BringsTheLastItemOfTheNameIntoView) {
       EXPECT_EQ(list->viewport()->rect().contains(place.center()), is_seen);
     };
   };
-  EXPECT_EQ(run("A", {state(0, true), tab_to(id::ok), state(40, true), click(id::cancel)}), "2");
+  EXPECT_EQ(run("A", {state(40, true), tab_to(id::ok), state(40, true), click(id::cancel)}), "2");
   EXPECT_EQ(run("Y", {state(0, false), click(id::cancel)}), "2");
 }
 

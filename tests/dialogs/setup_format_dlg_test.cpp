@@ -179,6 +179,48 @@ TEST_F(SetupFormatDlgTest, AReferenceTakesOverAllSettings) {
   EXPECT_EQ(rows, (Names{"%2U 5 99 1 ", "%2U 5 99 1 "}));
 }
 
+TEST_F(SetupFormatDlgTest, AReferenceThatWouldBeRefusedIsGreyAndSaysWhy) {
+  setup.write({{.null_allowed = 0},
+               {.number = 2, .name = "B"},
+               {.number = 3, .name = "C", .attributes = letters},
+               {.number = 4, .name = "D"},
+               {.number = 5, .name = "E"}});
+  const auto offers = [](const Names& expected) {
+    return [=](FormDialog& dialog) {
+      const QAbstractItemModel* model = dialog.control<QComboBox>(id::reference)->model();
+      Names found;
+      for (int row = 0; row < model->rowCount(); ++row) {
+        const QModelIndex index = model->index(row, 0);
+        const std::string why = index.data(Qt::ToolTipRole).toString().toStdString();
+        found.push_back(why.substr(0, 5));
+        EXPECT_EQ(index.flags().testFlag(Qt::ItemIsEnabled), why.empty());
+      }
+      EXPECT_EQ(found, expected);
+    };
+  };
+  play_in_setup({click(id::next_item),
+                 offers({"", "99029", "99031", "", ""}),
+                 type(id::start, "5"),
+                 click(id::store_format),
+                 click(id::next_item),
+                 click(id::next_item),
+                 choose(id::type, type_entry::initial_value),
+                 click(id::store_format),
+                 click(id::next_item),
+                 click(id::delete_format),
+                 click(id::previous_item),
+                 click(id::previous_item),
+                 click(id::previous_item),
+                 click(id::previous_item),
+                 offers({"99029", "", "99031", "99065", "99036"}),
+                 choose(id::type, type_entry::reference),
+                 type(id::reference, "b"),
+                 press(Qt::Key_Down),
+                 press(Qt::Key_Return),
+                 click(id::ok)});
+  EXPECT_EQ(rows[0], "%2U 5 99 1 ");
+}
+
 TEST_F(SetupFormatDlgTest, WhatHasNoCodeIsRefusedAtOnce) {
   play_in_setup({type(id::start, "4" + without_code + "2"),
                  expect_told({"w한 has no code in code page 932."}), click(id::ok)});

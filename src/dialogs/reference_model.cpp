@@ -1,0 +1,42 @@
+#include "dialogs/reference_model.h"
+
+#include "format/item_settings.h"
+#include "platform/codepage.h"
+
+namespace korvex {
+
+namespace {
+
+QString shown(std::string_view bytes) { return QString::fromStdString(platform::to_utf8(bytes)); }
+
+}  // namespace
+
+ReferenceModel::ReferenceModel(const ClColMain& main, const Messages& messages, QObject* parent)
+    : QAbstractListModel(parent), main_(main), messages_(messages) {}
+
+int ReferenceModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(main_.items.size());
+}
+
+QVariant ReferenceModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid()) return {};
+  switch (role) {
+    case Qt::DisplayRole:
+    case Qt::EditRole:
+      return shown(main_.items[static_cast<std::size_t>(index.row())]->name);
+    case Qt::ToolTipRole: {
+      const std::int32_t code = check_copy(main_, index.row());
+      return code == 0 ? QVariant() : shown(messages_.text(code));
+    }
+    default:
+      return {};
+  }
+}
+
+Qt::ItemFlags ReferenceModel::flags(const QModelIndex& index) const {
+  if (!index.isValid()) return {};
+  constexpr Qt::ItemFlags greyed = Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+  return check_copy(main_, index.row()) == 0 ? greyed | Qt::ItemIsEnabled : greyed;
+}
+
+}  // namespace korvex
