@@ -65,16 +65,8 @@ int run_count(const CountOptions& options, CheckRepeatCount check, std::ostream&
   print_warnings(reading.layout, messages);
   choose_interface(options.window);
   const ScratchFolder scratch;
-  if (scratch.path().empty()) {
-    messages << "no folder for temporary files can be made" << std::endl;
-    return exit_status::failed;
-  }
-  const std::optional<Layout> layout = copy_layout(reading.layout, scratch.path());
-  if (!layout) {
-    messages << platform::printable(reading.layout.settings) << ": "
-             << numbered_message(error::cannot_open, reading.layout) << std::endl;
-    return exit_status::failed;
-  }
+  const std::optional<Layout> layout = copy_layout(reading.layout, scratch, messages);
+  if (!layout) return exit_status::failed;
   const SettingsResult settings = write_settings_of(*layout);
   if (print_failures(settings, reading.layout, messages)) return exit_status::failed;
   return count(*layout, settings.repeated_items > 0, check, out, messages);

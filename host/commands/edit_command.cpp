@@ -14,6 +14,7 @@
 #include "host/layout/output_folders.h"
 #include "host/layout/settings_editor.h"
 #include "platform/codepage.h"
+#include "platform/file.h"
 #include "platform/printable_text.h"
 
 namespace korvex::host {
@@ -46,6 +47,14 @@ void print_generated(const Layout& layout, const FileVersion& data_before, std::
   print_data_summary(layout, layout.records, std::max(time, std::chrono::nanoseconds(0)), out);
 }
 
+// The window can't say more than its number for it.
+void warn_if_held(const std::string& settings, std::ostream& messages) {
+  platform::File file;
+  const auto cause = file.open_for_reading(settings, platform::Sharing::shared);
+  if (cause != platform::FileCause::sharing_violation) return;
+  messages << platform::printable(settings) << ": another program holds the file" << std::endl;
+}
+
 int run_dialog(const Layout& layout, const std::function<std::int32_t(const char*)>& show,
                std::ostream& out, std::ostream& messages) {
   if (!prepare_settings(layout, messages)) return exit_status::failed;
@@ -54,6 +63,7 @@ int run_dialog(const Layout& layout, const std::function<std::int32_t(const char
     messages << platform::printable(layout.work) << ": " << numbered_message(code, layout) << "\n";
     return exit_status::failed;
   }
+  warn_if_held(layout.settings, messages);
   const FileVersion data_before(layout.data);
   const std::int32_t result = show(control_file.path().c_str());
   if (result == dialog_cancelled) return exit_status::cancelled;

@@ -1,6 +1,7 @@
 #include "host/commands/generate_command.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <fstream>
 #include <memory>
@@ -16,6 +17,7 @@
 #include "host/commands/interface_choice.h"
 #include "host/exit_status.h"
 #include "host/layout/control_writer.h"
+#include "host/layout/failure_text.h"
 #include "host/layout/layout_messages.h"
 #include "host/layout/layout_reader.h"
 #include "host/layout/output_folders.h"
@@ -102,9 +104,14 @@ int generate(const Layout& layout, const GenerateOptions& options, bool has_repe
   const Clock::time_point start = Clock::now();
   const std::int32_t result =
       create_data(control_file.path().c_str(), options.output_option, nullptr, repeated_records);
+  const int error_number = errno;
   const Clock::duration time = Clock::now() - start;
   if (result == error::cancelled) return exit_status::cancelled;
-  if (result < 0) return exit_status::failed;
+  if (result < 0) {
+    const std::string reason = reason_of(result, error_number);
+    if (!reason.empty()) messages << reason << std::endl;
+    return exit_status::failed;
+  }
   // The module counts it as success when the user declines its question.
   const bool may_be_declined = repeated_records > static_cast<std::uint64_t>(layout.records);
   if (may_be_declined && FileVersion(layout.data).is(before)) {

@@ -1,10 +1,40 @@
 #include "host/layout/failure_text.h"
 
+#include <cerrno>
+#include <system_error>
+
 #include "control/error_texts.h"
 #include "entry/failure_report.h"
+#include "format/error_codes.h"
 #include "platform/codepage.h"
+#include "platform/file.h"
 
 namespace korvex::host {
+
+namespace {
+
+// Those that leave open why; "Insufficient disk capacity" may be a quota's.
+bool is_about_a_file(std::int32_t code) {
+  const auto is_within = [code](std::int32_t first, std::int32_t last) {
+    return code <= first && code >= last;
+  };
+  return is_within(error::cannot_open, error::cannot_operate) ||
+         is_within(error::cannot_write, error::disk_full) ||
+         is_within(error::enumeration_cannot_open, error::enumeration_report_cannot_write);
+}
+
+}  // namespace
+
+std::string reason_of(std::int32_t code, int error_number) {
+  if (error_number == 0 || !is_about_a_file(code)) return {};
+  return "reason: " + (error_number == EWOULDBLOCK ? "another program holds the file"
+                                                   : std::generic_category().message(error_number));
+}
+
+std::string with_reason(std::string message, std::int32_t code) {
+  const std::string reason = reason_of(code, platform::last_file_error());
+  return reason.empty() ? message : message + "\n" + reason;
+}
 
 std::string failure_text(std::int32_t code, const ClColMain& main, std::int32_t bad_line) {
   std::string text = describe_failure(code, main).text;
@@ -13,7 +43,7 @@ std::string failure_text(std::int32_t code, const ClColMain& main, std::int32_t 
   if (bad_line != 0 && text.starts_with(context)) {
     text = context + fill_number(text.substr(context.size()), static_cast<std::uint64_t>(bad_line));
   }
-  return platform::message_to_utf8(text);
+  return with_reason(platform::message_to_utf8(text), code);
 }
 
 }  // namespace korvex::host

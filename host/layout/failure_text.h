@@ -7,8 +7,15 @@
 
 namespace korvex::host {
 
-// What the module would say of a failure in the state of `main`, as UTF-8. `bad_line`, unless 0, is
-// the line of a list that the message speaks of.
+// "reason: No space left on device", for a code about a file; empty for other codes, and when the
+// error number is 0.
+std::string reason_of(std::int32_t code, int error_number);
+
+// A message and below it the reason, if the last failure of a file is one.
+std::string with_reason(std::string message, std::int32_t code);
+
+// What the module would say of a failure in the state of `main`, as UTF-8, and why, if that is
+// known. `bad_line`, unless 0, is the line of a list that the message speaks of.
 std::string failure_text(std::int32_t code, const ClColMain& main, std::int32_t bad_line);
 
 }  // namespace korvex::host

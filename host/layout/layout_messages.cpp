@@ -6,8 +6,10 @@
 
 #include "control/error_texts.h"
 #include "format/error_codes.h"
+#include "host/layout/failure_text.h"
 #include "host/layout/list_encoding.h"
 #include "host/layout/value_errors.h"
+#include "platform/file.h"
 #include "platform/printable_text.h"
 
 namespace korvex::host {
@@ -41,7 +43,7 @@ bool print_layout_errors(const LayoutReading& reading, std::ostream& messages) {
 std::string numbered_message(std::int32_t code, const Layout& layout) {
   std::string text;
   append_error_text(code, layout.kind, text);
-  return text;
+  return with_reason(text, code);
 }
 
 void print_digit_warnings(const Layout& layout, std::ostream& messages) {
@@ -102,7 +104,9 @@ bool print_failures(const SettingsResult& result, const Layout& layout, std::ost
     print_error(layout, value_error(layout, *failure.item, failure.code), messages);
   }
   if (result.file_code != 0) {
-    messages << platform::printable(layout.settings) << ": "
+    // What a file says is wrong is that of the layout; what the system refuses is that of the copy.
+    const bool is_system = !reason_of(result.file_code, platform::last_file_error()).empty();
+    messages << platform::printable(is_system ? result.file : layout.settings) << ": "
              << numbered_message(result.file_code, layout) << "\n";
   }
   return !result.failures.empty() || result.file_code != 0;

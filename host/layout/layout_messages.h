@@ -14,7 +14,8 @@ namespace korvex::host {
 // Every error with its place. Answers whether there was one.
 bool print_layout_errors(const LayoutReading& reading, std::ostream& messages);
 
-// The module's numbered message of a code, in the words of the layout's kind.
+// The module's numbered message of a code, in the words of the layout's kind, and why, if the last
+// failure of a file says so.
 std::string numbered_message(std::int32_t code, const Layout& layout);
 
 // Warns of items with impossible digits, which are used all the same.

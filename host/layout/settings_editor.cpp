@@ -171,6 +171,7 @@ SettingsResult write_settings_of(const Layout& layout) {
   // The settings file is written beside itself and renamed: either not begun or done.
   const InterruptionsHeld held;
   SettingsResult result;
+  result.file = layout.settings;
   make_output_folders(layout);
   ClFmtFile file;
   file.set_run_mode(run_mode::settings_only);

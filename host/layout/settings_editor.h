@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "host/layout/layout.h"
@@ -15,6 +16,7 @@ struct ItemFailure {
 };
 
 struct SettingsResult {
+  std::string file;                         // to be written, which may be a copy
   std::int32_t file_code = 0;               // of a failed load or save, else 0
   std::vector<ItemFailure> failures;        // every item that failed, in layout order
   std::size_t items_with_settings = 0;      // of the level, after a successful save

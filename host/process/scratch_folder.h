@@ -1,5 +1,6 @@
 #pragma once
 
+#include <iosfwd>
 #include <optional>
 #include <string>
 
@@ -18,14 +19,18 @@ class ScratchFolder {
 
   // Empty when no folder can be made.
   const std::string& path() const { return path_; }
+  // Why not.
+  const std::string& failure() const { return failure_; }
 
  private:
   std::string path_;
+  std::string failure_;
   std::optional<RemovedOnInterruption> removal_;
 };
 
 // The layout with a copy of its settings file in the folder, which is also its work folder; nothing
-// when that cannot be copied.
-std::optional<Layout> copy_layout(const Layout& layout, const std::string& folder);
+// when there is no folder or no copy, of which the user is told.
+std::optional<Layout> copy_layout(const Layout& layout, const ScratchFolder& folder,
+                                  std::ostream& messages);
 
 }  // namespace korvex::host

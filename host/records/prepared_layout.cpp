@@ -37,16 +37,8 @@ int PreparedLayout::prepare(const std::string& file, std::optional<std::int32_t>
     print_digit_warnings(layout_, messages);
     if (refuses_lists(messages)) return exit_status::wrong_usage;
   }
-  if (scratch_.path().empty()) {
-    messages << "no folder for temporary files can be made" << std::endl;
-    return exit_status::failed;
-  }
-  const std::optional<Layout> copy = copy_layout(layout_, scratch_.path());
-  if (!copy) {
-    messages << platform::printable(layout_.settings) << ": "
-             << numbered_message(error::cannot_open, layout_) << std::endl;
-    return exit_status::failed;
-  }
+  const std::optional<Layout> copy = copy_layout(layout_, scratch_, messages);
+  if (!copy) return exit_status::failed;
   copy_ = *copy;
   const SettingsResult settings = write_settings_of(copy_);
   if (print_failures(settings, layout_, messages)) return exit_status::failed;

@@ -109,6 +109,8 @@ KORVEX_EXPORT int32_t DGCheckRepeatCnt(const char* control_file_path);
  *
  * Returns 0 on success, also when the 2 GB limit ended the file early or the user declined the
  * question about repeats. A failure has been reported in one message before its code is returned.
+ * For a code about a file (-2 to -4, -26, -27, -121 to -124) errno then says why, as
+ * far as the system does: EWOULDBLOCK when another program holds the file, 0 when nobody knows.
  *
  * On disk: a successful run leaves the data file and, in the work folder, a log file named after
  * it. The data file is created, or emptied if it exists, once all settings have been read and

@@ -1,3 +1,4 @@
+#include <cerrno>
 #include <string>
 
 #include "entry/desktop_interface.h"
@@ -7,6 +8,7 @@
 #include "generate/generate_data_file.h"
 #include "generate/repeat_count.h"
 #include "korvex/korvex.h"
+#include "platform/file.h"
 #include "platform/printable_text.h"
 #include "platform/quiet_write.h"
 #include "platform/user_interface.h"
@@ -83,13 +85,17 @@ int32_t DGCheckRepeatCnt(const char* control_file_path) {
 
 int32_t DGCreateData(const char* control_file_path, int32_t output_option, void* parent,
                      uint64_t repeat_item_count) {
-  return guarded([&] {
+  int reason = 0;
+  const std::int32_t answer = guarded([&] {
     ClGenerateDataFile generator;
     generator.main.control_path = path_of(control_file_path);
     generator.output_option = output_option;
     generator.parent = parent;
     generator.repeat_item_count = repeat_item_count;
     const std::int32_t result = guarded([&] { return generator.run(); });
+    reason = platform::last_file_error();
     return result < 0 ? report_failure(result, generator.main) : result;
   });
+  errno = reason;
+  return answer;
 }

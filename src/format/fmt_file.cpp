@@ -1,5 +1,6 @@
 #include "format/fmt_file.h"
 
+#include <cerrno>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -122,7 +123,10 @@ std::int32_t ClFmtFile::save_levels(std::int32_t quotation) {
   if (const FileCause closed = temporary.close(); closed != FileCause::none) {
     return write_failure(closed);
   }
-  if (is_protected()) return error::cannot_write;
+  if (is_protected()) {
+    platform::note_file_error(EACCES);
+    return error::cannot_write;
+  }
   // A file that was missing at the load may have come into being since, and somebody may hold it.
   File late;
   if (!held_file_.is_open() && late.open_for_reading(file_path_, platform::Sharing::exclusive) ==

@@ -17,6 +17,8 @@ namespace korvex::platform {
 
 namespace {
 
+thread_local int last_error = 0;
+
 // What the user's mask leaves of this is the mode of a new file.
 constexpr unsigned new_file_mode = 0666;
 
@@ -28,7 +30,8 @@ FileCause cause_of_failed_open(const std::string& path, int number) {
   struct stat status = {};
   const bool folder_is_missing =
       number == ENOENT && file_calls().lstat(folder_of(path).c_str(), &status) != 0;
-  return folder_is_missing ? FileCause::bad_path : cause_from_errno(number);
+  const FileCause cause = note_file_error(number);
+  return folder_is_missing ? FileCause::bad_path : cause;
 }
 
 }  // namespace
@@ -53,6 +56,13 @@ FileCause cause_from_errno(int number) {
     default:
       return FileCause::generic;
   }
+}
+
+int last_file_error() { return last_error; }
+
+FileCause note_file_error(int number) {
+  last_error = number;
+  return cause_from_errno(number);
 }
 
 File::~File() { discard(); }
@@ -88,7 +98,7 @@ FileCause File::open(const std::string& path, int flags, unsigned mode) {
 
   struct stat status = {};
   if (file_calls().fstat(descriptor_, &status) != 0) {
-    const FileCause cause = cause_from_errno(errno);
+    const FileCause cause = note_file_error(errno);
     discard();
     // Only a file that was not there is opened for creation: it must not stay behind the failure.
     if ((flags & O_CREAT) != 0) remove_file(path);
@@ -96,9 +106,10 @@ FileCause File::open(const std::string& path, int flags, unsigned mode) {
   }
   if (S_ISDIR(status.st_mode)) {
     discard();
-    return FileCause::access_denied;
+    return note_file_error(EISDIR);
   }
   regular_ = S_ISREG(status.st_mode);
+  last_error = 0;
   return FileCause::none;
 }
 
@@ -122,6 +133,7 @@ FileCause File::open_and_hold(const std::string& path, int flags, Sharing sharin
     if (sharing != Sharing::exclusive || stands_at(path)) return FileCause::none;
   }
   discard();
+  note_file_error(EWOULDBLOCK);
   return FileCause::sharing_violation;
 }
 
@@ -143,7 +155,7 @@ FileCause File::create(const std::string& path) {
   std::uint64_t bytes = 0;
   if (size(bytes) == FileCause::none && bytes == 0) return FileCause::none;
   if (retry_interrupted([&] { return file_calls().ftruncate(descriptor_, 0); }) != 0) {
-    cause = cause_from_errno(errno);
+    cause = note_file_error(errno);
     discard();
   }
   return cause;
@@ -159,7 +171,7 @@ FileCause File::read(void* data, std::size_t size, std::size_t& count) {
     const ssize_t got = retry_interrupted([&] {
       return file_calls().read(descriptor_, static_cast<char*>(data) + count, size - count);
     });
-    if (got < 0) return cause_from_errno(errno);
+    if (got < 0) return note_file_error(errno);
     if (got == 0) break;
     count += static_cast<std::size_t>(got);
   }
@@ -171,7 +183,7 @@ FileCause File::write_through(const char* data, std::size_t size) {
     const ssize_t written =
         retry_interrupted([&] { return file_calls().write(descriptor_, data, size); });
     if (written < 0) {
-      failed_ = cause_from_errno(errno);
+      failed_ = note_file_error(errno);
     } else if (written == 0) {
       failed_ = FileCause::generic;
     } else {
@@ -208,14 +220,14 @@ FileCause File::flush() {
 FileCause File::seek(std::uint64_t offset) {
   if (const FileCause cause = flush(); cause != FileCause::none) return cause;
   const off_t reached = file_calls().lseek(descriptor_, static_cast<off_t>(offset), SEEK_SET);
-  if (reached < 0) return cause_from_errno(errno);
+  if (reached < 0) return note_file_error(errno);
   return static_cast<std::uint64_t>(reached) == offset ? FileCause::none : FileCause::generic;
 }
 
 FileCause File::size(std::uint64_t& bytes) {
   bytes = 0;
   struct stat status = {};
-  if (file_calls().fstat(descriptor_, &status) != 0) return cause_from_errno(errno);
+  if (file_calls().fstat(descriptor_, &status) != 0) return note_file_error(errno);
   if (S_ISREG(status.st_mode)) bytes = static_cast<std::uint64_t>(status.st_size);
   return FileCause::none;
 }
@@ -223,7 +235,7 @@ FileCause File::size(std::uint64_t& bytes) {
 FileCause File::sync() {
   if (const FileCause cause = flush(); cause != FileCause::none) return cause;
   const int result = retry_interrupted([&] { return file_calls().fsync(descriptor_); });
-  if (result != 0) failed_ = cause_from_errno(errno);
+  if (result != 0) failed_ = note_file_error(errno);
   return failed_;
 }
 
@@ -231,7 +243,7 @@ FileCause File::close() {
   FileCause cause = flush();
   if (descriptor_ >= 0 && file_calls().close(std::exchange(descriptor_, -1)) != 0 &&
       cause == FileCause::none && errno != EINTR) {
-    cause = cause_from_errno(errno);
+    cause = note_file_error(errno);
   }
   return cause;
 }

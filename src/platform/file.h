@@ -23,6 +23,14 @@ enum class FileCause {
 
 FileCause cause_from_errno(int number);
 
+// The error number of the calling thread's last file operation that failed, EWOULDBLOCK for a file
+// that another one holds; 0 when none has failed since a file was opened. A cause says what the
+// module tells apart, this says why. Removing does not count, which may be cleaning up.
+int last_file_error();
+
+// Remembers the error number, and answers its cause.
+FileCause note_file_error(int number);
+
 // Whether an open failed because nothing stands under the path.
 constexpr bool is_missing(FileCause cause) {
   return cause == FileCause::not_found || cause == FileCause::bad_path;

@@ -39,10 +39,10 @@ FileCause take_over_mode(const std::string& path, const std::string& target) {
   const int descriptor = retry_interrupted([&] {
     return file_calls().open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0);
   });
-  if (descriptor < 0) return cause_from_errno(errno);
+  if (descriptor < 0) return note_file_error(errno);
   const FileCause cause = file_calls().fchmod(descriptor, old.st_mode & 07777) == 0
                               ? FileCause::none
-                              : cause_from_errno(errno);
+                              : note_file_error(errno);
   file_calls().close(descriptor);
   return cause;
 }
@@ -65,7 +65,7 @@ FileCause move_into_place(const std::string& from, const std::string& target) {
   const FileCause cause = take_over_mode(from, target);
   if (cause != FileCause::none) return cause;
   return file_calls().rename(from.c_str(), target.c_str()) == 0 ? FileCause::none
-                                                                : cause_from_errno(errno);
+                                                                : note_file_error(errno);
 }
 
 // For a target on another file system: the bytes are copied beside it before they take its name.
@@ -132,7 +132,7 @@ FileCause replace_file(const std::string& from, const std::string& to) {
   if (file_calls().rename(from.c_str(), target.c_str()) == 0) {
     unfinished.finish();
   } else {
-    cause = errno == EXDEV ? copy_into_place(from, target) : cause_from_errno(errno);
+    cause = errno == EXDEV ? copy_into_place(from, target) : note_file_error(errno);
   }
   if (cause == FileCause::none) sync_folder(folder);
   return cause;

@@ -32,6 +32,7 @@ $ rm -r w d.*
 >1 generate l.toml
   ! Failed to generate data.
   ! 99027:Insufficient disk capacity.
+  ! reason: No space left on device
 files w
 
 # Lost output is a failure of its own.

@@ -7,6 +7,7 @@ $ chmod 444 d.fif
 remember
 >1 generate l.toml
   ! d.fif: 99026:Failed to write to the file.
+  ! reason: Permission denied
 > preview l.toml --records 1
   ...
 > count l.toml
