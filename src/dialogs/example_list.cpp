@@ -2,12 +2,15 @@
 
 #include <QSignalBlocker>
 
+#include "dialogs/explanations.h"
 #include "platform/codepage.h"
 
 namespace korvex {
 
 void ExampleList::append(const std::string& format) {
-  list_.addItem(QString::fromStdString(platform::shown_in_utf8(format)));
+  auto* const item =
+      new QListWidgetItem(QString::fromStdString(platform::shown_in_utf8(format)), &list_);
+  item->setToolTip(QString::fromStdString(explain_format(format)));
 }
 
 // What the program selects is no choice of the user's.

@@ -9,6 +9,7 @@
 #include "dialogs/control_ids.h"
 #include "dialogs/default_format.h"
 #include "dialogs/drop_down_list.h"
+#include "dialogs/explanations.h"
 #include "dialogs/format_precheck.h"
 #include "dialogs/range_controls.h"
 #include "dialogs/save_permission.h"
@@ -64,6 +65,8 @@ void ClItemValueUpdateDlg::connect_commands() {
   connect(type, &QComboBox::activated, this,
           [this](int entry) { carry_out([this, entry] { select_type(entry); }); });
   connect(type, &DropDownList::opening, this, [this] { carry_out([this] { named_position(); }); });
+  connect(control<CodePageEdit>(control_id::update_name), &QLineEdit::textEdited, this,
+          [this] { carry_out([this] { explain_named_item(); }); });
   auto* const list = control<QListWidget>(control_id::update_examples);
   const auto take = [this] {
     carry_out([this] { control<CodePageEdit>(control_id::format)->set_bytes(list_.selected()); });
@@ -121,8 +124,18 @@ void ClItemValueUpdateDlg::show_item(int position) {
   auto* const name = control<CodePageEdit>(control_id::update_name);
   name->set_bytes(item.name);
   name->setCursorPosition(0);  // a long name is seen from its beginning
+  explain_named_item();
   control<QLabel>(control_id::update_description)
       ->setText(QString::fromStdString(platform::shown_in_utf8(item.description)));
+}
+
+// The name may be typed: nothing is said of a name that no item has.
+void ClItemValueUpdateDlg::explain_named_item() {
+  auto* const name = control<CodePageEdit>(control_id::update_name);
+  const int position = index_of_item(main_, name->bytes());
+  name->setToolTip(position < 0 ? QString()
+                                : QString::fromStdString(explain_item(
+                                      *main_.items[static_cast<std::size_t>(position)])));
 }
 
 int ClItemValueUpdateDlg::named_position() {

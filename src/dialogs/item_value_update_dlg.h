@@ -37,6 +37,7 @@ class ClItemValueUpdateDlg : public FormDialog {
   void browse_items();
 
   // The first item with the name in the control; otherwise tells the user and answers -1.
+  void explain_named_item();
   int named_position();
   void enable_range(bool on);
   void enable_custom_format(bool on);

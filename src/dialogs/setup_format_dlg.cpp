@@ -5,6 +5,7 @@
 #include <QCompleter>
 #include <QPushButton>
 #include <QShortcut>
+#include <QTextDocument>
 #include <QToolTip>
 #include <algorithm>
 
@@ -13,6 +14,7 @@
 #include "dialogs/data_generation_dlg.h"
 #include "dialogs/enumeration_choice.h"
 #include "dialogs/enumeration_file.h"
+#include "dialogs/explanations.h"
 #include "dialogs/placement.h"
 #include "dialogs/range_controls.h"
 #include "dialogs/reference_model.h"
@@ -76,6 +78,11 @@ QString shown(std::string_view bytes) {
 // The file system's text is not the code page's.
 QString shown_path(const std::string& path) {
   return QString::fromStdString(platform::message_to_utf8(path));
+}
+
+// Qt takes a text with tags in it for a page.
+QString plain_tooltip(const QString& text) {
+  return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpacePre) : text;
 }
 
 }  // namespace
@@ -154,7 +161,9 @@ ClDGCol& ClSetupFormatDlg::item() {
 
 void ClSetupFormatDlg::show_item() {
   parent_.main().select_item(parent_.current_row());
-  control<CodePageEdit>(control_id::item_name)->set_bytes(item().name);
+  auto* const name = control<CodePageEdit>(control_id::item_name);
+  name->set_bytes(item().name);
+  name->setToolTip(QString::fromStdString(explain_item(item())));
   control<CodePageEdit>(control_id::item_description)->set_bytes(item().description);
   fields_ = fields_of(item().display(), fields_);
   show_fields();
@@ -250,6 +259,8 @@ void ClSetupFormatDlg::show_enumeration_name() {
   auto* const edit = control<QLineEdit>(control_id::enumeration_name);
   edit->setText(shown_path(fields_.enumeration_name));
   edit->setCursorPosition(0);  // a long name is seen from its beginning
+  const bool has_name = !fields_.enumeration_name.empty();
+  edit->setToolTip(has_name ? plain_tooltip(shown_path(fields_.enumeration_path)) : QString());
 }
 
 void ClSetupFormatDlg::browse_file() {

@@ -234,8 +234,18 @@ TEST_F(SetupFormatDlgTest, AnEnumerationFileIsChosenBrowsedAndStored) {
   const auto expect_browse = [](bool usable) {
     return [=](FormDialog& dialog) { EXPECT_EQ(is_usable(dialog, id::browse_file), usable); };
   };
-  play_in_setup({choose(id::type, type_entry::enumeration), expect_browse(false),
-                 click(id::select_file), expect_browse(true), click(id::browse_file),
+  const auto expect_tooltip = [](int control, const std::string& text) {
+    return [=](FormDialog& dialog) {
+      EXPECT_EQ(dialog.control(control)->toolTip().toStdString(), text);
+    };
+  };
+  play_in_setup({expect_tooltip(id::item_name,
+                                "Attribute: 4 (number)\nLength: 2 bytes\nDigits: 2\nSigned: "
+                                "no\nMay be NULL: yes"),
+                 choose(id::type, type_entry::enumeration), expect_browse(false),
+                 expect_tooltip(id::enumeration_name, ""), click(id::select_file),
+                 expect_tooltip(id::enumeration_name, path), expect_browse(true),
+                 click(id::browse_file),
                  then([&] { EXPECT_EQ(setup.interface.opened_files, Names{path}); }),
                  then([&] { setup.interface.editor_error = 13; }), click(id::browse_file),
                  expect_told({"pCall : vi \"" + path + "\"\nError : 13 (Permission denied)"}),
