@@ -46,6 +46,9 @@ int FormDialog::run() {
   if (!initialise()) return dialog_result::cancel;
   open_as_left();
   const int result = exec();
+  // Window managers lose the owner when a question and the window that asked it close together.
+  QWidget* const owner = parentWidget();
+  if (owner != nullptr && owner->isVisible()) owner->activateWindow();
   keep_as_left();
   return result == dialog_result::ok ? dialog_result::ok : dialog_result::cancel;
 }

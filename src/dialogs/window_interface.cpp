@@ -7,6 +7,7 @@
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <QPainter>
 #include <QPointer>
 #include <new>
 #include <optional>
@@ -92,9 +93,8 @@ class MessageBox : public QMessageBox {
         needs_answer_(is_question(kind)) {
     setTextFormat(Qt::PlainText);
     setTextInteractionFlags(Qt::TextSelectableByMouse);
-    if (needs_answer_) {
-      setWindowFlags((windowFlags() | Qt::CustomizeWindowHint) & ~Qt::WindowCloseButtonHint);
-    }
+    // Without a title bar, for not every window manager leaves just the close box out of one.
+    if (needs_answer_) setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint);
   }
 
  protected:
@@ -108,6 +108,14 @@ class MessageBox : public QMessageBox {
   void closeEvent(QCloseEvent* event) override {
     if (needs_answer_) return event->ignore();
     QMessageBox::closeEvent(event);
+  }
+
+  void paintEvent(QPaintEvent* event) override {
+    QMessageBox::paintEvent(event);
+    if (!needs_answer_) return;
+    QPainter painter(this);  // nothing else sets it off from the window below
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
   }
 
  private:

@@ -3,6 +3,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QToolButton>
 #include <map>
 
@@ -13,6 +14,7 @@
 #include "dialogs/item_list_ctrl.h"
 #include "dialogs/item_value_update_dlg.h"
 #include "dialogs/placement.h"
+#include "dialogs/scroll_pane.h"
 #include "dialogs/setup_fields.h"
 
 // What holds for all windows, in the wordings of items and of columns.
@@ -156,6 +158,14 @@ TEST(EveryWindowTest, FitsSmallScreensAndLargeLetters) {
         const QRect place(button->mapTo(&dialog, QPoint()), button->size());
         EXPECT_TRUE(dialog.rect().contains(place)) << name << " at " << c.points;
         EXPECT_GE(button->width(), button->minimumSizeHint().width());
+      }
+      // Lists give way before the window scrolls.
+      for (const ScrollPane* pane : seen<ScrollPane>(dialog)) {
+        if (pane->verticalScrollBar()->maximum() == 0) continue;
+        for (const QAbstractItemView* list : pane->findChildren<QAbstractItemView*>()) {
+          if (!list->isVisible()) continue;
+          EXPECT_EQ(list->height(), list->minimumHeight()) << list->objectName().toStdString();
+        }
       }
     });
   }
