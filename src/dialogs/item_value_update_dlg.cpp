@@ -16,6 +16,7 @@
 #include "dialogs/select_item_dlg.h"
 #include "dialogs/setup_fields.h"
 #include "dialogs/store_range.h"
+#include "dialogs/value_preview.h"
 #include "format/error_codes.h"
 #include "format/item_settings.h"
 #include "format/reconcile.h"
@@ -48,7 +49,10 @@ QListWidget& set_up(ClItemValueUpdateDlg& dialog) {
 }  // namespace
 
 ClItemValueUpdateDlg::ClItemValueUpdateDlg(QWidget* parent, const std::string& control_path)
-    : FormDialog(parent), messages_(main_), list_(set_up(*this), examples_) {
+    : FormDialog(parent),
+      messages_(main_),
+      list_(set_up(*this), examples_),
+      note_(*this, [this] { return preview(); }) {
   main_.control_path = control_path;
   main_.set_run_mode(run_mode::settings_only);
   index_controls();
@@ -77,6 +81,8 @@ void ClItemValueUpdateDlg::connect_commands() {
             this, take);
   }
   enter_presses_nothing(control_id::update_examples);
+  note_.watch({control_id::update_name, control_id::format, control_id::start, control_id::end,
+               control_id::increment});
 }
 
 bool ClItemValueUpdateDlg::initialise() {
@@ -153,6 +159,19 @@ void ClItemValueUpdateDlg::enable_range(bool on) {
   enable(exceeded_controls, on);
   enable(control_id::custom_format, on);
   enable_custom_format(on && is_checked(control_id::custom_format));
+  note_.refresh();
+}
+
+// What the range would give, as it is.
+std::string ClItemValueUpdateDlg::preview() {
+  if (!control(control_id::start)->isEnabled()) return {};
+  const int position =
+      index_of_item(main_, control<CodePageEdit>(control_id::update_name)->bytes());
+  if (position < 0) return {};
+  const ClDGCol& item = *main_.items[static_cast<std::size_t>(position)];
+  const ValuePreview values =
+      preview_range(item, main_.layout_kind(), read_range(*this), value_update_rules);
+  return preview_text(values, messages_);
 }
 
 void ClItemValueUpdateDlg::enable_custom_format(bool on) {

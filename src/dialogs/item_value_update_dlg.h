@@ -9,6 +9,7 @@
 #include "dialogs/form_dialog.h"
 #include "dialogs/format_examples.h"
 #include "dialogs/messages.h"
+#include "dialogs/preview_note.h"
 
 namespace korvex {
 
@@ -42,6 +43,8 @@ class ClItemValueUpdateDlg : public FormDialog {
   void enable_range(bool on);
   void enable_custom_format(bool on);
 
+  std::string preview();
+
   bool store();
   bool store_range_entry();
   void save_examples();
@@ -52,6 +55,7 @@ class ClItemValueUpdateDlg : public FormDialog {
   FormatExamples examples_;
   ExampleList list_;
   bool has_deleted_examples_ = false;
+  PreviewNote note_;
 };
 
 }  // namespace korvex

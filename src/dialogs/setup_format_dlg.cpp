@@ -21,6 +21,7 @@
 #include "dialogs/select_format_example_dlg.h"
 #include "dialogs/store_range.h"
 #include "dialogs/up_down.h"
+#include "dialogs/value_preview.h"
 #include "format/error_codes.h"
 #include "format/item_settings.h"
 #include "platform/codepage.h"
@@ -88,7 +89,7 @@ QString plain_tooltip(const QString& text) {
 }  // namespace
 
 ClSetupFormatDlg::ClSetupFormatDlg(ClDataGenerationDlg& parent)
-    : FormDialog(&parent), parent_(parent) {
+    : FormDialog(&parent), parent_(parent), note_(*this, [this] { return preview(); }) {
   Ui::ClSetupFormatDlg().setupUi(this);
   index_controls();
   auto* const reference = control<QComboBox>(control_id::reference);
@@ -124,6 +125,8 @@ void ClSetupFormatDlg::connect_commands() {
     connect(shortcut, &QShortcut::activated, this,
             [this, rows] { carry_out([this, rows] { move_by(rows); }); });
   };
+  note_.watch({control_id::format, control_id::start, control_id::end, control_id::increment,
+               control_id::reference});
   on_keys(Qt::Key_PageUp, -1);
   on_keys(Qt::Key_PageDown, 1);
 }
@@ -225,6 +228,31 @@ void ClSetupFormatDlg::apply_enablement() {
   enable(format_controls, on.format);
   enable(value_controls, on.values);
   enable(exceeded_controls, on.exceeded);
+  note_.refresh();
+}
+
+// What the controls would give, as they are.
+std::string ClSetupFormatDlg::preview() {
+  const ClColMain& main = parent_.main();
+  ValuePreview values;
+  switch (control<QComboBox>(control_id::type)->currentIndex()) {
+    case type_entry::range:
+      values = preview_range(item(), main.layout_kind(), read_range(*this), setup_format_rules);
+      break;
+    case type_entry::reference:
+      if (const int source = referenced_index(); source >= 0) {
+        values = preview_reference(main, source);
+      }
+      break;
+    case type_entry::enumeration:
+      if (!control<QLineEdit>(control_id::enumeration_name)->text().isEmpty()) {
+        values = preview_list(main, fields_.enumeration_path);
+      }
+      break;
+    default:
+      break;
+  }
+  return preview_text(values, parent_.messages());
 }
 
 void ClSetupFormatDlg::confirm_selected_type() {

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "dialogs/form_dialog.h"
+#include "dialogs/preview_note.h"
 #include "dialogs/setup_fields.h"
 
 class QComboBox;
@@ -37,6 +38,7 @@ class ClSetupFormatDlg : public FormDialog {
   void read_controls();
   int referenced_index() const;
   void apply_enablement();
+  std::string preview();
 
   void confirm_selected_type();
   void select_example();
@@ -68,6 +70,7 @@ class ClSetupFormatDlg : public FormDialog {
 
   ClDataGenerationDlg& parent_;
   SetupFields fields_;
+  PreviewNote note_;
 };
 
 }  // namespace korvex

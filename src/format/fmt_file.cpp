@@ -62,7 +62,10 @@ std::int32_t ClFmtFile::load(std::int32_t level, std::int32_t records, std::int3
     const std::int32_t upgraded = upgrade_settings_file(file_path_, layout_kind);
     if (upgraded != 0) return upgraded;
     const FileCause cause = held_file_.open_for_reading(file_path_, platform::Sharing::exclusive);
-    if (is_missing(cause)) return start_new_file(level, records, layout_kind);
+    if (is_missing(cause)) {
+      begin(level, records, layout_kind);
+      return 0;
+    }
     if (cause != FileCause::none) return error::cannot_open;
     const std::int32_t result = load_existing(level, records, layout_kind);
     if (result < 0) held_file_.discard();
@@ -74,8 +77,7 @@ std::int32_t ClFmtFile::load(std::int32_t level, std::int32_t records, std::int3
   }
 }
 
-std::int32_t ClFmtFile::start_new_file(std::int32_t level, std::int32_t records,
-                                       std::int32_t layout_kind) {
+void ClFmtFile::begin(std::int32_t level, std::int32_t records, std::int32_t layout_kind) {
   com_.discard_levels();
   com_.header = {};
   std::memcpy(com_.header.magic, current_magic.data(), current_magic.size());
@@ -83,7 +85,6 @@ std::int32_t ClFmtFile::start_new_file(std::int32_t level, std::int32_t records,
   com_.header.level_count = 1;
   com_.append_level(level, records);
   quotation_ = layout_kind == layout_kind::third ? 1 : 0;
-  return 0;
 }
 
 std::int32_t ClFmtFile::load_existing(std::int32_t level, std::int32_t records,

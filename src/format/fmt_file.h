@@ -47,6 +47,9 @@ class ClFmtFile : public platform::Object {
   // a file of the previous version cannot be rewritten.
   std::int32_t load(std::int32_t level, std::int32_t records, std::int32_t layout_kind);
 
+  // Begins settings that no file holds yet, with one empty level.
+  void begin(std::int32_t level, std::int32_t records, std::int32_t layout_kind);
+
   // Writes all levels; the file is then no longer held. -44 or -6 when nothing is left to write and
   // a file exists or not; -1, -2, -4, -26 (also: a file stands there that is not to be written),
   // -27, -68.
@@ -97,7 +100,6 @@ class ClFmtFile : public platform::Object {
   bool is_held() const { return held_file_.is_open(); }
 
  private:
-  std::int32_t start_new_file(std::int32_t level, std::int32_t records, std::int32_t layout_kind);
   std::int32_t load_existing(std::int32_t level, std::int32_t records, std::int32_t layout_kind);
   std::int32_t save_levels(std::int32_t quotation);
   std::int32_t nothing_to_save() const;

@@ -1,5 +1,6 @@
 #include "generate/enumeration_check.h"
 
+#include <algorithm>
 #include <limits>
 #include <new>
 #include <span>
@@ -21,17 +22,21 @@ static_assert(LineReader::overhang >= ClEnumDataList::overhang);
 using platform::File;
 using platform::FileCause;
 
+constexpr std::uint64_t whole_file = std::numeric_limits<std::uint64_t>::max();
+
 // Reads the file's lines into `values`, unless that is null, up to those around the first bad line.
-// `refuse` gets the code of each bad line, and answers 0 to go on or the code to end with.
+// `refuse` gets the code of each bad line, and answers 0 to go on or the code to end with. Stops
+// when `bytes_left` are used up, which it counts down.
 template <typename Refuse>
-std::int32_t read_values(File& file, const FmtColRec& settings, std::int32_t& line,
-                         std::int32_t& value_count, ClEnumDataList* values, Refuse refuse) {
+std::int32_t read_values(File& file, const FmtColRec& settings, std::uint64_t& bytes_left,
+                         std::int32_t& line, std::int32_t& value_count, ClEnumDataList* values,
+                         Refuse refuse) {
   const ItemAttributes item = {settings.attribute, settings.signed_flag, settings.length,
                                settings.digits, settings.decimals};
   const EnumerationRule rule(item);
   LineReader reader(file);
   std::span<const std::string_view> lines;
-  for (;;) {
+  while (bytes_left > 0) {
     const LineReader::Status status = reader.next(lines);
     if (status == LineReader::Status::end) return 0;
     if (status == LineReader::Status::failed) return error::enumeration_cannot_read;
@@ -47,7 +52,10 @@ std::int32_t read_values(File& file, const FmtColRec& settings, std::int32_t& li
       if (result != 0) return result;
     }
     if (values != nullptr) values->append(lines);
+    const auto bytes = static_cast<std::uint64_t>(lines.back().end() - lines.front().begin());
+    bytes_left -= std::min(bytes_left, bytes);
   }
+  return 0;
 }
 
 std::int32_t check_access(ClColMain& main, const std::string& path) {
@@ -119,9 +127,11 @@ std::int32_t load_values(ClColMain& main, const std::string& path, const FmtColR
   try {
     std::uint64_t bytes = 0;
     if (file.size(bytes) == FileCause::none) values.reserve(bytes);
-    result = read_values(file, settings, line, value_count, &values, [&](std::int32_t failure) {
-      return report.add(failure, line) ? 0 : error::enumeration_report_cannot_write;
-    });
+    std::uint64_t bytes_left = whole_file;
+    result = read_values(
+        file, settings, bytes_left, line, value_count, &values, [&](std::int32_t failure) {
+          return report.add(failure, line) ? 0 : error::enumeration_report_cannot_write;
+        });
   } catch (const std::bad_alloc&) {
     // A list larger than the memory leaves nothing behind.
     report.discard();
@@ -133,10 +143,8 @@ std::int32_t load_values(ClColMain& main, const std::string& path, const FmtColR
   return value_count == 0 ? error::enumeration_empty : value_count;
 }
 
-}  // namespace
-
-std::int32_t check_enumeration(ClColMain& main, const std::string& path, const FmtColRec& settings,
-                               std::int32_t& line, ClEnumDataList* values) {
+std::int32_t check_values(ClColMain& main, const std::string& path, const FmtColRec& settings,
+                          std::uint64_t& bytes_left, std::int32_t& line, ClEnumDataList* values) {
   line = 0;
   try {
     std::int32_t result = check_access(main, path);
@@ -145,13 +153,30 @@ std::int32_t check_enumeration(ClColMain& main, const std::string& path, const F
     result = open_values(path, file);
     if (result != 0) return result;
     std::int32_t value_count = 0;
-    result = read_values(file, settings, line, value_count, values,
+    result = read_values(file, settings, bytes_left, line, value_count, values,
                          [](std::int32_t failure) { return failure; });
     if (result != 0) return result;
     return value_count == 0 ? error::enumeration_empty : value_count;
   } catch (const std::bad_alloc&) {
     return error::out_of_memory;
   }
+}
+
+}  // namespace
+
+std::int32_t check_enumeration(ClColMain& main, const std::string& path, const FmtColRec& settings,
+                               std::int32_t& line, ClEnumDataList* values) {
+  std::uint64_t bytes_left = whole_file;
+  return check_values(main, path, settings, bytes_left, line, values);
+}
+
+std::int32_t look_into_enumeration(ClColMain& main, const std::string& path,
+                                   const FmtColRec& settings, std::uint64_t most_bytes,
+                                   std::int32_t& line, ClEnumDataList& values, bool& is_whole) {
+  std::uint64_t bytes_left = most_bytes;
+  const std::int32_t result = check_values(main, path, settings, bytes_left, line, &values);
+  is_whole = bytes_left > 0;
+  return result;
 }
 
 std::int32_t load_enumeration(ClColMain& main, const std::string& path, const FmtColRec& settings,

@@ -19,10 +19,16 @@ namespace korvex {
 std::int32_t check_enumeration(ClColMain& main, const std::string& path, const FmtColRec& settings,
                                std::int32_t& line, ClEnumDataList* values = nullptr);
 
-// The same for a run that writes a file: every bad line is reported in the file `path` with ".err"
-// behind it, whose path `main` receives. -135 when a line was bad; the report then stays, otherwise
-// it is removed. Also -123 and -124 when the report cannot be opened or written. After a failure
-// `values` is not to be used.
+// The same for whoever wants to see how a list begins: reads no further than about `most_bytes`,
+// takes the values so far, and tells whether these are all.
+std::int32_t look_into_enumeration(ClColMain& main, const std::string& path,
+                                   const FmtColRec& settings, std::uint64_t most_bytes,
+                                   std::int32_t& line, ClEnumDataList& values, bool& is_whole);
+
+// The same as the check for a run that writes a file: every bad line is reported in the file `path`
+// with ".err" behind it, whose path `main` receives. -135 when a line was bad; the report then
+// stays, otherwise it is removed. Also -123 and -124 when the report cannot be opened or written.
+// After a failure `values` is not to be used.
 std::int32_t load_enumeration(ClColMain& main, const std::string& path, const FmtColRec& settings,
                               ClEnumDataList& values);
 

@@ -221,6 +221,26 @@ TEST_F(SetupFormatDlgTest, AReferenceThatWouldBeRefusedIsGreyAndSaysWhy) {
   EXPECT_EQ(rows[0], "%2U 5 99 1 ");
 }
 
+// As text for whoever cannot see it, and painted: nothing is stored by looking.
+TEST_F(SetupFormatDlgTest, TellsWhatTheEntryWouldGive) {
+  setup.interface.chosen_file = list("1\n2\n");
+  const auto told = [](const std::string& expected) {
+    constexpr int longer_than_the_pause = 300;  // milliseconds
+    return Steps{then([] { QTest::qSleep(longer_than_the_pause); }), then([] {}),
+                 [expected](FormDialog& dialog) {
+                   const QString told_by = dialog.control(id::end)->accessibleDescription();
+                   EXPECT_EQ(told_by.toStdString(), expected);
+                 }};
+  };
+  play_in_setup(Steps{type(id::end, "7")} + told("7 values: 01, 02, 03 … 07") +
+                Steps{type(id::start, "")} +
+                told("99037:The start value is not set. Please set the start value.") +
+                choose_list() + told("2 values: 1, 2") +
+                Steps{choose(id::type, type_entry::reference), type(id::reference, "B")} +
+                told("99 values: 01, 02, 03 … 99") + Steps{answer(Answer::no), click(id::cancel)});
+  EXPECT_EQ(rows[0], default_number);
+}
+
 TEST_F(SetupFormatDlgTest, WhatHasNoCodeIsRefusedAtOnce) {
   play_in_setup({type(id::start, "4" + without_code + "2"),
                  expect_told({"w한 has no code in code page 932."}), click(id::ok)});

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+#include <functional>
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+#include "dialogs/form_dialog.h"
+
+namespace korvex {
+
+// Says beside a form's closing buttons, in the room that they leave free, what the values being
+// entered come to, a moment after the last change. Where the room is too small for all of it, it is
+// the tooltip of that room and of the edits.
+class PreviewNote : public QObject {
+ public:
+  // `preview` answers UTF-8, and nothing for an empty note. The dialog must outlive the note.
+  PreviewNote(FormDialog& dialog, std::function<std::string()> preview);
+  ~PreviewNote() override;
+
+  // Refreshes the note whenever the text of one of these edits changes.
+  void watch(std::initializer_list<int> ids);
+
+  // Something else has changed.
+  void refresh() { pause_.start(); }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void look() noexcept;
+  QRect room() const;
+  void draw() const;
+
+  FormDialog& dialog_;
+  std::function<std::string()> preview_;
+  std::vector<QWidget*> edits_;
+  QTimer pause_;
+  QString text_;
+};
+
+}  // namespace korvex

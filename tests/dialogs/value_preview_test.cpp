@@ -1,0 +1,112 @@
+#include "dialogs/value_preview.h"
+
+#include <gtest/gtest.h>
+
+#include "dialogs/dialog_setup.h"
+#include "format/item_settings.h"
+#include "format/reconcile.h"
+
+namespace korvex::test {
+namespace {
+
+constexpr ItemAttributes number = {4, 0, 8, 8, 0};
+constexpr ItemAttributes integer = {23, 1, 10, 10, 0};
+constexpr ItemAttributes timestamp = {32, 0, 19, 15, 0};
+
+class ValuePreviewTest : public testing::Test {
+ protected:
+  void load(const std::vector<DialogItem>& items) {
+    setup.write(items);
+    main.items.clear();
+    main.control_path = setup.control();
+    ASSERT_EQ(main.load(), 0);
+    ASSERT_EQ(reconcile(main), 0);
+    main.select_item(0);
+  }
+
+  std::string text(const ValuePreview& preview) const { return preview_text(preview, messages); }
+
+  std::string list(const std::string& lines) const {
+    write_file(setup.folder.file("list"), lines);
+    return text(preview_list(main, setup.folder.file("list")));
+  }
+
+  DialogSetup setup;
+  ClColMain main;
+  Messages messages{main};
+};
+
+TEST_F(ValuePreviewTest, ShowsWhatARangeGives) {
+  struct Case {
+    ItemAttributes attributes;
+    RangeTexts texts;
+    const char* shown;
+  };
+  const Case cases[] = {
+      {number,
+       {"%8U", "1", "99999999", "2"},
+       "50,000,000 values: 00000001, 00000003, 00000005 … 99999999"},
+      {number, {"%8U", "1", "9", "3"}, "3 values: 00000001, 00000004, 00000007"},
+      {number, {"%8U", "7", "7", "1"}, "99017:"},
+      {letters, {"'a,'%1S", "A", "Z", "1"}, "26 values: a,A, a,B, a,C … a,Z"},
+      {letters, {"'ab'", "", "", ""}, "1 value: ab"},
+      {{11, 0, 6, 3, 0}, {"%1N", cp932("あ"), cp932("お"), "2"}, "5 values: あ, い, う … お"},
+      {{28, 0, 10, 8, 0},
+       {"%4YMD", "20240227", "20240301", "1"},
+       "4 values: 20240227, 20240228, 20240229 … 20240301"},
+      {timestamp,
+       {"%TS", "19700101 090000", "20380119 031407", "1"},
+       "2,147,451,248 values: 19700101 090000, 19700101 090001, 19700101 090002 … 20380119 031407"},
+      {number, {"", "1", "9", "1"}, "99036:The format is not set. Please set the format."},
+      {number,
+       {"%8U", "", "9", "1"},
+       "99037:The start value is not set. Please set the start value."},
+      {number,
+       {"%9U", "1", "9", "1"},
+       "99052:There is an error in the number of digits of the format."},
+      {number, {"%8U", "1", "9", "10"}, "99"},
+      {integer,
+       {"%10D", "2147483648", "2147483649", "1"},
+       "99049:The start value is out of range. Please reset the start value."},
+  };
+  for (const Case& c : cases) {
+    load({{.attributes = c.attributes}});
+    const ValuePreview preview =
+        preview_range(*main.items[0], main.layout_kind(), {.texts = c.texts, .is_custom = true},
+                      setup_format_rules);
+    EXPECT_TRUE(text(preview).starts_with(c.shown)) << c.texts.format << "\n" << text(preview);
+    EXPECT_TRUE(preview.code != 0 || text(preview) == c.shown) << text(preview);
+  }
+  EXPECT_EQ(main.settings.find_column(1), nullptr);
+  EXPECT_EQ(main.items[0]->display().generation_type, generation_type::none);
+}
+
+TEST_F(ValuePreviewTest, ShowsHowAListBegins) {
+  load({{.attributes = letters}});
+  EXPECT_EQ(list("A\n\nB\nC\n"), "3 values: A, B, C");
+  EXPECT_EQ(list("A\nB\nC\nD\n"), "4 values: A, B, C … D");
+  EXPECT_TRUE(list("A\nABCD\n").starts_with("2 line of a enum file ")) << list("A\nABCD\n");
+  EXPECT_TRUE(list("").starts_with("99136:"));
+  std::string long_list;
+  while (long_list.size() < 3 * list_bytes_looked_at) long_list += "ABC\n";
+  EXPECT_EQ(list(long_list).substr(0, 10), "More than ");
+  EXPECT_TRUE(list(long_list).ends_with(" values: ABC, ABC, ABC …")) << list(long_list);
+}
+
+TEST_F(ValuePreviewTest, ShowsWhatAReferenceTakesOver) {
+  load({{}, {.number = 2}, {.number = 3, .attributes = letters}, {.number = 4}});
+  main.select_item(1);
+  ASSERT_GE(store_format(main, {"%2U", "4", "6", "1"}, false, true), 0);
+  main.select_item(3);
+  ASSERT_EQ(reset_settings(main), 0);
+  main.select_item(0);
+  const char* const expected[] = {"99029:", "3 values: 04, 05, 06", "99031:", ""};
+  for (int source = 0; source < 4; ++source) {
+    const std::string shown = text(preview_reference(main, source));
+    EXPECT_EQ(shown.substr(0, std::string_view(expected[source]).size()), expected[source]);
+    EXPECT_EQ(shown.empty(), source == 3) << shown;
+  }
+}
+
+}  // namespace
+}  // namespace korvex::test
