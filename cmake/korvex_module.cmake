@@ -1,6 +1,9 @@
 # Compiler settings that every target of the project shares, and the one way to define a module.
 
+include(${CMAKE_CURRENT_LIST_DIR}/hardening.cmake)
+
 add_library(korvex_options INTERFACE)
+target_link_libraries(korvex_options INTERFACE korvex_hardening)
 target_compile_options(korvex_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
   # g++ 12 warns of overlapping copies inside its own std::string.
