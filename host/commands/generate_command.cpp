@@ -136,6 +136,8 @@ int run_generate(const GenerateOptions& options, CreateData create_data, std::os
   const Layout& layout = reading.layout;
   print_warnings(layout, messages);
   if (options.keep_settings) {
+    const auto kept = check_kept_settings(layout, messages);
+    if (!kept || print_failures(*kept, layout, messages)) return exit_status::failed;
     make_output_folders(layout);
     choose_interface(options.window);
     constexpr bool may_repeat = true;

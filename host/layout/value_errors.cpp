@@ -114,8 +114,13 @@ class ReferenceCheck {
 }  // namespace
 
 LayoutError value_error(const Layout& layout, const LayoutItem& item, std::int32_t code) {
-  LayoutError error = {item.values->place,
+  LayoutError error = {item.values ? item.values->place : item.place,
                        "item " + platform::printable_from_code_page(item.name) + ": "};
+  if (code == korvex::error::repeat_level_taken) {
+    if (item.values && item.values->repeat) error.place = item.values->repeat->place;
+    error.text += numbered_message(code, layout);
+    return error;
+  }
   if (item.values->source == ValueSource::range) {
     error.text += what_stands_there(*item.values, code, error.place);
   }

@@ -52,15 +52,16 @@ edit l.toml level = 3 => level = 1
   ! View the file?
 cat prices.txt.err
   1 line of a enum file The numeric value data Item includes a non-numeric value.
-# Two repeats of one level, which no layout says, end the run before it writes; so does a control file that cannot be read.
+# Two repeats of one level, which no layout says, end the run before it writes, and name their items; so does a control
+# file that cannot be read.
 file prices.txt
   7
 > generate l.toml --settings-only ...
 poke d.fif 1728 1
 $ rm d.csv w/d.log
 >1 generate l.toml --keep-settings
-  ! 99104:Repeat is already specified for the same level. Specify another level.
-  !  : 
+  ! l.toml:<n>:<n>: item A: 99104:Repeat is already specified for the same level. Specify another level.
+  ! l.toml:<n>:<n>: item B: 99104:Repeat is already specified for the same level. Specify another level.
 files
   d.fif
   l.toml
@@ -70,3 +71,19 @@ files
 $ c_host DGCheckRepeatCnt none.ctl; c_host DGCheckRepeatCnt l.toml
   -1
   -1
+# A level may also be taken by an item that keeps the settings it has.
+file kept.toml
+  @layout
+  @kept A 4 digits=3
+  @number B type = "default", repeat = { level = 1, count = 1 }
+remember
+each COMMAND
+  generate
+  check
+  count
+  preview
+do
+  >1 <COMMAND> kept.toml
+    ! kept.toml:7:<n>: item A: 99104:<*>
+    ! kept.toml:15:<n>: item B: 99104:<*>
+unchanged
