@@ -21,9 +21,7 @@ int run_preview(const PreviewOptions& options, std::ostream& out, std::ostream& 
   TextTable table;
   std::vector<TextTable::Cell> names;
   for (const PreparedItem& item : prepared.items()) {
-    if (value_class_of(item.item->attributes.attribute) == value_class::numeric) {
-      table.align_right(names.size());
-    }
+    if (is_numeric(item.item->attributes.attribute)) table.align_right(names.size());
     names.push_back(TextTable::from_code_page(item.item->name));
   }
   table.add(std::move(names));

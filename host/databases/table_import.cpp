@@ -27,10 +27,6 @@ std::string file_name_part(std::string_view name) {
   return part;
 }
 
-bool is_number(const ItemAttributes& attributes) {
-  return value_class_of(attributes.attribute) == value_class::numeric;
-}
-
 class TableImporter {
  public:
   TableImporter(Database& database, const std::string& table, std::int32_t records,
@@ -99,7 +95,7 @@ class TableImporter {
   ListFile& begin_list(std::size_t column) {
     const ColumnSchema& schema = schema_.columns[column];
     const auto mapped = map_column(schema, use_);
-    const bool is_for_numbers = mapped && is_number(mapped->attributes);
+    const bool is_for_numbers = mapped && is_numeric(mapped->attributes.attribute);
     result_.lists.push_back(std::make_unique<ListFile>(
         folder_, list_name(schema),
         is_for_numbers ? std::optional(mapped->attributes) : std::nullopt));

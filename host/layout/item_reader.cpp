@@ -72,7 +72,7 @@ void read_attributes(TableReader& reader, std::int32_t kind, LayoutItem& layout_
   ItemAttributes& item = layout_item.attributes;
   item.attribute = read_attribute(reader);
   const bool is_signed = reader.boolean("signed").value_or(false);
-  item.signed_flag = is_signed || is_quoted_character(item.attribute) ? 1 : 0;
+  item.signed_flag = is_signed || is_always_signed(item.attribute) ? 1 : 0;
   const GivenSize given = {reader.integer("digits", 0), reader.integer("length", 0)};
   const std::int32_t decimals = reader.integer("decimals", 0).value_or(0);
   item.decimals = decimals;

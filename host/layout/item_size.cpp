@@ -27,12 +27,10 @@ std::optional<std::int32_t> fixed_digits(std::int32_t code) {
   }
 }
 
-bool is_moment(std::int32_t code) {
-  return code == attribute::date || code == attribute::time || code == attribute::timestamp;
-}
-
 bool is_number(std::int32_t code) {
-  return !is_character(code) && !is_national(code) && !is_moment(code);
+  const DataKind kind = traits_of(code).kind;
+  return kind == DataKind::decimal || kind == DataKind::number_or_text ||
+         kind == DataKind::bare_number;
 }
 
 // Bytes of a number beside its digits.

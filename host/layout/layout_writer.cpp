@@ -82,7 +82,7 @@ void write_item(const ItemDraft& item, std::ostream& out) {
   write_remarks(item.remarks, out);
   out << "[[item]]\nname      = " << quoted(item.name)
       << "\nattribute = " << attribute_of(attributes.attribute) << "\n";
-  const bool says_sign = attributes.signed_flag != 0 && !is_quoted_character(attributes.attribute);
+  const bool says_sign = attributes.signed_flag != 0 && !is_always_signed(attributes.attribute);
   if (says_sign) out << "signed    = true\n";
   out << "digits    = " << attributes.digits << "\nlength    = " << attributes.length << "\n";
   if (attributes.decimals > 0) out << "decimals  = " << attributes.decimals << "\n";

@@ -26,10 +26,6 @@ std::optional<std::int32_t> number_in(std::string_view text, std::int32_t lowest
   return is_whole && value >= lowest && value <= highest ? std::optional(value) : std::nullopt;
 }
 
-bool is_number(const ItemAttributes& item) {
-  return value_class_of(item.attribute) == value_class::numeric;
-}
-
 // A TOML string.
 std::string quoted(std::string_view text) {
   static constexpr std::string_view digits = "0123456789ABCDEF";
@@ -65,7 +61,7 @@ void append_key(std::string_view key, std::string_view value, std::string_view c
 
 void append_size(const ItemAttributes& item, std::ostream& out) {
   if (!needs_size(item)) return;
-  const bool has_digits = is_number(item) || is_national(item.attribute);
+  const bool has_digits = is_numeric(item.attribute) || is_national(item.attribute);
   append_key(has_digits ? "digits" : "length",
              std::to_string(has_digits ? item.digits : item.length), "", out);
   if (item.decimals > 0) {
@@ -79,7 +75,7 @@ void append_item(const NewItem& item, bool explains, std::ostream& out) {
   out << "\n[[item]]\n";
   append_key("name", quoted(item.name), "", out);
   append_key("attribute", quoted(attribute_name(attributes.attribute)), "", out);
-  if (is_number(attributes)) {
+  if (is_numeric(attributes.attribute)) {
     append_key("signed", attributes.signed_flag != 0 ? "true" : "false", "", out);
   }
   append_size(attributes, out);
@@ -104,7 +100,9 @@ bool needs_size(const ItemAttributes& item) {
   return complete_size({}, sized).has_value();
 }
 
-bool needs_decimals(const ItemAttributes& item) { return is_number(item) && needs_size(item); }
+bool needs_decimals(const ItemAttributes& item) {
+  return is_numeric(item.attribute) && needs_size(item);
+}
 
 std::string take_name(std::string_view text, NewItem& item) {
   const auto name = platform::from_utf8(text);
@@ -121,8 +119,8 @@ std::string take_attribute(std::string_view text, NewItem& item) {
   if (!code) return "one of " + list_attribute_names();
   item.attributes.attribute = *code;
   // The whole-number attributes have defaults with a sign only.
-  const bool has_sign = is_quoted_character(*code) || *code == attribute::integer ||
-                        *code == attribute::small_integer;
+  const bool has_sign =
+      is_always_signed(*code) || *code == attribute::integer || *code == attribute::small_integer;
   item.attributes.signed_flag = has_sign ? 1 : 0;
   if (!needs_size(item.attributes)) complete_size({}, item.attributes);
   return {};
@@ -130,14 +128,14 @@ std::string take_attribute(std::string_view text, NewItem& item) {
 
 std::string take_size(std::string_view text, NewItem& item) {
   ItemAttributes& attributes = item.attributes;
-  const bool is_numeric = is_number(attributes);
-  const bool is_signed = is_numeric && text.ends_with('+');
+  const bool has_numbers = is_numeric(attributes.attribute);
+  const bool is_signed = has_numbers && text.ends_with('+');
   if (is_signed) text.remove_suffix(1);
-  const std::int32_t highest = is_numeric ? max_number_digits : longest_text;
+  const std::int32_t highest = has_numbers ? max_number_digits : longest_text;
   const auto size = number_in(text, 1, highest);
   if (!size) {
-    return (is_numeric ? "digits from 1 to " : "a length from 1 to ") + std::to_string(highest) +
-           (is_numeric ? ", with a + behind them for a signed number" : "");
+    return (has_numbers ? "digits from 1 to " : "a length from 1 to ") + std::to_string(highest) +
+           (has_numbers ? ", with a + behind them for a signed number" : "");
   }
   if (is_signed) attributes.signed_flag = 1;
   complete_size({*size, std::nullopt}, attributes);

@@ -12,10 +12,6 @@ namespace {
 
 constexpr int records_in_insert = 500;
 
-bool is_number(const LayoutItem& item) {
-  return value_class_of(item.attributes.attribute) == value_class::numeric;
-}
-
 // Fields between separators.
 class Lines : public RecordFormat {
  public:
@@ -149,7 +145,8 @@ class JsonLines : public RecordFormat {
         out += "null";
         continue;
       }
-      const auto number = is_number(*items_[i]) ? plain_number(values[i]) : std::nullopt;
+      const auto number =
+          is_numeric(items_[i]->attributes.attribute) ? plain_number(values[i]) : std::nullopt;
       if (number) {
         out += *number;
       } else {
@@ -195,7 +192,7 @@ class SqlInserts : public RecordFormat {
 
  private:
   static void append_value(const LayoutItem& item, const std::string& value, std::string& out) {
-    const auto number = is_number(item) ? plain_number(value) : std::nullopt;
+    const auto number = is_numeric(item.attributes.attribute) ? plain_number(value) : std::nullopt;
     if (value.empty()) {
       out += "NULL";
     } else if (number) {

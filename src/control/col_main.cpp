@@ -103,7 +103,7 @@ void ClColMain::append_item(const ControlItem& record) {
   item->name = field_text(record.name);
   item->description = field_text(record.description);
   item->attribute = record.attribute;
-  item->signed_flag = is_quoted_character(record.attribute) ? 1 : record.signed_flag;
+  item->signed_flag = is_always_signed(record.attribute) ? 1 : record.signed_flag;
   item->length = record.length;
   item->digits = record.digits;
   if (has_invalid_digits(header_.layout_kind, record.digits, record.decimals)) {

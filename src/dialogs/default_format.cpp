@@ -29,34 +29,30 @@ std::string number_format(const ItemAttributes& item) {
   return "%" + std::to_string(integers) + "." + std::to_string(decimals) + letter;
 }
 
-bool is_plain_decimal(std::int32_t code) {
-  return code == 4 || code == 5 || (code >= 13 && code <= 18);
-}
-
-// Numbers that are text where the host gives them no digits.
-bool is_number_or_text(std::int32_t code) {
-  return (code >= 19 && code <= 27) || code == 29 || code == 30;
-}
-
 }  // namespace
 
 std::string default_format(const ItemAttributes& item) {
-  const std::int32_t code = item.attribute;
   const std::int32_t characters = item.digits != 0 ? item.digits : item.length;
-  if (is_character(code)) return text_format(characters, max_letters, "S");
-  if (is_national(code)) return text_format(characters, max_national_characters, "N");
-  if (is_number_or_text(code) && item.digits == 0) return text_format(item.length, no_limit, "S");
-  if (is_plain_decimal(code) || is_number_or_text(code)) return number_format(item);
-  switch (code) {
-    case attribute::date:
+  switch (traits_of(item.attribute).kind) {
+    case DataKind::character:
+      return text_format(characters, max_letters, "S");
+    case DataKind::national:
+      return text_format(characters, max_national_characters, "N");
+    case DataKind::number_or_text:
+      return item.digits == 0 ? text_format(item.length, no_limit, "S") : number_format(item);
+    case DataKind::decimal:
+      return number_format(item);
+    case DataKind::date:
       return "%4YMD";
-    case attribute::time:
+    case DataKind::time:
       return "%T";
-    case attribute::timestamp:
+    case DataKind::timestamp:
       return "%TS";
-    default:
-      return "";
+    case DataKind::bare_number:
+    case DataKind::none:
+      break;
   }
+  return "";
 }
 
 }  // namespace korvex

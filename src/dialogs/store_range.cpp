@@ -13,8 +13,6 @@ namespace korvex {
 
 namespace {
 
-constexpr std::int32_t decimal_attribute = 4;
-
 // How many parts of a kind a format may have.
 struct PartLimits {
   std::int32_t fixed;
@@ -27,20 +25,22 @@ constexpr PartLimits number_limits = {1, 1};
 constexpr PartLimits moment_limits = {0, 1};
 constexpr PartLimits no_limits = {any_number, any_number};
 
-bool is_number_or_text(std::int32_t code) {
-  return (code >= 19 && code <= 26) || code == 29 || code == 30;
-}
-
 PartLimits part_limits(const ItemAttributes& item, const RangeRules& rules) {
-  const std::int32_t code = item.attribute;
-  if (is_character(code)) return text_limits;
-  if (code == attribute::time || code == attribute::timestamp) return moment_limits;
-  const bool may_be_text = is_number_or_text(code) ||
-                           (code == decimal_attribute && rules.decimal_without_digits_is_text);
-  if (may_be_text && item.digits == 0) return text_limits;
-  const bool is_number = code == decimal_attribute || code == 5 || (code >= 11 && code <= 18) ||
-                         code == 27 || is_number_or_text(code);
-  return is_number ? number_limits : no_limits;
+  const bool may_be_decimal_text =
+      item.attribute == attribute::decimal && rules.decimal_without_digits_is_text;
+  switch (traits_of(item.attribute).limit) {
+    case FormatLimit::none:
+      return no_limits;
+    case FormatLimit::text:
+      return text_limits;
+    case FormatLimit::number:
+      return may_be_decimal_text && item.digits == 0 ? text_limits : number_limits;
+    case FormatLimit::number_or_text:
+      return item.digits == 0 ? text_limits : number_limits;
+    case FormatLimit::moment:
+      break;
+  }
+  return moment_limits;
 }
 
 std::int32_t check_parts(const FormatParts& parts, const PartLimits& limits) {

@@ -21,18 +21,22 @@ std::string repeated(std::string_view text, std::int64_t count) {
   return out;
 }
 
-bool takes_nines(std::int32_t code) { return code == 4 || (code >= 13 && code <= 27); }
-
 }  // namespace
 
 std::string largest_value_text(const ItemAttributes& item) {
-  const std::int32_t code = item.attribute;
   const std::int64_t positions = std::int64_t{item.digits} - item.decimals;
-  if (code < 1 || code > attribute::date) return {};
-  if (code == attribute::date) return repeated("9", positions);
-  if (is_national(code)) return repeated(full_width_capital_z, positions);
-  if (!takes_nines(code)) return repeated("z", positions);
-
+  switch (traits_of(item.attribute).largest) {
+    case LargestValue::none:
+      return {};
+    case LargestValue::small_letters:
+      return repeated("z", positions);
+    case LargestValue::full_width_letters:
+      return repeated(full_width_capital_z, positions);
+    case LargestValue::digits:
+      return repeated("9", positions);
+    case LargestValue::number:
+      break;
+  }
   std::string text = item.signed_flag != 0 ? "+" : "";
   text += repeated("9", positions);
   if (item.decimals > 0) text += "." + repeated("9", item.decimals);

@@ -1,32 +1,48 @@
 #include "formatlang/attributes.h"
 
+#include <array>
+
 namespace korvex {
 
-bool is_quoted_character(std::int32_t code) { return code >= 1 && code <= 3; }
+namespace {
 
-bool is_character(std::int32_t code) { return is_quoted_character(code) || code == 6 || code == 7; }
+using Class = ValueClass;
+using Kind = DataKind;
+using Largest = LargestValue;
+using Limit = FormatLimit;
 
-bool is_national(std::int32_t code) { return code == 11 || code == 12; }
+// The numbers behind some names are attributes that differ from their like in one thing alone.
+// clang-format off
+constexpr AttributeTraits
+    //            values            kind of data          quoted signed checks largest value                parts of a format
+    unknown    = {Class::none,      Kind::none,           false, false, false, Largest::none,               Limit::none},
+    quoted     = {Class::character, Kind::character,      true,  true,  false, Largest::small_letters,      Limit::text},
+    unquoted   = {Class::character, Kind::character,      false, false, true,  Largest::small_letters,      Limit::text},
+    national   = {Class::national,  Kind::national,       true,  false, true,  Largest::full_width_letters, Limit::number},
+    decimal    = {Class::numeric,   Kind::decimal,        false, false, true,  Largest::number,             Limit::number},
+    decimal_5  = {Class::numeric,   Kind::decimal,        false, false, true,  Largest::small_letters,      Limit::number},
+    bare       = {Class::numeric,   Kind::bare_number,    false, false, true,  Largest::small_letters,      Limit::none},
+    number     = {Class::numeric,   Kind::number_or_text, false, false, true,  Largest::number,             Limit::number_or_text},
+    number_27  = {Class::numeric,   Kind::number_or_text, false, false, true,  Largest::number,             Limit::number},
+    formatless = {Class::none,      Kind::number_or_text, false, false, true,  Largest::none,               Limit::number_or_text},
+    date       = {Class::date,      Kind::date,           true,  false, false, Largest::digits,             Limit::none},
+    time       = {Class::time,      Kind::time,           true,  false, false, Largest::none,               Limit::moment},
+    timestamp  = {Class::timestamp, Kind::timestamp,      true,  false, false, Largest::none,               Limit::moment};
 
-std::int32_t value_class_of(std::int32_t code) {
-  if (is_character(code)) return value_class::character;
-  if (is_national(code)) return value_class::national;
-  if (code >= 4 && code <= 27) return value_class::numeric;
-  switch (code) {
-    case attribute::date:
-      return value_class::date;
-    case attribute::time:
-      return value_class::time;
-    case attribute::timestamp:
-      return value_class::timestamp;
-    default:
-      return value_class::none;
-  }
-}
+constexpr std::array<AttributeTraits, attribute::highest + 1> all_traits = {
+    unknown,
+    quoted,     quoted,    quoted,    decimal,  decimal_5, unquoted, unquoted, bare,      //  1 to  8
+    bare,       bare,      national,  national, decimal,   decimal,  decimal,  decimal,   //  9 to 16
+    decimal,    decimal,   number,    number,   number,    number,   number,   number,    // 17 to 24
+    number,     number,    number_27, date,     formatless, formatless, time,  timestamp, // 25 to 32
+};
+// clang-format on
 
-bool is_quoted(std::int32_t code) {
-  return is_quoted_character(code) || is_national(code) || code == attribute::date ||
-         code == attribute::time || code == attribute::timestamp;
+}  // namespace
+
+const AttributeTraits& traits_of(std::int32_t code) {
+  const bool is_known = code > 0 && code <= attribute::highest;
+  return all_traits[is_known ? static_cast<std::size_t>(code) : 0];
 }
 
 std::int32_t effective_digits(const ItemAttributes& item) {

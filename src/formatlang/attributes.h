@@ -5,8 +5,9 @@
 namespace korvex {
 
 // Attribute codes, 1 to 32, say what kind of data an item holds. The ones that code mentions by
-// themselves have a name; the rest belong to the ranges below.
+// themselves have a name; what is known of all of them stands in one table, see traits_of.
 namespace attribute {
+inline constexpr std::int32_t decimal = 4;
 inline constexpr std::int32_t integer = 23;
 inline constexpr std::int32_t small_integer = 24;
 inline constexpr std::int32_t date = 28;
@@ -26,29 +27,56 @@ struct ItemAttributes {
 
 // The value class of an attribute, which decides how formats and values are read. The numbers are
 // the format kinds of the same name.
-namespace value_class {
-inline constexpr std::int32_t none = 0;
-inline constexpr std::int32_t numeric = 900;
-inline constexpr std::int32_t character = 904;
-inline constexpr std::int32_t national = 905;
-inline constexpr std::int32_t date = 906;
-inline constexpr std::int32_t time = 1002;
-inline constexpr std::int32_t timestamp = 1003;
-}  // namespace value_class
+enum class ValueClass : std::int32_t {
+  none = 0,  // takes no format
+  numeric = 900,
+  character = 904,
+  national = 905,
+  date = 906,
+  time = 1002,
+  timestamp = 1003,
+};
 
-// value_class::none for codes that take no format.
-std::int32_t value_class_of(std::int32_t attribute);
+// What decides the formats that are proposed and the values that a list may have.
+enum class DataKind : std::uint8_t {
+  none,
+  character,
+  national,
+  decimal,
+  number_or_text,  // text where the item has no digits
+  bare_number,     // nothing is proposed, and no list is taken
+  date,
+  time,
+  timestamp,
+};
 
-// Character attributes 1, 2 and 3: quoted, and always counted as signed.
-bool is_quoted_character(std::int32_t attribute);
+// The text that stands for the largest value, where an end value is left out.
+enum class LargestValue : std::uint8_t { none, small_letters, full_width_letters, digits, number };
 
-// Character attributes, quoted or not.
-bool is_character(std::int32_t attribute);
+// How many parts of a kind a format may have in the dialogs.
+enum class FormatLimit : std::uint8_t { none, text, number, number_or_text, moment };
 
-bool is_national(std::int32_t attribute);
+struct AttributeTraits {
+  ValueClass value_class;
+  DataKind kind;
+  bool is_quoted;         // values stand between quotation marks when the file asks for them
+  bool is_always_signed;  // whatever the control file says
+  bool checks_digits;     // nothing is proposed where digits and decimals do not go together
+  LargestValue largest;
+  FormatLimit limit;
+};
 
-// Whether generated values stand between quotation marks when the file asks for them.
-bool is_quoted(std::int32_t attribute);
+// What is known of an attribute; of a code that is none, what holds for nothing.
+const AttributeTraits& traits_of(std::int32_t attribute);
+
+inline ValueClass value_class_of(std::int32_t code) { return traits_of(code).value_class; }
+inline bool is_character(std::int32_t code) {
+  return value_class_of(code) == ValueClass::character;
+}
+inline bool is_national(std::int32_t code) { return value_class_of(code) == ValueClass::national; }
+inline bool is_numeric(std::int32_t code) { return value_class_of(code) == ValueClass::numeric; }
+inline bool is_quoted(std::int32_t code) { return traits_of(code).is_quoted; }
+inline bool is_always_signed(std::int32_t code) { return traits_of(code).is_always_signed; }
 
 // The digits that count: a character item without digits has as many as it has bytes.
 std::int32_t effective_digits(const ItemAttributes& item);

@@ -50,15 +50,6 @@ RangeTexts short_number(bool is_signed, std::int32_t digits, std::int32_t decima
   return number(is_signed, i, d);
 }
 
-// Numbers whose values have at most 18 digits, and which fall back to letters without digits.
-bool is_short_number(std::int32_t code) {
-  return (code >= 19 && code <= 22) || (code >= 25 && code <= 27) || code == 29 || code == 30;
-}
-
-bool is_plain_decimal(std::int32_t code) {
-  return code == 4 || code == 5 || (code >= 13 && code <= 18);
-}
-
 bool has_impossible_digits(const ItemAttributes& item) {
   return item.digits < 0 || item.decimals < 0 || item.decimals > item.digits;
 }
@@ -66,34 +57,46 @@ bool has_impossible_digits(const ItemAttributes& item) {
 }  // namespace
 
 std::int32_t default_settings(const ItemAttributes& item, RangeTexts& texts) {
-  const std::int32_t code = item.attribute;
+  const AttributeTraits& traits = traits_of(item.attribute);
   const bool is_signed = item.signed_flag != 0;
-  if (((code >= 4 && code <= 27) || is_short_number(code)) && has_impossible_digits(item)) {
-    return no_default;
-  }
-  if (is_character(code)) {
-    const std::int32_t count = effective_digits(item);
-    if (count < 0) return no_default;
-    texts = letters(count);
-  } else if (is_national(code)) {
-    texts = national_characters(item.digits);
-  } else if (is_plain_decimal(code)) {
-    texts = number(is_signed, item.digits - item.decimals, item.decimals);
-  } else if (is_short_number(code)) {
-    texts = item.digits == 0 ? letters(std::max(item.length, 0))
-                             : short_number(is_signed, item.digits, item.decimals);
-  } else if (code == attribute::integer) {
+  if (traits.checks_digits && has_impossible_digits(item)) return no_default;
+  if (item.attribute == attribute::integer) {
     texts = {"%10D", "1", "2147483647", "1"};
-  } else if (code == attribute::small_integer) {
+    return 0;
+  }
+  if (item.attribute == attribute::small_integer) {
     texts = {"%5D", "1", "32767", "1"};
-  } else if (code == attribute::date) {
-    texts = {"%4YMD", "19700101", "20380119", "1"};
-  } else if (code == attribute::time) {
-    texts = {"%T", "000000", "235959", "1"};
-  } else if (code == attribute::timestamp) {
-    texts = {"%TS", "19700101 090000", "20380119 031407", "1"};
-  } else {
-    return no_default;
+    return 0;
+  }
+  switch (traits.kind) {
+    case DataKind::character: {
+      const std::int32_t count = effective_digits(item);
+      if (count < 0) return no_default;
+      texts = letters(count);
+      break;
+    }
+    case DataKind::national:
+      texts = national_characters(item.digits);
+      break;
+    case DataKind::decimal:
+      texts = number(is_signed, item.digits - item.decimals, item.decimals);
+      break;
+    case DataKind::number_or_text:
+      texts = item.digits == 0 ? letters(std::max(item.length, 0))
+                               : short_number(is_signed, item.digits, item.decimals);
+      break;
+    case DataKind::date:
+      texts = {"%4YMD", "19700101", "20380119", "1"};
+      break;
+    case DataKind::time:
+      texts = {"%T", "000000", "235959", "1"};
+      break;
+    case DataKind::timestamp:
+      texts = {"%TS", "19700101 090000", "20380119 031407", "1"};
+      break;
+    case DataKind::bare_number:
+    case DataKind::none:
+      return no_default;
   }
   return 0;
 }

@@ -163,22 +163,22 @@ std::int32_t read_in_character_item(std::string_view directive, bool is_first,
 
 }  // namespace
 
-std::int32_t read_directive(const ItemAttributes& item, std::int32_t item_class,
+std::int32_t read_directive(const ItemAttributes& item, ValueClass item_class,
                             std::string_view directive, bool is_first, FmtItemRec& element) {
   switch (item_class) {
-    case value_class::numeric:
+    case ValueClass::numeric:
       return read_number(item, directive, is_first, element);
-    case value_class::character:
+    case ValueClass::character:
       return read_in_character_item(directive, is_first, element);
-    case value_class::national:
+    case ValueClass::national:
       return directive.ends_with('N') ? read_characters(directive, 1, element)
                                       : error::bad_attribute_characters;
-    case value_class::date:
+    case ValueClass::date:
       return is_date(directive) ? read_date(directive, element) : error::bad_attribute_characters;
-    case value_class::time:
+    case ValueClass::time:
       return directive.ends_with('T') ? read_time(directive, element)
                                       : error::bad_attribute_characters;
-    case value_class::timestamp:
+    case ValueClass::timestamp:
       return directive.ends_with("TS") ? read_timestamp(directive, element)
                                        : error::bad_attribute_characters;
     default:

@@ -12,7 +12,7 @@ namespace korvex {
 // `element`: kind, width, digits, decimals and, in a character item, the sign. `is_first` says
 // whether the element opens the format. Answers the element's size, which is positive, or the code
 // of the first rule broken.
-std::int32_t read_directive(const ItemAttributes& item, std::int32_t item_class,
+std::int32_t read_directive(const ItemAttributes& item, ValueClass item_class,
                             std::string_view directive, bool is_first, FmtItemRec& element);
 
 }  // namespace korvex

@@ -15,17 +15,17 @@ namespace {
 constexpr std::int32_t max_fixed_in_character_item = 3;
 
 // How many fixed pieces and directives a format may have, by the item's class.
-std::int32_t check_counts(std::int32_t item_class, std::int32_t variable_count,
+std::int32_t check_counts(ValueClass item_class, std::int32_t variable_count,
                           std::int32_t fixed_count) {
   switch (item_class) {
-    case value_class::numeric:
+    case ValueClass::numeric:
       if (variable_count >= 2) return error::too_many_variable_parts;
       if (fixed_count > 1) return error::too_many_fixed_parts;
       break;
-    case value_class::character:
+    case ValueClass::character:
       if (fixed_count > max_fixed_in_character_item) return error::too_many_fixed_parts;
       break;
-    case value_class::national:
+    case ValueClass::national:
       if (fixed_count > 1) return error::too_many_fixed_parts;
       break;
     default:
@@ -36,8 +36,8 @@ std::int32_t check_counts(std::int32_t item_class, std::int32_t variable_count,
 }
 
 // The size of a fixed piece, or the code of the rule that it breaks.
-std::int64_t fixed_size(std::int32_t item_class, std::string_view text, bool has_directives) {
-  if (item_class == value_class::numeric) {
+std::int64_t fixed_size(ValueClass item_class, std::string_view text, bool has_directives) {
+  if (item_class == ValueClass::numeric) {
     if (text.find_first_not_of("0123456789.+-") != std::string_view::npos) {
       return error::fixed_part_not_numeric;
     }
@@ -46,7 +46,7 @@ std::int64_t fixed_size(std::int32_t item_class, std::string_view text, bool has
     }
     return static_cast<std::int64_t>(text.size()) - std::count(text.begin(), text.end(), '.');
   }
-  if (item_class == value_class::national) {
+  if (item_class == ValueClass::national) {
     for (std::size_t i = 0; i < text.size(); i += 2) {
       if (i + 1 == text.size() || !platform::is_legal_double_byte(text[i], text[i + 1])) {
         return error::attribute_format_mismatch;
@@ -59,7 +59,7 @@ std::int64_t fixed_size(std::int32_t item_class, std::string_view text, bool has
 
 class ElementBuilder {
  public:
-  ElementBuilder(const ItemAttributes& item, std::int32_t item_class, ParsedFormat& parsed)
+  ElementBuilder(const ItemAttributes& item, ValueClass item_class, ParsedFormat& parsed)
       : item_(item), item_class_(item_class), parsed_(parsed) {}
 
   std::int32_t add_fixed(std::string_view text) {
@@ -110,20 +110,20 @@ class ElementBuilder {
   // The capacity rule for fixed pieces; `total_` already counts this one.
   bool fixed_fits(std::int64_t size) const {
     if (parsed_.elements.empty()) return size <= item_.digits;
-    if (item_class_ == value_class::character) return total_ <= item_.length;
-    if (item_class_ == value_class::national) return 2 * total_ <= item_.length;
+    if (item_class_ == ValueClass::character) return total_ <= item_.length;
+    if (item_class_ == ValueClass::national) return 2 * total_ <= item_.length;
     return total_ <= item_.digits;
   }
 
   const ItemAttributes& item_;
-  std::int32_t item_class_;
+  ValueClass item_class_;
   ParsedFormat& parsed_;
   std::int64_t total_ = 0;
 };
 
 }  // namespace
 
-std::int32_t parse_format(const ItemAttributes& item, std::int32_t item_class,
+std::int32_t parse_format(const ItemAttributes& item, ValueClass item_class,
                           std::string_view format, NationalCount national, ParsedFormat& parsed) {
   parsed = {};
   // A longer text could not be stored with its terminator.

@@ -28,7 +28,7 @@ inline constexpr std::int64_t max_format_size = 128;
 
 // Reads a format for an item of the given class; `item.digits` must be the effective digits.
 // 0, or the code of the first rule that the text breaks; `parsed` is then not to be used.
-std::int32_t parse_format(const ItemAttributes& item, std::int32_t item_class,
+std::int32_t parse_format(const ItemAttributes& item, ValueClass item_class,
                           std::string_view format, NationalCount national, ParsedFormat& parsed);
 
 }  // namespace korvex

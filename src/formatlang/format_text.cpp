@@ -47,13 +47,13 @@ std::vector<std::string_view> cut_list(std::string_view list) {
   return values;
 }
 
-std::int64_t split_count(std::int32_t item_class, std::string_view directive) {
-  const bool splits = item_class == value_class::character || item_class == value_class::national;
+std::int64_t split_count(ValueClass item_class, std::string_view directive) {
+  const bool splits = item_class == ValueClass::character || item_class == ValueClass::national;
   if (!splits || directive.size() < 2 || directive.back() != 'N') return 1;
   return std::max<std::int64_t>(decimal_prefix(directive.substr(0, directive.size() - 1)), 1);
 }
 
-std::vector<std::int64_t> value_groups(std::int32_t item_class, std::string_view format) {
+std::vector<std::int64_t> value_groups(ValueClass item_class, std::string_view format) {
   std::vector<std::int64_t> groups;
   for (const FormatPiece& piece : cut_format(format)) {
     if (piece.is_directive) groups.push_back(split_count(item_class, piece.text));

@@ -4,6 +4,8 @@
 #include <string_view>
 #include <vector>
 
+#include "formatlang/attributes.h"
+
 // Cutting format texts and value lists into pieces.
 namespace korvex {
 
@@ -22,10 +24,10 @@ std::vector<std::string_view> cut_list(std::string_view list);
 
 // Into how many one-character elements a directive is split, by its count: more than 1 only for a
 // full-width directive of a character or national item.
-std::int64_t split_count(std::int32_t item_class, std::string_view directive);
+std::int64_t split_count(ValueClass item_class, std::string_view directive);
 
 // The number of value texts, joined by commas in a list, that the elements of a stored format show:
 // entry i is how many consecutive variable elements share the i-th text.
-std::vector<std::int64_t> value_groups(std::int32_t item_class, std::string_view format);
+std::vector<std::int64_t> value_groups(ValueClass item_class, std::string_view format);
 
 }  // namespace korvex

@@ -136,7 +136,7 @@ bool is_wider(const FmtItemRec& later, const FmtItemRec& widest) {
          (later.span_low == widest.span_low && later.span_high > widest.span_high);
 }
 
-std::int32_t check_elements(std::int32_t item_class, const RangeTexts& texts, CheckedRange& range) {
+std::int32_t check_elements(ValueClass item_class, const RangeTexts& texts, CheckedRange& range) {
   const Values starts = cut_list(texts.start);
   const Values ends = cut_list(texts.end);
   const FmtItemRec* widest = nullptr;
@@ -152,13 +152,13 @@ std::int32_t check_elements(std::int32_t item_class, const RangeTexts& texts, Ch
   }
   if (index != starts.size() || index != ends.size()) return error::value_length_mismatch;
   range.lead_element = widest->sequence;
-  if (item_class == value_class::national && range.increment.low > widest->span_low) {
+  if (item_class == ValueClass::national && range.increment.low > widest->span_low) {
     return error::inconsistent_values;
   }
   return 0;
 }
 
-std::int32_t check_once(const ItemAttributes& item, std::int32_t item_class,
+std::int32_t check_once(const ItemAttributes& item, ValueClass item_class,
                         const RangeTexts& entered, NationalCount national, CheckedRange& range) {
   ParsedFormat parsed;
   std::int32_t result = parse_format(item, item_class, entered.format, national, parsed);
@@ -177,13 +177,13 @@ std::int32_t check_once(const ItemAttributes& item, std::int32_t item_class,
 
   RangeTexts texts = entered;
   const std::int32_t increment_sign = split_sign(entered.increment).sign;
-  if (item_class == value_class::national) {
+  if (item_class == ValueClass::national) {
     if (!runs_forward(texts.start, texts.end, increment_sign)) return error::inconsistent_values;
     texts.start = with_commas(std::move(texts.start),
                               range.elements.size() - static_cast<std::size_t>(parsed.fixed_count));
     texts.end = with_commas(std::move(texts.end),
                             range.elements.size() - static_cast<std::size_t>(parsed.fixed_count));
-  } else if (item_class == value_class::character) {
+  } else if (item_class == ValueClass::character) {
     result = order_character_values(texts, increment_sign, national);
     if (result != 0) return result;
   }
@@ -194,13 +194,13 @@ std::int32_t check_once(const ItemAttributes& item, std::int32_t item_class,
 
 std::int32_t check_range(const ItemAttributes& entered, const RangeTexts& texts,
                          CheckedRange& range) {
-  const std::int32_t item_class = value_class_of(entered.attribute);
-  if (item_class == value_class::none) return error::bad_attribute;
+  const ValueClass item_class = value_class_of(entered.attribute);
+  if (item_class == ValueClass::none) return error::bad_attribute;
   ItemAttributes item = entered;
   item.digits = effective_digits(entered);
 
   // A full-width directive with a count is first checked whole, against its value as entered.
-  if (item_class == value_class::character) {
+  if (item_class == ValueClass::character) {
     CheckedRange scratch = range;
     const std::int32_t result = check_once(item, item_class, texts, NationalCount::keep, scratch);
     if (result != 0) return result;

@@ -73,28 +73,23 @@ std::int32_t check_full_width(const ItemAttributes& item, std::string_view value
   return 0;
 }
 
-bool is_long_number(std::int32_t code) {
-  return code == 4 || code == 5 || (code >= 13 && code <= 18);
-}
-
-bool is_short_number(std::int32_t code) {
-  return (code >= 19 && code <= 27) || code == 29 || code == 30;
-}
-
 }  // namespace
 
 EnumerationRule::EnumerationRule(const ItemAttributes& item)
     : item_(item), limit_(effective_digits(item)), takes_any_text_(is_character(item.attribute)) {}
 
 std::int32_t EnumerationRule::check_closely(std::string_view value) const {
-  const std::int32_t code = item_.attribute;
-  if (is_long_number(code)) return check_number(item_, value);
   if (takes_any_text_) return check_length(value, limit_);
-  if (is_national(code)) return check_full_width(item_, value);
-  if (is_short_number(code)) {
-    return item_.digits != 0 ? check_number(item_, value) : check_length(value, item_.length);
+  switch (traits_of(item_.attribute).kind) {
+    case DataKind::decimal:
+      return check_number(item_, value);
+    case DataKind::national:
+      return check_full_width(item_, value);
+    case DataKind::number_or_text:
+      return item_.digits != 0 ? check_number(item_, value) : check_length(value, item_.length);
+    default:
+      return error::enumeration_not_allowed;
   }
-  return error::enumeration_not_allowed;
 }
 
 }  // namespace korvex

@@ -17,7 +17,7 @@ TEST(Attributes, EachCodeHasItsClassAndQuotation) {
   };
   for (const Row& row : rows) {
     for (std::int32_t code = row.first; code <= row.last; ++code) {
-      EXPECT_EQ(value_class_of(code), row.value_class) << code;
+      EXPECT_EQ(static_cast<std::int32_t>(value_class_of(code)), row.value_class) << code;
       EXPECT_EQ(is_quoted(code), row.quoted) << code;
     }
   }
