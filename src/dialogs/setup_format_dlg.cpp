@@ -311,7 +311,8 @@ void ClSetupFormatDlg::setup() {
 void ClSetupFormatDlg::tell_stored() {
   auto* const button = control<QPushButton>(control_id::store_format);
   const QString text = "Stored: " + shown(item().name).toHtmlEscaped();
-  QToolTip::showText(button->mapToGlobal(QPoint()), text, button);
+  const QPoint above(0, -2 * button->height());
+  QToolTip::showText(button->mapToGlobal(above), text, button);
 }
 
 // Whether the next step may follow: nothing was changed, the user gave the change up, or it was

@@ -86,17 +86,23 @@ std::int32_t check_integer_range(std::int32_t code, const RangeTexts& texts) {
   return fits(texts.end) ? 0 : error::end_out_of_range;
 }
 
+// Whether an entry with these values instead, and the smallest usual increment, ends in the code.
+bool brings_code(const ItemAttributes& item, const std::string& format, const std::string& start,
+                 const std::string& end, std::int32_t code) {
+  CheckedRange unused;
+  return check_range(item, {format, start, end, first_increment}, unused) == code;
+}
+
 // Many codes speak of the format, the start or the end value. To blame is the format when it brings
 // the code without any value, and a value when it does so in the places of both.
 RangePart part_to_blame(const ItemAttributes& item, const RangeTexts& texts,
                         const RangeRules& rules, std::int32_t code) {
-  const auto brings_code = [&](const std::string& start, const std::string& end) {
-    CheckedRange unused;
-    return check_range(item, {texts.format, start, end, first_increment}, unused) == code;
+  const auto is_brought_by = [&](const std::string& start, const std::string& end) {
+    return brings_code(item, texts.format, start, end, code);
   };
-  if (check_entry(item, texts, rules) == code || brings_code("", "")) return RangePart::format;
-  if (brings_code(texts.start, texts.start)) return RangePart::start;
-  return brings_code(texts.end, texts.end) ? RangePart::end : RangePart::increment;
+  if (check_entry(item, texts, rules) == code || is_brought_by("", "")) return RangePart::format;
+  if (is_brought_by(texts.start, texts.start)) return RangePart::start;
+  return is_brought_by(texts.end, texts.end) ? RangePart::end : RangePart::increment;
 }
 
 RangePart wrong_part(const ItemAttributes& item, const RangeTexts& texts, const RangeRules& rules,
@@ -115,8 +121,10 @@ RangePart wrong_part(const ItemAttributes& item, const RangeTexts& texts, const 
       return RangePart::end;
     case error::increment_not_set:
     case error::bad_increment:
-    case error::increment_out_of_range:
       return RangePart::increment;
+    case error::increment_out_of_range:  // for an end value that is too near, or before the start
+      return brings_code(item, texts.format, texts.start, texts.end, code) ? RangePart::end
+                                                                           : RangePart::increment;
     default:
       return part_to_blame(item, texts, rules, code);
   }

@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QToolButton>
+#include <QWheelEvent>
 #include <map>
 
 #include "dialogs/data_generation_dlg.h"
@@ -132,6 +133,27 @@ TEST(EveryWindowTest, EachControlHasANameOfItsOwn) {
       EXPECT_FALSE(name.isEmpty()) << what;
       const auto [owner, is_new] = owners.emplace(name, what);
       EXPECT_TRUE(is_new) << name.toStdString() << " is " << what << " and " << owner->second;
+    }
+  });
+}
+
+TEST(EveryWindowTest, TheWheelChoosesOnlyInAFocusedList) {
+  for_each_window([](FormDialog& dialog) {
+    for (QComboBox* list : seen<QComboBox>(dialog)) {
+      list->setEnabled(true);
+      list->setCurrentIndex(0);
+      const auto turn = [list] {
+        const QPointF middle = QRectF(list->rect()).center();
+        QWheelEvent event(middle, list->mapToGlobal(middle), {}, {0, -120}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(list, &event);
+        return list->currentIndex();
+      };
+      EXPECT_EQ(list->focusPolicy(), Qt::StrongFocus);
+      list->clearFocus();
+      EXPECT_EQ(turn(), 0) << list->objectName().toStdString();
+      list->setFocus();
+      EXPECT_EQ(turn(), 1) << list->objectName().toStdString();
     }
   });
 }
