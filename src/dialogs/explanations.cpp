@@ -11,17 +11,17 @@ namespace {
 
 std::string_view class_name(std::int32_t attribute) {
   switch (value_class_of(attribute)) {
-    case value_class::numeric:
+    case ValueClass::numeric:
       return "number";
-    case value_class::character:
+    case ValueClass::character:
       return "character";
-    case value_class::national:
+    case ValueClass::national:
       return "national character";
-    case value_class::date:
+    case ValueClass::date:
       return "date";
-    case value_class::time:
+    case ValueClass::time:
       return "time";
-    case value_class::timestamp:
+    case ValueClass::timestamp:
       return "timestamp";
     default:
       return "takes no format";
