@@ -2,9 +2,13 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstdlib>
+#include <functional>
 #include <numeric>
 #include <ostream>
 #include <sstream>
+#include <string_view>
+#include <tuple>
 
 #include "host/commands/common_options.h"
 #include "host/commands/import_command.h"
@@ -13,6 +17,7 @@
 #include "host/commands/show.h"
 #include "host/exit_status.h"
 #include "host/layout/table_reader.h"
+#include "platform/path.h"
 #include "platform/printable_text.h"
 
 namespace korvex::host {
@@ -147,6 +152,28 @@ std::string without_connections(std::string text, const std::vector<std::string>
   return text;
 }
 
+// Says which variables have values that nobody would notice to be ignored. Answers whether there
+// was one.
+bool print_wrong_variables(std::ostream& messages) {
+  const auto is_one_of = [](std::string_view left, std::string_view right) {
+    return [=](std::string_view value) { return value == left || value == right; };
+  };
+  const std::tuple<const char*, std::function<bool(std::string_view)>, const char*> variables[] = {
+      {"KORVEX_UI", is_one_of("console", "desktop"), "console or desktop"},
+      {"KORVEX_ANSWER", is_one_of("yes", "no"), "yes or no"},
+      {"KORVEX_HOST_KEY", platform::is_plain_name, "the plain name of a folder"},
+  };
+  bool has_wrong = false;
+  for (const auto& [name, is_right, expected] : variables) {
+    const char* value = std::getenv(name);
+    if (value == nullptr || *value == '\0' || is_right(value)) continue;
+    messages << name << " is \"" << platform::printable(value) << "\", expected " << expected
+             << std::endl;
+    has_wrong = true;
+  }
+  return has_wrong;
+}
+
 int run_show(const std::string& path, std::ostream& out, std::ostream& messages) {
   const std::string failure = show_file(path, out);
   out.flush();
@@ -212,6 +239,7 @@ int run_program(int argc, const char* const* argv, const ModuleFunctions& functi
              << std::endl;
     return exit_status::wrong_usage;
   }
+  if (print_wrong_variables(messages)) return exit_status::wrong_usage;
   if (const auto status = layout_commands.run(out, messages)) return *status;
   if (show->parsed()) return run_show(shown_file, out, messages);
   if (import->parsed()) return run_import(import_options, out, messages);

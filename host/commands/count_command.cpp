@@ -45,7 +45,7 @@ int count(const Layout& layout, bool has_repeats, CheckRepeatCount check, std::o
   }
   const std::int32_t verdict = check(control_file.path().c_str());
   if (verdict == 0) {
-    if (const auto prediction = predict(control_file.path(), has_repeats)) {
+    if (const auto prediction = predict(layout, has_repeats)) {
       out << "Data items:          " << prediction->data_items << "\n"
           << "Predicted size:      " << predicted_size_text(*prediction) << "\n";
     }

@@ -9,9 +9,11 @@
 #include "host/commands/data_summary.h"
 #include "host/exit_status.h"
 #include "host/layout/control_writer.h"
+#include "host/layout/kept_settings.h"
 #include "host/layout/layout_messages.h"
 #include "host/layout/layout_reader.h"
 #include "host/layout/output_folders.h"
+#include "host/layout/run_files.h"
 #include "host/layout/settings_editor.h"
 #include "platform/codepage.h"
 #include "platform/file.h"
@@ -28,6 +30,18 @@ constexpr std::int32_t no_quotation_lock = 0;
 bool gives_values(const Layout& layout) {
   return std::any_of(layout.items.begin(), layout.items.end(),
                      [](const LayoutItem& item) { return item.values.has_value(); });
+}
+
+// Puts settings that no longer fit out of the module's reach, which would delete them. False when
+// that fails, of which the user is told.
+bool keep_unfit_settings(const KeptSettings& kept, const Layout& layout, std::ostream& messages) {
+  if (!print_unfit_items(kept.unfit, layout, messages)) return true;
+  std::string name;
+  const std::string failure = move_settings_aside(layout, name);
+  messages << platform::printable(layout.settings)
+           << (failure.empty() ? ": is now " : ": cannot become ") << platform::printable(name)
+           << (failure.empty() ? "" : ": ") << failure << std::endl;
+  return failure.empty();
 }
 
 // False when the layout's values were refused, of which the user is told.
@@ -57,7 +71,15 @@ void warn_if_held(const std::string& settings, std::ostream& messages) {
 
 int run_dialog(const Layout& layout, const std::function<std::int32_t(const char*)>& show,
                std::ostream& out, std::ostream& messages) {
-  if (!prepare_settings(layout, messages)) return exit_status::failed;
+  const auto kept = look_at_settings(layout, Keeping::all_items, messages);
+  if (!kept) return exit_status::failed;
+  if (print_layout_errors(layout, find_file_conflicts(layout, kept->lists), messages)) {
+    return exit_status::wrong_usage;
+  }
+  if (!keep_unfit_settings(*kept, layout, messages) || !prepare_settings(layout, messages)) {
+    return exit_status::failed;
+  }
+  const RunInterruption interruption(layout, kept->lists);
   TemporaryControlFile control_file;
   if (const std::int32_t code = control_file.write(layout, ControlForm::long_form); code != 0) {
     messages << platform::printable(layout.work) << ": " << numbered_message(code, layout) << "\n";

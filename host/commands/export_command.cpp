@@ -1,7 +1,5 @@
 #include "host/commands/export_command.h"
 
-#include <algorithm>
-#include <filesystem>
 #include <map>
 #include <ostream>
 
@@ -9,6 +7,7 @@
 #include "host/databases/sql_names.h"
 #include "host/exit_status.h"
 #include "host/layout/layout_messages.h"
+#include "host/layout/run_files.h"
 #include "host/process/replaced_output.h"
 #include "host/records/record_source.h"
 #include "host/text/code_page_decoder.h"
@@ -81,16 +80,18 @@ class Exporter {
   std::int64_t records_ = 0;
 };
 
-// Whether the output would take the place of what it is made from.
-bool is_source(const std::string& output, const PreparedLayout& prepared) {
-  std::vector<std::string> sources = {prepared.layout().file, prepared.layout().settings};
+// What the output is already, if it would take the place of what it is made from.
+std::optional<std::string> role_of_output(const std::string& output,
+                                          const PreparedLayout& prepared) {
+  DistinctFiles files;
+  std::vector<std::string> lists;
   for (const PreparedItem& item : prepared.items()) {
-    sources.emplace_back(field_text(item.column->record.enumeration_path));
+    const std::string_view list = field_text(item.column->record.enumeration_path);
+    if (!list.empty()) lists.emplace_back(list);
   }
-  return std::any_of(sources.begin(), sources.end(), [&](const std::string& source) {
-    std::error_code is_absent;
-    return std::filesystem::equivalent(output, source, is_absent);
-  });
+  add_read_files(prepared.layout(), lists, files);
+  files.read(prepared.layout().settings, "the settings file");
+  return output == "-" ? std::nullopt : files.write(output, "the output");
 }
 
 // A record of these dialects names its fields, so no two of them may have one name.
@@ -122,9 +123,9 @@ int run_export(const ExportOptions& options, std::ostream& out, std::ostream& me
   if (!options.format.in_code_page && print_replaced_characters(prepared.layout(), messages)) {
     return exit_status::wrong_usage;
   }
-  if (is_source(options.output, prepared)) {
-    messages << platform::printable(options.output)
-             << ": belongs to the layout, expected a file of its own" << std::endl;
+  if (const auto role = role_of_output(options.output, prepared)) {
+    messages << platform::printable(options.output) << ": is " << *role
+             << ", expected a file of its own" << std::endl;
     return exit_status::wrong_usage;
   }
   if (!has_distinct_names(prepared, options.format, messages)) return exit_status::wrong_usage;

@@ -4,25 +4,25 @@
 #include <cerrno>
 #include <chrono>
 #include <fstream>
-#include <memory>
 #include <ostream>
 #include <vector>
 
 #include "format/error_codes.h"
-#include "format/reconcile.h"
-#include "generate/log_file.h"
 #include "generate/record_writer.h"
-#include "generate/repeat_count.h"
 #include "host/commands/data_summary.h"
 #include "host/commands/interface_choice.h"
 #include "host/exit_status.h"
 #include "host/layout/control_writer.h"
 #include "host/layout/failure_text.h"
+#include "host/layout/kept_settings.h"
 #include "host/layout/layout_messages.h"
 #include "host/layout/layout_reader.h"
 #include "host/layout/output_folders.h"
+#include "host/layout/run_files.h"
 #include "host/layout/settings_editor.h"
 #include "host/process/interruption.h"
+#include "host/process/scratch_folder.h"
+#include "host/records/prediction.h"
 #include "platform/printable_text.h"
 
 namespace korvex::host {
@@ -52,55 +52,27 @@ std::int64_t records_of(const Layout& layout, std::int32_t output_option) {
   return may_be_short ? count_lines(layout.data) : layout.records;
 }
 
-// What the module may be in the middle of writing when the run is interrupted.
-class BegunFiles {
- public:
-  explicit BegunFiles(const Layout& layout)
-      : words_(numbered_message(error::cancelled, layout) + "\n") {
-    mark(layout.data);
-    mark(log_path(layout.work, layout.data));
-    for (const LayoutItem& item : layout.items) {
-      if (item.values && !item.values->file.empty()) mark(item.values->file + report_extension);
-    }
-  }
-
- private:
-  static constexpr const char* report_extension = ".err";
-
-  void mark(const std::string& path) {
-    files_.push_back(
-        std::make_unique<RemovedOnInterruption>(path, RemovedOnInterruption::What::changed_file));
-  }
-
-  std::vector<std::unique_ptr<RemovedOnInterruption>> files_;
-  SaidOnInterruption words_;
-};
-
-// How many records the repeats give, for the module's question whether fewer are enough. Only the
-// guarded output asks it; what cannot be counted gives none.
-std::uint64_t count_repeated_records(const Layout& layout) {
-  TemporaryControlFile control_file;
-  if (control_file.write(layout, ControlForm::long_form) != 0) return 0;
-  ClColMain main;
-  main.control_path = control_file.path();
-  main.set_run_mode(run_mode::settings_only);
-  if (main.load() != 0 || reconcile(main) <= 0) return 0;
-  RepeatCount count;
-  count_data_items(main, true, count);
-  return count.data_items;
+// How many records the repeats give, for the module's question whether fewer are enough. What
+// cannot be counted gives none.
+std::uint64_t count_repeated_records(const Layout& layout, std::ostream& messages) {
+  const ScratchFolder scratch;
+  const auto copy = copy_layout(layout, scratch, messages);
+  const auto count = copy ? predict(*copy, true) : std::nullopt;
+  return count ? count->data_items : 0;
 }
 
-int generate(const Layout& layout, const GenerateOptions& options, bool has_repeats,
-             CreateData create_data, std::ostream& out, std::ostream& messages) {
+int generate(const Layout& layout, const GenerateOptions& options, const KeptSettings& kept,
+             bool has_repeats, CreateData create_data, std::ostream& out, std::ostream& messages) {
   TemporaryControlFile control_file;
   if (const std::int32_t code = control_file.write(layout, ControlForm::short_form); code != 0) {
     messages << platform::printable(layout.work) << ": " << numbered_message(code, layout) << "\n";
     return exit_status::failed;
   }
   const bool is_asked = has_repeats && options.output_option == guarded_output;
-  const std::uint64_t repeated_records = is_asked ? count_repeated_records(layout) : 0;
+  const std::uint64_t repeated_records = is_asked ? count_repeated_records(layout, messages) : 0;
   const FileVersion before(layout.data);
-  const BegunFiles begun(layout);
+  const RunInterruption interruption(layout, kept.lists);
+  const SaidOnInterruption words(numbered_message(error::cancelled, layout) + "\n");
   const Clock::time_point start = Clock::now();
   const std::int32_t result =
       create_data(control_file.path().c_str(), options.output_option, nullptr, repeated_records);
@@ -135,20 +107,29 @@ int run_generate(const GenerateOptions& options, CreateData create_data, std::os
   if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
   const Layout& layout = reading.layout;
   print_warnings(layout, messages);
+  const Keeping keeping =
+      options.keep_settings ? Keeping::all_items : Keeping::items_without_values;
+  const auto kept = look_at_settings(layout, keeping, messages);
+  if (!kept) return exit_status::failed;
+  if (print_layout_errors(layout, find_file_conflicts(layout, kept->lists), messages)) {
+    return exit_status::wrong_usage;
+  }
+  if (print_unfit_items(kept->unfit, layout, messages)) return exit_status::failed;
   if (options.keep_settings) {
-    const auto kept = check_kept_settings(layout, messages);
-    if (!kept || print_failures(*kept, layout, messages)) return exit_status::failed;
+    const auto levels = check_kept_settings(layout, messages);
+    if (!levels || print_failures(*levels, layout, messages)) return exit_status::failed;
     make_output_folders(layout);
     choose_interface(options.window);
     constexpr bool may_repeat = true;
-    return generate(layout, options, may_repeat, create_data, out, messages);
+    return generate(layout, options, *kept, may_repeat, create_data, out, messages);
   }
   const SettingsResult settings = write_settings_of(layout);
   if (print_failures(settings, layout, messages)) return exit_status::failed;
   print_left_out(settings.left_out, layout, messages);
   if (!options.settings_only) {
     choose_interface(options.window);
-    return generate(layout, options, settings.repeated_items > 0, create_data, out, messages);
+    return generate(layout, options, *kept, settings.repeated_items > 0, create_data, out,
+                    messages);
   }
   if (!options.quiet) {
     const std::size_t count = settings.items_with_settings;

@@ -1,17 +1,17 @@
 #include "host/commands/import_command.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <ostream>
-#include <set>
 #include <sstream>
 #include <stdexcept>
-#include <system_error>
 #include <vector>
 
 #include "host/databases/table_import.h"
 #include "host/exit_status.h"
+#include "host/layout/layout_messages.h"
+#include "host/layout/layout_reader.h"
 #include "host/layout/output_folders.h"
+#include "host/process/distinct_files.h"
 #include "host/process/interrupt_watch.h"
 #include "host/process/replaced_output.h"
 #include "platform/path.h"
@@ -20,6 +20,9 @@
 namespace korvex::host {
 
 namespace {
+
+// What a layout on standard output goes by.
+const std::string standard_name = "layout.toml";
 
 // A file that stands in the way of one that the import would write; empty when there is none.
 std::string file_in_the_way(const ImportOptions& options, const TableImport& import) {
@@ -34,38 +37,34 @@ std::string file_in_the_way(const ImportOptions& options, const TableImport& imp
   return {};
 }
 
-// A path of the import that is the database itself, whatever its name; empty when there is none.
-std::string path_of_database(const ImportOptions& options, const TableImport& import,
-                             const Database& database) {
-  std::vector<std::string> paths = {options.output};
-  for (const auto& list : import.lists) paths.push_back(list->path());
-  const auto found = std::find_if(paths.begin(), paths.end(), [&](const std::string& path) {
-    std::error_code is_absent;
-    return std::filesystem::equivalent(path, database.file(), is_absent);
-  });
-  return found == paths.end() ? "" : *found;
-}
-
-// A path that two of the files would have, perhaps by a link; empty when each has its own.
-std::string path_of_two(const ImportOptions& options, const TableImport& import) {
+// Says which file of the import would take the place of the database, of what SQLite keeps beside
+// that, or of another file of the import. Answers whether there was one.
+bool print_conflict(const ImportOptions& options, const TableImport& import,
+                    const Database& database, std::ostream& messages) {
+  DistinctFiles files;
+  for (const char* extension : {"", "-wal", "-shm", "-journal"}) {
+    if (!database.file().empty()) {
+      files.read(database.file() + extension, "the database that is read");
+    }
+  }
   std::vector<std::string> paths = {options.output.empty() ? "/dev/stdout" : options.output};
   for (const auto& list : import.lists) paths.push_back(list->path());
-  std::set<std::filesystem::path> places;
   for (const std::string& path : paths) {
-    std::error_code failure;
-    const auto place = std::filesystem::weakly_canonical(std::filesystem::absolute(path), failure);
-    if (!places.insert(failure ? std::filesystem::path(path) : place).second) return path;
+    const auto role = files.write(path, "another file of the import");
+    if (!role) continue;
+    messages << platform::printable(path) << ": is " << *role << ", expected a file of its own"
+             << std::endl;
+    return true;
   }
-  return {};
+  return false;
 }
 
 // Writes the layout and keeps the lists, neither unless both can be had. Answers what went wrong.
-std::string keep(const TableImport& import, const std::string& path, std::ostream& out) {
+std::string keep(const TableImport& import, const std::string& text, const std::string& path,
+                 std::ostream& out) {
   make_folder(platform::folder_of(path));
-  std::ostringstream text;
-  write_layout(import.layout, text);
   ReplacedOutput output(path.empty() ? "-" : path, out);
-  output.write(text.str());
+  output.write(text);
   output.flush();
   if (!output.failure().empty()) return output.failure();
   for (const auto& list : import.lists) list->keep();
@@ -87,22 +86,20 @@ int import_into(const ImportOptions& options, std::ostream& out, std::ostream& m
              << "\n";
   }
   if (!import.errors.empty()) return exit_status::failed;
-  if (const std::string path = path_of_database(options, import, *database); !path.empty()) {
-    messages << platform::printable(path)
-             << ": is the database that is read, expected a file of its own\n";
-    return exit_status::wrong_usage;
-  }
-  if (const std::string path = path_of_two(options, import); !path.empty()) {
-    messages << platform::printable(path)
-             << ": would be two files of the import, expected a layout of another name\n";
-    return exit_status::wrong_usage;
-  }
+  if (print_conflict(options, import, *database, messages)) return exit_status::wrong_usage;
   if (const std::string path = file_in_the_way(options, import); !path.empty()) {
     messages << platform::printable(path) << " exists; --force replaces it\n";
     return exit_status::failed;
   }
+  std::ostringstream text;
+  write_layout(import.layout, text);
+  // What no run could use, say a layout in the place of its own log, is not written.
+  const std::string name = options.output.empty() ? standard_name : options.output;
+  if (print_layout_errors(parse_layout(text.str(), name, std::nullopt), messages)) {
+    return exit_status::wrong_usage;
+  }
   InterruptWatch::check();
-  if (const std::string failure = keep(import, options.output, out); !failure.empty()) {
+  if (const std::string failure = keep(import, text.str(), options.output, out); !failure.empty()) {
     messages << failure << "\n";
     return exit_status::failed;
   }

@@ -77,6 +77,8 @@ struct Layout {
   std::string data;
   std::string settings;
   std::string work;
+  SourcePlace data_place;
+  SourcePlace settings_place;  // of the data file's path where that names the settings, too
   std::vector<LayoutItem> items;
 };
 

@@ -35,9 +35,14 @@ std::string conversion_of(const std::string& list) {
 
 }  // namespace
 
+bool print_layout_errors(const Layout& layout, const std::vector<LayoutError>& errors,
+                         std::ostream& messages) {
+  for (const LayoutError& error : errors) print_error(layout, error, messages);
+  return !errors.empty();
+}
+
 bool print_layout_errors(const LayoutReading& reading, std::ostream& messages) {
-  for (const LayoutError& error : reading.errors) print_error(reading.layout, error, messages);
-  return !reading.errors.empty();
+  return print_layout_errors(reading.layout, reading.errors, messages);
 }
 
 std::string numbered_message(std::int32_t code, const Layout& layout) {
@@ -99,7 +104,22 @@ void print_left_out(const std::vector<const LayoutItem*>& left_out, const Layout
   }
 }
 
+bool print_unfit_items(const std::vector<const LayoutItem*>& unfit, const Layout& layout,
+                       std::ostream& messages) {
+  for (const LayoutItem* item : unfit) {
+    messages << platform::printable(layout.file) << ":" << item->place.line << ": item "
+             << platform::printable_from_code_page(item->name)
+             << ": its settings are for another attribute or number of digits\n";
+  }
+  if (!unfit.empty()) {
+    messages << platform::printable(layout.settings) << ": "
+             << numbered_message(error::settings_mismatch, layout) << "\n";
+  }
+  return !unfit.empty();
+}
+
 bool print_failures(const SettingsResult& result, const Layout& layout, std::ostream& messages) {
+  const bool has_unfit = print_unfit_items(result.unfit, layout, messages);
   for (const ItemFailure& failure : result.failures) {
     print_error(layout, value_error(layout, *failure.item, failure.code), messages);
   }
@@ -109,7 +129,7 @@ bool print_failures(const SettingsResult& result, const Layout& layout, std::ost
     messages << platform::printable(is_system ? result.file : layout.settings) << ": "
              << numbered_message(result.file_code, layout) << "\n";
   }
-  return !result.failures.empty() || result.file_code != 0;
+  return has_unfit || !result.failures.empty() || result.file_code != 0;
 }
 
 }  // namespace korvex::host

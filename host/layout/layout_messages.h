@@ -12,6 +12,8 @@
 namespace korvex::host {
 
 // Every error with its place. Answers whether there was one.
+bool print_layout_errors(const Layout& layout, const std::vector<LayoutError>& errors,
+                         std::ostream& messages);
 bool print_layout_errors(const LayoutReading& reading, std::ostream& messages);
 
 // The module's numbered message of a code, in the words of the layout's kind, and why, if the last
@@ -34,6 +36,10 @@ bool print_replaced_characters(const Layout& layout, std::ostream& messages);
 // Says which items have neither values in the layout nor settings: the records lack them.
 void print_left_out(const std::vector<const LayoutItem*>& left_out, const Layout& layout,
                     std::ostream& messages);
+
+// Says which items the settings do not fit. Answers whether there was one.
+bool print_unfit_items(const std::vector<const LayoutItem*>& unfit, const Layout& layout,
+                       std::ostream& messages);
 
 // Every failure of writing the layout's settings. Answers whether there was one.
 bool print_failures(const SettingsResult& result, const Layout& layout, std::ostream& messages);

@@ -11,11 +11,11 @@
 #include <tuple>
 
 #include "control/control_file.h"
-#include "generate/log_file.h"
 #include "host/layout/item_reader.h"
 #include "host/layout/layout_paths.h"
 #include "host/layout/layout_syntax.h"
 #include "host/layout/path_reader.h"
+#include "host/layout/run_files.h"
 #include "host/layout/table_reader.h"
 #include "host/layout/value_errors.h"
 
@@ -42,35 +42,6 @@ void check_path_lengths(TableReader& reader, const Layout& layout) {
   }
 }
 
-// Whether two paths lead to one place, as far as the files there can tell.
-bool same_place(const std::string& left, const std::string& right) {
-  std::error_code failure;
-  const auto place = [&failure](const std::string& path) {
-    return std::filesystem::weakly_canonical(std::filesystem::absolute(path), failure);
-  };
-  const auto left_place = place(left);
-  const auto right_place = place(right);
-  return failure ? left == right : left_place == right_place;
-}
-
-// The data file is created anew by each run, so it must not be any of the other files.
-void check_data_stands_alone(TableReader& reader, const Layout& layout) {
-  std::error_code ignored;
-  if (std::filesystem::is_directory(layout.data, ignored)) {
-    reader.report(reader.place("data"), "data is a folder, expected the path of a file");
-  }
-  const std::array<std::pair<std::string_view, std::string>, 3> others = {{
-      {"the layout", layout.file},
-      {"its settings file", layout.settings},
-      {"its log file", log_path(layout.work, layout.data)},
-  }};
-  for (const auto& [what, path] : others) {
-    if (!same_place(layout.data, path)) continue;
-    reader.report(reader.place("data"),
-                  "data is the path of " + std::string(what) + ", expected a file of its own");
-  }
-}
-
 void read_paths(TableReader& reader, Layout& layout) {
   const std::size_t errors_before = reader.error_count();
   reader.require("data", "the path of the data file");
@@ -82,7 +53,12 @@ void read_paths(TableReader& reader, Layout& layout) {
   if (layout.settings.empty()) layout.settings = default_settings_path(layout.data);
   if (layout.work.empty()) layout.work = layout_folder(layout.file);
   check_path_lengths(reader, layout);
-  check_data_stands_alone(reader, layout);
+  layout.data_place = reader.place("data");
+  layout.settings_place = reader.has("settings") ? reader.place("settings") : layout.data_place;
+  std::error_code ignored;
+  if (std::filesystem::is_directory(layout.data, ignored)) {
+    reader.report(layout.data_place, "data is a folder, expected the path of a file");
+  }
 }
 
 void read_header(const toml::table& table, std::optional<std::int32_t> records, Layout& layout,
@@ -199,6 +175,10 @@ LayoutReading parse_layout(std::string_view text, const std::string& file,
   }
   read_items(root, !syntax.errors.empty(), lists, layout, errors);
   root.reject_unknown_keys();
+  if (!layout.settings.empty()) {
+    const auto conflicts = find_file_conflicts(layout, {});
+    errors.insert(errors.end(), conflicts.begin(), conflicts.end());
+  }
   // What the reader makes of a line that stands in for an unreadable one is nobody's error.
   std::erase_if(errors, [&](const LayoutError& error) {
     return syntax.replaced_lines.contains(error.place.line) ||

@@ -10,9 +10,9 @@
 #include "format/error_codes.h"
 #include "format/fmt_file.h"
 #include "format/item_settings.h"
-#include "format/reconcile.h"
 #include "format/record_text.h"
 #include "formatlang/default_settings.h"
+#include "host/layout/kept_settings.h"
 #include "host/layout/output_folders.h"
 #include "host/process/interruption.h"
 #include "host/process/scratch_folder.h"
@@ -144,14 +144,6 @@ class ItemStore {
   std::vector<ItemFailure> failures_;
 };
 
-// Whether what the file holds for the items that keep it still fits them.
-bool kept_settings_fit(const Layout& layout, const ClFmtFile& file) {
-  return std::all_of(layout.items.begin(), layout.items.end(), [&](const LayoutItem& item) {
-    const ClFmtColInf* kept = item.values ? nullptr : file.find_column(item.number);
-    return kept == nullptr || settings_fit(item.attributes, kept->record, layout.kind);
-  });
-}
-
 // Items that repeat at a level that another one has, too. What the layout alone says is checked
 // when it is read; here the items count that keep what the file holds.
 std::vector<ItemFailure> find_shared_levels(const Layout& layout, const ClFmtFile& file) {
@@ -202,11 +194,8 @@ SettingsResult write_settings_of(const Layout& layout) {
     result.file_code = loaded;
     return result;
   }
-  if (!kept_settings_fit(layout, file)) {
-    file.delete_file();
-    result.file_code = error::settings_mismatch;
-    return result;
-  }
+  result.unfit = find_unfit_items(layout, file, Keeping::items_without_values);
+  if (!result.unfit.empty()) return result;
   result.failures = ItemStore(layout, file).store_all();
   if (result.failures.empty()) result.failures = find_shared_levels(layout, file);
   if (!result.failures.empty()) return result;

@@ -20,6 +20,7 @@ struct ItemFailure {
 struct SettingsResult {
   std::string file;                         // to be written, which may be a copy
   std::int32_t file_code = 0;               // of a failed load or save, else 0
+  std::vector<const LayoutItem*> unfit;     // items whose kept settings no longer fit them
   std::vector<ItemFailure> failures;        // every item that failed, in layout order
   std::size_t items_with_settings = 0;      // of the level, after a successful save
   std::vector<const LayoutItem*> left_out;  // items without settings, after a successful save
@@ -27,9 +28,8 @@ struct SettingsResult {
 };
 
 // Writes the values of a layout into its settings file through the module's own checks. Items
-// without values keep what the file holds; where that no longer fits such an item, the settings
-// file is deleted and the code is -70. Nothing is saved unless all items passed. Missing folders of
-// the layout's paths are made.
+// without values keep what the file holds, as far as it fits them. Nothing is saved unless all
+// items passed. Missing folders of the layout's paths are made.
 SettingsResult write_settings_of(const Layout& layout);
 
 // What the module would refuse of settings that are kept whole, found in a copy of the file: the

@@ -11,11 +11,12 @@
 
 #include <array>
 #include <atomic>
+#include <cerrno>
 #include <climits>
 #include <cstddef>
 #include <cstring>
 
-#include "platform/file.h"
+#include "host/process/distinct_files.h"
 
 namespace korvex::host {
 
@@ -29,8 +30,6 @@ constexpr int signal_status = 128;
 struct Slot {
   std::atomic<bool> is_used;  // the handler may run in another thread than the one that sets it
   RemovedOnInterruption::What what;
-  bool existed;
-  struct stat before;
   char path[PATH_MAX];
 };
 
@@ -39,10 +38,31 @@ std::array<Slot, slot_count> slots;
 char last_words[256];
 int held_depth = 0;
 
-bool is_changed(const Slot& slot, const struct stat& now) {
-  return !slot.existed || slot.before.st_ino != now.st_ino || slot.before.st_size != now.st_size ||
-         slot.before.st_mtim.tv_sec != now.st_mtim.tv_sec ||
-         slot.before.st_mtim.tv_nsec != now.st_mtim.tv_nsec;
+// A file that came from the caller stayed open through its start.
+constexpr int most_files = 256;
+bool is_own(int file) {
+  const int flags = ::fcntl(file, F_GETFD);
+  return flags >= 0 && (flags & FD_CLOEXEC) != 0;
+}
+
+// Whether this process writes the open file: one that is only being opened may be full of what
+// another process has written, or is writing.
+bool is_begun(int file, struct stat& status) {
+  const int flags = ::fcntl(file, F_GETFL);
+  return flags >= 0 && (flags & O_ACCMODE) != O_RDONLY && is_own(file) &&
+         ::fstat(file, &status) == 0 && S_ISREG(status.st_mode) &&
+         (status.st_size == 0 || ::lseek(file, 0, SEEK_CUR) > 0) &&
+         (::flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK);
+}
+
+bool is_begun_file(const struct stat& named) {
+  struct stat open = {};
+  for (int file = 0; file < most_files; ++file) {
+    if (is_begun(file, open) && open.st_dev == named.st_dev && open.st_ino == named.st_ino) {
+      return true;
+    }
+  }
+  return false;
 }
 
 struct FolderEntry {
@@ -53,7 +73,9 @@ struct FolderEntry {
   char name[1];
 };
 
-void remove_folder(const char* path) {
+// Hands each entry of the folder to `take`, with a descriptor of the folder.
+template <typename Take>
+void for_each_entry(const char* path, Take take) {
   const int folder = ::open(path, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   alignas(FolderEntry) char entries[4096];
   long filled = 0;
@@ -61,22 +83,34 @@ void remove_folder(const char* path) {
     for (long place = 0; place < filled;) {
       unsigned short size = 0;
       std::memcpy(&size, entries + place + offsetof(FolderEntry, size), sizeof size);
-      ::unlinkat(folder, entries + place + offsetof(FolderEntry, name), 0);
+      take(folder, entries + place + offsetof(FolderEntry, name));
       place += size;
     }
   }
+  ::close(folder);
+}
+
+void remove_folder(const char* path) {
+  for_each_entry(path, [](int folder, const char* name) { ::unlinkat(folder, name, 0); });
   ::rmdir(path);
+}
+
+void remove_temporaries(const char* path) {
+  for_each_entry(path, [](int folder, const char* name) {
+    struct stat status = {};
+    const bool is_temporary =
+        std::strncmp(name, "DG", 2) == 0 && std::strstr(name, ".TMP") != nullptr;
+    if (is_temporary && ::fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+        is_begun_file(status)) {
+      ::unlinkat(folder, name, 0);
+    }
+  });
 }
 
 // Giving back what a large removed file holds in memory takes the system half a second, and happens
 // where it is closed last: let that be a process that nobody waits for.
 void let_another_close_last() {
-  // A file that came from the caller stayed open through its start; it is not ours to unlock.
-  constexpr int most_files = 256;
-  const auto is_own = [](int file) {
-    const int flags = ::fcntl(file, F_GETFD);
-    return flags >= 0 && (flags & FD_CLOEXEC) != 0;
-  };
+  // What is not our own is not ours to unlock.
   for (int file = 0; file < most_files; ++file) {
     if (is_own(file)) ::flock(file, LOCK_UN);
   }
@@ -93,13 +127,19 @@ void let_another_close_last() {
 
 // Answers how large the file was.
 off_t remove(const Slot& slot) {
-  if (slot.what == RemovedOnInterruption::What::folder) {
-    remove_folder(slot.path);
-    return 0;
+  switch (slot.what) {
+    case RemovedOnInterruption::What::folder:
+      remove_folder(slot.path);
+      return 0;
+    case RemovedOnInterruption::What::begun_temporaries:
+      remove_temporaries(slot.path);
+      return 0;
+    default:
+      break;
   }
   struct stat now = {};
   if (::lstat(slot.path, &now) != 0 || !S_ISREG(now.st_mode)) return 0;
-  if (slot.what == RemovedOnInterruption::What::changed_file && !is_changed(slot, now)) return 0;
+  if (slot.what == RemovedOnInterruption::What::begun_file && !is_begun_file(now)) return 0;
   ::unlink(slot.path);
   return now.st_size;
 }
@@ -159,8 +199,7 @@ void ignore_interruptions() {
 
 RemovedOnInterruption::RemovedOnInterruption(const std::string& path, What what) {
   // Of a link, what it leads to, also when that is not there yet.
-  std::string name = path;
-  if (platform::resolve_links(name) != platform::FileCause::none) name = path;
+  const std::string name = settled_path(path);
   for (int i = 0; i < slot_count && slot_ < 0; ++i) {
     if (!slots[static_cast<std::size_t>(i)].is_used) slot_ = i;
   }
@@ -170,7 +209,6 @@ RemovedOnInterruption::RemovedOnInterruption(const std::string& path, What what)
   }
   Slot& slot = slots[static_cast<std::size_t>(slot_)];
   slot.what = what;
-  slot.existed = ::lstat(name.c_str(), &slot.before) == 0;
   std::memcpy(slot.path, name.c_str(), name.size() + 1);
   slot.is_used = true;
 }

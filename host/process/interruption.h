@@ -21,8 +21,9 @@ class RemovedOnInterruption {
  public:
   enum class What {
     file,
-    changed_file,  // unless it is still the one that stands there now
-    folder,        // with the files in it
+    folder,             // with the files in it
+    begun_file,         // while this process writes it, not before or after
+    begun_temporaries,  // in the folder: the module's temporary files, the same
   };
 
   RemovedOnInterruption(const std::string& path, What what);

@@ -50,8 +50,9 @@ std::optional<Layout> copy_layout(const Layout& layout, const ScratchFolder& fol
   if (fs::exists(layout.settings, failure)) {
     fs::copy_file(layout.settings, copy.settings, failure);
     // The copy of a write-protected file is not.
-    if (!failure)
+    if (!failure) {
       fs::permissions(copy.settings, fs::perms::owner_write, fs::perm_options::add, failure);
+    }
   }
   if (!failure || failure == std::errc::no_such_file_or_directory) return copy;
   platform::note_file_error(failure.value());

@@ -1,16 +1,17 @@
 #include "host/records/prediction.h"
 
-#include "format/reconcile.h"
+#include "host/layout/control_writer.h"
 
 namespace korvex::host {
 
-std::optional<RepeatCount> predict(const std::string& control_path, bool has_repeats) {
+std::optional<RepeatCount> predict(const Layout& copy, bool has_repeats) {
+  TemporaryControlFile control_file;
+  if (control_file.write(copy, ControlForm::long_form) != 0) return std::nullopt;
   ClColMain main;
-  main.control_path = control_path;
+  main.control_path = control_file.path();
   main.set_run_mode(run_mode::settings_only);
-  if (main.load() != 0 || reconcile(main) <= 0 || main.mismatch) return std::nullopt;
   RepeatCount count;
-  if (count_data_items(main, has_repeats, count) != 0) return std::nullopt;
+  if (!count_control_file(main, has_repeats, count)) return std::nullopt;
   return count;
 }
 

@@ -4,11 +4,13 @@
 #include <string>
 
 #include "generate/repeat_count.h"
+#include "host/layout/layout.h"
 
 namespace korvex::host {
 
-// What the module foretells of a control file in the long form; nothing when it can't.
-std::optional<RepeatCount> predict(const std::string& control_path, bool has_repeats);
+// What the module foretells of a layout whose settings are a copy (the module deletes those that do
+// not fit); nothing when it can't.
+std::optional<RepeatCount> predict(const Layout& copy, bool has_repeats);
 
 // The foretold size in words.
 std::string predicted_size_text(const RepeatCount& count);

@@ -15,16 +15,6 @@
 
 namespace korvex::host {
 
-namespace {
-
-std::optional<RepeatCount> predict_on_copy(const Layout& copy, bool has_repeats) {
-  TemporaryControlFile control_file;
-  if (control_file.write(copy, ControlForm::long_form) != 0) return std::nullopt;
-  return predict(control_file.path(), has_repeats);
-}
-
-}  // namespace
-
 int PreparedLayout::prepare(const std::string& file, std::optional<std::int32_t> records,
                             std::ostream& messages, MisreadTexts misread,
                             std::optional<RepeatCount>* prediction) {
@@ -42,7 +32,7 @@ int PreparedLayout::prepare(const std::string& file, std::optional<std::int32_t>
   copy_ = *copy;
   const SettingsResult settings = write_settings_of(copy_);
   if (print_failures(settings, layout_, messages)) return exit_status::failed;
-  if (prediction != nullptr) *prediction = predict_on_copy(copy_, settings.repeated_items > 0);
+  if (prediction != nullptr) *prediction = predict(copy_, settings.repeated_items > 0);
   const int status = load(messages);
   // Settings may have lists of their own.
   const bool is_refused = misread == MisreadTexts::refused && refuses_lists(messages);

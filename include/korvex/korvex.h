@@ -125,7 +125,8 @@ KORVEX_EXPORT int32_t DGCheckRepeatCnt(const char* control_file_path);
  *
  * Without settings for the level the result is -28 and an older log is deleted. Each value list is
  * read with a file beside it that has its name and ".err"; it stays when the list has wrong lines
- * (-135) and is deleted otherwise. The settings stay as they are.
+ * (-135) and is deleted otherwise. Log and ".err" replace what has their names, also a link, whose
+ * target stays. The settings stay as they are.
  */
 KORVEX_EXPORT int32_t DGCreateData(const char* control_file_path, int32_t output_option,
                                    void* parent, uint64_t repeat_item_count);

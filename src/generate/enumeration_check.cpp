@@ -11,6 +11,7 @@
 #include "generate/file_access.h"
 #include "generate/line_reader.h"
 #include "platform/file.h"
+#include "platform/replacing_file.h"
 
 namespace korvex {
 
@@ -72,7 +73,8 @@ std::int32_t open_values(const std::string& path, File& file) {
   return cause == FileCause::none && file.is_regular() ? 0 : error::enumeration_cannot_open;
 }
 
-// The ".err" file of a load: one message a bad line.
+// The ".err" file of a load: one message a bad line. No report stays, also no older one, unless it
+// was kept.
 class BadLineReport {
  public:
   BadLineReport(const std::string& path, std::int32_t layout_kind)
@@ -95,19 +97,13 @@ class BadLineReport {
 
   bool has_lines() const { return has_lines_; }
 
-  void discard() { file_.remove(path_); }
-
-  // Keeps the report if it says anything; false when it could not be written.
-  bool close() {
-    if (has_lines_) return file_.close() == FileCause::none;
-    file_.remove(path_);
-    return true;
-  }
+  // False when it could not be written.
+  bool keep() { return file_.finish() == FileCause::none; }
 
  private:
   const std::string& path_;
   std::int32_t layout_kind_;
-  File file_;
+  platform::ReplacingFile file_;
   bool has_lines_ = false;
 };
 
@@ -124,22 +120,17 @@ std::int32_t load_values(ClColMain& main, const std::string& path, const FmtColR
 
   std::int32_t line = 0;
   std::int32_t value_count = 0;
-  try {
-    std::uint64_t bytes = 0;
-    if (file.size(bytes) == FileCause::none) values.reserve(bytes);
-    std::uint64_t bytes_left = whole_file;
-    result = read_values(
-        file, settings, bytes_left, line, value_count, &values, [&](std::int32_t failure) {
-          return report.add(failure, line) ? 0 : error::enumeration_report_cannot_write;
-        });
-  } catch (const std::bad_alloc&) {
-    // A list larger than the memory leaves nothing behind.
-    report.discard();
-    return error::out_of_memory;
-  }
+  std::uint64_t bytes = 0;
+  if (file.size(bytes) == FileCause::none) values.reserve(bytes);
+  std::uint64_t bytes_left = whole_file;
+  result = read_values(
+      file, settings, bytes_left, line, value_count, &values, [&](std::int32_t failure) {
+        return report.add(failure, line) ? 0 : error::enumeration_report_cannot_write;
+      });
   if (result != 0) return result;
-  if (!report.close()) return error::enumeration_report_cannot_write;
-  if (report.has_lines()) return error::enumeration_bad_lines;
+  if (report.has_lines()) {
+    return report.keep() ? error::enumeration_bad_lines : error::enumeration_report_cannot_write;
+  }
   return value_count == 0 ? error::enumeration_empty : value_count;
 }
 

@@ -25,8 +25,8 @@ struct GenerationLog {
 // The work folder and the data file's base name with the extension ".log".
 std::string log_path(const std::string& work_folder, const std::string& data_path);
 
-// 0, -2 when the log cannot be created, -1, -26 or -27 when it cannot be written; it is then
-// deleted.
+// 0, -2 when the log cannot be created, -1, -26 or -27 when it cannot be written; no log stays
+// then, also no older one, which would speak of another data file. A link at the path is replaced.
 std::int32_t write_log(const std::string& path, const GenerationLog& log);
 
 // The log of a run that found no settings: an older log goes, none stays. -28, or -2.

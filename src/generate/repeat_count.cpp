@@ -129,14 +129,20 @@ std::int32_t count_data_items(ClColMain& main, bool repeats_only, RepeatCount& c
   return 0;
 }
 
+bool count_control_file(ClColMain& main, bool repeats_only, RepeatCount& count) {
+  count = {};
+  if (main.load() != 0) return false;
+  main.mismatch = false;
+  if (reconcile(main) <= 0 || main.mismatch) return false;
+  count_data_items(main, repeats_only, count);
+  return true;
+}
+
 std::int32_t ClRepeatCalcMain::run() {
   const auto cursor = platform::user_interface().show_wait_cursor();
   data_items = 0;
-  if (main.load() != 0) return 0;
-  main.mismatch = false;
-  if (reconcile(main) <= 0 || main.mismatch) return 0;
   RepeatCount count;
-  count_data_items(main, true, count);
+  if (!count_control_file(main, true, count)) return 0;
   if (count.predicted_bytes != too_large) data_items = count.data_items;
   return 1;
 }

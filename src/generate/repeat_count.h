@@ -29,6 +29,10 @@ std::int32_t count_enumeration(ClColMain& main, const FmtColRec& settings);
 std::int32_t count_data_items(ClColMain& main, bool repeats_only, RepeatCount& count,
                               const EnumerationCounter& counter = count_enumeration);
 
+// The same from the control file at main.control_path on. False when that, or its settings, cannot
+// be evaluated; what has nothing to count is counted as none.
+bool count_control_file(ClColMain& main, bool repeats_only, RepeatCount& count);
+
 // The count for a host that only wants to know whether the repeat settings can be evaluated.
 class ClRepeatCalcMain : public platform::Object {
  public:

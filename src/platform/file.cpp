@@ -145,6 +145,10 @@ FileCause File::open_for_writing(const std::string& path) {
   return open(path, O_WRONLY | O_NONBLOCK, 0);
 }
 
+FileCause File::open_to_replace(const std::string& path) {
+  return open_and_hold(path, O_WRONLY | O_NONBLOCK | O_NOFOLLOW, Sharing::exclusive);
+}
+
 FileCause File::create(const std::string& path) {
   FileCause cause = open_and_hold(path, O_WRONLY, Sharing::exclusive);
   if (cause == FileCause::not_found) {
@@ -253,6 +257,12 @@ void File::discard() {
   if (descriptor_ >= 0) file_calls().close(std::exchange(descriptor_, -1));
 }
 
+bool File::take_over_mode(const File& other) {
+  struct stat status = {};
+  return file_calls().fstat(other.descriptor_, &status) == 0 &&
+         file_calls().fchmod(descriptor_, status.st_mode & 07777) == 0;
+}
+
 void File::remove(const std::string& path) {
   // Still held, so that nobody else begins to write it before it is gone.
   if (regular_) {
@@ -261,9 +271,9 @@ void File::remove(const std::string& path) {
     try {
       std::string target = path;
       static_cast<void>(resolve_links(target));
-      remove_file(target);
+      if (stands_at(target)) remove_file(target);
     } catch (const std::bad_alloc&) {
-      remove_file(path);
+      if (stands_at(path)) remove_file(path);
     }
   }
   discard();

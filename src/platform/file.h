@@ -61,6 +61,10 @@ class File {
   // Opens an existing file for writing, without changing it.
   FileCause open_for_writing(const std::string& path);
 
+  // Opens an existing file that is to be replaced, as whoever would write it, and holds it. A link
+  // is not followed.
+  FileCause open_to_replace(const std::string& path);
+
   // Creates the file, or empties the one that exists, for writing, and holds it while it is open:
   // one that somebody else holds is not touched. Waits for the reader of a pipe.
   FileCause create(const std::string& path);
@@ -95,8 +99,12 @@ class File {
   // Closes without flushing.
   void discard();
 
+  // Gives the file the permissions of another open one.
+  bool take_over_mode(const File& other);
+
   // Does away with what a failed run has written: closes without flushing and removes the file that
-  // the path, under which it was opened, leads to. A device or a pipe stays.
+  // the path, under which it was opened, leads to. A device or a pipe stays, and so does another
+  // file that somebody has put there.
   void remove(const std::string& path);
 
  private:

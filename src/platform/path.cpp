@@ -19,6 +19,10 @@ std::string_view stem(std::string_view path) {
   return base.substr(0, base.rfind('.'));
 }
 
+bool is_plain_name(std::string_view text) {
+  return !text.empty() && text != "." && text != ".." && text.find('/') == std::string_view::npos;
+}
+
 std::string folder_of(std::string_view path) {
   const auto slash = path.rfind('/');
   if (slash == std::string_view::npos) return ".";

@@ -173,7 +173,7 @@ StoreStatus SettingsStore::write(std::string_view name, std::string_view value) 
 
 std::string host_key() {
   const std::string chosen = environment("KORVEX_HOST_KEY");
-  return chosen.empty() ? program_invocation_short_name : chosen;
+  return is_plain_name(chosen) ? chosen : program_invocation_short_name;
 }
 
 }  // namespace korvex::platform

@@ -30,7 +30,8 @@ class SettingsStore {
   std::string path_;
 };
 
-// $KORVEX_HOST_KEY, else the short name of the running program.
+// $KORVEX_HOST_KEY where that is the plain name of a folder, else the short name of the running
+// program.
 std::string host_key();
 
 }  // namespace korvex::platform

@@ -80,9 +80,9 @@ remember
   ! record 2, item 名: �� has bytes without meaning in code page 932, expected characters
 unchanged
 >2 export l.toml -o l.toml
-  ! l.toml: belongs to the layout, expected a file of its own
+  ! l.toml: is the layout, expected a file of its own
 >2 export l.toml -o list.txt
-  ! list.txt: belongs to the layout, expected a file of its own
+  ! list.txt: is the value list of item 名, expected a file of its own
 >1 export l.toml -o missing/o.csv
   ! missing/o.csv: No such file or directory
 unchanged

@@ -26,6 +26,15 @@ files
   ! <*>LAYOUT<*>
   ! ...
 
+# A misspelt variable is no default.
+each VARIABLE EXPECTED
+  KORVEX_UI is "Desktop" | console or desktop
+  KORVEX_ANSWER is "y" | yes or no
+  KORVEX_HOST_KEY is "../../x" | the plain name of a folder
+do
+  $2 v='<VARIABLE>'; n=${v%% *}; x=${v#*\"}; env $n="${x%\"}" korvex count l.toml
+    ! <VARIABLE>, expected <EXPECTED>
+
 # A failure is reported once and has its status.
 edit l.toml "d.csv" => "/dev/full"
 $ rm -r w d.*

@@ -236,6 +236,14 @@ TEST(File, RemovesOnlyRegularOutputs) {
     file.remove(folder.file(name));
   }
   EXPECT_EQ(folder.names(), (std::vector<std::string>{"link", "pipe"}));
+
+  // What somebody else has put in the place of the file is not its to remove.
+  File file;
+  ASSERT_EQ(file.create(folder.file("data")), FileCause::none);
+  std::filesystem::rename(folder.file("data"), folder.file("moved"));
+  write_file(folder.file("data"), "theirs");
+  file.remove(folder.file("data"));
+  EXPECT_EQ(read_file(folder.file("data")), "theirs");
 }
 
 }  // namespace

@@ -82,8 +82,11 @@ TEST(SettingsStore, TheHostKeyIsChosenOrTheProgramsName) {
     const ScopedVariable chosen("KORVEX_HOST_KEY", "Editor");
     EXPECT_EQ(host_key(), "Editor");
   }
-  const ScopedVariable unset("KORVEX_HOST_KEY", std::nullopt);
-  EXPECT_EQ(host_key(), "test_platform");
+  for (const auto& key : std::initializer_list<std::optional<std::string>>{
+           std::nullopt, "", ".", "..", "../x", "a/b", "/etc"}) {
+    const ScopedVariable chosen("KORVEX_HOST_KEY", key);
+    EXPECT_EQ(host_key(), "test_platform");
+  }
 }
 
 }  // namespace

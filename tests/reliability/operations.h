@@ -56,7 +56,6 @@ struct Operation {
   std::vector<std::int32_t> codes = {};    // any others that a failure may have
   std::vector<std::string> may_stay = {};  // whole, although the operation failed
   std::vector<std::string> may_go = {};    // although they stood there before
-  std::string may_be_partial = "";         // what says nothing unless the code says so
   bool crosses_file_systems = false;
   bool replaces_in_one_step = false;  // what it writes, so that a killed process does no harm
 };

@@ -1,0 +1,78 @@
+#include "host/layout/kept_settings.h"
+
+#include <fcntl.h>
+#include <stdio.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+
+#include "format/reconcile.h"
+#include "format/record_text.h"
+#include "host/process/scratch_folder.h"
+
+namespace korvex::host {
+
+namespace {
+
+bool keeps(const LayoutItem& item, Keeping keeping) {
+  return keeping == Keeping::all_items || !item.values;
+}
+
+// Never over a file that is there. Not every file system can do so in one step.
+int rename_to_free_name(const std::string& from, const std::string& to) {
+  if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return 0;
+  if (errno != EINVAL && errno != ENOSYS) return -1;
+  return ::link(from.c_str(), to.c_str()) == 0 ? ::unlink(from.c_str()) : -1;
+}
+
+}  // namespace
+
+std::vector<const LayoutItem*> find_unfit_items(const Layout& layout, const ClFmtFile& file,
+                                                Keeping keeping) {
+  std::vector<const LayoutItem*> unfit;
+  for (const LayoutItem& item : layout.items) {
+    const ClFmtColInf* kept = keeps(item, keeping) ? file.find_column(item.number) : nullptr;
+    if (kept != nullptr && !settings_fit(item.attributes, kept->record, layout.kind)) {
+      unfit.push_back(&item);
+    }
+  }
+  return unfit;
+}
+
+std::optional<KeptSettings> look_at_settings(const Layout& layout, Keeping keeping,
+                                             std::ostream& messages) {
+  KeptSettings found;
+  std::error_code ignored;
+  if (!std::filesystem::exists(layout.settings, ignored)) return found;
+  const ScratchFolder scratch;
+  const auto copy = copy_layout(layout, scratch, messages);
+  if (!copy) return std::nullopt;
+  ClFmtFile file;
+  file.set_run_mode(run_mode::settings_only);
+  file.set_paths(copy->settings, copy->work);
+  if (file.load(layout.level, layout.records, layout.kind) <= 0) return found;
+  found.unfit = find_unfit_items(layout, file, keeping);
+  for (const LayoutItem& item : layout.items) {
+    const ClFmtColInf* kept = keeps(item, keeping) ? file.find_column(item.number) : nullptr;
+    if (kept != nullptr && kept->record.generation_type == generation_type::enumeration) {
+      found.lists.emplace_back(field_text(kept->record.enumeration_path));
+    }
+  }
+  return found;
+}
+
+std::string move_settings_aside(const Layout& layout, std::string& name) {
+  platform::File held;
+  const bool is_in_use = held.open_for_reading(layout.settings, platform::Sharing::exclusive) ==
+                         platform::FileCause::sharing_violation;
+  for (int number = 1;; ++number) {
+    name = layout.settings + "." + std::to_string(number);
+    if (is_in_use) return "another run holds it";
+    if (rename_to_free_name(layout.settings, name) == 0) return {};
+    if (errno != EEXIST) return std::strerror(errno);
+  }
+}
+
+}  // namespace korvex::host

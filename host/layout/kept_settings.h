@@ -1,0 +1,36 @@
+#pragma once
+
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "format/fmt_file.h"
+#include "host/layout/layout.h"
+
+// What a settings file holds already. The module deletes one that no longer fits the items; the
+// program looks before it calls it.
+namespace korvex::host {
+
+// Which items keep what the settings file holds for them.
+enum class Keeping { all_items, items_without_values };
+
+// The items that keep settings made for another attribute or number of digits.
+std::vector<const LayoutItem*> find_unfit_items(const Layout& layout, const ClFmtFile& file,
+                                                Keeping keeping);
+
+struct KeptSettings {
+  std::vector<const LayoutItem*> unfit;  // of the layout
+  std::vector<std::string> lists;        // value lists of the items that keep their settings
+};
+
+// Looks at a copy of the settings file; what stands in its place stays untouched. A file that
+// cannot be read keeps nothing. Nothing, and a message, when there can be no copy.
+std::optional<KeptSettings> look_at_settings(const Layout& layout, Keeping keeping,
+                                             std::ostream& messages);
+
+// Gives the settings file another name, which it puts into `name`: its own with ".1" behind it, or
+// the first number that is free. Empty, or what went wrong.
+std::string move_settings_aside(const Layout& layout, std::string& name);
+
+}  // namespace korvex::host

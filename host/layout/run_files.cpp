@@ -1,0 +1,98 @@
+#include "host/layout/run_files.h"
+
+#include <set>
+
+#include "generate/log_file.h"
+#include "platform/path.h"
+#include "platform/printable_text.h"
+
+namespace korvex::host {
+
+namespace {
+
+// Behind the names of the files that they belong to.
+constexpr const char* report_extension = ".err";
+constexpr const char* upgrade_extension = ".w";
+
+// A value list, and what names it.
+struct List {
+  std::string path;
+  SourcePlace place;
+  std::string role;
+};
+
+std::vector<List> lists_of(const Layout& layout, const std::vector<std::string>& kept_lists) {
+  std::vector<List> lists;
+  std::set<std::string> known;
+  for (const LayoutItem& item : layout.items) {
+    if (!item.values || item.values->file.empty() || !known.insert(item.values->file).second) {
+      continue;
+    }
+    lists.push_back({item.values->file, item.values->origin,
+                     "the value list of item " + platform::printable_from_code_page(item.name)});
+  }
+  for (const std::string& path : kept_lists) {
+    if (known.insert(path).second) {
+      lists.push_back({path, layout.settings_place, "a value list that the settings file names"});
+    }
+  }
+  return lists;
+}
+
+void add_lists(const std::vector<List>& lists, DistinctFiles& files) {
+  for (const List& list : lists) files.read(list.path, list.role);
+}
+
+}  // namespace
+
+void add_read_files(const Layout& layout, const std::vector<std::string>& kept_lists,
+                    DistinctFiles& files) {
+  files.read(layout.file, "the layout");
+  add_lists(lists_of(layout, kept_lists), files);
+}
+
+std::vector<LayoutError> find_file_conflicts(const Layout& layout,
+                                             const std::vector<std::string>& kept_lists) {
+  DistinctFiles files;
+  files.read(layout.file, "the layout");
+  const std::vector<List> lists = lists_of(layout, kept_lists);
+  add_lists(lists, files);
+  std::vector<LayoutError> errors;
+  // One list under two names has one error file.
+  const auto check = [&](const std::optional<std::string>& other, const std::string& path,
+                         const std::string& role, SourcePlace place) {
+    if (!other || *other == role) return;
+    errors.push_back({place, role + " " + platform::printable(path) + " is also " + *other +
+                                 ", expected a file of its own"});
+  };
+  const auto write = [&](const std::string& path, const std::string& role, SourcePlace place) {
+    check(files.write(path, role), path, role, place);
+  };
+  const auto replace = [&](const std::string& path, const std::string& role, SourcePlace place) {
+    check(files.replace(path, role), path, role, place);
+  };
+  write(layout.settings, "the settings file", layout.settings_place);
+  replace(layout.settings + upgrade_extension, "the settings file's temporary file",
+          layout.settings_place);
+  write(layout.data, "the data file", layout.data_place);
+  replace(log_path(layout.work, layout.data), "the log file", layout.data_place);
+  for (const List& list : lists) {
+    replace(list.path + report_extension, "the error file", list.place);
+  }
+  return errors;
+}
+
+RunInterruption::RunInterruption(const Layout& layout, const std::vector<std::string>& kept_lists) {
+  using What = RemovedOnInterruption::What;
+  const auto add = [this](const std::string& path, What what) {
+    removals_.push_back(std::make_unique<RemovedOnInterruption>(path, what));
+  };
+  add(layout.data, What::begun_file);
+  std::set<std::string> folders = {layout.work};
+  for (const List& list : lists_of(layout, kept_lists)) {
+    folders.insert(platform::folder_of(list.path));
+  }
+  for (const std::string& folder : folders) add(folder, What::begun_temporaries);
+}
+
+}  // namespace korvex::host
