@@ -11,6 +11,7 @@
 
 #include "dialogs/fit_text.h"
 #include "dialogs/item_list_model.h"
+#include "dialogs/tooltip_text.h"
 #include "platform/codepage.h"
 
 namespace korvex {
@@ -95,7 +96,7 @@ class ItemDelegate : public QStyledItemDelegate {
     const bool is_asked = event->type() == QEvent::ToolTip && index.isValid();
     if (!is_asked) return QStyledItemDelegate::helpEvent(event, view, option, index);
     const bool is_cut = seen_part(option, index).width() < sizeHint(option, index).width();
-    const QString text = is_cut ? index.data().toString().toHtmlEscaped() : QString();
+    const QString text = is_cut ? tooltip_text(index.data().toString()) : QString();
     QToolTip::showText(event->globalPos(), text, view, view->visualRect(index));
     return true;
   }

@@ -69,8 +69,10 @@ void ClItemValueUpdateDlg::connect_commands() {
   connect(type, &QComboBox::activated, this,
           [this](int entry) { carry_out([this, entry] { select_type(entry); }); });
   connect(type, &DropDownList::opening, this, [this] { carry_out([this] { named_position(); }); });
-  connect(control<CodePageEdit>(control_id::update_name), &QLineEdit::textEdited, this,
-          [this] { carry_out([this] { explain_named_item(); }); });
+  connect(control<CodePageEdit>(control_id::update_name), &QLineEdit::textEdited, this, [this] {
+    carry_out([this] { explain_named_item(); });
+    note_.refresh();
+  });
   auto* const list = control<QListWidget>(control_id::update_examples);
   const auto take = [this] {
     carry_out([this] { control<CodePageEdit>(control_id::format)->set_bytes(list_.selected()); });
@@ -81,8 +83,7 @@ void ClItemValueUpdateDlg::connect_commands() {
             this, take);
   }
   enter_presses_nothing(control_id::update_examples);
-  note_.watch({control_id::update_name, control_id::format, control_id::start, control_id::end,
-               control_id::increment});
+  note_.watch({control_id::format, control_id::start, control_id::end, control_id::increment});
 }
 
 bool ClItemValueUpdateDlg::initialise() {

@@ -37,8 +37,8 @@ class ClItemValueUpdateDlg : public FormDialog {
   void delete_example();
   void browse_items();
 
-  // The first item with the name in the control; otherwise tells the user and answers -1.
   void explain_named_item();
+  // The first item with the name in the control; otherwise tells the user and answers -1.
   int named_position();
   void enable_range(bool on);
   void enable_custom_format(bool on);

@@ -1,6 +1,5 @@
 #include "dialogs/preview_note.h"
 
-#include <QComboBox>
 #include <QHelpEvent>
 #include <QLayout>
 #include <QLineEdit>
@@ -11,6 +10,7 @@
 #include <chrono>
 
 #include "dialogs/control_ids.h"
+#include "dialogs/tooltip_text.h"
 
 namespace korvex {
 
@@ -20,10 +20,6 @@ namespace {
 constexpr std::chrono::milliseconds pause_after_key(200);
 
 constexpr int distance = 4;  // of the text from what surrounds it
-
-QString tooltip_of(const QString& text) {
-  return text.isEmpty() ? text : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
-}
 
 }  // namespace
 
@@ -39,13 +35,9 @@ PreviewNote::~PreviewNote() { dialog_.removeEventFilter(this); }
 
 void PreviewNote::watch(std::initializer_list<int> ids) {
   for (const int id : ids) {
-    QWidget* const control = dialog_.control(id);
-    edits_.push_back(control);
-    if (auto* list = qobject_cast<QComboBox*>(control)) {
-      connect(list, &QComboBox::editTextChanged, this, [this] { refresh(); });
-    } else {
-      connect(dialog_.control<QLineEdit>(id), &QLineEdit::textChanged, this, [this] { refresh(); });
-    }
+    auto* const edit = dialog_.control<QLineEdit>(id);
+    edits_.push_back(edit);
+    connect(edit, &QLineEdit::textChanged, this, [this] { refresh(); });
   }
 }
 
@@ -56,8 +48,8 @@ void PreviewNote::look() noexcept {
   } catch (...) {
     text_.clear();
   }
-  for (QWidget* edit : edits_) {
-    edit->setToolTip(tooltip_of(text_));
+  for (QLineEdit* edit : edits_) {
+    edit->setToolTip(tooltip_text(text_));
     edit->setAccessibleDescription(text_);
   }
   dialog_.update();
@@ -107,7 +99,7 @@ bool PreviewNote::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::ToolTip) return QObject::eventFilter(watched, event);
   const auto* const question = static_cast<const QHelpEvent*>(event);
   if (!room().contains(question->pos())) return QObject::eventFilter(watched, event);
-  QToolTip::showText(question->globalPos(), tooltip_of(text_), &dialog_);
+  QToolTip::showText(question->globalPos(), tooltip_text(text_), &dialog_);
   return true;
 }
 

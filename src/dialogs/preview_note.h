@@ -9,6 +9,8 @@
 
 #include "dialogs/form_dialog.h"
 
+class QLineEdit;
+
 namespace korvex {
 
 // Says beside a form's closing buttons, in the room that they leave free, what the values being
@@ -20,7 +22,7 @@ class PreviewNote : public QObject {
   PreviewNote(FormDialog& dialog, std::function<std::string()> preview);
   ~PreviewNote() override;
 
-  // Refreshes the note whenever the text of one of these edits changes.
+  // Refreshes the note whenever one of these edits changes, whose tooltip it also is.
   void watch(std::initializer_list<int> ids);
 
   // Something else has changed.
@@ -36,7 +38,7 @@ class PreviewNote : public QObject {
 
   FormDialog& dialog_;
   std::function<std::string()> preview_;
-  std::vector<QWidget*> edits_;
+  std::vector<QLineEdit*> edits_;
   QTimer pause_;
   QString text_;
 };

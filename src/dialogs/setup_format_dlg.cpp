@@ -5,7 +5,6 @@
 #include <QCompleter>
 #include <QPushButton>
 #include <QShortcut>
-#include <QTextDocument>
 #include <QToolTip>
 #include <algorithm>
 
@@ -20,6 +19,7 @@
 #include "dialogs/reference_model.h"
 #include "dialogs/select_format_example_dlg.h"
 #include "dialogs/store_range.h"
+#include "dialogs/tooltip_text.h"
 #include "dialogs/up_down.h"
 #include "dialogs/value_preview.h"
 #include "format/error_codes.h"
@@ -81,11 +81,6 @@ QString shown_path(const std::string& path) {
   return QString::fromStdString(platform::message_to_utf8(path));
 }
 
-// Qt takes a text with tags in it for a page.
-QString plain_tooltip(const QString& text) {
-  return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpacePre) : text;
-}
-
 }  // namespace
 
 ClSetupFormatDlg::ClSetupFormatDlg(ClDataGenerationDlg& parent)
@@ -125,8 +120,9 @@ void ClSetupFormatDlg::connect_commands() {
     connect(shortcut, &QShortcut::activated, this,
             [this, rows] { carry_out([this, rows] { move_by(rows); }); });
   };
-  note_.watch({control_id::format, control_id::start, control_id::end, control_id::increment,
-               control_id::reference});
+  note_.watch({control_id::format, control_id::start, control_id::end, control_id::increment});
+  connect(control<QComboBox>(control_id::reference), &QComboBox::editTextChanged, this,
+          [this] { note_.refresh(); });
   on_keys(Qt::Key_PageUp, -1);
   on_keys(Qt::Key_PageDown, 1);
 }
@@ -288,7 +284,7 @@ void ClSetupFormatDlg::show_enumeration_name() {
   edit->setText(shown_path(fields_.enumeration_name));
   edit->setCursorPosition(0);  // a long name is seen from its beginning
   const bool has_name = !fields_.enumeration_name.empty();
-  edit->setToolTip(has_name ? plain_tooltip(shown_path(fields_.enumeration_path)) : QString());
+  edit->setToolTip(has_name ? tooltip_text(shown_path(fields_.enumeration_path)) : QString());
 }
 
 void ClSetupFormatDlg::browse_file() {
@@ -310,7 +306,7 @@ void ClSetupFormatDlg::setup() {
 // The window stays as it was: a word at the button says that something has happened.
 void ClSetupFormatDlg::tell_stored() {
   auto* const button = control<QPushButton>(control_id::store_format);
-  const QString text = "Stored: " + shown(item().name).toHtmlEscaped();
+  const QString text = tooltip_text("Stored: " + shown(item().name));
   const QPoint above(0, -2 * button->height());
   QToolTip::showText(button->mapToGlobal(above), text, button);
 }

@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QTest>
+#include <QTextDocumentFragment>
 #include <QTimer>
 #include <algorithm>
 #include <deque>
@@ -89,6 +90,12 @@ inline void type_into(QWidget* target, const QString& text) {
 inline QLineEdit* edit_of(const FormDialog& dialog, int id) {
   auto* list = qobject_cast<QComboBox*>(dialog.control(id));
   return list != nullptr ? list->lineEdit() : dialog.control<QLineEdit>(id);
+}
+
+// What a reader sees of a tooltip.
+inline std::string as_seen(const QString& tooltip) {
+  if (!Qt::mightBeRichText(tooltip)) return tooltip.toStdString();
+  return QTextDocumentFragment::fromHtml(tooltip).toPlainText().toStdString();
 }
 
 inline bool is_usable(const FormDialog& dialog, int id) {

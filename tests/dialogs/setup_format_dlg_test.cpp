@@ -122,9 +122,10 @@ TEST_F(SetupFormatDlgTest, EscapeTheCloseBoxAndCancelAskAlike) {
 // Storing and staying, as Enter does unless another button has the focus.
 TEST_F(SetupFormatDlgTest, SetupIsTheDefaultButton) {
   play_in_setup({type(id::start, "5"), press(Qt::Key_Return),
-                 then([] { EXPECT_EQ(QToolTip::text(), "Stored: A"); }), tab_to(id::next_item),
-                 press(Qt::Key_Return), expect_item("B"), type(id::start, "6"), tab_to(id::cancel),
-                 answer(Answer::no), press(Qt::Key_Return), expect_told({"q105"})});
+                 then([] { EXPECT_EQ(as_seen(QToolTip::text()), "Stored: A"); }),
+                 tab_to(id::next_item), press(Qt::Key_Return), expect_item("B"),
+                 type(id::start, "6"), tab_to(id::cancel), answer(Answer::no),
+                 press(Qt::Key_Return), expect_told({"q105"})});
   EXPECT_EQ(rows[0], "%2U 5 99 1 ");
   EXPECT_EQ(rows[1], default_number);
 }
@@ -255,9 +256,8 @@ TEST_F(SetupFormatDlgTest, AnEnumerationFileIsChosenBrowsedAndStored) {
     return [=](FormDialog& dialog) { EXPECT_EQ(is_usable(dialog, id::browse_file), usable); };
   };
   const auto expect_tooltip = [](int control, const std::string& text) {
-    return [=](FormDialog& dialog) {
-      EXPECT_EQ(dialog.control(control)->toolTip().toStdString(), text);
-    };
+    return
+        [=](FormDialog& dialog) { EXPECT_EQ(as_seen(dialog.control(control)->toolTip()), text); };
   };
   play_in_setup({expect_tooltip(id::item_name,
                                 "Attribute: 4 (number)\nLength: 2 bytes\nDigits: 2\nSigned: "
