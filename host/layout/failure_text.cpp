@@ -3,10 +3,8 @@
 #include <cerrno>
 #include <system_error>
 
-#include "control/error_texts.h"
 #include "entry/failure_report.h"
 #include "format/error_codes.h"
-#include "platform/codepage.h"
 #include "platform/file.h"
 
 namespace korvex::host {
@@ -37,13 +35,7 @@ std::string with_reason(std::string message, std::int32_t code) {
 }
 
 std::string failure_text(std::int32_t code, const ClColMain& main, std::int32_t bad_line) {
-  std::string text = describe_failure(code, main).text;
-  // The number belongs into the message; the path in front of it may hold a placeholder, too.
-  const std::string& context = main.message_context;
-  if (bad_line != 0 && text.starts_with(context)) {
-    text = context + fill_number(text.substr(context.size()), static_cast<std::uint64_t>(bad_line));
-  }
-  return with_reason(platform::message_to_utf8(text), code);
+  return with_reason(describe_failure(code, main, bad_line).text.utf8(), code);
 }
 
 }  // namespace korvex::host

@@ -9,6 +9,7 @@
 #include "control/limits.h"
 #include "format/fmt_file.h"
 #include "formatlang/default_settings.h"
+#include "platform/message_text.h"
 #include "platform/runtime_class.h"
 
 namespace korvex {
@@ -64,7 +65,7 @@ class ClColMain : public platform::Object {
   RangeTexts default_texts;
   bool mismatch = false;                  // the settings no longer fitted and were deleted
   std::int32_t settings_counter = 0;      // last result of the settings file or of an item's change
-  std::string message_context;            // shown beside a message's text
+  platform::MessageText message_context;  // shown beside a message's text
   std::string error_file_path;            // report of bad enumeration lines
   std::int32_t largest_repeat_count = 0;  // for the message -109
 

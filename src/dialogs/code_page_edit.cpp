@@ -6,6 +6,7 @@
 #include <optional>
 #include <utility>
 
+#include "dialogs/shown_text.h"
 #include "platform/codepage.h"
 #include "platform/user_interface.h"
 
@@ -76,7 +77,7 @@ class CodePageEdit::Validator : public QValidator {
     try {
       return edit_.accepts(input, cursor) ? Acceptable : Invalid;
     } catch (const platform::ConverterFailure& failure) {
-      edit_.refuse({failure.what(), 0, 0, {}});
+      edit_.refuse({platform::MessageText::words(failure.what()), 0, 0, {}});
       return Invalid;
     }
   }
@@ -91,7 +92,7 @@ CodePageEdit::CodePageEdit(QWidget* parent) : QLineEdit(parent) {
 
 void CodePageEdit::set_bytes(std::string_view bytes) {
   set_bytes_ = bytes;
-  set_text_ = QString::fromStdString(platform::shown_in_utf8(bytes));
+  set_text_ = shown(bytes);
   setText(set_text_);
   if (isReadOnly()) setCursorPosition(0);  // a long text is seen from its beginning
 }
@@ -113,7 +114,11 @@ bool CodePageEdit::accepts(const QString& text, int cursor) {
   QString checked = fitting;
   if (may_hold_replacements_) checked.replace(replacement, u'?');
   if (const auto character = character_without_code(checked)) {
-    refuse({character->toStdString() + " has no code in code page 932.", 0, 0, {}});
+    refuse(
+        {platform::MessageText::path(character->toStdString()) + " has no code in code page 932.",
+         0,
+         0,
+         {}});
     return false;
   }
   if (byte_limit_ >= 0) {

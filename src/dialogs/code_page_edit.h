@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/message_text.h"
+
 namespace korvex {
 
 // A line edit for text of the module's code page.
@@ -38,8 +40,8 @@ class CodePageEdit : public QLineEdit {
 
   // What is still to be done about a change that was refused.
   struct Refusal {
-    std::string message;  // for the user, or empty, and then
-    int position = 0;     // the part of the text that the change replaced,
+    platform::MessageText message;  // for the user, or empty, and then
+    int position = 0;               // the part of the text that the change replaced,
     int length = 0;
     QString fitting;  // and what fits in its place
   };

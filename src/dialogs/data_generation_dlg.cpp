@@ -105,8 +105,9 @@ bool ClDataGenerationDlg::load() {
 
 void ClDataGenerationDlg::show_load_warning() {
   if (main_.load_error() != error::invalid_items) return;
-  messages_.show(MessageKind::warning, main_.load_error(),
-                 main_.offending_names().substr(0, offending_names_shown));
+  messages_.show(
+      MessageKind::warning, main_.load_error(),
+      platform::MessageText::code_page(main_.offending_names().substr(0, offending_names_shown)));
 }
 
 void ClDataGenerationDlg::fill_list() {
@@ -173,8 +174,8 @@ bool ClDataGenerationDlg::read_repeat_fields() {
     auto* const edit = control<QLineEdit>(id);
     const NumberReading reading = read_repeat_number(edit->text().toStdString(), *number);
     if (reading == NumberReading::ok) continue;
-    platform::user_interface().show_message(MessageKind::warning,
-                                            std::string(number_complaint(reading)));
+    platform::user_interface().show_message(
+        MessageKind::warning, platform::MessageText::words(number_complaint(reading)));
     return_to(id);
     return false;
   }

@@ -74,8 +74,8 @@ std::int32_t run_item_value_update(const char* control_path, void* parent) {
 std::int32_t show_message(std::int32_t kind, const char* text) {
   return guarded(
       [&] {
-        const auto answer =
-            interface().show_message(static_cast<platform::MessageKind>(kind), text);
+        const auto answer = interface().show_message(static_cast<platform::MessageKind>(kind),
+                                                     platform::MessageText::words(text));
         return static_cast<std::int32_t>(answer);
       },
       static_cast<std::int32_t>(platform::Answer::ok));

@@ -5,8 +5,8 @@
  * What libkorvex.so asks of libkorvex-dialogs.so: plain C, so that the two share no C++ run time
  * state. All functions belong to one thread, the one that called open_display first.
  *
- * Texts are as the user interface takes them: code page 932, paths as they are. A parent is the
- * native handle of a window (an X11 window id) as a pointer, or null.
+ * A message is UTF-8, and paths are as they are. A parent is the native handle of a window (an X11
+ * window id) as a pointer, or null.
  */
 
 #include <stdint.h>
@@ -15,7 +15,7 @@
 extern "C" {
 #endif
 
-enum { KORVEX_DIALOGS_ABI = 2 };
+enum { KORVEX_DIALOGS_ABI = 3 };
 
 /* An answer to a message, and the kinds of message, as platform/user_interface.h numbers them. */
 

@@ -8,9 +8,9 @@
 namespace korvex {
 
 struct EnumerationStored {
-  std::int32_t code = 0;         // 0, or what was refused
-  std::string suffix = {};       // belongs behind the message of `code`
-  std::uint64_t number = 0;      // and into it: a line of the file
+  std::int32_t code = 0;              // 0, or what was refused
+  platform::MessageText suffix = {};  // belongs behind the message of `code`
+  std::uint64_t number = 0;           // and into it: a line of the file
   bool leaves_settings = false;  // the item had none before and has got the initial value for now
 };
 

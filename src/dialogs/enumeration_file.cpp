@@ -24,8 +24,8 @@ std::optional<std::string> ask_for_enumeration_file(const std::string& folder) {
   std::optional<std::string> path = platform::user_interface().choose_file(asked);
   if (path && path->size() > path_limit) {
     platform::user_interface().show_message(
-        MessageKind::warning,
-        "The path of the file is longer than " + std::to_string(path_limit) + " bytes.");
+        MessageKind::warning, platform::MessageText::words("The path of the file is longer than " +
+                                                           std::to_string(path_limit) + " bytes."));
     return std::nullopt;
   }
   return path;
@@ -35,7 +35,7 @@ void open_enumeration_file(const std::string& path, const Messages& messages) {
   for (const auto check :
        {check_file_exists, check_file_readable, check_file_not_in_use, check_file_writable}) {
     if (const std::int32_t code = check(path); code != 0) {
-      return messages.show(MessageKind::warning, code, "\n" + path);
+      return messages.show(MessageKind::warning, code, "\n" + platform::MessageText::path(path));
     }
   }
   platform::open_in_editor(path);

@@ -3,13 +3,12 @@
 #include <QSignalBlocker>
 
 #include "dialogs/explanations.h"
-#include "platform/codepage.h"
+#include "dialogs/shown_text.h"
 
 namespace korvex {
 
 void ExampleList::append(const std::string& format) {
-  auto* const item =
-      new QListWidgetItem(QString::fromStdString(platform::shown_in_utf8(format)), &list_);
+  auto* const item = new QListWidgetItem(shown(format), &list_);
   item->setToolTip(QString::fromStdString(explain_format(format)));
 }
 

@@ -140,7 +140,8 @@ void FormDialog::tell_failure() noexcept {
     } catch (...) {
       append_error_text(error::out_of_memory, layout_kind::record_file, text);
     }
-    platform::user_interface().show_message(platform::MessageKind::stop, text);
+    platform::user_interface().show_message(platform::MessageKind::stop,
+                                            platform::MessageText::words(text));
   } catch (...) {
     // Not even a message could be shown.
   }

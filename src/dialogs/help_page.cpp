@@ -39,9 +39,9 @@ QString help_page() {
 void open_help_page() {
   const QString path = help_page();
   if (path.isEmpty() || QDesktopServices::openUrl(QUrl::fromLocalFile(path))) return;
-  platform::user_interface().show_message(
-      platform::MessageKind::warning,
-      "No program could be started to show the help:\n" + QFile::encodeName(path).toStdString());
+  platform::user_interface().show_message(platform::MessageKind::warning,
+                                          "No program could be started to show the help:\n" +
+                                              platform::MessageText::path(path.toStdString()));
 }
 
 }  // namespace korvex

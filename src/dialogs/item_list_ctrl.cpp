@@ -11,7 +11,7 @@
 
 #include "dialogs/fit_text.h"
 #include "dialogs/item_list_model.h"
-#include "dialogs/tooltip_text.h"
+#include "dialogs/shown_text.h"
 #include "platform/codepage.h"
 
 namespace korvex {
@@ -42,7 +42,7 @@ int drawn_width(std::string_view bytes, const QFontMetrics& metrics) {
   std::string drawn(bytes);
   std::replace(drawn.begin(), drawn.end(), '\0', ' ');
   if (ends_in_half_character(drawn)) drawn.back() = ' ';
-  return metrics.horizontalAdvance(QString::fromStdString(platform::shown_in_utf8(drawn)));
+  return metrics.horizontalAdvance(shown(drawn));
 }
 
 QString fitted(const QByteArray& bytes, int width, int margin, const QFontMetrics& metrics) {
@@ -56,7 +56,7 @@ QString fitted(const QByteArray& bytes, int width, int margin, const QFontMetric
   if (kept != text && ends_in_half_character(std::string_view(kept).substr(0, head))) {
     kept.erase(head - 1, 1);
   }
-  return QString::fromStdString(platform::shown_in_utf8(kept));
+  return shown(kept);
 }
 
 class ItemDelegate : public QStyledItemDelegate {

@@ -3,8 +3,8 @@
 #include <QByteArray>
 #include <utility>
 
+#include "dialogs/shown_text.h"
 #include "format/records.h"
-#include "platform/codepage.h"
 
 namespace korvex {
 
@@ -58,7 +58,7 @@ QVariant ItemListModel::data(const QModelIndex& index, int role) const {
   const ItemColumn& column = columns_[static_cast<std::size_t>(index.column())];
   const std::string bytes = column.text(*items_[static_cast<std::size_t>(index.row())]);
   if (role == bytes_role) return QByteArray::fromStdString(bytes);
-  return QString::fromStdString(platform::shown_in_utf8(bytes));
+  return shown(bytes);
 }
 
 QVariant ItemListModel::headerData(int section, Qt::Orientation orientation, int role) const {

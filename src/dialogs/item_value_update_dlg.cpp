@@ -15,12 +15,12 @@
 #include "dialogs/save_permission.h"
 #include "dialogs/select_item_dlg.h"
 #include "dialogs/setup_fields.h"
+#include "dialogs/shown_text.h"
 #include "dialogs/store_range.h"
 #include "dialogs/value_preview.h"
 #include "format/error_codes.h"
 #include "format/item_settings.h"
 #include "format/reconcile.h"
-#include "platform/codepage.h"
 #include "platform/settings_store.h"
 #include "ui_ClItemValueUpdateDlg.h"
 
@@ -132,8 +132,7 @@ void ClItemValueUpdateDlg::show_item(int position) {
   name->set_bytes(item.name);
   name->setCursorPosition(0);  // a long name is seen from its beginning
   explain_named_item();
-  control<QLabel>(control_id::update_description)
-      ->setText(QString::fromStdString(platform::shown_in_utf8(item.description)));
+  control<QLabel>(control_id::update_description)->setText(shown(item.description));
 }
 
 // The name may be typed: nothing is said of a name that no item has.
@@ -239,8 +238,8 @@ void ClItemValueUpdateDlg::browse_items() {
 }
 
 // The user returns to the control that is to blame, where there is one.
-bool ClItemValueUpdateDlg::refuse(std::int32_t code, std::string_view suffix, int control_id) {
-  messages_.show(MessageKind::plain, code, suffix);
+bool ClItemValueUpdateDlg::refuse(std::int32_t code, std::string_view hint, int control_id) {
+  messages_.show(MessageKind::plain, code, platform::MessageText::words(hint));
   return_to(control_id);
   return false;
 }

@@ -16,21 +16,21 @@ class Messages {
  public:
   explicit Messages(const ClColMain& main) : main_(main) {}
 
-  // The code's text, in code page 932. A `number` of 0 leaves its placeholder alone.
-  std::string text(std::int32_t code, std::uint64_t number = 0) const;
+  // The code's text. A `number` of 0 leaves its placeholder alone.
+  platform::MessageText text(std::int32_t code, std::uint64_t number = 0) const;
 
   // A `number` of 0 leaves the text's placeholder alone.
-  void show(platform::MessageKind kind, std::int32_t code, std::string_view suffix = {},
+  void show(platform::MessageKind kind, std::int32_t code, const platform::MessageText& suffix = {},
             std::uint64_t number = 0) const;
 
   // Whether the user answers Yes.
-  bool ask(std::int32_t code, std::string_view suffix = {}) const;
+  bool ask(std::int32_t code, const platform::MessageText& suffix = {}) const;
 
  private:
   const ClColMain& main_;
 };
 
 // What names the item behind a message.
-std::string name_suffix(const ClDGCol& item);
+platform::MessageText name_suffix(const ClDGCol& item);
 
 }  // namespace korvex

@@ -10,7 +10,7 @@
 #include <chrono>
 
 #include "dialogs/control_ids.h"
-#include "dialogs/tooltip_text.h"
+#include "dialogs/shown_text.h"
 
 namespace korvex {
 

@@ -1,15 +1,9 @@
 #include "dialogs/reference_model.h"
 
+#include "dialogs/shown_text.h"
 #include "format/item_settings.h"
-#include "platform/codepage.h"
 
 namespace korvex {
-
-namespace {
-
-QString shown(std::string_view bytes) { return QString::fromStdString(platform::to_utf8(bytes)); }
-
-}  // namespace
 
 ReferenceModel::ReferenceModel(const ClColMain& main, const Messages& messages, QObject* parent)
     : QAbstractListModel(parent), main_(main), messages_(messages) {}
@@ -26,7 +20,7 @@ QVariant ReferenceModel::data(const QModelIndex& index, int role) const {
       return shown(main_.items[static_cast<std::size_t>(index.row())]->name);
     case Qt::ToolTipRole: {
       const std::int32_t code = check_copy(main_, index.row());
-      return code == 0 ? QVariant() : shown(messages_.text(code));
+      return code == 0 ? QVariant() : QString::fromStdString(messages_.text(code).utf8());
     }
     default:
       return {};

@@ -43,7 +43,7 @@ void check_items(ClColMain& main, SaveCheck& check, bool& has_first_level) {
     }
     if (check.not_null_name.empty() && is_not_null_without_format(*item)) {
       check.not_null_row = row;
-      check.not_null_name = item->name + " ";
+      check.not_null_name = platform::MessageText::code_page(item->name) + " ";
     }
     if (display.generation_type != generation_type::enumeration) continue;
     std::int32_t line = 0;

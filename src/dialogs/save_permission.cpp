@@ -13,14 +13,15 @@ using platform::MessageKind;
 
 bool tell_protected(const std::string& folder) {
   platform::user_interface().show_message(
-      MessageKind::warning,
-      "The settings cannot be saved: this folder is write-protected.\n" + folder);
+      MessageKind::warning, "The settings cannot be saved: this folder is write-protected.\n" +
+                                platform::MessageText::path(folder));
   return false;
 }
 
 bool ask_about_protected(const std::string& path) {
-  const std::string question =
-      "The Format Information file is write-protected.\nReplace it?\n" + path;
+  const platform::MessageText question =
+      "The Format Information file is write-protected.\nReplace it?\n" +
+      platform::MessageText::path(path);
   return platform::user_interface().show_message(MessageKind::question, question) == Answer::yes;
 }
 

@@ -88,7 +88,7 @@ void ClSelectFormatExampleDlg::add_example() {
 }
 
 void ClSelectFormatExampleDlg::refuse(MessageKind kind, std::int32_t code, std::string_view hint) {
-  messages_.show(kind, code, hint);
+  messages_.show(kind, code, platform::MessageText::words(hint));
   return_to(control_id::example_format);
 }
 

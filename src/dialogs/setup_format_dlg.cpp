@@ -18,13 +18,12 @@
 #include "dialogs/range_controls.h"
 #include "dialogs/reference_model.h"
 #include "dialogs/select_format_example_dlg.h"
+#include "dialogs/shown_text.h"
 #include "dialogs/store_range.h"
-#include "dialogs/tooltip_text.h"
 #include "dialogs/up_down.h"
 #include "dialogs/value_preview.h"
 #include "format/error_codes.h"
 #include "format/item_settings.h"
-#include "platform/codepage.h"
 #include "platform/path.h"
 #include "platform/user_interface.h"
 #include "ui_ClSetupFormatDlg.h"
@@ -72,14 +71,6 @@ constexpr int value_controls[] = {control_id::start,
 constexpr int exceeded_controls[] = {control_id::exceeded_group, control_id::exceeded_initialize,
                                      control_id::exceeded_repeat};
 
-QString shown(std::string_view bytes) {
-  return QString::fromStdString(platform::shown_in_utf8(bytes));
-}
-
-// The file system's text is not the code page's.
-QString shown_path(const std::string& path) {
-  return QString::fromStdString(platform::message_to_utf8(path));
-}
 
 }  // namespace
 
@@ -373,7 +364,9 @@ bool ClSetupFormatDlg::store_initial_value() {
 
 bool ClSetupFormatDlg::store_range_entry() {
   const RangeStored stored = store_range(parent_.main(), read_range(*this), setup_format_rules);
-  if (stored.code != 0) return refuse({stored.code, stored.hint}, control_of(*this, stored.wrong));
+  if (stored.code != 0)
+    return refuse({stored.code, platform::MessageText::words(stored.hint)},
+                  control_of(*this, stored.wrong));
   if (stored.clears_values) clear_values(*this);
   show_stored_action();
   return true;

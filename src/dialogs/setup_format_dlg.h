@@ -61,7 +61,7 @@ class ClSetupFormatDlg : public FormDialog {
 
   struct Refusal {
     std::int32_t code;
-    std::string_view suffix = {};
+    platform::MessageText suffix = {};
     std::uint64_t number = 0;
   };
   bool refuse(const Refusal& refusal, int control_id);

@@ -127,7 +127,7 @@ ValuePreview preview_reference(const ClColMain& main, std::int32_t source_index)
 
 std::string preview_text(const ValuePreview& preview, const Messages& messages) {
   if (preview.code != 0) {
-    std::string why = platform::shown_in_utf8(messages.text(preview.code, preview.number));
+    std::string why = messages.text(preview.code, preview.number).utf8();
     std::replace(why.begin(), why.end(), '\n', ' ');
     return why;
   }

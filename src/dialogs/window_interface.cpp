@@ -124,9 +124,8 @@ class MessageBox : public QMessageBox {
 
 }  // namespace
 
-Answer WindowInterface::show_message(MessageKind kind, const std::string& text) {
-  MessageBox box(kind, QString::fromStdString(platform::message_to_utf8(text)),
-                 owner_widget(nullptr));
+Answer WindowInterface::show_message(MessageKind kind, const platform::MessageText& text) {
+  MessageBox box(kind, QString::fromStdString(text.utf8()), owner_widget(nullptr));
   // Nobody waits while a message waits for him.
   std::optional<OverrideCursor> pointer;
   if (QApplication::overrideCursor() != nullptr) pointer.emplace(Qt::ArrowCursor);

@@ -8,7 +8,8 @@ namespace korvex {
 // thread. A parent is the native handle of the owner, or null for the active window.
 class WindowInterface : public platform::UserInterface {
  public:
-  platform::Answer show_message(platform::MessageKind kind, const std::string& text) override;
+  platform::Answer show_message(platform::MessageKind kind,
+                                const platform::MessageText& text) override;
   std::unique_ptr<platform::ProgressSink> open_progress(void* parent, bool cancel_allowed) override;
   std::unique_ptr<platform::WaitCursor> show_wait_cursor() override;
   int open_editor(const std::string& path) override;

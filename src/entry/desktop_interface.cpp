@@ -57,11 +57,12 @@ class DesktopCursor : public platform::WaitCursor {
 // system; the console where the desktop cannot be reached.
 class DesktopInterface : public platform::UserInterface {
  public:
-  platform::Answer show_message(platform::MessageKind kind, const std::string& text) override {
+  platform::Answer show_message(platform::MessageKind kind,
+                                const platform::MessageText& text) override {
     const korvex_dialogs* desktop = open();
     if (desktop == nullptr) return console_.show_message(kind, text);
     return static_cast<platform::Answer>(
-        desktop->show_message(static_cast<std::int32_t>(kind), text.c_str()));
+        desktop->show_message(static_cast<std::int32_t>(kind), text.utf8().c_str()));
   }
 
   std::unique_ptr<platform::ProgressSink> open_progress(void* parent,

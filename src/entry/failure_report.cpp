@@ -7,6 +7,8 @@ namespace korvex {
 
 namespace {
 
+using platform::MessageText;
+
 bool names_enumeration_file(std::int32_t code) {
   return code == error::enumeration_empty ||
          (code >= error::enumeration_decimals_not_allowed &&
@@ -15,16 +17,17 @@ bool names_enumeration_file(std::int32_t code) {
          (code >= error::target_in_use && code <= error::target_read_denied);
 }
 
-std::string replace_first(std::string text, std::string_view mark, const std::string& value) {
-  const auto place = text.find(mark);
-  return place == std::string::npos ? text : text.replace(place, mark.size(), value);
-}
-
 }  // namespace
 
-FailureReport describe_failure(std::int32_t code, const ClColMain& main) {
-  std::string text;
-  main.append_error_text(code, text);
+FailureReport describe_failure(std::int32_t code, const ClColMain& main, std::int32_t line) {
+  std::string words;
+  main.append_error_text(code, words);
+  if (line != 0) words = fill_number(words, static_cast<std::uint64_t>(line));
+  if (code == error::too_many_repeats) {
+    words = fill_number(words, static_cast<std::uint64_t>(main.largest_repeat_count));
+  }
+  const MessageText text = MessageText::words(words);
+  const MessageText error_file = MessageText::path(main.error_file_path);
   FailureReport report;
   report.returned = code;
   switch (code) {
@@ -39,20 +42,17 @@ FailureReport describe_failure(std::int32_t code, const ClColMain& main) {
       break;
     case error::enumeration_bad_lines:
       report.kind = platform::MessageKind::warning_question;
-      report.text = main.message_context + text +
-                    replace_first("\nError file %s was created. \nView the file?", "%s",
-                                  main.error_file_path);
+      report.text = main.message_context + text + "\nError file " + error_file +
+                    " was created. \nView the file?";
       break;
     case error::enumeration_report_cannot_write:
     case error::enumeration_report_cannot_open:
-      report.text = main.error_file_path + "\n" + text;
-      break;
-    case error::too_many_repeats:
-      report.text = fill_number(text, static_cast<std::uint64_t>(main.largest_repeat_count));
+      report.text = error_file + "\n" + text;
       break;
     case error::repeat_level_taken:
       report.text = text + main.message_context;
       break;
+    case error::too_many_repeats:
     case error::cancelled:
       report.text = text;
       break;

@@ -12,11 +12,12 @@ namespace korvex {
 struct FailureReport {
   bool is_shown = true;
   platform::MessageKind kind = platform::MessageKind::warning;
-  std::string text;
+  platform::MessageText text;
   std::int32_t returned = 0;  // what the function answers
 };
 
-FailureReport describe_failure(std::int32_t code, const ClColMain& main);
+// `line`, unless 0, is the line of a value list that the message speaks of.
+FailureReport describe_failure(std::int32_t code, const ClColMain& main, std::int32_t line = 0);
 
 // Shows the report and, where the user asks for it, opens the error file in the editor. Answers
 // what the function returns.

@@ -82,7 +82,8 @@ std::int32_t reject_settings(ClColMain& main) {
   }
   std::string text;
   main.append_error_text(error::settings_mismatch, text);
-  platform::user_interface().show_message(platform::MessageKind::plain, text);
+  platform::user_interface().show_message(platform::MessageKind::plain,
+                                          platform::MessageText::words(text));
   return 1;
 }
 

@@ -60,7 +60,7 @@ std::int32_t read_values(File& file, const FmtColRec& settings, std::uint64_t& b
 }
 
 std::int32_t check_access(ClColMain& main, const std::string& path) {
-  main.message_context = path + "\n";
+  main.message_context = platform::MessageText::path(path) + "\n";
   std::int32_t result = check_file_exists(path);
   if (result == 0) result = check_file_not_in_use(path);
   if (result == 0) result = check_file_readable(path);

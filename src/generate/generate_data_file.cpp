@@ -98,8 +98,9 @@ bool ClGenerateDataFile::asks_about_repeats() const {
 bool ClGenerateDataFile::user_accepts_fewer_records() const {
   std::string question;
   main.append_error_text(error::repeat_exceeds_records, question);
-  return platform::user_interface().show_message(platform::MessageKind::question,
-                                                 fill_number(question, repeat_item_count)) ==
+  return platform::user_interface().show_message(
+             platform::MessageKind::question,
+             platform::MessageText::words(fill_number(question, repeat_item_count))) ==
          platform::Answer::yes;
 }
 

@@ -65,7 +65,9 @@ std::int32_t RepeatTable::build(ClColMain& main) {
     const FmtColRec* settings = repeat_settings(main, *item);
     if (settings == nullptr) continue;
     if (levels.is_shared(settings->repeat_level)) {
-      main.message_context = "\n" + item->name + " : " + item->description;
+      using platform::MessageText;
+      main.message_context = "\n" + MessageText::code_page(item->name) + " : " +
+                             MessageText::code_page(item->description);
       return error::repeat_level_taken;
     }
     ++repeated_items;

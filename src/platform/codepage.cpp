@@ -56,12 +56,6 @@ bool is_ascii(std::string_view text) {
   return std::all_of(text.begin(), text.end(), [](char byte) { return byte_value(byte) < 0x80; });
 }
 
-bool is_utf8(std::string_view text) {
-  Converter converter("UTF-32LE", "UTF-8");
-  std::string ignored;
-  return converter.convert(text, ignored) == text.size();
-}
-
 // The value of the character at `text`, which is then shortened by it; 0 at the end and for a lead
 // byte with nothing behind it.
 unsigned take_character(std::string_view& text) {
@@ -118,21 +112,6 @@ std::string shown_in_utf8(std::string_view text) {
         out.begin(), out.end(), [](char byte) { return byte_value(byte) >= 0x80; }, '?');
     return out;
   }
-}
-
-std::string message_to_utf8(std::string_view message) {
-  std::string out;
-  while (!message.empty()) {
-    const auto end = std::min(message.find('\n'), message.size() - 1) + 1;
-    const std::string_view line = message.substr(0, end);
-    if (is_utf8(line)) {
-      out.append(line);
-    } else {
-      out += to_utf8(line);
-    }
-    message.remove_prefix(end);
-  }
-  return out;
 }
 
 std::optional<std::string> from_utf8(std::string_view text, std::size_t* bad_offset) {

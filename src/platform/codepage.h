@@ -33,10 +33,6 @@ std::string to_utf8(std::string_view text);
 // fails.
 std::string shown_in_utf8(std::string_view text);
 
-// For messages, which hold texts of the code page and paths, whose bytes are UTF-8 on this system:
-// a line that is UTF-8 stays, any other is converted.
-std::string message_to_utf8(std::string_view message);
-
 // Nothing when the text is not UTF-8 or holds a character that the code page lacks; `bad_offset`
 // then receives the byte offset of that character. Throws ConverterFailure.
 std::optional<std::string> from_utf8(std::string_view text, std::size_t* bad_offset = nullptr);

@@ -10,7 +10,6 @@
 #include <iostream>
 #include <string_view>
 
-#include "platform/codepage.h"
 #include "platform/process.h"
 #include "platform/quiet_write.h"
 
@@ -69,8 +68,8 @@ bool is_yes(std::string_view answer) {
 
 }  // namespace
 
-Answer ConsoleInterface::show_message(MessageKind kind, const std::string& text) {
-  print_error(message_to_utf8(text) + "\n");
+Answer ConsoleInterface::show_message(MessageKind kind, const MessageText& text) {
+  print_error(text.utf8() + "\n");
   if (kind != MessageKind::question && kind != MessageKind::warning_question) return Answer::ok;
 
   if (::isatty(STDIN_FILENO) == 1 && ::isatty(STDERR_FILENO) == 1) {

@@ -12,7 +12,7 @@ namespace korvex::platform {
 // where the process had none of its own.
 class ConsoleInterface : public UserInterface {
  public:
-  Answer show_message(MessageKind kind, const std::string& text) override;
+  Answer show_message(MessageKind kind, const MessageText& text) override;
   std::unique_ptr<ProgressSink> open_progress(void* parent, bool cancel_allowed) override;
   int open_editor(const std::string& path) override;
 };

@@ -27,9 +27,9 @@ void set_interface_provider(InterfaceProvider provider) { provider_in_use = prov
 void open_in_editor(const std::string& path) {
   const int failure = user_interface().open_editor(path);
   if (failure == 0) return;
-  const std::string text = "Call : " + editor_command(path) +
-                           "\nError : " + std::to_string(failure) + " (" +
-                           std::generic_category().message(failure) + ")";
+  const MessageText text = "Call : " + MessageText::path(editor_command(path)) +
+                           MessageText::words("\nError : " + std::to_string(failure) + " (" +
+                                              std::generic_category().message(failure) + ")");
   user_interface().show_message(MessageKind::plain, text);
 }
 

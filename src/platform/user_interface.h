@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/message_text.h"
+
 namespace korvex::platform {
 
 enum class MessageKind { information, plain, warning, stop, question, warning_question };
@@ -39,14 +41,13 @@ struct FileQuestion {
   std::vector<FileFilter> filters;
 };
 
-// Everything that the module says to the person in front of it. Texts are code page 932, except
-// that paths stand in them as they are.
+// Everything that the module says to the person in front of it.
 class UserInterface {
  public:
   virtual ~UserInterface() = default;
 
   // Shows a message until it is answered: `yes` or `no` for the two questions, else `ok`.
-  virtual Answer show_message(MessageKind kind, const std::string& text) = 0;
+  virtual Answer show_message(MessageKind kind, const MessageText& text) = 0;
 
   // Opens the progress display of one run; destroying the sink closes it. `parent` is the host's
   // window or null. Without `cancel_allowed` the display offers no way to cancel.

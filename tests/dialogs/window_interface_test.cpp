@@ -41,7 +41,7 @@ TEST(WindowInterfaceTest, AQuestionWantsAnAnswerAndEveryTextCanBeCopied) {
       box->button(c.button)->click();
     });
     WindowInterface windows;
-    EXPECT_EQ(windows.show_message(c.kind, text), c.answer);
+    EXPECT_EQ(windows.show_message(c.kind, platform::MessageText::words(text)), c.answer);
   }
 }
 

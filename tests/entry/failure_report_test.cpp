@@ -13,7 +13,7 @@ using platform::MessageKind;
 
 // A run that has met everything that a message may mention. Nothing in it may act as a placeholder.
 void fill(ClColMain& main) {
-  main.message_context = "/lists/100%d.txt\n";
+  main.message_context = platform::MessageText::path("/lists/100%d.txt") + "\n";
   main.error_file_path = "/lists/100%s.txt.err";
   main.largest_repeat_count = 12;
 }
@@ -40,7 +40,7 @@ TEST(FailureReportTest, ComposesTheMessageByCode) {
       main.append_error_text(code, message);
       const FailureReport described = describe_failure(code, main);
       EXPECT_TRUE(described.is_shown) << code;
-      EXPECT_EQ(described.text, before + message + behind);
+      EXPECT_EQ(described.text.utf8(), before + message + behind);
       EXPECT_EQ(described.kind, MessageKind::warning) << code;
       EXPECT_EQ(described.returned, code);
     }

@@ -59,7 +59,7 @@ TEST_F(EnumerationCheckTest, EachOpeningFailsWithItsCode) {
       const FaultyFileCalls failing(
           {.call = c.opening, .error_number = c.error_number, .kind = "open"});
       EXPECT_EQ(loads ? load() : check(), loads ? c.loaded : c.checked);
-      EXPECT_EQ(main.message_context, path + "\n");
+      EXPECT_EQ(main.message_context.utf8(), path + "\n");
       const bool names_report = loads && (c.opening > 4 || c.loaded > 0);
       EXPECT_EQ(main.error_file_path, names_report ? report_path : "");
       EXPECT_FALSE(platform::exists(report_path));

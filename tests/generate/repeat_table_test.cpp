@@ -62,9 +62,10 @@ TEST_F(RepeatTableTest, IsEmptyWithoutRepeatedItems) {
 // A level taken twice comes before a missing first level, and both before the limit.
 TEST_F(RepeatTableTest, RefusesLevels) {
   EXPECT_EQ(build({repeated(1, 1), repeated(2, 3), repeated(3, 2), repeated(4, 2)}), -104);
-  EXPECT_EQ(main->message_context, "\nNAME3 : words 3") << "the first of the two in item order";
+  EXPECT_EQ(main->message_context.utf8(), "\nNAME3 : words 3")
+      << "the first of the two in item order";
   EXPECT_EQ(build({repeated(4, 1), repeated(3, 1)}, false), -104);
-  EXPECT_EQ(main->message_context, "\n : ") << "the short control file has no names";
+  EXPECT_EQ(main->message_context.utf8(), "\n : ") << "the short control file has no names";
   const std::vector<RunItem> three = {repeated(1, 2), repeated(2, 3), repeated(3, 1)};
   const std::tuple<const char*, std::vector<RunItem>, std::int32_t, std::int32_t> cases[] = {
       {"1", {repeated(4, 2), repeated(3, 2)}, -104, 0},

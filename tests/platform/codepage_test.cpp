@@ -90,12 +90,6 @@ TEST(Codepage, AMissingConverterIsAFailureOfItsOwn) {
       testing::ExitedWithCode(7), "");
 }
 
-TEST(Codepage, MessagesMixTheCodePageWithUtf8Paths) {
-  EXPECT_EQ(message_to_utf8(""), "");
-  EXPECT_EQ(message_to_utf8("99002:no file\n"), "99002:no file\n");
-  EXPECT_EQ(message_to_utf8(hex("82 A0 0A") + "/päth\n" + hex("82 F1")), "あ\n/päth\nん");
-}
-
 TEST(Codepage, ShowsBrokenBytesAsReplacementCharacters) {
   EXPECT_EQ(to_utf8(hex("41 82")), "A\uFFFD");
   EXPECT_EQ(to_utf8(hex("FF 42")), "\uFFFDB");

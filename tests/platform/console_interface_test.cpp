@@ -10,7 +10,8 @@ namespace {
 
 using test::ScopedVariable;
 
-// Captured standard error is no terminal, so nothing is asked.
+// Captured standard error is no terminal, so nothing is asked. The bytes of the name are UTF-8 of
+// another character, too.
 TEST(ConsoleInterface, TheEnvironmentAnswersWithoutATerminal) {
   const std::pair<std::optional<std::string>, Answer> rows[] = {{"yes", Answer::yes},
                                                                 {"no", Answer::no},
@@ -23,8 +24,10 @@ TEST(ConsoleInterface, TheEnvironmentAnswersWithoutATerminal) {
     testing::internal::CaptureStderr();
     EXPECT_EQ(console.show_message(MessageKind::question, "?"), answer);
     EXPECT_EQ(console.show_message(MessageKind::warning_question, "?"), answer);
-    EXPECT_EQ(console.show_message(MessageKind::stop, test::hex("39 82 A0")), Answer::ok);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "?\n?\n9あ\n");
+    EXPECT_EQ(console.show_message(MessageKind::stop, "9" + MessageText::code_page("\xC8\xBA") +
+                                                          MessageText::path("/pä\x1B")),
+              Answer::ok);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "?\n?\n9ﾈｺ/pä\\x1B\n");
   }
 }
 

@@ -18,8 +18,9 @@ class ScriptedInterface : public platform::UserInterface {
     std::string text;
   };
 
-  platform::Answer show_message(platform::MessageKind kind, const std::string& text) override {
-    messages.push_back({kind, text});
+  platform::Answer show_message(platform::MessageKind kind,
+                                const platform::MessageText& text) override {
+    messages.push_back({kind, text.utf8()});
     if (answers.empty()) return platform::Answer::ok;
     const platform::Answer answer = answers.front();
     answers.pop_front();
