@@ -35,7 +35,7 @@ bool gives_values(const Layout& layout) {
 // Puts settings that no longer fit out of the module's reach, which would delete them. False when
 // that fails, of which the user is told.
 bool keep_unfit_settings(const KeptSettings& kept, const Layout& layout, std::ostream& messages) {
-  if (!print_unfit_items(kept.unfit, layout, messages)) return true;
+  if (!print_unfit_items(kept.refused.unfit, layout, messages)) return true;
   std::string name;
   const std::string failure = move_settings_aside(layout, name);
   messages << platform::printable(layout.settings)

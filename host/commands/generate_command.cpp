@@ -114,10 +114,8 @@ int run_generate(const GenerateOptions& options, CreateData create_data, std::os
   if (print_layout_errors(layout, find_file_conflicts(layout, kept->lists), messages)) {
     return exit_status::wrong_usage;
   }
-  if (print_unfit_items(kept->unfit, layout, messages)) return exit_status::failed;
+  if (print_failures(kept->refused, layout, messages)) return exit_status::failed;
   if (options.keep_settings) {
-    const auto levels = check_kept_settings(layout, messages);
-    if (!levels || print_failures(*levels, layout, messages)) return exit_status::failed;
     make_output_folders(layout);
     choose_interface(options.window);
     constexpr bool may_repeat = true;

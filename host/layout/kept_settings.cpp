@@ -7,7 +7,9 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <unordered_map>
 
+#include "format/error_codes.h"
 #include "format/reconcile.h"
 #include "format/record_text.h"
 #include "host/process/scratch_folder.h"
@@ -41,6 +43,24 @@ std::vector<const LayoutItem*> find_unfit_items(const Layout& layout, const ClFm
   return unfit;
 }
 
+std::vector<ItemFailure> find_shared_levels(const Layout& layout, const ClFmtFile& file) {
+  const auto level_of = [&](const LayoutItem& item) -> std::optional<std::int32_t> {
+    const ClFmtColInf* column = file.find_column(item.number);
+    const bool repeats = column != nullptr && column->record.repeat_flag != 0;
+    return repeats ? std::optional(column->record.repeat_level) : std::nullopt;
+  };
+  std::unordered_map<std::int32_t, int> takers;
+  for (const LayoutItem& item : layout.items) {
+    if (const auto level = level_of(item)) ++takers[*level];
+  }
+  std::vector<ItemFailure> failures;
+  for (const LayoutItem& item : layout.items) {
+    const auto level = level_of(item);
+    if (level && takers[*level] > 1) failures.push_back({&item, error::repeat_level_taken});
+  }
+  return failures;
+}
+
 std::optional<KeptSettings> look_at_settings(const Layout& layout, Keeping keeping,
                                              std::ostream& messages) {
   KeptSettings found;
@@ -53,7 +73,10 @@ std::optional<KeptSettings> look_at_settings(const Layout& layout, Keeping keepi
   file.set_run_mode(run_mode::settings_only);
   file.set_paths(copy->settings, copy->work);
   if (file.load(layout.level, layout.records, layout.kind) <= 0) return found;
-  found.unfit = find_unfit_items(layout, file, keeping);
+  found.refused.unfit = find_unfit_items(layout, file, keeping);
+  if (keeping == Keeping::all_items && file.current_level()->record.repeat_flag != 0) {
+    found.refused.failures = find_shared_levels(layout, file);
+  }
   for (const LayoutItem& item : layout.items) {
     const ClFmtColInf* kept = keeps(item, keeping) ? file.find_column(item.number) : nullptr;
     if (kept != nullptr && kept->record.generation_type == generation_type::enumeration) {

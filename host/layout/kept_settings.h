@@ -7,6 +7,7 @@
 
 #include "format/fmt_file.h"
 #include "host/layout/layout.h"
+#include "host/layout/settings_editor.h"
 
 // What a settings file holds already. The module deletes one that no longer fits the items; the
 // program looks before it calls it.
@@ -19,13 +20,17 @@ enum class Keeping { all_items, items_without_values };
 std::vector<const LayoutItem*> find_unfit_items(const Layout& layout, const ClFmtFile& file,
                                                 Keeping keeping);
 
+// Items that repeat at a level that another one has, too. What the layout alone says is checked
+// when it is read; here the items count that keep what the file holds.
+std::vector<ItemFailure> find_shared_levels(const Layout& layout, const ClFmtFile& file);
+
 struct KeptSettings {
-  std::vector<const LayoutItem*> unfit;  // of the layout
-  std::vector<std::string> lists;        // value lists of the items that keep their settings
+  SettingsResult refused;          // what the module would not take, told by the names of the items
+  std::vector<std::string> lists;  // value lists of the items that keep their settings
 };
 
 // Looks at a copy of the settings file; what stands in its place stays untouched. A file that
-// cannot be read keeps nothing. Nothing, and a message, when there can be no copy.
+// cannot be read is left to the module. Nothing, and a message, when there can be no copy.
 std::optional<KeptSettings> look_at_settings(const Layout& layout, Keeping keeping,
                                              std::ostream& messages);
 

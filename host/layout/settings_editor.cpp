@@ -15,7 +15,6 @@
 #include "host/layout/kept_settings.h"
 #include "host/layout/output_folders.h"
 #include "host/process/interruption.h"
-#include "host/process/scratch_folder.h"
 
 namespace korvex::host {
 
@@ -144,26 +143,6 @@ class ItemStore {
   std::vector<ItemFailure> failures_;
 };
 
-// Items that repeat at a level that another one has, too. What the layout alone says is checked
-// when it is read; here the items count that keep what the file holds.
-std::vector<ItemFailure> find_shared_levels(const Layout& layout, const ClFmtFile& file) {
-  const auto level_of = [&](const LayoutItem& item) -> std::optional<std::int32_t> {
-    const ClFmtColInf* column = file.find_column(item.number);
-    const bool repeats = column != nullptr && column->record.repeat_flag != 0;
-    return repeats ? std::optional(column->record.repeat_level) : std::nullopt;
-  };
-  std::unordered_map<std::int32_t, int> takers;
-  for (const LayoutItem& item : layout.items) {
-    if (const auto level = level_of(item)) ++takers[*level];
-  }
-  std::vector<ItemFailure> failures;
-  for (const LayoutItem& item : layout.items) {
-    const auto level = level_of(item);
-    if (level && takers[*level] > 1) failures.push_back({&item, error::repeat_level_taken});
-  }
-  return failures;
-}
-
 std::int32_t count_repeated(const Layout& layout, const ClFmtFile& file) {
   return static_cast<std::int32_t>(
       std::count_if(layout.items.begin(), layout.items.end(), [&](const LayoutItem& item) {
@@ -209,20 +188,6 @@ SettingsResult write_settings_of(const Layout& layout) {
     if (column == nullptr || column->elements.empty()) result.left_out.push_back(&item);
   }
   result.file_code = std::min(file.save(layout.quotation), 0);
-  return result;
-}
-
-std::optional<SettingsResult> check_kept_settings(const Layout& layout, std::ostream& messages) {
-  const ScratchFolder scratch;
-  const std::optional<Layout> copy = copy_layout(layout, scratch, messages);
-  if (!copy) return std::nullopt;
-  SettingsResult result;
-  ClFmtFile file;
-  file.set_paths(copy->settings, copy->work);
-  if (file.load(layout.level, layout.records, layout.kind) <= 0) return result;
-  if (file.current_level()->record.repeat_flag != 0) {
-    result.failures = find_shared_levels(layout, file);
-  }
   return result;
 }
 

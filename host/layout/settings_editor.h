@@ -2,8 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <iosfwd>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,10 +29,5 @@ struct SettingsResult {
 // without values keep what the file holds, as far as it fits them. Nothing is saved unless all
 // items passed. Missing folders of the layout's paths are made.
 SettingsResult write_settings_of(const Layout& layout);
-
-// What the module would refuse of settings that are kept whole, found in a copy of the file: the
-// module is not told the names of the items. What cannot be read is left to the module. Nothing
-// when there can be no copy, of which the user is told.
-std::optional<SettingsResult> check_kept_settings(const Layout& layout, std::ostream& messages);
 
 }  // namespace korvex::host

@@ -71,7 +71,6 @@ constexpr int value_controls[] = {control_id::start,
 constexpr int exceeded_controls[] = {control_id::exceeded_group, control_id::exceeded_initialize,
                                      control_id::exceeded_repeat};
 
-
 }  // namespace
 
 ClSetupFormatDlg::ClSetupFormatDlg(ClDataGenerationDlg& parent)

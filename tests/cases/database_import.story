@@ -105,9 +105,9 @@ $ ls twins*
   twins.x_y.txt
 $ echo old > linked.toml; ln -sf linked.toml customers.active.txt
 >2 import "<target>" customers -o customers.active.txt --force
-  ! ./customers.active.txt: would be two files of the import, expected a layout of another name
+  ! ./customers.active.txt: is another file of the import, expected a file of its own
 >2 import "<target>" customers -o linked.toml --force
-  ! ./customers.active.txt: would be two files of the import, expected a layout of another name
+  ! ./customers.active.txt: is another file of the import, expected a file of its own
 cat linked.toml
   old
 sqlite: $ ln -s test.db link.db; ln test.db other.db; ln -s test.db orders.customer_id.txt

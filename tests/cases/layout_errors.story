@@ -24,9 +24,9 @@ each OLD NEW SAYS
   data | quote = "single"<0A>data | 4:9: <*>"none", "double"
   data = "d.csv"<0A> | | 1:1: <*>has no data<*>
   d.csv | <x*256> | 4:8: <*>path of 256 bytes<*>
-  d.csv | d.fif | 4:8: <*>its settings file<*>
-  d.csv | d.log | 4:8: <*>its log file<*>
-  d.csv | l.toml | 4:8: <*>the path of the layout<*>
+  d.csv | d.fif | 4:8: <*>is also the settings file<*>
+  d.csv | d.log | 4:8: <*>the log file <*> is also the data file<*>
+  d.csv | l.toml | 4:8: <*>is also <*>the layout<*>
   name = "A"<0A> | | 5:1: <*>has no name<*>
   "A" | "<x*64>" | 6:8: <*>64 bytes in code page 932, expected at most 63
   "A" | "あ\u20ACb" | 6:8: <*>"€" at place 2<*>
