@@ -62,8 +62,8 @@ std::string shown_number(const ReferenceItem& item, const std::string& text) {
 
 // Steps the two halves of a magnitude; behind zero the other sign begins.
 std::int32_t step_number(const FmtValRec& increment, std::int32_t sub_kind, FmtValRec& value) {
-  std::int32_t low = value.low;
-  std::int32_t high = value.high;
+  std::int64_t low = value.low;
+  std::int64_t high = value.high;
   const auto borrow = [&] {
     high -= 1;
     low += half_base;
@@ -93,9 +93,9 @@ std::int32_t step_number(const FmtValRec& increment, std::int32_t sub_kind, FmtV
       if (sub_kind == 22 && high == 0 && low == 0) value.sign = 1;
     }
   }
-  value.low = low;
-  value.high = high;
-  return 0;
+  value.low = static_cast<std::int32_t>(low);
+  value.high = static_cast<std::int32_t>(high);
+  return value.low == low && value.high == high ? 0 : out_of_range;
 }
 
 std::int32_t number(const ReferenceItem& item, Element& element, std::string& line) {
