@@ -1,9 +1,11 @@
-// What a record costs in the assembler, by the kind of its one element: no file, no driver.
+// What a record costs in the assembler, by the kind of its one element, and what it costs to go to
+// any record: no file, no driver.
 
 #include <benchmark/benchmark.h>
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 #include "courses/line_block.h"
 #include "format/fmt_file.h"
@@ -20,6 +22,11 @@ constexpr std::int32_t level = 1;
 constexpr std::int32_t records = 1;
 
 constexpr std::size_t block_size = 64 * 1024;
+
+// Places without a pattern over more records than any item has values: a stride that shares no
+// factor with the range visits all of them.
+constexpr Steps seek_range = 1'000'000'000'000'000'000;
+constexpr Steps seek_stride = 618'033'988'749'894'849;
 
 constexpr std::int32_t character = 1;
 constexpr std::int32_t decimal = 4;
@@ -59,14 +66,19 @@ std::int32_t store_settings(const Workload& workload, ClFmtFile& settings) {
   return settings.check_and_store(item_number, workload.item);
 }
 
-void assemble_records(benchmark::State& state, const Workload& workload) {
+void assemble_records(benchmark::State& state, const Workload& workload, bool seeks) {
   ClFmtFile settings;
   if (store_settings(workload, settings) < 0) return state.SkipWithError("settings refused");
   ItemGenerator item(*settings.find_column(item_number), layout_kind::record_file, false);
   RecordAssembler assembler;
   assembler.add_field(item);
   LineBlock lines(block_size);
+  Steps place = 0;
   for (auto _ : state) {
+    if (seeks) {
+      place = (place + seek_stride) % seek_range;
+      assembler.seek(place);
+    }
     if (assembler.assemble(lines) != 0) return state.SkipWithError("the run failed");
     lines.finish_line();
     if (lines.finished().size() >= block_size) {
@@ -83,9 +95,12 @@ void assemble_records(benchmark::State& state, const Workload& workload) {
 
 int main(int argc, char** argv) {
   for (const korvex::Workload& workload : korvex::workloads) {
-    benchmark::RegisterBenchmark(workload.name, [&workload](benchmark::State& state) {
-      korvex::assemble_records(state, workload);
-    });
+    for (const bool seeks : {false, true}) {
+      const std::string name = std::string(workload.name) + (seeks ? "/seek" : "");
+      benchmark::RegisterBenchmark(name.c_str(), [&workload, seeks](benchmark::State& state) {
+        korvex::assemble_records(state, workload, seeks);
+      });
+    }
   }
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
