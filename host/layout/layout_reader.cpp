@@ -103,7 +103,7 @@ void check_levels(const Layout& layout, std::vector<LayoutError>& errors) {
   }
 }
 
-void read_items(TableReader& root, bool has_unreadable_lines, MissingLists lists, Layout& layout,
+void read_items(TableReader& root, MissingLists lists, Layout& layout,
                 std::vector<LayoutError>& errors) {
   constexpr std::string_view key = "item";
   root.require(key, "at least one [[item]]");
@@ -126,7 +126,7 @@ void read_items(TableReader& root, bool has_unreadable_lines, MissingLists lists
   check_levels(layout, errors);
   if (lists == MissingLists::refused) append_missing_lists(layout, errors);
   // Nobody will get to storing the values: what is wrong with them is said with the rest.
-  if (has_unreadable_lines || !errors.empty()) append_value_errors(layout, is_clean, errors);
+  if (!errors.empty()) append_value_errors(layout, is_clean, errors);
 }
 
 // A parsed layout takes some hundred bytes of memory for each of its values, and every value comes
@@ -166,31 +166,28 @@ LayoutReading parse_layout(std::string_view text, const std::string& file,
     errors.push_back({{}, "has too many keys and values for its size"});
     return reading;
   }
-  LayoutSyntax syntax = parse_syntax(text);
-  const toml::table& table = syntax.table;
+  toml::table table;
+  if (const auto error = parse_syntax(text, table)) {
+    errors.push_back(*error);
+    return reading;
+  }
   TableReader root(table, "the layout", errors);
   root.require("layout", "a table [layout]");
   if (const toml::table* header = root.table("layout")) {
     read_header(*header, records, layout, errors);
   }
-  read_items(root, !syntax.errors.empty(), lists, layout, errors);
+  read_items(root, lists, layout, errors);
   root.reject_unknown_keys();
   if (!layout.settings.empty()) {
     const auto conflicts = find_file_conflicts(layout, {});
     errors.insert(errors.end(), conflicts.begin(), conflicts.end());
   }
-  // What the reader makes of a line that stands in for an unreadable one is nobody's error.
-  std::erase_if(errors, [&](const LayoutError& error) {
-    return syntax.replaced_lines.contains(error.place.line) ||
-           (syntax.is_incomplete && !syntax.errors.empty());
-  });
-  errors.insert(errors.end(), syntax.errors.begin(), syntax.errors.end());
   std::stable_sort(errors.begin(), errors.end(), [](const LayoutError& a, const LayoutError& b) {
     return std::tie(a.place.line, a.place.column) < std::tie(b.place.line, b.place.column);
   });
   const bool has_more = errors.size() >= most_layout_errors;
   if (!root.has("layout") && !root.has("item")) {
-    shorten(errors, has_more || syntax.is_incomplete);
+    shorten(errors, has_more);
   } else if (has_more) {
     errors.push_back({errors.back().place, "further errors are left out"});
   }

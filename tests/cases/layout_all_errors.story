@@ -1,8 +1,8 @@
-# All errors are shown in one run, in the order of their places, and none hides another.
+# All errors of a layout that can be read are shown in one run, in the order of their places, and none hides another.
 file l.toml
-  [layout
+  [layout]
   kind = "file"
-  records = 1O
+  records = 10
   data = "d.csv"
   [[item]]
   name = "A"
@@ -13,17 +13,14 @@ file l.toml
   format = "%10U"
   start = 1
   [[item]]
-  name = "B
-  attribute = decimal
+  name = "B"
+  attribute = 99
   digits = 3
   nullable = 1
 >2 check l.toml
-  ! l.toml:1:8: Error while parsing table header: expected ']', saw '\n', in the line [layout
   ! l.toml:2:8: kind is "file", expected one of "record", "table", "iso"
-  ! l.toml:3:12: Error while parsing decimal integer: expected digit, saw 'O', in the line records = 1O
   ! l.toml:11:10: item A: format is "%10U": 99052:There is an error in the number of digits of the format. One character is required to store the sign when the attribute has a sign. The maximum number of digits is one less than the attribute length.
-  ! l.toml:14:10: Error while parsing string: unescaped control characters other than TAB (U+0009) are explicitly prohibited, in the line name = "B, expected a table's header or a key with its value
-  ! l.toml:15:13: Error while parsing value: could not determine value type, in the line attribute = decimal, expected a table's header or a key with its value
+  ! l.toml:15:13: attribute is 99, expected a code from 1 to 32 or one of "character", "decimal", "plain-character", "national", "number", "integer", "small-integer", "date", "time", "timestamp"
   ! l.toml:17:12: nullable is 1, expected true or false
 file l.toml
   [layout]
@@ -68,10 +65,10 @@ file l.toml
   ! l.toml:21:39: item C: item is "X": 99074:There is no Item to be used as a reference.
   ! l.toml:26:39: item D: item is "D": 99029:Selection Item and Reference Item specify the same target.
   ! l.toml:31:39: item E: item is "A": 99033:Cannot reference the data because the number of digits is too large.
-# The item that is meant may be the one whose name cannot be read, which hides neither error.
-edit l.toml name = "A" => name = A
+# The item that is meant may be the one whose name is wrong, which hides neither error.
+edit l.toml name = "A" => name = 1
 >2 check l.toml
-  ! l.toml:8:8: Error while parsing value: could not determine value type, in the line name = A, expected a table's header or a key with its value
+  ! l.toml:8:8: name is 1, expected a string
   ! l.toml:16:41: item B: file leads to <folder>/none.txt, which does not exist, expected a value list
   ! l.toml:26:39: item D: item is "D": 99029:Selection Item and Reference Item specify the same target.
 

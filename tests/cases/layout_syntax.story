@@ -1,4 +1,4 @@
-# A line that can't be read is named, and the lines beside it are read all the same.
+# The first error is named with its place, and nothing else: what stands below it may mean anything.
 def head
   [layout]
   kind = "record"
@@ -9,79 +9,32 @@ def item NAME MORE
   name = "<NAME>"
   attribute = 4
   <MORE>
-
-# A value that does not end takes in the lines below it, which say nothing about it.
-each OPEN
-  [ "a.csv"
-  """a.csv
-  '''a.csv
+each LINE AT SAYS
+  level = 1O | 6:10 | Error while parsing decimal integer: expected digit, saw 'O', in the line level = 1O
+  name = "B | 6:10 | <*>, in the line name = "B, expected a table's header or a key with its value
+  attribute = decimal | 6:13 | <*>, in the line attribute = decimal, expected a table's header or a key with its value
+  colour = 1 | 11:2 | <*>, in the line 1,x
+  colour = [ "a.csv" | 7:1 | Error while parsing array: expected comma or closing ']', saw '[', in the line [[item]]
+  colour = """a.csv | <*> | <*>encountered end-of-file<*>, expected its end
+  data = "e.csv" | 6:8 | <*>, in the line data = "e.csv", expected each key once
+  [layout] | 6:1 | <*>, in the line [layout], expected each key once
+  <=*300> | 6:1 | <*>, in the line <=*60>
+  <FF><FE> | 5:15 | Encountered invalid utf-8 sequence, in the line <*>
 do
   file l.toml
-    [layout]
-    kind = "record"
-    records = 1
     colour = 1
-    data = <OPEN>
-    [[item]]
-    name = "A"
-    attribute = 4
-    digits = 3
-    values = 5
+    @head
+    <LINE>
+    @item A digits = 3
+    1,x
   >2 check l.toml
-    ! l.toml:4:1: <*>
-    ! l.toml:5:8: <*>
-    ! l.toml:10:10: <*>
+    ! l.toml:<AT>: <SAYS>
 
-# Values that do end are not to blame for what stands below them, and a second header keeps its keys to itself.
-each FIRST SECOND THIRD PLACES
-  item = [<0A>{ name = "A", attribute = 4, digits = 3, values = { type = "default" } }<0A>{ name = 5 }<0A>] | @head | | 3
-  item = [<0A>{ name = "A", attribute = 4, digits = 3 }<0A>] | @head | @item B digits = 3 | 8
-  note = """<0A>a = [<0A>b""" | @head | @item A digits = [1 2] | 1 11
-  @head | "a=[b" = 1 | @item A digits = [1 2] | 5 9
-  @head | @item A digits = 3 | @head | 9
-  @head | @item A digits = [ | @item B digits = 3 | 8
-  @head | @item A digits = 3<0A>x = [<0A>"signed" = true | | 9
-do
-  file l.toml
-    <FIRST>
-    <SECOND>
-    <THIRD>
-  $ korvex check l.toml 2>&1 | sed -nE 's/^l.toml:([0-9]+):.*/\1/p' | xargs
-    <PLACES>
-
-# What no repair gets over ends with what was found, and with no more than that.
-each TEXT
-  a = """<0A>b<0A>c
-  <=*300>
-  [a]<0A>[a]<0A>[a]
-  <FF><FE><0A><FF>
-  x = [1,<0A>2,
-do
-  file l.toml
-    <TEXT>
-  >2 check l.toml
-    ! l.toml:<*>
-    ! ...
-
-# Data in place of a layout is wrong in nearly every line, and one message says so.
-each LINE COUNT ENDING
-  1,x | 40 | 30 further errors
-  1,x | 400 | 91 or more further errors
-  [a] | 40 | 32 further errors
-do
-  $ yes '<LINE>' | head -n <COUNT> > l.toml
-  >2 check l.toml
-    ! l.toml:<*>
-    ! l.toml:<*>
-    ! l.toml:<*>
-    ! l.toml:<*>
-    ! l.toml:<*>
-    ! l.toml:<*>
-    ! l.toml:<*>
-    ! l.toml:<*>
-    ! l.toml:<*>
-    ! l.toml:<*>
-    ! l.toml: is no layout<*><ENDING>
+# A file of another kind is wrong in every line, and one message says so.
+$ seq -f 'key%g = 1' 40 > l.toml
+$ korvex check l.toml 2>&1 | tail -n 2
+  l.toml:8:1: unknown key "key8" in the layout, expected one of "item", "layout"
+  l.toml: is no layout, which has [layout] and [[item]]: 32 further errors
 # No more is shown than a person reads, and no more is read than a layout has.
 file l.toml
   @head
