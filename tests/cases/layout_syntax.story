@@ -54,7 +54,7 @@ each KEY AT SAYS
   printf '[%s]' $K | 9:2 | a key of 60000 parts
   printf '[[%s]]' $K | 9:3 | a key of 60000 parts
   printf 'x = "ä#\\""  # '"'"'\ny = \047\047\047\n\047\047\047\047\047\nz = {"ä" = [1.5], %s=1}' $K | 12:19 | a key of 60000 parts
-  printf 'x = """\n%s = 1' $K | 10:1 | a key of 60000 parts
+  printf 'x = """\n%s = 1' $K | 10:120005 | Error while parsing string
   printf 'x = "%s"  # %s\na.a.a.a.a.a.a.a = 1\nx' $K $K | 11:2 | Error while<*>in the line
   printf 'x = '; for i in $(seq 250); do printf '{a.a.a.a.a.a.a.a='; done; printf 1; for i in $(seq 250); do printf '}'; done | 9:1 | unknown key "x"
 do
