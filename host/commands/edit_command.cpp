@@ -71,7 +71,7 @@ void warn_if_held(const std::string& settings, std::ostream& messages) {
 
 int run_dialog(const Layout& layout, const std::function<std::int32_t(const char*)>& show,
                std::ostream& out, std::ostream& messages) {
-  const auto kept = look_at_settings(layout, Keeping::all_items, messages);
+  const auto kept = look_at_settings(layout, Keeping::whole_level, messages);
   if (!kept) return exit_status::failed;
   if (print_layout_errors(layout, find_file_conflicts(layout, kept->lists), messages)) {
     return exit_status::wrong_usage;

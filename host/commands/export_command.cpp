@@ -3,11 +3,10 @@
 #include <map>
 #include <ostream>
 
-#include "format/record_text.h"
 #include "host/databases/sql_names.h"
 #include "host/exit_status.h"
 #include "host/layout/layout_messages.h"
-#include "host/layout/run_files.h"
+#include "host/process/distinct_files.h"
 #include "host/process/replaced_output.h"
 #include "host/records/record_source.h"
 #include "host/text/code_page_decoder.h"
@@ -84,13 +83,7 @@ class Exporter {
 std::optional<std::string> role_of_output(const std::string& output,
                                           const PreparedLayout& prepared) {
   DistinctFiles files;
-  std::vector<std::string> lists;
-  for (const PreparedItem& item : prepared.items()) {
-    const std::string_view list = field_text(item.column->record.enumeration_path);
-    if (!list.empty()) lists.emplace_back(list);
-  }
-  add_read_files(prepared.layout(), lists, files);
-  files.read(prepared.layout().settings, "the settings file");
+  prepared.add_read_files(files);
   return output == "-" ? std::nullopt : files.write(output, "the output");
 }
 

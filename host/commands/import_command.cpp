@@ -32,7 +32,9 @@ std::string file_in_the_way(const ImportOptions& options, const TableImport& imp
     return options.output;
   }
   for (const auto& list : import.lists) {
-    if (std::filesystem::exists(list->path(), ignored)) return list->path();
+    // A link counts, wherever it leads.
+    const auto old = std::filesystem::symlink_status(list->path(), ignored);
+    if (std::filesystem::exists(old)) return list->path();
   }
   return {};
 }
@@ -40,23 +42,23 @@ std::string file_in_the_way(const ImportOptions& options, const TableImport& imp
 // Says which file of the import would take the place of the database, of what SQLite keeps beside
 // that, or of another file of the import. Answers whether there was one.
 bool print_conflict(const ImportOptions& options, const TableImport& import,
-                    const Database& database, std::ostream& messages) {
+                    std::ostream& messages) {
   DistinctFiles files;
-  for (const char* extension : {"", "-wal", "-shm", "-journal"}) {
-    if (!database.file().empty()) {
-      files.read(database.file() + extension, "the database that is read");
-    }
+  for (const std::string& file : database_files(options.database)) {
+    files.read(file, "the database that is read");
   }
-  std::vector<std::string> paths = {options.output.empty() ? "/dev/stdout" : options.output};
-  for (const auto& list : import.lists) paths.push_back(list->path());
-  for (const std::string& path : paths) {
-    const auto role = files.write(path, "another file of the import");
-    if (!role) continue;
+  const std::string written = "another file of the import";
+  bool is_conflict = false;
+  const auto check = [&](const std::string& path, const std::optional<std::string>& role) {
+    if (!role || is_conflict) return;
+    is_conflict = true;
     messages << platform::printable(path) << ": is " << *role << ", expected a file of its own"
              << std::endl;
-    return true;
-  }
-  return false;
+  };
+  const std::string output = options.output.empty() ? "/dev/stdout" : options.output;
+  check(output, files.write(output, written));
+  for (const auto& list : import.lists) check(list->path(), files.replace(list->path(), written));
+  return is_conflict;
 }
 
 // Writes the layout and keeps the lists, neither unless both can be had. Answers what went wrong.
@@ -86,7 +88,7 @@ int import_into(const ImportOptions& options, std::ostream& out, std::ostream& m
              << "\n";
   }
   if (!import.errors.empty()) return exit_status::failed;
-  if (print_conflict(options, import, *database, messages)) return exit_status::wrong_usage;
+  if (print_conflict(options, import, messages)) return exit_status::wrong_usage;
   if (const std::string path = file_in_the_way(options, import); !path.empty()) {
     messages << platform::printable(path) << " exists; --force replaces it\n";
     return exit_status::failed;

@@ -199,6 +199,22 @@ void print_rows(std::int64_t rows, double seconds, const TableSchema& table, std
              << std::endl;
 }
 
+// Says which file that the records come from is one of the database's. Answers whether there was
+// one.
+bool print_conflict(const LoadOptions& options, const PreparedLayout& prepared,
+                    std::ostream& messages) {
+  DistinctFiles files;
+  prepared.add_read_files(files);
+  for (const std::string& file : database_files(options.database)) {
+    const auto role = files.write(file, "the database");
+    if (!role) continue;
+    messages << platform::printable(file) << ": is " << *role
+             << " and belongs to the database, expected a file of its own" << std::endl;
+    return true;
+  }
+  return false;
+}
+
 int load(const LoadOptions& options, PreparedLayout& prepared, std::ostream& out,
          std::ostream& messages) {
   std::optional<SaidOnInterruption> words(std::in_place, std::string(nothing_loaded) + "\n");
@@ -230,6 +246,7 @@ int run_load(const LoadOptions& options, std::ostream& out, std::ostream& messag
       prepared.prepare(options.layout, options.records, messages, MisreadTexts::refused);
   if (status != exit_status::done) return status;
   if (print_replaced_characters(prepared.layout(), messages)) return exit_status::wrong_usage;
+  if (print_conflict(options, prepared, messages)) return exit_status::wrong_usage;
   print_left_out(prepared.left_out(), prepared.layout(), messages);
   try {
     return load(options, prepared, out, messages);

@@ -4,6 +4,8 @@
 
 #include <filesystem>
 
+#include "host/process/distinct_files.h"
+
 namespace korvex::host {
 
 namespace {
@@ -52,6 +54,13 @@ std::unique_ptr<Database> open_database(const std::string& target) {
   throw std::invalid_argument(
       "the database is of no known kind, expected sqlite:FILE, postgresql:CONNINFO or "
       "postgresql://ADDRESS");
+}
+
+std::vector<std::string> database_files(const std::string& target) {
+  if (!target.starts_with(sqlite_prefix)) return {};
+  // SQLite names them after what a link leads to.
+  const std::string file = settled_path(target.substr(sqlite_prefix.size()));
+  return {file, file + "-journal", file + "-wal", file + "-shm"};
 }
 
 }  // namespace korvex::host

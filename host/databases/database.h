@@ -74,9 +74,6 @@ class Database {
  public:
   virtual ~Database() = default;
 
-  // The file that is the database; empty for one that is none.
-  virtual std::string file() const { return {}; }
-
   // What is wrong with a name that is no table's comes with the names that there are.
   virtual TableSchema read_schema(const std::string& table) = 0;
 
@@ -100,6 +97,10 @@ class Database {
 // Opens what "sqlite:FILE", "postgresql:CONNINFO", "postgresql://..." or "postgres://..." names.
 // Throws std::invalid_argument for anything else, DatabaseError when it can't be opened.
 std::unique_ptr<Database> open_database(const std::string& target);
+
+// The files of the database that `target` names, with those that its library keeps beside it, and
+// removes there without a look at what they are. None for a server.
+std::vector<std::string> database_files(const std::string& target);
 
 // What the module of each kind of database exports: opens a connection, which the caller owns.
 // Program and modules are built and installed together, so they may share C++ types; what a module

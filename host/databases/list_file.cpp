@@ -1,7 +1,6 @@
 #include "host/databases/list_file.h"
 
 #include <algorithm>
-#include <iostream>
 #include <stdexcept>
 
 #include "host/layout/output_folders.h"
@@ -26,7 +25,7 @@ ListFile::ListFile(const std::string& folder, const std::string& name,
                    const std::optional<ItemAttributes>& number_item)
     : name_(name),
       path_(path_in(folder, name)),
-      output_(path_, std::cout),
+      output_(path_),
       fits_number_item_(number_item.has_value()) {
   if (number_item) number_rule_.emplace(*number_item);
   report();

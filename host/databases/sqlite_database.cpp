@@ -12,8 +12,6 @@ class SqliteDatabase : public Database {
  public:
   explicit SqliteDatabase(const std::string& file) : connection_(file) {}
 
-  std::string file() const override { return connection_.file(); }
-
   TableSchema read_schema(const std::string& table) override {
     return read_sqlite_schema(connection_, table);
   }

@@ -19,7 +19,7 @@ namespace korvex::host {
 namespace {
 
 bool keeps(const LayoutItem& item, Keeping keeping) {
-  return keeping == Keeping::all_items || !item.values;
+  return keeping != Keeping::items_without_values || !item.values;
 }
 
 // Never over a file that is there. Not every file system can do so in one step.
@@ -74,14 +74,18 @@ std::optional<KeptSettings> look_at_settings(const Layout& layout, Keeping keepi
   file.set_paths(copy->settings, copy->work);
   if (file.load(layout.level, layout.records, layout.kind) <= 0) return found;
   found.refused.unfit = find_unfit_items(layout, file, keeping);
-  if (keeping == Keeping::all_items && file.current_level()->record.repeat_flag != 0) {
+  if (keeping != Keeping::items_without_values && file.current_level()->record.repeat_flag != 0) {
     found.refused.failures = find_shared_levels(layout, file);
   }
+  const auto add_list = [&](const ClFmtColInf* kept) {
+    if (kept == nullptr || kept->record.generation_type != generation_type::enumeration) return;
+    found.lists.emplace_back(field_text(kept->record.enumeration_path));
+  };
   for (const LayoutItem& item : layout.items) {
-    const ClFmtColInf* kept = keeps(item, keeping) ? file.find_column(item.number) : nullptr;
-    if (kept != nullptr && kept->record.generation_type == generation_type::enumeration) {
-      found.lists.emplace_back(field_text(kept->record.enumeration_path));
-    }
+    if (keeps(item, keeping)) add_list(file.find_column(item.number));
+  }
+  if (keeping == Keeping::whole_level) {
+    for (const auto& column : file.current_level()->columns) add_list(column.get());
   }
   return found;
 }

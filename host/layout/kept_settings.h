@@ -13,8 +13,12 @@
 // program looks before it calls it.
 namespace korvex::host {
 
-// Which items keep what the settings file holds for them.
-enum class Keeping { all_items, items_without_values };
+// Whose settings a run takes from the settings file.
+enum class Keeping {
+  items_without_values,
+  all_items,
+  whole_level,  // also items that the layout no longer has: a window generates them, too
+};
 
 // The items that keep settings made for another attribute or number of digits.
 std::vector<const LayoutItem*> find_unfit_items(const Layout& layout, const ClFmtFile& file,

@@ -33,7 +33,7 @@ mode_t new_file_mode() {
 }  // namespace
 
 ReplacedOutput::ReplacedOutput(const std::string& path, std::ostream& standard)
-    : path_(path), is_standard_(path == "-"), standard_(standard) {
+    : path_(path), is_standard_(path == "-"), standard_(&standard) {
   if (is_standard_) return;
   std::error_code ignored;
   // A link stays one; devices and pipes are written as they are.
@@ -44,6 +44,20 @@ ReplacedOutput::ReplacedOutput(const std::string& path, std::ostream& standard)
     if (descriptor_ < 0) fail();
     return;
   }
+  begin();
+}
+
+ReplacedOutput::ReplacedOutput(const std::string& path) : path_(path) {
+  std::error_code ignored;
+  const fs::file_status old = fs::symlink_status(path_, ignored);
+  if (fs::exists(old) && !fs::is_regular_file(old) && !fs::is_symlink(old)) {
+    failure_ = platform::printable(path_) + ": is no file, expected one that can be replaced";
+    return;
+  }
+  begin();
+}
+
+void ReplacedOutput::begin() {
   const InterruptionsHeld held;
   std::string name = path_ + ".XXXXXX";
   descriptor_ = ::mkostemp(name.data(), O_CLOEXEC);
@@ -54,7 +68,8 @@ ReplacedOutput::ReplacedOutput(const std::string& path, std::ostream& standard)
   temporary_ = name;
   removal_.emplace(temporary_, RemovedOnInterruption::What::file);
   struct stat old = {};
-  ::fchmod(descriptor_, ::stat(path_.c_str(), &old) == 0 ? old.st_mode & 07777 : new_file_mode());
+  const bool has_old = ::lstat(path_.c_str(), &old) == 0 && S_ISREG(old.st_mode);
+  ::fchmod(descriptor_, has_old ? old.st_mode & 07777 : new_file_mode());
 }
 
 ReplacedOutput::~ReplacedOutput() {
@@ -76,7 +91,7 @@ void ReplacedOutput::flush() {
   if (!failure_.empty()) return;
   if (is_standard_) {
     errno = 0;
-    if (!standard_.write(buffer_.data(), std::ssize(buffer_)) || !standard_.flush()) fail();
+    if (!standard_->write(buffer_.data(), std::ssize(buffer_)) || !standard_->flush()) fail();
   }
   for (std::size_t done = 0; !is_standard_ && done < buffer_.size();) {
     const ssize_t written = ::write(descriptor_, buffer_.data() + done, buffer_.size() - done);

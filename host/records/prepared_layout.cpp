@@ -10,6 +10,7 @@
 #include "host/layout/failure_text.h"
 #include "host/layout/layout_messages.h"
 #include "host/layout/layout_reader.h"
+#include "host/layout/run_files.h"
 #include "host/records/prediction.h"
 #include "platform/printable_text.h"
 
@@ -57,6 +58,16 @@ bool PreparedLayout::refuses_lists(std::ostream& messages) {
     is_refused |= print_misread_list(list, messages);
   }
   return is_refused;
+}
+
+void PreparedLayout::add_read_files(DistinctFiles& files) const {
+  std::vector<std::string> lists;
+  for (const PreparedItem& item : items_) {
+    const std::string_view list = field_text(item.column->record.enumeration_path);
+    if (!list.empty()) lists.emplace_back(list);
+  }
+  host::add_read_files(layout_, lists, files);
+  files.read(layout_.settings, "the settings file");
 }
 
 int PreparedLayout::load(std::ostream& messages) {

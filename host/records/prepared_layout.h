@@ -13,6 +13,7 @@
 #include "host/layout/control_writer.h"
 #include "host/layout/layout.h"
 #include "host/layout/settings_editor.h"
+#include "host/process/distinct_files.h"
 #include "host/process/scratch_folder.h"
 
 namespace korvex::host {
@@ -39,6 +40,9 @@ class PreparedLayout {
 
   // The layout as the user wrote it; its `records` are those asked for.
   const Layout& layout() const { return layout_; }
+
+  // Adds all files that the records come from.
+  void add_read_files(DistinctFiles& files) const;
 
   // The items of a record in their order, and those that the records lack.
   const std::vector<PreparedItem>& items() const { return items_; }

@@ -93,7 +93,8 @@ $ korvex import "<target>" orders -o - | cmp - new/folder/f.toml; ls orders* new
   orders.customer_id.txt
   orders.fif
   orders.log
-# A layout that cannot be written leaves no list, nor do two of its files take one place, by their names or by a link.
+# A layout that cannot be written leaves no list, nor do two of its files take one
+# place. A link in the place of a list is replaced, and what it leads to stays.
 $ mkdir taken
 >1 import "<target>" orders -o taken --force
   ! taken: Is a directory
@@ -106,15 +107,17 @@ $ ls twins*
 $ echo old > linked.toml; ln -sf linked.toml customers.active.txt
 >2 import "<target>" customers -o customers.active.txt --force
   ! ./customers.active.txt: is another file of the import, expected a file of its own
->2 import "<target>" customers -o linked.toml --force
-  ! ./customers.active.txt: is another file of the import, expected a file of its own
+>1 import "<target>" customers -o replaced.toml
+  ! ./customers.active.txt exists; --force replaces it
+> import "<target>" customers -o replaced.toml --force
+  4 items: replaced.toml
 cat linked.toml
   old
-sqlite: $ ln -s test.db link.db; ln test.db other.db; ln -s test.db orders.customer_id.txt
+sqlite: $ ln -s test.db link.db; ln test.db other.db
 sqlite: each OUTPUT
   link.db
   other.db
-  orders.toml
+  test.db-wal
 sqlite: do
   >2 import "<target>" orders -o <OUTPUT> --force
     ! <*>: is the database that is read, expected a file of its own

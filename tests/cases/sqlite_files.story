@@ -30,3 +30,19 @@ $ grep -e odd -e data odd.toml
   data    = "x__y.csv"
   # odd\x0A\x9B31m\xFF
 > check odd.toml ...
+# SQLite takes what lies beside its file under certain names for its own, and removes it.
+sql CREATE TABLE numbers (n integer)
+$ ln -s test.db link.db
+each LIST
+  test.db-journal
+  test.db-wal
+do
+  file <LIST>
+    1
+  file l.toml
+    @layout
+    @number n type = "enumeration", file = "<LIST>"
+  remember
+  >2 load l.toml sqlite:link.db numbers
+    ! <*><LIST>: is the value list of item n and belongs to the database, expected a file of its own
+  unchanged
