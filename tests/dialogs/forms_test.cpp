@@ -153,26 +153,24 @@ TEST_P(FormsTest, ShowsEveryTextWholeInLargerLetters) {
 }
 
 TEST(FormLimitsTest, AreInTheForms) {
-  QDialog generation;
+  QDialog generation, setup;
   Ui::ClDataGenerationDlg lists;
+  Ui::ClSetupFormatDlg fields;
   lists.setupUi(&generation);
+  fields.setupUi(&setup);
   EXPECT_EQ(lists.levelEdit->maxLength(), 30);
   EXPECT_EQ(lists.countEdit->maxLength(), 30);
-  for (const UpDown* stepper : {lists.levelStepper, lists.countStepper}) {
-    EXPECT_EQ(stepper->minimum(), 0);
-    EXPECT_EQ(stepper->maximum(), 32767);
-  }
-  EXPECT_EQ(lists.quotationBox->itemText(0), "なし");
-  EXPECT_EQ(lists.quotationBox->itemText(1), "\"\"");
-
-  QDialog setup;
-  Ui::ClSetupFormatDlg fields;
-  fields.setupUi(&setup);
+  EXPECT_EQ(lists.quotationBox->itemText(0) + lists.quotationBox->itemText(1), "なし\"\"");
   EXPECT_EQ(fields.startEdit->byte_limit(), 256);
   EXPECT_EQ(fields.endEdit->byte_limit(), 256);
   EXPECT_EQ(fields.incrementEdit->byte_limit(), 24);
-  EXPECT_EQ(fields.incrementStepper->minimum(), -9);
-  EXPECT_EQ(fields.incrementStepper->maximum(), 9);
+  const std::tuple<const UpDown*, int, int> steppers[] = {{lists.levelStepper, 0, 32767},
+                                                          {lists.countStepper, 0, 32767},
+                                                          {fields.incrementStepper, -9, 9}};
+  for (const auto& [stepper, least, most] : steppers) {
+    EXPECT_EQ(stepper->minimum(), least);
+    EXPECT_EQ(stepper->maximum(), most);
+  }
 }
 
 }  // namespace

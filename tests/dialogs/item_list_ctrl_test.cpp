@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "dialogs/dialog_driver.h"
+#include "dialogs/fit_text.h"
 #include "dialogs/item_list_model.h"
 #include "format/records.h"
 
@@ -67,19 +68,18 @@ class ItemListTest : public testing::Test {
 
 TEST_F(ItemListTest, ShowsAnItemsSettings) {
   const auto row = [&] {
-    std::vector<std::string> texts;
+    std::string texts;
     for (int column = 0; column < model_.columnCount(); ++column) {
-      texts.push_back(model_.index(0, column).data().toString().toStdString());
+      texts += model_.index(0, column).data().toString().toStdString() + "|";
     }
     return texts;
   };
-  using Texts = std::vector<std::string>;
-  EXPECT_EQ(row(), (Texts{"A_ITEM", "\u9867\u5BA2", "%8U", "1", "9", "2", "", ""}));
+  EXPECT_EQ(row(), "A_ITEM|顧客|%8U|1|9|2|||");
   items_[0]->display().repeat_flag = 1;
-  EXPECT_EQ(row(), (Texts{"A_ITEM", "\u9867\u5BA2", "%8U", "1", "9", "2", "4", "7"}));
+  EXPECT_EQ(row(), "A_ITEM|顧客|%8U|1|9|2|4|7|");
 }
 
-TEST_F(ItemListTest, SharesItsOuterWidthInWholeUnits) {
+TEST_F(ItemListTest, SharesItsOuterWidthInWholeUnitsUntilTheUserDragsAnEdge) {
   show_list(420);
   EXPECT_EQ(widths(), (std::vector<int>{60, 60, 60, 60, 60, 40, 40, 40}));
   list_.resize(440, 200);
@@ -87,16 +87,6 @@ TEST_F(ItemListTest, SharesItsOuterWidthInWholeUnits) {
   list_.resize(849, 200);
   EXPECT_EQ(widths(), (std::vector<int>{120, 120, 120, 120, 120, 80, 80, 80}));
   EXPECT_FALSE(list_.horizontalScrollBar()->isVisible());
-
-  ItemListModel names(items_, selection_columns(layout_kind::record_file));
-  list_.resize(300, 200);
-  list_.setModel(&names);
-  EXPECT_EQ(widths(), (std::vector<int>{180, 120}));
-  list_.setModel(nullptr);
-}
-
-TEST_F(ItemListTest, KeepsTheWidthsThatTheUserMade) {
-  show_list(420);
   const QPoint edge(list_.header()->sectionViewportPosition(1) - 1, 5);
   QWidget* header = list_.header()->viewport();
   QTest::mousePress(header, Qt::LeftButton, {}, edge);
@@ -104,9 +94,17 @@ TEST_F(ItemListTest, KeepsTheWidthsThatTheUserMade) {
   QTest::mouseMove(header, edge + QPoint(30, 0));
   QTest::mouseRelease(header, Qt::LeftButton, {}, edge + QPoint(30, 0));
   const std::vector<int> dragged = widths();
-  EXPECT_GT(dragged[0], 60);
-  list_.resize(840, 200);
+  EXPECT_GT(dragged[0], 120);
+  list_.resize(420, 200);
   EXPECT_EQ(widths(), dragged);
+}
+
+TEST_F(ItemListTest, SharesItsWidthBetweenTwoColumns) {
+  ItemListModel names(items_, selection_columns(layout_kind::record_file));
+  list_.resize(300, 200);
+  list_.setModel(&names);
+  EXPECT_EQ(widths(), (std::vector<int>{180, 120}));
+  list_.setModel(nullptr);
 }
 
 // A cell that is cut says the whole text; a double click on the divider makes room for it.
@@ -145,21 +143,14 @@ TEST_F(ItemListTest, TellsOfEachNewRowOnce) {
   EXPECT_EQ(list_.current_row(), 2);
 }
 
-TEST_F(ItemListTest, NothingTakesTheSelectionAway) {
+TEST_F(ItemListTest, NothingTakesTheSelectionAwayAndItStaysHighlighted) {
   show_list(640);
   list_.mark_row(1);
   QTest::mouseClick(list_.viewport(), Qt::LeftButton, Qt::ControlModifier, middle_of(1));
-  EXPECT_TRUE(list_.selectionModel()->isRowSelected(1));
   QTest::keyClick(&list_, Qt::Key_Space, Qt::ControlModifier);
-  EXPECT_TRUE(list_.selectionModel()->isRowSelected(1));
   list_.resize(640, 900);
   QTest::mouseClick(list_.viewport(), Qt::LeftButton, {}, QPoint(10, 880));
   EXPECT_TRUE(list_.selectionModel()->isRowSelected(1));
-}
-
-TEST_F(ItemListTest, ASelectedRowStaysHighlightedWithoutFocus) {
-  show_list(640);
-  list_.mark_row(1);
   const QPalette palette = list_.palette();
   const QSignalSpy losses(&list_, &ClItemListCtrl::focus_lost);
   for (const bool has_focus : {true, false}) {
@@ -200,6 +191,34 @@ TEST_F(ItemListTest, DrawsARowAgainWhenItHasChanged) {
   model_.row_changed(-1);
   EXPECT_EQ(changes.count(), 1);
   EXPECT_NE(list_.viewport()->grab(row).toImage(), before);
+}
+
+TEST(FitTextTest, CutsWhatIsTooWide) {
+  const auto one_a_byte = [](std::string_view text) { return static_cast<int>(text.size()); };
+  // The text, its column, the margin and what is shown. Every byte is one wide, so the dots and the
+  // byte after them take four.
+  const std::tuple<std::string, int, int, std::string> cases[] = {
+      {"", 0, 4, ""},
+      {"abcdef", 10, 4, "abcdef"},
+      {"abcdefg", 10, 4, "ab..."},
+      {"abcdefghijklmnopq", 20, 12, "abcd..."},
+      {"abcdef", 3, 4, "..."},
+      {"\x82\xA0\x82\xA2\x82\xA4", 5, 0, "..."},
+      {"\x82\xA0\x82\xA2\x82\xA4\x82\xA6", 7, 0, "\x82\xA0..."},
+      {"a\x82\xA0\x82\xA2\x82\xA4\x82\xA6", 7, 0, "a\x82\xA0..."},
+      // A trail byte that looks like a lead byte.
+      {"a\x83\x81\x83\x81\x83\x81\x83\x81", 7, 0, "a\x83..."},
+      {std::string(40000, 'a'), 100000, 4, std::string(32767, 'a')},
+      {std::string(40000, 'a'), 32767, 4, std::string(32767 - 8, 'a') + "..."},
+  };
+  for (const auto& [text, width, margin, shown] : cases) {
+    EXPECT_EQ(fit_text(text, width, margin, one_a_byte), shown) << text.substr(0, 20);
+  }
+  // The dots come even when everything was kept.
+  const auto wide_end = [&](std::string_view text) {
+    return one_a_byte(text) + (text.ends_with('W') ? 50 : 0);
+  };
+  EXPECT_EQ(fit_text("abW", 20, 4, wide_end), "abW...");
 }
 
 }  // namespace

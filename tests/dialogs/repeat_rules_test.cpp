@@ -11,6 +11,7 @@
 #include "format/item_settings.h"
 #include "format/reconcile.h"
 #include "generate/repeat_count.h"
+#include "support/table.h"
 
 namespace korvex::test {
 namespace {
@@ -25,30 +26,19 @@ TEST(NumberDisplayTest, GroupsDigits) {
 
 TEST(RepeatNumberTest, ReadsWholeNumbersThatFit) {
   using enum NumberReading;
-  struct Case {
-    const char* text;
-    NumberReading reading;
-    std::uint32_t number = 0;
+  const std::tuple<NumberReading, std::uint32_t, std::vector<const char*>> cases[] = {
+      {ok, 0, {"0"}},
+      {ok, 2147483647, {"2147483647"}},
+      {ok, 7, {" +7\t", "007"}},
+      {out_of_range, 0, {"2147483648", "99999999999999999999"}},
+      {not_a_number, 0, {"", "-1", "1x", "1 2", "+", "1.5", "++1"}},
   };
-  const Case cases[] = {
-      {"0", ok, 0},
-      {"2147483647", ok, 2147483647},
-      {" +7\t", ok, 7},
-      {"007", ok, 7},
-      {"2147483648", out_of_range},
-      {"99999999999999999999", out_of_range},
-      {"", not_a_number},
-      {"-1", not_a_number},
-      {"1x", not_a_number},
-      {"1 2", not_a_number},
-      {"+", not_a_number},
-      {"1.5", not_a_number},
-      {"++1", not_a_number},
-  };
-  for (const Case& c : cases) {
-    std::uint32_t number = 0;
-    EXPECT_EQ(read_repeat_number(c.text, number), c.reading) << c.text;
-    EXPECT_EQ(number, c.number) << c.text;
+  for (const auto& [reading, expected, texts] : cases) {
+    for (const char* text : texts) {
+      std::uint32_t number = 0;
+      EXPECT_EQ(read_repeat_number(text, number), reading) << text;
+      EXPECT_EQ(number, expected) << text;
+    }
   }
 }
 
@@ -79,37 +69,32 @@ class RowRulesTest : public testing::Test {
 };
 
 TEST_F(RowRulesTest, FollowTheTypeAndTheRepeat) {
-  struct Case {
-    std::int32_t type;
-    std::int32_t repeat_flag;
-    const char* rules;
-  };
-  const Case cases[] = {{0, 1, "0/0/0"},
-                        {1, 0, "delete 0/0/0"},
-                        {1, 1, "repeat delete 1/3/4"},
-                        {2, 0, "repeat delete 0/0/0"},
-                        {2, 1, "repeat edit delete 1/3/4"},
-                        {3, 7, "repeat edit delete 1/3/4"},
-                        {4, 1, "repeat edit delete 1/3/4"},
-                        {5, 1, "unchanged"},
-                        {-1, 0, "unchanged"}};
   display().repeat_level = 3;
   display().repeat_count = 4;
-  for (const Case& c : cases) {
-    display().generation_type = c.type;
-    display().repeat_flag = c.repeat_flag;
-    EXPECT_EQ(rules(), c.rules) << c.type;
+  for (const auto& [type_and_flag, expected] : table<2>(R"(
+      0 1  | 0/0/0
+      1 0  | delete 0/0/0
+      1 1  | repeat delete 1/3/4
+      2 0  | repeat delete 0/0/0
+      2 1  | repeat edit delete 1/3/4
+      3 7  | repeat edit delete 1/3/4
+      4 1  | repeat edit delete 1/3/4
+      5 1  | unchanged
+      -1 0 | unchanged
+  )")) {
+    display().generation_type = numbers(type_and_flag)[0];
+    display().repeat_flag = numbers(type_and_flag)[1];
+    EXPECT_EQ(rules(), expected) << type_and_flag;
   }
-}
-
-TEST_F(RowRulesTest, ATextThatNeverChangesCannotRepeat) {
-  const std::pair<RangeTexts, const char*> cases[] = {
-      {{"'12'", "", "", ""}, "delete 0/0/0"},
-      {{"'1'%1U", "1", "9", "1"}, "repeat delete 0/0/0"},
-      {{"%2U", "1", "9", "1"}, "repeat delete 0/0/0"}};
-  for (const auto& [texts, expected] : cases) {
-    ASSERT_GE(store_format(main, texts, false, true), 0);
-    EXPECT_EQ(rules(), expected) << texts.format;
+  // A text that never changes cannot repeat.
+  display() = {};
+  for (const auto& [format, start, end, expected] : table<4>(R"(
+      '12'   |   |   | delete 0/0/0
+      '1'%1U | 1 | 9 | repeat delete 0/0/0
+      %2U    | 1 | 9 | repeat delete 0/0/0
+  )")) {
+    ASSERT_GE(store_format(main, {format, start, end, "1"}, false, true), 0);
+    EXPECT_EQ(rules(), expected) << format;
   }
 }
 
@@ -118,9 +103,8 @@ TEST_F(RowRulesTest, ARepeatIsStoredInBothPlaces) {
   store_repeat(main, *main.items[0], {true, 5, 6});
   EXPECT_EQ(rules(), "repeat edit delete 1/5/6");
   const FmtColRec& record = main.settings.find_column(1)->record;
-  EXPECT_EQ(record.repeat_flag, 1);
-  EXPECT_EQ(record.repeat_level, 5);
-  EXPECT_EQ(record.repeat_count, 6);
+  EXPECT_EQ((std::vector{record.repeat_flag, record.repeat_level, record.repeat_count}),
+            (std::vector{1, 5, 6}));
   main.items[1]->display().repeat_level = 9;  // but no repeat
   EXPECT_EQ(highest_repeat_level(main), 5U);
 }

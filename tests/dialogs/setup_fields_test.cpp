@@ -4,11 +4,10 @@
 
 #include <algorithm>
 #include <memory>
-#include <vector>
 
-#include "format/records.h"
+#include "support/table.h"
 
-namespace korvex {
+namespace korvex::test {
 namespace {
 
 // Every text of the fields in one line.
@@ -33,69 +32,57 @@ ItemDisplay display_of(std::int32_t type, std::int32_t action = exceeded_action:
   return display;
 }
 
-TEST(SetupFields, ShowWhatTheTypeHas) {
+TEST(SetupFieldsTest, ShowWhatTheTypeHas) {
   SetupFields before = fields_of(display_of(4), {});
   before.exceeded = 0;
   before.format = before.start = before.end = before.increment = before.reference = "old";
-  struct Row {
-    std::int32_t type;
-    std::int32_t action;
-    const char* expected;
-  };
-  const Row rows[] = {
-      {0, 1, "-1 r= n= p= f= [,,] c=0 x=-1"},
-      {1, 1, "0 r= n= p= f= [,,] c=0 x=0"},  // the choice of the item before
-      {2, 1, "1 r= n= p= f=%2U [1,9,2] c=1 x=1"},
-      {2, 0, "1 r= n= p= f=%2U [1,9,2] c=1 x=0"},
-      {2, 7, "1 r= n= p= f=%2U [1,9,2] c=1 x=-1"},
-      {3, 1, "2 r=%2U n= p= f= [,,] c=0 x=1"},
-      {4, 1, "3 r= n=a.txt p=/lists/a.txt f= [,,] c=0 x=1"},
-      {5, 1, "-1 r= n= p= f= [,,] c=0 x=-1"},
-  };
-  for (const Row& row : rows) {
-    EXPECT_EQ(line(fields_of(display_of(row.type, row.action), before)), row.expected)
-        << "type " << row.type;
+  // Type and action; the initial value shows the choice of the item before.
+  for (const auto& [stored, expected] : table<2>(R"(
+      0 1 | -1 r= n= p= f= [,,] c=0 x=-1
+      1 1 | 0 r= n= p= f= [,,] c=0 x=0
+      2 1 | 1 r= n= p= f=%2U [1,9,2] c=1 x=1
+      2 0 | 1 r= n= p= f=%2U [1,9,2] c=1 x=0
+      2 7 | 1 r= n= p= f=%2U [1,9,2] c=1 x=-1
+      3 1 | 2 r=%2U n= p= f= [,,] c=0 x=1
+      4 1 | 3 r= n=a.txt p=/lists/a.txt f= [,,] c=0 x=1
+      5 1 | -1 r= n= p= f= [,,] c=0 x=-1
+  )")) {
+    const auto of = numbers(stored);
+    EXPECT_EQ(line(fields_of(display_of(of[0], of[1]), before)), expected) << stored;
   }
 }
 
-TEST(SetupFields, ConfirmingATypeFillsOnlyWhatIsEmpty) {
-  struct Row {
-    std::int32_t type_index;
-    const char* typed;  // into the format and its values
-    const char* stored_text;
-    std::int32_t stored_type;
-    const char* expected;
-  };
-  const Row rows[] = {
-      {1, "", "", 0, "1 r= n= p=/a.txt f=%4U [,,1] c=0 x=0"},
-      {1, "", "Init Value", 1, "1 r= n= p=/a.txt f=%4U [,,1] c=0 x=0"},
-      {1, "", "Init Null", 1, "1 r= n= p=/a.txt f=%4U [,,1] c=0 x=0"},
-      {1, "", "Enumeration type", 4, "1 r= n= p=/a.txt f=%4U [1,9,2] c=0 x=1"},
-      {1, "", "%2U", 2, "1 r= n= p=/a.txt f=%2U [1,9,2] c=0 x=1"},
-      {1, "3", "%2U", 2, "1 r= n= p=/a.txt f=3 [3,3,3] c=0 x=1"},
-      {3, "3", "%2U", 2, "3 r= n= p=/a.txt f=3 [3,3,3] c=0 x=1"},
-      {0, "", "%2U", 2, "0 r= n= p=/a.txt f= [,,] c=0 x=-1"},
-  };
-  for (const Row& row : rows) {
+TEST(SetupFieldsTest, ConfirmingATypeFillsOnlyWhatIsEmpty) {
+  // Chosen and stored type, what stands in the format and its values, and the stored text.
+  for (const auto& [types, typed, stored, expected] : table<4>(R"(
+      1 0 |   |                  | 1 r= n= p=/a.txt f=%4U [,,1] c=0 x=0
+      1 1 |   | Init Value       | 1 r= n= p=/a.txt f=%4U [,,1] c=0 x=0
+      1 1 |   | Init Null        | 1 r= n= p=/a.txt f=%4U [,,1] c=0 x=0
+      1 4 |   | Enumeration type | 1 r= n= p=/a.txt f=%4U [1,9,2] c=0 x=1
+      1 2 |   | %2U              | 1 r= n= p=/a.txt f=%2U [1,9,2] c=0 x=1
+      1 2 | 3 | %2U              | 1 r= n= p=/a.txt f=3 [3,3,3] c=0 x=1
+      3 2 | 3 | %2U              | 3 r= n= p=/a.txt f=3 [3,3,3] c=0 x=1
+      0 2 |   | %2U              | 0 r= n= p=/a.txt f= [,,] c=0 x=-1
+  )")) {
     ClDGCol item;
-    item.attribute = 4;
-    item.digits = 4;
-    if (row.stored_type >= generation_type::range) item.display() = display_of(row.stored_type);
-    item.display().generation_text = row.stored_text;
+    item.attribute = item.digits = 4;
+    const std::int32_t stored_type = numbers(types)[1];
+    if (stored_type >= generation_type::range) item.display() = display_of(stored_type);
+    item.display().generation_text = stored;
     SetupFields fields;
-    fields.type_index = row.type_index;
-    fields.format = fields.start = fields.end = fields.increment = row.typed;
+    fields.type_index = numbers(types)[0];
+    fields.format = fields.start = fields.end = fields.increment = typed;
     fields.reference = "B";
     fields.enumeration_name = "a.txt";
     fields.enumeration_path = "/a.txt";
     confirm_type(fields, item);
-    EXPECT_EQ(line(fields), row.expected) << row.stored_text;
+    EXPECT_EQ(line(fields), expected) << types << stored;
   }
 }
 
-class SetupFieldsTest : public testing::Test {
+class ChangedFieldsTest : public testing::Test {
  protected:
-  SetupFieldsTest() {
+  ChangedFieldsTest() {
     for (const char* name : {"A", "B", "B", "C"}) {
       main.items.push_back(std::make_unique<ClDGCol>());
       main.items.back()->name = name;
@@ -108,113 +95,93 @@ class SetupFieldsTest : public testing::Test {
   ClColMain main;
 };
 
-TEST_F(SetupFieldsTest, WhatIsShownIsUnchangedAndEveryFieldOfTheTypeCounts) {
-  struct Change {
-    const char* name;
-    void (*apply)(SetupFields&);
-    std::vector<std::int32_t> types;  // whose stored settings it changes
+TEST_F(ChangedFieldsTest, WhatIsShownIsUnchangedAndEveryFieldOfTheTypeCounts) {
+  // The change, and the types whose stored settings it changes.
+  const std::pair<void (*)(SetupFields&), std::vector<std::int32_t>> changes[] = {
+      {[](SetupFields&) {}, {}},
+      {[](SetupFields& f) { f.format = "%2u"; }, {2}},
+      {[](SetupFields& f) { f.start = "01"; }, {2}},
+      {[](SetupFields& f) { f.end = ""; }, {2}},
+      {[](SetupFields& f) { f.increment = "+2"; }, {2}},
+      {[](SetupFields& f) { f.custom = !f.custom; }, {2}},
+      {[](SetupFields& f) { f.exceeded = 0; }, {2, 4}},
+      {[](SetupFields& f) { f.enumeration_name = "b.txt"; }, {4}},
+      {[](SetupFields& f) { f.enumeration_path = "/other/a.txt"; }, {4}},
+      {[](SetupFields& f) { f.reference = "C"; }, {3}},
+      {[](SetupFields& f) { f.type_index = 0; }, {0, 2, 3, 4}},
+      {[](SetupFields& f) { f.type_index = 1; }, {0, 1, 3, 4}},
+      {[](SetupFields& f) { f.type_index = 3; }, {0, 1, 2, 3}},
   };
-  const Change changes[] = {
-      {"nothing", [](SetupFields&) {}, {}},
-      {"format", [](SetupFields& f) { f.format = "%2u"; }, {2}},
-      {"start", [](SetupFields& f) { f.start = "01"; }, {2}},
-      {"end", [](SetupFields& f) { f.end = ""; }, {2}},
-      {"increment", [](SetupFields& f) { f.increment = "+2"; }, {2}},
-      {"custom", [](SetupFields& f) { f.custom = !f.custom; }, {2}},
-      {"exceeded", [](SetupFields& f) { f.exceeded = 0; }, {2, 4}},
-      {"name", [](SetupFields& f) { f.enumeration_name = "b.txt"; }, {4}},
-      {"folder", [](SetupFields& f) { f.enumeration_path = "/other/a.txt"; }, {4}},
-      {"reference", [](SetupFields& f) { f.reference = "C"; }, {3}},
-      {"initial value", [](SetupFields& f) { f.type_index = 0; }, {0, 2, 3, 4}},
-      {"range", [](SetupFields& f) { f.type_index = 1; }, {0, 1, 3, 4}},
-      {"enumeration", [](SetupFields& f) { f.type_index = 3; }, {0, 1, 2, 3}},
-  };
-  for (const Change& change : changes) {
+  for (const auto& [change, types] : changes) {
     for (std::int32_t type = 0; type <= 4; ++type) {
       display(0) = display_of(type);
       if (type == 3) display(0).generation_text = "B";
       SetupFields fields = fields_of(display(0), {});
-      change.apply(fields);
-      const bool counts =
-          std::find(change.types.begin(), change.types.end(), type) != change.types.end();
-      EXPECT_EQ(is_changed(fields, main), counts) << change.name << " of type " << type;
+      change(fields);
+      EXPECT_EQ(is_changed(fields, main), std::ranges::count(types, type) > 0)
+          << &change - &changes[0].first << " of type " << type;
     }
   }
 }
 
-TEST_F(SetupFieldsTest, AReferenceChangesWhatItsSourceHasOtherwise) {
-  struct Row {
-    const char* name;
-    std::int32_t stored_type;
-    const char* reference;
-    ItemDisplay source;  // of the first B
-    bool changed;
-  };
-  ItemDisplay other_format = display_of(2);
-  other_format.generation_text = "%3U";
-  ItemDisplay other_file = display_of(4);
-  other_file.enumeration_name = "b.txt";
-  const Row rows[] = {
-      {"nothing stored", 0, "B", display_of(0), true},
-      {"unknown name", 2, "X", display_of(2), true},
-      {"other case", 2, "b", display_of(2), true},
-      {"same initial value", 1, "B", display_of(1), false},
-      {"initial value and range", 1, "B", display_of(2), true},
-      {"same range", 2, "B", display_of(2), false},
-      {"other format", 2, "B", other_format, true},
-      {"other action", 2, "B", display_of(2, 0), true},
-      {"same file", 4, "B", display_of(4), false},
-      {"other file", 4, "B", other_file, true},
-      {"the same reference", 3, "%2U", display_of(2), false},
-      {"another reference", 3, "B", display_of(3), true},
-  };
-  for (const Row& row : rows) {
-    display(0) = display_of(row.stored_type);
-    display(1) = row.source;
+TEST_F(ChangedFieldsTest, AReferenceChangesWhatItsSourceHasOtherwise) {
+  // Type and action of the item and of the first B, B's format and list, the name that is entered.
+  for (const auto& [stored, source, format, list, name, changed] : table<6>(R"(
+      0 1 | 0 1 | %2U | a.txt | B   | changed
+      2 1 | 2 1 | %2U | a.txt | X   | changed
+      2 1 | 2 1 | %2U | a.txt | b   | changed
+      1 1 | 1 1 | %2U | a.txt | B   |
+      1 1 | 2 1 | %2U | a.txt | B   | changed
+      2 1 | 2 1 | %2U | a.txt | B   |
+      2 1 | 2 1 | %3U | a.txt | B   | changed
+      2 1 | 2 0 | %2U | a.txt | B   | changed
+      4 1 | 4 1 | %2U | a.txt | B   |
+      4 1 | 4 1 | %2U | b.txt | B   | changed
+      3 1 | 2 1 | %2U | a.txt | %2U |
+      3 1 | 3 1 | %2U | a.txt | B   | changed
+  )")) {
+    display(0) = display_of(numbers(stored)[0], numbers(stored)[1]);
+    display(1) = display_of(numbers(source)[0], numbers(source)[1]);
+    display(1).generation_text = format;
+    display(1).enumeration_name = list;
     SetupFields fields = fields_of(display(0), {});
     fields.type_index = type_entry::reference;
-    fields.reference = row.reference;
-    EXPECT_EQ(is_changed(fields, main), row.changed) << row.name;
+    fields.reference = name;
+    EXPECT_EQ(is_changed(fields, main), !changed.empty()) << stored << ", " << source << name;
   }
 }
 
-TEST(SetupEnablement, FollowsTheSelection) {
-  struct Row {
-    std::int32_t type_index;
-    bool custom;
-    bool name_shown;
-    std::string enabled;  // the groups that can be used
-  };
-  const Row rows[] = {
-      {-1, true, true, ""},
-      {4, true, true, ""},
-      {0, true, true, "remove setup "},
-      {1, false, true, "remove setup custom values exceeded "},
-      {1, true, true, "remove setup custom format values exceeded "},
-      {2, true, true, "remove setup reference "},
-      {3, true, true, "remove setup file browse exceeded "},
-      {3, true, false, "remove setup file browse? exceeded "},
-  };
-  for (const Row& row : rows) {
+TEST(SetupEnablementTest, FollowsTheSelection) {
+  // Type, whether it is custom, whether a name is shown; the groups that can be used.
+  for (const auto& [chosen, usable] : table<2>(R"(
+      -1 1 1 |
+      4 1 1  |
+      0 1 1  | remove setup
+      1 0 1  | remove setup custom values exceeded
+      1 1 1  | remove setup custom format values exceeded
+      2 1 1  | remove setup reference
+      3 1 1  | remove setup file browse exceeded
+      3 1 0  | remove setup file browse? exceeded
+  )")) {
     SetupFields fields;
-    fields.type_index = row.type_index;
-    fields.custom = row.custom;
-    const SetupEnablement e = enablement(fields, generation_type::range, row.name_shown);
+    const auto of = numbers(chosen);
+    fields.type_index = of[0];
+    fields.custom = of[1] != 0;
+    const SetupEnablement e = enablement(fields, generation_type::range, of[2] != 0);
     std::string enabled;
     const std::pair<bool, const char*> groups[] = {
-        {e.remove, "remove "},       {e.setup, "setup "},
-        {e.enumeration, "file "},    {e.browse.value_or(true), e.browse ? "browse " : "browse? "},
-        {e.reference, "reference "}, {e.custom, "custom "},
-        {e.format, "format "},       {e.values, "values "},
-        {e.exceeded, "exceeded "}};
+        {e.remove, "remove"},        {e.setup, " setup"},
+        {e.enumeration, " file"},    {e.browse.value_or(true), e.browse ? " browse" : " browse?"},
+        {e.reference, " reference"}, {e.custom, " custom"},
+        {e.format, " format"},       {e.values, " values"},
+        {e.exceeded, " exceeded"}};
     for (const auto& [is_enabled, name] : groups) enabled += is_enabled ? name : "";
-    EXPECT_EQ(enabled, row.enabled) << row.type_index;
-
-    const SetupEnablement unset = enablement(fields, generation_type::none, row.name_shown);
+    EXPECT_EQ(enabled, usable) << chosen;
+    const SetupEnablement unset = enablement(fields, generation_type::none, of[2] != 0);
     EXPECT_FALSE(unset.remove);
     EXPECT_EQ(unset.setup, e.setup);
   }
 }
 
 }  // namespace
-}  // namespace korvex
+}  // namespace korvex::test

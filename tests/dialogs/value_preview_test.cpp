@@ -5,13 +5,10 @@
 #include "dialogs/dialog_setup.h"
 #include "format/item_settings.h"
 #include "format/reconcile.h"
+#include "support/table.h"
 
 namespace korvex::test {
 namespace {
-
-constexpr ItemAttributes number = {4, 0, 8, 8, 0};
-constexpr ItemAttributes integer = {23, 1, 10, 10, 0};
-constexpr ItemAttributes timestamp = {32, 0, 19, 15, 0};
 
 class ValuePreviewTest : public testing::Test {
  protected:
@@ -37,45 +34,28 @@ class ValuePreviewTest : public testing::Test {
 };
 
 TEST_F(ValuePreviewTest, ShowsWhatARangeGives) {
-  struct Case {
-    ItemAttributes attributes;
-    RangeTexts texts;
-    const char* shown;
-  };
-  const Case cases[] = {
-      {number,
-       {"%8U", "1", "99999999", "2"},
-       "50,000,000 values: 00000001, 00000003, 00000005 … 99999999"},
-      {number, {"%8U", "1", "9", "3"}, "3 values: 00000001, 00000004, 00000007"},
-      {number, {"%8U", "7", "7", "1"}, "99017:"},
-      {letters, {"'a,'%1S", "A", "Z", "1"}, "26 values: a,A, a,B, a,C … a,Z"},
-      {letters, {"'ab'", "", "", ""}, "1 value: ab"},
-      {{11, 0, 6, 3, 0}, {"%1N", cp932("あ"), cp932("お"), "2"}, "5 values: あ, い, う … お"},
-      {{28, 0, 10, 8, 0},
-       {"%4YMD", "20240227", "20240301", "1"},
-       "4 values: 20240227, 20240228, 20240229 … 20240301"},
-      {timestamp,
-       {"%TS", "19700101 090000", "20380119 031407", "1"},
-       "2,147,451,248 values: 19700101 090000, 19700101 090001, 19700101 090002 … 20380119 031407"},
-      {number, {"", "1", "9", "1"}, "99036:The format is not set. Please set the format."},
-      {number,
-       {"%8U", "", "9", "1"},
-       "99037:The start value is not set. Please set the start value."},
-      {number,
-       {"%9U", "1", "9", "1"},
-       "99052:There is an error in the number of digits of the format."},
-      {number, {"%8U", "1", "9", "10"}, "99"},
-      {integer,
-       {"%10D", "2147483648", "2147483649", "1"},
-       "99049:The start value is out of range. Please reset the start value."},
-  };
-  for (const Case& c : cases) {
-    load({{.attributes = c.attributes}});
+  for (const auto& [item, format, start, end, increment, shown] : table<6>(R"(
+      4 0 8 8     | %8U    | 1        | 99999999 | 2 | 50,000,000 values: 00000001, 00000003, 00000005 … 99999999
+      4 0 8 8     | %8U    | 1        | 9        | 3 | 3 values: 00000001, 00000004, 00000007
+      4 0 8 8     | %8U    | 7        | 7        | 1 | 99017:
+      1 1 3 3     | 'a,'%1S | A       | Z        | 1 | 26 values: a,A, a,B, a,C … a,Z
+      1 1 3 3     | 'ab'   |          |          |   | 1 value: ab
+      11 0 6 3    | %1N    | あ       | お       | 2 | 5 values: あ, い, う … お
+      28 0 10 8   | %4YMD  | 20240227 | 20240301 | 1 | 4 values: 20240227, 20240228, 20240229 … 20240301
+      32 0 19 15  | %TS    | 19700101 090000 | 20380119 031407 | 1 | 2,147,451,248 values: 19700101 090000, 19700101 090001, 19700101 090002 … 20380119 031407
+      4 0 8 8     |        | 1        | 9        | 1 | 99036:The format is not set. Please set the format.
+      4 0 8 8     | %8U    |          | 9        | 1 | 99037:The start value is not set. Please set the start value.
+      4 0 8 8     | %9U    | 1        | 9        | 1 | 99052:There is an error in the number of digits of the format.
+      4 0 8 8     | %8U    | 1        | 9        | 10 | 99
+      23 1 10 10  | %10D   | 2147483648 | 2147483649 | 1 | 99049:The start value is out of range. Please reset the start value.
+  )")) {
+    load({{.attributes = item_of(item)}});
     const ValuePreview preview =
-        preview_range(*main.items[0], main.layout_kind(), {.texts = c.texts, .is_custom = true},
+        preview_range(*main.items[0], main.layout_kind(),
+                      {.texts = {format, cp932(start), cp932(end), increment}, .is_custom = true},
                       setup_format_rules);
-    EXPECT_TRUE(text(preview).starts_with(c.shown)) << c.texts.format << "\n" << text(preview);
-    EXPECT_TRUE(preview.code != 0 || text(preview) == c.shown) << text(preview);
+    EXPECT_TRUE(text(preview).starts_with(shown)) << format << "\n" << text(preview);
+    EXPECT_TRUE(preview.code != 0 || text(preview) == shown) << text(preview);
   }
   EXPECT_EQ(main.settings.find_column(1), nullptr);
   EXPECT_EQ(main.items[0]->display().generation_type, generation_type::none);
