@@ -23,8 +23,8 @@ TEST(RepeatExportsTest, AsksInTheHostsOwnNumber) {
             std::string::npos);
 }
 
-// Guarded runs with repeats leave a margin: the percentage counts on more records than are asked
-// for, and the last step goes to 100 all the same.
+// Guarded runs can be cancelled. With repeats they leave a margin: the percentage counts on more
+// records than are asked for, and the last step goes to 100 all the same.
 TEST(RepeatExportsTest, ThePercentageLeavesAMarginForRepeats) {
   const std::tuple<std::int32_t, std::int32_t, std::vector<int>> cases[] = {
       {guarded, 1, {12, 25, 37, 50, 62, 100}},
@@ -33,8 +33,12 @@ TEST(RepeatExportsTest, ThePercentageLeavesAMarginForRepeats) {
   for (const auto& [option, level, percentages] : cases) {
     RepeatSetup setup;
     setup.write({item(level)}, {.records = 5});
-    ASSERT_EQ(DGCreateData(setup.control().c_str(), option, nullptr, 0), 0);
+    ASSERT_EQ(DGCreateData(setup.control().c_str(), option, &setup, 0), 0);
     EXPECT_EQ(setup.interface.percentages, percentages) << option << level;
+    EXPECT_EQ(setup.interface.offered_cancel, option == guarded);
+    EXPECT_EQ(setup.interface.progress_parent, &setup);
+    EXPECT_EQ(setup.interface.polls, 5);
+    EXPECT_EQ(setup.interface.open_progresses, 0);
   }
 }
 

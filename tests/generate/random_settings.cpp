@@ -340,6 +340,14 @@ std::string odd_field(RandomSettings& random, ClFmtColInf& column) {
 
 }  // namespace
 
+std::unique_ptr<ClFmtColInf> checked_column(const ItemSettings& settings) {
+  ClFmtLvlInf level;
+  std::int32_t variables = 0;
+  const std::int32_t code =
+      level.check_and_store(1, settings.item, settings.texts, {settings.action, 0}, variables);
+  return code < 0 ? nullptr : std::move(level.columns.front());
+}
+
 std::string RandomItem::description() const {
   std::ostringstream out;
   const ItemAttributes& item = settings.item;
@@ -358,10 +366,9 @@ std::int64_t RandomSettings::between(std::int64_t low, std::int64_t high) {
 
 RandomItem RandomSettings::draw() {
   RandomItem item;
-  std::int32_t refusal = 0;
   do {
     item.settings = Proposal(*this, most_steps_).propose();
-    item.column = try_column(item.settings, refusal);
+    item.column = checked_column(item.settings);
   } while (!item.column);
   if (one_in(30)) item.column->record.generation_type = generation_type::initial_value;
   if (one_in(30)) item.column->record.generation_type = generation_type::reference;

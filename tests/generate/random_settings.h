@@ -5,9 +5,19 @@
 #include <random>
 #include <string>
 
-#include "generate/item_settings.h"
+#include "format/lvl_inf.h"
 
 namespace korvex::test {
+
+// What a person enters for one item.
+struct ItemSettings {
+  ItemAttributes item;
+  RangeTexts texts;
+  std::int32_t action = exceeded_action::repeat;
+};
+
+// The checked settings; null when a check refuses them.
+std::unique_ptr<ClFmtColInf> checked_column(const ItemSettings& settings);
 
 // One item as drawn, and what was done to its checked settings afterwards.
 struct RandomItem {

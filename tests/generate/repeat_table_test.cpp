@@ -38,27 +38,6 @@ class RepeatTableTest : public testing::Test {
   RepeatTable table;
 };
 
-TEST_F(RepeatTableTest, OrdersTheRepeatedItemsByLevel) {
-  EXPECT_EQ(build({repeated(10, 7, 4), repeated(11, 0), repeated(12, 1, 2), repeated(13, 3, 3)}),
-            0);
-  using Row = std::vector<std::int32_t>;  // level, order, count, item, whether innermost
-  for (const Row& row : {Row{1, 1, 2, 12, 0}, Row{3, 2, 3, 13, 0}, Row{7, 3, 4, 10, 1}}) {
-    const ClRepeatData* entry = table.find_level(row[0]);
-    ASSERT_NE(entry, nullptr) << row[0];
-    EXPECT_EQ((Row{entry->repeat_level, entry->level_order, entry->repeat_count, entry->item_number,
-                   entry->innermost}),
-              row);
-  }
-  EXPECT_EQ(table.find_level(2), nullptr);
-  EXPECT_EQ(table.next_inner(*table.find_level(1)), table.find_level(3));
-  EXPECT_EQ(table.next_inner(*table.find_level(7)), nullptr);
-}
-
-TEST_F(RepeatTableTest, IsEmptyWithoutRepeatedItems) {
-  EXPECT_EQ(build({repeated(1, 0), repeated(2, 0)}), 0);
-  EXPECT_TRUE(table.is_empty());
-}
-
 // A level taken twice comes before a missing first level, and both before the limit.
 TEST_F(RepeatTableTest, RefusesLevels) {
   EXPECT_EQ(build({repeated(1, 1), repeated(2, 3), repeated(3, 2), repeated(4, 2)}), -104);
@@ -87,9 +66,6 @@ TEST_F(RepeatTableTest, AnItemMayStandTwice) {
   EXPECT_EQ(build({repeated(5, 1, 2), repeated(6, 2)}), 0);
   setup.write_control({.items = {5, 6, 5}});
   EXPECT_EQ(build_again(false), 0);
-  EXPECT_EQ(table.find_level(1)->item_number, 5);
-  EXPECT_EQ(table.next_inner(*table.find_level(2)), nullptr);
-  EXPECT_TRUE(table.find_level(2)->innermost);
   setup.limit("RepeatLevelNumMax", "2");
   EXPECT_EQ(build_again(false), -109);
 }

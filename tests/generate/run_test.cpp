@@ -5,9 +5,11 @@
 #include <cstdlib>
 #include <iostream>
 #include <map>
+#include <set>
 
 #include "generate/random_settings.h"
 #include "generate/reference_assembler.h"
+#include "host/records/uniqueness.h"
 #include "support/list_values.h"
 
 // The records of a run, taken in blocks, one by one and from any record on, against a slow
@@ -265,6 +267,48 @@ TEST_F(RunTest, SeeksFarAway) {
         take_lines(run, random, records - static_cast<std::int64_t>(ahead), code);
     ASSERT_TRUE(walked.ends_with(sought)) << far << " and " << ahead << " more";
   }
+}
+
+// What is told of the records that differ in some of their fields is true of those that come.
+TEST_F(RunTest, TellsForHowLongRecordsDiffer) {
+  int exact = 0;
+  int answers = 0;
+  for (int i = 0; i < layouts_to_draw(400); ++i) {
+    RandomLayout layout(random);
+    SCOPED_TRACE("layout " + std::to_string(i + 1) + layout.description);
+    korvex::Run run;
+    prepare(layout, run);
+    const std::vector<FieldFacts> fields = run.field_facts();
+    std::vector<std::vector<std::string>> taken;
+    for (std::vector<std::string_view> values;
+         std::ssize(taken) < records && run.next(values) == 0;) {
+      taken.emplace_back(values.begin(), values.end());
+    }
+    if (std::ssize(taken) < records) continue;
+    for (int sets = 0; sets < 4; ++sets) {
+      std::vector<std::size_t> places = {
+          static_cast<std::size_t>(random.between(0, std::ssize(fields) - 1))};
+      for (std::size_t k = 0; k < fields.size(); ++k) {
+        if (k != places[0] && random.one_in(4)) places.push_back(k);
+      }
+      std::vector<const FieldFacts*> set;
+      for (const std::size_t place : places) set.push_back(&fields[place]);
+      std::set<std::vector<std::string>> met;
+      for (bool is_new = true; is_new && std::ssize(met) < records;) {
+        std::vector<std::string> key;
+        for (const std::size_t place : places) key.push_back(taken[met.size()][place]);
+        is_new = met.insert(key).second;
+      }
+      const host::Uniqueness told = host::uniqueness_of(set, fields);
+      ASSERT_LE(std::min<Steps>(told.different, records), met.size()) << places[0];
+      if (told.repeated < records) {
+        ASSERT_LE(met.size(), told.repeated) << places[0];
+      }
+      ++answers;
+      exact += told.different == told.repeated ? 1 : 0;
+    }
+  }
+  EXPECT_GT(exact, answers / 2);
 }
 
 // Records of random bytes: whatever they say, a field stays as large as its elements can be.
