@@ -4,9 +4,9 @@
 #include <filesystem>
 
 #include "dialogs/dialog_driver.h"
-#include "dialogs/dialog_setup.h"
 #include "dialogs/setup_fields.h"
 #include "support/settings_bytes.h"
+#include "support/table.h"
 #include "support/write_calls.h"
 
 namespace korvex::test {
@@ -22,7 +22,9 @@ constexpr int format_column = 2;
 constexpr int level_column = 6;
 constexpr int count_column = 7;
 
-class DataGenerationDlgTest : public testing::Test {
+const SavedItem two_digits = {.item = {4, 0, 2, 2, 0}, .texts = {"%1U", "1", "9", "1"}};
+
+class DataGenerationDlgTest : public DialogTest {
  protected:
   int run(const Steps& story, std::int32_t mode = run_mode::data_file_dialog,
           std::int32_t quotation_lock = 0) {
@@ -31,7 +33,7 @@ class DataGenerationDlgTest : public testing::Test {
   }
 
   // A column of the list as text, an entry a row.
-  Step expect_column(int column, const Names& expected) {
+  static Step expect_column(int column, const Names& expected) {
     return [=](FormDialog& dialog) {
       Names found;
       for (std::size_t i = 0; i < expected.size(); ++i) {
@@ -39,10 +41,6 @@ class DataGenerationDlgTest : public testing::Test {
       }
       EXPECT_EQ(found, expected);
     };
-  }
-
-  Step expect_told(const Names& expected) {
-    return [this, expected](FormDialog&) { EXPECT_EQ(setup.told(), expected); };
   }
 
   static Steps repeat(int item, const QString& level, const QString& count) {
@@ -53,8 +51,6 @@ class DataGenerationDlgTest : public testing::Test {
   static Steps change_level(int item, const QString& level) {
     return {row(id::items, item), type(id::level, level), click(id::update)};
   }
-
-  DialogSetup setup;
 };
 
 TEST_F(DataGenerationDlgTest, SetsUpThreeItemsWithRepeatsAndGenerates) {
@@ -86,55 +82,29 @@ TEST_F(DataGenerationDlgTest, SetsUpThreeItemsWithRepeatsAndGenerates) {
 
 TEST_F(DataGenerationDlgTest, IsWorkedByTheKeyboardAlone) {
   setup.write(three_items(), {.records = 2});
-  const Steps story = {
-      press(Qt::Key_Return),  // on a row
-      alt(Qt::Key_S),
-      keys("7"),
-      alt(Qt::Key_E),
-      keys("8"),
-      press(Qt::Key_Return),
-      press(Qt::Key_PageDown, Qt::ControlModifier),
-      alt(Qt::Key_T),
-      press(Qt::Key_Up),
-      press(Qt::Key_Return),  // the initial value
-      alt(Qt::Key_N),
-      alt(Qt::Key_O),
-      keys("%1S"),
-      alt(Qt::Key_S),
-      keys("K"),
-      alt(Qt::Key_E),
-      keys("L"),
-      tab_to(id::increment),
-      keys("1"),
-      press(Qt::Key_Up),
-      press(Qt::Key_Down),
-      alt(Qt::Key_P),
-      alt(Qt::Key_U),
-      tab_to(id::ok),
-      press(Qt::Key_Space),
-      alt(Qt::Key_R),
-      alt(Qt::Key_L),
-      keys("1"),
-      alt(Qt::Key_N),
-      keys("3"),
-      press(Qt::Key_Return),  // updates
-      press(Qt::Key_Home),
-      press(Qt::Key_Down),
-      alt(Qt::Key_D),
-      expect_column(format_column, {"%2U", "", "%1S"}),
-      expect_column(count_column, {"", "", "3"}),
-      press(Qt::Key_Return, Qt::ControlModifier),  // OK
-  };
-  EXPECT_EQ(run(story), ok);
+  // A row's setup, the initial value of the second one, a format and values for the third.
+  const Steps setups =
+      press_in_turn(
+          "Return Alt+S =7 Alt+E =8 Return Ctrl+PgDown Alt+T Up Return Alt+N Alt+O =%1S "
+          "Alt+S =K Alt+E =L") +
+      Steps{tab_to(id::increment)} + press_in_turn("=1 Up Down Alt+P Alt+U") +
+      Steps{tab_to(id::ok)} + press_in_turn("Space");
+  // A repeat, and the second row's settings deleted.
+  const Steps repeats = press_in_turn("Alt+R Alt+L =1 Alt+N =3 Return Home Down Alt+D") +
+                        Steps{expect_column(format_column, {"%2U", "", "%1S"}),
+                              expect_column(count_column, {"", "", "3"}), press("Ctrl+Return")};
+  EXPECT_EQ(run(setups + repeats), ok);
   EXPECT_EQ(setup.told(), Names{});
   EXPECT_EQ(read_file(setup.data()), "07,K,\n08,L,\n");
 }
 
 TEST_F(DataGenerationDlgTest, NothingIsWrittenUnlessByOk) {
   setup.write();
-  setup.save_settings({{.number = 2, .item = {4, 0, 2, 2, 0}, .texts = {"%1U", "1", "9", "1"}}});
+  SavedItem second = two_digits;
+  second.number = 2;
+  setup.save_settings({second});
   const std::string before = read_file(setup.settings());
-  for (const Step& end : {click(id::cancel), press(Qt::Key_Escape), close_box()}) {
+  for (const Step& end : {click(id::cancel), press("Esc"), close_box()}) {
     EXPECT_EQ(run({row(id::items, 1), click(id::setup), type(id::end, "5"), click(id::ok),
                    click(id::repeats), click(id::update), click(id::delete_settings),
                    expect_column(format_column, {"", "", ""}), end}),
@@ -153,10 +123,7 @@ TEST_F(DataGenerationDlgTest, OkComplainsInItsOrder) {
                {.number = 3, .name = "C", .description = "third"},
                {.number = 4, .name = "D", .null_allowed = 0},
                {.number = 5, .name = "E", .null_allowed = 0}});
-  const std::string list = setup.folder.file("list");
-  write_file(list, "1\n");
-  setup.interface.chosen_file = list;
-
+  const std::string path = list("1\n");
   struct Stage {
     Steps mend;
     std::string told;
@@ -170,11 +137,10 @@ TEST_F(DataGenerationDlgTest, OkComplainsInItsOrder) {
        "w2 line of a enum file The numeric value data Item includes a "
        "non-numeric value.\nC : third",
        "", 2},
-      {{then([=] { std::filesystem::remove(list); })}, "w114", "\nC : third", 2},
-      {{then([=] { write_file(list, "1\n"); })}, "w108", "repeat.", 2},
+      {{then([=] { std::filesystem::remove(path); })}, "w114", "\nC : third", 2},
+      {{then([=] { write_file(path, "1\n"); })}, "w108", "repeat.", 2},
       {change_level(0, "1"), "w109", " is 1.", 0},
       {{row(id::items, 1), click(id::repeats)}, "q66", "Item Name: D ", 3, Answer::no},
-      {{}, "q66", "Item Name: D ", 3, Answer::yes},
   };
   Steps story = {row(id::items, 2),
                  click(id::setup),
@@ -185,7 +151,7 @@ TEST_F(DataGenerationDlgTest, OkComplainsInItsOrder) {
                  click(id::delete_settings),
                  row(id::items, 4),
                  click(id::delete_settings),
-                 then([=] { write_file(list, "1\nx\n"); })};
+                 then([=] { write_file(path, "1\nx\n"); })};
   for (const Stage& stage : stages) {
     const Step expect = [this, stage](FormDialog& dialog) {
       EXPECT_EQ(dialog.control<QAbstractItemView>(id::items)->currentIndex().row(), stage.row)
@@ -194,12 +160,9 @@ TEST_F(DataGenerationDlgTest, OkComplainsInItsOrder) {
       EXPECT_TRUE(setup.last_text.ends_with(stage.end)) << setup.last_text;
       EXPECT_FALSE(std::filesystem::exists(setup.settings()));
     };
-    const bool is_last = &stage == std::end(stages) - 1;
-    story = story + stage.mend +
-            Steps{then([this, stage] { setup.interface.answers = {stage.answer}; }), click(id::ok)};
-    if (!is_last) story.push_back(expect);
+    story = story + stage.mend + Steps{answer(stage.answer), click(id::ok), expect};
   }
-  EXPECT_EQ(run(story, run_mode::settings_only), ok);
+  EXPECT_EQ(run(story + Steps{answer(Answer::yes), click(id::ok)}, run_mode::settings_only), ok);
   EXPECT_EQ(setup.told(), Names{"q66"});
   EXPECT_EQ(read_file(setup.settings()).substr(header_size, level_size),
             level_bytes(1, 76, 3, 3 * (column_size + element_size), 3, 1));
@@ -213,29 +176,26 @@ TEST_F(DataGenerationDlgTest, EndsByWhatSavingAndGeneratingCameTo) {
     const char* data;
     int result;
     Names told;
-    Names outputs;
     bool leaves_file;
   };
   const Case cases[] = {
-      {"all deleted, and the file", true, Answer::yes, "", ok, {"q44"}, {}, false},
-      {"all deleted, the file kept", true, Answer::no, "", ok, {"q44"}, {}, true},
-      {"nothing to save", false, Answer::ok, "", cancel, {}, {}, false},
-      {"no place for the data", false, Answer::ok, "/none/x.csv", cancel, {"p2"}, {}, true},
+      {"all deleted, and the file", true, Answer::yes, "", ok, {"q44"}, false},
+      {"all deleted, the file kept", true, Answer::no, "", ok, {"q44"}, true},
+      {"nothing to save", false, Answer::ok, "", cancel, {}, false},
+      {"no place for the data", false, Answer::ok, "/none/x.csv", cancel, {"p2"}, true},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.what);
-    DialogSetup each;
-    each.write({{}}, {.data = c.data});
-    if (c.has_file)
-      each.save_settings({{.item = {4, 0, 2, 2, 0}, .texts = {"%1U", "1", "9", "1"}}});
-    each.interface.answers = {c.answer};
-    ClDataGenerationDlg dialog(nullptr, each.control(), run_mode::data_file_dialog, 0);
+    setup.write({{}}, {.data = c.data});
+    std::filesystem::remove(setup.settings());
+    if (c.has_file) setup.save_settings({two_digits});
+    setup.interface.answers = {c.answer};
     const Steps deletion = {click(id::delete_settings)};
-    EXPECT_EQ(play(dialog, (*c.data == '\0' ? deletion : Steps{}) + Steps{click(id::ok)}),
-              c.result);
-    EXPECT_EQ(each.told(), c.told);
-    EXPECT_EQ(each.outputs(), c.outputs);
-    EXPECT_EQ(std::filesystem::exists(each.settings()), c.leaves_file);
+    EXPECT_EQ(run((*c.data == '\0' ? deletion : Steps{}) + Steps{click(id::ok)}), c.result);
+    EXPECT_EQ(setup.told(), c.told);
+    EXPECT_EQ(setup.outputs(), Names{});
+    EXPECT_EQ(std::filesystem::exists(setup.settings()), c.leaves_file);
+    setup.interface.answers.clear();
   }
 }
 
@@ -254,12 +214,9 @@ TEST_F(DataGenerationDlgTest, AFullDiskKeepsItOpenAndOtherFailuresDoNot) {
 
 TEST_F(DataGenerationDlgTest, AWriteProtectedFileIsReplacedOnlyWhenTheUserSaysSo) {
   setup.write({{}});
-  setup.save_settings({{.item = {4, 0, 2, 2, 0}, .texts = {"%1U", "1", "9", "1"}}});
+  setup.save_settings({two_digits});
   const std::string before = read_file(setup.settings());
   std::filesystem::permissions(setup.settings(), std::filesystem::perms::owner_read);
-  const auto answer = [this](Answer given) {
-    return then([this, given] { setup.interface.answers = {given}; });
-  };
   const std::string question =
       "qThe Format Information file is write-protected.\nReplace it?\n" + setup.settings();
   EXPECT_EQ(run({click(id::setup), type(id::end, "5"), click(id::ok), answer(Answer::no),
@@ -273,53 +230,41 @@ TEST_F(DataGenerationDlgTest, AWriteProtectedFileIsReplacedOnlyWhenTheUserSaysSo
 
 TEST_F(DataGenerationDlgTest, UpdateTakesWholeNumbersThatAreNotZero) {
   setup.write();
-  struct Case {
-    const char* level;
-    const char* count;
-    std::string told;
-    int focus;  // the number that is to be typed again
-  };
-  const std::string no_number = "wPlease enter a positive integer.";
-  const std::string too_large = "wPlease enter an integer between 0 and 2147483647.";
-  const Case cases[] = {
-      {"0", "1", "w102", id::level},
-      {"1", "0", "w103", id::count},
-      {"x", "1", no_number, id::level},
-      {"-1", "1", no_number, id::level},
-      {"2147483648", "1", too_large, id::level},
-      {"x", "", no_number, id::count},
-  };
   Steps story = {click(id::repeats)};
-  for (const Case& c : cases) {
-    story = story + Steps{type(id::level, c.level),
-                          type(id::count, c.count),
+  // Level, count, what is told and the number that is to be typed again.
+  for (const auto& [level, count, told, wrong] : table<4>(R"(
+      0          | 1 | w102                                               | level
+      1          | 0 | w103                                               | count
+      x          | 1 | wPlease enter a positive integer.                  | level
+      -1         | 1 | wPlease enter a positive integer.                  | level
+      2147483648 | 1 | wPlease enter an integer between 0 and 2147483647. | level
+      x          |   | wPlease enter a positive integer.                  | count
+  )")) {
+    const int focus = wrong == "level" ? id::level : id::count;
+    story = story + Steps{type(id::level, QString::fromStdString(level)),
+                          type(id::count, QString::fromStdString(count)),
                           click(id::update),
-                          expect_told({c.told}),
+                          expect_told({told}),
                           expect_column(level_column, {"", ""}),
-                          [c](FormDialog& dialog) {
-                            EXPECT_TRUE(dialog.control(c.focus)->hasFocus());
-                            EXPECT_EQ(edit_of(dialog, c.focus)->selectedText().toStdString(),
-                                      text_of(dialog, c.focus));
+                          [focus](FormDialog& dialog) {
+                            EXPECT_TRUE(dialog.control(focus)->hasFocus());
+                            EXPECT_EQ(edit_of(dialog, focus)->selectedText().toStdString(),
+                                      text_of(dialog, focus));
                           }};
   }
-  const auto expect_proposal = [](const char* level) {
-    return [level](FormDialog& dialog) {
-      EXPECT_EQ(text_of(dialog, id::level), level);
-      EXPECT_EQ(text_of(dialog, id::count), "1");
-    };
-  };
   // The next level is proposed, and the first one where no next is left.
   story = story + Steps{type(id::level, "3"),
                         type(id::count, "1"),
                         click(id::update),
                         row(id::items, 1),
                         click(id::repeats),
-                        expect_proposal("4"),
+                        expect_text(id::level, "4"),
+                        expect_text(id::count, "1"),
                         type(id::level, "2147483647"),
                         click(id::update),
                         row(id::items, 2),
                         click(id::repeats),
-                        expect_proposal("1"),
+                        expect_text(id::level, "1"),
                         expect_column(level_column, {"3", "2147483647", ""}),
                         click(id::cancel)};
   EXPECT_EQ(run(story), cancel);
@@ -327,60 +272,49 @@ TEST_F(DataGenerationDlgTest, UpdateTakesWholeNumbersThatAreNotZero) {
 }
 
 TEST_F(DataGenerationDlgTest, OffersWhatTheSettingsOfTheRowAllow) {
+  const std::vector<int> commands = {id::repeats, id::delete_settings, id::update};
   setup.write(three_items(), {.layout_kind = 2});
   setup.save_settings({{.number = 1, .item = {4, 0, 2, 2, 0}, .texts = {}},
                        {.number = 2, .item = {4, 0, 2, 2, 0}, .texts = {"'12'", "", "", ""}}},
                       2);
-  const auto expect_usable = [](bool repeats, bool deletion) {
-    return [=](FormDialog& dialog) {
-      EXPECT_EQ(is_usable(dialog, id::repeats), repeats);
-      EXPECT_EQ(is_usable(dialog, id::delete_settings), deletion);
-      EXPECT_FALSE(is_usable(dialog, id::update));
-      for (const int hidden :
-           {id::quotation, id::repeat_only, id::record_count, id::predicted_size}) {
-        EXPECT_FALSE(dialog.control(hidden)->isVisible());
-      }
-    };
+  const Step expect_hidden = [](FormDialog& dialog) {
+    for (const int hidden :
+         {id::quotation, id::repeat_only, id::record_count, id::predicted_size}) {
+      EXPECT_FALSE(dialog.control(hidden)->isVisible());
+    }
   };
-  EXPECT_EQ(
-      run({expect_usable(false, true), expect_column(format_column, {"Init Null", "'12'", ""}),
-           row(id::items, 1), expect_usable(false, true), row(id::items, 2),
-           expect_usable(false, false), click(id::cancel)}),
-      cancel);
-}
-
-// The repeat of an item that has lost its changing values still counts.
-TEST_F(DataGenerationDlgTest, ARepeatWithoutValuesCanBeTakenAway) {
+  EXPECT_EQ(run({expect_usable(commands, {id::delete_settings}), expect_hidden,
+                 expect_column(format_column, {"Init Null", "'12'", ""}), row(id::items, 1),
+                 expect_usable(commands, {id::delete_settings}), row(id::items, 2),
+                 expect_usable(commands, {}), click(id::cancel)}),
+            cancel);
+  // The repeat of an item that has lost its changing values still counts, and can be taken away.
   setup.write({{}});
-  const auto expect_repeats = [](bool ticked, bool usable) {
-    return [=](FormDialog& dialog) {
+  std::filesystem::remove(setup.settings());
+  const auto expect_ticked = [](bool ticked) {
+    return [ticked](FormDialog& dialog) {
       EXPECT_EQ(dialog.control<QAbstractButton>(id::repeats)->isChecked(), ticked);
-      EXPECT_EQ(is_usable(dialog, id::repeats), usable);
-      EXPECT_FALSE(is_usable(dialog, id::update));
     };
   };
   EXPECT_EQ(run(repeat(0, "1", "3") +
                 Steps{click(id::setup), choose(id::type, type_entry::initial_value), click(id::ok),
-                      expect_column(count_column, {"3"}), expect_repeats(true, true),
-                      click(id::repeats), expect_column(count_column, {""}),
-                      expect_repeats(false, false), click(id::cancel)}),
+                      expect_column(count_column, {"3"}), expect_ticked(true),
+                      expect_usable({id::repeats, id::update}, {id::repeats}), click(id::repeats),
+                      expect_column(count_column, {""}), expect_ticked(false),
+                      expect_usable({id::repeats, id::update}, {}), click(id::cancel)}),
             cancel);
 }
 
 TEST_F(DataGenerationDlgTest, ColumnsOfAnEmptySettingsFileAreNullWhereTheHostAsksForIt) {
-  struct Case {
-    std::int32_t layout_kind;
-    std::int32_t null_default;
-    Names formats;
-  };
-  const Case cases[] = {
-      {1, 1, {"", ""}}, {2, 0, {"", ""}}, {2, 1, {"Init Null", ""}}, {3, 1, {"Init Null", ""}}};
-  for (const Case& c : cases) {
+  // Layout kind, what the host asks for, and the format of a column that may be NULL.
+  const std::tuple<std::int32_t, std::int32_t, const char*> cases[] = {
+      {1, 1, ""}, {2, 0, ""}, {2, 1, "Init Null"}, {3, 1, "Init Null"}};
+  for (const auto& [layout_kind, null_default, format] : cases) {
     setup.write({{}, {.number = 2, .null_allowed = 0}},
-                {.layout_kind = c.layout_kind, .null_default = c.null_default});
+                {.layout_kind = layout_kind, .null_default = null_default});
     std::filesystem::remove(setup.settings());
-    setup.save_settings({{}}, c.layout_kind, 0, 2);  // of another level
-    EXPECT_EQ(run({expect_column(format_column, c.formats), click(id::cancel)}), cancel);
+    setup.save_settings({{}}, layout_kind, 0, 2);  // of another level
+    EXPECT_EQ(run({expect_column(format_column, {format, ""}), click(id::cancel)}), cancel);
   }
 }
 
@@ -394,37 +328,29 @@ TEST_F(DataGenerationDlgTest, TheLockFixesTheQuotation) {
 }
 
 TEST_F(DataGenerationDlgTest, IsNeverSeenWhenLoadingFails) {
-  struct Case {
-    std::string told;
-    std::function<void()> spoil;
-  };
-  const Case cases[] = {
+  const std::pair<std::string, std::function<void()>> cases[] = {
       {"w2", [&] { std::filesystem::remove(setup.control()); }},
       {"w3", [&] { std::filesystem::resize_file(setup.control(), 1100); }},
       {"w3", [&] { std::filesystem::resize_file(setup.settings(), 100); }},
       {"p70", [&] { setup.write({{.attributes = letters}}); }},
   };
-  for (const Case& c : cases) {
+  for (const auto& [told, spoil] : cases) {
     setup.write({{}});
-    setup.save_settings({{.item = {4, 0, 2, 2, 0}, .texts = {"%1U", "1", "9", "1"}}});
-    c.spoil();
+    setup.save_settings({two_digits});
+    spoil();
     EXPECT_EQ(run({}), cancel);
-    EXPECT_EQ(setup.told(), Names{c.told});
+    EXPECT_EQ(setup.told(), Names{told});
     std::filesystem::remove(setup.settings());
   }
-}
-
-TEST_F(DataGenerationDlgTest, NamesItemsWithImpossibleDigitsAndGoesOn) {
+  // Items with impossible digits are named.
   setup.write({{.name = cp932("品番"), .attributes = {4, 0, -1, -1, 0}}, {.number = 2}});
   EXPECT_EQ(run({click(id::cancel)}), cancel);
   EXPECT_EQ(setup.told(), Names{"w75"});
   EXPECT_TRUE(setup.last_text.ends_with("品番 ")) << setup.last_text;
-}
-
-TEST_F(DataGenerationDlgTest, WithoutItemsTheCommandsDoNothing) {
+  // Without items the commands do nothing.
   setup.write({});
   EXPECT_EQ(
-      run({click(id::setup), alt(Qt::Key_D), alt(Qt::Key_R), alt(Qt::Key_U), click(id::cancel)}),
+      run(Steps{click(id::setup)} + press_in_turn("Alt+D Alt+R Alt+U") + Steps{click(id::cancel)}),
       cancel);
   EXPECT_EQ(setup.told(), Names{});
 }

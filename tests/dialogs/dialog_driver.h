@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <QLineEdit>
 #include <QTest>
 #include <QTextDocumentFragment>
@@ -18,6 +19,7 @@
 #include <vector>
 
 #include "dialogs/control_ids.h"
+#include "dialogs/dialog_setup.h"
 #include "dialogs/form_dialog.h"
 
 // Stories with dialogs: what a person does, one step after the other. A step works the dialog in
@@ -154,15 +156,26 @@ inline Step row(int id, int row, bool is_double_click = false) {
   };
 }
 
-inline Step press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-  return [=](FormDialog& dialog) { QTest::keyClick(focused(dialog), key, modifiers); };
+// Keys on whatever has the focus, one after the other: "Alt+S Return", or a text to be typed
+// after "=".
+inline Step press(const QString& keys) {
+  return [keys](FormDialog& dialog) {
+    for (const QString& key : keys.split(' ')) {
+      if (key.startsWith('=')) {
+        type_into(focused(dialog), key.mid(1));
+      } else {
+        const QKeyCombination pressed = QKeySequence(key)[0];
+        QTest::keyClick(focused(dialog), pressed.key(), pressed.keyboardModifiers());
+      }
+    }
+  };
 }
 
-inline Step alt(Qt::Key key) { return press(key, Qt::AltModifier); }
-
-// Types over what the focused control has selected.
-inline Step keys(const QString& text) {
-  return [text](FormDialog& dialog) { type_into(focused(dialog), text); };
+// The same, each when the one before has been worked.
+inline Steps press_in_turn(const QString& keys) {
+  Steps steps;
+  for (const QString& key : keys.split(' ')) steps.push_back(press(key));
+  return steps;
 }
 
 inline Step tab_to(int id) {
@@ -184,9 +197,43 @@ inline Step then(std::function<void()> action) {
   return [action = std::move(action)](FormDialog&) { action(); };
 }
 
+inline Step expect_text(int id, const std::string& text) {
+  return [=](FormDialog& dialog) { EXPECT_EQ(text_of(dialog, id), text); };
+}
+
+// Which of some controls can be used, in their order.
+inline Step expect_usable(const std::vector<int>& controls, const std::vector<int>& usable) {
+  return [=](FormDialog& dialog) {
+    std::vector<int> found = controls;
+    std::erase_if(found, [&](int id) { return !is_usable(dialog, id); });
+    EXPECT_EQ(found, usable);
+  };
+}
+
 inline Steps operator+(Steps first, const Steps& second) {
   first.insert(first.end(), second.begin(), second.end());
   return first;
 }
+
+// Stories with a control file, messages and file choices that are scripted.
+class DialogTest : public testing::Test {
+ protected:
+  Step expect_told(const Names& expected) {
+    return then([this, expected] { EXPECT_EQ(setup.told(), expected); });
+  }
+
+  Step answer(platform::Answer given) {
+    return then([this, given] { setup.interface.answers = {given}; });
+  }
+
+  // A list of values, which is the next file to be chosen.
+  std::string list(const std::string& lines) {
+    setup.interface.chosen_file = setup.folder.file("list.txt");
+    write_file(*setup.interface.chosen_file, lines);
+    return *setup.interface.chosen_file;
+  }
+
+  DialogSetup setup;
+};
 
 }  // namespace korvex::test

@@ -5,7 +5,6 @@
 #include <filesystem>
 
 #include "dialogs/dialog_driver.h"
-#include "dialogs/dialog_setup.h"
 #include "dialogs/setup_fields.h"
 #include "generate/generate_data_file.h"
 
@@ -17,7 +16,7 @@ namespace id = control_id;
 constexpr int ok = dialog_result::ok;
 constexpr int cancel = dialog_result::cancel;
 
-class ItemValueUpdateDlgTest : public testing::Test {
+class ItemValueUpdateDlgTest : public DialogTest {
  protected:
   ItemValueUpdateDlgTest() { write(); }
 
@@ -40,10 +39,6 @@ class ItemValueUpdateDlgTest : public testing::Test {
     return read_file(setup.data());
   }
 
-  Step expect_told(const Names& expected) {
-    return then([=, this] { EXPECT_EQ(setup.told(), expected); });
-  }
-
   static Step expect_item(const std::string& name, const std::string& description) {
     return [=](FormDialog& dialog) {
       EXPECT_EQ(text_of(dialog, id::update_name), name);
@@ -59,29 +54,19 @@ class ItemValueUpdateDlgTest : public testing::Test {
       EXPECT_FALSE(is_usable(dialog, id::format));
     };
   }
-
-  DialogSetup setup;
 };
 
 TEST_F(ItemValueUpdateDlgTest, UpdatesTheItemThatWasBrowsedFor) {
   setup.save_settings({{.number = 1, .item = {4, 0, 2, 2, 0}, .texts = {"%2U", "5", "9", "1"}},
                        {.number = 3, .item = letters, .texts = {}}});
-  const Steps story = {expect_item("A", "first"),
-                       choose(id::type, type_entry::range),
-                       expect_fields("%2U", "1", true),
-                       click(id::browse_items),
-                       row(id::selection_items, 2, true),
-                       expect_item("C", "first"),
-                       expect_fields("", "1", false),
-                       choose(id::type, type_entry::range),
-                       expect_fields("%3S", "1", true),
-                       click(id::custom_format),
-                       type(id::format, "%1S"),
-                       type(id::start, "K"),
-                       type(id::end, "L"),
-                       click(id::exceeded_repeat),
-                       click(id::ok)};
-  EXPECT_EQ(run(story), ok);
+  EXPECT_EQ(
+      run({expect_item("A", "first"), choose(id::type, type_entry::range),
+           expect_fields("%2U", "1", true), click(id::browse_items),
+           row(id::selection_items, 2, true), expect_item("C", "first"),
+           expect_fields("", "1", false), choose(id::type, type_entry::range),
+           expect_fields("%3S", "1", true), click(id::custom_format), type(id::format, "%1S"),
+           type(id::start, "K"), type(id::end, "L"), click(id::exceeded_repeat), click(id::ok)}),
+      ok);
   EXPECT_EQ(setup.told(), Names{});
   EXPECT_EQ(setup.outputs(), Names{});  // no data is generated
   EXPECT_EQ(generated({1, 2, 3}), "05,K,\n06,L,\n");
@@ -94,9 +79,8 @@ TEST_F(ItemValueUpdateDlgTest, UpdatesTheItemThatWasBrowsedFor) {
 }
 
 TEST_F(ItemValueUpdateDlgTest, IsWorkedByTheKeyboardAlone) {
-  EXPECT_EQ(run({alt(Qt::Key_M), press(Qt::Key_A, Qt::ControlModifier), keys("B"), alt(Qt::Key_T),
-                 press(Qt::Key_Down), alt(Qt::Key_C), alt(Qt::Key_F), keys("%1U"), alt(Qt::Key_S),
-                 keys("3"), alt(Qt::Key_E), keys("4"), alt(Qt::Key_P), press(Qt::Key_Return)}),
+  EXPECT_EQ(run(press_in_turn("Alt+M Ctrl+A =B Alt+T Down Alt+C Alt+F =%1U Alt+S =3 Alt+E =4 Alt+P "
+                              "Return")),
             ok);
   EXPECT_EQ(setup.told(), Names{});
   EXPECT_EQ(generated({2}), "3,\n4,\n");
@@ -107,7 +91,7 @@ TEST_F(ItemValueUpdateDlgTest, BeginsWithTheItemThatTheHostNames) {
       {0, "A"}, {1, "A"}, {3, "C"}, {4, "A"}, {-1, "A"}};
   for (const auto& [position, name] : cases) {
     setup.write(three_items(), {.records = position});
-    EXPECT_EQ(run({expect_item(name, "first"), press(Qt::Key_Escape)}), cancel);
+    EXPECT_EQ(run({expect_item(name, "first"), press("Esc")}), cancel);
   }
 }
 
@@ -117,7 +101,7 @@ TEST_F(ItemValueUpdateDlgTest, AskForANameOfAnItem) {
                    [](FormDialog& dialog) {
                      QTest::mouseClick(dialog.control(id::type), Qt::LeftButton);
                    },
-                   expect_told({told}), press(Qt::Key_Escape), choose(id::type, type_entry::range),
+                   expect_told({told}), press("Esc"), choose(id::type, type_entry::range),
                    expect_told({told, told}), expect_fields("", "", false), click(id::ok),
                    expect_told({told}), close_box()}),
               cancel);
@@ -164,10 +148,8 @@ TEST_F(ItemValueUpdateDlgTest, KeepsTheExamplesInItsList) {
   EXPECT_EQ(run(open +
                 Steps{expect_list("9 0 add"), type(id::format, "%7U"), click(id::add_example),
                       expect_list("10 0 add delete"), click(id::add_example), expect_told({"i47"}),
-                      row(id::update_examples, 3, true),
-                      [](FormDialog& dialog) { EXPECT_EQ(text_of(dialog, id::format), "%S"); },
-                      press(Qt::Key_Down), press(Qt::Key_Return),
-                      [](FormDialog& dialog) { EXPECT_EQ(text_of(dialog, id::format), "%N"); }} +
+                      row(id::update_examples, 3, true), expect_text(id::format, "%S"),
+                      press("Down"), press("Return"), expect_text(id::format, "%N")} +
                 close),
             ok);
   EXPECT_EQ(stored(), "%7U");

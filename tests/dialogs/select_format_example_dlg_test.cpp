@@ -4,7 +4,6 @@
 #include <filesystem>
 
 #include "dialogs/dialog_driver.h"
-#include "dialogs/dialog_setup.h"
 
 namespace korvex::test {
 namespace {
@@ -15,7 +14,7 @@ using platform::Answer;
 constexpr int ok = dialog_result::ok;
 constexpr int cancel = dialog_result::cancel;
 
-class SelectFormatExampleDlgTest : public testing::Test {
+class SelectFormatExampleDlgTest : public DialogTest {
  protected:
   SelectFormatExampleDlgTest() { store("", "", ""); }
 
@@ -43,10 +42,6 @@ class SelectFormatExampleDlgTest : public testing::Test {
     return values;
   }
 
-  Step expect_told(const Names& expected) {
-    return then([=, this] { EXPECT_EQ(setup.told(), expected); });
-  }
-
   // The number of examples, the selected one, the text in the edit, and the usable buttons.
   static Step expect_state(const std::string& expected) {
     return [=](FormDialog& dialog) {
@@ -59,7 +54,6 @@ class SelectFormatExampleDlgTest : public testing::Test {
     };
   }
 
-  DialogSetup setup;
   ClColMain main;
   Messages messages{main};
 };
@@ -68,38 +62,22 @@ TEST_F(SelectFormatExampleDlgTest, PicksAnExample) {
   const std::pair<int, std::string> picked = {ok, "%N"};
   EXPECT_EQ(run({expect_state("9 0 %3U add"), row(id::examples, 4), click(id::ok)}), picked);
   EXPECT_EQ(run({row(id::examples, 4, true)}), picked);
-  EXPECT_EQ(run({tab_to(id::examples), press(Qt::Key_End), press(Qt::Key_Return)}).second, "%TS");
-  EXPECT_EQ(run({row(id::examples, 0), expect_state("9 0 %D add"), press(Qt::Key_Escape)}).first,
-            cancel);
+  EXPECT_EQ(run({tab_to(id::examples), press("End"), press("Return")}).second, "%TS");
+  EXPECT_EQ(run({row(id::examples, 0), expect_state("9 0 %D add"), press("Esc")}).first, cancel);
   EXPECT_EQ(stored(), (Names{"", "", ""}));
 }
 
 TEST_F(SelectFormatExampleDlgTest, AddsOnceAndDeletesOnlyTheUsersOwn) {
-  EXPECT_EQ(run({click(id::add_example),
-                 expect_state("10 9 %3U add delete"),
-                 click(id::add_example),
-                 expect_told({"i47"}),
-                 type(id::example_format, "%D"),
-                 click(id::add_example),
-                 expect_told({"i47"}),
-                 type(id::example_format, ""),
-                 click(id::add_example),
-                 expect_told({"w35"}),
-                 type(id::example_format, "%5X"),
-                 click(id::add_example),
-                 expect_told({"w7"}),
-                 type(id::example_format, QString(256, 'x')),
-                 click(id::add_example),
-                 expect_told({"w10"}),
-                 row(id::examples, 8),
-                 click(id::delete_example),
-                 expect_told({"i48"}),
-                 row(id::examples, 9),
-                 click(id::delete_example),
-                 expect_state("9 8 %TS add"),
-                 type(id::example_format, "'x'"),
-                 click(id::add_example),
-                 click(id::ok)}),
+  const auto refused = [this](const QString& format, const char* told) {
+    return Steps{type(id::example_format, format), click(id::add_example), expect_told({told})};
+  };
+  EXPECT_EQ(run(Steps{click(id::add_example), expect_state("10 9 %3U add delete"),
+                      click(id::add_example), expect_told({"i47"})} +
+                refused("%D", "i47") + refused("", "w35") + refused("%5X", "w7") +
+                refused(QString(256, 'x'), "w10") +
+                Steps{row(id::examples, 8), click(id::delete_example), expect_told({"i48"}),
+                      row(id::examples, 9), click(id::delete_example), expect_state("9 8 %TS add"),
+                      type(id::example_format, "'x'"), click(id::add_example), click(id::ok)}),
             (std::pair<int, std::string>{ok, "'x'"}));
   EXPECT_EQ(stored(), (Names{"'x'", "", ""}));
   run({row(id::examples, 9), click(id::delete_example), click(id::ok)});
@@ -121,13 +99,13 @@ TEST_F(SelectFormatExampleDlgTest, AFullListIsCutIntoPiecesAndReadBack) {
   const Steps full = {expect_state("100 99 " + last + " delete"), click(id::ok)};
   run(Steps{expect_state("99 0 " + last + " add delete"), click(id::add_example)} + full, last);
   EXPECT_EQ(stored(), (Names{examples(0, 48), examples(48, 43), ""}));
-  EXPECT_EQ(run({expect_state("100 0 %3U delete"), press(Qt::Key_Escape)}).first, cancel);
+  EXPECT_EQ(run({expect_state("100 0 %3U delete"), press("Esc")}).first, cancel);
 }
 
 TEST_F(SelectFormatExampleDlgTest, CancelAsksAboutChanges) {
   setup.interface.answers = {Answer::yes, Answer::no};
   EXPECT_EQ(run({click(id::add_example), click(id::cancel), expect_told({"q107"}),
-                 expect_state("10 9 %3U add delete"), press(Qt::Key_Escape)})
+                 expect_state("10 9 %3U add delete"), press("Esc")})
                 .first,
             cancel);
   EXPECT_EQ(setup.told(), Names{"q107"});

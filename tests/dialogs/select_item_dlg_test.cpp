@@ -1,7 +1,6 @@
 #include "dialogs/select_item_dlg.h"
 
 #include "dialogs/dialog_driver.h"
-#include "dialogs/dialog_setup.h"
 #include "dialogs/item_list_ctrl.h"
 
 namespace korvex::test {
@@ -12,7 +11,7 @@ namespace id = control_id;
 constexpr int ok = dialog_result::ok;
 constexpr int cancel = dialog_result::cancel;
 
-class SelectItemDlgTest : public testing::Test {
+class SelectItemDlgTest : public DialogTest {
  protected:
   SelectItemDlgTest() { set_items({"A", cp932("品名"), "B", "A"}); }
 
@@ -33,45 +32,31 @@ class SelectItemDlgTest : public testing::Test {
     return "1 " + std::to_string(dialog.position()) + " " + picked.name;
   }
 
-  Step expect_told(const Names& expected) {
-    return then([=, this] { EXPECT_EQ(setup.told(), expected); });
-  }
-
-  DialogSetup setup;
   ClColMain main;
   Messages messages{main};
 };
 
 TEST_F(SelectItemDlgTest, PicksAnItem) {
-  struct Case {
-    const char* what;
-    const char* name;
-    Steps story;
-    std::string picked;
+  const auto named = [](const QString& name) { return type(id::selected_name, name); };
+  const std::string second = "1 1 " + cp932("品名");
+  const std::tuple<const char*, Steps, std::string> cases[] = {
+      {"", {click(id::ok)}, "1 0 A"},
+      {"B", {row(id::selection_items, 1), click(id::ok)}, second},
+      {"B", {row(id::selection_items, 0), click(id::ok)}, "1 0 A"},
+      {"B", {row(id::selection_items, 0, true)}, "1 0 A"},  // a double click
+      {"", {row(id::selection_items, 2, true)}, "1 2 B"},
+      {"", {named("品名"), press("Return")}, second},
+      {"", {press("Down Down"), press("Return")}, "1 2 B"},
+      // Found by typing, and the one after it.
+      {"", {named("品"), press("Down"), press("Return")}, second},
+      {"", {named("b"), press("Down Down"), click(id::ok)}, "1 0 A"},
+      // The first of two of one name.
+      {"A", {row(id::selection_items, 3), click(id::ok)}, "1 0 A"},
+      {"B", {row(id::selection_items, 3), press("Esc")}, "2"},
   };
-  const Case cases[] = {
-      {"the first for no name", "", {click(id::ok)}, "1 0 A"},
-      {"from the list", "B", {row(id::selection_items, 1), click(id::ok)}, "1 1 " + cp932("品名")},
-      {"the row marked at the start", "B", {row(id::selection_items, 0), click(id::ok)}, "1 0 A"},
-      {"the same by double click", "B", {row(id::selection_items, 0, true)}, "1 0 A"},
-      {"by double click", "", {row(id::selection_items, 2, true)}, "1 2 B"},
-      {"by its name",
-       "",
-       {type(id::selected_name, "品名"), press(Qt::Key_Return)},
-       "1 1 " + cp932("品名")},
-      {"by keys", "", {press(Qt::Key_Down), press(Qt::Key_Down), press(Qt::Key_Return)}, "1 2 B"},
-      {"found by typing",
-       "",
-       {type(id::selected_name, "品"), press(Qt::Key_Down), press(Qt::Key_Return)},
-       "1 1 " + cp932("品名")},
-      {"the one behind it",
-       "",
-       {type(id::selected_name, "b"), press(Qt::Key_Down), press(Qt::Key_Down), click(id::ok)},
-       "1 0 A"},
-      {"the first of two", "A", {row(id::selection_items, 3), click(id::ok)}, "1 0 A"},
-      {"none", "B", {row(id::selection_items, 3), press(Qt::Key_Escape)}, "2"},
-  };
-  for (const Case& c : cases) EXPECT_EQ(run(c.name, c.story), c.picked) << c.what;
+  for (const auto& [name, story, picked] : cases) {
+    EXPECT_EQ(run(name, story), picked) << &name - &std::get<0>(cases[0]);
+  }
   EXPECT_EQ(setup.told(), Names{});
 }
 
