@@ -1,0 +1,136 @@
+#include "host/ways/group_sizes.h"
+
+#include <algorithm>
+#include <cassert>
+#include <string>
+
+namespace korvex::ways {
+namespace {
+
+constexpr std::uint64_t block_parents = 1024;
+
+// Keeps the order of a table apart from the orders of blocks, whose round is their number.
+constexpr std::uint64_t table_round = ~std::uint64_t{0};
+
+std::string text(Wide number) {
+  std::string digits;
+  do digits.insert(digits.begin(), static_cast<char>('0' + static_cast<int>(number % 10)));
+  while ((number /= 10) != 0);
+  for (std::size_t i = digits.size(); i > 3; i -= 3) digits.insert(i - 3, ",");
+  return digits;
+}
+
+}  // namespace
+
+Result<GroupSizes> GroupSizes::make(KeyFor<Use::each> key, std::uint64_t records,
+                                    std::uint64_t parents, const GroupBounds& bounds) {
+  assert(records <= most_records && parents <= most_records);
+  if (bounds.least > bounds.most) {
+    return Refusal{"the least, " + text(bounds.least) + ", is above the most, " +
+                   text(bounds.most)};
+  }
+  const Wide least = Wide{bounds.least} * parents;
+  const Wide most = Wide{bounds.most} * parents;
+  if (records < least) {
+    return Refusal{text(parents) + " parents with at least " + text(bounds.least) +
+                   " records each need " + text(least) + " records, but there are " +
+                   text(records)};
+  }
+  if (records > most) {
+    return Refusal{text(parents) + " parents with at most " + text(bounds.most) +
+                   " records each take " + text(most) + " records, but there are " + text(records)};
+  }
+  return GroupSizes(key, records, parents, bounds);
+}
+
+GroupSizes::GroupSizes(KeyFor<Use::each> key, std::uint64_t records, std::uint64_t parents,
+                       const GroupBounds& bounds)
+    : key_(key),
+      records_(records),
+      parents_(parents),
+      blocks_(std::max<std::uint64_t>(1, parents / block_parents)),
+      least_block_parents_(parents / blocks_) {
+  // No group has more than there are.
+  const std::uint64_t most = std::min(bounds.most, records);
+  for (std::uint64_t i = 0; i < tables_.size(); ++i) {
+    const std::uint64_t block_size = least_block_parents_ + i;
+    if (block_size == 0 || block_size > parents) continue;
+    // A block's first record is a multiple of a fraction, rounded down, so that the number of its
+    // records takes at most the two values next to its exact part.
+    const Wide part = Wide{records} * block_size / parents;
+    for (std::uint64_t j = 0; j < tables_[i].size(); ++j) {
+      const Wide block_records = part + j;
+      if (block_records > Wide{most} * block_size) continue;
+      tables_[i][j] =
+          make_table(bounds, block_size, static_cast<std::uint64_t>(block_records), 2 * i + j);
+    }
+  }
+}
+
+GroupSizes::Sums GroupSizes::make_table(const GroupBounds& bounds, std::uint64_t parents,
+                                        std::uint64_t records, std::uint64_t number) const {
+  const std::uint64_t width = std::min(bounds.most, records_) - bounds.least;
+  const std::vector<std::uint64_t> extra =
+      spread_extra(bounds.shape, bounds.skew, parents, records - bounds.least * parents, width);
+  const Permutation order(key_, parents, {.round = table_round, .parent = number});
+  Sums sums{0};
+  for (std::uint64_t slot = 0; slot < parents; ++slot) {
+    sums.push_back(sums.back() + bounds.least + extra[order.at(slot)]);
+  }
+  return sums;
+}
+
+std::uint64_t GroupSizes::first_parent_of(std::uint64_t block) const {
+  return static_cast<std::uint64_t>(Wide{block} * parents_ / blocks_);
+}
+
+// Of those that begin a block. Where each has at least some records, these are whole numbers, so
+// that rounding leaves each block as many.
+std::uint64_t GroupSizes::records_before(std::uint64_t parent) const {
+  return static_cast<std::uint64_t>(Wide{parent} * records_ / parents_);
+}
+
+// The last block that begins no later than with that parent.
+std::uint64_t GroupSizes::block_of(std::uint64_t parent) const {
+  return static_cast<std::uint64_t>(((Wide{parent} + 1) * blocks_ - 1) / parents_);
+}
+
+GroupSizes::Block GroupSizes::block(std::uint64_t number) const {
+  const std::uint64_t first_parent = first_parent_of(number);
+  const std::uint64_t end_parent = first_parent_of(number + 1);
+  const std::uint64_t parents = end_parent - first_parent;
+  const std::uint64_t first_record = records_before(first_parent);
+  const std::uint64_t records = records_before(end_parent) - first_record;
+  const std::array<Sums, 2>& tables = tables_[parents - least_block_parents_];
+  const bool is_smaller = tables[0].back() == records;
+  return {number, first_parent, parents, first_record, &tables[is_smaller ? 0 : 1]};
+}
+
+// Which of a block's parents has which slot of its table.
+Permutation GroupSizes::slots(const Block& block) const {
+  return Permutation(key_, block.parents, {.round = block.number});
+}
+
+// The parent that would have the record if all had the same part of them stands in the right block,
+// since there these parts and the numbers of blocks add up alike.
+Member GroupSizes::member(std::uint64_t record) const {
+  assert(record < records_);
+  const auto even_parent =
+      static_cast<std::uint64_t>(((Wide{record} + 1) * parents_ - 1) / records_);
+  const Block found = block(block_of(even_parent));
+  const std::uint64_t place = record - found.first_record;
+  const Sums& sums = *found.sums;
+  const auto next = std::upper_bound(sums.begin(), sums.end(), place);
+  const auto slot = static_cast<std::uint64_t>(next - sums.begin()) - 1;
+  return {found.first_parent + slots(found).at(slot), place - sums[slot]};
+}
+
+Members GroupSizes::members(std::uint64_t parent) const {
+  assert(parent < parents_);
+  const Block found = block(block_of(parent));
+  const std::uint64_t slot = slots(found).place_of(parent - found.first_parent);
+  const Sums& sums = *found.sums;
+  return {found.first_record + sums[slot], sums[slot + 1] - sums[slot]};
+}
+
+}  // namespace korvex::ways

@@ -1,0 +1,97 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "host/ways/permutation.h"
+#include "host/ways/result.h"
+
+// Indices without replacement. All follow from the key and the record alone; what these objects
+// keep is the order that was asked for last, which records in a row share. So one object is of one
+// thread.
+namespace korvex::ways {
+
+// The orders of one key, with the one that was asked for last kept.
+class Orders {
+ public:
+  explicit Orders(Key key) : key_(key) {}
+
+  const Permutation& of(std::uint64_t n, Tweak tweak) {
+    if (!latest_ || tweak != tweak_ || latest_->size() != n) {
+      latest_.emplace(key_, n, tweak);
+      tweak_ = tweak;
+    }
+    return *latest_;
+  }
+
+ private:
+  Key key_;
+  Tweak tweak_;
+  std::optional<Permutation> latest_;
+};
+
+// Every index below the period once in each round, every round in an order of its own.
+class Shuffle {
+ public:
+  // For periods from 1 to 2^63.
+  Shuffle(Key key, std::uint64_t period) : orders_(key), period_(period) {}
+
+  std::uint64_t at(std::uint64_t record) {
+    return orders_.of(period_, {.round = record / period_}).at(record % period_);
+  }
+
+ private:
+  Orders orders_;
+  std::uint64_t period_;
+};
+
+// Every combination of the indices of several items once before any comes again: one shuffle over
+// the product of their periods.
+class JointShuffle {
+ public:
+  // Refused when there are more than 2^63 combinations. Needs a period, each of at least 1.
+  static Result<JointShuffle> make(KeyFor<Use::joint> key, std::span<const std::uint64_t> periods);
+
+  std::uint64_t combinations() const { return combinations_; }
+
+  // The index of one of the items, by its place among the periods.
+  std::uint64_t at(std::uint64_t record, std::size_t item);
+
+ private:
+  // An item's index is the combination divided by those before it, modulo its period.
+  struct Part {
+    std::uint64_t divisor;
+    std::uint64_t period;
+  };
+
+  JointShuffle(KeyFor<Use::joint> key, std::vector<Part> parts, std::uint64_t combinations)
+      : shuffle_(key, combinations), parts_(std::move(parts)), combinations_(combinations) {}
+
+  Shuffle shuffle_;
+  std::vector<Part> parts_;
+  std::uint64_t combinations_;
+  // All items ask for the same record.
+  std::optional<std::uint64_t> latest_record_;
+  std::uint64_t latest_combination_ = 0;
+};
+
+// Indices that differ within a group: the members of a parent take the period in an order that is
+// the parent's own. A group of more members than the period goes round again, in another order.
+class ShuffleWithin {
+ public:
+  // For periods from 1 to 2^63.
+  ShuffleWithin(Key key, std::uint64_t period) : orders_(key), period_(period) {}
+
+  // `member`: its place within the group, from 0.
+  std::uint64_t at(std::uint64_t parent, std::uint64_t member) {
+    return orders_.of(period_, {.round = member / period_, .parent = parent}).at(member % period_);
+  }
+
+ private:
+  Orders orders_;
+  std::uint64_t period_;
+};
+
+}  // namespace korvex::ways
