@@ -31,6 +31,7 @@ struct Slot {
   std::atomic<bool> is_used;  // the handler may run in another thread than the one that sets it
   RemovedOnInterruption::What what;
   char path[PATH_MAX];
+  struct stat before;  // what was there when it began, all zero for nothing
 };
 
 constexpr int slot_count = 256;
@@ -125,23 +126,37 @@ void let_another_close_last() {
   ::_exit(0);
 }
 
-// Answers how large the file was.
-off_t remove(const Slot& slot) {
+// Whether the file under the path was finished since the slot was taken: it is another one, or was
+// written, and nobody writes it.
+bool is_finished(const Slot& slot, const struct stat& now) {
+  return now.st_dev != slot.before.st_dev || now.st_ino != slot.before.st_ino ||
+         now.st_mtim.tv_sec != slot.before.st_mtim.tv_sec ||
+         now.st_mtim.tv_nsec != slot.before.st_mtim.tv_nsec;
+}
+
+struct Removal {
+  off_t size = 0;           // of a file that is gone now
+  bool has_stayed = false;  // a file that is whole
+};
+
+Removal remove(const Slot& slot) {
   switch (slot.what) {
     case RemovedOnInterruption::What::folder:
       remove_folder(slot.path);
-      return 0;
+      return {};
     case RemovedOnInterruption::What::begun_temporaries:
       remove_temporaries(slot.path);
-      return 0;
+      return {};
     default:
       break;
   }
   struct stat now = {};
-  if (::lstat(slot.path, &now) != 0 || !S_ISREG(now.st_mode)) return 0;
-  if (slot.what == RemovedOnInterruption::What::begun_file && !is_begun_file(now)) return 0;
+  if (::lstat(slot.path, &now) != 0 || !S_ISREG(now.st_mode)) return {};
+  if (slot.what == RemovedOnInterruption::What::begun_file && !is_begun_file(now)) {
+    return {0, is_finished(slot, now)};
+  }
   ::unlink(slot.path);
-  return now.st_size;
+  return {now.st_size, false};
 }
 
 void print_last_words() {
@@ -159,10 +174,14 @@ void print_last_words() {
 void end_program(int signal) {
   constexpr off_t slow_to_close = 64 * 1024 * 1024;
   bool is_slow = false;
+  bool is_done = false;
   for (const Slot& slot : slots) {
-    if (slot.is_used && remove(slot) >= slow_to_close) is_slow = true;
+    if (!slot.is_used) continue;
+    const Removal removal = remove(slot);
+    is_slow = is_slow || removal.size >= slow_to_close;
+    is_done = is_done || removal.has_stayed;
   }
-  print_last_words();
+  if (!is_done) print_last_words();
   if (is_slow) let_another_close_last();
   ::_exit(signal_status + signal);
 }
@@ -209,6 +228,7 @@ RemovedOnInterruption::RemovedOnInterruption(const std::string& path, What what)
   }
   Slot& slot = slots[static_cast<std::size_t>(slot_)];
   slot.what = what;
+  if (::lstat(name.c_str(), &slot.before) != 0) slot.before = {};
   std::memcpy(slot.path, name.c_str(), name.size() + 1);
   slot.is_used = true;
 }

@@ -35,7 +35,8 @@ class RemovedOnInterruption {
   int slot_ = -1;
 };
 
-// While it lives, an interruption prints a line on standard error.
+// While it lives, an interruption prints a line on standard error, unless a file that was to be
+// removed if only begun is whole by then.
 class SaidOnInterruption {
  public:
   explicit SaidOnInterruption(const std::string& text);
