@@ -10,6 +10,7 @@
 #include "dialogs/initial_settings.h"
 #include "dialogs/item_list_ctrl.h"
 #include "dialogs/number_display.h"
+#include "dialogs/placement.h"
 #include "dialogs/repeat_number.h"
 #include "dialogs/save_checks.h"
 #include "dialogs/save_permission.h"
@@ -88,6 +89,15 @@ bool ClDataGenerationDlg::initialise() {
   highest_level_ = highest_repeat_level(main_);
   refresh_counts();
   return true;
+}
+
+// Leaves room for the window that Setup opens beside the list.
+void ClDataGenerationDlg::choose_place(const QRect& screen) {
+  const QSize frame = size_with_frame() - size();
+  const int room = (ClSetupFormatDlg::usual_size() + frame).width();
+  const QWidget* const owner = parentWidget();
+  const QRect middle = owner != nullptr ? owner->frameGeometry() : screen;
+  move(place_with_room(size_with_frame(), middle, room, screen));
 }
 
 bool ClDataGenerationDlg::load() {

@@ -45,6 +45,7 @@ class ClDataGenerationDlg : public FormDialog {
 
  protected:
   bool initialise() override;
+  void choose_place(const QRect& screen) override;
   void on_ok() override;
   void on_cancel() override;
 

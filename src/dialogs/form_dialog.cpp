@@ -1,7 +1,9 @@
 #include "dialogs/form_dialog.h"
 
 #include <QComboBox>
+#include <QCursor>
 #include <QGroupBox>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLayout>
@@ -31,6 +33,20 @@ constexpr const char* id_property = "controlId";
 // Of a window that is not yet shown, as wide and high as common desktops draw it.
 constexpr QSize usual_frame(8, 40);
 
+// That of its owner, else the one that is being worked on.
+const QScreen& screen_to_open_on(const QWidget& window) {
+  if (window.parentWidget() != nullptr) return *window.parentWidget()->screen();
+  const QScreen* const pointed_at = QGuiApplication::screenAt(QCursor::pos());
+  return pointed_at != nullptr ? *pointed_at : *window.screen();
+}
+
+// Alt and the letter of a control that is off. Edits and lists would take it for typing, and give up
+// what is selected.
+bool is_unused_mnemonic(const QKeyEvent& key) {
+  return key.modifiers() == Qt::AltModifier && !key.text().isEmpty() &&
+         key.text().front().isPrint();
+}
+
 // A radio button of a group can only be turned off by another one, unless it leaves the group.
 void turn_off(QRadioButton* button) {
   button->setAutoExclusive(false);
@@ -53,18 +69,20 @@ int FormDialog::run() {
   return result == dialog_result::ok ? dialog_result::ok : dialog_result::cancel;
 }
 
+QSize FormDialog::size_as_left(QWidget& form) {
+  form.ensurePolished();
+  form.layout()->activate();
+  return WindowMemory(form.objectName()).size().value_or(form.size().expandedTo(form.sizeHint()));
+}
+
 void FormDialog::open_as_left() {
-  const WindowMemory memory(objectName());
-  ensurePolished();
-  layout()->activate();
-  const QWidget* const owner = parentWidget();
-  const QRect screen = (owner != nullptr ? owner : this)->screen()->availableGeometry();
-  resize(memory.size().value_or(size().expandedTo(sizeHint())));
+  const QRect screen = screen_to_open_on(*this).availableGeometry();
+  resize(size_as_left(*this));
   fit_into(screen);
   choose_place(screen);
   size_at_first_ = size();
   if (list_ == nullptr) return;
-  list_->set_user_widths(memory.column_widths());
+  list_->set_user_widths(WindowMemory(objectName()).column_widths());
   widths_at_first_ = list_->user_widths();
 }
 
@@ -96,6 +114,7 @@ void FormDialog::index_controls() {
     [[maybe_unused]] const bool is_new = controls_.emplace(id.toInt(), widget).second;
     assert(is_new);
     if (auto* list = qobject_cast<ClItemListCtrl*>(widget)) list_ = list;
+    if (qobject_cast<QLineEdit*>(widget) != nullptr) widget->installEventFilter(this);
     auto* push_button = qobject_cast<QPushButton*>(widget);
     if (push_button != nullptr && push_button->isDefault()) default_button_ = push_button;
     if (qobject_cast<QComboBox*>(widget) != nullptr) {
@@ -229,6 +248,10 @@ bool FormDialog::eventFilter(QObject* watched, QEvent* event) {
       event->ignore();
       return true;
     }
+    case QEvent::KeyPress:
+      if (!is_unused_mnemonic(*static_cast<const QKeyEvent*>(event))) break;
+      event->ignore();
+      return true;
     default:
       break;
   }

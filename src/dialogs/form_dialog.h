@@ -39,6 +39,9 @@ class FormDialog : public QDialog {
   // never larger than the screen.
   int run();
 
+  // How large the window of a form opens: as the user left it, else as the form likes it.
+  static QSize size_as_left(QWidget& form);
+
   // Makes the window fit into that part of a screen, its frame included.
   void fit_into(const QRect& screen);
 

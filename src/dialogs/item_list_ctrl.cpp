@@ -106,20 +106,34 @@ class ItemDelegate : public QStyledItemDelegate {
     return index.column() == 0 ? first_column_space : further_column_space;
   }
 
-  // The last column reaches under the vertical scroll bar: its texts end where they are seen.
   static QRect seen_part(const QStyleOptionViewItem& option, const QModelIndex& index) {
     const auto* list = qobject_cast<const ClItemListCtrl*>(option.widget);
-    const bool is_last = index.column() == index.model()->columnCount() - 1;
-    if (list == nullptr || !is_last || list->can_scroll_sideways()) return option.rect;
-    return option.rect &
-           QRect(0, option.rect.top(), list->viewport()->width(), option.rect.height());
+    QRect place = option.rect;
+    if (list != nullptr) place.setWidth(list->seen_width(index.column()));
+    return place;
   }
+};
+
+class Header : public QHeaderView {
+ public:
+  explicit Header(ClItemListCtrl& list) : QHeaderView(Qt::Horizontal, &list), list_(list) {}
+
+ protected:
+  void paintSection(QPainter* painter, const QRect& section, int column) const override {
+    QRect seen = section;
+    seen.setWidth(list_.seen_width(column));
+    QHeaderView::paintSection(painter, seen, column);
+  }
+
+ private:
+  const ClItemListCtrl& list_;
 };
 
 }  // namespace
 
 ClItemListCtrl::ClItemListCtrl(QWidget* parent) : QTreeView(parent) {
   setItemDelegate(new ItemDelegate(this));
+  setHeader(new Header(*this));
   setRootIsDecorated(false);
   setItemsExpandable(false);
   setExpandsOnDoubleClick(false);
@@ -174,11 +188,18 @@ void ClItemListCtrl::fit_header_height() {
   bool is_too_wide = false;
   for (int column = 0; column < header()->count(); ++column) {
     const QString text = model()->headerData(column, Qt::Horizontal).toString();
-    is_too_wide |= metrics.horizontalAdvance(text) + margin > columnWidth(column);
+    is_too_wide |= metrics.horizontalAdvance(text) + margin > seen_width(column);
   }
   const int one_line = header()->sizeHint().height();
   header()->setMinimumHeight(is_too_wide ? one_line + metrics.lineSpacing() : one_line);
   updateGeometries();
+}
+
+// The shares reach under the vertical scroll bar: the last column's texts end where they are seen.
+int ClItemListCtrl::seen_width(int column) const {
+  const bool is_last = column == header()->count() - 1;
+  if (has_user_widths_ || !is_last) return columnWidth(column);
+  return std::min(columnWidth(column), viewport()->width() - columnViewportPosition(column));
 }
 
 void ClItemListCtrl::mark_row(int row) {

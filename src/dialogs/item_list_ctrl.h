@@ -24,8 +24,8 @@ class ClItemListCtrl : public QTreeView {
   // have changes nothing.
   void mark_row(int row);
 
-  // Whether the user has made the columns as wide as they like.
-  bool can_scroll_sideways() const { return has_user_widths_; }
+  // How much of a column is seen when the list is scrolled to it.
+  int seen_width(int column) const;
 
   // The widths that the user made; none before that. Setting takes widths of all columns only.
   std::vector<int> user_widths() const;

@@ -83,7 +83,8 @@ void ClItemValueUpdateDlg::connect_commands() {
             this, take);
   }
   enter_presses_nothing(control_id::update_examples);
-  note_.watch({control_id::format, control_id::start, control_id::end, control_id::increment});
+  note_.watch({control_id::type, control_id::format, control_id::start, control_id::end,
+               control_id::increment});
 }
 
 bool ClItemValueUpdateDlg::initialise() {

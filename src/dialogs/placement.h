@@ -11,4 +11,8 @@ namespace korvex {
 // screen, as far as the window fits there.
 QPoint place_beside(const QSize& window, const QRect& seen, const QRect& screen);
 
+// In the middle of `owner`, but so far to the left that `room` is free on the right of the window,
+// as far as the screen has it.
+QPoint place_with_room(const QSize& window, const QRect& owner, int room, const QRect& screen);
+
 }  // namespace korvex

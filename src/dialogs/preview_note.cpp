@@ -1,5 +1,6 @@
 #include "dialogs/preview_note.h"
 
+#include <QComboBox>
 #include <QHelpEvent>
 #include <QLayout>
 #include <QLineEdit>
@@ -28,16 +29,20 @@ PreviewNote::PreviewNote(FormDialog& dialog, std::function<std::string()> previe
   dialog.installEventFilter(this);
   pause_.setSingleShot(true);
   pause_.setInterval(pause_after_key);
-  connect(&pause_, &QTimer::timeout, this, [this] { look(); });
+  connect(&pause_, &QTimer::timeout, this, &PreviewNote::look);
 }
 
 PreviewNote::~PreviewNote() { dialog_.removeEventFilter(this); }
 
 void PreviewNote::watch(std::initializer_list<int> ids) {
   for (const int id : ids) {
-    auto* const edit = dialog_.control<QLineEdit>(id);
-    edits_.push_back(edit);
-    connect(edit, &QLineEdit::textChanged, this, [this] { refresh(); });
+    QWidget* const control = dialog_.control(id);
+    controls_.push_back(control);
+    if (auto* const edit = qobject_cast<QLineEdit*>(control)) {
+      connect(edit, &QLineEdit::textChanged, this, &PreviewNote::refresh);
+    } else if (auto* const list = qobject_cast<QComboBox*>(control)) {
+      connect(list, &QComboBox::currentTextChanged, this, &PreviewNote::refresh);
+    }
   }
 }
 
@@ -48,9 +53,9 @@ void PreviewNote::look() noexcept {
   } catch (...) {
     text_.clear();
   }
-  for (QLineEdit* edit : edits_) {
-    edit->setToolTip(tooltip_text(text_));
-    edit->setAccessibleDescription(text_);
+  for (QWidget* control : controls_) {
+    control->setToolTip(tooltip_text(text_));
+    control->setAccessibleDescription(text_);
   }
   dialog_.update();
 }
@@ -70,27 +75,41 @@ QRect PreviewNote::room() const {
   return QRect(QPoint(left, top + distance), QPoint(right, dialog_.height() - distance));
 }
 
-// As many lines as there is room for; three dots where that is not enough.
 void PreviewNote::draw() const {
   QPainter painter(&dialog_);
   const QFontMetrics metrics = painter.fontMetrics();
   painter.setPen(dialog_.palette().color(QPalette::WindowText));
   const QRect place = room();
-  QTextLayout lines(text_, painter.font());
-  lines.setTextOption(QTextOption(Qt::AlignLeft));
-  lines.beginLayout();
-  for (int top = place.top(); top + metrics.height() <= place.bottom();
-       top += metrics.lineSpacing()) {
-    QTextLine line = lines.createLine();
-    if (!line.isValid()) break;
-    line.setLineWidth(place.width());
-    const bool is_last = top + metrics.lineSpacing() + metrics.height() > place.bottom();
-    const QString rest = text_.mid(line.textStart());
-    painter.drawText(QPoint(place.left(), top + metrics.ascent()),
-                     is_last ? metrics.elidedText(rest, Qt::ElideRight, place.width())
-                             : rest.left(line.textLength()));
+  const QStringList lines = lines_in(place.size(), metrics);
+  const int height =
+      metrics.height() + (static_cast<int>(lines.size()) - 1) * metrics.lineSpacing();
+  const int beside_ok = dialog_.control(control_id::ok)->geometry().center().y() - height / 2;
+  QPoint start(place.left(), std::max(beside_ok, place.top()) + metrics.ascent());
+  for (const QString& line : lines) {
+    painter.drawText(start, line);
+    start.ry() += metrics.lineSpacing();
   }
-  lines.endLayout();
+}
+
+// As many lines as there is room for; three dots where that is not enough.
+QStringList PreviewNote::lines_in(const QSize& room, const QFontMetrics& metrics) const {
+  QTextOption option;
+  option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  QTextLayout layout(text_, dialog_.font());
+  layout.setTextOption(option);
+  layout.beginLayout();
+  QStringList lines;
+  for (int bottom = metrics.height(); bottom <= room.height(); bottom += metrics.lineSpacing()) {
+    QTextLine line = layout.createLine();
+    if (!line.isValid()) break;
+    line.setLineWidth(room.width());
+    const bool is_last = bottom + metrics.lineSpacing() > room.height();
+    const QString rest = text_.mid(line.textStart());
+    lines << (is_last ? metrics.elidedText(rest, Qt::ElideRight, room.width())
+                      : rest.left(line.textLength()));
+  }
+  layout.endLayout();
+  return lines;
 }
 
 bool PreviewNote::eventFilter(QObject* watched, QEvent* event) {

@@ -83,6 +83,12 @@ ClSetupFormatDlg::ClSetupFormatDlg(ClDataGenerationDlg& parent)
   connect_commands();
 }
 
+QSize ClSetupFormatDlg::usual_size() {
+  QDialog form;
+  Ui::ClSetupFormatDlg().setupUi(&form);
+  return size_as_left(form);
+}
+
 // Typing finds the names that hold what was typed, but a name is taken as it is typed.
 void ClSetupFormatDlg::offer_references(QComboBox& reference) {
   reference.setModel(new ReferenceModel(parent_.main(), parent_.messages(), &reference));
@@ -110,9 +116,8 @@ void ClSetupFormatDlg::connect_commands() {
     connect(shortcut, &QShortcut::activated, this,
             [this, rows] { carry_out([this, rows] { move_by(rows); }); });
   };
-  note_.watch({control_id::format, control_id::start, control_id::end, control_id::increment});
-  connect(control<QComboBox>(control_id::reference), &QComboBox::editTextChanged, this,
-          [this] { note_.refresh(); });
+  note_.watch({control_id::type, control_id::reference, control_id::format, control_id::start,
+               control_id::end, control_id::increment});
   on_keys(Qt::Key_PageUp, -1);
   on_keys(Qt::Key_PageDown, 1);
 }

@@ -23,6 +23,9 @@ class ClSetupFormatDlg : public FormDialog {
   // The parent must have a current row and outlive the dialog.
   explicit ClSetupFormatDlg(ClDataGenerationDlg& parent);
 
+  // How large it opens on a screen that has the room.
+  static QSize usual_size();
+
  protected:
   bool initialise() override;
   void choose_place(const QRect& screen) override;

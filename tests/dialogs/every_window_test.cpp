@@ -285,6 +285,15 @@ TEST(PlaceBesideTest, HidesAsLittleAsPossible) {
   for (const Case& c : cases) EXPECT_EQ(place_beside(c.window, c.seen, screen), c.place) << c.what;
 }
 
+TEST(PlaceWithRoomTest, StaysInTheMiddleWhereThereIsRoom) {
+  const QRect screen(0, 0, 1000, 800);
+  const QRect owner(500, 100, 400, 300);
+  EXPECT_EQ(place_with_room({300, 200}, owner, 100, screen), QPoint(550, 150));
+  EXPECT_EQ(place_with_room({300, 200}, owner, 400, screen), QPoint(300, 150));
+  EXPECT_EQ(place_with_room({600, 200}, screen, 500, screen), QPoint(0, 300));
+  EXPECT_EQ(place_with_room({1200, 900}, screen, 500, screen), QPoint(0, 0));
+}
+
 }  // namespace
 }  // namespace korvex::test
 
