@@ -40,8 +40,8 @@ const QScreen& screen_to_open_on(const QWidget& window) {
   return pointed_at != nullptr ? *pointed_at : *window.screen();
 }
 
-// Alt and the letter of a control that is off. Edits and lists would take it for typing, and give up
-// what is selected.
+// Alt and the letter of a control that is off. Edits and lists would take it for typing, and give
+// up what is selected.
 bool is_unused_mnemonic(const QKeyEvent& key) {
   return key.modifiers() == Qt::AltModifier && !key.text().isEmpty() &&
          key.text().front().isPrint();

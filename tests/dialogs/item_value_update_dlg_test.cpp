@@ -46,6 +46,14 @@ class ItemValueUpdateDlgTest : public DialogTest {
     };
   }
 
+  static Step expect_explained(const QString& fact) {
+    return [=](FormDialog& dialog) {
+      const QString tooltip = dialog.control(id::update_name)->toolTip();
+      EXPECT_EQ(tooltip.isEmpty(), fact.isEmpty());
+      EXPECT_TRUE(tooltip.contains(fact)) << tooltip.toStdString();
+    };
+  }
+
   static Step expect_fields(const std::string& format, const std::string& increment, bool usable) {
     return [=](FormDialog& dialog) {
       EXPECT_EQ(text_of(dialog, id::format), format);
@@ -60,12 +68,13 @@ TEST_F(ItemValueUpdateDlgTest, UpdatesTheItemThatWasBrowsedFor) {
   setup.save_settings({{.number = 1, .item = {4, 0, 2, 2, 0}, .texts = {"%2U", "5", "9", "1"}},
                        {.number = 3, .item = letters, .texts = {}}});
   EXPECT_EQ(
-      run({expect_item("A", "first"), choose(id::type, type_entry::range),
-           expect_fields("%2U", "1", true), click(id::browse_items),
-           row(id::selection_items, 2, true), expect_item("C", "first"),
-           expect_fields("", "1", false), choose(id::type, type_entry::range),
-           expect_fields("%3S", "1", true), click(id::custom_format), type(id::format, "%1S"),
-           type(id::start, "K"), type(id::end, "L"), click(id::exceeded_repeat), click(id::ok)}),
+      run({expect_item("A", "first"), expect_explained("Length: 2"),
+           choose(id::type, type_entry::range), expect_fields("%2U", "1", true),
+           click(id::browse_items), row(id::selection_items, 2, true), expect_item("C", "first"),
+           expect_explained("Length: 3"), expect_fields("", "1", false),
+           choose(id::type, type_entry::range), expect_fields("%3S", "1", true),
+           click(id::custom_format), type(id::format, "%1S"), type(id::start, "K"),
+           type(id::end, "L"), click(id::exceeded_repeat), click(id::ok)}),
       ok);
   EXPECT_EQ(setup.told(), Names{});
   EXPECT_EQ(setup.outputs(), Names{});  // no data is generated
@@ -97,7 +106,8 @@ TEST_F(ItemValueUpdateDlgTest, BeginsWithTheItemThatTheHostNames) {
 
 TEST_F(ItemValueUpdateDlgTest, AskForANameOfAnItem) {
   for (const auto& [name, told] : {std::pair{"", "p42"}, {"a", "p43"}}) {
-    EXPECT_EQ(run({type(id::update_name, name),
+    EXPECT_EQ(run({type(id::update_name, "C"), expect_explained("Length: 3"),
+                   type(id::update_name, name), expect_explained(""),
                    [](FormDialog& dialog) {
                      QTest::mouseClick(dialog.control(id::type), Qt::LeftButton);
                    },

@@ -202,7 +202,7 @@ TEST_F(SetupFormatDlgTest, TellsWhatTheEntryWouldGive) {
     constexpr int longer_than_the_pause = 300;  // milliseconds
     return Steps{then([] { QTest::qSleep(longer_than_the_pause); }), then([] {}),
                  [expected](FormDialog& dialog) {
-                   const QString told_by = dialog.control(id::end)->accessibleDescription();
+                   const QString told_by = dialog.control(id::type)->accessibleDescription();
                    EXPECT_EQ(told_by.toStdString(), expected);
                  }};
   };
@@ -278,7 +278,7 @@ TEST_F(SetupFormatDlgTest, AColumnThatMayNotBeNullTakesAnEnumerationButNoNull) {
 }
 
 // From the initial value the attribute's format is proposed; confirming a type again fills what was
-// emptied.
+// emptied. The letter of what is off leaves text and type alone.
 TEST_F(SetupFormatDlgTest, TheTypeDecidesWhatCanBeUsed) {
   const std::vector<int> all = {id::format,          id::select_example, id::start,
                                 id::exceeded_repeat, id::reference,      id::select_file,
@@ -287,10 +287,13 @@ TEST_F(SetupFormatDlgTest, TheTypeDecidesWhatCanBeUsed) {
   play_in_setup({usable({id::format, id::select_example, id::start, id::exceeded_repeat}),
                  click(id::custom_format),
                  usable({id::start, id::exceeded_repeat}),
+                 press("Alt+S Alt+O"),
+                 expect_text(id::start, "1"),
                  choose(id::type, type_entry::initial_value),
                  usable({}),
                  click(id::store_format),
                  choose(id::type, type_entry::reference),
+                 press("Alt+S"),
                  usable({id::reference}),
                  choose(id::type, type_entry::enumeration),
                  usable({id::exceeded_repeat, id::select_file}),
