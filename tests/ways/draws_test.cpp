@@ -55,7 +55,7 @@ TEST(Keys, GiveDrawsThatAreNotCorrelated) {
   constexpr std::uint64_t cells = 10;
   for (const Key& first : keys) {
     for (const Key& second : keys) {
-      for (const std::uint64_t lag : {0, 1, 2}) {
+      for (const std::uint64_t lag : {0U, 1U, 2U}) {
         if (&first == &second && lag == 0) continue;
         std::vector<std::uint64_t> counts(cells * cells);
         for (std::uint64_t record = 0; record < 20'000; ++record) {
@@ -153,7 +153,7 @@ TEST(ExactShares, HoldInEveryWholeBlockAndToTheNearestRecordInTheLast) {
   const Proportions weights = proportions({"1/3", "0", "0.5", "1/6"});
   ASSERT_EQ(weights.parts(), 6);
   constexpr std::uint64_t block = 1026;
-  for (const std::uint64_t rest : {0, 1, 2, 3, 500, 1025}) {
+  for (const std::uint64_t rest : {0U, 1U, 2U, 3U, 500U, 1025U}) {
     const std::uint64_t records = 3 * block + rest;
     ExactShares shares(some_key, weights, records);
     for (std::uint64_t begin = 0; begin < 3 * block; begin += block) {

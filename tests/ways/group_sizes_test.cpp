@@ -27,8 +27,8 @@ const Shape shapes[] = {Shape::constant, Shape::even, Shape::zipf};
 // All three shapes, with few and many parents, at both ends of the bounds and between.
 TEST(GroupSizes, GiveEveryRecordOnceWithinTheBounds) {
   std::vector<Given> cases = {{3, 1, 0, 5}, {0, 10, 0, 3}, {7, 5000, 0, 1'000'000}};
-  for (const std::uint64_t parents : {1, 2, 17, 1023, 2047, 2048, 5000}) {
-    for (const std::uint64_t extra : {0, 1, 20, 35, 50, 69, 70}) {
+  for (const std::uint64_t parents : {1U, 2U, 17U, 1023U, 2047U, 2048U, 5000U}) {
+    for (const std::uint64_t extra : {0U, 1U, 20U, 35U, 50U, 69U, 70U}) {
       cases.push_back({parents * 2 + parents * extra / 10, parents, 2, 9});
     }
   }

@@ -33,7 +33,7 @@ TEST(Permutations, TakeEveryPlaceOnceAndKnowTheWayBack) {
 
 TEST(Permutations, ComeBackFromAnywhereInLargeOnes) {
   std::vector<std::uint64_t> sizes = {most_indices, most_indices - 1};
-  for (int bits = 12; bits < 63; ++bits) {
+  for (std::uint64_t bits = 12; bits < 63; ++bits) {
     const std::uint64_t power = std::uint64_t{1} << bits;
     sizes.insert(sizes.end(), {power - 1, power, power + 1, power + absorb(bits, 0) % power});
   }
@@ -72,7 +72,7 @@ TEST(Permutations, GiveEveryOrderOfSixNumbersAlike) {
 
 // Neighbours, the two ends, and two places that share their remainder, where few steps would show.
 TEST(Permutations, GiveEveryPairOfNumbersAlikeWhereverTheyStand) {
-  for (const std::uint64_t n : {16, 33, 64}) {
+  for (const std::uint64_t n : {16U, 33U, 64U}) {
     for (const std::uint64_t second : {std::uint64_t{1}, n / 2, n - 1}) {
       for (const bool by_key : {false, true}) {
         std::vector<std::uint64_t> counts(n * n);
@@ -106,7 +106,7 @@ TEST(Permutations, ScatterNeighboursOverAllNumbers) {
 }
 
 TEST(Shuffles, TakeEveryIndexOnceInEachRoundOfAnotherOrder) {
-  for (const std::uint64_t period : {1, 2, 300, 5000}) {
+  for (const std::uint64_t period : {1U, 2U, 300U, 5000U}) {
     Shuffle shuffle(some_key, period);
     std::set<std::vector<std::uint64_t>> orders;
     for (std::uint64_t round = 0; round < 4; ++round) {
