@@ -12,11 +12,6 @@ namespace korvex::platform {
 
 namespace {
 
-// The signal that a write has raised with an error number, 0 for none.
-int signal_of(int error_number) {
-  return error_number == EPIPE ? SIGPIPE : error_number == EFBIG ? SIGXFSZ : 0;
-}
-
 sigset_t set_of(std::initializer_list<int> signals) {
   sigset_t set;
   ::sigemptyset(&set);
@@ -24,16 +19,15 @@ sigset_t set_of(std::initializer_list<int> signals) {
   return set;
 }
 
-void take_back(int signal) {
-  const sigset_t set = set_of({signal});
+void take_back(const sigset_t& signals) {
   constexpr timespec at_once = {};
-  retry_interrupted([&] { return ::sigtimedwait(&set, nullptr, &at_once); });
+  retry_interrupted([&] { return ::sigtimedwait(&signals, nullptr, &at_once); });
 }
 
 }  // namespace
 
 ssize_t write_quietly(int descriptor, const void* data, std::size_t size) {
-  const sigset_t raised = set_of({SIGPIPE, SIGXFSZ});
+  sigset_t raised = set_of({SIGPIPE, SIGXFSZ});
   sigset_t mask;
   sigset_t waiting;
   ::sigemptyset(&waiting);
@@ -44,8 +38,14 @@ ssize_t write_quietly(int descriptor, const void* data, std::size_t size) {
   }
   const ssize_t written = ::write(descriptor, data, size);
   const int failure = written < 0 ? errno : 0;
-  const int signal = signal_of(failure);
-  if (signal != 0 && ::sigismember(&waiting, signal) == 0) take_back(signal);
+  // A pipe whose reader leaves in the middle of a write raises one, too, and answers with what the
+  // reader took.
+  if (written < 0 || static_cast<std::size_t>(written) < size) {
+    for (const int signal : {SIGPIPE, SIGXFSZ}) {
+      if (::sigismember(&waiting, signal) == 1) ::sigdelset(&raised, signal);
+    }
+    take_back(raised);
+  }
   ::pthread_sigmask(SIG_SETMASK, &mask, nullptr);
   if (failure != 0) errno = failure;
   return written;

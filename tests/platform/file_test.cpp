@@ -7,6 +7,8 @@
 #include <unistd.h>
 
 #include <functional>
+#include <string>
+#include <thread>
 #include <utility>
 
 #include "support/bytes.h"
@@ -184,6 +186,22 @@ TEST(File, AFailedWriteRaisesNoSignal) {
     EXPECT_EQ(file.write("x", 1), FileCause::none);
     EXPECT_EQ(file.close(), FileCause::generic);
   };
+  // More than a pipe holds, so that the reader leaves while the write goes on.
+  const auto write_to_leaving_reader = [&] {
+    ::unlink(folder.file("pipe").c_str());
+    ASSERT_EQ(::mkfifo(folder.file("pipe").c_str(), 0600), 0);
+    std::thread reader([&] {
+      const int pipe = ::open(folder.file("pipe").c_str(), O_RDONLY);
+      char some[4096];
+      EXPECT_GT(::read(pipe, some, sizeof some), 0);
+      ::close(pipe);
+    });
+    File file;
+    EXPECT_EQ(file.create(folder.file("pipe")), FileCause::none);
+    const std::string data(1024 * 1024, 'x');
+    EXPECT_EQ(file.write(data.data(), data.size()), FileCause::generic);
+    reader.join();
+  };
   const auto write_past_the_limit = [&] {
     rlimit old = {};
     ::getrlimit(RLIMIT_FSIZE, &old);
@@ -197,6 +215,7 @@ TEST(File, AFailedWriteRaisesNoSignal) {
     EXPECT_EQ(read_file(folder.file("data")).size(), 100u);
   };
   const std::pair<int, std::function<void()>> rows[] = {{SIGPIPE, write_to_left_pipe},
+                                                        {SIGPIPE, write_to_leaving_reader},
                                                         {SIGXFSZ, write_past_the_limit}};
   for (const auto& [signal, write] : rows) {
     write();  // would end the process
