@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 
 #include "dialogs/number_display.h"
 #include "format/item_settings.h"
@@ -27,15 +28,19 @@ std::int32_t take_value(ItemGenerator& item, std::string& value) {
   return code;
 }
 
+// Until the item ends. A fixed text and a time of day may go on for ever: until they come back.
+Steps count_values(const ItemGenerator& item) {
+  const std::optional<Steps> cycle = item.cycle();
+  if (!cycle || *cycle != endless) return cycle.value_or(endless);
+  const ItemFacts facts = item.facts();
+  return facts.is_injective() ? *facts.period : endless;
+}
+
 // Asks the generator that a run asks; how far it counts costs nothing.
 ValuePreview preview_values(ItemGenerator& item) {
   item.add_field();
   ValuePreview preview;
-  preview.count = item.cycle().value_or(endless);
-  // A text that stays the same has no end but is one value.
-  if (preview.count == endless && item.cycle() && item.facts().distinct == Steps{1}) {
-    preview.count = 1;
-  }
+  preview.count = count_values(item);
   std::string value;
   for (Steps i = 0; i < std::min(first_values, preview.count); ++i) {
     preview.code = take_value(item, value);

@@ -42,6 +42,7 @@ TEST_F(ValuePreviewTest, ShowsWhatARangeGives) {
       1 1 3 3     | 'ab'   |          |          |   | 1 value: ab
       11 0 6 3    | %1N    | あ       | お       | 2 | 5 values: あ, い, う … お
       28 0 10 8   | %4YMD  | 20240227 | 20240301 | 1 | 4 values: 20240227, 20240228, 20240229 … 20240301
+      31 0 8 6    | %T     | 000000   | 235959   | 1 | 86,400 values: 000000, 000001, 000002 … 235959
       32 0 19 15  | %TS    | 19700101 090000 | 20380119 031407 | 1 | 2,147,451,248 values: 19700101 090000, 19700101 090001, 19700101 090002 … 20380119 031407
       4 0 8 8     |        | 1        | 9        | 1 | 99036:The format is not set. Please set the format.
       4 0 8 8     | %8U    |          | 9        | 1 | 99037:The start value is not set. Please set the start value.
