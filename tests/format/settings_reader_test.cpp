@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "format/settings_folder.h"
+#include "format/settings_upgrade.h"
 
 namespace korvex {
 namespace {
@@ -11,6 +12,29 @@ using namespace test;
 
 constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t least = std::numeric_limits<std::int32_t>::min();
+
+constexpr std::string_view previous_magic = "TAMBO DATA FORMAT V2L1";
+
+ColumnFields item(std::int32_t number, std::int32_t elements) {
+  return {.item_number = number, .element_count = elements, .format = "%5U", .custom_format = 1};
+}
+
+std::string old_item(std::int32_t number) {
+  return previous_column_bytes(item(number, 2)) + element_bytes({}) + element_bytes({});
+}
+std::string new_item(std::int32_t number) {
+  return column_bytes(item(number, 2)) + element_bytes({}) + element_bytes({});
+}
+
+constexpr std::size_t old_item_size = test::previous_column_size + 2 * element_size;
+constexpr std::size_t new_item_size = column_size + 2 * element_size;
+
+std::string one_level(std::string_view magic, const std::string& area) {
+  // Repeat flag and reserved bytes have no meaning in the previous version.
+  std::string level = level_bytes(3, 76, 50, 2 * old_item_size, 2);
+  if (magic == previous_magic) level.replace(20, 12, "\x01 reserved!!");
+  return header_bytes(1, 1, 1, magic) + level + area;
+}
 
 TEST(SettingsReader, ReadsTheRecordsAsTheyStand) {
   const SettingsFolder folder;
@@ -31,9 +55,9 @@ TEST(SettingsReader, ReadsTheRecordsAsTheyStand) {
   EXPECT_EQ(file.find_column(43)->elements[0]->record.end.year, 65535);
 }
 
-TEST(SettingsReader, AMissingFileIsANewOne) {
+TEST(SettingsReader, SelectsTheLevelOrAddsIt) {
   for (const auto& [kind, quotation] : {std::pair{1, 0}, {2, 0}, {3, 1}}) {
-    const SettingsFolder folder;
+    const SettingsFolder folder;  // without a file
     ClFmtFile file;
     EXPECT_EQ(folder.load(file, 7, 500, kind), 0);
     EXPECT_FALSE(file.is_held());
@@ -41,15 +65,11 @@ TEST(SettingsReader, AMissingFileIsANewOne) {
     EXPECT_EQ(file.current_level()->record.level, 7);
     EXPECT_EQ(file.current_level()->record.records, 500);
   }
-}
-
-TEST(SettingsReader, SelectsTheLevelOrAddsIt) {
   const SettingsFolder folder;
   const std::pair<std::vector<std::int32_t>, std::vector<std::int32_t>> rows[] = {
       // items of levels 1, 2, …; result of loading level 1, 2, 3, 4
       {{}, {0, 0, 0, 0}},
       {{1}, {1, 0, 0, 0}},
-      {{0, 2}, {0, 2, 0, 0}},
       {{2, 0, 3}, {2, 0, 3, 0}},
   };
   for (const auto& [items_of_level, results] : rows) {
@@ -66,28 +86,29 @@ TEST(SettingsReader, SelectsTheLevelOrAddsIt) {
   }
 }
 
+// Loads what is none, or claims more than it holds: nothing is held or current, the file stays.
+void expect_refused(const SettingsFolder& folder, const std::string& bytes, std::int32_t code,
+                    std::int32_t level = 1) {
+  write_file(folder.path, bytes);
+  ClFmtFile file;
+  ASSERT_EQ(folder.load(file, level), code) << bytes.size() << " bytes, " << bytes.substr(0, 24);
+  ASSERT_FALSE(file.is_held());
+  ASSERT_EQ(file.current_level(), nullptr);
+  ASSERT_TRUE(same_bytes(bytes, read_file(folder.path)));
+  ASSERT_TRUE(folder.is_tidy());
+}
+
 TEST(SettingsReader, RefusesOtherFilesUntouched) {
   const SettingsFolder folder;
   const std::string good = settings_bytes({1});
   std::string magic_tail = good;
   magic_tail[23] = 'x';
-  const std::pair<std::string, std::int32_t> rows[] = {
-      {magic_tail, -5},
-      {"t" + good.substr(1), -5},
-      {header_bytes(1, 0, 0, "TAMBO DATA FORMAT V4L1"), -5},
-      {header_bytes(2, 0, 0), -57},
-      {header_bytes(2, 0, 0, "TAMBO DATA FORMAT V2L1"), -57},
-      {"", -3},
-  };
-  for (const auto& [bytes, code] : rows) {
-    SCOPED_TRACE(bytes.substr(0, 24));
-    write_file(folder.path, bytes);
-    ClFmtFile file;
-    EXPECT_EQ(folder.load(file), code);
-    EXPECT_FALSE(file.is_held());
-    EXPECT_EQ(file.current_level(), nullptr);
-    EXPECT_TRUE(same_bytes(bytes, read_file(folder.path)));
-    EXPECT_TRUE(folder.is_tidy());
+  for (const auto& [bytes, code] : {std::pair<std::string, std::int32_t>{magic_tail, -5},
+                                    {"t" + good.substr(1), -5},
+                                    {header_bytes(1, 0, 0, "TAMBO DATA FORMAT V4L1"), -5},
+                                    {header_bytes(2, 0, 0), -57},
+                                    {header_bytes(2, 0, 0, previous_magic), -57}}) {
+    expect_refused(folder, bytes, code);
   }
   std::filesystem::remove(folder.path);
   std::filesystem::create_directory(folder.path);
@@ -98,48 +119,45 @@ TEST(SettingsReader, RefusesOtherFilesUntouched) {
 TEST(SettingsReader, ATruncatedFileIsRefusedAtEveryLength) {
   const SettingsFolder folder;
   // An area is read as items or, for a level that is not loaded, as raw bytes.
-  for (const auto& [items_of_level, level] :
-       {std::pair(std::vector{1}, 1), {std::vector{0, 1}, 1}}) {
-    const std::string good = settings_bytes(items_of_level);
+  for (const std::string& good : {settings_bytes({1}), settings_bytes({0, 1}),
+                                  one_level(previous_magic, old_item(1) + old_item(2))}) {
     for (std::size_t size = 0; size < good.size(); ++size) {
-      write_file(folder.path, good.substr(0, size));
-      ClFmtFile file;
-      ASSERT_EQ(folder.load(file, level), -3) << "size " << size << " level " << level;
-      ASSERT_FALSE(file.is_held());
+      expect_refused(folder, good.substr(0, size), -3);
+      if (testing::Test::HasFatalFailure()) return;
     }
-    ASSERT_TRUE(folder.is_tidy());
   }
 }
 
-// Two levels with one item each; the numbers that a hostile file might claim.
+// Two levels with one item each, and one of the previous version with two; the numbers that a
+// hostile file might claim.
 TEST(SettingsReader, RefusesClaimsThatTheFileDoesNotHold) {
   const SettingsFolder folder;
   const std::string good = settings_bytes({1, 1});
+  const std::string old = one_level(previous_magic, old_item(1) + old_item(2));
   constexpr std::size_t level_1 = header_size;
   constexpr std::size_t level_2 = header_size + level_size;
   constexpr std::size_t area_1 = header_size + 2 * level_size;
   const auto size = static_cast<std::int32_t>(good.size());
-  const std::tuple<std::size_t, std::vector<std::int32_t>, std::int32_t> rows[] = {
-      {32, {-1, least, most, 100}, -3},               // level count
-      {32, {3}, -4},                                  // that makes items to levels
-      {level_1 + 4, {-1, least, 1, 44, 107}, -4},     // offset of the current level
-      {level_1 + 4, {size, most}, -3},                // behind the end
-      {level_1 + 16, {-1, least, most, 3, 100}, -3},  // column count
-      {area_1 + 4, {-1, least, most, 4}, -3},         // element count
-      {level_2 + 4, {-1, least, 1, 44, 107}, -4},     // offset of a raw level
-      {level_2 + 4, {size, most}, -3},                // behind the end
-      {level_2 + 12, {-1, least, most, 1269}, -3},    // size of a raw level
+  const std::tuple<std::string, std::size_t, std::vector<std::int32_t>, std::int32_t> rows[] = {
+      {good, 32, {-1, least, most, 100}, -3},               // level count
+      {good, 32, {3}, -4},                                  // that makes items to levels
+      {good, level_1 + 4, {-1, least, 1, 44, 107}, -4},     // offset of the current level
+      {good, level_1 + 4, {size, most}, -3},                // behind the end
+      {good, level_1 + 16, {-1, least, most, 3, 100}, -3},  // column count
+      {good, area_1 + 4, {-1, least, most, 4}, -3},         // element count
+      {good, level_2 + 4, {-1, least, 1, 44, 107}, -4},     // offset of a raw level
+      {good, level_2 + 4, {size, most}, -3},                // behind the end
+      {good, level_2 + 12, {-1, least, most, 1269}, -3},    // size of a raw level
+      {old, 32, {-1, least, most, 1000}, -3},
+      {old, 44 + 16, {-1, least, most, 1000}, -3},
+      {old, 76 + 4, {-1, least, most, 1000}, -3},
   };
-  for (const auto& [offset, values, code] : rows) {
+  for (const auto& [bytes, offset, values, code] : rows) {
     for (const std::int32_t value : values) {
-      std::string bytes = good;
-      put_i32(bytes, offset, value);
-      write_file(folder.path, bytes);
-      ClFmtFile file;
-      EXPECT_EQ(folder.load(file), code) << offset << ' ' << value;
-      EXPECT_FALSE(file.is_held()) << offset << ' ' << value;
-      EXPECT_EQ(file.current_level(), nullptr) << offset << ' ' << value;
-      EXPECT_TRUE(same_bytes(bytes, read_file(folder.path)));
+      SCOPED_TRACE(testing::Message() << offset << ' ' << value);
+      std::string claimed = bytes;
+      put_i32(claimed, offset, value);
+      expect_refused(folder, claimed, code);
     }
   }
 }
@@ -192,6 +210,77 @@ TEST(SettingsReader, AHeldFileRefusesASecondOpener) {
     EXPECT_EQ(folder.load(first), 0);
   }
   EXPECT_EQ(folder.load(second), 0) << "the hold ends with the object";
+}
+
+TEST(SettingsUpgrade, OneLevelKeepsItsPlace) {
+  const SettingsFolder folder;
+  std::string old = one_level(previous_magic, old_item(1) + old_item(2));
+  put_i32(old, 36, 99);
+  put_i32(old, 40, 99);
+  write_file(folder.path, old);
+  ASSERT_EQ(::chmod(folder.path.c_str(), 0640), 0);
+  EXPECT_EQ(upgrade_settings_file(folder.path, 1), 0);
+  const std::string upgraded = read_file(folder.path);
+  // What the size says is the business of whoever reads the level as raw bytes, see below.
+  std::string expected = one_level("TAMBO DATA FORMAT V3L1", new_item(1) + new_item(2));
+  expected.replace(header_size + 12, 4, upgraded.substr(header_size + 12, 4));
+  EXPECT_TRUE(same_bytes(expected, upgraded));
+  EXPECT_TRUE(folder.is_tidy());
+  struct stat status = {};
+  ASSERT_EQ(::stat(folder.path.c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 07777u, 0640u);
+
+  ClFmtFile file;
+  EXPECT_EQ(folder.load(file, 3), 2);
+}
+
+TEST(SettingsUpgrade, SeveralLevelsMoveToTheirNewPlaces) {
+  const SettingsFolder folder;
+  const std::size_t area = header_size + 3 * level_size;
+  write_file(folder.path, header_bytes(2, 1, 3, previous_magic) +
+                              level_bytes(1, area, 10, 2 * old_item_size, 2) +
+                              level_bytes(2, area + 2 * old_item_size, 20, 0, 0) +
+                              level_bytes(3, area + 2 * old_item_size, 30, old_item_size, 1) +
+                              old_item(1) + old_item(2) + old_item(3));
+  EXPECT_EQ(upgrade_settings_file(folder.path, 2), 0);
+  EXPECT_TRUE(same_bytes(header_bytes(2, 1, 3) + level_bytes(1, area, 10, 2 * new_item_size, 2) +
+                             level_bytes(2, area + 2 * new_item_size, 20, 0, 0) +
+                             level_bytes(3, area + 2 * new_item_size, 30, new_item_size, 1) +
+                             new_item(1) + new_item(2) + new_item(3),
+                         read_file(folder.path)));
+}
+
+TEST(SettingsUpgrade, TextsKeepNothingBehindTheirTerminators) {
+  const SettingsFolder folder;
+  std::string column = previous_column_bytes(item(1, 1));
+  std::string element = element_bytes({});
+  for (const std::size_t end_of_text : {44u + 11, 60u + 11, 84u + 23, 108u + 255}) {
+    column[end_of_text] = 'x';
+  }
+  for (const std::size_t end_of_text :
+       {36u + 11, 88u + 11, 140u + 11, 180u + 131, 312u + 131, 444u + 131, 588u, 607u}) {
+    element[end_of_text] = 'x';
+  }
+  const std::string table = level_bytes(1, 76, 1, 996, 1);
+  write_file(folder.path, header_bytes(1, 0, 1, previous_magic) + table + column + element);
+  EXPECT_EQ(upgrade_settings_file(folder.path, 1), 0);
+  EXPECT_TRUE(same_bytes(column_bytes(item(1, 1)) + element_bytes({}),
+                         read_file(folder.path).substr(header_size + level_size)));
+}
+
+// A run on another level keeps the upgraded level as it is, all of it.
+TEST(SettingsUpgrade, NoLevelIsLostWhenAnotherOneIsLoaded) {
+  const SettingsFolder folder;
+  for (const std::int32_t loaded : {1, 2, 4}) {
+    write_file(folder.path, one_level(previous_magic, old_item(1) + old_item(2)));
+    {
+      ClFmtFile file;
+      ASSERT_EQ(folder.load(file, loaded), 0);
+      ASSERT_EQ(store_range(file, 9), 0);
+      ASSERT_EQ(file.save(0), 0);
+    }
+    EXPECT_NE(read_file(folder.path).find(new_item(1) + new_item(2)), std::string::npos) << loaded;
+  }
 }
 
 }  // namespace
