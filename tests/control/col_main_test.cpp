@@ -4,6 +4,7 @@
 
 #include "support/control_bytes.h"
 #include "support/environment.h"
+#include "support/table.h"
 #include "support/temp_folder.h"
 
 namespace korvex {
@@ -98,29 +99,29 @@ TEST_F(ColMainTest, RefusesCountsThatTheFileDoesNotHold) {
 }
 
 TEST_F(ColMainTest, ChecksDigitsByTheLayoutKind) {
-  struct Row {
-    std::int32_t digits, decimals;
-    bool bad[3];  // by layout kind 1, 2, 3
-    std::int32_t loaded_decimals;
-  };
-  const Row rows[] = {
-      {5, 0, {false, false, false}, 0},   {5, 5, {false, false, false}, 5},
-      {5, 6, {false, true, false}, 0},    {20, 11, {false, false, false}, 11},
-      {20, 12, {true, false, false}, 12}, {5, 12, {true, true, false}, 0},
-      {-1, -1, {true, true, false}, -1},  {5, -1, {true, true, false}, -1},
-      {-1, 0, {true, true, false}, 0},    {0, 0, {false, false, false}, 0},
-  };
-  for (const Row& row : rows) {
+  // Digits and decimals, for each layout kind whether they are bad, and the decimals as loaded.
+  for (const auto& [digits, bad, loaded_decimals] : table<3>(R"(
+      5 0   | 0 0 0 | 0
+      5 5   | 0 0 0 | 5
+      5 6   | 0 1 0 | 0
+      20 11 | 0 0 0 | 11
+      20 12 | 1 0 0 | 12
+      5 12  | 1 1 0 | 0
+      -1 -1 | 1 1 0 | -1
+      5 -1  | 1 1 0 | -1
+      -1 0  | 1 1 0 | 0
+      0 0   | 0 0 0 | 0
+  )")) {
     for (const std::int32_t kind : {1, 2, 3}) {
-      SCOPED_TRACE(testing::Message() << row.digits << '.' << row.decimals << " kind " << kind);
+      SCOPED_TRACE(digits + " kind " + std::to_string(kind));
       ClColMain checked;
       const ControlItemFields item = {
-          .name = "BAD", .digits = row.digits, .decimals = row.decimals};
+          .name = "BAD", .digits = numbers(digits)[0], .decimals = numbers(digits)[1]};
       ASSERT_EQ(load(checked, control_bytes({.layout_kind = kind}, {item, {.name = "GOOD"}})), 0);
-      const bool bad = row.bad[kind - 1];
-      EXPECT_EQ(checked.load_error(), bad ? -75 : 0);
-      EXPECT_EQ(checked.offending_names(), bad ? "BAD " : "");
-      EXPECT_EQ(checked.items.at(0)->decimals, row.loaded_decimals);
+      const bool is_bad = numbers(bad)[static_cast<std::size_t>(kind - 1)] != 0;
+      EXPECT_EQ(checked.load_error(), is_bad ? -75 : 0);
+      EXPECT_EQ(checked.offending_names(), is_bad ? "BAD " : "");
+      EXPECT_EQ(checked.items.at(0)->decimals, std::stoi(loaded_decimals));
     }
   }
 }
@@ -162,35 +163,28 @@ TEST_F(ColMainTest, ClassesAreMadeByName) {
   EXPECT_EQ(platform::create_object("ClNothing"), nullptr);
 }
 
-class TemporaryControlFile : public ColMainTest {
- protected:
-  // Saves ranges for the items 30, 10 and 20, so that these are the items to generate.
-  void save_settings(ClColMain& run) {
-    std::filesystem::create_directory(folder.file("work"));
-    header.settings_path = folder.file("settings.fif");
-    header.work_folder = folder.file("work");
-    ASSERT_EQ(load(run, control_bytes(header, {{}})), 0);
-    run.settings.set_run_mode(run_mode::data_file_dialog);
-    ASSERT_EQ(run.settings.load(1, 10, 1), 0);
-    for (const std::int32_t item : {30, 10, 20}) {
-      run.settings.edited().texts = {"%5U", "1", "9", "1"};
-      ASSERT_EQ(run.settings.check_and_store(item, {4, 0, 5, 5, 0}), 0);
-    }
-    ASSERT_EQ(run.settings.save(0), 0);
-    std::filesystem::remove(folder.file("settings.fif"));
+// The header, and the items in the order in which they were saved.
+TEST_F(ColMainTest, WritesATemporaryControlFile) {
+  const std::string work = folder.file("work");
+  std::filesystem::create_directory(work);
+  const ControlHead header = {.records = 77,
+                              .host_value = 5,
+                              .settings_path = folder.file("settings.fif"),
+                              .work_folder = work};
+  ASSERT_EQ(load(main, control_bytes(header, {{}})), 0);
+  main.settings.set_run_mode(run_mode::data_file_dialog);
+  ASSERT_EQ(main.settings.load(1, 10, 1), 0);
+  for (const std::int32_t item : {30, 10, 20}) {
+    main.settings.edited().texts = {"%5U", "1", "9", "1"};
+    ASSERT_EQ(main.settings.check_and_store(item, {4, 0, 5, 5, 0}), 0);
   }
-
-  ControlHead header = {.records = 77, .layout_kind = 1, .host_value = 5};
-};
-
-TEST_F(TemporaryControlFile, HoldsTheHeaderAndTheSavedItems) {
-  save_settings(main);
+  ASSERT_EQ(main.settings.save(0), 0);
   ASSERT_EQ(main.write_temporary_control_file(), 0);
-  const std::string name = main.control_path.substr(folder.file("work").size() + 1);
+  const std::string name = main.control_path.substr(work.size() + 1);
   EXPECT_EQ(name.substr(0, 2) + name.substr(17), "DG.TMP") << name;
   EXPECT_TRUE(same_bytes(control_header(header, 3) + std::string(Bytes().i32(30).i32(10).i32(20)),
                          read_file(main.control_path)));
-  std::filesystem::remove_all(folder.file("work"));
+  std::filesystem::remove_all(work);
   EXPECT_EQ(main.write_temporary_control_file(), -2);
 }
 

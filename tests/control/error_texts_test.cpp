@@ -1,7 +1,7 @@
 #include "control/error_texts.h"
 
 #include <map>
-#include <sstream>
+#include <regex>
 
 #include "support/bytes.h"
 
@@ -15,28 +15,29 @@ std::string replaced(std::string text, std::string_view from, std::string_view t
   return text;
 }
 
-// The golden file: a code, a tabulator and the whole text, line ends as "\n", the layout word as
-// %s.
-std::map<std::int32_t, std::string> golden_messages() {
+// The messages that users are told of, by code, with the layout word as %s.
+std::map<std::int32_t, std::string> documented_messages() {
   std::map<std::int32_t, std::string> messages;
-  std::istringstream file(test::read_file(KORVEX_TEST_DATA "/messages.txt"));
-  std::int32_t code = 0;
-  std::string text;
-  while (file >> code && file.get() == '\t' && std::getline(file, text)) {
-    messages[code] = replaced(text, "\\n", "\n");
+  const std::string page = test::read_file(KORVEX_DOCS "/errors.md");
+  const std::regex row(R"re(\n\| (-\d+) \| (\d+) \| "(.*?)" \|)re");
+  for (std::sregex_iterator each(page.begin(), page.end(), row), end; each != end; ++each) {
+    const int code = std::stoi((*each)[1]);
+    const bool is_of_a_line = code >= -134 && code <= -125;
+    messages[code] = (is_of_a_line ? "%d line of a enum file " : (*each)[2].str() + ":") +
+                     replaced((*each)[3], "<br>", "\n");
   }
   return messages;
 }
 
 TEST(ErrorTexts, EveryCodeHasItsNumberAndWording) {
-  const auto messages = golden_messages();
+  const auto messages = documented_messages();
   ASSERT_EQ(messages.size(), 113u);
   for (std::int32_t code = -150; code <= 5; ++code) {
     const auto known = messages.find(code);
     const std::string number = std::to_string(99000 + std::abs(code)) + ":";
+    const std::string message = known == messages.end() ? number : known->second;
     for (const std::int32_t layout : {0, 1, 2, 3}) {
       const std::string about = code == -70 || code == -71 ? "Table" : "Column";
-      const std::string message = known == messages.end() ? number : known->second;
       std::string text;
       append_error_text(code, layout, text);
       EXPECT_EQ(text, replaced(message, "%s", layout == 1 ? "Item" : about)) << layout;

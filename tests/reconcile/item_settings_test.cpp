@@ -3,6 +3,7 @@
 #include "format/reconcile.h"
 #include "format/record_text.h"
 #include "reconcile/reconcile_setup.h"
+#include "support/table.h"
 
 namespace korvex::test {
 namespace {
@@ -140,34 +141,25 @@ TEST_F(ItemSettingsTest, ACopyShowsWhatItsSourceShows) {
 }
 
 TEST(CheckReference, RefusesWhatIsOfAnotherKindOrWider) {
-  const ItemAttributes source = {4, 0, 9, 5, 2};
-  const std::pair<std::int32_t, std::vector<ItemAttributes>> targets[] = {
-      {0, {{4, 0, 9, 5, 2}, {4, 0, 10, 6, 3}}},
-      {-31, {{5, 0, 9, 5, 2}, {5, 1, 8, 5, 2}}},
-      {-32, {{4, 1, 9, 5, 2}, {4, 1, 8, 5, 2}}},
-      {-33, {{4, 0, 8, 5, 2}, {4, 0, 9, 4, 2}, {4, 0, 9, 5, 1}}},
-  };
-  for (const auto& [code, items] : targets) {
-    for (const ItemAttributes& target : items) EXPECT_EQ(check_reference(source, target), code);
+  for (const auto& [source, target, code] : table<3>(R"(
+      4 0 9 5 2 | 4 0 9 5 2  | 0
+      4 0 9 5 2 | 4 0 10 6 3 | 0
+      4 0 9 5 2 | 5 1 8 5 2  | -31
+      4 0 9 5 2 | 4 1 8 5 2  | -32
+      4 0 9 5 2 | 4 0 8 5 2  | -33
+      4 0 9 5 2 | 4 0 9 4 2  | -33
+      4 0 9 5 2 | 4 0 9 5 1  | -33
+      4 0 9 5   | 4 0 9 5 2  | -69
+      4 0 9 5   | 4 0 9 5    | 0
+  )")) {
+    EXPECT_EQ(check_reference(item_of(source), item_of(target)), std::stoi(code)) << target;
   }
-  EXPECT_EQ(check_reference({4, 0, 9, 5, 0}, source), -69);
-  EXPECT_EQ(check_reference({4, 0, 9, 5, 0}, {4, 0, 9, 5, 0}), 0);
-}
-
-TEST_F(ItemSettingsTest, ACopyNeedsASource) {
-  EXPECT_EQ(copy(0, 0), -29);
-  EXPECT_EQ(copy(1, 2), -36);
-  setup.main->items[1]->attribute = 5;
-  EXPECT_EQ(copy(1, 0), -31);
-  EXPECT_EQ(display(1).generation_type, 0);
-  EXPECT_EQ(record(2), nullptr);
-  ASSERT_EQ(remove(0), 0);
-  setup.main->items[1]->attribute = 4;
-  EXPECT_EQ(copy(1, 0), -36);
-  EXPECT_EQ(state(1), 0);
 }
 
 TEST_F(ItemSettingsTest, DeletedSettingsAreGoneFromTheDisplayToo) {
+  EXPECT_EQ(copy(0, 0), -29);
+  EXPECT_EQ(copy(1, 2), -36);
+  EXPECT_EQ(record(2), nullptr);
   ASSERT_EQ(store(0, two_digits), 0);
   EXPECT_EQ(remove(0), 0);
   EXPECT_EQ(counter(), 0);
@@ -175,7 +167,7 @@ TEST_F(ItemSettingsTest, DeletedSettingsAreGoneFromTheDisplayToo) {
   EXPECT_EQ(shown(0), "0  [,,] 10 ref 0");
   EXPECT_EQ(record(1)->generation_type, 0);
   EXPECT_EQ(record(1)->element_count, 0);
-
+  EXPECT_EQ(copy(1, 0), -36) << "no source any more";
   EXPECT_EQ(remove(0), -36);
   EXPECT_EQ(remove(1), -36);
   EXPECT_EQ(counter(), -36);

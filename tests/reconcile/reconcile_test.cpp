@@ -1,9 +1,8 @@
 #include "format/reconcile.h"
 
-#include <array>
-
 #include "platform/file.h"
 #include "reconcile/reconcile_setup.h"
+#include "support/table.h"
 
 namespace korvex::test {
 namespace {
@@ -23,26 +22,27 @@ class ReconcileTest : public testing::Test {
 
 // Attribute, length and digits of one item, as the control file has them and as they were stored.
 TEST(SettingsFit, ByAttributeAndDigits) {
-  using Side = std::array<std::int32_t, 3>;
-  const std::tuple<std::int32_t, Side, Side, bool> cases[] = {
-      {1, {4, 9, 5}, {4, 12, 5}, true},       {1, {4, 9, 5}, {5, 9, 5}, false},
-      {1, {4, 9, 5}, {4, 9, 6}, false},       {1, {19, 9, 0}, {19, 9, 9}, false},
-      {3, {28, 8, 8}, {31, 8, 8}, false},     {1, {1, 8, 0}, {1, 8, 8}, true},
-      {1, {7, 8, 8}, {7, 8, 0}, true},        {1, {6, 8, 0}, {6, 9, 0}, false},
-      {1, {3, 8, 0}, {3, 8, 7}, false},       {1, {11, 8, 0}, {11, 8, 8}, false},
-      {2, {32, 15, 15}, {28, 8, 8}, true},    {2, {28, 8, 8}, {32, 15, 15}, true},
-      {2, {28, 8, 8}, {28, 6, 6}, true},      {2, {32, 15, 15}, {32, 19, 19}, true},
-      {2, {31, 6, 6}, {31, 8, 8}, false},     {2, {32, 15, 15}, {31, 15, 15}, false},
-      {1, {32, 15, 15}, {28, 15, 15}, false}, {1, {28, 8, 8}, {28, 6, 6}, false},
-      {3, {32, 15, 15}, {28, 15, 15}, false}, {3, {28, 8, 8}, {28, 6, 6}, false},
+  const std::tuple<bool, std::int32_t, const char*, const char*> cases[] = {
+      {true, 1, "4 9 5", "4 12 5"},       {false, 1, "4 9 5", "5 9 5"},
+      {false, 1, "4 9 5", "4 9 6"},       {false, 1, "19 9 0", "19 9 9"},
+      {false, 3, "28 8 8", "31 8 8"},     {true, 1, "1 8 0", "1 8 8"},
+      {true, 1, "7 8 8", "7 8 0"},        {false, 1, "6 8 0", "6 9 0"},
+      {false, 1, "3 8 0", "3 8 7"},       {false, 1, "11 8 0", "11 8 8"},
+      {true, 2, "32 15 15", "28 8 8"},    {true, 2, "28 8 8", "32 15 15"},
+      {true, 2, "28 8 8", "28 6 6"},      {true, 2, "32 15 15", "32 19 19"},
+      {false, 2, "31 6 6", "31 8 8"},     {false, 2, "32 15 15", "31 15 15"},
+      {false, 1, "32 15 15", "28 15 15"}, {false, 1, "28 8 8", "28 6 6"},
+      {false, 3, "32 15 15", "28 15 15"}, {false, 3, "28 8 8", "28 6 6"},
   };
-  for (const auto& [kind, item, stored, fits] : cases) {
+  for (const auto& [fits, kind, item, stored] : cases) {
+    const auto now = numbers(item);
+    const auto before = numbers(stored);
     FmtColRec record = {};
-    record.attribute = stored[0];
-    record.length = stored[1];
-    record.digits = stored[2];
-    EXPECT_EQ(settings_fit({item[0], 0, item[1], item[2], 0}, record, kind), fits)
-        << kind << ": " << testing::PrintToString(item) << testing::PrintToString(stored);
+    record.attribute = before[0];
+    record.length = before[1];
+    record.digits = before[2];
+    EXPECT_EQ(settings_fit({now[0], 0, now[1], now[2], 0}, record, kind), fits)
+        << kind << ": " << item << " and " << stored;
   }
 }
 
@@ -94,20 +94,21 @@ TEST_F(ReconcileTest, ShowsTheSettingsOfEachType) {
 }
 
 TEST_F(ReconcileTest, NullableColumnsMayGetNull) {
-  struct Case {
-    std::int32_t layout_kind, null_default, null_allowed;
-    bool is_set;
-  };
-  for (const Case& c : {Case{2, 1, 1, true}, Case{3, 1, 1, true}, Case{2, 1, 0, false},
-                        Case{2, 0, 1, false}, Case{1, 1, 1, false}, Case{2, 2, 1, false}}) {
-    setup.write_settings({{{.item_number = 1}}}, c.layout_kind);
-    const ControlItemFields nullable = {8, "N", "", 19, 0, 7, 6, 2, 0, c.null_allowed};
-    setup.load({nullable, {.item_number = 1, .digits = 1}}, c.layout_kind, c.null_default);
-    EXPECT_EQ(reconcile(*setup.main), c.is_set ? 2 : 1) << c.layout_kind;
-    EXPECT_EQ(shown(0), c.is_set ? "1 Init Null [,,] 00 ref 0" : "0  [,,] 00 ref 0");
+  // Layout kind, whether the host asks for it, and whether the item may be NULL.
+  for (const auto& [kind, asked, allowed, is_set] : {std::tuple{2, 1, 1, true},
+                                                     {3, 1, 1, true},
+                                                     {2, 1, 0, false},
+                                                     {2, 0, 1, false},
+                                                     {1, 1, 1, false},
+                                                     {2, 2, 1, false}}) {
+    setup.write_settings({{{.item_number = 1}}}, kind);
+    const ControlItemFields nullable = {8, "N", "", 19, 0, 7, 6, 2, 0, allowed};
+    setup.load({nullable, {.item_number = 1, .digits = 1}}, kind, asked);
+    EXPECT_EQ(reconcile(*setup.main), is_set ? 2 : 1) << kind;
+    EXPECT_EQ(shown(0), is_set ? "1 Init Null [,,] 00 ref 0" : "0  [,,] 00 ref 0");
     const ClFmtColInf* column = setup.main->settings.find_column(8);
-    ASSERT_EQ(column != nullptr, c.is_set);
-    if (!c.is_set) continue;
+    ASSERT_EQ(column != nullptr, is_set);
+    if (!is_set) continue;
     const FmtColRec& record = column->record;
     EXPECT_EQ((std::vector{record.generation_type, record.attribute, record.length, record.digits,
                            record.decimals}),
