@@ -53,15 +53,16 @@ TEST(Codepage, ConvertsBothWays) {
   std::string many;
   for (int i = 0; i < 3000; ++i) many += "あ";
   EXPECT_EQ(to_utf8(from_utf8(many).value_or("")), many);
-}
-
-TEST(Codepage, TellsWhereATextCannotBeConverted) {
-  const std::pair<const char*, std::size_t> rows[] = {{"ab😀", 2}, {"あ\xFF", 3}, {"\xE3\x81", 0}};
-  for (const auto& [text, offset] : rows) {
+  // It says where a text cannot be converted, and shows broken bytes as replacement characters.
+  const std::pair<const char*, std::size_t> bad[] = {{"ab😀", 2}, {"あ\xFF", 3}, {"\xE3\x81", 0}};
+  for (const auto& [text, offset] : bad) {
     std::size_t bad_offset = 99;
     EXPECT_FALSE(from_utf8(text, &bad_offset)) << text;
     EXPECT_EQ(bad_offset, offset) << text;
   }
+  EXPECT_EQ(to_utf8(hex("41 82")), "A\uFFFD");
+  EXPECT_EQ(to_utf8(hex("FF 42")), "\uFFFDB");
+  EXPECT_EQ(to_utf8(hex("82 A0 85 40 82 A0")).substr(0, 6), "あ\uFFFD");
 }
 
 // Without a file to open there is no converter, which says nothing about the text.
@@ -88,12 +89,6 @@ TEST(Codepage, AMissingConverterIsAFailureOfItsOwn) {
         ::_exit(is_right ? 7 : 1);
       },
       testing::ExitedWithCode(7), "");
-}
-
-TEST(Codepage, ShowsBrokenBytesAsReplacementCharacters) {
-  EXPECT_EQ(to_utf8(hex("41 82")), "A\uFFFD");
-  EXPECT_EQ(to_utf8(hex("FF 42")), "\uFFFDB");
-  EXPECT_EQ(to_utf8(hex("82 A0 85 40 82 A0")).substr(0, 6), "あ\uFFFD");
 }
 
 }  // namespace

@@ -47,11 +47,8 @@ TEST(ConsoleInterface, AnInterruptDuringARunIsOneRequestToCancel) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "") << "progress is drawn on a terminal only";
   ::sigaction(SIGINT, nullptr, &before);
   EXPECT_EQ(before.sa_handler, SIG_DFL);
-}
-
-TEST(ConsoleInterface, LeavesAHandlerOfTheHostInPlace) {
+  // A handler of the host's own stays in place.
   ::signal(SIGINT, SIG_IGN);
-  ConsoleInterface console;
   const auto progress = console.open_progress(nullptr, true);
   ASSERT_EQ(::raise(SIGINT), 0);
   EXPECT_FALSE(progress->cancel_requested());

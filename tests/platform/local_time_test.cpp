@@ -17,33 +17,28 @@ std::time_t moment(int year, int month, int day, int hour, int minute, int secon
   return ::timegm(&time);
 }
 
-class LocalTime : public testing::Test {
- protected:
+struct LocalTime : testing::Test {
   LocalTime() { ::tzset(); }
   ~LocalTime() override { ::tzset(); }
-
   ScopedVariable zone{"TZ", "UTC0"};
-  TempFolder folder;
-  File file;
-  std::string path;
 };
 
-TEST_F(LocalTime, NamesCarryEnglishMonths) {
+TEST_F(LocalTime, NamesAreInLocalTimeWithEnglishMonths) {
   EXPECT_EQ(temporary_name(moment(2007, 5, 31, 8, 18, 36)), "DG2007May31081836.TMP");
   std::string months;
   for (int month = 1; month <= 12; ++month) {
     months += temporary_name(moment(2026, month, 1, 0, 0, 0)).substr(6, 3);
   }
   EXPECT_EQ(months, "JanFebMarAprMayJunJulAugSepOctNovDec");
-}
-
-TEST_F(LocalTime, NamesAreInLocalTime) {
   const ScopedVariable east("TZ", "XYZ-9");
   ::tzset();
   EXPECT_EQ(temporary_name(moment(2026, 12, 31, 15, 0, 0)), "DG2027Jan01000000.TMP");
 }
 
 TEST_F(LocalTime, ATakenNameAdvancesToTheNextFreeSecond) {
+  const TempFolder folder;
+  File file;
+  std::string path;
   const std::string taken[] = {folder.file("DG2026Dec31235958.TMP"),
                                folder.file("DG2026Dec31235959.TMP")};
   for (const std::string& name : taken) test::write_file(name, "taken");

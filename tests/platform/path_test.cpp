@@ -7,14 +7,11 @@
 namespace korvex::platform {
 namespace {
 
-TEST(Path, Joins) {
+TEST(Path, JoinsAndCuts) {
   EXPECT_EQ(join_path("work", "a"), "work/a");
   EXPECT_EQ(join_path("work/", "a"), "work/a");
   EXPECT_EQ(join_path("/", "a"), "/a");
   EXPECT_EQ(join_path("", "a"), "a");
-}
-
-TEST(Path, Cuts) {
   // The path, its folder, base name and stem.
   const std::array<const char*, 4> rows[] = {
       {"/a/b.c/data.csv", "/a/b.c", "data.csv", "data"},

@@ -12,31 +12,21 @@ TEST(CopyText, EscapesWhatWouldMeanSomethingElse) {
   EXPECT_EQ(text, "x\na\\tb\t\\\\N\t\\N\tc\\r\\nd\t\xE3\x81\x82\n\\N\n");
 }
 
-struct ContextCase {
-  const char* context;
-  std::int64_t line;
-  const char* column;
-};
-
 TEST(CopyText, FindsLineAndColumnInAnyLanguage) {
-  const ContextCase cases[] = {
+  const std::tuple<const char*, std::int64_t, const char*> cases[] = {
       {"COPY t1, line 3, column price: \"12x\"", 3, "price"},
       {"COPY t1, line 12: \"1\tprice: 5\"", 12, ""},
-      {"COPY t1, Zeile 7, Spalte id: \xC2\xBB"
-       "5\xC2\xAB",
-       7, "id"},
-      {"COPY t1, ligne 7, colonne id : \xC2\xAB 5 \xC2\xBB", 7, "id"},
-      {"t1\xE3\x81\xAE"
-       "COPY\xE3\x80\x81\xE8\xA1\x8C 8\xE3\x80\x81\xE5\x88\x97 id: \"x\"",
-       8, "id"},
+      {"COPY t1, Zeile 7, Spalte id: »5«", 7, "id"},
+      {"COPY t1, ligne 7, colonne id : « 5 »", 7, "id"},
+      {"t1のCOPY、行 8、列 id: \"x\"", 8, "id"},
       {"PL/pgSQL function f() line 3 at RAISE\nCOPY t1, line 5: \"1\"", 5, ""},
       {"SQL statement \"SELECT 1\"", 0, ""},
       {"", 0, ""},
   };
-  for (const ContextCase& test : cases) {
-    const CopyPlace place = find_copy_place(test.context, "t1", {"id", "price"});
-    EXPECT_EQ(place.line, test.line) << test.context;
-    EXPECT_EQ(place.column, test.column) << test.context;
+  for (const auto& [context, line, column] : cases) {
+    const CopyPlace place = find_copy_place(context, "t1", {"id", "price"});
+    EXPECT_EQ(place.line, line) << context;
+    EXPECT_EQ(place.column, column) << context;
   }
 }
 
@@ -44,63 +34,51 @@ TEST(CopyText, FindsTheColumnsOfAKey) {
   const std::vector<std::string> columns = {"id", "price", "a b"};
   using Places = std::vector<std::size_t>;
   EXPECT_EQ(key_places("Key (price, id)=(1, 2) already exists.", columns), (Places{1, 0}));
-  EXPECT_EQ(
-      key_places("Schl\xC3\xBCssel \xC2\xBB(\"a b\")=(1)\xC2\xAB existiert bereits.", columns),
-      Places{2});
+  EXPECT_EQ(key_places("Schlüssel »(\"a b\")=(1)« existiert bereits.", columns), Places{2});
   EXPECT_EQ(key_places("Key (id, other)=(1, 2) already exists.", columns), Places{});
   EXPECT_EQ(key_places("Failing row contains (1, 2).", columns), Places{});
 }
 
-struct KeyCase {
-  const char* detail;
-  std::vector<std::string_view> values;
-  bool is_named;
-  ColumnType type = ColumnType::decimal;  // of the first value, texts follow
-  bool is_padded = false;
-};
-
 TEST(CopyText, ComparesKeysAsTheServerWritesThem) {
-  const char* const pair = "Key (a, b)=(7, x, y) is not present in table \"t\".";
-  const KeyCase cases[] = {
-      {"Key (a)=(7) is not present in table \"t\".", {"+0000000007"}, true},
-      {"Key (a)=(7) is not present in table \"t\".", {"70"}, false},
-      {"Key (a)=(-0.50) already exists.", {"-00000.5"}, true},
-      {"Key (a)=(0.00) already exists.", {"+00.00"}, true},
-      {"Key (a)=(.5.) already exists.", {"5"}, false},
-      {"Key (a)=(x)) already exists.", {"x)"}, true},
-      {"Key (a)=(7) already exists.", {"007"}, false, ColumnType::text},
-      {"Key (a)=(7  ) already exists.", {"7"}, false, ColumnType::text},
-      {"Key (a)=(7  ) already exists.", {"7"}, true, ColumnType::text, true},
-      {"Key (a)=(t) already exists.", {"true"}, true, ColumnType::boolean},
-      {"Key (a)=(f) already exists.", {"true"}, false, ColumnType::boolean},
-      {"Key (a)=(f) already exists.", {"0"}, true, ColumnType::boolean},
-      {"Key (a)=(f) already exists.", {""}, false, ColumnType::boolean},
-      {"Key (a)=(2024-01-01 00:00:00+00) already exists.",
-       {"2024-01-01 00:00:00"},
-       true,
-       ColumnType::timestamp},
-      {"Key (a)=(1e-05) already exists.", {"+0.00001"}, true, ColumnType::floating8},
-      {"Key (a)=(1.5) already exists.", {"+1.51"}, false, ColumnType::floating8},
-      {"Key (a)=(0.1) already exists.", {"0.100000001"}, true, ColumnType::floating4},
-      {"Key (a)=(\\xab) already exists.", {"\\xAB"}, true, ColumnType::hex_binary},
-      {pair, {"007", "x, y"}, true},
-      {pair, {"8", "x, y"}, false},
-      {pair, {"7", "x"}, false},
-      {"no key", {"no key"}, false},
+  using enum ColumnType;
+  // What the server says of key a, or of keys a and b, the value of a with its type, and b's text;
+  // whether that is the key.
+  const std::tuple<const char*, const char*, ColumnType, const char*, bool> cases[] = {
+      {"(a)=(7)", "+0000000007", decimal, "", true},
+      {"(a)=(7)", "70", decimal, "", false},
+      {"(a)=(-0.50)", "-00000.5", decimal, "", true},
+      {"(a)=(0.00)", "+00.00", decimal, "", true},
+      {"(a)=(.5.)", "5", decimal, "", false},
+      {"(a)=(x))", "x)", decimal, "", true},
+      {"(a)=(7)", "007", text, "", false},
+      {"(a)=(7  )", "7", text, "", false},
+      {"(a)=(t)", "true", boolean, "", true},
+      {"(a)=(f)", "true", boolean, "", false},
+      {"(a)=(f)", "0", boolean, "", true},
+      {"(a)=(f)", "", boolean, "", false},
+      {"(a)=(2024-01-01 00:00:00+00)", "2024-01-01 00:00:00", timestamp, "", true},
+      {"(a)=(1e-05)", "+0.00001", floating8, "", true},
+      {"(a)=(1.5)", "+1.51", floating8, "", false},
+      {"(a)=(0.1)", "0.100000001", floating4, "", true},
+      {"(a)=(\\xab)", "\\xAB", hex_binary, "", true},
+      {"(a, b)=(7, x, y)", "007", decimal, "x, y", true},
+      {"(a, b)=(7, x, y)", "8", decimal, "x, y", false},
+      {"(a, b)=(7, x, y)", "7", decimal, "x", false},
   };
-  for (const KeyCase& test : cases) {
-    ColumnSchema first;
-    first.type = test.type;
-    first.is_padded = test.is_padded;
-    ColumnSchema other;
-    other.type = ColumnType::text;
-    std::vector<KeyPart> key;
-    for (const std::string_view value : test.values) {
-      key.push_back({value, key.empty() ? first : other});
-    }
-    EXPECT_EQ(names_key(test.detail, key), test.is_named)
-        << test.detail << " " << test.values.front();
+  const auto column = [](ColumnType type, bool is_padded = false) {
+    ColumnSchema schema;
+    schema.type = type;
+    schema.is_padded = is_padded;
+    return schema;
+  };
+  for (const auto& [key, value, type, other, is_named] : cases) {
+    std::vector<KeyPart> parts = {{value, column(type)}};
+    if (*other != '\0') parts.push_back({other, column(text)});
+    const std::string detail = std::string("Key ") + key + " is not present in table \"t\".";
+    EXPECT_EQ(names_key(detail, parts), is_named) << detail << " " << value;
   }
+  EXPECT_TRUE(names_key("Key (a)=(7  ) already exists.", {{"7", column(text, true)}}));
+  EXPECT_FALSE(names_key("no key", {{"no key", column(decimal)}}));
 }
 
 }  // namespace
