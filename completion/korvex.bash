@@ -1,7 +1,11 @@
 # Completes the command line of korvex in bash.
 
 # The commands.
-_korvex_commands="generate count edit format update import load show check preview export new"
+_korvex_commands="generate count edit format update import load show sets check preview export new"
+
+# The built-in sets.
+_korvex_sets="awkward colours companies countries currencies email jobs languages people phone places \
+  products sentences streets words"
 
 # The options of a command.
 _korvex_options() {
@@ -12,6 +16,7 @@ _korvex_options() {
     update) echo "--item" ;;
     import) echo "-o --output --records --force" ;;
     load) echo "--records --quiet" ;;
+    sets) echo "--language -n --rows --tsv" ;;
     check) echo "--records --unique" ;;
     preview) echo "-n --records" ;;
     export) echo "-o --output --format --encoding --header --table --records --quiet" ;;
@@ -24,7 +29,7 @@ _korvex_options() {
 # Whether the next word belongs to this option.
 _korvex_takes_value() {
   case $1 in
-    -n | -o | --records | --output | --output-option | --format | --encoding | --table | \
+    -n | -o | --rows | --language | --records | --output | --output-option | --format | --encoding | --table | \
       --unique | --kind | --data | --item) return 0 ;;
   esac
   return 1
@@ -64,6 +69,7 @@ _korvex_value() {
     *:--encoding) _korvex_words "utf-8 cp932" "$2" ;;
     *:--kind) _korvex_words "record table iso" "$2" ;;
     *:--output-option) _korvex_words "0 2" "$2" ;;
+    *:--language) _korvex_words "de en es fr ja" "$2" ;;
     update:--item) _korvex_items "$4" "" "$2" ;;
     check:--unique)
       local named=${2%"${2##*,}"}
@@ -87,6 +93,7 @@ _korvex_database() {
 _korvex_argument() {
   case $1:$2 in
     show:0) _korvex_files "$3" ;;
+    sets:0) _korvex_words "$_korvex_sets" "$3" ;;
     import:0 | load:1) _korvex_database "$3" ;;
     import:* | new:* | *:[1-9]*) ;;
     *) _korvex_layouts "$3" ;;

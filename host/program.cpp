@@ -14,6 +14,7 @@
 #include "host/commands/import_command.h"
 #include "host/commands/layout_commands.h"
 #include "host/commands/load_command.h"
+#include "host/commands/sets_command.h"
 #include "host/commands/show.h"
 #include "host/exit_status.h"
 #include "host/layout/table_reader.h"
@@ -84,6 +85,17 @@ CLI::App* add_load(CLI::App& app, LoadOptions& options) {
   command->add_option("TABLE", options.table, "table that gets the records")->required();
   add_records(*command, options.records);
   command->add_flag("--quiet", options.quiet, "print no line about the result");
+  return command;
+}
+
+CLI::App* add_sets(CLI::App& app, SetsOptions& options) {
+  CLI::App* command = app.add_subcommand("sets", "List the built-in sets of values, or show one");
+  command->add_option("NAME", options.name, "a set, or a column of one as a layout names it");
+  command->add_option("--language", options.language, "the language of the values (default: en)");
+  CLI::Option* rows = command->add_option("-n,--rows", options.rows, "number of rows (default: 10)")
+                          ->check(number_from(0));
+  command->add_flag("--tsv", options.as_file, "print the whole table, with tabs in between")
+      ->excludes(rows);
   return command;
 }
 
@@ -209,6 +221,8 @@ int run_program(int argc, const char* const* argv, const ModuleFunctions& functi
   CLI::App* show = app.add_subcommand(
       "show", "Show a control file, Format Information file or log file in readable form");
   show->add_option("FILE", shown_file, "the file")->required();
+  SetsOptions sets_options;
+  const CLI::App* sets = add_sets(app, sets_options);
   const LayoutCommands layout_commands(app);
 
   std::vector<std::string> connections = connections_among(argc, argv);
@@ -242,6 +256,7 @@ int run_program(int argc, const char* const* argv, const ModuleFunctions& functi
   if (print_wrong_variables(messages)) return exit_status::wrong_usage;
   if (const auto status = layout_commands.run(out, messages)) return *status;
   if (show->parsed()) return run_show(shown_file, out, messages);
+  if (sets->parsed()) return run_sets(sets_options, out, messages);
   if (import->parsed()) return run_import(import_options, out, messages);
   if (load->parsed()) return run_load(load_options, out, messages);
   if (count->parsed()) {

@@ -40,6 +40,12 @@ TextTable::Cell TextTable::plain(std::string text) {
   return {std::move(text), width};
 }
 
+TextTable::Cell TextTable::from_utf8(std::string_view text) {
+  std::string shown = platform::printable(text);
+  const std::size_t width = columns_of(shown);
+  return {std::move(shown), width};
+}
+
 TextTable::Cell TextTable::from_code_page(std::string_view text) {
   std::string shown = platform::printable_from_code_page(text);
   const std::size_t width = columns_of(shown);

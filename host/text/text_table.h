@@ -19,7 +19,9 @@ class TextTable {
 
   // A text of plain characters.
   static Cell plain(std::string text);
-  // A text in code page 932; what would act on a terminal shows as an escape.
+  // A text in UTF-8; what would act on a terminal shows as an escape.
+  static Cell from_utf8(std::string_view text);
+  // The same of a text in code page 932.
   static Cell from_code_page(std::string_view text);
 
   void add(std::vector<Cell> row) { rows_.push_back(std::move(row)); }

@@ -1,0 +1,126 @@
+#include "host/sets/catalogue.h"
+
+#include <algorithm>
+#include <set>
+#include <tuple>
+#include <utility>
+
+#include "platform/printable_text.h"
+
+namespace korvex::sets {
+
+namespace {
+
+using Tables = std::vector<const BuiltInTable*>;
+
+std::string quoted(std::string_view text) { return '"' + platform::printable(text) + '"'; }
+
+// `is "x", expected one of "a", "b"`
+Fault unexpected(Fault::Key key, std::string_view given, const std::set<std::string>& expected) {
+  std::string text = given.empty() ? "is missing" : "is " + quoted(given);
+  const char* before = ", expected one of ";
+  for (const std::string& name : expected) {
+    text += before + quoted(name);
+    before = ", ";
+  }
+  return {key, std::move(text)};
+}
+
+std::vector<std::string_view> columns_of(const BuiltInTable& table) {
+  const ValueTable texts = read_table(table);
+  return {texts.columns().begin(), texts.columns().end()};
+}
+
+bool has_column(const BuiltInTable& table, std::string_view column) {
+  return read_table(table).find_column(column).has_value();
+}
+
+bool is_in_other(const BuiltInTable& table, std::string_view language) {
+  return !table.language.empty() && table.language != language;
+}
+
+// A name with its parts: of "people.given" the set, and the column, which may be left out.
+struct Name {
+  std::string_view set;
+  std::string_view column;
+};
+
+Name parse_name(std::string_view name) {
+  const std::size_t dot = name.find('.');
+  if (dot == std::string_view::npos) return {name, {}};
+  return {name.substr(0, dot), name.substr(dot + 1)};
+}
+
+}  // namespace
+
+Tables tables_of_version(std::int32_t version) {
+  const auto key = [](const BuiltInTable& table) {
+    return std::tie(table.set, table.part, table.language);
+  };
+  Tables tables;
+  for (const BuiltInTable& table : built_in_tables()) {
+    if (table.version > version) continue;
+    if (!tables.empty() && key(*tables.back()) == key(table)) tables.pop_back();
+    tables.push_back(&table);
+  }
+  return tables;
+}
+
+std::variant<Tables, Fault> find_tables_in(std::string_view language, std::int32_t version) {
+  Tables tables = tables_of_version(version);
+  std::set<std::string> languages;
+  for (const BuiltInTable* table : tables) {
+    if (!table->language.empty()) languages.emplace(table->language);
+  }
+  if (!languages.contains(std::string(language))) {
+    return unexpected(Fault::Key::language, language, languages);
+  }
+  std::erase_if(tables, [&](const BuiltInTable* table) { return is_in_other(*table, language); });
+  return tables;
+}
+
+std::variant<Tables, Fault> find_tables(std::string_view name, std::string_view language,
+                                        std::int32_t version) {
+  const auto [set, column] = parse_name(name);
+  std::set<std::string> sets;
+  std::set<std::string> languages;
+  std::set<std::string> columns;
+  Tables of_set;
+  for (const BuiltInTable* table : tables_of_version(version)) {
+    sets.emplace(table->set);
+    if (table->set != set) continue;
+    of_set.push_back(table);
+    if (!table->language.empty()) languages.emplace(table->language);
+    for (const std::string_view title : columns_of(*table)) {
+      columns.insert(std::string(set) + "." + std::string(title));
+    }
+  }
+  if (of_set.empty()) return unexpected(Fault::Key::set, name, sets);
+  const bool has_dot = set.size() < name.size();
+  if (has_dot && !columns.contains(std::string(name))) {
+    return unexpected(Fault::Key::set, name, columns);
+  }
+  std::erase_if(of_set, [&, wanted = column](const BuiltInTable* table) {
+    return is_in_other(*table, language) || (has_dot && !has_column(*table, wanted));
+  });
+  if (of_set.empty()) return unexpected(Fault::Key::language, language, languages);
+  return of_set;
+}
+
+std::variant<Column, Fault> find_column(std::string_view name, std::string_view language,
+                                        std::int32_t version) {
+  // Without its column a set is as wrong as with one that it does not have.
+  const std::string_view column = parse_name(name).column;
+  const std::string whole = column.empty() ? std::string(name) + "." : std::string(name);
+  auto found = find_tables(whole, language, version);
+  if (auto* fault = std::get_if<Fault>(&found)) return std::move(*fault);
+  const BuiltInTable* table = std::get<Tables>(found).front();
+  return Column{table, *read_table(*table).find_column(column)};
+}
+
+ValueTable read_table(const BuiltInTable& table) {
+  // scripts/check-sets has read them all.
+  return std::get<ValueTable>(ValueTable::read(table.text));
+}
+
+}  // namespace korvex::sets
