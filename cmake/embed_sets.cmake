@@ -16,14 +16,17 @@ foreach(file IN LISTS FILES)
     set(part "")
   endif()
   file(READ ${file} text)
+  # The suffix takes the length from the compiler: clang refuses to count so much at compile time.
   string(APPEND tables
-    "    {\"${set}\", \"${part}\", \"${language}\", ${version}, R\"tsv(${text})tsv\"},\n")
+    "    {\"${set}\", \"${part}\", \"${language}\", ${version}, R\"tsv(${text})tsv\"sv},\n")
 endforeach()
 file(WRITE ${OUTPUT} "#include \"host/sets/built_in_tables.h\"
 
 namespace korvex::sets {
 
 namespace {
+using namespace std::string_view_literals;
+
 constexpr BuiltInTable tables[] = {
 ${tables}};
 }  // namespace
