@@ -16,9 +16,15 @@ int main(int argc, char** argv) {
                                                          .create_format = DGCreateFormat,
                                                          .replace_data = DGReplaceData};
     const int status = korvex::host::run_program(argc, argv, functions, std::cout, std::cerr);
-    if (std::cout.flush() || status != korvex::host::exit_status::done) return status;
+    const bool is_done = status == korvex::host::exit_status::done;
+    const bool is_printed = !std::cout.flush().fail();
+    // What failed then may have failed for it.
+    if (!is_done || !is_printed) korvex::host::check_interruption();
+    if (!is_done || is_printed) return status;
     std::cerr << "standard output: cannot be written" << std::endl;
     return korvex::host::exit_status::failed;
+  } catch (const korvex::host::Interrupted& interrupted) {
+    return interrupted.exit_status;
   } catch (const std::exception& failure) {
     std::cerr << "korvex: " << korvex::platform::printable_lines(failure.what()) << std::endl;
     return korvex::host::exit_status::failed;

@@ -9,6 +9,7 @@
 #include "host/layout/control_writer.h"
 #include "host/layout/failure_text.h"
 #include "host/layout/layout_messages.h"
+#include "host/process/interruption.h"
 #include "host/process/scratch_folder.h"
 #include "host/records/prediction.h"
 #include "platform/printable_text.h"
@@ -26,6 +27,7 @@ int print_exact_size(const Layout& layout, std::ostream& out, std::ostream& mess
     generator.main.control_path = control_file.path();
     code = generator.measure(bytes);
   }
+  if (code != 0) check_interruption();
   if (code == error::cancelled) return exit_status::cancelled;
   if (code != 0) {
     messages << failure_text(code, generator.main, generator.bad_line) << "\n";
@@ -44,6 +46,7 @@ int count(const Layout& layout, bool has_repeats, CheckRepeatCount check, std::o
     return exit_status::failed;
   }
   const std::int32_t verdict = check(control_file.path().c_str());
+  check_interruption();
   if (verdict == 0) {
     if (const auto prediction = predict(layout, has_repeats)) {
       out << "Data items:          " << prediction->data_items << "\n"

@@ -15,6 +15,7 @@
 #include "host/layout/output_folders.h"
 #include "host/layout/run_files.h"
 #include "host/layout/settings_editor.h"
+#include "host/process/interruption.h"
 #include "platform/codepage.h"
 #include "platform/file.h"
 #include "platform/printable_text.h"
@@ -79,7 +80,6 @@ int run_dialog(const Layout& layout, const std::function<std::int32_t(const char
   if (!keep_unfit_settings(*kept, layout, messages) || !prepare_settings(layout, messages)) {
     return exit_status::failed;
   }
-  const RunInterruption interruption(layout, kept->lists);
   TemporaryControlFile control_file;
   if (const std::int32_t code = control_file.write(layout, ControlForm::long_form); code != 0) {
     messages << platform::printable(layout.work) << ": " << numbered_message(code, layout) << "\n";
@@ -88,6 +88,7 @@ int run_dialog(const Layout& layout, const std::function<std::int32_t(const char
   warn_if_held(layout.settings, messages);
   const FileVersion data_before(layout.data);
   const std::int32_t result = show(control_file.path().c_str());
+  check_interruption();
   if (result == dialog_cancelled) return exit_status::cancelled;
   if (result != dialog_ok) return exit_status::failed;
   std::error_code ignored;

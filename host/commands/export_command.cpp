@@ -7,6 +7,7 @@
 #include "host/exit_status.h"
 #include "host/layout/layout_messages.h"
 #include "host/process/distinct_files.h"
+#include "host/process/interruption.h"
 #include "host/process/replaced_output.h"
 #include "host/records/record_source.h"
 #include "host/text/code_page_decoder.h"
@@ -41,6 +42,7 @@ class Exporter {
     format_->begin(text);
     while (output.failure().empty() && source_.next(fields)) {
       ++records_;
+      check_interruption();
       for (std::size_t i = 0; i < fields.size(); ++i) {
         if (encode(fields[i], values[i])) continue;
         messages << "record " << records_ << ", item "

@@ -38,6 +38,7 @@ std::int64_t count_lines(const std::string& path) {
   std::vector<char> block(count_block_size);
   std::int64_t lines = 0;
   while (stream) {
+    check_interruption();
     stream.read(block.data(), static_cast<std::streamsize>(block.size()));
     lines += std::count(block.begin(), block.begin() + stream.gcount(), '\n');
   }
@@ -61,8 +62,8 @@ std::uint64_t count_repeated_records(const Layout& layout, std::ostream& message
   return count ? count->data_items : 0;
 }
 
-int generate(const Layout& layout, const GenerateOptions& options, const KeptSettings& kept,
-             bool has_repeats, CreateData create_data, std::ostream& out, std::ostream& messages) {
+int generate(const Layout& layout, const GenerateOptions& options, bool has_repeats,
+             CreateData create_data, std::ostream& out, std::ostream& messages) {
   TemporaryControlFile control_file;
   if (const std::int32_t code = control_file.write(layout, ControlForm::short_form); code != 0) {
     messages << platform::printable(layout.work) << ": " << numbered_message(code, layout) << "\n";
@@ -71,13 +72,12 @@ int generate(const Layout& layout, const GenerateOptions& options, const KeptSet
   const bool is_asked = has_repeats && options.output_option == guarded_output;
   const std::uint64_t repeated_records = is_asked ? count_repeated_records(layout, messages) : 0;
   const FileVersion before(layout.data);
-  const RunInterruption interruption(layout, kept.lists);
-  const SaidOnInterruption words(numbered_message(error::cancelled, layout) + "\n");
   const Clock::time_point start = Clock::now();
   const std::int32_t result =
       create_data(control_file.path().c_str(), options.output_option, nullptr, repeated_records);
   const int error_number = errno;
   const Clock::duration time = Clock::now() - start;
+  if (result < 0) check_interruption();
   if (result == error::cancelled) return exit_status::cancelled;
   if (result < 0) {
     const std::string reason = reason_of(result, error_number);
@@ -119,15 +119,14 @@ int run_generate(const GenerateOptions& options, CreateData create_data, std::os
     make_output_folders(layout);
     choose_interface(options.window);
     constexpr bool may_repeat = true;
-    return generate(layout, options, *kept, may_repeat, create_data, out, messages);
+    return generate(layout, options, may_repeat, create_data, out, messages);
   }
   const SettingsResult settings = write_settings_of(layout);
   if (print_failures(settings, layout, messages)) return exit_status::failed;
   print_left_out(settings.left_out, layout, messages);
   if (!options.settings_only) {
     choose_interface(options.window);
-    return generate(layout, options, *kept, settings.repeated_items > 0, create_data, out,
-                    messages);
+    return generate(layout, options, settings.repeated_items > 0, create_data, out, messages);
   }
   if (!options.quiet) {
     const std::size_t count = settings.items_with_settings;

@@ -12,7 +12,7 @@
 #include "host/layout/layout_reader.h"
 #include "host/layout/output_folders.h"
 #include "host/process/distinct_files.h"
-#include "host/process/interrupt_watch.h"
+#include "host/process/interruption.h"
 #include "host/process/replaced_output.h"
 #include "platform/path.h"
 #include "platform/printable_text.h"
@@ -77,8 +77,6 @@ std::string keep(const TableImport& import, const std::string& text, const std::
 int import_into(const ImportOptions& options, std::ostream& out, std::ostream& messages) {
   const std::string folder = options.output.empty() ? "." : platform::folder_of(options.output);
   const auto database = open_database(options.database);
-  // Up to here there was nothing to undo, and nothing that an orderly end could interrupt.
-  const InterruptWatch watch;
   TableImport import = import_table(*database, options.table, options.records, folder);
   for (const std::string& remark : import.remarks) {
     messages << platform::printable(options.table) << ": " << platform::printable(remark) << "\n";
@@ -100,7 +98,7 @@ int import_into(const ImportOptions& options, std::ostream& out, std::ostream& m
   if (print_layout_errors(parse_layout(text.str(), name, std::nullopt), messages)) {
     return exit_status::wrong_usage;
   }
-  InterruptWatch::check();
+  check_interruption();
   if (const std::string failure = keep(import, text.str(), options.output, out); !failure.empty()) {
     messages << failure << "\n";
     return exit_status::failed;
@@ -120,8 +118,6 @@ int run_import(const ImportOptions& given, std::ostream& out, std::ostream& mess
   if (options.output == "-") options.output.clear();
   try {
     return import_into(options, out, messages);
-  } catch (const Interrupted& interrupted) {
-    return interrupted.exit_status;
   } catch (const std::invalid_argument& wrong) {
     messages << platform::printable_lines(wrong.what()) << std::endl;
     return exit_status::wrong_usage;

@@ -1,11 +1,9 @@
 #include "host/commands/load_command.h"
 
-#include <signal.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <cstdio>
-#include <optional>
 #include <ostream>
 #include <sstream>
 #include <stdexcept>
@@ -14,7 +12,6 @@
 #include "host/databases/database.h"
 #include "host/exit_status.h"
 #include "host/layout/layout_messages.h"
-#include "host/process/interrupt_watch.h"
 #include "host/process/interruption.h"
 #include "host/records/record_source.h"
 #include "host/text/code_page_decoder.h"
@@ -145,7 +142,7 @@ std::string describe(const RefusedRow& row, const LoadOptions& options, const Lo
   TableRecords records(again, plan);
   bool is_second = false;
   for (RowFields fields; records.next(fields);) {
-    InterruptWatch::check();
+    check_interruption();
     const std::int64_t number = records.number();
     if (number == row.record) return place(number, row.columns, plan, fields);
     if (row.record > 0 || number < row.first) continue;
@@ -160,24 +157,20 @@ std::string describe(const RefusedRow& row, const LoadOptions& options, const Lo
 }
 
 // Answers the number of rows. Throws what the parts of a load throw, but for what is wrong with a
-// record or row, which becomes a DatabaseError. Interruptions are held once the rows are kept.
+// record or row, which becomes a DatabaseError.
 std::int64_t load_rows(const LoadOptions& options, Database& database, const TableSchema& table,
-                       const LoadPlan& plan, PreparedLayout& prepared,
-                       std::optional<InterruptionsHeld>& held) {
+                       const LoadPlan& plan, PreparedLayout& prepared) {
   TableRecords records(prepared, plan);
-  // Up to here there was nothing to undo.
-  const InterruptWatch watch;
   const auto loader = database.begin_load(table, plan.columns);
   LoadProgress progress(prepared.layout().records);
   try {
     for (RowFields fields; records.next(fields);) {
-      InterruptWatch::check();
+      check_interruption();
       loader->add(fields);
       progress.update(records.number());
     }
     progress.show_checking();
     loader->finish();
-    held.emplace();
   } catch (const BadRecord& bad) {
     throw DatabaseError(platform::printable(table.name) + ": " + bad.what());
   } catch (const RowRefused& refused) {
@@ -217,23 +210,22 @@ bool print_conflict(const LoadOptions& options, const PreparedLayout& prepared,
 
 int load(const LoadOptions& options, PreparedLayout& prepared, std::ostream& out,
          std::ostream& messages) {
-  std::optional<SaidOnInterruption> words(std::in_place, std::string(nothing_loaded) + "\n");
   const auto database = open_database(options.database);
   const TableSchema table = database->read_schema(options.table);
   const LoadPlan plan = plan_load(prepared, table);
   const Clock::time_point start = Clock::now();
   std::int64_t rows = 0;
   try {
-    std::optional<InterruptionsHeld> held;
-    rows = load_rows(options, *database, table, plan, prepared, held);
+    rows = load_rows(options, *database, table, plan, prepared);
     ignore_interruptions();
+  } catch (const OutcomeUnknown&) {
+    throw;
   } catch (const DatabaseError&) {
     // A failure may be what the interrupt led to, or may have come at the same time.
-    InterruptWatch::check();
+    check_interruption();
     throw;
   }
   const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
-  words.reset();
   if (!options.quiet) print_rows(rows, seconds, table, out, messages);
   return exit_status::done;
 }

@@ -1,5 +1,8 @@
 #include "host/commands/new_command.h"
 
+#include <poll.h>
+#include <unistd.h>
+
 #include <array>
 #include <charconv>
 #include <filesystem>
@@ -12,6 +15,7 @@
 #include "host/layout/layout_reader.h"
 #include "host/layout/new_item.h"
 #include "host/layout/table_reader.h"
+#include "host/process/interruption.h"
 #include "host/process/replaced_output.h"
 #include "platform/printable_text.h"
 
@@ -51,6 +55,8 @@ class Dialogue {
       messages_ << question << (proposal.empty() ? "" : " [" + proposal + "]") << ": "
                 << std::flush;
       std::string answer;
+      // A terminal hands over a line at a time: what was not asked for yet waits there.
+      if (!platform::wait_until_ready(STDIN_FILENO, POLLIN)) check_interruption();
       if (!std::getline(in_, answer)) return;
       const std::string expected = take(answer.empty() ? proposal : answer);
       if (expected.empty()) return;

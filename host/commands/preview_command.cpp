@@ -5,6 +5,7 @@
 #include "formatlang/attributes.h"
 #include "host/exit_status.h"
 #include "host/layout/layout_messages.h"
+#include "host/process/interruption.h"
 #include "host/records/record_source.h"
 #include "host/text/text_table.h"
 
@@ -28,6 +29,7 @@ int run_preview(const PreviewOptions& options, std::ostream& out, std::ostream& 
   RecordSource source(prepared);
   std::int32_t left = options.records.value_or(default_preview);
   for (std::vector<std::string_view> values; left > 0 && source.next(values); --left) {
+    check_interruption();
     std::vector<TextTable::Cell> row;
     for (const std::string_view value : values) row.push_back(TextTable::from_code_page(value));
     table.add(std::move(row));

@@ -6,10 +6,11 @@
 #include <chrono>
 #include <future>
 #include <thread>
+#include <utility>
 
 #include "host/databases/connection_string.h"
 #include "host/databases/database.h"
-#include "host/process/interrupt_watch.h"
+#include "host/process/interruption.h"
 
 namespace korvex::host {
 
@@ -23,6 +24,25 @@ std::string trimmed(std::string message) {
   return message;
 }
 
+// What comes of `work`, which no signal ends, in a thread of its own. The thread is left to itself,
+// with all that it works on, when nobody wants to wait for it any more.
+template <typename Work>
+auto in_thread(Work work) {
+  auto promise = std::make_shared<std::promise<decltype(work())>>();
+  auto result = promise->get_future();
+  std::thread([promise, work] { promise->set_value(work()); }).detach();
+  return result;
+}
+
+// A name is looked up by such a call.
+template <typename Work>
+auto wait_for_thread(Work work) {
+  constexpr std::chrono::milliseconds slice(platform::wait_slice_ms);
+  auto result = in_thread(work);
+  while (result.wait_for(slice) != std::future_status::ready) check_interruption();
+  return result.get();
+}
+
 void ignore_notice(void*, const PGresult*) {}
 
 }  // namespace
@@ -34,7 +54,7 @@ std::string diagnostic(const PostgresqlResult& result, int field) {
 
 PostgresqlConnection::PostgresqlConnection(const std::string& connection) {
   check_connection_string(connection);
-  connection_ = PQconnectStart(connection.c_str());
+  connection_ = wait_for_thread([connection] { return PQconnectStart(connection.c_str()); });
   if (connection_ == nullptr) throw std::bad_alloc();
   try {
     connect();
@@ -59,10 +79,11 @@ PostgresqlConnection::~PostgresqlConnection() { PQfinish(connection_); }
 void PostgresqlConnection::connect() {
   for (PostgresPollingStatusType next = PGRES_POLLING_WRITING; next != PGRES_POLLING_OK;) {
     if (next == PGRES_POLLING_FAILED || PQstatus(connection_) == CONNECTION_BAD) fail();
-    struct pollfd waiting = {PQsocket(connection_), POLLIN, 0};
-    if (next == PGRES_POLLING_WRITING) waiting.events = POLLOUT;
-    InterruptWatch::check();
-    if (::poll(&waiting, 1, InterruptWatch::wait_slice_ms) > 0) next = PQconnectPoll(connection_);
+    wait(next == PGRES_POLLING_WRITING ? POLLOUT : POLLIN);
+    // A thread that is left behind keeps it.
+    PGconn* const connection = std::exchange(connection_, nullptr);
+    next = wait_for_thread([connection] { return PQconnectPoll(connection); });
+    connection_ = connection;
   }
 }
 
@@ -127,14 +148,14 @@ PostgresqlResult PostgresqlConnection::next_answer() {
     const int unsent = PQflush(connection_);
     if (unsent < 0) fail();
     if (unsent == 0 && PQisBusy(connection_) == 0) break;
-    wait(unsent > 0);
+    wait_for_server(unsent > 0);
     if (PQconsumeInput(connection_) == 0) fail();
   }
   return PostgresqlResult(PQgetResult(connection_));
 }
 
 void PostgresqlConnection::commit() {
-  InterruptWatch::check();
+  check_interruption();
   heeds_interrupts_ = false;
   try {
     run("COMMIT");
@@ -145,19 +166,23 @@ void PostgresqlConnection::commit() {
   heeds_interrupts_ = true;
 }
 
-void PostgresqlConnection::wait(bool for_writing) {
-  struct pollfd waiting = {PQsocket(connection_),
-                           static_cast<short>(POLLIN | (for_writing ? POLLOUT : 0)), 0};
-  for (;;) {
-    if (heeds_interrupts_) InterruptWatch::check();
-    const int ready = ::poll(&waiting, 1, InterruptWatch::wait_slice_ms);
-    if (ready > 0) return;
-    if (ready < 0 && errno != EINTR) throw DatabaseError("the connection cannot be waited for");
+void PostgresqlConnection::wait_for_server(bool for_writing) {
+  wait(static_cast<short>(POLLIN | (for_writing ? POLLOUT : 0)));
+}
+
+void PostgresqlConnection::wait(short events) {
+  const int socket = PQsocket(connection_);
+  if (socket < 0) return;  // the call that comes next tells what is wrong
+  if (heeds_interrupts_) {
+    if (!platform::wait_until_ready(socket, events)) check_interruption();
+    return;
   }
+  struct pollfd waiting = {socket, events, 0};
+  while (::poll(&waiting, 1, -1) < 0 && errno == EINTR) continue;
 }
 
 void PostgresqlConnection::fail() const {
-  InterruptWatch::check();
+  check_interruption();
   throw DatabaseError(last_words());
 }
 
@@ -176,22 +201,19 @@ std::string PostgresqlConnection::last_words() const {
 }
 
 void PostgresqlConnection::fail(const PostgresqlResult& result) {
-  InterruptWatch::check();
+  check_interruption();
   throw DatabaseError(trimmed(PQresultErrorMessage(result.get())));
 }
 
 void PostgresqlConnection::abandon() {
   if (PQtransactionStatus(connection_) == PQTRANS_ACTIVE) {
     // A server that cannot be reached keeps nothing of this either, it only finds out later.
-    std::shared_ptr<PGcancel> request(PQgetCancel(connection_), PQfreeCancel);
-    auto is_done = std::make_shared<std::promise<void>>();
-    std::future<void> done = is_done->get_future();
-    std::thread([request, is_done] {
+    const std::shared_ptr<PGcancel> request(PQgetCancel(connection_), PQfreeCancel);
+    const auto is_sent = in_thread([request] {
       char message[256];
-      PQcancel(request.get(), message, sizeof message);
-      is_done->set_value();
-    }).detach();
-    done.wait_for(longest_cancel);
+      return PQcancel(request.get(), message, sizeof message);
+    });
+    is_sent.wait_for(longest_cancel);
   }
   PQfinish(connection_);
   connection_ = nullptr;

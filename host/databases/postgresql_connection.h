@@ -52,7 +52,7 @@ class PostgresqlConnection {
   void commit();
 
   // Waits until the connection can be read from, or also written to.
-  void wait(bool for_writing);
+  void wait_for_server(bool for_writing);
 
   // Throws Interrupted, or else the connection's own message, or `result`'s.
   [[noreturn]] void fail() const;
@@ -63,6 +63,7 @@ class PostgresqlConnection {
 
  private:
   void connect();
+  void wait(short events);
   void leave_user_path();
   PostgresqlResult next_answer();
   std::string last_words() const;

@@ -98,7 +98,7 @@ class PostgresqlLoader : public TableLoader {
       const int unsent = PQflush(connection_.get());
       if (unsent == 0) return;
       if (unsent < 0) connection_.fail();
-      connection_.wait(true);
+      connection_.wait_for_server(true);
       if (PQconsumeInput(connection_.get()) == 0) connection_.fail();
     }
   }

@@ -1,7 +1,7 @@
 #include "host/databases/sqlite_connection.h"
 
 #include "host/databases/database.h"
-#include "host/process/interrupt_watch.h"
+#include "host/process/interruption.h"
 
 namespace korvex::host {
 
@@ -44,7 +44,7 @@ void SqliteConnection::roll_back() {
 
 void SqliteConnection::fail() const {
   const std::string message = sqlite3_errmsg(database_);
-  InterruptWatch::check();
+  check_interruption();
   throw DatabaseError(file_ + ": " + message);
 }
 
@@ -52,12 +52,12 @@ int SqliteConnection::wait_for_lock(void* connection, int attempt) {
   auto& self = *static_cast<SqliteConnection*>(connection);
   const auto now = std::chrono::steady_clock::now();
   if (attempt == 0) self.wait_begin_ = now;
-  if (InterruptWatch::is_requested() || now - self.wait_begin_ > longest_wait) return 0;
+  if (platform::is_interrupted() || now - self.wait_begin_ > longest_wait) return 0;
   sqlite3_sleep(lock_poll_ms);
   return 1;
 }
 
-int SqliteConnection::is_interrupted(void*) { return InterruptWatch::is_requested() ? 1 : 0; }
+int SqliteConnection::is_interrupted(void*) { return platform::is_interrupted() ? 1 : 0; }
 
 SqliteStatement::SqliteStatement(SqliteConnection& connection, const std::string& sql)
     : connection_(connection) {

@@ -7,7 +7,7 @@
 
 #include "host/databases/sql_names.h"
 #include "host/databases/sql_words.h"
-#include "host/process/interrupt_watch.h"
+#include "host/process/interruption.h"
 
 namespace korvex::host {
 
@@ -113,11 +113,11 @@ class SqliteLoader : public TableLoader {
   }
 
   void finish() override {
-    InterruptWatch::check();
+    check_interruption();
     const int result = sqlite3_exec(connection_.get(), "COMMIT", nullptr, nullptr, nullptr);
     if (result == SQLITE_OK) return;
     const std::string message = sqlite3_errmsg(connection_.get());
-    InterruptWatch::check();
+    check_interruption();
     if (result == SQLITE_CONSTRAINT_FOREIGNKEY) refuse_unreferenced(message);
     throw DatabaseError(connection_.file() + ": " + message);
   }
@@ -170,7 +170,7 @@ class SqliteLoader : public TableLoader {
   [[noreturn]] void refuse(const RowFields& fields, int result) {
     RefusedRow row;
     row.message = sqlite3_errmsg(connection_.get());
-    InterruptWatch::check();
+    check_interruption();
     const int code = result & primary_code_mask;
     if (code != SQLITE_CONSTRAINT && code != SQLITE_MISMATCH && code != SQLITE_TOOBIG &&
         code != SQLITE_ERROR) {

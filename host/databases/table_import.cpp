@@ -5,7 +5,7 @@
 
 #include "control/control_file.h"
 #include "host/databases/type_mapping.h"
-#include "host/process/interrupt_watch.h"
+#include "host/process/interruption.h"
 #include "host/text/code_page_text.h"
 #include "platform/utf8.h"
 
@@ -120,7 +120,7 @@ class TableImporter {
     }
     std::int64_t unreadable = 0;
     const auto take = [&](const std::vector<std::string_view>& texts) {
-      InterruptWatch::check();
+      check_interruption();
       std::vector<std::string> lines;
       for (const std::string_view text : texts) {
         if (auto line = ListFile::line_of(text)) lines.push_back(std::move(*line));

@@ -57,7 +57,6 @@ TemporaryControlFile::~TemporaryControlFile() {
 }
 
 std::int32_t TemporaryControlFile::write(const Layout& layout, ControlForm form) {
-  const InterruptionsHeld held;
   platform::File file;
   std::string path;
   if (platform::create_temporary(layout.work, std::time(nullptr), file, path) !=
@@ -65,7 +64,6 @@ std::int32_t TemporaryControlFile::write(const Layout& layout, ControlForm form)
     return error::cannot_open;
   }
   path_ = path;
-  removal_.emplace(path_, RemovedOnInterruption::What::file);
   const ControlHeader header = header_of(layout);
   platform::FileCause cause = file.write(&header, sizeof header);
   if (cause == platform::FileCause::none) cause = write_items(layout, form, file);

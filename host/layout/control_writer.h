@@ -1,11 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 
 #include "host/layout/layout.h"
-#include "host/process/interruption.h"
 
 namespace korvex::host {
 
@@ -28,7 +26,6 @@ class TemporaryControlFile {
 
  private:
   std::string path_;
-  std::optional<RemovedOnInterruption> removal_;
 };
 
 }  // namespace korvex::host

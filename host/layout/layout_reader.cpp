@@ -2,11 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <tuple>
 
@@ -18,6 +15,8 @@
 #include "host/layout/run_files.h"
 #include "host/layout/table_reader.h"
 #include "host/layout/value_errors.h"
+#include "host/process/interruption.h"
+#include "platform/read_file.h"
 
 namespace korvex::host {
 
@@ -196,17 +195,14 @@ LayoutReading parse_layout(std::string_view text, const std::string& file,
 
 LayoutReading read_layout(const std::string& file, std::optional<std::int32_t> records,
                           MissingLists lists) {
-  errno = 0;
-  std::ifstream stream(file, std::ios::binary);
-  // A folder opens like a file and fails at the first byte only.
-  if (stream) stream.peek();
-  if (stream.bad() || (!stream.is_open())) {
+  std::string text;
+  if (const int failure = platform::read_file(file, text); failure != 0) {
+    check_interruption();
     LayoutReading reading;
     reading.layout.file = file;
-    reading.errors.push_back({{}, std::string("cannot be read: ") + std::strerror(errno)});
+    reading.errors.push_back({{}, std::string("cannot be read: ") + std::strerror(failure)});
     return reading;
   }
-  const std::string text((std::istreambuf_iterator<char>(stream)), {});
   return parse_layout(text, file, records, lists);
 }
 

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "host/process/interruption.h"
 #include "host/text/code_page_text.h"
 #include "platform/utf8.h"
 
@@ -70,6 +71,7 @@ void read_pieces(std::istream& stream, const Take& take) {
     stream.read(text.data() + kept, static_cast<std::streamsize>(looked_at));
     text.resize(kept + static_cast<std::size_t>(stream.gcount()));
     const std::size_t end = stream ? text.rfind('\n') + 1 : text.size();
+    check_interruption();
     if (!take(std::string_view(text).substr(0, end))) return;
     text.erase(0, end);
   }
@@ -80,6 +82,7 @@ std::optional<MisreadCharacter> first_character(const std::string& path, bool is
   std::ifstream stream(path, std::ios::binary);
   std::string line;
   for (std::int64_t number = 1; std::getline(stream, line); ++number) {
+    check_interruption();
     const auto first = std::find_if_not(line.begin(), line.end(), is_ascii);
     if (first == line.end()) continue;
     auto offset = static_cast<std::size_t>(first - line.begin());

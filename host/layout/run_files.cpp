@@ -82,17 +82,4 @@ std::vector<LayoutError> find_file_conflicts(const Layout& layout,
   return errors;
 }
 
-RunInterruption::RunInterruption(const Layout& layout, const std::vector<std::string>& kept_lists) {
-  using What = RemovedOnInterruption::What;
-  const auto add = [this](const std::string& path, What what) {
-    removals_.push_back(std::make_unique<RemovedOnInterruption>(path, what));
-  };
-  add(layout.data, What::begun_file);
-  std::set<std::string> folders = {layout.work};
-  for (const List& list : lists_of(layout, kept_lists)) {
-    folders.insert(platform::folder_of(list.path));
-  }
-  for (const std::string& folder : folders) add(folder, What::begun_temporaries);
-}
-
 }  // namespace korvex::host

@@ -1,12 +1,10 @@
 #pragma once
 
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "host/layout/layout.h"
 #include "host/process/distinct_files.h"
-#include "host/process/interruption.h"
 
 // All files that a run of a layout reads, and all that it writes or removes.
 namespace korvex::host {
@@ -20,14 +18,5 @@ void add_read_files(const Layout& layout, const std::vector<std::string>& kept_l
 // writes it as something else, too.
 std::vector<LayoutError> find_file_conflicts(const Layout& layout,
                                              const std::vector<std::string>& kept_lists);
-
-// While it lives, an interruption removes what the module has begun to write for the layout.
-class RunInterruption {
- public:
-  RunInterruption(const Layout& layout, const std::vector<std::string>& kept_lists);
-
- private:
-  std::vector<std::unique_ptr<RemovedOnInterruption>> removals_;
-};
 
 }  // namespace korvex::host

@@ -14,7 +14,6 @@
 #include "formatlang/default_settings.h"
 #include "host/layout/kept_settings.h"
 #include "host/layout/output_folders.h"
-#include "host/process/interruption.h"
 
 namespace korvex::host {
 
@@ -160,8 +159,6 @@ std::size_t count_settings(const ClFmtLvlInf& level) {
 }  // namespace
 
 SettingsResult write_settings_of(const Layout& layout) {
-  // The settings file is written beside itself and renamed: either not begun or done.
-  const InterruptionsHeld held;
   SettingsResult result;
   result.file = layout.settings;
   make_output_folders(layout);

@@ -1,57 +1,30 @@
 #pragma once
 
-#include <string>
+#include "platform/interruption.h"
 
 // Ctrl-C, the two other signals that end a program politely, and the one for a reader that has had
-// enough: whatever the program is doing, it is over at once, and what it had begun is gone.
-//
-// The handler does the removing itself, so it needs no loop that asks for it, and a write that
-// blocks, or a question that waits for an answer, ends as well.
+// enough ask the program to end: a command looks for them at every step that it can be ended at,
+// and what it has begun goes with the objects that hold it.
 namespace korvex::host {
 
-// Lets the signals end the program with 128 and their number as its exit status. A signal that is
-// ignored, as by nohup, stays so.
+// Thrown where a command notices that it is to end.
+struct Interrupted {
+  int exit_status;
+};
+
+inline constexpr int signal_status_base = 128;  // as shells count
+
+// Throws Interrupted once the end was asked for.
+inline void check_interruption() {
+  const int signal = platform::received_signal();
+  if (signal != 0) throw Interrupted{signal_status_base + signal};
+}
+
+// Lets the signals ask for the end, until the process ends. One that is ignored, as by nohup, stays
+// so.
 void watch_interruptions();
 
-// From here on they are ignored, those that wait among them: what is done is done.
+// From here on they are ignored: what is done is done.
 void ignore_interruptions();
-
-// While it lives, an interruption removes a path.
-class RemovedOnInterruption {
- public:
-  enum class What {
-    file,
-    folder,             // with the files in it
-    begun_file,         // while this process writes it, not before or after
-    begun_temporaries,  // in the folder: the module's temporary files, the same
-  };
-
-  RemovedOnInterruption(const std::string& path, What what);
-  ~RemovedOnInterruption();
-  RemovedOnInterruption(const RemovedOnInterruption&) = delete;
-  RemovedOnInterruption& operator=(const RemovedOnInterruption&) = delete;
-
- private:
-  int slot_ = -1;
-};
-
-// While it lives, an interruption prints a line on standard error, unless a file that was to be
-// removed if only begun is whole by then.
-class SaidOnInterruption {
- public:
-  explicit SaidOnInterruption(const std::string& text);
-  ~SaidOnInterruption();
-  SaidOnInterruption(const SaidOnInterruption&) = delete;
-  SaidOnInterruption& operator=(const SaidOnInterruption&) = delete;
-};
-
-// While it lives, interruptions wait: for a few steps that must happen together.
-class InterruptionsHeld {
- public:
-  InterruptionsHeld();
-  ~InterruptionsHeld();
-  InterruptionsHeld(const InterruptionsHeld&) = delete;
-  InterruptionsHeld& operator=(const InterruptionsHeld&) = delete;
-};
 
 }  // namespace korvex::host

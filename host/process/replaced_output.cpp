@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <ostream>
 
+#include "host/process/interruption.h"
 #include "platform/file.h"
 #include "platform/printable_text.h"
 
@@ -58,7 +59,6 @@ ReplacedOutput::ReplacedOutput(const std::string& path) : path_(path) {
 }
 
 void ReplacedOutput::begin() {
-  const InterruptionsHeld held;
   std::string name = path_ + ".XXXXXX";
   descriptor_ = ::mkostemp(name.data(), O_CLOEXEC);
   if (descriptor_ < 0) {
@@ -66,7 +66,6 @@ void ReplacedOutput::begin() {
     return;
   }
   temporary_ = name;
-  removal_.emplace(temporary_, RemovedOnInterruption::What::file);
   struct stat old = {};
   const bool has_old = ::lstat(path_.c_str(), &old) == 0 && S_ISREG(old.st_mode);
   ::fchmod(descriptor_, has_old ? old.st_mode & 07777 : new_file_mode());
@@ -78,8 +77,10 @@ ReplacedOutput::~ReplacedOutput() {
 }
 
 void ReplacedOutput::fail() {
-  failure_ =
-      (is_standard_ ? "standard output" : platform::printable(path_)) + ": " + std::strerror(errno);
+  const int error_number = errno;
+  check_interruption();
+  failure_ = (is_standard_ ? "standard output" : platform::printable(path_)) + ": " +
+             std::strerror(error_number);
 }
 
 void ReplacedOutput::write(std::string_view text) {
@@ -94,8 +95,8 @@ void ReplacedOutput::flush() {
     if (!standard_->write(buffer_.data(), std::ssize(buffer_)) || !standard_->flush()) fail();
   }
   for (std::size_t done = 0; !is_standard_ && done < buffer_.size();) {
-    const ssize_t written = ::write(descriptor_, buffer_.data() + done, buffer_.size() - done);
-    if (written < 0 && errno == EINTR) continue;
+    const ssize_t written = platform::retry_interrupted(
+        [&] { return ::write(descriptor_, buffer_.data() + done, buffer_.size() - done); });
     if (written < 0) {
       fail();
       return;

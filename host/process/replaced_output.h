@@ -1,10 +1,7 @@
 #pragma once
 
 #include <iosfwd>
-#include <optional>
 #include <string>
-
-#include "host/process/interruption.h"
 
 namespace korvex::host {
 
@@ -32,7 +29,7 @@ class ReplacedOutput {
   // Puts the file in its place.
   void finish();
 
-  // What went wrong, empty if nothing did.
+  // What went wrong, empty if nothing did. What ends the program throws Interrupted instead.
   const std::string& failure() const { return failure_; }
 
  private:
@@ -42,7 +39,6 @@ class ReplacedOutput {
   std::string path_;
   bool is_standard_ = false;
   std::string temporary_;
-  std::optional<RemovedOnInterruption> removal_;
   std::ostream* standard_ = nullptr;
   int descriptor_ = -1;
   std::string buffer_;

@@ -16,7 +16,6 @@ namespace korvex::host {
 namespace fs = std::filesystem;
 
 ScratchFolder::ScratchFolder() {
-  const InterruptionsHeld held;
   std::error_code failure;
   const fs::path folder = fs::temp_directory_path(failure);
   if (failure) {
@@ -29,7 +28,6 @@ ScratchFolder::ScratchFolder() {
     return;
   }
   path_ = name;
-  removal_.emplace(path_, RemovedOnInterruption::What::folder);
 }
 
 ScratchFolder::~ScratchFolder() {

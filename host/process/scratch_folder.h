@@ -5,7 +5,6 @@
 #include <string>
 
 #include "host/layout/layout.h"
-#include "host/process/interruption.h"
 
 namespace korvex::host {
 
@@ -25,7 +24,6 @@ class ScratchFolder {
  private:
   std::string path_;
   std::string failure_;
-  std::optional<RemovedOnInterruption> removal_;
 };
 
 // The layout with a copy of its settings file in the folder, which is also its work folder; nothing

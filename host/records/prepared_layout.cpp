@@ -11,6 +11,7 @@
 #include "host/layout/layout_messages.h"
 #include "host/layout/layout_reader.h"
 #include "host/layout/run_files.h"
+#include "host/process/interruption.h"
 #include "host/records/prediction.h"
 #include "platform/printable_text.h"
 
@@ -92,6 +93,7 @@ int PreparedLayout::load(std::ostream& messages) {
     match_items();
     return exit_status::done;
   }
+  check_interruption();
   messages << failure_text(code, main_, bad_line) << std::endl;
   return exit_status::failed;
 }

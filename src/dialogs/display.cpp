@@ -11,12 +11,14 @@
 #include <QPluginLoader>
 #include <QRegularExpression>
 #include <QThread>
+#include <QTimer>
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
 
 #include "dialogs/window_icon.h"
+#include "platform/interruption.h"
 
 namespace korvex {
 
@@ -111,6 +113,17 @@ QString usable_platform(Connection& connection, QString& reason) {
   return {};
 }
 
+// A window waits for nothing but its events: whether the program is to end is looked at in between.
+// All dialogs are left as if they had been cancelled.
+void end_windows_when_interrupted() {
+  constexpr int look_interval_ms = 50;
+  auto* const look = new QTimer(qApp);
+  QObject::connect(look, &QTimer::timeout, qApp, [] {
+    if (platform::is_interrupted()) QCoreApplication::exit();
+  });
+  look->start(look_interval_ms);
+}
+
 // The application lives as long as the process: windows of a host may outlive any call.
 void make_application(const QString& platform) {
   static QByteArray program = program_invocation_short_name;
@@ -124,6 +137,7 @@ void make_application(const QString& platform) {
   std::setlocale(LC_ALL, locale.c_str());
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setWindowIcon(window_icon());
+  if (platform::has_interruptions()) end_windows_when_interrupted();
 }
 
 }  // namespace

@@ -16,6 +16,7 @@
 #include "dialogs/generating_data_dlg.h"
 #include "dialogs/parent_window.h"
 #include "platform/codepage.h"
+#include "platform/interruption.h"
 #include "platform/process.h"
 
 namespace korvex {
@@ -69,7 +70,9 @@ class WindowProgress : public platform::ProgressSink {
   void show(int percent) override {
     if (window_ != nullptr) window_->show_percentage(percent);
   }
-  bool cancel_requested() override { return window_ != nullptr && window_->cancel_requested(); }
+  bool cancel_requested() override {
+    return platform::is_interrupted() || (window_ != nullptr && window_->cancel_requested());
+  }
 
  private:
   QPointer<ClGeneratingDataDlg> window_;

@@ -11,6 +11,7 @@
 #include "generate/file_access.h"
 #include "generate/line_reader.h"
 #include "platform/file.h"
+#include "platform/interruption.h"
 #include "platform/replacing_file.h"
 
 namespace korvex {
@@ -38,6 +39,7 @@ std::int32_t read_values(File& file, const FmtColRec& settings, std::uint64_t& b
   LineReader reader(file);
   std::span<const std::string_view> lines;
   while (bytes_left > 0) {
+    if (platform::is_interrupted()) return error::cancelled;
     const LineReader::Status status = reader.next(lines);
     if (status == LineReader::Status::end) return 0;
     if (status == LineReader::Status::failed) return error::enumeration_cannot_read;
@@ -97,6 +99,9 @@ class BadLineReport {
 
   bool has_lines() const { return has_lines_; }
 
+  // Leaves an older report as it is.
+  void give_up() { file_.give_up(); }
+
   // False when it could not be written.
   bool keep() { return file_.finish() == FileCause::none; }
 
@@ -127,6 +132,7 @@ std::int32_t load_values(ClColMain& main, const std::string& path, const FmtColR
       file, settings, bytes_left, line, value_count, &values, [&](std::int32_t failure) {
         return report.add(failure, line) ? 0 : error::enumeration_report_cannot_write;
       });
+  if (result == error::cancelled) report.give_up();
   if (result != 0) return result;
   if (report.has_lines()) {
     return report.keep() ? error::enumeration_bad_lines : error::enumeration_report_cannot_write;

@@ -8,6 +8,7 @@
 #include "format/file_failure.h"
 #include "format/record_text.h"
 #include "generate/enumeration_check.h"
+#include "platform/interruption.h"
 #include "platform/user_interface.h"
 
 namespace korvex {
@@ -21,6 +22,12 @@ std::string enumeration_path(const FmtColRec& settings) {
 }  // namespace
 
 std::int32_t ClGenerateDataFile::run() {
+  const std::int32_t result = run_to_end();
+  // Whatever failed then may have failed for it.
+  return result < 0 && platform::is_interrupted() ? error::cancelled : result;
+}
+
+std::int32_t ClGenerateDataFile::run_to_end() {
   try {
     std::int32_t result = load();
     if (result < 0) return result;
@@ -86,6 +93,7 @@ std::int32_t ClGenerateDataFile::generate() {
     return load_enumeration(main, enumeration_path(settings), settings, values);
   });
   if (result <= 0) return result;
+  if (platform::is_interrupted()) return error::cancelled;  // before there is anything to undo
   if (asks_about_repeats() && !user_accepts_fewer_records()) return error::repeat_exceeds_records;
   return write_data_file();
 }
@@ -133,9 +141,14 @@ std::int32_t ClGenerateDataFile::write_records(platform::File& file) {
   ProgressMeter meter(*progress,
                       percentage_denominator(records, is_guarded && run_.repeats_are_in_use()));
   RecordWriter writer(file, output_option);
-  const std::int32_t result = write_all(writer, *progress, meter);
-  if (result != 0 && result != error::output_limit) return result;
-  if (const std::int32_t flushed = writer.flush(); flushed != 0) return flushed;
+  std::int32_t result = write_all(writer, *progress, meter);
+  const bool keeps_lines = result == 0 || result == error::output_limit;
+  if (keeps_lines) {
+    if (const std::int32_t flushed = writer.flush(); flushed != 0) result = flushed;
+  }
+  // A write that waits, say for the reader of a pipe, is ended by the wish to cancel.
+  const bool has_failed = result != 0 && result != error::output_limit;
+  if (has_failed && progress->cancel_requested()) return error::cancelled;
   if (result != 0) return result;
   meter.finish(records);
   log_.records = records;

@@ -38,6 +38,7 @@ class ClGenerateDataFile : public platform::Object {
   std::int32_t bad_line = 0;
 
  private:
+  std::int32_t run_to_end();
   std::int32_t load();
   std::int32_t generate();
   std::int32_t prepare(const ListLoader& load_list);

@@ -1,15 +1,16 @@
 #include "platform/console_interface.h"
 
+#include <poll.h>
 #include <signal.h>
 #include <unistd.h>
 
 #include <array>
-#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
 #include <string_view>
 
+#include "platform/interruption.h"
 #include "platform/process.h"
 #include "platform/quiet_write.h"
 
@@ -17,28 +18,11 @@ namespace korvex::platform {
 
 namespace {
 
-// The signal may arrive in any thread of the host.
-std::atomic<bool> interrupted = false;
-static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets it");
-
-void note_interrupt(int) { interrupted.store(true, std::memory_order_relaxed); }
-
 class ConsoleProgress : public ProgressSink {
  public:
-  ConsoleProgress() : drawing_(::isatty(STDERR_FILENO) == 1) {
-    interrupted = false;
-    ::sigaction(SIGINT, nullptr, &previous_);
-    handling_ = (previous_.sa_flags & SA_SIGINFO) == 0 && previous_.sa_handler == SIG_DFL;
-    if (!handling_) return;
-    struct sigaction action = {};
-    action.sa_handler = note_interrupt;
-    ::sigemptyset(&action.sa_mask);
-    action.sa_flags = SA_RESTART;
-    ::sigaction(SIGINT, &action, nullptr);
-  }
+  ConsoleProgress() : drawing_(::isatty(STDERR_FILENO) == 1) {}
 
   ~ConsoleProgress() override {
-    if (handling_) ::sigaction(SIGINT, &previous_, nullptr);
     if (drawing_) print_error("\r\033[K");
   }
 
@@ -52,13 +36,10 @@ class ConsoleProgress : public ProgressSink {
     print_error({line.data(), static_cast<std::size_t>(size)});
   }
 
-  bool cancel_requested() override {
-    return interrupted.load(std::memory_order_relaxed) && interrupted.exchange(false);
-  }
+  bool cancel_requested() override { return InterruptionWatch::take() != 0 || is_interrupted(); }
 
  private:
-  struct sigaction previous_ = {};
-  bool handling_ = false;
+  const InterruptionWatch watch_{SIGINT};
   bool drawing_;
 };
 
@@ -75,7 +56,7 @@ Answer ConsoleInterface::show_message(MessageKind kind, const MessageText& text)
   if (::isatty(STDIN_FILENO) == 1 && ::isatty(STDERR_FILENO) == 1) {
     print_error("[y/N] ");
     std::string line;
-    std::getline(std::cin, line);
+    if (wait_until_ready(STDIN_FILENO, POLLIN)) std::getline(std::cin, line);
     return is_yes(line) ? Answer::yes : Answer::no;
   }
   const char* prepared = std::getenv("KORVEX_ANSWER");

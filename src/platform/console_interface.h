@@ -8,8 +8,8 @@ namespace korvex::platform {
 // KORVEX_ANSWER=yes|no answers it, "no" when unset. Progress is drawn on a terminal only.
 //
 // An interrupt (Ctrl-C) during a run counts as a wish to cancel whatever the run allows, so that no
-// half-written file stays behind; the handler stands only while a run's progress is open, and only
-// where the process had none of its own.
+// half-written file stays behind; it is watched for only while a run's progress is open, and only
+// where the process does not look after it.
 class ConsoleInterface : public UserInterface {
  public:
   Answer show_message(MessageKind kind, const MessageText& text) override;

@@ -9,6 +9,8 @@
 #include <cstdlib>
 #include <vector>
 
+#include "platform/interruption.h"
+
 extern char** environ;
 
 namespace korvex::platform {
@@ -16,7 +18,7 @@ namespace korvex::platform {
 namespace {
 
 void wait_for(pid_t child) {
-  while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) continue;
+  while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR && !is_interrupted()) continue;
 }
 
 // An editor that nobody waits for stays in the process table until somebody asks how it ended.

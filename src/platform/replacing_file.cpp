@@ -56,8 +56,13 @@ FileCause ReplacingFile::finish() {
 
 void ReplacingFile::remove() {
   if (temporary_.empty()) return;
-  remove_file(temporary_);
   remove_file(path_);
+  give_up();
+}
+
+void ReplacingFile::give_up() {
+  if (temporary_.empty()) return;
+  remove_file(temporary_);
   temporary_.clear();
   file_.discard();
   old_.discard();

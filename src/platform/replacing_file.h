@@ -30,6 +30,9 @@ class ReplacingFile {
   // Gives up what was begun, the old file with it.
   void remove();
 
+  // Gives up what was begun: the old file stays as it was.
+  void give_up();
+
  private:
   FileCause hold_old(const std::string& path);
 
