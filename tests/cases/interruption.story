@@ -32,6 +32,17 @@ cat o.csv
 # A signal that the caller ignores, as nohup does, stays ignored.
 $ trap '' HUP; korvex generate l.toml 2> told & while [ ! -s d.csv ]; do sleep 0.01; done; kill -HUP $!; sleep 0.1; kill -TERM $!; wait $!; echo $?; rm told
   143
+# Nobody waits for the other end of a pipe.
+$ mkfifo pipe
+>130 until +0.3 INT check pipe
+edit l.toml "d.csv" => "pipe"
+>143 until +0.3 TERM generate l.toml
+  ! 99079:Data generation was aborted.
+  ! The data file was not created.
+edit l.toml "pipe" => "d.csv"
+$ { korvex export l.toml -o -; echo $? > told; } | head -c 9; echo; cat told; rm told pipe*
+  000000001
+  141
 >130 tty until +0.5 INT new -o n.toml ...
   ! ...
 files

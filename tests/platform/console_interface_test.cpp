@@ -1,7 +1,9 @@
 #include "platform/console_interface.h"
 
 #include <signal.h>
+#include <unistd.h>
 
+#include "platform/interruption.h"
 #include "support/bytes.h"
 #include "support/environment.h"
 
@@ -53,6 +55,18 @@ TEST(ConsoleInterface, AnInterruptDuringARunIsOneRequestToCancel) {
   ASSERT_EQ(::raise(SIGINT), 0);
   EXPECT_FALSE(progress->cancel_requested());
   ::signal(SIGINT, SIG_DFL);
+}
+
+TEST(Interruption, ASecondSignalEndsTheProcessUnlessItIsTheSameWish) {
+  const auto two_signals = [](useconds_t pause) {
+    const InterruptionWatch watch({SIGTERM, SIGHUP});
+    ::raise(SIGHUP);
+    ::usleep(pause);
+    ::raise(SIGTERM);
+    ::_exit(InterruptionWatch::received());
+  };
+  EXPECT_EXIT(two_signals(0), testing::ExitedWithCode(SIGHUP), "");
+  EXPECT_EXIT(two_signals(150'000), testing::ExitedWithCode(128 + SIGTERM), "");
 }
 
 }  // namespace
