@@ -71,7 +71,7 @@ void print_items(const PreparedLayout& prepared, const std::vector<FieldFacts>& 
     for (const PassedEnd& passed : item.passed_ends) {
       table.add({{},
                  {},
-                 TextTable::plain(platform::printable_from_code_page(passed.format) +
+                 TextTable::plain(platform::exact_printable_from_code_page(passed.format) +
                                   " runs past its end value after " + std::to_string(passed.after) +
                                   " values")});
     }

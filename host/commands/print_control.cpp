@@ -51,10 +51,10 @@ void print_numbers(std::string_view bytes, std::size_t offset, std::int32_t coun
 
 void print_item(const ControlItem& item, std::ostream& out) {
   out << "\nitem " << item.item_number << ": "
-      << platform::printable_from_code_page(field_text(item.name)) << "\n";
+      << platform::exact_printable_from_code_page(field_text(item.name)) << "\n";
   const auto description = field_text(item.description);
   if (!description.empty()) {
-    out << "  description  " << platform::printable_from_code_page(description) << "\n";
+    out << "  description  " << platform::exact_printable_from_code_page(description) << "\n";
   }
   out << "  "
       << describe_attributes(

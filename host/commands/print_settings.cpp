@@ -130,7 +130,7 @@ class SettingsPrinter {
   }
 
   static std::string text(std::string_view field) {
-    return '"' + platform::printable_from_code_page(field) + '"';
+    return '"' + platform::exact_printable_from_code_page(field) + '"';
   }
 
   std::string_view bytes_;

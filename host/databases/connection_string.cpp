@@ -15,6 +15,21 @@ constexpr std::string_view address_begin = "://";
 constexpr std::string_view separators = "/?@";
 constexpr std::string_view port_characters = "0123456789,";
 
+// Library and server quote a value that they don't like. Where a blank was left out, or a whole
+// string stands in one value, it has the password in it.
+void check_value(std::string_view keyword, std::string_view value) {
+  if (keyword == "port" && value.find_first_not_of(port_characters) != std::string_view::npos) {
+    throw std::invalid_argument("the port of the database is no number");
+  }
+  const bool is_hidden = keyword.ends_with("password");
+  if (!is_hidden && (value.find("password=") != std::string_view::npos ||
+                     value.find(address_begin) != std::string_view::npos)) {
+    throw std::invalid_argument("the " + std::string(keyword) +
+                                " of the database has another connection string in it, expected a "
+                                "blank between a value and the next keyword");
+  }
+}
+
 struct OptionsDeleter {
   void operator()(PQconninfoOption* options) const { PQconninfoFree(options); }
 };
@@ -45,11 +60,7 @@ void check_connection_string(const std::string& connection) {
                      "spaces stands between apostrophes");
   }
   for (const PQconninfoOption* option = options.get(); option->keyword != nullptr; ++option) {
-    if (std::string_view(option->keyword) != "port" || option->val == nullptr) continue;
-    if (std::string_view(option->val).find_first_not_of(port_characters) == std::string::npos) {
-      continue;
-    }
-    throw std::invalid_argument("the port of the database is no number");
+    if (option->val != nullptr) check_value(option->keyword, option->val);
   }
 }
 

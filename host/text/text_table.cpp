@@ -47,7 +47,7 @@ TextTable::Cell TextTable::from_utf8(std::string_view text) {
 }
 
 TextTable::Cell TextTable::from_code_page(std::string_view text) {
-  std::string shown = platform::printable_from_code_page(text);
+  std::string shown = platform::exact_printable_from_code_page(text);
   const std::size_t width = columns_of(shown);
   return {std::move(shown), width};
 }

@@ -57,4 +57,8 @@ std::string printable_from_code_page(std::string_view text) {
   return printable(shown_in_utf8(text));
 }
 
+std::string exact_printable_from_code_page(std::string_view text) {
+  return printable(to_utf8(text));
+}
+
 }  // namespace korvex::platform

@@ -14,7 +14,11 @@ std::string printable(std::string_view text);
 // The same for a text of several lines, which stay apart.
 std::string printable_lines(std::string_view text);
 
-// For code page 932.
+// For code page 932, in a message: question marks stand for what cannot be converted, as the rest
+// of the message is still worth reading.
 std::string printable_from_code_page(std::string_view text);
+
+// The same for what a command answers with, which is right or not there: throws ConverterFailure.
+std::string exact_printable_from_code_page(std::string_view text);
 
 }  // namespace korvex::platform
