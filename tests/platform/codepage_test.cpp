@@ -84,10 +84,10 @@ TEST(Codepage, AMissingConverterIsAFailureOfItsOwn) {
       {
         const rlimit none = {};
         ::setrlimit(RLIMIT_NOFILE, &none);
-        const bool is_right = fails([] { static_cast<void>(from_utf8("\xFF")); }) &&
-                              fails([] { to_utf8("\xFF"); }) &&
-                              fails([] { exact_printable_from_code_page("\xFF"); }) && from_utf8("A") == "A" &&
-                              to_utf8("A") == "A" && shown_in_utf8("A\x82\xA0") == "A??";
+        const bool is_right =
+            fails([] { static_cast<void>(from_utf8("\xFF")); }) && fails([] { to_utf8("\xFF"); }) &&
+            fails([] { exact_printable_from_code_page("\xFF"); }) && from_utf8("A") == "A" &&
+            to_utf8("A") == "A" && shown_in_utf8("A\x82\xA0") == "A??";
         ::_exit(is_right ? 7 : 1);
       },
       testing::ExitedWithCode(7), "");
