@@ -19,10 +19,12 @@ inline QString shown_path(std::string_view path) {
 }
 
 // A text from outside as a tooltip: Qt takes one with tags in it for a page, and breaks the lines
-// of pages alone.
+// of pages alone, also short ones unless it is told not to.
 inline QString tooltip_text(const QString& plain) {
   if (plain.isEmpty()) return plain;
-  return "<p style=\"white-space: pre-wrap\">" + plain.toHtmlEscaped() + "</p>";
+  constexpr int longest_whole_text = 80;
+  const QString space = plain.size() <= longest_whole_text ? "pre" : "pre-wrap";
+  return "<p style=\"white-space: " + space + "\">" + plain.toHtmlEscaped() + "</p>";
 }
 
 }  // namespace korvex
