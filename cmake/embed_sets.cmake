@@ -1,6 +1,7 @@
 # cmake -DFILES=FILE;... -DOUTPUT=FILE -P embed_sets.cmake: makes a C++ source of the tables of data/sets,
 # so that the program has them wherever it stands.
 set(tables "")
+list(SORT FILES COMPARE NATURAL)  # the tenth version after the ninth
 foreach(file IN LISTS FILES)
   cmake_path(GET file FILENAME name)
   if(NOT name MATCHES "^([a-z]+)(\\.[a-z]+)?(\\.[a-z][a-z])?\\.([0-9]+)\\.tsv$")
@@ -20,18 +21,18 @@ foreach(file IN LISTS FILES)
   string(APPEND tables
     "    {\"${set}\", \"${part}\", \"${language}\", ${version}, R\"tsv(${text})tsv\"sv},\n")
 endforeach()
-file(WRITE ${OUTPUT} "#include \"host/sets/built_in_tables.h\"
+file(WRITE ${OUTPUT} "#include \"host/sets/tables.h\"
 
 namespace korvex::sets {
 
 namespace {
 using namespace std::string_view_literals;
 
-constexpr BuiltInTable tables[] = {
+constexpr Table tables[] = {
 ${tables}};
 }  // namespace
 
-std::span<const BuiltInTable> built_in_tables() { return tables; }
+std::span<const Table> built_in_tables() { return tables; }
 
 }  // namespace korvex::sets
 ")

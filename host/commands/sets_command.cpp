@@ -11,15 +11,15 @@ namespace korvex::host {
 
 namespace {
 
-using Tables = std::vector<const sets::BuiltInTable*>;
+using Tables = std::vector<const sets::Table*>;
 
 constexpr std::size_t default_rows = 10;
 constexpr std::size_t examples = 3;
 
 // The languages of a table's set, one after the other.
-std::string languages_of(const sets::BuiltInTable& wanted, const Tables& tables) {
+std::string languages_of(const sets::Table& wanted, const Tables& tables) {
   std::string languages;
-  for (const sets::BuiltInTable* table : tables) {
+  for (const sets::Table* table : tables) {
     if (table->set != wanted.set || table->part != wanted.part || table->language.empty()) continue;
     languages.append(languages.empty() ? "" : " ").append(table->language);
   }
@@ -49,7 +49,7 @@ void print_sets(const Tables& tables, std::ostream& out) {
                TextTable::plain(std::move(rows)), TextTable::from_utf8(values)});
   };
   add("Column", "Languages", "Rows", "Examples");
-  for (const sets::BuiltInTable* table : tables) {
+  for (const sets::Table* table : tables) {
     const sets::ValueTable texts = sets::read_table(*table);
     for (std::size_t column = 0; column < texts.columns().size(); ++column) {
       add(std::string(table->set) + "." + std::string(texts.columns()[column]),
@@ -81,7 +81,7 @@ void print_rows(const sets::ValueTable& texts, std::size_t count, std::ostream& 
 
 void print_tables(const Tables& tables, std::optional<std::int32_t> rows, std::ostream& out) {
   const std::size_t count = rows ? static_cast<std::size_t>(*rows) : default_rows;
-  for (const sets::BuiltInTable* table : tables) {
+  for (const sets::Table* table : tables) {
     if (table != tables.front()) out << '\n';
     print_rows(sets::read_table(*table), count, out);
   }
@@ -107,6 +107,9 @@ int run_sets(const SetsOptions& options, std::ostream& out, std::ostream& messag
     out << tables.front()->text;
   } else if (is_list) {
     print_sets(tables, out);
+    for (const sets::UserFault& fault : sets::user_tables().faults) {
+      messages << fault.text << std::endl;
+    }
   } else {
     print_tables(tables, options.rows, out);
   }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <set>
-#include <tuple>
 #include <utility>
 
 #include "platform/printable_text.h"
@@ -11,7 +10,7 @@ namespace korvex::sets {
 
 namespace {
 
-using Tables = std::vector<const BuiltInTable*>;
+using Tables = std::vector<const Table*>;
 
 std::string quoted(std::string_view text) { return '"' + platform::printable(text) + '"'; }
 
@@ -26,16 +25,16 @@ Fault unexpected(Fault::Key key, std::string_view given, const std::set<std::str
   return {key, std::move(text)};
 }
 
-std::vector<std::string_view> columns_of(const BuiltInTable& table) {
+std::vector<std::string_view> columns_of(const Table& table) {
   const ValueTable texts = read_table(table);
   return {texts.columns().begin(), texts.columns().end()};
 }
 
-bool has_column(const BuiltInTable& table, std::string_view column) {
+bool has_column(const Table& table, std::string_view column) {
   return read_table(table).find_column(column).has_value();
 }
 
-bool is_in_other(const BuiltInTable& table, std::string_view language) {
+bool is_in_other(const Table& table, std::string_view language) {
   return !table.language.empty() && table.language != language;
 }
 
@@ -54,53 +53,62 @@ Name parse_name(std::string_view name) {
 }  // namespace
 
 Tables tables_of_version(std::int32_t version) {
-  const auto key = [](const BuiltInTable& table) {
-    return std::tie(table.set, table.part, table.language);
-  };
   Tables tables;
-  for (const BuiltInTable& table : built_in_tables()) {
+  for (const Table& table : built_in_tables()) {
     if (table.version > version) continue;
-    if (!tables.empty() && key(*tables.back()) == key(table)) tables.pop_back();
+    if (!tables.empty() && tables.back()->key() == table.key()) tables.pop_back();
     tables.push_back(&table);
   }
+  for (const Table& table : user_tables().tables) tables.push_back(&table);
+  std::sort(tables.begin(), tables.end(),
+            [](const Table* left, const Table* right) { return left->key() < right->key(); });
   return tables;
 }
 
 std::variant<Tables, Fault> find_tables_in(std::string_view language, std::int32_t version) {
   Tables tables = tables_of_version(version);
   std::set<std::string> languages;
-  for (const BuiltInTable* table : tables) {
+  for (const Table* table : tables) {
     if (!table->language.empty()) languages.emplace(table->language);
   }
   if (!languages.contains(std::string(language))) {
     return unexpected(Fault::Key::language, language, languages);
   }
-  std::erase_if(tables, [&](const BuiltInTable* table) { return is_in_other(*table, language); });
+  std::erase_if(tables, [&](const Table* table) { return is_in_other(*table, language); });
   return tables;
 }
 
 std::variant<Tables, Fault> find_tables(std::string_view name, std::string_view language,
                                         std::int32_t version) {
   const auto [set, column] = parse_name(name);
+  for (const UserFault& fault : user_tables().faults) {
+    const bool is_wanted = fault.language.empty() || fault.language == language;
+    if (fault.set == set && is_wanted) {
+      return Fault{Fault::Key::set, "cannot be read: " + fault.text};
+    }
+  }
   std::set<std::string> sets;
   std::set<std::string> languages;
   std::set<std::string> columns;
   Tables of_set;
-  for (const BuiltInTable* table : tables_of_version(version)) {
+  for (const Table* table : tables_of_version(version)) {
     sets.emplace(table->set);
     if (table->set != set) continue;
     of_set.push_back(table);
-    if (!table->language.empty()) languages.emplace(table->language);
-    for (const std::string_view title : columns_of(*table)) {
+    const std::vector<std::string_view> titles = columns_of(*table);
+    for (const std::string_view title : titles) {
       columns.insert(std::string(set) + "." + std::string(title));
     }
+    const bool has_it =
+        column.empty() || std::find(titles.begin(), titles.end(), column) != titles.end();
+    if (has_it && !table->language.empty()) languages.emplace(table->language);
   }
   if (of_set.empty()) return unexpected(Fault::Key::set, name, sets);
   const bool has_dot = set.size() < name.size();
   if (has_dot && !columns.contains(std::string(name))) {
     return unexpected(Fault::Key::set, name, columns);
   }
-  std::erase_if(of_set, [&, wanted = column](const BuiltInTable* table) {
+  std::erase_if(of_set, [&, wanted = column](const Table* table) {
     return is_in_other(*table, language) || (has_dot && !has_column(*table, wanted));
   });
   if (of_set.empty()) return unexpected(Fault::Key::language, language, languages);
@@ -114,12 +122,13 @@ std::variant<Column, Fault> find_column(std::string_view name, std::string_view 
   const std::string whole = column.empty() ? std::string(name) + "." : std::string(name);
   auto found = find_tables(whole, language, version);
   if (auto* fault = std::get_if<Fault>(&found)) return std::move(*fault);
-  const BuiltInTable* table = std::get<Tables>(found).front();
+  // The one in the language, should there also be one for all.
+  const Table* table = std::get<Tables>(found).back();
   return Column{table, *read_table(*table).find_column(column)};
 }
 
-ValueTable read_table(const BuiltInTable& table) {
-  // scripts/check-sets has read them all.
+ValueTable read_table(const Table& table) {
+  // Each was read before: by scripts/check-sets, or when the user's were found.
   return std::get<ValueTable>(ValueTable::read(table.text));
 }
 

@@ -7,18 +7,19 @@
 #include <variant>
 #include <vector>
 
-#include "host/sets/built_in_tables.h"
+#include "host/sets/tables.h"
 #include "host/sets/value_table.h"
 
-// The sets that come with the program. What a version of them holds never changes, so that a layout
-// which names its version keeps its data: a better table is one of the next version.
+// The sets that come with the program, and those that the user has added. What a version of the
+// former holds never changes, so that a layout which names its version keeps its data: a better
+// table is one of the next version.
 namespace korvex::sets {
 
 inline constexpr std::int32_t newest_version = 1;
 
 // A column of texts. Columns of one table belong together row by row.
 struct Column {
-  const BuiltInTable* table = nullptr;
+  const Table* table = nullptr;
   std::size_t column = 0;  // of the table's texts
 };
 
@@ -35,17 +36,18 @@ std::variant<Column, Fault> find_column(std::string_view name, std::string_view 
                                         std::int32_t version = newest_version);
 
 // The tables of a set ("people"), or the one that has a column of it ("people.given").
-std::variant<std::vector<const BuiltInTable*>, Fault> find_tables(
-    std::string_view name, std::string_view language, std::int32_t version = newest_version);
+std::variant<std::vector<const Table*>, Fault> find_tables(std::string_view name,
+                                                           std::string_view language,
+                                                           std::int32_t version = newest_version);
 
-// All tables in a language, with those that are the same in all, sorted as built_in_tables() are.
-std::variant<std::vector<const BuiltInTable*>, Fault> find_tables_in(
+// All tables in a language, with those that are the same in all, sorted by their keys.
+std::variant<std::vector<const Table*>, Fault> find_tables_in(
     std::string_view language, std::int32_t version = newest_version);
 
-// All tables of a version, whatever their language.
-std::vector<const BuiltInTable*> tables_of_version(std::int32_t version = newest_version);
+// All tables of a version, whatever their language, sorted by their keys.
+std::vector<const Table*> tables_of_version(std::int32_t version = newest_version);
 
 // The texts and weights of a table.
-ValueTable read_table(const BuiltInTable& table);
+ValueTable read_table(const Table& table);
 
 }  // namespace korvex::sets
