@@ -122,7 +122,8 @@ Member GroupSizes::member(std::uint64_t record) const {
   const Sums& sums = *found.sums;
   const auto next = std::upper_bound(sums.begin(), sums.end(), place);
   const auto slot = static_cast<std::uint64_t>(next - sums.begin()) - 1;
-  return {found.first_parent + slots(found).at(slot), place - sums[slot]};
+  return {found.first_parent + slots(found).at(slot), place - sums[slot],
+          sums[slot + 1] - sums[slot]};
 }
 
 Members GroupSizes::members(std::uint64_t parent) const {

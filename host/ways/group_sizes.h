@@ -20,10 +20,11 @@ struct GroupBounds {
   Skew skew;
 };
 
-// A record's parent and its place among that parent's records, from 0.
+// A record's parent, its place among that parent's records, from 0, and how many these are.
 struct Member {
   std::uint64_t parent = 0;
   std::uint64_t place = 0;
+  std::uint64_t count = 0;
 
   bool operator==(const Member&) const = default;
 };

@@ -34,6 +34,15 @@ inline std::size_t first_character_size(std::string_view text) {
   return is_too_low || is_too_high ? 0 : size;
 }
 
+inline bool is_utf8(std::string_view text) {
+  while (!text.empty()) {
+    const std::size_t size = first_character_size(text);
+    if (size == 0) return false;
+    text.remove_prefix(size);
+  }
+  return true;
+}
+
 // The text up to `most` bytes, cut between characters.
 inline std::string_view cut_text(std::string_view text, std::size_t most) {
   if (text.size() <= most) return text;

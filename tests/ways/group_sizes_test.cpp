@@ -47,7 +47,7 @@ TEST(GroupSizes, GiveEveryRecordOnceWithinTheBounds) {
           ASSERT_LT(record, given.records);
           ASSERT_FALSE(taken[record]);
           taken[record] = true;
-          ASSERT_EQ(made->member(record), (Member{parent, place}));
+          ASSERT_EQ(made->member(record), (Member{parent, place, members.count}));
         }
       }
       EXPECT_EQ(std::count(taken.begin(), taken.end(), true), given.records);

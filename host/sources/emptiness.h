@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/ways/fraction.h"
+#include "host/ways/key.h"
+
+namespace korvex::sources {
+
+class Field;
+
+// Which records of a field have no value. Of one thread. Fields that are asked must outlive it.
+class Emptiness {
+ public:
+  virtual ~Emptiness() = default;
+
+  virtual bool is_empty(std::uint64_t record) = 0;
+};
+
+// An exact share of all records: at most 1.
+std::unique_ptr<Emptiness> empty_share(ways::KeyFor<ways::Use::empty> key, ways::Fraction share,
+                                       std::uint64_t records);
+
+// Those where another field is empty.
+std::unique_ptr<Emptiness> empty_with(Field& other);
+
+// All but those where another field has one of some texts.
+std::unique_ptr<Emptiness> empty_unless(Field& other, std::vector<std::string> texts);
+
+}  // namespace korvex::sources

@@ -1,0 +1,36 @@
+#include "host/sources/line_source.h"
+
+#include <array>
+#include <charconv>
+#include <utility>
+
+namespace korvex::sources {
+namespace {
+
+class LineSource : public Source {
+ public:
+  explicit LineSource(std::shared_ptr<Groups> groups) : groups_(std::move(groups)) {}
+
+  void append(std::uint64_t record, std::string& out) override {
+    std::array<char, 20> digits;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(),
+                                   groups_->member(record).place + 1);
+    out.append(digits.data(), end.ptr);
+  }
+
+  std::optional<std::uint64_t> period() const override { return std::nullopt; }
+  TextShape shape() const override {
+    return {.never_empty = true, .size = {}, .only_digits = true, .no_digits = false};
+  }
+
+ private:
+  std::shared_ptr<Groups> groups_;
+};
+
+}  // namespace
+
+std::unique_ptr<Source> make_line_source(std::shared_ptr<Groups> groups) {
+  return std::make_unique<LineSource>(std::move(groups));
+}
+
+}  // namespace korvex::sources

@@ -1,0 +1,150 @@
+#include "host/sources/template_source.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace korvex::sources {
+namespace {
+
+bool is_digit(char c) { return c >= '0' && c <= '9'; }
+
+class TemplateSource : public Source {
+ public:
+  explicit TemplateSource(std::vector<ComposedPart> parts) : parts_(std::move(parts)) {}
+
+  void append(std::uint64_t record, std::string& out) override {
+    const std::size_t begin = out.size();
+    bool has_value = false;
+    bool has_field = false;
+    for (const ComposedPart& part : parts_) {
+      out += part.literal;
+      if (part.field == nullptr) continue;
+      has_field = true;
+      const std::optional<std::string_view> text = part.field->text(record);
+      if (!text) continue;
+      has_value = true;
+      append_filtered(*text, part.filters, out);
+    }
+    if (has_field && !has_value) out.resize(begin);
+  }
+
+  std::optional<std::uint64_t> period() const override { return std::nullopt; }
+
+  std::uint64_t different() const override;
+  TextShape shape() const override;
+
+ private:
+  static void append_filtered(std::string_view text, const std::vector<Filter>& filters,
+                              std::string& out) {
+    if (filters.empty()) {
+      out += text;
+      return;
+    }
+    std::string changed = filtered(filters.front(), text);
+    for (std::size_t i = 1; i < filters.size(); ++i) changed = filtered(filters[i], changed);
+    out += changed;
+  }
+
+  std::vector<ComposedPart> parts_;
+};
+
+// What is known of the text of a part, after its filters.
+struct PartShape {
+  bool has_field = false;
+  bool is_unchanged = false;  // the filters leave every text as it is
+  TextShape text;
+};
+
+PartShape shape_of(const ComposedPart& part) {
+  if (part.field == nullptr) return {};
+  PartShape shape = {true, part.filters.empty(), part.field->shape()};
+  // Filters leave digits alone. Of other letters they may change the size, and make digits of
+  // others.
+  shape.is_unchanged = shape.is_unchanged || shape.text.only_digits;
+  if (!shape.is_unchanged) shape.text = {};
+  return shape;
+}
+
+std::vector<PartShape> shapes_of(const std::vector<ComposedPart>& parts) {
+  std::vector<PartShape> shapes;
+  for (const ComposedPart& part : parts) shapes.push_back(shape_of(part));
+  return shapes;
+}
+
+bool has_known_size(const PartShape& shape) {
+  return !shape.has_field || (shape.text.never_empty && shape.text.size);
+}
+
+// Whether what stands before the text of part i (after the begin of the whole) ends digits for
+// sure.
+bool ends_digits_before(const std::vector<ComposedPart>& parts,
+                        const std::vector<PartShape>& shapes, std::size_t i) {
+  if (!parts[i].literal.empty()) return !is_digit(parts[i].literal.back());
+  return i == 0 || (shapes[i - 1].text.never_empty && shapes[i - 1].text.no_digits);
+}
+
+// The same of what stands after it.
+bool ends_digits_after(const std::vector<ComposedPart>& parts, const std::vector<PartShape>& shapes,
+                       std::size_t i) {
+  if (i + 1 == parts.size()) return true;
+  if (!parts[i + 1].literal.empty()) return !is_digit(parts[i + 1].literal.front());
+  return shapes[i + 1].text.never_empty && shapes[i + 1].text.no_digits;
+}
+
+std::uint64_t TemplateSource::different() const {
+  const std::vector<bool> recoverable = recoverable_parts(parts_);
+  std::uint64_t different = 1;
+  for (std::size_t i = 0; i < parts_.size(); ++i) {
+    if (recoverable[i]) different = std::max(different, parts_[i].field->different_records());
+  }
+  return different;
+}
+
+// Literals make a text only beside a field that has one, or when there are no fields.
+TextShape TemplateSource::shape() const {
+  constexpr TextShape nothing = {
+      .never_empty = true, .size = 0, .only_digits = true, .no_digits = true};
+  TextShape whole = nothing;
+  whole.never_empty = parts_.size() == 1 && parts_.front().field == nullptr;
+  for (const ComposedPart& part : parts_) {
+    const TextShape text = part.field == nullptr ? nothing : shape_of(part).text;
+    whole.never_empty = whole.never_empty || (part.field != nullptr && text.never_empty);
+    if (!text.never_empty || !text.size) whole.size.reset();
+    if (whole.size) *whole.size += part.literal.size() + *text.size;
+    whole.only_digits = whole.only_digits && text.only_digits &&
+                        std::all_of(part.literal.begin(), part.literal.end(), is_digit);
+    whole.no_digits = whole.no_digits && text.no_digits &&
+                      std::none_of(part.literal.begin(), part.literal.end(), is_digit);
+  }
+  return whole;
+}
+
+}  // namespace
+
+std::vector<bool> recoverable_parts(const std::vector<ComposedPart>& parts) {
+  const std::vector<PartShape> shapes = shapes_of(parts);
+  const auto is_bounded = [&](std::size_t i, bool ends_digits) {
+    const TextShape& text = shapes[i].text;
+    return has_known_size(shapes[i]) || (text.never_empty && text.only_digits && ends_digits);
+  };
+  std::size_t front = 0;
+  while (front < parts.size() && is_bounded(front, ends_digits_after(parts, shapes, front))) {
+    ++front;
+  }
+  std::size_t back = parts.size();
+  while (back > front && is_bounded(back - 1, ends_digits_before(parts, shapes, back - 1))) --back;
+
+  std::vector<bool> recoverable;
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    // What is left in the middle is known when it is one part alone.
+    const bool is_reached = i < front || i >= back || front + 1 == back;
+    recoverable.push_back(shapes[i].has_field && shapes[i].is_unchanged && is_reached);
+  }
+  return recoverable;
+}
+
+std::unique_ptr<Source> make_template_source(std::vector<ComposedPart> parts) {
+  return std::make_unique<TemplateSource>(std::move(parts));
+}
+
+}  // namespace korvex::sources

@@ -1,0 +1,95 @@
+#include "host/sources/text_list.h"
+
+#include <algorithm>
+#include <cassert>
+#include <utility>
+
+#include "platform/utf8.h"
+
+namespace korvex::sources {
+namespace {
+
+constexpr std::string_view utf8_mark = "\xEF\xBB\xBF";
+
+bool is_digit(char c) { return c >= '0' && c <= '9'; }
+
+class ListSource : public Source {
+ public:
+  explicit ListSource(TextList list) : list_(std::move(list)) { assert(list_.size() > 0); }
+
+  void append(std::uint64_t index, std::string& out) override {
+    out += list_[static_cast<std::size_t>(index)];
+  }
+
+  std::optional<std::uint64_t> period() const override { return list_.size(); }
+
+  std::uint64_t different() const override {
+    if (!is_distinct_) is_distinct_ = list_.count_different() == list_.size();
+    return *is_distinct_ ? list_.size() : 1;
+  }
+
+  TextShape shape() const override {
+    if (!shape_) shape_ = list_.shape();
+    return *shape_;
+  }
+
+ private:
+  TextList list_;
+  mutable std::optional<bool> is_distinct_;
+  mutable std::optional<TextShape> shape_;
+};
+
+}  // namespace
+
+TextList::TextList(std::shared_ptr<const void> owner, std::vector<std::string_view> texts)
+    : owner_(std::move(owner)),
+      texts_(std::make_shared<const std::vector<std::string_view>>(std::move(texts))) {}
+
+TextList TextList::of_values(std::vector<std::string> values) {
+  const auto owner = std::make_shared<const std::vector<std::string>>(std::move(values));
+  return TextList(owner, {owner->begin(), owner->end()});
+}
+
+ways::Result<TextList> TextList::of_lines(std::string content) {
+  const auto owner = std::make_shared<const std::string>(std::move(content));
+  std::string_view rest = *owner;
+  if (rest.starts_with(utf8_mark)) rest.remove_prefix(utf8_mark.size());
+  std::vector<std::string_view> lines;
+  while (!rest.empty()) {
+    const std::size_t end = std::min(rest.find('\n'), rest.size());
+    std::string_view line = rest.substr(0, end);
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    lines.push_back(line);
+    if (!platform::is_utf8(line)) {
+      return ways::Refusal{"line " + std::to_string(lines.size()) + " is not UTF-8"};
+    }
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+  }
+  return TextList(owner, std::move(lines));
+}
+
+std::size_t TextList::count_different() const {
+  std::vector<std::string_view> sorted = *texts_;
+  std::sort(sorted.begin(), sorted.end());
+  const auto end = std::unique(sorted.begin(), sorted.end());
+  const bool has_empty = !sorted.empty() && sorted.front().empty();
+  return static_cast<std::size_t>(end - sorted.begin()) - has_empty;
+}
+
+TextShape TextList::shape() const {
+  TextShape shape = {
+      .never_empty = true, .size = texts_->front().size(), .only_digits = true, .no_digits = true};
+  for (const std::string_view text : *texts_) {
+    if (text.empty()) return {};
+    if (text.size() != shape.size) shape.size.reset();
+    shape.only_digits = shape.only_digits && std::all_of(text.begin(), text.end(), is_digit);
+    shape.no_digits = shape.no_digits && std::none_of(text.begin(), text.end(), is_digit);
+  }
+  return shape;
+}
+
+std::unique_ptr<Source> make_list_source(TextList list) {
+  return std::make_unique<ListSource>(std::move(list));
+}
+
+}  // namespace korvex::sources

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/sources/source.h"
+#include "host/ways/result.h"
+
+namespace korvex::sources {
+
+// Texts in a row, which copies of the list share.
+class TextList {
+ public:
+  // `owner` keeps the bytes of the texts: a column of a table, for instance.
+  TextList(std::shared_ptr<const void> owner, std::vector<std::string_view> texts);
+
+  static TextList of_values(std::vector<std::string> values);
+
+  // The lines of a text file, which end with LF or CRLF, the last one perhaps with neither. A mark
+  // of UTF-8 at the begin is left out. Refused is what is not UTF-8, with the number of its line.
+  static ways::Result<TextList> of_lines(std::string content);
+
+  std::size_t size() const { return texts_->size(); }
+  std::string_view operator[](std::size_t i) const { return (*texts_)[i]; }
+
+  // How many different texts there are, without the empty one. Sorts them all.
+  std::size_t count_different() const;
+
+  TextShape shape() const;
+
+ private:
+  std::shared_ptr<const void> owner_;
+  std::shared_ptr<const std::vector<std::string_view>> texts_;
+};
+
+// The texts of a list, which is not empty, by their places. Whether they differ, and their shape,
+// is found out when it is asked for the first time.
+std::unique_ptr<Source> make_list_source(TextList list);
+
+}  // namespace korvex::sources

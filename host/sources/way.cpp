@@ -1,0 +1,166 @@
+#include "host/sources/way.h"
+
+#include <cassert>
+#include <utility>
+
+#include "host/ways/draw.h"
+
+namespace korvex::sources {
+namespace {
+
+class Counting : public Way {
+ public:
+  std::optional<std::uint64_t> index(std::uint64_t record) override { return record; }
+  std::uint64_t different_records() const override { return endless; }
+};
+
+// Goes through all indices of a period, round after round.
+class Rounds : public Way {
+ public:
+  Rounds(std::uint64_t period, End end) : period_(period), end_(end) { assert(period >= 1); }
+
+  std::optional<std::uint64_t> index(std::uint64_t record) final {
+    if (record >= period_ && end_ == End::stop) return std::nullopt;
+    return index_in_rounds(record);
+  }
+
+  bool is_endless() const override { return end_ == End::repeat; }
+  std::uint64_t different_records() const override { return period_; }
+
+ private:
+  virtual std::uint64_t index_in_rounds(std::uint64_t record) { return record % period_; }
+
+  std::uint64_t period_;
+  End end_;
+};
+
+class Shuffled : public Rounds {
+ public:
+  Shuffled(ways::Key key, std::uint64_t period, End end)
+      : Rounds(period, end), shuffle_(key, period) {}
+
+ private:
+  std::uint64_t index_in_rounds(std::uint64_t record) override { return shuffle_.at(record); }
+
+  ways::Shuffle shuffle_;
+};
+
+class Joint : public Rounds {
+ public:
+  Joint(std::shared_ptr<ways::JointShuffle> shuffle, std::size_t item, End end)
+      : Rounds(shuffle->combinations(), end), shuffle_(std::move(shuffle)), item_(item) {}
+
+  // Only together with the others.
+  std::uint64_t different_records() const override { return 1; }
+
+ private:
+  std::uint64_t index_in_rounds(std::uint64_t record) override {
+    return shuffle_->at(record, item_);
+  }
+
+  std::shared_ptr<ways::JointShuffle> shuffle_;
+  std::size_t item_;
+};
+
+class Within : public Way {
+ public:
+  Within(ways::Key key, std::uint64_t period, std::shared_ptr<Groups> groups)
+      : shuffle_(key, period), groups_(std::move(groups)) {}
+
+  std::optional<std::uint64_t> index(std::uint64_t record) override {
+    const ways::Member member = groups_->member(record);
+    return shuffle_.at(member.parent, member.place);
+  }
+
+ private:
+  ways::ShuffleWithin shuffle_;
+  std::shared_ptr<Groups> groups_;
+};
+
+class Random : public Way {
+ public:
+  Random(ways::Key key, std::uint64_t period) : key_(key), period_(period) {}
+
+  std::optional<std::uint64_t> index(std::uint64_t record) override {
+    return ways::draw_below(key_, record, period_);
+  }
+
+ private:
+  ways::Key key_;
+  std::uint64_t period_;
+};
+
+class ByZipf : public Way {
+ public:
+  ByZipf(ways::Key key, std::uint64_t period, ways::Skew skew) : zipf_(key, period, skew) {}
+
+  std::optional<std::uint64_t> index(std::uint64_t record) override { return zipf_.at(record); }
+
+ private:
+  ways::Zipf zipf_;
+};
+
+class Weighted : public Way {
+ public:
+  Weighted(ways::Key key, const ways::Proportions& proportions, std::uint64_t records)
+      : shares_(key, proportions, records) {}
+
+  std::optional<std::uint64_t> index(std::uint64_t record) override {
+    return shares_.category_of(record);
+  }
+
+ private:
+  ways::ExactShares shares_;
+};
+
+class ParentOf : public Way {
+ public:
+  explicit ParentOf(std::shared_ptr<Groups> groups) : groups_(std::move(groups)) {}
+
+  std::optional<std::uint64_t> index(std::uint64_t record) override {
+    return groups_->member(record).parent;
+  }
+
+ private:
+  std::shared_ptr<Groups> groups_;
+};
+
+}  // namespace
+
+std::unique_ptr<Way> forward() { return std::make_unique<Counting>(); }
+
+std::unique_ptr<Way> forward(std::uint64_t period, End end) {
+  return std::make_unique<Rounds>(period, end);
+}
+
+std::unique_ptr<Way> shuffled(ways::Key key, std::uint64_t period, End end) {
+  return std::make_unique<Shuffled>(key, period, end);
+}
+
+std::unique_ptr<Way> joint(std::shared_ptr<ways::JointShuffle> shuffle, std::size_t item, End end) {
+  return std::make_unique<Joint>(std::move(shuffle), item, end);
+}
+
+std::unique_ptr<Way> shuffled_within(ways::Key key, std::uint64_t period,
+                                     std::shared_ptr<Groups> groups) {
+  return std::make_unique<Within>(key, period, std::move(groups));
+}
+
+std::unique_ptr<Way> random(ways::Key key, std::uint64_t period) {
+  return std::make_unique<Random>(key, period);
+}
+
+std::unique_ptr<Way> zipf(ways::Key key, std::uint64_t period, ways::Skew skew) {
+  return std::make_unique<ByZipf>(key, period, skew);
+}
+
+std::unique_ptr<Way> weighted(ways::KeyFor<ways::Use::weights> key,
+                              const ways::Proportions& proportions, std::uint64_t records) {
+  return std::make_unique<Weighted>(key, proportions, records);
+}
+
+std::unique_ptr<Way> parent_of(std::shared_ptr<Groups> groups) {
+  return std::make_unique<ParentOf>(std::move(groups));
+}
+
+}  // namespace korvex::sources

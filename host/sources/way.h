@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <optional>
+
+#include "host/sources/groups.h"
+#include "host/ways/key.h"
+#include "host/ways/shares.h"
+#include "host/ways/shuffle.h"
+#include "host/ways/zipf.h"
+
+namespace korvex::sources {
+
+constexpr std::uint64_t endless = std::numeric_limits<std::uint64_t>::max();
+
+// Which of a source's values a record takes. Of one thread.
+class Way {
+ public:
+  virtual ~Way() = default;
+
+  // The index, below the period that the way was made for; nothing where all values are used up.
+  virtual std::optional<std::uint64_t> index(std::uint64_t record) = 0;
+
+  // Whether every record has an index.
+  virtual bool is_endless() const { return true; }
+
+  // So many records from the first on take different indices, for certain.
+  virtual std::uint64_t different_records() const { return 1; }
+};
+
+// What follows when a source's values have all come.
+enum class End {
+  repeat,  // they come again
+  stop,    // no more values
+};
+
+// Periods of all ways are from 1 to 2^63.
+
+// In the source's own order. Without a period the index is the record's number.
+std::unique_ptr<Way> forward();
+std::unique_ptr<Way> forward(std::uint64_t period, End end);
+
+// All before any comes again, in another order each time. Fields with one key take one order.
+std::unique_ptr<Way> shuffled(ways::Key key, std::uint64_t period, End end);
+
+// One of several fields that together take all combinations before any comes again; `item` is its
+// place among their periods. Fields share the shuffle, so that a record's is computed once.
+std::unique_ptr<Way> joint(std::shared_ptr<ways::JointShuffle> shuffle, std::size_t item, End end);
+
+// Different ones within each group, as long as no group has more members than the period.
+std::unique_ptr<Way> shuffled_within(ways::Key key, std::uint64_t period,
+                                     std::shared_ptr<Groups> groups);
+
+// With replacement: all alike, or the first more often than the others.
+std::unique_ptr<Way> random(ways::Key key, std::uint64_t period);
+std::unique_ptr<Way> zipf(ways::Key key, std::uint64_t period, ways::Skew skew);
+
+// In exact shares of all records.
+std::unique_ptr<Way> weighted(ways::KeyFor<ways::Use::weights> key,
+                              const ways::Proportions& proportions, std::uint64_t records);
+
+// The parent of each record.
+std::unique_ptr<Way> parent_of(std::shared_ptr<Groups> groups);
+
+}  // namespace korvex::sources
