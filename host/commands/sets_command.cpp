@@ -43,9 +43,9 @@ void print_sets(const Tables& tables, std::ostream& out) {
   TextTable lines;
   constexpr std::size_t rows_column = 2;
   lines.align_right(rows_column);
-  const auto add = [&](std::string name, std::string languages, std::string rows,
+  const auto add = [&](std::string_view name, std::string languages, std::string rows,
                        std::string_view values) {
-    lines.add({TextTable::plain(std::move(name)), TextTable::plain(std::move(languages)),
+    lines.add({TextTable::from_utf8(name), TextTable::plain(std::move(languages)),
                TextTable::plain(std::move(rows)), TextTable::from_utf8(values)});
   };
   add("Column", "Languages", "Rows", "Examples");

@@ -11,6 +11,7 @@ namespace korvex::sets {
 namespace {
 
 constexpr std::string_view weight_column = "weight";
+constexpr const char* not_utf8 = "is not UTF-8";
 constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 
 // The text up to a mark, which is removed with it.
@@ -28,17 +29,6 @@ std::string_view take_line(std::string_view& text) {
   return line;
 }
 
-// The first line that is not UTF-8, from 1; else 0.
-std::size_t find_wrong_line(std::string_view text) {
-  for (std::size_t line = 1; !text.empty();) {
-    const std::size_t size = platform::first_character_size(text);
-    if (size == 0) return line;
-    if (text.front() == '\n') ++line;
-    text.remove_prefix(size);
-  }
-  return 0;
-}
-
 std::vector<std::string_view> split_line(std::string_view line) {
   std::vector<std::string_view> texts(
       1 + static_cast<std::size_t>(std::count(line.begin(), line.end(), '\t')));
@@ -46,50 +36,62 @@ std::vector<std::string_view> split_line(std::string_view line) {
   return texts;
 }
 
+// 0 for what is no weight.
+std::uint32_t parse_weight(std::string_view text) {
+  std::uint32_t weight = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, failure] = std::from_chars(text.data(), end, weight);
+  return failure == std::errc() && stop == end ? weight : 0;
+}
+
 std::string quoted(std::string_view text) { return '"' + platform::printable(text) + '"'; }
 
 }  // namespace
 
 std::variant<ValueTable, TableFault> ValueTable::read(std::string_view text) {
-  ValueTable table;
   if (text.starts_with(byte_order_mark)) text.remove_prefix(byte_order_mark.size());
-  if (const std::size_t line = find_wrong_line(text); line != 0) {
-    return TableFault{line, "is not UTF-8"};
-  }
-  const std::vector<std::string_view> names = split_line(take_line(text));
-  const auto weight = std::find(names.begin(), names.end(), weight_column);
-  const auto weight_place = static_cast<std::size_t>(weight - names.begin());
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    if (names[i].empty()) return TableFault{1, "a column has no name"};
-    if (std::find(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(i), names[i]) !=
-        names.begin() + static_cast<std::ptrdiff_t>(i)) {
-      return TableFault{1, "there are two columns " + quoted(names[i])};
-    }
-    if (i != weight_place) table.columns_.push_back(names[i]);
-  }
-  if (table.columns_.empty()) return TableFault{1, "there are weights only"};
-  for (std::size_t line = 2; !text.empty(); ++line) {
-    const std::vector<std::string_view> texts = split_line(take_line(text));
-    if (texts.size() != names.size()) {
-      return TableFault{line, std::to_string(texts.size()) + " texts, expected " +
-                                  std::to_string(names.size()) + " with tabs in between"};
-    }
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-      if (i != weight_place) {
-        table.values_.push_back(texts[i]);
-        continue;
-      }
-      std::uint32_t number = 0;
-      const char* const end = texts[i].data() + texts[i].size();
-      const auto [stop, failure] = std::from_chars(texts[i].data(), end, number);
-      if (failure != std::errc() || stop != end || number == 0) {
-        return TableFault{line, "weight is " + quoted(texts[i]) + ", expected a number from 1"};
-      }
-      table.weights_.push_back(number);
-    }
-  }
-  if (table.values_.empty()) return TableFault{1, "there are no rows"};
+  ValueTable table;
+  std::size_t line = 1;
+  std::string fault = table.take_names(take_line(text));
+  for (; fault.empty() && !text.empty(); ++line) fault = table.add_row(take_line(text));
+  if (fault.empty() && table.values_.empty()) fault = "there are no rows";
+  if (!fault.empty()) return TableFault{line, std::move(fault)};
   return table;
+}
+
+std::string ValueTable::take_names(std::string_view line) {
+  if (!platform::is_utf8(line)) return not_utf8;
+  for (const std::string_view name : split_line(line)) {
+    if (name.empty()) return "a column has no name";
+    if (find_column(name) || (name == weight_column && weight_place_)) {
+      return "there are two columns " + quoted(name);
+    }
+    if (name == weight_column) {
+      weight_place_ = columns_.size();
+    } else {
+      columns_.push_back(name);
+    }
+  }
+  return columns_.empty() ? "there are weights only" : "";
+}
+
+std::string ValueTable::add_row(std::string_view line) {
+  if (!platform::is_utf8(line)) return not_utf8;
+  std::vector<std::string_view> texts = split_line(line);
+  const std::size_t expected = columns_.size() + (weight_place_ ? 1 : 0);
+  if (texts.size() != expected) {
+    return std::to_string(texts.size()) + " texts, expected " + std::to_string(expected) +
+           " with tabs in between";
+  }
+  if (weight_place_) {
+    const auto place = texts.begin() + static_cast<std::ptrdiff_t>(*weight_place_);
+    const std::uint32_t weight = parse_weight(*place);
+    if (weight == 0) return "weight is " + quoted(*place) + ", expected a number from 1";
+    weights_.push_back(weight);
+    texts.erase(place);
+  }
+  values_.insert(values_.end(), texts.begin(), texts.end());
+  return {};
 }
 
 std::optional<std::size_t> ValueTable::find_column(std::string_view name) const {

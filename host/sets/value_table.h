@@ -37,9 +37,14 @@ class ValueTable {
   std::span<const std::uint32_t> weights() const { return weights_; }
 
  private:
+  // Both answer what is wrong, if anything.
+  std::string take_names(std::string_view line);
+  std::string add_row(std::string_view line);
+
   std::vector<std::string_view> columns_;
   std::vector<std::string_view> values_;  // row by row
   std::vector<std::uint32_t> weights_;
+  std::optional<std::size_t> weight_place_;  // among the texts of a line
 };
 
 }  // namespace korvex::sets
