@@ -5,6 +5,7 @@
 #include "generate/log_file.h"
 #include "platform/path.h"
 #include "platform/printable_text.h"
+#include "platform/settings_store.h"
 
 namespace korvex::host {
 
@@ -54,6 +55,8 @@ void add_read_files(const Layout& layout, const std::vector<std::string>& kept_l
 std::vector<LayoutError> find_file_conflicts(const Layout& layout,
                                              const std::vector<std::string>& kept_lists) {
   DistinctFiles files;
+  const std::string store = platform::SettingsStore(platform::host_key()).path();
+  if (!store.empty()) files.read(store, "the settings store");
   files.read(layout.file, "the layout");
   const std::vector<List> lists = lists_of(layout, kept_lists);
   add_lists(lists, files);

@@ -122,7 +122,7 @@ ValuePlace find_value(const std::string& content, std::string_view name) {
 
 SettingsStore::SettingsStore(std::string_view key) {
   const std::string configuration = configuration_folder();
-  if (configuration.empty()) return;
+  if (configuration.empty() || !is_plain_name(key)) return;
   folder_ = join_path(configuration, key);
   path_ = join_path(folder_, file_name);
 }

@@ -10,7 +10,8 @@ enum class StoreStatus { ok, key_missing, value_missing, failure };
 // A per-user store of named texts, one key a host program:
 // ${XDG_CONFIG_HOME:-$HOME/.config}/<key>/Korvex.conf, a line `Name=Value` each.
 //
-// Without a folder for the user's configuration every operation fails.
+// Without a folder for the user's configuration, or with a key that is no plain name of a folder,
+// every operation fails.
 //
 // Reading opens the file anew each time, so what a user edits counts at once. Writing replaces the
 // file in one step under a lock, and keeps every line that it does not change. Safe between
@@ -19,6 +20,9 @@ class SettingsStore {
  public:
   // `key` is the name of the host's folder; see host_key().
   explicit SettingsStore(std::string_view key);
+
+  // Empty when every operation fails.
+  const std::string& path() const { return path_; }
 
   StoreStatus read(std::string_view name, std::string& value) const;
 

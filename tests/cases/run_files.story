@@ -27,6 +27,7 @@ each LAYOUT DATA LIST PLACE SAYS
   l.toml | dangling | list    | 5:8  | the data file dangling is also the settings file
   l.toml | x.csv    | w/x.log | 5:8  | the log file w/x.log is also the value list of item A
   l.toml | d.csv    | s.fif.w | 6:12 | the settings file's temporary file s.fif.w is also the value list of item A
+  l.toml | <config>/korvex/Korvex.conf | list | 5:8 | the data file <config>/korvex/Korvex.conf is also the settings store
   v.err  | d.csv    | v       | <n>:<n> | the error file <*>/v.err is also the layout
 do
   file <LAYOUT>

@@ -87,6 +87,8 @@ TEST(SettingsStore, TheHostKeyIsChosenOrTheProgramsName) {
     const ScopedVariable chosen("KORVEX_HOST_KEY", key);
     EXPECT_EQ(host_key(), "test_platform");
   }
+  // Whoever starts a program may give it any name.
+  EXPECT_EQ(SettingsStore("..").path(), "");
 }
 
 }  // namespace
