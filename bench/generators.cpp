@@ -57,10 +57,9 @@ const Workload workloads[] = {
 };
 
 // Checked as settings that a user enters. They are of no file, and nothing is saved.
-std::int32_t store_settings(const Workload& workload, ClFmtFile& settings) {
+ErrorCode store_settings(const Workload& workload, ClFmtFile& settings) {
   settings.set_run_mode(run_mode::settings_only);
-  const std::int32_t loaded = settings.load(level, records, layout_kind::record_file);
-  if (loaded < 0) return loaded;
+  settings.begin(level, records, layout_kind::record_file);
   settings.edited().texts = workload.texts;
   settings.edited().choices.exceeded_action = exceeded_action::repeat;
   return settings.check_and_store(item_number, workload.item);
@@ -68,7 +67,9 @@ std::int32_t store_settings(const Workload& workload, ClFmtFile& settings) {
 
 void assemble_records(benchmark::State& state, const Workload& workload, bool seeks) {
   ClFmtFile settings;
-  if (store_settings(workload, settings) < 0) return state.SkipWithError("settings refused");
+  if (store_settings(workload, settings) != error::none) {
+    return state.SkipWithError("settings refused");
+  }
   ItemGenerator item(*settings.find_column(item_number), layout_kind::record_file, false);
   RecordAssembler assembler;
   assembler.add_field(item);

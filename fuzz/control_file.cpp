@@ -41,13 +41,14 @@ void load_in_mode(std::int32_t mode) {
   ClColMain main;
   main.control_path = control_path;
   main.set_run_mode(mode);
-  const std::int32_t result = main.load();
-  require(result == 0 || result == -2 || result == -3, "loading ends in one of its codes");
+  const ErrorCode result = main.load();
+  require(result == error::none || result == error::cannot_open || result == error::cannot_read,
+          "loading ends in one of its codes");
   require(main.offending_names().size() <= 128, "the names end at their limit");
-  if (result != 0) return;
+  if (result != error::none) return;
   main.select_item(main.header().item_count - 1);
   main.build_default_settings();
-  if (mode != run_mode::generator) reconcile(main);
+  if (mode != run_mode::generator) static_cast<void>(reconcile(main));
 }
 
 // Gives the first items what their attributes propose.
@@ -55,14 +56,14 @@ void put_settings(World& world) {
   ClColMain main;
   main.control_path = control_path;
   main.set_run_mode(run_mode::settings_only);
-  if (main.load() != 0) return;
+  if (main.load() != error::none) return;
   const ControlHeader& header = main.header();
   ClFmtFile file;
   file.set_paths(settings_path, work_folder);
-  if (file.load(header.level, header.records, header.layout_kind) < 0) return;
+  if (!file.load(header.level, header.records, header.layout_kind)) return;
   for (std::size_t i = 0; i < std::min(most_items, main.items.size()); ++i) {
     ClDGCol& item = *main.select_item(static_cast<std::int32_t>(i));
-    if (main.build_default_settings() == 0) {
+    if (main.build_default_settings()) {
       file.edited().texts = main.default_texts;
       file.check_and_store(item.item_number, item.attributes());
     } else {

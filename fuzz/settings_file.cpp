@@ -34,7 +34,7 @@ struct Choices {
         changes_layout((bits & 32u) != 0) {}
 };
 
-std::int32_t load(ClFmtFile& file, std::int32_t level, std::int32_t layout_kind) {
+Result<std::int32_t> load(ClFmtFile& file, std::int32_t level, std::int32_t layout_kind) {
   file.set_paths(settings_path, work_folder);
   return file.load(level, records, layout_kind);
 }
@@ -44,7 +44,7 @@ std::vector<ControlItem> read_items(ClFmtFile& file) {
   std::vector<ControlItem> items;
   for (const auto& column : file.current_level()->columns) {
     if (items.size() == most_items) break;
-    require(file.read_item(column->record.item_number) == 1, "an item that is there is found");
+    require(file.read_item(column->record.item_number) == true, "an item that is there is found");
     ControlItem item = {};
     item.item_number = column->record.item_number;
     item.attribute = column->record.attribute;
@@ -65,7 +65,8 @@ std::vector<ControlItem> save_and_compare(World& world, std::int32_t level,
   std::vector<ControlItem> items;
   {
     ClFmtFile file;
-    if (load(file, level, layout_kind) <= 0) return {};
+    const Result<std::int32_t> loaded = load(file, level, layout_kind);
+    if (!loaded || *loaded == 0) return {};
     items = read_items(file);
     const std::string before = world.files.get(settings_path);
     if (file.save(file.quotation()) != 0) {
@@ -76,7 +77,7 @@ std::vector<ControlItem> save_and_compare(World& world, std::int32_t level,
   const std::string saved = world.files.get(settings_path);
   {
     ClFmtFile file;
-    require(load(file, level, layout_kind) >= 0, "what was saved can be loaded");
+    require(load(file, level, layout_kind).code() == error::none, "what was saved can be loaded");
     if (!file.current_level()->has_settings()) return items;
     require(file.save(file.quotation()) == 0, "what was saved can be saved again");
   }

@@ -72,7 +72,8 @@ std::optional<KeptSettings> look_at_settings(const Layout& layout, Keeping keepi
   ClFmtFile file;
   file.set_run_mode(run_mode::settings_only);
   file.set_paths(copy->settings, copy->work);
-  if (file.load(layout.level, layout.records, layout.kind) <= 0) return found;
+  const Result<std::int32_t> loaded = file.load(layout.level, layout.records, layout.kind);
+  if (!loaded || *loaded == 0) return found;
   found.refused.unfit = find_unfit_items(layout, file, keeping);
   if (keeping != Keeping::items_without_values && file.current_level()->record.repeat_flag != 0) {
     found.refused.failures = find_shared_levels(layout, file);

@@ -79,8 +79,7 @@ void append_item(const NewItem& item, bool explains, std::ostream& out) {
     append_key("signed", attributes.signed_flag != 0 ? "true" : "false", "", out);
   }
   append_size(attributes, out);
-  RangeTexts texts;
-  default_settings(attributes, texts);
+  const RangeTexts texts = default_settings(attributes).value_or(RangeTexts{});
   const auto append = [&](std::string_view key, const std::string& text, std::string_view comment) {
     append_key(key, quoted(platform::to_utf8(text)), explains ? comment : "", out);
   };

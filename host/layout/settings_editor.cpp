@@ -53,10 +53,10 @@ class ItemStore {
   void store_one(std::size_t index) {
     const LayoutItem& item = layout_.items[index];
     if (!item.values) return;
-    std::int32_t code = check_repeat(item.values->repeat);
-    if (code == 0) code = store_values(item, *item.values);
-    if (code == 0) store_repeat(item);
-    if (code < 0) failures_.push_back({&item, code});
+    ErrorCode code = check_repeat(item.values->repeat);
+    if (code == error::none) code = store_values(item, *item.values);
+    if (code == error::none) store_repeat(item);
+    if (code != error::none) failures_.push_back({&item, code});
   }
 
   std::optional<std::size_t> referenced_item(const LayoutItem& item) const {
@@ -65,13 +65,13 @@ class ItemStore {
     return place == places_.end() ? std::nullopt : std::optional(place->second);
   }
 
-  static std::int32_t check_repeat(const std::optional<RepeatSettings>& repeat) {
-    if (!repeat) return 0;
+  static ErrorCode check_repeat(const std::optional<RepeatSettings>& repeat) {
+    if (!repeat) return error::none;
     if (repeat->level == 0) return error::repeat_level_zero;
-    return repeat->count == 0 ? error::repeat_count_zero : 0;
+    return repeat->count == 0 ? error::repeat_count_zero : error::none;
   }
 
-  std::int32_t store_values(const LayoutItem& item, const ItemValues& values) {
+  ErrorCode store_values(const LayoutItem& item, const ItemValues& values) {
     switch (values.source) {
       case ValueSource::initial:
         return store_initial_value(item);
@@ -84,28 +84,28 @@ class ItemStore {
       case ValueSource::enumeration:
         return store_enumeration(item, values);
     }
-    return 0;
+    return error::none;
   }
 
-  std::int32_t store_initial_value(const LayoutItem& item) {
+  ErrorCode store_initial_value(const LayoutItem& item) {
     if (!item.nullable) return error::null_not_allowed;
     return file_.set_initial_value(item.number, item.attributes);
   }
 
-  std::int32_t store_range(const LayoutItem& item, const RangeTexts& texts,
-                           const RangeChoices& choices) {
+  ErrorCode store_range(const LayoutItem& item, const RangeTexts& texts,
+                        const RangeChoices& choices) {
     file_.edited().texts = texts;
     file_.edited().choices = choices;
     return file_.check_and_store(item.number, item.attributes);
   }
 
-  std::int32_t store_default(const LayoutItem& item) {
-    RangeTexts texts;
-    if (default_settings(item.attributes, texts) != 0) return error::bad_attribute;
-    return store_range(item, texts, {exceeded_action::repeat, 1});
+  ErrorCode store_default(const LayoutItem& item) {
+    const std::optional<RangeTexts> texts = default_settings(item.attributes);
+    if (!texts) return error::bad_attribute;
+    return store_range(item, *texts, {exceeded_action::repeat, 1});
   }
 
-  std::int32_t store_reference(const LayoutItem& item) {
+  ErrorCode store_reference(const LayoutItem& item) {
     const std::optional<std::size_t> place = referenced_item(item);
     if (!place) return error::no_such_reference;
     const LayoutItem& source = layout_.items[*place];
@@ -115,16 +115,17 @@ class ItemStore {
     if (settings != nullptr && settings->record.generation_type == generation_type::initial_value) {
       return store_initial_value(item);
     }
-    const std::int32_t code = check_reference(source.attributes, item.attributes);
-    return code != 0 ? code : file_.copy_settings(item.number, source.number, item.attributes);
+    const ErrorCode code = check_reference(source.attributes, item.attributes);
+    return code != error::none ? code
+                               : file_.copy_settings(item.number, source.number, item.attributes);
   }
 
   // The list itself is checked when the data is generated, which reports every bad line of it.
-  std::int32_t store_enumeration(const LayoutItem& item, const ItemValues& values) {
-    const std::int32_t code = file_.set_initial_value(item.number, item.attributes);
-    if (code != 0) return code;
+  ErrorCode store_enumeration(const LayoutItem& item, const ItemValues& values) {
+    const ErrorCode code = file_.set_initial_value(item.number, item.attributes);
+    if (code != error::none) return code;
     file_.set_enumeration(item.number, values.file, values.choices.exceeded_action);
-    return 0;
+    return error::none;
   }
 
   void store_repeat(const LayoutItem& item) {
@@ -165,11 +166,8 @@ SettingsResult write_settings_of(const Layout& layout) {
   ClFmtFile file;
   file.set_run_mode(run_mode::settings_only);
   file.set_paths(layout.settings, layout.work);
-  const std::int32_t loaded = file.load(layout.level, layout.records, layout.kind);
-  if (loaded < 0) {
-    result.file_code = loaded;
-    return result;
-  }
+  result.file_code = file.load(layout.level, layout.records, layout.kind).code();
+  if (result.file_code != error::none) return result;
   result.unfit = find_unfit_items(layout, file, Keeping::items_without_values);
   if (!result.unfit.empty()) return result;
   result.failures = ItemStore(layout, file).store_all();
@@ -184,7 +182,7 @@ SettingsResult write_settings_of(const Layout& layout) {
     const ClFmtColInf* column = file.find_column(item.number);
     if (column == nullptr || column->elements.empty()) result.left_out.push_back(&item);
   }
-  result.file_code = std::min(file.save(layout.quotation), 0);
+  result.file_code = file.save(layout.quotation);
   return result;
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "format/error_codes.h"
 #include "host/layout/layout.h"
 
 namespace korvex::host {
@@ -12,12 +13,12 @@ namespace korvex::host {
 // An item whose values the module refused.
 struct ItemFailure {
   const LayoutItem* item;  // of the layout
-  std::int32_t code;
+  ErrorCode code;
 };
 
 struct SettingsResult {
   std::string file;                         // to be written, which may be a copy
-  std::int32_t file_code = 0;               // of a failed load or save, else 0
+  ErrorCode file_code = error::none;        // of a failed load or save
   std::vector<const LayoutItem*> unfit;     // items whose kept settings no longer fit them
   std::vector<ItemFailure> failures;        // every item that failed, in layout order
   std::size_t items_with_settings = 0;      // of the level, after a successful save

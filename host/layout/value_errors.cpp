@@ -32,7 +32,7 @@ constexpr std::array end_codes = {error::end_count_mismatch, error::bad_end_sign
 constexpr std::array increment_codes = {error::bad_increment, error::increment_not_set};
 
 template <std::size_t Count>
-bool is_among(std::int32_t code, const std::array<std::int32_t, Count>& codes) {
+bool is_among(ErrorCode code, const std::array<ErrorCode, Count>& codes) {
   return std::find(codes.begin(), codes.end(), code) != codes.end();
 }
 
@@ -47,7 +47,7 @@ struct RangeText {
   }
 };
 
-std::string what_stands_there(const ItemValues& values, std::int32_t code, SourcePlace& place) {
+std::string what_stands_there(const ItemValues& values, ErrorCode code, SourcePlace& place) {
   const RangeText format = {"format", values.texts.format, values.places.format};
   const RangeText start = {"start", values.texts.start, values.places.start};
   const RangeText end = {"end", values.texts.end, values.places.end};
@@ -69,13 +69,11 @@ std::string what_stands_there(const ItemValues& values, std::int32_t code, Sourc
   return all + ": ";
 }
 
-std::int32_t range_code(const LayoutItem& item) {
+ErrorCode range_code(const LayoutItem& item) {
   ClFmtLvlInf level;
-  std::int32_t variables = 0;
   RangeTexts texts = item.values->texts;
   if (texts.end.empty()) texts.end = largest_value_text(item.attributes);
-  return level.check_and_store(item.number, item.attributes, texts, item.values->choices,
-                               variables);
+  return level.check_and_store(item.number, item.attributes, texts, item.values->choices).code();
 }
 
 // What is wrong with references, as far as the layout alone tells.
@@ -89,13 +87,13 @@ class ReferenceCheck {
     }
   }
 
-  std::int32_t code_of(const LayoutItem& item) const {
+  ErrorCode code_of(const LayoutItem& item) const {
     const auto place = places_.find(item.values->item_name);
     // An item whose own name is wrong may be the one that is meant.
-    if (place == places_.end()) return has_unnamed_ ? 0 : error::no_such_reference;
+    if (place == places_.end()) return has_unnamed_ ? error::none : error::no_such_reference;
     const LayoutItem& source = layout_.items[place->second];
     if (source.number == item.number) return error::same_reference_target;
-    if (!is_clean_[place->second] || !has_own_settings(source)) return 0;
+    if (!is_clean_[place->second] || !has_own_settings(source)) return error::none;
     return check_reference(source.attributes, item.attributes);
   }
 
@@ -113,7 +111,7 @@ class ReferenceCheck {
 
 }  // namespace
 
-LayoutError value_error(const Layout& layout, const LayoutItem& item, std::int32_t code) {
+LayoutError value_error(const Layout& layout, const LayoutItem& item, ErrorCode code) {
   LayoutError error = {item.values ? item.values->place : item.place,
                        "item " + platform::printable_from_code_page(item.name) + ": "};
   if (code == korvex::error::repeat_level_taken) {
@@ -151,10 +149,10 @@ void append_value_errors(const Layout& layout, const std::vector<bool>& is_clean
   for (std::size_t i = 0; i < layout.items.size(); ++i) {
     const LayoutItem& item = layout.items[i];
     if (!is_clean[i] || !item.values) continue;
-    std::int32_t code = 0;
+    ErrorCode code = error::none;
     if (item.values->source == ValueSource::range) code = range_code(item);
     if (item.values->source == ValueSource::reference) code = references.code_of(item);
-    if (code < 0) errors.push_back(value_error(layout, item, code));
+    if (code != error::none) errors.push_back(value_error(layout, item, code));
   }
 }
 

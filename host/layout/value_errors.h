@@ -3,13 +3,14 @@
 #include <cstdint>
 #include <vector>
 
+#include "format/error_codes.h"
 #include "host/layout/layout.h"
 
 namespace korvex::host {
 
 // What the module refuses of an item's values, at the text that it is about, with what stands
 // there.
-LayoutError value_error(const Layout& layout, const LayoutItem& item, std::int32_t code);
+LayoutError value_error(const Layout& layout, const LayoutItem& item, ErrorCode code);
 
 // An error for every value list that is not there.
 void append_missing_lists(const Layout& layout, std::vector<LayoutError>& errors);

@@ -54,7 +54,7 @@ bool has_invalid_digits(std::int32_t layout, std::int32_t digits, std::int32_t d
   }
 }
 
-std::int32_t ClColMain::load() {
+ErrorCode ClColMain::load() {
   try {
     platform::File file;
     if (file.open_for_reading(control_path, platform::Sharing::unlocked) !=
@@ -66,35 +66,34 @@ std::int32_t ClColMain::load() {
         count < sizeof header_) {
       return error::cannot_read;
     }
-    const std::int32_t result =
-        run_mode_ == run_mode::generator ? load_short(file) : load_long(file);
-    if (result != 0) return result;
+    const ErrorCode result = run_mode_ == run_mode::generator ? load_short(file) : load_long(file);
+    if (result != error::none) return result;
     file.discard();
 
     limits_ = read_limits(platform::SettingsStore(platform::host_key()));
     if (run_mode_ != run_mode::generator) settings.set_paths(settings_path(), work_folder());
-    return 0;
+    return error::none;
   } catch (const std::bad_alloc&) {
     return error::out_of_memory;
   }
 }
 
-std::int32_t ClColMain::load_short(platform::File& file) {
+ErrorCode ClColMain::load_short(platform::File& file) {
   const bool complete =
       read_records<std::int32_t>(file, header_.item_count, [this](std::int32_t number) {
         auto item = std::make_unique<ClDGCol>();
         item->item_number = number;
         items.push_back(std::move(item));
       });
-  return complete ? 0 : error::cannot_read;
+  return complete ? error::none : error::cannot_read;
 }
 
-std::int32_t ClColMain::load_long(platform::File& file) {
+ErrorCode ClColMain::load_long(platform::File& file) {
   offending_names_.clear();
   const bool complete = read_records<ControlItem>(
       file, header_.item_count, [this](const ControlItem& record) { append_item(record); });
   for (const auto& item : items) items_by_number_.try_emplace(item->item_number, item.get());
-  return complete ? 0 : error::cannot_read;
+  return complete ? error::none : error::cannot_read;
 }
 
 void ClColMain::append_item(const ControlItem& record) {
@@ -117,7 +116,7 @@ void ClColMain::append_item(const ControlItem& record) {
   items.push_back(std::move(item));
 }
 
-std::int32_t ClColMain::write_temporary_control_file() {
+ErrorCode ClColMain::write_temporary_control_file() {
   try {
     platform::File file;
     if (platform::create_temporary(work_folder(), std::time(nullptr), file, control_path) !=
@@ -125,15 +124,15 @@ std::int32_t ClColMain::write_temporary_control_file() {
       return error::cannot_open;
     }
     platform::UnfinishedFile unfinished(control_path);
-    const std::int32_t result = write_short_form(file);
-    if (result == 0) unfinished.finish();
+    const ErrorCode result = write_short_form(file);
+    if (result == error::none) unfinished.finish();
     return result;
   } catch (const std::bad_alloc&) {
     return error::out_of_memory;
   }
 }
 
-std::int32_t ClColMain::write_short_form(platform::File& file) {
+ErrorCode ClColMain::write_short_form(platform::File& file) {
   const std::vector<std::int32_t>& numbers = settings.saved_items();
   header_.item_count = static_cast<std::int32_t>(numbers.size());
   platform::FileCause cause = file.write(&header_, sizeof header_);
@@ -141,16 +140,18 @@ std::int32_t ClColMain::write_short_form(platform::File& file) {
     cause = file.write(numbers.data(), numbers.size() * sizeof(std::int32_t));
   }
   if (cause == platform::FileCause::none) cause = file.close();
-  return cause == platform::FileCause::none ? 0 : write_failure(cause);
+  return cause == platform::FileCause::none ? error::none : write_failure(cause);
 }
 
 void ClColMain::append_error_text(std::int32_t code, std::string& text) const {
   korvex::append_error_text(code, header_.layout_kind, text);
 }
 
-std::int32_t ClColMain::build_default_settings() {
-  return current_item_ == nullptr ? -1
-                                  : default_settings(current_item_->attributes(), default_texts);
+bool ClColMain::build_default_settings() {
+  const auto texts = current_item_ != nullptr ? default_settings(current_item_->attributes())
+                                              : std::optional<RangeTexts>();
+  if (texts) default_texts = *texts;
+  return texts.has_value();
 }
 
 const ClDGCol* ClColMain::find_item(std::int32_t item_number) const {

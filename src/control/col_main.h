@@ -23,19 +23,19 @@ class ClColMain : public platform::Object {
  public:
   // Reads the control file at `control_path`: the long form, or in run mode 3 the short form. Also
   // reads the limits and, except in run mode 3, tells the settings file its paths.
-  // 0, or -1, -2 cannot be opened, -3 truncated. Items with impossible digits do not fail the load:
+  // -1, -2 cannot be opened, -3 truncated. Items with impossible digits do not fail the load:
   // they are reported by load_error() and offending_names().
-  std::int32_t load();
+  ErrorCode load();
 
   // Writes a control file in the short form into the work folder, for the items that the last save
   // of the settings collected, under a new temporary name, which becomes the control path.
-  // 0, or -1, -2, -26, -27; nothing is left behind on a failure.
-  std::int32_t write_temporary_control_file();
+  // -1, -2, -26, -27; nothing is left behind on a failure.
+  ErrorCode write_temporary_control_file();
 
   void append_error_text(std::int32_t code, std::string& text) const;
 
-  // The texts that the current item's attribute proposes, in `default_texts`. 0, or -1 without.
-  std::int32_t build_default_settings();
+  // The texts that the current item's attribute proposes, in `default_texts`; false without.
+  bool build_default_settings();
 
   void set_run_mode(std::int32_t mode) { run_mode_ = mode; }
   std::int32_t run_mode() const { return run_mode_; }
@@ -52,8 +52,8 @@ class ClColMain : public platform::Object {
   std::string settings_path() const;
   std::string work_folder() const;
 
-  // 0, or -75 when items had digits that do not fit their layout.
-  std::int32_t load_error() const { return load_error_; }
+  // -75 when items had digits that do not fit their layout.
+  ErrorCode load_error() const { return load_error_; }
   const std::string& offending_names() const { return offending_names_; }
 
   const ControlHeader& header() const { return header_; }
@@ -64,22 +64,21 @@ class ClColMain : public platform::Object {
   ClFmtFile settings;
   RangeTexts default_texts;
   bool mismatch = false;                  // the settings no longer fitted and were deleted
-  std::int32_t settings_counter = 0;      // last result of the settings file or of an item's change
   platform::MessageText message_context;  // shown beside a message's text
   std::string error_file_path;            // report of bad enumeration lines
   std::int32_t largest_repeat_count = 0;  // for the message -109
 
  private:
-  std::int32_t load_short(platform::File& file);
-  std::int32_t load_long(platform::File& file);
+  ErrorCode load_short(platform::File& file);
+  ErrorCode load_long(platform::File& file);
   void append_item(const ControlItem& record);
-  std::int32_t write_short_form(platform::File& file);
+  ErrorCode write_short_form(platform::File& file);
 
   std::unordered_map<std::int32_t, const ClDGCol*> items_by_number_;
   ControlHeader header_ = {};
   std::int32_t run_mode_ = 0;
   ClDGCol* current_item_ = nullptr;
-  std::int32_t load_error_ = 0;
+  ErrorCode load_error_ = error::none;
   std::string offending_names_;
   Limits limits_;
 };

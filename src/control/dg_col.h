@@ -11,7 +11,6 @@ namespace korvex {
 
 // State flags of an item.
 namespace item_state {
-inline constexpr std::uint8_t registered = 1;         // had settings before this run
 inline constexpr std::uint8_t without_settings = 16;  // skipped by generation and count
 }  // namespace item_state
 

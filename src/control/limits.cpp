@@ -30,8 +30,8 @@ std::uint64_t read_limit(const platform::SettingsStore& store, std::string_view 
 
 }  // namespace
 
-std::int32_t read_store_value(const platform::SettingsStore& store, std::string_view name,
-                              std::size_t capacity, std::string& value) {
+ErrorCode read_store_value(const platform::SettingsStore& store, std::string_view name,
+                           std::size_t capacity, std::string& value) {
   switch (store.read(name, value)) {
     case platform::StoreStatus::ok:
       break;
@@ -42,12 +42,12 @@ std::int32_t read_store_value(const platform::SettingsStore& store, std::string_
       return error::store_failed;
   }
   if (value.size() + 1 > capacity) return error::store_buffer_too_small;
-  return value.empty() ? error::store_value_empty : 0;
+  return value.empty() ? error::store_value_empty : error::none;
 }
 
-std::int32_t write_store_value(const platform::SettingsStore& store, std::string_view name,
-                               std::string_view value) {
-  return store.write(name, value) == platform::StoreStatus::ok ? 0 : error::store_failed;
+ErrorCode write_store_value(const platform::SettingsStore& store, std::string_view name,
+                            std::string_view value) {
+  return store.write(name, value) == platform::StoreStatus::ok ? error::none : error::store_failed;
 }
 
 Limits read_limits(const platform::SettingsStore& store) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "format/error_codes.h"
 #include "platform/settings_store.h"
 
 namespace korvex {
@@ -13,13 +14,13 @@ inline constexpr std::uint64_t default_file_size_max = 10'000'000'000;
 inline constexpr std::size_t limit_buffer_size = 1024;
 
 // Reads a text of the user's settings store, whose size with a terminator must not exceed
-// `capacity`. 0, -60 no such value, -61 unreadable, -62 empty, -63 larger than the capacity.
-std::int32_t read_store_value(const platform::SettingsStore& store, std::string_view name,
-                              std::size_t capacity, std::string& value);
+// `capacity`. -60 no such value, -61 unreadable, -62 empty, -63 larger than the capacity.
+ErrorCode read_store_value(const platform::SettingsStore& store, std::string_view name,
+                           std::size_t capacity, std::string& value);
 
-// 0 or -61.
-std::int32_t write_store_value(const platform::SettingsStore& store, std::string_view name,
-                               std::string_view value);
+// -61.
+ErrorCode write_store_value(const platform::SettingsStore& store, std::string_view name,
+                            std::string_view value);
 
 // The two limits that a user may set.
 struct Limits {

@@ -101,14 +101,15 @@ void ClDataGenerationDlg::choose_place(const QRect& screen) {
 }
 
 bool ClDataGenerationDlg::load() {
-  std::int32_t result = main_.load();
-  if (result >= 0) {
+  ErrorCode result = main_.load();
+  if (result == error::none) {
     show_load_warning();
-    result = reconcile(main_);
+    const Result<std::int32_t> with_settings = reconcile(main_);
+    if (main_.mismatch) return false;  // the user was told
+    result = with_settings.code();
+    if (with_settings && *with_settings == 0) result = give_initial_settings(main_);
   }
-  if (result >= 0 && main_.mismatch) return false;  // the user was told
-  if (result == 0) result = give_initial_settings(main_);
-  if (result >= 0) return true;
+  if (result == error::none) return true;
   messages_.show(MessageKind::warning, result);
   return false;
 }

@@ -10,33 +10,30 @@ constexpr std::int32_t null_by_default = 1;
 
 void give_default_ranges(ClColMain& main) {
   for (std::int32_t index = 0; main.select_item(index) != nullptr; ++index) {
-    if (main.build_default_settings() != 0) continue;
+    if (!main.build_default_settings()) continue;
     constexpr bool initializes = false;
     constexpr bool is_custom = true;
     store_format(main, main.default_texts, initializes, is_custom);
   }
 }
 
-std::int32_t give_null(ClColMain& main) {
+ErrorCode give_null(ClColMain& main) {
   for (std::int32_t index = 0; main.select_item(index) != nullptr; ++index) {
-    constexpr bool refuses_not_null = false;
     if (main.current_item()->null_allowed == 0) continue;
-    if (const std::int32_t result = set_initial_value(main, refuses_not_null); result < 0) {
-      return result;
-    }
+    if (const ErrorCode result = set_initial_value(main); result != error::none) return result;
   }
-  return 0;
+  return error::none;
 }
 
 }  // namespace
 
-std::int32_t give_initial_settings(ClColMain& main) {
+ErrorCode give_initial_settings(ClColMain& main) {
   if (!main.settings.is_held()) {
     give_default_ranges(main);
-    return 0;
+    return error::none;
   }
   const bool is_record_file = main.layout_kind() == layout_kind::record_file;
-  if (is_record_file || main.header().null_default != null_by_default) return 0;
+  if (is_record_file || main.header().null_default != null_by_default) return error::none;
   return give_null(main);
 }
 

@@ -10,6 +10,6 @@ namespace korvex {
 // range that its attribute proposes, and one whose range cannot be made stays unset. With a file
 // that holds none, the columns of a table that may be NULL become so where the host asks for it.
 // 0, or the code of the failure.
-std::int32_t give_initial_settings(ClColMain& main);
+ErrorCode give_initial_settings(ClColMain& main);
 
 }  // namespace korvex

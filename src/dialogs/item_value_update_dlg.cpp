@@ -104,9 +104,9 @@ bool ClItemValueUpdateDlg::initialise() {
 }
 
 bool ClItemValueUpdateDlg::load() {
-  std::int32_t result = main_.load();
-  if (result >= 0) result = reconcile(main_);
-  if (result < 0) return refuse(result, {}, 0);
+  ErrorCode result = main_.load();
+  if (result == error::none) result = reconcile(main_).code();
+  if (result != error::none) return refuse(result, {}, 0);
   return !main_.mismatch;  // of which the user was told
 }
 
@@ -263,8 +263,8 @@ bool ClItemValueUpdateDlg::store() {
   if (control<QComboBox>(control_id::type)->currentIndex() == type_entry::range) {
     return store_range_entry();
   }
-  const std::int32_t result = set_initial_value(main_, true);
-  return result >= 0 || refuse(result, {}, control_id::type);
+  const ErrorCode result = set_initial_value(main_);
+  return result == error::none || refuse(result, {}, control_id::type);
 }
 
 bool ClItemValueUpdateDlg::store_range_entry() {

@@ -362,8 +362,8 @@ bool ClSetupFormatDlg::refuse(const Refusal& refusal, int control_id) {
 }
 
 bool ClSetupFormatDlg::store_initial_value() {
-  const std::int32_t result = set_initial_value(parent_.main(), true);
-  return result >= 0 || refuse({result}, control_id::type);
+  const ErrorCode result = set_initial_value(parent_.main());
+  return result == error::none || refuse({result}, control_id::type);
 }
 
 bool ClSetupFormatDlg::store_range_entry() {
@@ -389,8 +389,8 @@ bool ClSetupFormatDlg::store_reference() {
     return refuse({is_named ? error::no_such_reference : error::reference_not_set},
                   control_id::reference);
   }
-  const std::int32_t result = copy_settings(parent_.main(), source);
-  return result >= 0 || refuse({result}, control_id::reference);
+  const ErrorCode result = copy_settings(parent_.main(), source);
+  return result == error::none || refuse({result}, control_id::reference);
 }
 
 bool ClSetupFormatDlg::store_enumeration() {

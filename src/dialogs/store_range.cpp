@@ -89,8 +89,7 @@ std::int32_t check_integer_range(std::int32_t code, const RangeTexts& texts) {
 // Whether an entry with these values instead, and the smallest usual increment, ends in the code.
 bool brings_code(const ItemAttributes& item, const std::string& format, const std::string& start,
                  const std::string& end, std::int32_t code) {
-  CheckedRange unused;
-  return check_range(item, {format, start, end, first_increment}, unused) == code;
+  return check_range(item, {format, start, end, first_increment}).code() == code;
 }
 
 // Many codes speak of the format, the start or the end value. To blame is the format when it brings
@@ -137,15 +136,11 @@ RangeStored store_range(ClColMain& main, const RangeEntry& entry, const RangeRul
   RangeStored stored;
   stored.code = check_entry(item, entry.texts, rules);
   if (stored.code == 0) {
-    const std::int32_t result = store_format(main, entry.texts, entry.initializes, entry.is_custom);
-    if (result < 0) {
-      stored.code = result;
-    } else {
-      if (rules.checks_integer_range) {
-        stored.code = check_integer_range(item.attribute, entry.texts);
-      }
-      stored.clears_values = stored.code == 0 && main.settings.edited().variable_count == 0;
+    stored.code = store_format(main, entry.texts, entry.initializes, entry.is_custom);
+    if (stored.code == 0 && rules.checks_integer_range) {
+      stored.code = check_integer_range(item.attribute, entry.texts);
     }
+    stored.clears_values = stored.code == 0 && main.settings.edited().variable_count == 0;
   }
   if (stored.code != 0) stored.wrong = wrong_part(item, entry.texts, rules, stored.code);
   stored.hint = range_hint(stored.code);

@@ -108,7 +108,8 @@ ValuePreview preview_list(const ClColMain& main, const std::string& path) {
   const ClDGCol& item = *main.current_item();
   const ClFmtColInf* column = main.settings.find_column(item.item_number);
   ClFmtLvlInf fresh;
-  if (column == nullptr && fresh.set_initial_value(item.item_number, item.attributes()) >= 0) {
+  if (column == nullptr &&
+      fresh.set_initial_value(item.item_number, item.attributes()) == error::none) {
     column = fresh.find_column(item.item_number);
   }
   return column != nullptr ? preview_list_for(column->record, path) : ValuePreview{};

@@ -8,7 +8,7 @@
 namespace korvex {
 
 // The code of a failed write.
-inline std::int32_t write_failure(platform::FileCause cause) {
+inline ErrorCode write_failure(platform::FileCause cause) {
   return cause == platform::FileCause::disk_full ? error::disk_full : error::cannot_write;
 }
 

@@ -57,19 +57,20 @@ void ClFmtFile::set_paths(const std::string& file_path, const std::string& work_
   temporary_moment_ = std::time(nullptr);
 }
 
-std::int32_t ClFmtFile::load(std::int32_t level, std::int32_t records, std::int32_t layout_kind) {
+Result<std::int32_t> ClFmtFile::load(std::int32_t level, std::int32_t records,
+                                     std::int32_t layout_kind) {
   try {
-    const std::int32_t upgraded = upgrade_settings_file(file_path_, layout_kind);
-    if (upgraded != 0) return upgraded;
+    const ErrorCode upgraded = upgrade_settings_file(file_path_, layout_kind);
+    if (upgraded != error::none) return upgraded;
     const FileCause cause = held_file_.open_for_reading(file_path_, platform::Sharing::exclusive);
     if (is_missing(cause)) {
       begin(level, records, layout_kind);
       return 0;
     }
     if (cause != FileCause::none) return error::cannot_open;
-    const std::int32_t result = load_existing(level, records, layout_kind);
-    if (result < 0) held_file_.discard();
-    return result;
+    const Result<std::int32_t> count = load_existing(level, records, layout_kind);
+    if (!count) held_file_.discard();
+    return count;
   } catch (const std::bad_alloc&) {
     com_.discard_levels();
     held_file_.discard();
@@ -87,19 +88,19 @@ void ClFmtFile::begin(std::int32_t level, std::int32_t records, std::int32_t lay
   quotation_ = layout_kind == layout_kind::third ? 1 : 0;
 }
 
-std::int32_t ClFmtFile::load_existing(std::int32_t level, std::int32_t records,
-                                      std::int32_t layout_kind) {
-  const std::int32_t result = read_settings(held_file_, level, records, layout_kind, com_);
-  if (result != 0) return result;
+Result<std::int32_t> ClFmtFile::load_existing(std::int32_t level, std::int32_t records,
+                                              std::int32_t layout_kind) {
+  const ErrorCode result = read_settings(held_file_, level, records, layout_kind, com_);
+  if (result != error::none) return result;
   quotation_ = com_.header.quotation;
   return static_cast<std::int32_t>(com_.current_level()->columns.size());
 }
 
-std::int32_t ClFmtFile::nothing_to_save() const {
+ErrorCode ClFmtFile::nothing_to_save() const {
   return platform::exists(file_path_) ? error::all_settings_deleted : error::no_format_for_item;
 }
 
-std::int32_t ClFmtFile::save(std::int32_t quotation) {
+ErrorCode ClFmtFile::save(std::int32_t quotation) {
   try {
     return save_levels(quotation);
   } catch (const std::bad_alloc&) {
@@ -107,7 +108,7 @@ std::int32_t ClFmtFile::save(std::int32_t quotation) {
   }
 }
 
-std::int32_t ClFmtFile::save_levels(std::int32_t quotation) {
+ErrorCode ClFmtFile::save_levels(std::int32_t quotation) {
   if (com_.levels.empty()) return nothing_to_save();
   File temporary;
   std::string temporary_path;
@@ -119,8 +120,8 @@ std::int32_t ClFmtFile::save_levels(std::int32_t quotation) {
   com_.header.quotation = quotation;
   if (com_.current_level() == nullptr) return error::no_current_level;
   EmptyLevel empty_level(com_);
-  const std::int32_t result = write_temporary(temporary);
-  if (result != 0) return result;
+  const ErrorCode result = write_temporary(temporary);
+  if (result != error::none) return result;
   if (const FileCause closed = temporary.close(); closed != FileCause::none) {
     return write_failure(closed);
   }
@@ -139,10 +140,10 @@ std::int32_t ClFmtFile::save_levels(std::int32_t quotation) {
   if (moved != FileCause::none) return write_failure(moved);
   empty_level.forget();
   held_file_.discard();
-  return 0;
+  return error::none;
 }
 
-std::int32_t ClFmtFile::write_temporary(File& temporary) {
+ErrorCode ClFmtFile::write_temporary(File& temporary) {
   const ClFmtLvlInf* level = com_.current_level();
   if (com_.levels.empty()) return nothing_to_save();
   try {
@@ -166,11 +167,11 @@ void ClFmtFile::delete_file() {
   held_file_.discard();
 }
 
-std::int32_t ClFmtFile::read_item(std::int32_t item_number) {
+Result<bool> ClFmtFile::read_item(std::int32_t item_number) {
   const ClFmtLvlInf* level = com_.current_level();
   if (level == nullptr) return error::no_current_level;
   const ClFmtColInf* column = level->find_column(item_number);
-  if (column == nullptr) return 0;
+  if (column == nullptr) return false;
 
   const FmtColRec& settings = column->record;
   edited_.generation_type = settings.generation_type;
@@ -182,19 +183,13 @@ std::int32_t ClFmtFile::read_item(std::int32_t item_number) {
     edited_.texts.start = column->joined_start_texts();
     edited_.texts.end = column->joined_end_texts();
   }
-  return 1;
+  return true;
 }
 
-// Folds "added" into success; "replaced" sets the registered flag, which starts clear.
-std::int32_t ClFmtFile::store_result(std::int32_t result) {
-  edited_.registered = result == 0;
-  return result > 0 ? 0 : result;
-}
-
-std::int32_t ClFmtFile::set_initial_value(std::int32_t item_number, const ItemAttributes& item) {
+ErrorCode ClFmtFile::set_initial_value(std::int32_t item_number, const ItemAttributes& item) {
   ClFmtLvlInf* level = com_.current_level();
   if (level == nullptr) return error::no_current_level;
-  return store_result(level->set_initial_value(item_number, item));
+  return level->set_initial_value(item_number, item);
 }
 
 void ClFmtFile::set_enumeration(std::int32_t item_number, const std::string& path,
@@ -205,24 +200,26 @@ void ClFmtFile::set_enumeration(std::int32_t item_number, const std::string& pat
   store_field(settings.enumeration_path, path);
 }
 
-std::int32_t ClFmtFile::copy_settings(std::int32_t target, std::int32_t source,
-                                      const ItemAttributes& item) {
+ErrorCode ClFmtFile::copy_settings(std::int32_t target, std::int32_t source,
+                                   const ItemAttributes& item) {
   ClFmtLvlInf* level = com_.current_level();
   if (level == nullptr) return error::no_current_level;
-  return store_result(level->copy_settings(target, source, item));
+  return level->copy_settings(target, source, item);
 }
 
-std::int32_t ClFmtFile::delete_settings(std::int32_t item_number) {
+ErrorCode ClFmtFile::delete_settings(std::int32_t item_number) {
   ClFmtLvlInf* level = com_.current_level();
   return level == nullptr ? error::no_current_level : level->delete_settings(item_number);
 }
 
-std::int32_t ClFmtFile::check_and_store(std::int32_t item_number, const ItemAttributes& item) {
+ErrorCode ClFmtFile::check_and_store(std::int32_t item_number, const ItemAttributes& item) {
   ClFmtLvlInf* level = com_.current_level();
   if (level == nullptr) return error::no_current_level;
   if (edited_.texts.end.empty()) edited_.texts.end = largest_value_text(item);
-  return store_result(level->check_and_store(item_number, item, edited_.texts, edited_.choices,
-                                             edited_.variable_count));
+  const Result<std::int32_t> variable_count =
+      level->check_and_store(item_number, item, edited_.texts, edited_.choices);
+  if (variable_count) edited_.variable_count = *variable_count;
+  return variable_count.code();
 }
 
 ClFmtColInf* ClFmtFile::find_column(std::int32_t item_number) const {

@@ -21,7 +21,6 @@ inline constexpr std::int32_t generator = 3;
 // One item's settings in the form in which they are edited.
 struct EditedSettings {
   std::int32_t generation_type = 0;
-  bool registered = false;  // the last change replaced settings that the item already had
   std::int32_t referenced_item = 0;
   std::int32_t variable_count = 0;  // directives of the last validated format
   RangeChoices choices;
@@ -32,9 +31,8 @@ struct EditedSettings {
 // until it is saved, deleted or this object ends, changes settings in memory, and writes them back
 // through a temporary file. Owns everything that it read.
 //
-// Operations answer 0 or more on success and an error code otherwise; a failed load or save leaves
-// the settings on disk as they were (a load may have rewritten them in the current version). One
-// thread.
+// A failed load or save leaves the settings on disk as they were (a load may have rewritten them in
+// the current version). One thread.
 class ClFmtFile : public platform::Object {
  public:
   // Where the file stands and where its temporary goes, whose name is fixed by the time of this
@@ -45,7 +43,7 @@ class ClFmtFile : public platform::Object {
   // many items have settings: 0 when the file or its folder does not exist, and when the file lacks
   // the level or has it empty. -1, -2 (also: held by somebody else), -3, -4, -5, -57; -26, -27 when
   // a file of the previous version cannot be rewritten.
-  std::int32_t load(std::int32_t level, std::int32_t records, std::int32_t layout_kind);
+  Result<std::int32_t> load(std::int32_t level, std::int32_t records, std::int32_t layout_kind);
 
   // Begins settings that no file holds yet, with one empty level.
   void begin(std::int32_t level, std::int32_t records, std::int32_t layout_kind);
@@ -53,7 +51,7 @@ class ClFmtFile : public platform::Object {
   // Writes all levels; the file is then no longer held. -44 or -6 when nothing is left to write and
   // a file exists or not; -1, -2, -4, -26 (also: a file stands there that is not to be written),
   // -27, -68.
-  std::int32_t save(std::int32_t quotation);
+  ErrorCode save(std::int32_t quotation);
 
   // Deletes the file, held or not; of a link, what it leads to. A write-protected one stays.
   void delete_file();
@@ -61,21 +59,21 @@ class ClFmtFile : public platform::Object {
   // The user wants the file gone or replaced, write-protected or not.
   void disregard_protection() { is_protection_disregarded_ = true; }
 
-  // Fills the edited copy: 1 when the item has settings, 0 when not, or -68.
-  std::int32_t read_item(std::int32_t item_number);
+  // Fills the edited copy when the item has settings, and answers whether it has. -68.
+  Result<bool> read_item(std::int32_t item_number);
 
-  // Changes of one item. 0, or the code of the failure, after which nothing has changed.
-  std::int32_t set_initial_value(std::int32_t item_number, const ItemAttributes& item);
-  std::int32_t copy_settings(std::int32_t target, std::int32_t source, const ItemAttributes& item);
+  // Changes of one item. After a failure nothing has changed.
+  ErrorCode set_initial_value(std::int32_t item_number, const ItemAttributes& item);
+  ErrorCode copy_settings(std::int32_t target, std::int32_t source, const ItemAttributes& item);
 
   // Makes an item with the initial value take its values from a file, which is not looked at.
   void set_enumeration(std::int32_t item_number, const std::string& path,
                        std::int32_t exceeded_action);
-  std::int32_t delete_settings(std::int32_t item_number);
+  ErrorCode delete_settings(std::int32_t item_number);
 
   // Validates and stores texts and choices of the edited copy; an empty end text stands for the
   // largest value that the attribute holds.
-  std::int32_t check_and_store(std::int32_t item_number, const ItemAttributes& item);
+  ErrorCode check_and_store(std::int32_t item_number, const ItemAttributes& item);
 
   // Null without settings. Owned by this object.
   ClFmtColInf* find_column(std::int32_t item_number) const;
@@ -100,12 +98,12 @@ class ClFmtFile : public platform::Object {
   bool is_held() const { return held_file_.is_open(); }
 
  private:
-  std::int32_t load_existing(std::int32_t level, std::int32_t records, std::int32_t layout_kind);
-  std::int32_t save_levels(std::int32_t quotation);
-  std::int32_t nothing_to_save() const;
-  std::int32_t write_temporary(platform::File& temporary);
+  Result<std::int32_t> load_existing(std::int32_t level, std::int32_t records,
+                                     std::int32_t layout_kind);
+  ErrorCode save_levels(std::int32_t quotation);
+  ErrorCode nothing_to_save() const;
+  ErrorCode write_temporary(platform::File& temporary);
   bool is_protected() const;
-  std::int32_t store_result(std::int32_t result);
 
   platform::File held_file_;
   std::string file_path_;

@@ -5,21 +5,7 @@
 
 namespace korvex {
 
-namespace {
-
-// The item has settings now; counts it when it had none before this run.
-void mark_set(ClColMain& main, ClDGCol& item) {
-  if (main.settings.edited().registered) {
-    item.state |= item_state::registered;
-  } else if ((item.state & item_state::registered) == 0) {
-    ++main.settings_counter;
-  }
-  item.state &= static_cast<std::uint8_t>(~item_state::without_settings);
-}
-
-}  // namespace
-
-std::int32_t check_reference(const ItemAttributes& source, const ItemAttributes& target) {
+ErrorCode check_reference(const ItemAttributes& source, const ItemAttributes& target) {
   if (source.attribute != target.attribute) return error::reference_attribute_differs;
   if (source.signed_flag != target.signed_flag) return error::reference_sign_differs;
   if (source.length > target.length || source.digits > target.digits ||
@@ -27,26 +13,23 @@ std::int32_t check_reference(const ItemAttributes& source, const ItemAttributes&
     return error::reference_too_wide;
   }
   if (target.decimals != 0 && source.decimals == 0) return error::reference_without_decimals;
-  return 0;
+  return error::none;
 }
 
 std::string_view initial_value_text(std::int32_t layout) {
   return layout == layout_kind::record_file ? "Init Value" : "Init Null";
 }
 
-std::int32_t set_initial_value(ClColMain& main, bool refuses_not_null) {
-  const ClDGCol& item = *main.current_item();
-  if (item.null_allowed == 0) {
-    return refuses_not_null ? error::null_not_allowed : main.settings_counter;
-  }
-  return reset_settings(main);
+ErrorCode set_initial_value(ClColMain& main) {
+  const bool may_be_null = main.current_item()->null_allowed != 0;
+  return may_be_null ? reset_settings(main) : error::null_not_allowed;
 }
 
-std::int32_t reset_settings(ClColMain& main) {
+ErrorCode reset_settings(ClColMain& main) {
   ClDGCol& item = *main.current_item();
-  const std::int32_t result = main.settings.set_initial_value(item.item_number, item.attributes());
-  if (result != 0) return result;
-  mark_set(main, item);
+  const ErrorCode result = main.settings.set_initial_value(item.item_number, item.attributes());
+  if (result != error::none) return result;
+  item.state = 0;
   ItemDisplay& display = item.display();
   display.generation_type = generation_type::initial_value;
   display.generation_text = initial_value_text(main.layout_kind());
@@ -54,7 +37,7 @@ std::int32_t reset_settings(ClColMain& main) {
   display.end.clear();
   display.increment.clear();
   display.exceeded_action = exceeded_action::initialize;
-  return 0;
+  return error::none;
 }
 
 void set_enumeration(ClColMain& main, const std::string& path, std::int32_t exceeded_action) {
@@ -68,18 +51,17 @@ void set_enumeration(ClColMain& main, const std::string& path, std::int32_t exce
   display.exceeded_action = exceeded_action;
 }
 
-std::int32_t store_format(ClColMain& main, const RangeTexts& texts, bool initializes,
-                          bool is_custom) {
+ErrorCode store_format(ClColMain& main, const RangeTexts& texts, bool initializes, bool is_custom) {
   ClDGCol& item = *main.current_item();
   EditedSettings& edited = main.settings.edited();
   edited.choices.exceeded_action =
       initializes ? exceeded_action::initialize : exceeded_action::repeat;
   edited.choices.custom_format = is_custom ? 1 : 0;
   edited.texts = texts;
-  main.settings_counter = main.settings.check_and_store(item.item_number, item.attributes());
-  if (main.settings_counter != 0) return main.settings_counter;
+  const ErrorCode result = main.settings.check_and_store(item.item_number, item.attributes());
+  if (result != error::none) return result;
 
-  mark_set(main, item);
+  item.state = 0;
   ItemDisplay& display = item.display();
   const bool has_values = edited.variable_count > 0;
   display.generation_type = generation_type::range;
@@ -89,37 +71,36 @@ std::int32_t store_format(ClColMain& main, const RangeTexts& texts, bool initial
   display.increment = has_values ? edited.texts.increment : "";
   display.exceeded_action = edited.choices.exceeded_action;
   display.custom_format = edited.choices.custom_format;
-  return main.settings_counter;
+  return error::none;
 }
 
-std::int32_t check_copy(const ClColMain& main, std::int32_t source_index) {
+ErrorCode check_copy(const ClColMain& main, std::int32_t source_index) {
   const ClDGCol& target = *main.current_item();
   ClDGCol& source = *main.items.at(static_cast<std::size_t>(source_index));
   if (source.item_number == target.item_number) return error::same_reference_target;
   if (source.display().generation_type == generation_type::initial_value) {
-    return target.null_allowed == 0 ? error::null_not_allowed : 0;
+    return target.null_allowed == 0 ? error::null_not_allowed : error::none;
   }
-  const std::int32_t result = check_reference(source.attributes(), target.attributes());
-  if (result != 0) return result;
+  const ErrorCode result = check_reference(source.attributes(), target.attributes());
+  if (result != error::none) return result;
   const ClFmtColInf* settings = main.settings.find_column(source.item_number);
-  return settings == nullptr || settings->elements.empty() ? error::format_not_set : 0;
+  return settings == nullptr || settings->elements.empty() ? error::format_not_set : error::none;
 }
 
-std::int32_t copy_settings(ClColMain& main, std::int32_t source_index) {
-  std::int32_t result = check_copy(main, source_index);
-  if (result != 0) return result;
+ErrorCode copy_settings(ClColMain& main, std::int32_t source_index) {
+  ErrorCode result = check_copy(main, source_index);
+  if (result != error::none) return result;
   ClDGCol& target = *main.current_item();
   ClDGCol& source = *main.items.at(static_cast<std::size_t>(source_index));
   if (source.display().generation_type == generation_type::initial_value) {
-    return set_initial_value(main, true);
+    return set_initial_value(main);
   }
   // A target without settings takes its own attribute, not the source's: a wider one would no
   // longer fit its settings at the next opening.
   result = main.settings.copy_settings(target.item_number, source.item_number, target.attributes());
-  if (result != 0) return result;
+  if (result != error::none) return result;
 
-  main.settings_counter = 0;
-  mark_set(main, target);
+  target.state = 0;
   const ItemDisplay& from = source.display();
   ItemDisplay& display = target.display();
   display.generation_type = from.generation_type;
@@ -131,13 +112,13 @@ std::int32_t copy_settings(ClColMain& main, std::int32_t source_index) {
   display.custom_format = from.custom_format;
   display.enumeration_name = from.enumeration_name;
   display.enumeration_path = from.enumeration_path;
-  return main.settings_counter;
+  return error::none;
 }
 
-std::int32_t delete_settings(ClColMain& main) {
+ErrorCode delete_settings(ClColMain& main) {
   ClDGCol& item = *main.current_item();
-  main.settings_counter = main.settings.delete_settings(item.item_number);
-  if (main.settings_counter != 0) return main.settings_counter;
+  const ErrorCode result = main.settings.delete_settings(item.item_number);
+  if (result != error::none) return result;
   item.state = item_state::without_settings;
   ItemDisplay& display = item.display();
   display.generation_text.clear();
@@ -145,7 +126,7 @@ std::int32_t delete_settings(ClColMain& main) {
   display.end.clear();
   display.increment.clear();
   display.generation_type = generation_type::none;
-  return 0;
+  return error::none;
 }
 
 }  // namespace korvex

@@ -8,8 +8,8 @@
 #include "formatlang/default_settings.h"
 
 // Changes of the current item's settings, in memory: the settings file's records and the item's
-// display together. Nothing is written to disk. All operations answer 0 or more on success, or the
-// code of the failure, after which the item's settings are as they were.
+// display together. Nothing is written to disk. After a failure the item's settings are as they
+// were.
 namespace korvex {
 
 // What an item without generated values shows.
@@ -18,33 +18,31 @@ std::string_view initial_value_text(std::int32_t layout_kind);
 // What an item with an enumeration file shows.
 inline constexpr std::string_view enumeration_text = "Enumeration type";
 
-// Sets the item to the initial value. An item that may not be NULL is refused (-65), or, unless
-// `refuses_not_null`, left as it is, and the answer is the settings counter.
-std::int32_t set_initial_value(ClColMain& main, bool refuses_not_null);
+// Sets the item to the initial value. An item that may not be NULL is refused (-65).
+ErrorCode set_initial_value(ClColMain& main);
 
 // The same for any item: settings that are to be filled with something else begin like this.
-std::int32_t reset_settings(ClColMain& main);
+ErrorCode reset_settings(ClColMain& main);
 
 // Makes an item with the initial value take its values from an enumeration file, which nobody looks
 // at here. Never fails.
 void set_enumeration(ClColMain& main, const std::string& path, std::int32_t exceeded_action);
 
-// Validates and stores a range. 1 when the item got its first settings, 0 when it had some.
-std::int32_t store_format(ClColMain& main, const RangeTexts& texts, bool initializes,
-                          bool is_custom);
+// Validates and stores a range.
+ErrorCode store_format(ClColMain& main, const RangeTexts& texts, bool initializes, bool is_custom);
 
 // Whether an item can take over another one's settings: 0, or -31, -32, -33 or -69.
-std::int32_t check_reference(const ItemAttributes& source, const ItemAttributes& target);
+ErrorCode check_reference(const ItemAttributes& source, const ItemAttributes& target);
 
 // Whether the current item can take over those of the item at `source_index`: 0, or what
 // copy_settings would answer.
-std::int32_t check_copy(const ClColMain& main, std::int32_t source_index);
+ErrorCode check_copy(const ClColMain& main, std::int32_t source_index);
 
 // Takes over the settings of the item at `source_index`, which must be of the same kind and no
-// larger. 1 when the item got its first settings, 0 when it had some.
-std::int32_t copy_settings(ClColMain& main, std::int32_t source_index);
+// larger.
+ErrorCode copy_settings(ClColMain& main, std::int32_t source_index);
 
 // -36 when the item has none.
-std::int32_t delete_settings(ClColMain& main);
+ErrorCode delete_settings(ClColMain& main);
 
 }  // namespace korvex

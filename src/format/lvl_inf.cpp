@@ -11,10 +11,6 @@ namespace korvex {
 
 namespace {
 
-// Results of a changing operation on an item that had, or had not, elements before.
-constexpr std::int32_t replaced = 0;
-constexpr std::int32_t added = 1;
-
 void store_attributes(const ItemAttributes& item, FmtColRec& record) {
   record.attribute = item.attribute;
   record.signed_flag = item.signed_flag;
@@ -36,7 +32,7 @@ FmtItemRec initial_value_element(const ItemAttributes& item) {
 }
 
 template <typename Operation>
-std::int32_t guard_memory(Operation operation) {
+auto guard_memory(Operation operation) -> decltype(operation()) {
   try {
     return operation();
   } catch (const std::bad_alloc&) {
@@ -67,21 +63,18 @@ bool ClFmtLvlInf::has_settings() const {
                      [](const auto& column) { return !column->elements.empty(); });
 }
 
-ClFmtColInf& ClFmtLvlInf::find_or_append(std::int32_t item_number, bool& had_elements) {
-  ClFmtColInf* column = find_column(item_number);
-  had_elements = column != nullptr && !column->elements.empty();
-  if (column != nullptr) return *column;
+ClFmtColInf& ClFmtLvlInf::find_or_append(std::int32_t item_number) {
+  if (ClFmtColInf* column = find_column(item_number)) return *column;
   auto fresh = std::make_unique<ClFmtColInf>();
   fresh->record.item_number = item_number;
   return append(std::move(fresh));
 }
 
-std::int32_t ClFmtLvlInf::set_initial_value(std::int32_t item_number, const ItemAttributes& item) {
+ErrorCode ClFmtLvlInf::set_initial_value(std::int32_t item_number, const ItemAttributes& item) {
   return guard_memory([&] {
     ClFmtColInf prepared;
     prepared.set_elements({initial_value_element(item)});
-    bool had_elements = false;
-    ClFmtColInf& column = find_or_append(item_number, had_elements);
+    ClFmtColInf& column = find_or_append(item_number);
     column.take_elements(prepared);
     FmtColRec& settings = column.record;
     settings.item_number = item_number;
@@ -94,48 +87,44 @@ std::int32_t ClFmtLvlInf::set_initial_value(std::int32_t item_number, const Item
     settings.increment = {};
     settings.increment.sign = sign_plus;
     settings.increment.low = 1;
-    return had_elements ? replaced : added;
+    return error::none;
   });
 }
 
-std::int32_t ClFmtLvlInf::check_and_store(std::int32_t item_number, const ItemAttributes& item,
-                                          const RangeTexts& texts, const RangeChoices& choices,
-                                          std::int32_t& variable_count) {
-  return guard_memory([&] {
+Result<std::int32_t> ClFmtLvlInf::check_and_store(std::int32_t item_number,
+                                                  const ItemAttributes& item,
+                                                  const RangeTexts& texts,
+                                                  const RangeChoices& choices) {
+  return guard_memory([&]() -> Result<std::int32_t> {
     const ClFmtColInf* old = find_column(item_number);
     auto fresh = std::make_unique<ClFmtColInf>(old != nullptr ? old->record : FmtColRec{});
-    CheckedRange range;
-    range.increment = fresh->record.increment;
-    const std::int32_t result = check_range(item, texts, range);
-    if (result != 0) return result;
+    const Result<CheckedRange> range = check_range(item, texts, fresh->record.increment);
+    if (!range) return range.code();
 
     FmtColRec& settings = fresh->record;
-    fresh->set_elements(range.elements);
+    fresh->set_elements(range->elements);
     settings.item_number = item_number;
-    settings.lead_element = range.lead_element;
+    settings.lead_element = range->lead_element;
     settings.exceeded_action = choices.exceeded_action;
     settings.custom_format = choices.custom_format;
     settings.generation_type = generation_type::range;
     settings.referenced_item = 0;
     store_attributes(item, settings);
-    settings.digits = range.digits;
-    settings.increment = range.increment;
+    settings.digits = range->digits;
+    settings.increment = range->increment;
     store_field(settings.increment_text, texts.increment);
     store_field(settings.format, texts.format);
-    variable_count = range.variable_count;
-
-    const bool had_elements = old != nullptr && !old->elements.empty();
     if (old != nullptr) {
       columns[places_.at(item_number)] = std::move(fresh);
     } else {
       append(std::move(fresh));
     }
-    return had_elements ? replaced : added;
+    return range->variable_count;
   });
 }
 
-std::int32_t ClFmtLvlInf::copy_settings(std::int32_t target, std::int32_t source,
-                                        const ItemAttributes& item) {
+ErrorCode ClFmtLvlInf::copy_settings(std::int32_t target, std::int32_t source,
+                                     const ItemAttributes& item) {
   return guard_memory([&] {
     const ClFmtColInf* from = find_column(source);
     if (from == nullptr || from->elements.empty()) return error::format_not_set;
@@ -146,8 +135,7 @@ std::int32_t ClFmtLvlInf::copy_settings(std::int32_t target, std::int32_t source
     const FmtColRec& model = prepared.record;
 
     const bool is_new = find_column(target) == nullptr;
-    bool had_elements = false;
-    ClFmtColInf& column = find_or_append(target, had_elements);
+    ClFmtColInf& column = find_or_append(target);
     column.take_elements(prepared);
     FmtColRec& settings = column.record;
     if (is_new) store_attributes(item, settings);
@@ -159,16 +147,16 @@ std::int32_t ClFmtLvlInf::copy_settings(std::int32_t target, std::int32_t source
     store_field(settings.increment_text, field_text(model.increment_text));
     store_field(settings.format, field_text(model.format));
     store_field(settings.enumeration_path, field_text(model.enumeration_path));
-    return had_elements ? replaced : added;
+    return error::none;
   });
 }
 
-std::int32_t ClFmtLvlInf::delete_settings(std::int32_t item_number) {
+ErrorCode ClFmtLvlInf::delete_settings(std::int32_t item_number) {
   ClFmtColInf* column = find_column(item_number);
   if (column == nullptr || column->elements.empty()) return error::format_not_set;
   column->set_elements({});
   column->record.generation_type = generation_type::none;
-  return 0;
+  return error::none;
 }
 
 }  // namespace korvex

@@ -5,6 +5,7 @@
 #include <unordered_map>
 
 #include "format/col_inf.h"
+#include "format/result.h"
 #include "formatlang/attributes.h"
 #include "formatlang/default_settings.h"
 #include "platform/runtime_class.h"
@@ -20,8 +21,7 @@ struct RangeChoices {
 // The settings of one level: its record and either its items' settings, which it owns, or, for a
 // level that this run does not touch, a view of the bytes of its data area.
 //
-// The operations on one item answer 0 when elements that the item already had were replaced, 1 when
-// it had none, or an error code; on an error nothing has changed.
+// After a failed operation on an item nothing has changed.
 class ClFmtLvlInf : public platform::Object {
  public:
   ClFmtLvlInf() = default;
@@ -36,19 +36,18 @@ class ClFmtLvlInf : public platform::Object {
   // Whether any item has a format element, so that the level is worth storing.
   bool has_settings() const;
 
-  std::int32_t set_initial_value(std::int32_t item_number, const ItemAttributes& item);
+  ErrorCode set_initial_value(std::int32_t item_number, const ItemAttributes& item);
 
-  // `variable_count` receives the number of directives of the format.
-  std::int32_t check_and_store(std::int32_t item_number, const ItemAttributes& item,
-                               const RangeTexts& texts, const RangeChoices& choices,
-                               std::int32_t& variable_count);
+  // Answers the number of directives of the format.
+  Result<std::int32_t> check_and_store(std::int32_t item_number, const ItemAttributes& item,
+                                       const RangeTexts& texts, const RangeChoices& choices);
 
   // Copies what generates the source's values. A target without settings yet takes `item`, its own
   // attributes; the repeat settings and the referenced item stay the target's.
-  std::int32_t copy_settings(std::int32_t target, std::int32_t source, const ItemAttributes& item);
+  ErrorCode copy_settings(std::int32_t target, std::int32_t source, const ItemAttributes& item);
 
-  // Empties the item's settings; its place in the list stays. 0 or -36.
-  std::int32_t delete_settings(std::int32_t item_number);
+  // Empties the item's settings; its place in the list stays. -36 when it has none.
+  ErrorCode delete_settings(std::int32_t item_number);
 
   FmtLvlRec record = {};
   platform::ObjectList<ClFmtColInf> columns;
@@ -56,8 +55,8 @@ class ClFmtLvlInf : public platform::Object {
   std::string_view raw_data;  // into the bytes that the ClFmtCom holds
 
  private:
-  // The item's column, made and appended if there is none; `had_elements` tells what it held.
-  ClFmtColInf& find_or_append(std::int32_t item_number, bool& had_elements);
+  // The item's column, made and appended if there is none.
+  ClFmtColInf& find_or_append(std::int32_t item_number);
 
   std::unordered_map<std::int32_t, std::size_t> places_;
 };

@@ -27,22 +27,22 @@ void show_initial_value(const ClColMain& main, ClDGCol& item) {
 }
 
 // An item whose referenced item is gone is left without a value.
-std::int32_t show_reference(ClColMain& main, ClDGCol& item) {
+ErrorCode show_reference(ClColMain& main, ClDGCol& item) {
   ItemDisplay& display = item.display();
   if (const ClDGCol* source = main.find_item(display.referenced_item)) {
     display.generation_text = source->name;
-    return 0;
+    return error::none;
   }
   display.referenced_item = 0;
-  const std::int32_t result = main.settings.set_initial_value(item.item_number, item.attributes());
-  if (result == 0) show_initial_value(main, item);
+  const ErrorCode result = main.settings.set_initial_value(item.item_number, item.attributes());
+  if (result == error::none) show_initial_value(main, item);
   return result;
 }
 
-std::int32_t show_settings(ClColMain& main, ClDGCol& item, const FmtColRec& stored) {
+ErrorCode show_settings(ClColMain& main, ClDGCol& item, const FmtColRec& stored) {
   const EditedSettings& edited = main.settings.edited();
   ItemDisplay& display = item.display();
-  item.state = edited.registered ? item_state::registered : 0;
+  item.state = 0;
   display.generation_type = edited.generation_type;
   display.referenced_item = edited.referenced_item;
   display.exceeded_action = edited.choices.exceeded_action;
@@ -55,24 +55,24 @@ std::int32_t show_settings(ClColMain& main, ClDGCol& item, const FmtColRec& stor
   switch (edited.generation_type) {
     case generation_type::initial_value:
       display.generation_text = initial_value_text(main.layout_kind());
-      return 0;
+      return error::none;
     case generation_type::range:
       display.generation_text = edited.texts.format;
       display.start = edited.texts.start;
       display.end = edited.texts.end;
       display.increment = edited.texts.increment;
-      return 0;
+      return error::none;
     case generation_type::enumeration:
       display.generation_text = enumeration_text;
-      return 0;
+      return error::none;
     case generation_type::reference:
       return show_reference(main, item);
     default:
-      return 0;
+      return error::none;
   }
 }
 
-std::int32_t reject_settings(ClColMain& main) {
+void reject_settings(ClColMain& main) {
   main.settings.discard_settings();
   main.settings.delete_file();
   main.mismatch = true;
@@ -84,7 +84,6 @@ std::int32_t reject_settings(ClColMain& main) {
   main.append_error_text(error::settings_mismatch, text);
   platform::user_interface().show_message(platform::MessageKind::plain,
                                           platform::MessageText::words(text));
-  return 1;
 }
 
 }  // namespace
@@ -99,30 +98,32 @@ bool settings_fit(const ItemAttributes& item, const FmtColRec& stored, std::int3
   return item.attribute == stored.attribute && effective_digits(item) == effective_digits(kept);
 }
 
-std::int32_t reconcile(ClColMain& main) {
+Result<std::int32_t> reconcile(ClColMain& main) {
   const ControlHeader& header = main.header();
   main.settings.set_run_mode(main.run_mode());
-  main.settings_counter = main.settings.load(header.level, header.records, header.layout_kind);
-  if (main.settings_counter <= 0) return main.settings_counter;
+  const Result<std::int32_t> loaded =
+      main.settings.load(header.level, header.records, header.layout_kind);
+  if (!loaded || *loaded == 0) return loaded;
 
   std::int32_t with_settings = 0;
   for (std::size_t i = 0; i < main.items.size(); ++i) {
     ClDGCol& item = *main.select_item(static_cast<std::int32_t>(i));
-    main.settings.edited().registered = false;
-    const std::int32_t found = main.settings.read_item(item.item_number);
-    if (found < 0) return found;
-    std::int32_t result = 0;
-    if (found == 0) {
+    const Result<bool> found = main.settings.read_item(item.item_number);
+    if (!found) return found.code();
+    ErrorCode result = error::none;
+    if (!*found) {
       if (!gets_null_by_default(main, item)) continue;
       result = main.settings.set_initial_value(item.item_number, item.attributes());
-      if (result == 0) show_initial_value(main, item);
+      if (result == error::none) show_initial_value(main, item);
     } else {
       const FmtColRec& stored = main.settings.find_column(item.item_number)->record;
-      if (!settings_fit(item.attributes(), stored, header.layout_kind))
-        return reject_settings(main);
+      if (!settings_fit(item.attributes(), stored, header.layout_kind)) {
+        reject_settings(main);
+        return 1;
+      }
       result = show_settings(main, item, stored);
     }
-    if (result != 0) return result;
+    if (result != error::none) return result;
     ++with_settings;
   }
   return with_settings;

@@ -14,9 +14,9 @@ bool settings_fit(const ItemAttributes& item, const FmtColRec& stored, std::int3
 // with settings gets them copied into its display, nullable columns may get "Init Null", a
 // reference to a vanished item becomes an initial value.
 //
-// Answers how many items have settings, 0 without a settings file, or the code of the failure. When
+// Answers how many items have settings, 0 without a settings file. When
 // an item's settings no longer fit its attribute or digits, the settings file is deleted, the user
 // is told (-70), `main.mismatch` is set and the answer is 1; no level is current then.
-std::int32_t reconcile(ClColMain& main);
+Result<std::int32_t> reconcile(ClColMain& main);
 
 }  // namespace korvex

@@ -10,8 +10,8 @@ namespace korvex {
 namespace {
 
 // Header and level table; the level `level` becomes current.
-std::int32_t read_tables(platform::File& file, std::int32_t level, std::int32_t records,
-                         std::int32_t layout_kind, ClFmtCom& com) {
+ErrorCode read_tables(platform::File& file, std::int32_t level, std::int32_t records,
+                      std::int32_t layout_kind, ClFmtCom& com) {
   std::uint64_t size = 0;
   std::size_t count = 0;
   if (file.size(size) != platform::FileCause::none ||
@@ -38,7 +38,7 @@ std::int32_t read_tables(platform::File& file, std::int32_t level, std::int32_t 
     com.levels.push_back(std::make_unique<ClFmtLvlInf>(record));
   }
   if (com.current_index == no_level) com.append_level(level, records);
-  return 0;
+  return error::none;
 }
 
 // Where the items of a level end, by their own counts; where the first one begins whose count
@@ -76,7 +76,7 @@ std::uint64_t end_of_levels(platform::File& file, const ClFmtCom& com) {
   return std::min(end, size);
 }
 
-std::int32_t read_columns(RecordCursor cursor, ClFmtLvlInf& level) {
+ErrorCode read_columns(RecordCursor cursor, ClFmtLvlInf& level) {
   const std::int32_t column_count = level.record.column_count;
   if (!cursor.holds(column_count, sizeof(FmtColRec))) return error::cannot_read;
   for (std::int32_t i = 0; i < column_count; ++i) {
@@ -91,7 +91,7 @@ std::int32_t read_columns(RecordCursor cursor, ClFmtLvlInf& level) {
     }
     level.append(std::move(column));
   }
-  return 0;
+  return error::none;
 }
 
 // How many bytes the items of a level take, by their own counts; -1 when they do not fit the file.
@@ -120,17 +120,17 @@ void correct_upgraded_size(std::string_view bytes, FmtLvlRec& level) {
   }
 }
 
-std::int32_t take_raw(std::string_view bytes, ClFmtLvlInf& level) {
+ErrorCode take_raw(std::string_view bytes, ClFmtLvlInf& level) {
   const auto offset = static_cast<std::size_t>(level.record.data_offset);
   if (!RecordCursor(bytes, offset).holds(level.record.data_size, 1)) return error::cannot_read;
   level.is_raw = true;
   level.raw_data = level.record.data_size == 0
                        ? std::string_view()
                        : bytes.substr(offset, static_cast<std::size_t>(level.record.data_size));
-  return 0;
+  return error::none;
 }
 
-std::int32_t read_areas(ClFmtCom& com) {
+ErrorCode read_areas(ClFmtCom& com) {
   const std::string_view bytes(com.file_bytes.data(), com.file_bytes.size());
   const std::int64_t tables_end =
       std::int64_t{sizeof(FmtHeadRec)} + std::int64_t{sizeof(FmtLvlRec)} * com.header.level_count;
@@ -140,12 +140,12 @@ std::int32_t read_areas(ClFmtCom& com) {
     if (offset < tables_end) return error::cannot_operate;
     const bool is_current = level.get() == com.current_level();
     if (!is_current && com.header.level_count == 1) correct_upgraded_size(bytes, level->record);
-    const std::int32_t result =
-        is_current ? read_columns({bytes, static_cast<std::size_t>(offset)}, *level)
-                   : take_raw(bytes, *level);
-    if (result != 0) return result;
+    const ErrorCode result = is_current
+                                 ? read_columns({bytes, static_cast<std::size_t>(offset)}, *level)
+                                 : take_raw(bytes, *level);
+    if (result != error::none) return result;
   }
-  return 0;
+  return error::none;
 }
 
 }  // namespace
@@ -176,15 +176,15 @@ bool read_front(platform::File& file, std::uint64_t size, std::vector<char>& byt
   return true;
 }
 
-std::int32_t read_settings(platform::File& file, std::int32_t level, std::int32_t records,
-                           std::int32_t layout_kind, ClFmtCom& com) {
+ErrorCode read_settings(platform::File& file, std::int32_t level, std::int32_t records,
+                        std::int32_t layout_kind, ClFmtCom& com) {
   com.discard_levels();
-  std::int32_t result = read_tables(file, level, records, layout_kind, com);
-  if (result == 0) {
+  ErrorCode result = read_tables(file, level, records, layout_kind, com);
+  if (result == error::none) {
     const std::uint64_t end = end_of_levels(file, com);
     result = read_front(file, end, com.file_bytes) ? read_areas(com) : error::cannot_read;
   }
-  if (result != 0) com.discard_levels();
+  if (result != error::none) com.discard_levels();
   return result;
 }
 

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "format/error_codes.h"
 #include "format/fmt_com.h"
 #include "platform/file.h"
 
@@ -55,9 +56,9 @@ bool read_front(platform::File& file, std::uint64_t size, std::vector<char>& byt
 // `level`, which becomes current with `records` records and is appended when the file lacks it.
 // Only as much of the file is read as its levels reach; the areas of other levels are views into
 // those bytes, so that no claim of the file, overlapping areas among them, takes more memory than
-// the file itself. 0, or: -3 truncated, -4 a data area inside the tables, -5 no current settings
+// the file itself. Codes: -3 truncated, -4 a data area inside the tables, -5 no current settings
 // file, -57 of another layout kind. On an error `com` holds no levels. May raise std::bad_alloc.
-std::int32_t read_settings(platform::File& file, std::int32_t level, std::int32_t records,
-                           std::int32_t layout_kind, ClFmtCom& com);
+ErrorCode read_settings(platform::File& file, std::int32_t level, std::int32_t records,
+                        std::int32_t layout_kind, ClFmtCom& com);
 
 }  // namespace korvex

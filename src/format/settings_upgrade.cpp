@@ -10,6 +10,7 @@
 #include "format/file_failure.h"
 #include "format/record_text.h"
 #include "format/records.h"
+#include "format/result.h"
 #include "format/settings_reader.h"
 #include "platform/file.h"
 #include "platform/unfinished_file.h"
@@ -57,7 +58,7 @@ class Upgrade {
  public:
   explicit Upgrade(std::string_view bytes) : cursor_(bytes, 0) {}
 
-  std::int32_t run() {
+  ErrorCode run() {
     FmtHeadRec header = {};
     if (!cursor_.read(header)) return error::cannot_read;
     FmtHeadRec fresh = {};
@@ -66,16 +67,16 @@ class Upgrade {
     fresh.quotation = header.quotation;
     fresh.level_count = header.level_count;
     append(fresh);
-    std::int32_t result = read_level_table(header.level_count);
-    for (std::size_t i = 0; i < levels_.size() && result == 0; ++i) {
+    ErrorCode result = read_level_table(header.level_count);
+    for (std::size_t i = 0; i < levels_.size() && result == error::none; ++i) {
       result = copy_columns(levels_[i]);
     }
-    if (result != 0) return result;
+    if (result != error::none) return result;
     // Places are 32-bit numbers in the file.
     if (bytes_.size() > std::numeric_limits<std::int32_t>::max()) return error::cannot_operate;
     std::copy_n(reinterpret_cast<const char*>(levels_.data()), levels_.size() * sizeof(FmtLvlRec),
                 bytes_.data() + sizeof fresh);
-    return 0;
+    return error::none;
   }
 
   const std::vector<char>& bytes() const { return bytes_; }
@@ -88,7 +89,7 @@ class Upgrade {
   }
 
   // The table's place is kept free: what stands in it is known only behind the data areas.
-  std::int32_t read_level_table(std::int32_t count) {
+  ErrorCode read_level_table(std::int32_t count) {
     if (!cursor_.holds(count, sizeof(FmtLvlRec))) return error::cannot_read;
     for (std::int32_t i = 0; i < count; ++i) {
       FmtLvlRec level = {};
@@ -98,12 +99,12 @@ class Upgrade {
       levels_.push_back(level);
     }
     bytes_.resize(bytes_.size() + levels_.size() * sizeof(FmtLvlRec));
-    return 0;
+    return error::none;
   }
 
   // Copies a level's items. In a file of several levels every area has grown and moved; the only
   // level of a file keeps its place.
-  std::int32_t copy_columns(FmtLvlRec& level) {
+  ErrorCode copy_columns(FmtLvlRec& level) {
     if (!cursor_.holds(level.column_count, previous_column_size)) return error::cannot_read;
     const std::size_t begin = bytes_.size();
     for (std::int32_t i = 0; i < level.column_count; ++i) {
@@ -123,7 +124,7 @@ class Upgrade {
       level.data_offset = static_cast<std::int32_t>(begin);
       level.data_size = static_cast<std::int32_t>(bytes_.size() - begin);
     }
-    return 0;
+    return error::none;
   }
 
   RecordCursor cursor_;
@@ -131,44 +132,41 @@ class Upgrade {
   std::vector<FmtLvlRec> levels_;
 };
 
-std::int32_t write_work_file(const std::vector<char>& bytes, File& work) {
+ErrorCode write_work_file(const std::vector<char>& bytes, File& work) {
   FileCause cause = work.write(bytes.data(), bytes.size());
   if (cause == FileCause::none) cause = work.sync();
   if (cause == FileCause::none) cause = work.close();
-  return cause == FileCause::none ? 0 : write_failure(cause);
+  return cause == FileCause::none ? error::none : write_failure(cause);
 }
 
-constexpr std::int32_t nothing_to_do = 1;
-
-// Only the header tells whether the rest is worth reading.
-std::int32_t check_header(File& source, std::int32_t layout_kind) {
+// Whether the file is one of the previous version: the header alone tells.
+Result<bool> needs_upgrade(File& source, std::int32_t layout_kind) {
   FmtHeadRec header = {};
   std::size_t count = 0;
   if (source.read(&header, sizeof header, count) != FileCause::none || count < sizeof header) {
     return error::cannot_read;
   }
-  if (has_magic(header, current_magic)) return nothing_to_do;
+  if (has_magic(header, current_magic)) return false;
   if (!has_magic(header, previous_magic)) return error::version_mismatch;
-  return header.layout_kind == layout_kind ? 0 : error::other_system;
+  if (header.layout_kind != layout_kind) return error::other_system;
+  return true;
 }
 
-std::int32_t upgrade_into(File& source, File& work, std::int32_t layout_kind) {
-  std::int32_t result = check_header(source, layout_kind);
-  if (result != 0) return result;
+ErrorCode upgrade_into(File& source, File& work) {
   std::uint64_t size = 0;
   std::vector<char> old_bytes;
   if (source.size(size) != FileCause::none || !read_front(source, size, old_bytes)) {
     return error::cannot_read;
   }
   Upgrade upgrade({old_bytes.data(), old_bytes.size()});
-  result = upgrade.run();
-  return result == 0 ? write_work_file(upgrade.bytes(), work) : result;
+  const ErrorCode result = upgrade.run();
+  return result == error::none ? write_work_file(upgrade.bytes(), work) : result;
 }
 
-std::int32_t upgrade(const std::string& path, std::int32_t layout_kind) {
+ErrorCode upgrade(const std::string& path, std::int32_t layout_kind) {
   File source;
   const FileCause opened = source.open_for_reading(path, platform::Sharing::exclusive);
-  if (is_missing(opened)) return 0;
+  if (is_missing(opened)) return error::none;
   if (opened != FileCause::none) return error::cannot_open;
 
   const std::string work_path = path + ".w";
@@ -176,17 +174,18 @@ std::int32_t upgrade(const std::string& path, std::int32_t layout_kind) {
   File work;
   if (work.create_new(work_path) != FileCause::none) return error::cannot_open;
   platform::UnfinishedFile unfinished(work_path);
-  const std::int32_t result = upgrade_into(source, work, layout_kind);
-  if (result != 0) return result == nothing_to_do ? 0 : result;
+  const Result<bool> is_old = needs_upgrade(source, layout_kind);
+  if (!is_old || !*is_old) return is_old.code();
+  if (const ErrorCode result = upgrade_into(source, work); result != error::none) return result;
   if (platform::is_write_protected(path)) return error::cannot_write;
   unfinished.finish();
   const FileCause moved = platform::replace_file(work_path, path);
-  return moved == FileCause::none ? 0 : write_failure(moved);
+  return moved == FileCause::none ? error::none : write_failure(moved);
 }
 
 }  // namespace
 
-std::int32_t upgrade_settings_file(const std::string& path, std::int32_t layout_kind) {
+ErrorCode upgrade_settings_file(const std::string& path, std::int32_t layout_kind) {
   try {
     return upgrade(path, layout_kind);
   } catch (const std::bad_alloc&) {

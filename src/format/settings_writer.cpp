@@ -71,11 +71,11 @@ FileCause write_all(const ClFmtCom& com, platform::File& file) {
 
 }  // namespace
 
-std::int32_t write_settings(ClFmtCom& com, platform::File& file) {
+ErrorCode write_settings(ClFmtCom& com, platform::File& file) {
   com.header.level_count = static_cast<std::int32_t>(com.levels.size());
   if (!place_levels(com)) return error::cannot_operate;
   const FileCause cause = write_all(com, file);
-  return cause == FileCause::none ? 0 : write_failure(cause);
+  return cause == FileCause::none ? error::none : write_failure(cause);
 }
 
 }  // namespace korvex

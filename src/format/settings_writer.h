@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "format/error_codes.h"
 #include "format/fmt_com.h"
 #include "platform/file.h"
 
@@ -11,6 +12,6 @@ namespace korvex {
 // stores them in the level records, and writes header, level table and data areas in one pass.
 // Items without elements are left out. The file is synchronised but not closed.
 // 0, -4 when a place does not fit its 32-bit field, -26 or -27.
-std::int32_t write_settings(ClFmtCom& com, platform::File& file);
+ErrorCode write_settings(ClFmtCom& com, platform::File& file);
 
 }  // namespace korvex

@@ -8,7 +8,6 @@ namespace korvex {
 
 namespace {
 
-constexpr std::int32_t no_default = -1;
 constexpr std::int32_t max_letters = 5;
 constexpr std::int32_t max_national_characters = 64;
 // More characters than any format may have; keeps a hostile digit count from filling memory.
@@ -56,49 +55,40 @@ bool has_impossible_digits(const ItemAttributes& item) {
 
 }  // namespace
 
-std::int32_t default_settings(const ItemAttributes& item, RangeTexts& texts) {
+std::optional<RangeTexts> default_settings(const ItemAttributes& item) {
   const AttributeTraits& traits = traits_of(item.attribute);
   const bool is_signed = item.signed_flag != 0;
-  if (traits.checks_digits && has_impossible_digits(item)) return no_default;
+  if (traits.checks_digits && has_impossible_digits(item)) return std::nullopt;
   if (item.attribute == attribute::integer) {
-    texts = {"%10D", "1", "2147483647", "1"};
-    return 0;
+    return RangeTexts{"%10D", "1", "2147483647", "1"};
   }
   if (item.attribute == attribute::small_integer) {
-    texts = {"%5D", "1", "32767", "1"};
-    return 0;
+    return RangeTexts{"%5D", "1", "32767", "1"};
   }
   switch (traits.kind) {
     case DataKind::character: {
       const std::int32_t count = effective_digits(item);
-      if (count < 0) return no_default;
-      texts = letters(count);
-      break;
+      if (count < 0) return std::nullopt;
+      return letters(count);
     }
     case DataKind::national:
-      texts = national_characters(item.digits);
-      break;
+      return national_characters(item.digits);
     case DataKind::decimal:
-      texts = number(is_signed, item.digits - item.decimals, item.decimals);
-      break;
+      return number(is_signed, item.digits - item.decimals, item.decimals);
     case DataKind::number_or_text:
-      texts = item.digits == 0 ? letters(std::max(item.length, 0))
-                               : short_number(is_signed, item.digits, item.decimals);
-      break;
+      return item.digits == 0 ? letters(std::max(item.length, 0))
+                              : short_number(is_signed, item.digits, item.decimals);
     case DataKind::date:
-      texts = {"%4YMD", "19700101", "20380119", "1"};
-      break;
+      return RangeTexts{"%4YMD", "19700101", "20380119", "1"};
     case DataKind::time:
-      texts = {"%T", "000000", "235959", "1"};
-      break;
+      return RangeTexts{"%T", "000000", "235959", "1"};
     case DataKind::timestamp:
-      texts = {"%TS", "19700101 090000", "20380119 031407", "1"};
-      break;
+      return RangeTexts{"%TS", "19700101 090000", "20380119 031407", "1"};
     case DataKind::bare_number:
     case DataKind::none:
-      return no_default;
+      break;
   }
-  return 0;
+  return std::nullopt;
 }
 
 }  // namespace korvex

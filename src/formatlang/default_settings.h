@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstdint>
+#include <optional>
 #include <string>
 
 #include "formatlang/attributes.h"
@@ -15,10 +15,10 @@ struct RangeTexts {
   std::string increment;
 };
 
-// The settings that an item gets from its attribute before anybody changes them. 0, or -1 when the
+// The settings that an item gets from its attribute before anybody changes them. Nothing when the
 // attribute has no default or the item's digits make none.
 //
 // These are proposals for a new item; the format dialog proposes formats by a table of its own.
-std::int32_t default_settings(const ItemAttributes& item, RangeTexts& texts);
+std::optional<RangeTexts> default_settings(const ItemAttributes& item);
 
 }  // namespace korvex

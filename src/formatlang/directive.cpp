@@ -26,19 +26,19 @@ std::int64_t read_size(std::string_view text) {
   return std::clamp(decimal_prefix(text), -saturated_size, saturated_size);
 }
 
-std::int32_t read_whole_number(const ItemAttributes& item, std::string_view size_text,
-                               FmtItemRec& element) {
+ErrorCode read_whole_number(const ItemAttributes& item, std::string_view size_text,
+                            FmtItemRec& element) {
   const std::int64_t size = read_size(size_text);
   const std::int64_t integer_digits = std::int64_t{item.digits} - item.decimals;
   if (size < 1 || size > item.length || (item.decimals > 0 && size > integer_digits)) {
     return error::bad_format_digits;
   }
   element.digits = element.width = static_cast<std::int32_t>(size);
-  return 0;
+  return error::none;
 }
 
-std::int32_t read_fraction(const ItemAttributes& item, std::string_view size_text,
-                           std::size_t point, FmtItemRec& element) {
+ErrorCode read_fraction(const ItemAttributes& item, std::string_view size_text, std::size_t point,
+                        FmtItemRec& element) {
   const std::string_view decimals_text = size_text.substr(point + 1);
   if (decimals_text.empty() || decimals_text.find('.') != std::string_view::npos) {
     return error::bad_format_digits;
@@ -54,17 +54,17 @@ std::int32_t read_fraction(const ItemAttributes& item, std::string_view size_tex
   element.decimals = static_cast<std::int32_t>(decimals);
   const int leading_zero = digits == 0 ? 1 : 0;
   element.width = static_cast<std::int32_t>(digits + decimals + 1 + leading_zero);
-  return 0;
+  return error::none;
 }
 
-std::int32_t read_number(const ItemAttributes& item, std::string_view directive, bool is_first,
-                         FmtItemRec& element) {
+Result<std::int32_t> read_number(const ItemAttributes& item, std::string_view directive,
+                                 bool is_first, FmtItemRec& element) {
   const bool is_signed = directive.ends_with('D');
   if ((!is_signed && !directive.ends_with('U')) || directive.ends_with("YMD")) {
     return error::bad_attribute_characters;
   }
   const std::string_view size_text = directive.substr(0, directive.size() - 1);
-  std::int32_t result = 0;
+  ErrorCode result = error::none;
   if (size_text.empty()) {
     element.digits = element.width = 1;
   } else if (const auto point = size_text.find('.'); point != std::string_view::npos) {
@@ -72,7 +72,7 @@ std::int32_t read_number(const ItemAttributes& item, std::string_view directive,
   } else {
     result = read_whole_number(item, size_text, element);
   }
-  if (result != 0) return result;
+  if (result != error::none) return result;
 
   element.kind = format_kind::unsigned_number;
   if (is_signed) {
@@ -84,7 +84,8 @@ std::int32_t read_number(const ItemAttributes& item, std::string_view directive,
   return element.digits + element.decimals;
 }
 
-std::int32_t read_number_in_text(std::string_view directive, bool is_first, FmtItemRec& element) {
+Result<std::int32_t> read_number_in_text(std::string_view directive, bool is_first,
+                                         FmtItemRec& element) {
   const std::string_view size_text = directive.substr(0, directive.size() - 1);
   if (directive.find('.') != std::string_view::npos) return error::decimals_in_character_item;
   const std::int64_t size = size_text.empty() ? 1 : read_size(size_text);
@@ -101,7 +102,7 @@ std::int32_t read_number_in_text(std::string_view directive, bool is_first, FmtI
   return element.width;
 }
 
-std::int32_t read_date(std::string_view directive, FmtItemRec& element) {
+Result<std::int32_t> read_date(std::string_view directive, FmtItemRec& element) {
   const std::string_view size_text = directive.substr(0, directive.size() - 3);
   const std::int64_t year_digits = size_text.empty() ? 2 : read_size(size_text);
   if (year_digits != 2 && year_digits != 4) return error::bad_format_digits;
@@ -115,7 +116,7 @@ bool is_date(std::string_view directive) {
   return directive.ends_with("YMD") || directive.ends_with("YMA");
 }
 
-std::int32_t read_time(std::string_view directive, FmtItemRec& element) {
+Result<std::int32_t> read_time(std::string_view directive, FmtItemRec& element) {
   if (directive != "T") return error::bad_format_digits;
   element.kind = format_kind::time;
   element.digits = time_digits;
@@ -123,7 +124,7 @@ std::int32_t read_time(std::string_view directive, FmtItemRec& element) {
   return time_digits;
 }
 
-std::int32_t read_timestamp(std::string_view directive, FmtItemRec& element) {
+Result<std::int32_t> read_timestamp(std::string_view directive, FmtItemRec& element) {
   if (directive != "TS") return error::bad_format_digits;
   element.kind = format_kind::timestamp;
   element.digits = timestamp_digits;
@@ -132,8 +133,8 @@ std::int32_t read_timestamp(std::string_view directive, FmtItemRec& element) {
 }
 
 // "S", "s" and "N"; `bytes_per_character` is what one full-width character adds to the size.
-std::int32_t read_characters(std::string_view directive, int bytes_per_character,
-                             FmtItemRec& element) {
+Result<std::int32_t> read_characters(std::string_view directive, int bytes_per_character,
+                                     FmtItemRec& element) {
   const std::string_view size_text = directive.substr(0, directive.size() - 1);
   const std::int64_t size = size_text.empty() ? 1 : read_size(size_text);
   if (size < 1) return error::bad_format_digits;
@@ -147,8 +148,8 @@ std::int32_t read_characters(std::string_view directive, int bytes_per_character
   return element.digits;
 }
 
-std::int32_t read_in_character_item(std::string_view directive, bool is_first,
-                                    FmtItemRec& element) {
+Result<std::int32_t> read_in_character_item(std::string_view directive, bool is_first,
+                                            FmtItemRec& element) {
   if (directive.ends_with('T')) return read_time(directive, element);
   if (is_date(directive)) return read_date(directive, element);
   if (directive.ends_with("TS")) return read_timestamp(directive, element);
@@ -163,8 +164,9 @@ std::int32_t read_in_character_item(std::string_view directive, bool is_first,
 
 }  // namespace
 
-std::int32_t read_directive(const ItemAttributes& item, ValueClass item_class,
-                            std::string_view directive, bool is_first, FmtItemRec& element) {
+Result<std::int32_t> read_directive(const ItemAttributes& item, ValueClass item_class,
+                                    std::string_view directive, bool is_first,
+                                    FmtItemRec& element) {
   switch (item_class) {
     case ValueClass::numeric:
       return read_number(item, directive, is_first, element);

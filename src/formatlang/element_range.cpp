@@ -54,15 +54,15 @@ std::int32_t number_direction(Span start, Span end, bool start_minus, bool end_m
   return 0;
 }
 
-std::int32_t check_span(const FmtItemRec& element, Span span, const FmtValRec& increment) {
-  if (element.kind == format_kind::national_character) return 0;
+ErrorCode check_span(const FmtItemRec& element, Span span, const FmtValRec& increment) {
+  if (element.kind == format_kind::national_character) return error::none;
   if ((span.low == 0 && span.high <= 0) || (span.low < 0 && span.high < 0)) {
     return error::inconsistent_values;
   }
   if (increment.high > span.high || (increment.high == span.high && increment.low > span.low)) {
     return error::increment_out_of_range;
   }
-  return 0;
+  return error::none;
 }
 
 // The value text as the element stores it: numbers at their full width, dates and times rewritten
@@ -100,9 +100,9 @@ SignedText split_sign(std::string_view text) {
   return {sign_plus, text};
 }
 
-std::int32_t check_element(std::string_view start_entered, std::string_view end_entered,
-                           std::string_view increment_entered, bool is_first, FmtItemRec& element,
-                           FmtValRec& increment_value) {
+ErrorCode check_element(std::string_view start_entered, std::string_view end_entered,
+                        std::string_view increment_entered, bool is_first, FmtItemRec& element,
+                        FmtValRec& increment_value) {
   const SignedText start = split_sign(start_entered);
   const SignedText end = split_sign(end_entered);
   const SignedText increment = split_sign(increment_entered);
@@ -117,12 +117,12 @@ std::int32_t check_element(std::string_view start_entered, std::string_view end_
     element.end.sign = end.sign;
     increment_value.sign = increment.sign;
   }
-  std::int32_t result = parse_value(element, start.digits, element.start);
-  if (result != 0) return result;
+  ErrorCode result = parse_value(element, start.digits, element.start);
+  if (result != error::none) return result;
   result = parse_value(element, end.digits, element.end);
-  if (result != 0) return result;
+  if (result != error::none) return result;
   result = parse_number(element, increment.digits, increment_value);
-  if (result != 0) return result;
+  if (result != error::none) return result;
 
   const Span start_key = span_key(element, element.start);
   const Span end_key = span_key(element, element.end);
@@ -135,14 +135,14 @@ std::int32_t check_element(std::string_view start_entered, std::string_view end_
         is_minus(increment.sign) ? difference(start_key, end_key) : difference(end_key, start_key);
   }
   result = check_span(element, span, increment_value);
-  if (result != 0) return result;
+  if (result != error::none) return result;
 
   element.span_low = static_cast<std::int32_t>(span.low);
   element.span_high = static_cast<std::int32_t>(span.high);
   element.current = element.start;
   store_field(element.start_text, normalized_text(element, element.start, start.digits));
   store_field(element.end_text, normalized_text(element, element.end, end.digits));
-  return 0;
+  return error::none;
 }
 
 }  // namespace korvex

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "format/error_codes.h"
 #include "format/records.h"
 
 namespace korvex {
@@ -17,8 +18,8 @@ SignedText split_sign(std::string_view text);
 
 // Completes one variable element from its start and end value: value records, direction, span and
 // normalised texts, and the increment as the element reads it. `is_first` marks the first variable
-// element, the only one whose values have a sign. 0, or the code of the first rule broken.
-std::int32_t check_element(std::string_view start, std::string_view end, std::string_view increment,
-                           bool is_first, FmtItemRec& element, FmtValRec& increment_value);
+// element, the only one whose values have a sign. Answers the code of the first rule broken.
+ErrorCode check_element(std::string_view start, std::string_view end, std::string_view increment,
+                        bool is_first, FmtItemRec& element, FmtValRec& increment_value);
 
 }  // namespace korvex

@@ -15,8 +15,8 @@ namespace {
 constexpr std::int32_t max_fixed_in_character_item = 3;
 
 // How many fixed pieces and directives a format may have, by the item's class.
-std::int32_t check_counts(ValueClass item_class, std::int32_t variable_count,
-                          std::int32_t fixed_count) {
+ErrorCode check_counts(ValueClass item_class, std::int32_t variable_count,
+                       std::int32_t fixed_count) {
   switch (item_class) {
     case ValueClass::numeric:
       if (variable_count >= 2) return error::too_many_variable_parts;
@@ -32,11 +32,11 @@ std::int32_t check_counts(ValueClass item_class, std::int32_t variable_count,
       if (variable_count >= 2) return error::too_many_variable_parts;
       if (fixed_count >= 1) return error::too_many_fixed_parts;
   }
-  return variable_count == 0 && fixed_count == 0 ? error::empty_format : 0;
+  return variable_count == 0 && fixed_count == 0 ? error::empty_format : error::none;
 }
 
 // The size of a fixed piece, or the code of the rule that it breaks.
-std::int64_t fixed_size(ValueClass item_class, std::string_view text, bool has_directives) {
+Result<std::int64_t> fixed_size(ValueClass item_class, std::string_view text, bool has_directives) {
   if (item_class == ValueClass::numeric) {
     if (text.find_first_not_of("0123456789.+-") != std::string_view::npos) {
       return error::fixed_part_not_numeric;
@@ -62,9 +62,10 @@ class ElementBuilder {
   ElementBuilder(const ItemAttributes& item, ValueClass item_class, ParsedFormat& parsed)
       : item_(item), item_class_(item_class), parsed_(parsed) {}
 
-  std::int32_t add_fixed(std::string_view text) {
-    const std::int64_t size = fixed_size(item_class_, text, parsed_.variable_count > 0);
-    if (size < 0) return static_cast<std::int32_t>(size);
+  ErrorCode add_fixed(std::string_view text) {
+    const Result<std::int64_t> measured = fixed_size(item_class_, text, parsed_.variable_count > 0);
+    if (!measured) return measured.code();
+    const std::int64_t size = *measured;
     if (size > max_format_size || text.size() >= element_text_size) return error::format_too_long;
     total_ += size;
     if (total_ > max_format_size) return error::format_too_long;
@@ -73,18 +74,18 @@ class ElementBuilder {
     FmtItemRec& element = append(text);
     element.kind = format_kind::fixed;
     element.width = element.digits = static_cast<std::int32_t>(size);
-    return 0;
+    return error::none;
   }
 
-  std::int32_t add_directive(std::string_view directive, NationalCount national) {
+  ErrorCode add_directive(std::string_view directive, NationalCount national) {
     const std::int64_t count =
         national == NationalCount::split ? split_count(item_class_, directive) : 1;
     if (count == 1) return add_element(directive, 0);
     for (std::int64_t i = 0; i < count; ++i) {
-      const std::int32_t result = add_element("N", i == 0 ? 1 : 0);
-      if (result != 0) return result;
+      const ErrorCode result = add_element("N", i == 0 ? 1 : 0);
+      if (result != error::none) return result;
     }
-    return 0;
+    return error::none;
   }
 
  private:
@@ -96,15 +97,16 @@ class ElementBuilder {
     return element;
   }
 
-  std::int32_t add_element(std::string_view directive, std::int32_t group_start) {
+  ErrorCode add_element(std::string_view directive, std::int32_t group_start) {
     const bool is_first = parsed_.elements.empty();
     FmtItemRec& element = append(directive);
     element.group_start = group_start;
-    const std::int32_t size = read_directive(item_, item_class_, directive, is_first, element);
-    if (size < 0) return size;
-    total_ += size;
+    const Result<std::int32_t> size =
+        read_directive(item_, item_class_, directive, is_first, element);
+    if (!size) return size.code();
+    total_ += *size;
     if (total_ > max_format_size) return error::format_too_long;
-    return total_ > item_.digits ? error::bad_format_digits : 0;
+    return total_ > item_.digits ? error::bad_format_digits : error::none;
   }
 
   // The capacity rule for fixed pieces; `total_` already counts this one.
@@ -123,27 +125,27 @@ class ElementBuilder {
 
 }  // namespace
 
-std::int32_t parse_format(const ItemAttributes& item, ValueClass item_class,
-                          std::string_view format, NationalCount national, ParsedFormat& parsed) {
-  parsed = {};
+Result<ParsedFormat> parse_format(const ItemAttributes& item, ValueClass item_class,
+                                  std::string_view format, NationalCount national) {
   // A longer text could not be stored with its terminator.
   if (format.size() >= format_text_size) return error::format_too_long;
 
+  ParsedFormat parsed;
   const std::vector<FormatPiece> pieces = cut_format(format);
   const auto directives = std::count_if(
       pieces.begin(), pieces.end(), [](const FormatPiece& piece) { return piece.is_directive; });
   parsed.variable_count = static_cast<std::int32_t>(directives);
   parsed.fixed_count = static_cast<std::int32_t>(pieces.size()) - parsed.variable_count;
-  std::int32_t result = check_counts(item_class, parsed.variable_count, parsed.fixed_count);
-  if (result != 0) return result;
+  ErrorCode result = check_counts(item_class, parsed.variable_count, parsed.fixed_count);
+  if (result != error::none) return result;
 
   ElementBuilder builder(item, item_class, parsed);
   for (const FormatPiece& piece : pieces) {
     result = piece.is_directive ? builder.add_directive(piece.text, national)
                                 : builder.add_fixed(piece.text);
-    if (result != 0) return result;
+    if (result != error::none) return result;
   }
-  return 0;
+  return parsed;
 }
 
 }  // namespace korvex

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "format/records.h"
+#include "format/result.h"
 #include "formatlang/attributes.h"
 
 namespace korvex {
@@ -26,9 +27,9 @@ enum class NationalCount {
 // Longest format, summed over its elements' sizes.
 inline constexpr std::int64_t max_format_size = 128;
 
-// Reads a format for an item of the given class; `item.digits` must be the effective digits.
-// 0, or the code of the first rule that the text breaks; `parsed` is then not to be used.
-std::int32_t parse_format(const ItemAttributes& item, ValueClass item_class,
-                          std::string_view format, NationalCount national, ParsedFormat& parsed);
+// Reads a format for an item of the given class; `item.digits` must be the effective digits. The
+// code is that of the first rule that the text breaks.
+Result<ParsedFormat> parse_format(const ItemAttributes& item, ValueClass item_class,
+                                  std::string_view format, NationalCount national);
 
 }  // namespace korvex

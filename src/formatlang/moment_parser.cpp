@@ -76,7 +76,7 @@ bool is_calendar_date(const Moment& moment) {
       .ok();
 }
 
-std::int32_t parse_date(std::string_view text, std::size_t digits, FmtValRec& value) {
+ErrorCode parse_date(std::string_view text, std::size_t digits, FmtValRec& value) {
   if (text.size() != digits) return error::bad_date_digits;
   if (!all_digits(text)) return error::zero_or_not_numeric;
   Moment moment = cut_date(text);
@@ -87,10 +87,10 @@ std::int32_t parse_date(std::string_view text, std::size_t digits, FmtValRec& va
   }
   store_date(moment, value);
   value.low = static_cast<std::int32_t>(decimal_prefix(text));
-  return 0;
+  return error::none;
 }
 
-std::int32_t parse_unchecked_date(std::string_view text, std::size_t digits, FmtValRec& value) {
+ErrorCode parse_unchecked_date(std::string_view text, std::size_t digits, FmtValRec& value) {
   if (text.size() != digits) return error::bad_date_digits;
   if (!all_digits(text)) return error::value_not_numeric;
   const Moment moment = cut_date(text);
@@ -101,14 +101,14 @@ std::int32_t parse_unchecked_date(std::string_view text, std::size_t digits, Fmt
   if (moment.day > 31 || moment.month > 12) return error::value_out_of_range;
   store_date(moment, value);
   value.low = static_cast<std::int32_t>(decimal_prefix(text));
-  return 0;
+  return error::none;
 }
 
 bool is_time_of_day(const Moment& moment) {
   return within(moment.hour, 0, 23) && within(moment.minute, 0, 59) && within(moment.second, 0, 59);
 }
 
-std::int32_t parse_time(std::string_view text, std::size_t digits, FmtValRec& value) {
+ErrorCode parse_time(std::string_view text, std::size_t digits, FmtValRec& value) {
   if (text.size() != digits) return error::bad_time_digits;
   if (!all_digits(text)) return error::value_not_numeric;
   Moment moment;
@@ -118,7 +118,7 @@ std::int32_t parse_time(std::string_view text, std::size_t digits, FmtValRec& va
   if (!is_time_of_day(moment)) return error::value_out_of_range;
   store_time(moment, value);
   value.low = static_cast<std::int32_t>(decimal_prefix(text));
-  return 0;
+  return error::none;
 }
 
 bool is_in_timestamp_range(const Moment& moment) {
@@ -129,7 +129,7 @@ bool is_in_timestamp_range(const Moment& moment) {
   return after_first && before_last;
 }
 
-std::int32_t parse_timestamp(std::string_view text, std::size_t digits, FmtValRec& value) {
+ErrorCode parse_timestamp(std::string_view text, std::size_t digits, FmtValRec& value) {
   if (text.size() > digits) return error::bad_timestamp_digits;
   Moment moment;
   moment.year = number_at(text, 0, 4);
@@ -148,12 +148,12 @@ std::int32_t parse_timestamp(std::string_view text, std::size_t digits, FmtValRe
   store_time(moment, value);
   value.high = static_cast<std::int32_t>(moment.date_number());
   value.low = static_cast<std::int32_t>(moment.time_number());
-  return 0;
+  return error::none;
 }
 
 }  // namespace
 
-std::int32_t parse_moment(const FmtItemRec& element, std::string_view text, FmtValRec& value) {
+ErrorCode parse_moment(const FmtItemRec& element, std::string_view text, FmtValRec& value) {
   const auto digits = static_cast<std::size_t>(element.digits);
   switch (element.kind) {
     case format_kind::date:

@@ -25,10 +25,10 @@ bool begins_with_sign(std::string_view text) {
 
 // The rules for the list as a whole, with the codes of the start or of the end list.
 struct ListErrors {
-  std::int32_t not_set;
-  std::int32_t count_mismatch;
-  std::int32_t too_long;
-  std::int32_t bad_sign;
+  ErrorCode not_set;
+  ErrorCode count_mismatch;
+  ErrorCode too_long;
+  ErrorCode bad_sign;
 };
 
 constexpr ListErrors start_errors = {error::start_not_set, error::start_count_mismatch,
@@ -36,8 +36,8 @@ constexpr ListErrors start_errors = {error::start_not_set, error::start_count_mi
 constexpr ListErrors end_errors = {error::end_not_set, error::end_count_mismatch,
                                    error::end_out_of_range, error::bad_end_sign};
 
-std::int32_t check_list(const ItemAttributes& item, std::string_view list,
-                        std::int32_t variable_count, const ListErrors& errors) {
+ErrorCode check_list(const ItemAttributes& item, std::string_view list, std::int32_t variable_count,
+                     const ListErrors& errors) {
   if (list.empty()) return errors.not_set;
   const Values values = cut_list(list);
   if (values.size() != static_cast<std::size_t>(variable_count)) return errors.count_mismatch;
@@ -47,10 +47,10 @@ std::int32_t check_list(const ItemAttributes& item, std::string_view list,
   for (std::size_t i = 0; i < values.size(); ++i) {
     if (begins_with_sign(values[i]) && (i > 0 || item.signed_flag == 0)) return errors.bad_sign;
   }
-  return 0;
+  return error::none;
 }
 
-std::int32_t check_increment(const ItemAttributes& item, const RangeTexts& texts) {
+ErrorCode check_increment(const ItemAttributes& item, const RangeTexts& texts) {
   const double magnitude = fraction_prefix(split_sign(texts.increment).digits);
   if (!(magnitude > 0 && magnitude <= max_increment)) return error::bad_increment;
   // A text of exactly the field's size would lose its terminator.
@@ -59,7 +59,7 @@ std::int32_t check_increment(const ItemAttributes& item, const RangeTexts& texts
       texts.increment.starts_with('+')) {
     return error::inconsistent_values;
   }
-  return 0;
+  return error::none;
 }
 
 // Full-width texts must run in the direction of the increment.
@@ -107,8 +107,8 @@ SplitValue split_value(std::string_view value) {
 
 // Walks the start and end values side by side; with NationalCount::split the lists are rewritten so
 // that each full-width character becomes a value of its own.
-std::int32_t order_character_values(RangeTexts& texts, std::int32_t increment_sign,
-                                    NationalCount national) {
+ErrorCode order_character_values(RangeTexts& texts, std::int32_t increment_sign,
+                                 NationalCount national) {
   const Values starts = cut_list(texts.start);
   const Values ends = cut_list(texts.end);
   std::string new_start;
@@ -127,7 +127,7 @@ std::int32_t order_character_values(RangeTexts& texts, std::int32_t increment_si
     texts.start = new_start;
     texts.end = new_end;
   }
-  return 0;
+  return error::none;
 }
 
 // Whether the later element has the wider span.
@@ -136,7 +136,7 @@ bool is_wider(const FmtItemRec& later, const FmtItemRec& widest) {
          (later.span_low == widest.span_low && later.span_high > widest.span_high);
 }
 
-std::int32_t check_elements(ValueClass item_class, const RangeTexts& texts, CheckedRange& range) {
+ErrorCode check_elements(ValueClass item_class, const RangeTexts& texts, CheckedRange& range) {
   const Values starts = cut_list(texts.start);
   const Values ends = cut_list(texts.end);
   const FmtItemRec* widest = nullptr;
@@ -144,9 +144,9 @@ std::int32_t check_elements(ValueClass item_class, const RangeTexts& texts, Chec
   for (FmtItemRec& element : range.elements) {
     if (element.kind == format_kind::fixed) continue;
     if (index >= starts.size() || index >= ends.size()) return error::value_length_mismatch;
-    const std::int32_t result = check_element(starts[index], ends[index], texts.increment,
-                                              widest == nullptr, element, range.increment);
-    if (result != 0) return result;
+    const ErrorCode result = check_element(starts[index], ends[index], texts.increment,
+                                           widest == nullptr, element, range.increment);
+    if (result != error::none) return result;
     if (widest == nullptr || is_wider(element, *widest)) widest = &element;
     ++index;
   }
@@ -155,58 +155,62 @@ std::int32_t check_elements(ValueClass item_class, const RangeTexts& texts, Chec
   if (item_class == ValueClass::national && range.increment.low > widest->span_low) {
     return error::inconsistent_values;
   }
-  return 0;
+  return error::none;
 }
 
-std::int32_t check_once(const ItemAttributes& item, ValueClass item_class,
-                        const RangeTexts& entered, NationalCount national, CheckedRange& range) {
-  ParsedFormat parsed;
-  std::int32_t result = parse_format(item, item_class, entered.format, national, parsed);
-  if (result != 0) return result;
-  range.elements = std::move(parsed.elements);
-  range.variable_count = parsed.variable_count;
+ErrorCode check_once(const ItemAttributes& item, ValueClass item_class, const RangeTexts& entered,
+                     NationalCount national, CheckedRange& range) {
+  Result<ParsedFormat> parsed = parse_format(item, item_class, entered.format, national);
+  if (!parsed) return parsed.code();
+  range.elements = std::move(parsed->elements);
+  range.variable_count = parsed->variable_count;
   range.lead_element = static_cast<std::int32_t>(range.elements.size());
-  if (parsed.variable_count == 0) return 0;
+  if (parsed->variable_count == 0) return error::none;
 
-  result = check_list(item, entered.start, parsed.variable_count, start_errors);
-  if (result != 0) return result;
-  result = check_list(item, entered.end, parsed.variable_count, end_errors);
-  if (result != 0) return result;
+  ErrorCode result = check_list(item, entered.start, parsed->variable_count, start_errors);
+  if (result != error::none) return result;
+  result = check_list(item, entered.end, parsed->variable_count, end_errors);
+  if (result != error::none) return result;
   result = check_increment(item, entered);
-  if (result != 0) return result;
+  if (result != error::none) return result;
 
   RangeTexts texts = entered;
   const std::int32_t increment_sign = split_sign(entered.increment).sign;
   if (item_class == ValueClass::national) {
     if (!runs_forward(texts.start, texts.end, increment_sign)) return error::inconsistent_values;
-    texts.start = with_commas(std::move(texts.start),
-                              range.elements.size() - static_cast<std::size_t>(parsed.fixed_count));
+    texts.start =
+        with_commas(std::move(texts.start),
+                    range.elements.size() - static_cast<std::size_t>(parsed->fixed_count));
     texts.end = with_commas(std::move(texts.end),
-                            range.elements.size() - static_cast<std::size_t>(parsed.fixed_count));
+                            range.elements.size() - static_cast<std::size_t>(parsed->fixed_count));
   } else if (item_class == ValueClass::character) {
     result = order_character_values(texts, increment_sign, national);
-    if (result != 0) return result;
+    if (result != error::none) return result;
   }
   return check_elements(item_class, texts, range);
 }
 
 }  // namespace
 
-std::int32_t check_range(const ItemAttributes& entered, const RangeTexts& texts,
-                         CheckedRange& range) {
+Result<CheckedRange> check_range(const ItemAttributes& entered, const RangeTexts& texts,
+                                 const FmtValRec& previous_increment) {
   const ValueClass item_class = value_class_of(entered.attribute);
   if (item_class == ValueClass::none) return error::bad_attribute;
   ItemAttributes item = entered;
   item.digits = effective_digits(entered);
+  CheckedRange range;
+  range.increment = previous_increment;
+  range.digits = item.digits;
 
   // A full-width directive with a count is first checked whole, against its value as entered.
   if (item_class == ValueClass::character) {
     CheckedRange scratch = range;
-    const std::int32_t result = check_once(item, item_class, texts, NationalCount::keep, scratch);
-    if (result != 0) return result;
+    const ErrorCode result = check_once(item, item_class, texts, NationalCount::keep, scratch);
+    if (result != error::none) return result;
   }
-  range.digits = item.digits;
-  return check_once(item, item_class, texts, NationalCount::split, range);
+  const ErrorCode result = check_once(item, item_class, texts, NationalCount::split, range);
+  if (result != error::none) return result;
+  return range;
 }
 
 }  // namespace korvex

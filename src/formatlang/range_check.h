@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "format/records.h"
+#include "format/result.h"
 #include "formatlang/attributes.h"
 #include "formatlang/default_settings.h"
 
@@ -22,10 +23,10 @@ struct CheckedRange {
 };
 
 // Validates a format with its start, end and increment texts against the item and works out every
-// element's values, direction, span and texts. 0, or the code of the first rule broken; `range` is
-// then not to be used.
+// element's values, direction, span and texts. The code is that of the first rule broken.
 //
-// `range.increment` may hold the item's previous increment: a format without directives keeps it.
-std::int32_t check_range(const ItemAttributes& item, const RangeTexts& texts, CheckedRange& range);
+// A format without directives keeps the item's previous increment.
+Result<CheckedRange> check_range(const ItemAttributes& item, const RangeTexts& texts,
+                                 const FmtValRec& previous_increment = {});
 
 }  // namespace korvex

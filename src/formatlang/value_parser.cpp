@@ -24,22 +24,23 @@ std::string_view without_leading_zeros(std::string_view text) {
 }
 
 // The lengths around the decimal point against what the element holds.
-std::int32_t check_number_lengths(const FmtItemRec& element, std::string_view text) {
+ErrorCode check_number_lengths(const FmtItemRec& element, std::string_view text) {
   const auto digits = static_cast<std::size_t>(element.digits);
   const auto decimals = static_cast<std::size_t>(element.decimals);
   const auto point = text.find('.');
   if (element.decimals == 0) {
     if (point != std::string_view::npos) return error::decimals_prohibited;
-    return text.size() > digits ? error::bad_value_digits : 0;
+    return text.size() > digits ? error::bad_value_digits : error::none;
   }
-  if (point == std::string_view::npos) return text.size() > digits ? error::bad_value_digits : 0;
+  if (point == std::string_view::npos)
+    return text.size() > digits ? error::bad_value_digits : error::none;
   if (digits != 0 && point > digits) return error::bad_value_digits;
-  return text.size() - point - 1 > decimals ? error::bad_value_digits : 0;
+  return text.size() - point - 1 > decimals ? error::bad_value_digits : error::none;
 }
 
 }  // namespace
 
-std::int32_t parse_number(const FmtItemRec& element, std::string_view entered, FmtValRec& value) {
+ErrorCode parse_number(const FmtItemRec& element, std::string_view entered, FmtValRec& value) {
   const auto entered_point = entered.find('.');
   if (element.kind == format_kind::unsigned_number_in_text) {
     if (entered_point != std::string_view::npos) return error::decimals_prohibited;
@@ -50,7 +51,9 @@ std::int32_t parse_number(const FmtItemRec& element, std::string_view entered, F
   std::string text(entered.starts_with("0.") ? entered : without_leading_zeros(entered));
   if (text.starts_with('.')) text.insert(0, 1, '0');
   if (text.size() > max_value_length) return error::bad_value_digits;
-  if (const std::int32_t result = check_number_lengths(element, text); result != 0) return result;
+  if (const ErrorCode result = check_number_lengths(element, text); result != error::none) {
+    return result;
+  }
 
   const auto point = text.find('.');
   const std::size_t digit_count = text.size() - (point == std::string::npos ? 0 : 1);
@@ -75,10 +78,10 @@ std::int32_t parse_number(const FmtItemRec& element, std::string_view entered, F
   store_field(value.low_text, low_text);
   value.high = static_cast<std::int32_t>(decimal_prefix(high_text));
   store_field(value.high_text, value.high == 0 ? std::string_view() : high_text);
-  return 0;
+  return error::none;
 }
 
-std::int32_t parse_characters(const FmtItemRec& element, std::string_view text, FmtValRec& value) {
+ErrorCode parse_characters(const FmtItemRec& element, std::string_view text, FmtValRec& value) {
   const auto digits = static_cast<std::size_t>(element.digits);
   const bool is_national = element.kind == format_kind::national_character;
   if (is_national) {
@@ -105,10 +108,10 @@ std::int32_t parse_characters(const FmtItemRec& element, std::string_view text, 
   value.low = is_national ? full_width_to_ordinal(low_text)
                           : letters_to_ordinal(
                                 element.kind == format_kind::upper_letters ? 'A' : 'a', low_text);
-  return 0;
+  return error::none;
 }
 
-std::int32_t parse_value(const FmtItemRec& element, std::string_view text, FmtValRec& value) {
+ErrorCode parse_value(const FmtItemRec& element, std::string_view text, FmtValRec& value) {
   switch (element.kind) {
     case format_kind::signed_number:
     case format_kind::unsigned_number:

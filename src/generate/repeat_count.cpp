@@ -133,7 +133,8 @@ bool count_control_file(ClColMain& main, bool repeats_only, RepeatCount& count) 
   count = {};
   if (main.load() != 0) return false;
   main.mismatch = false;
-  if (reconcile(main) <= 0 || main.mismatch) return false;
+  const Result<std::int32_t> with_settings = reconcile(main);
+  if (!with_settings || *with_settings == 0 || main.mismatch) return false;
   count_data_items(main, repeats_only, count);
   return true;
 }

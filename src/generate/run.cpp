@@ -16,9 +16,11 @@ constexpr std::uint64_t quotation_size = 2;
 std::int32_t load_settings(ClColMain& main) {
   const ControlHeader& header = main.header();
   main.settings.set_paths(main.settings_path(), main.work_folder());
-  const std::int32_t result = main.settings.load(header.level, header.records, header.layout_kind);
-  if (result > 0) main.settings.set_run_mode(run_mode::generator);
-  return std::min(result, 1);
+  const Result<std::int32_t> loaded =
+      main.settings.load(header.level, header.records, header.layout_kind);
+  if (!loaded) return loaded.code();
+  if (*loaded > 0) main.settings.set_run_mode(run_mode::generator);
+  return std::min(*loaded, 1);
 }
 
 LineForm line_form(const ClColMain& main) {

@@ -14,8 +14,8 @@ struct SettingsFolder {
   TempFolder work;
   std::string path = home.file("settings.fif");
 
-  std::int32_t load(ClFmtFile& file, std::int32_t level = 1, std::int32_t records = 1000,
-                    std::int32_t layout_kind = 1) const {
+  Result<std::int32_t> load(ClFmtFile& file, std::int32_t level = 1, std::int32_t records = 1000,
+                            std::int32_t layout_kind = 1) const {
     file.set_paths(path, work.path());
     return file.load(level, records, layout_kind);
   }
@@ -25,8 +25,8 @@ struct SettingsFolder {
 };
 
 // Gives an item an unsigned range of five digits.
-inline std::int32_t store_range(ClFmtFile& file, std::int32_t item, const std::string& start = "1",
-                                const std::string& end = "99999") {
+inline ErrorCode store_range(ClFmtFile& file, std::int32_t item, const std::string& start = "1",
+                             const std::string& end = "99999") {
   file.edited().texts = {"%5U", start, end, "1"};
   return file.check_and_store(item, {4, 0, 5, 5, 0});
 }

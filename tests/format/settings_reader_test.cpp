@@ -91,7 +91,8 @@ void expect_refused(const SettingsFolder& folder, const std::string& bytes, std:
                     std::int32_t level = 1) {
   write_file(folder.path, bytes);
   ClFmtFile file;
-  ASSERT_EQ(folder.load(file, level), code) << bytes.size() << " bytes, " << bytes.substr(0, 24);
+  ASSERT_EQ(folder.load(file, level).code(), code)
+      << bytes.size() << " bytes, " << bytes.substr(0, 24);
   ASSERT_FALSE(file.is_held());
   ASSERT_EQ(file.current_level(), nullptr);
   ASSERT_TRUE(same_bytes(bytes, read_file(folder.path)));
@@ -113,7 +114,7 @@ TEST(SettingsReader, RefusesOtherFilesUntouched) {
   std::filesystem::remove(folder.path);
   std::filesystem::create_directory(folder.path);
   ClFmtFile file;
-  EXPECT_EQ(folder.load(file), -2);
+  EXPECT_EQ(folder.load(file).code(), -2);
 }
 
 TEST(SettingsReader, ATruncatedFileIsRefusedAtEveryLength) {
@@ -198,11 +199,11 @@ TEST(SettingsReader, AHeldFileRefusesASecondOpener) {
   {
     ClFmtFile first;
     ASSERT_EQ(folder.load(first), 1);
-    EXPECT_EQ(folder.load(second), -2);
+    EXPECT_EQ(folder.load(second).code(), -2);
     EXPECT_EQ(first.save(0), 0);
     EXPECT_FALSE(first.is_held());
     EXPECT_EQ(folder.load(second), 1);
-    EXPECT_EQ(folder.load(first), -2);
+    EXPECT_EQ(folder.load(first).code(), -2);
     second.delete_file();
     EXPECT_FALSE(second.is_held());
     EXPECT_FALSE(platform::exists(folder.path));

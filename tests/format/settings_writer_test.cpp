@@ -90,7 +90,7 @@ TEST(SettingsWriter, ALevelWithoutSettingsGoes) {
   EXPECT_EQ(file.save(0), 0);
   EXPECT_TRUE(same_bytes(settings_bytes({1}), read_file(folder.path)));
   EXPECT_EQ(file.save(0), -68) << "the level that was current is gone";
-  EXPECT_EQ(file.read_item(201), -68);
+  EXPECT_EQ(file.read_item(201).code(), -68);
 }
 
 TEST(SettingsWriter, NothingLeftToWriteIsACode) {

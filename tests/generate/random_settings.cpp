@@ -342,10 +342,8 @@ std::string odd_field(RandomSettings& random, ClFmtColInf& column) {
 
 std::unique_ptr<ClFmtColInf> checked_column(const ItemSettings& settings) {
   ClFmtLvlInf level;
-  std::int32_t variables = 0;
-  const std::int32_t code =
-      level.check_and_store(1, settings.item, settings.texts, {settings.action, 0}, variables);
-  return code < 0 ? nullptr : std::move(level.columns.front());
+  const auto stored = level.check_and_store(1, settings.item, settings.texts, {settings.action, 0});
+  return stored ? std::move(level.columns.front()) : nullptr;
 }
 
 std::string RandomItem::description() const {

@@ -22,7 +22,7 @@ TEST(RepeatCountTest, WhatIsNotThereCannotBeCounted) {
     main.control_path = setup.long_control();
     main.set_run_mode(run_mode::settings_only);
     ASSERT_EQ(main.load(), 0);
-    ASSERT_GE(reconcile(main), 0);
+    ASSERT_TRUE(reconcile(main));
     RepeatCount counted = {77, 77};
     EXPECT_EQ(count_data_items(main, true, counted), -6) << "nothing repeats";
     EXPECT_EQ(counted.data_items, 0U);

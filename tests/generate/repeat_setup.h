@@ -57,7 +57,7 @@ class RepeatSetup : public GenerationSetup {
   void change_settings(const RunOptions& options, Change change) const {
     ClFmtFile file;
     file.set_paths(settings(), folder.path());
-    ASSERT_GE(file.load(1, options.records, options.layout_kind), 0);
+    ASSERT_TRUE(file.load(1, options.records, options.layout_kind));
     change(file);
     ASSERT_EQ(file.save(options.quotation), 0);
   }

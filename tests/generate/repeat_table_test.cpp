@@ -29,7 +29,7 @@ class RepeatTableTest : public testing::Test {
     main->set_run_mode(with_names ? run_mode::settings_only : run_mode::generator);
     EXPECT_EQ(main->load(), 0);
     main->settings.set_paths(setup.settings(), setup.folder.path());
-    EXPECT_GE(main->settings.load(1, 3, 1), 0);
+    EXPECT_TRUE(main->settings.load(1, 3, 1));
     return table.build(*main);
   }
 

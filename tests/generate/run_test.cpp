@@ -33,7 +33,7 @@ class RandomLayout {
         quotation(random.one_in(2)),
         repeats_left_(random.one_in(3) ? 3 : 0) {
     main.settings.set_run_mode(run_mode::settings_only);
-    main.settings.load(1, 0, layout_kind);
+    main.settings.begin(1, 0, layout_kind);
     std::vector<std::int32_t> numbers;
     const std::int64_t count = random.one_in(4) ? 1 : random.between(2, 6);
     for (std::int32_t number = 1; number <= count; ++number) {

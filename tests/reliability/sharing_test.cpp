@@ -46,12 +46,12 @@ class Signal {
 
 constexpr ItemAttributes counter_item = {4, 0, 9, 9, 0};
 
-std::int32_t load(ClFmtFile& file, const GenerationSetup& setup) {
+Result<std::int32_t> load(ClFmtFile& file, const GenerationSetup& setup) {
   file.set_paths(setup.settings(), setup.folder.path());
   return file.load(1, 10, 1);
 }
 
-std::int32_t store_count(ClFmtFile& file, int count) {
+ErrorCode store_count(ClFmtFile& file, int count) {
   file.edited().texts = {"%9U", "1", std::to_string(count), "1"};
   return file.check_and_store(1, counter_item);
 }
@@ -79,7 +79,7 @@ TEST(SharingTest, TheSecondProcessIsRefusedUntilTheFirstHasSaved) {
   holding.await();
   {
     ClFmtFile file;
-    EXPECT_EQ(load(file, setup), -2);
+    EXPECT_EQ(load(file, setup).code(), -2);
     EXPECT_EQ(upgrade_settings_file(setup.settings(), 1), -2);
     EXPECT_EQ(generate(setup), -2);
     EXPECT_TRUE(same_bytes(old_bytes, read_file(setup.settings())));
@@ -127,9 +127,9 @@ TEST(SharingTest, NoSaveIsLostBetweenProcesses) {
   const auto raise_often = [&] {
     for (int done = 0; done < raises;) {
       ClFmtFile file;
-      const std::int32_t loaded = load(file, setup);
-      if (loaded == -2) continue;
-      if (loaded != 1 || file.read_item(1) != 1) return 1;
+      const Result<std::int32_t> loaded = load(file, setup);
+      if (loaded.code() == error::cannot_open) continue;
+      if (loaded != 1 || file.read_item(1) != true) return 1;
       if (store_count(file, std::stoi(file.edited().texts.end) + 1) != 0) return 2;
       if (file.save(0) != 0) return 3;
       ++done;

@@ -56,7 +56,7 @@ class GenerationSetup {
                      std::int32_t quotation = 0, std::int32_t level = 1) const {
     ClFmtFile file;
     file.set_paths(settings(), folder.path());
-    expect(file.load(level, 0, layout_kind), "load");
+    expect(file.load(level, 0, layout_kind).code(), "load");
     for (const SavedItem& item : items) {
       if (item.texts.format.empty()) {
         expect(file.set_initial_value(item.number, item.item), "initial value");
@@ -82,8 +82,8 @@ class GenerationSetup {
   ScriptedInterface interface;
 
  private:
-  static void expect(std::int32_t result, const std::string& step) {
-    if (result < 0) throw std::runtime_error(step + ": " + std::to_string(result));
+  static void expect(ErrorCode result, const std::string& step) {
+    if (result != error::none) throw std::runtime_error(step + ": " + std::to_string(result));
   }
 
   ScopedVariable config_{"XDG_CONFIG_HOME", folder.file("config")};
