@@ -12,9 +12,8 @@
 namespace korvex::ways {
 namespace {
 
-// Fewer pairs than these mix badly.
-constexpr std::uint64_t least_domain = 64;
-constexpr int least_domain_bits = 6;
+// The fewer numbers, the longer two places of one remainder stay related.
+unsigned steps_for(std::uint64_t n) { return n <= 256 ? 10 : n <= 4096 ? 8 : 6; }
 
 std::uint64_t step_value(std::uint64_t half, std::uint64_t key) {
   std::uint64_t value = (half + key) * (std::rotl(key, 32) | 1);
@@ -34,31 +33,20 @@ Permutation::Permutation(Key key, std::uint64_t n, Tweak tweak) : n_(n) {
   }
 }
 
-// A fraction of 128 bits is a place among the n! orders; multiplied by n, n - 1 and so on, what
-// passes 1 each time are the digits of that place, exactly as by division.
 void Permutation::draw_table(std::uint64_t state) {
   const auto count = static_cast<std::uint8_t>(n_);
   std::iota(table_.begin(), table_.begin() + count, std::uint8_t{0});
-  std::uint64_t high = absorb(state, 0);
-  std::uint64_t low = absorb(state, 1);
   for (std::uint64_t left = count; left > 1; --left) {
-    const Wide product_low = Wide{low} * left;
-    const Wide product_high = Wide{high} * left + (product_low >> 64);
-    low = static_cast<std::uint64_t>(product_low);
-    high = static_cast<std::uint64_t>(product_high);
-    std::swap(table_[left - 1], table_[static_cast<std::size_t>(product_high >> 64)]);
+    std::swap(table_[left - 1], table_[part_of(absorb(state, left), left)]);
   }
 }
 
 void Permutation::draw_steps(std::uint64_t state) {
-  steps_ = n_ <= most_with_more_steps ? more_steps : steps;
+  steps_ = steps_for(n_);
   for (unsigned i = 0; i < steps_; ++i) step_keys_[i] = absorb(state, i);
-  const std::uint64_t domain = std::max(n_, least_domain);
-  remainder_bits_ =
-      static_cast<unsigned>(std::max(least_domain_bits, static_cast<int>(std::bit_width(n_ - 1)))) /
-      2;
+  remainder_bits_ = static_cast<unsigned>(std::bit_width(n_ - 1)) / 2;
   const std::uint64_t remainders = std::uint64_t{1} << remainder_bits_;
-  quotients_ = domain / remainders + (domain % remainders != 0);
+  quotients_ = n_ / remainders + (n_ % remainders != 0);
 }
 
 std::uint64_t Permutation::forward(std::uint64_t place) const {
