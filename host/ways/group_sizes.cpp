@@ -48,10 +48,10 @@ GroupSizes::GroupSizes(KeyFor<Use::each> key, std::uint64_t records, std::uint64
     : key_(key),
       records_(records),
       parents_(parents),
+      most_(std::min(bounds.most, records)),
       blocks_(std::max<std::uint64_t>(1, parents / block_parents)),
-      least_block_parents_(parents / blocks_) {
-  // No group has more than there are.
-  const std::uint64_t most = std::min(bounds.most, records);
+      least_block_parents_(parents / blocks_),
+      keeps_order_(bounds.keeps_order) {
   for (std::uint64_t i = 0; i < tables_.size(); ++i) {
     const std::uint64_t block_size = least_block_parents_ + i;
     if (block_size == 0 || block_size > parents) continue;
@@ -60,7 +60,7 @@ GroupSizes::GroupSizes(KeyFor<Use::each> key, std::uint64_t records, std::uint64
     const Wide part = Wide{records} * block_size / parents;
     for (std::uint64_t j = 0; j < tables_[i].size(); ++j) {
       const Wide block_records = part + j;
-      if (block_records > Wide{most} * block_size) continue;
+      if (block_records > Wide{most_} * block_size) continue;
       tables_[i][j] =
           make_table(bounds, block_size, static_cast<std::uint64_t>(block_records), 2 * i + j);
     }
@@ -69,7 +69,7 @@ GroupSizes::GroupSizes(KeyFor<Use::each> key, std::uint64_t records, std::uint64
 
 GroupSizes::Sums GroupSizes::make_table(const GroupBounds& bounds, std::uint64_t parents,
                                         std::uint64_t records, std::uint64_t number) const {
-  const std::uint64_t width = std::min(bounds.most, records_) - bounds.least;
+  const std::uint64_t width = most_ - bounds.least;
   const std::vector<std::uint64_t> extra =
       spread_extra(bounds.shape, bounds.skew, parents, records - bounds.least * parents, width);
   const Permutation order(key_, parents, {.round = table_round, .parent = number});
@@ -106,9 +106,17 @@ GroupSizes::Block GroupSizes::block(std::uint64_t number) const {
   return {number, first_parent, parents, first_record, &tables[is_smaller ? 0 : 1]};
 }
 
-// Which of a block's parents has which slot of its table.
-Permutation GroupSizes::slots(const Block& block) const {
-  return Permutation(key_, block.parents, {.round = block.number});
+// Which of all parents has a slot of its block's table.
+std::uint64_t GroupSizes::parent_at(const Block& block, std::uint64_t slot) const {
+  if (keeps_order_) return block.first_parent + slot;
+  const Permutation order(key_, block.parents, {.round = block.number});
+  return block.first_parent + order.at(slot);
+}
+
+std::uint64_t GroupSizes::slot_of(const Block& block, std::uint64_t parent) const {
+  const std::uint64_t place = parent - block.first_parent;
+  if (keeps_order_) return place;
+  return Permutation(key_, block.parents, {.round = block.number}).place_of(place);
 }
 
 // The parent that would have the record if all had the same part of them stands in the right block,
@@ -122,14 +130,13 @@ Member GroupSizes::member(std::uint64_t record) const {
   const Sums& sums = *found.sums;
   const auto next = std::upper_bound(sums.begin(), sums.end(), place);
   const auto slot = static_cast<std::uint64_t>(next - sums.begin()) - 1;
-  return {found.first_parent + slots(found).at(slot), place - sums[slot],
-          sums[slot + 1] - sums[slot]};
+  return {parent_at(found, slot), place - sums[slot], sums[slot + 1] - sums[slot]};
 }
 
 Members GroupSizes::members(std::uint64_t parent) const {
   assert(parent < parents_);
   const Block found = block(block_of(parent));
-  const std::uint64_t slot = slots(found).place_of(parent - found.first_parent);
+  const std::uint64_t slot = slot_of(found, parent);
   const Sums& sums = *found.sums;
   return {found.first_record + sums[slot], sums[slot + 1] - sums[slot]};
 }

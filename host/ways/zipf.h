@@ -30,7 +30,7 @@ class Skew {
 
 // Indices drawn with replacement by Zipf's law, 0 the most often. The first 4,096 have a share of
 // their own; beyond, each range from a number to its double has 64 equal cells, and within a cell
-// all indices are drawn alike. Made in up to 2 ms, and takes up to 120 KB, whatever n is; some 20
+// all indices are drawn alike. Made in up to 2 ms, and takes up to 120 KB, whatever n is; 20 to 60
 // ns a record.
 class Zipf {
  public:

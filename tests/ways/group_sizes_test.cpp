@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/ways/mixing.h"
+#include "host/ways/tree.h"
 
 namespace korvex::ways {
 namespace {
@@ -124,6 +125,37 @@ TEST(GroupSizes, FollowEachOtherWithoutAPattern) {
     ++runs[run];
   }
   EXPECT_GT(runs.size(), 480);  // of 512
+}
+
+TEST(Trees, HaveEveryRecordAfterItsParentAndTheChildrenThatTheBoundsSay) {
+  const Given cases[] = {{0, 0, 1, 1},    {1, 0, 3, 3},         {2, 0, 3, 3},
+                         {5000, 0, 3, 3}, {5001, 0, 1, 1},      {5000, 0, 0, 7},
+                         {9000, 0, 2, 9}, {5000, 0, 100, 5000}, {20000, 0, 1, 300}};
+  for (const Given& given : cases) {
+    for (const Shape shape : shapes) {
+      const Result<Tree> tree =
+          Tree::make(some_key, given.records, {given.least, given.most, shape, {}});
+      ASSERT_TRUE(tree);
+      std::uint64_t next_child = 1;
+      for (std::uint64_t record = 0; record < given.records; ++record) {
+        const Members children = tree->children(record);
+        const bool is_last = next_child + children.count == given.records;
+        ASSERT_TRUE(children.count <= given.most &&
+                    (children.count >= given.least || children.count == 0 || is_last));
+        for (std::uint64_t child = 0; child < children.count; ++child, ++next_child) {
+          ASSERT_EQ(children.first + child, next_child);
+          ASSERT_EQ(tree->parent(next_child), record);
+          ASSERT_LT(record, next_child);
+        }
+      }
+      ASSERT_EQ(next_child, std::max<std::uint64_t>(given.records, 1));
+    }
+  }
+  EXPECT_EQ(Tree::make(some_key, 0, {1, 1, Shape::even, {}})->parent(0), std::nullopt);
+  EXPECT_LT(Tree::make(some_key, most_records, {0, 9, Shape::zipf, {}})->parent(most_records - 1),
+            most_records / 4);
+  EXPECT_FALSE(Tree::make(some_key, 5, {0, 0, Shape::even, {}}));
+  EXPECT_FALSE(Tree::make(some_key, 5, {3, 2, Shape::even, {}}));
 }
 
 TEST(GroupSizes, SayWhyTheyCannotBe) {

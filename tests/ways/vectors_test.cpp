@@ -18,6 +18,7 @@
 #include "host/ways/power.h"
 #include "host/ways/shares.h"
 #include "host/ways/shuffle.h"
+#include "host/ways/tree.h"
 #include "host/ways/zipf.h"
 
 namespace korvex::ways {
@@ -132,6 +133,12 @@ const std::map<std::string, std::function<Answer(const Arguments&)>> schemes = {
        const GroupSizes groups =
            *GroupSizes::make({given.key()}, given.number(2), given.number(3), bounds);
        return answer([groups](std::uint64_t record) { return groups.member(record); });
+     }},
+    {"tree",
+     [](const Arguments& given) {
+       const GroupBounds bounds = {given.number(3), given.number(4), shapes.at(given.word(5)), {}};
+       const Tree tree = *Tree::make({given.key()}, given.number(2), bounds);
+       return answer([tree](std::uint64_t record) { return *tree.parent(record); });
      }},
 };
 
