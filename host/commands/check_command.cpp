@@ -111,8 +111,10 @@ bool print_sizes(const PreparedLayout& prepared, const std::vector<FieldFacts>& 
         << "\n";
   }
   out << "Records to generate: " << layout.records << "\n"
-      << "Exact file size:     " << (size ? std::to_string(*size) + " bytes" : untold) << "\n"
-      << "Predicted size:      "
+      << "Exact file size:     " << (size ? std::to_string(*size) + " bytes" : untold) << "\n";
+  // The records of a table are loaded: no file, and no limit of one, is in their way.
+  if (layout.kind == layout_kind::table) return true;
+  out << "Predicted size:      "
       << (prediction ? predicted_size_text(*prediction) : "not foretold by the module") << "\n";
   const auto free = free_space(layout.data);
   if (!free) return true;

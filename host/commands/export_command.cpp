@@ -26,18 +26,17 @@ class Exporter {
     choices_.table = choices.table.empty() ? quoted_name(platform::stem(prepared.layout().data))
                                            : quoted_path(choices.table);
     for (const PreparedItem& item : prepared.items()) {
-      items_.push_back(item.item);
       names_.emplace_back();
       // A name came out of UTF-8, so it always goes back.
       encode(item.item->name, names_.back());
     }
-    format_ = make_record_format(choices_, names_, items_);
+    format_ = make_record_format(choices_, names_, prepared.items());
   }
 
   // False when a value cannot be written; the reason is on `messages`.
   bool write(ReplacedOutput& output, std::ostream& messages) {
     std::vector<std::string_view> fields;
-    std::vector<std::string> values(items_.size());
+    std::vector<std::string> values(names_.size());
     std::string text;
     format_->begin(text);
     while (output.failure().empty() && source_.next(fields)) {
@@ -46,7 +45,7 @@ class Exporter {
       for (std::size_t i = 0; i < fields.size(); ++i) {
         if (encode(fields[i], values[i])) continue;
         messages << "record " << records_ << ", item "
-                 << platform::printable_from_code_page(items_[i]->name) << ": "
+                 << platform::printable_from_code_page(prepared_.items()[i].item->name) << ": "
                  << platform::printable_from_code_page(fields[i])
                  << " has bytes without meaning in code page 932, expected characters" << std::endl;
         return false;
@@ -75,7 +74,6 @@ class Exporter {
   FormatChoices choices_;
   RecordSource source_;
   CodePageDecoder decoder_;
-  std::vector<const LayoutItem*> items_;
   std::vector<std::string> names_;
   std::unique_ptr<RecordFormat> format_;
   std::int64_t records_ = 0;

@@ -233,7 +233,11 @@ std::optional<MappedColumn> map_column(const ColumnSchema& column, const ColumnU
       return json_column(use);
     case ColumnType::interval:
       return ranged(text_of(8), "%T", "000000", "235959", seconds_of_day);
-    case ColumnType::boolean:
+    case ColumnType::boolean: {
+      // Where the two are numbers, they are numbers for other programs, too.
+      if (column.choices.empty() || column.choices.front() != "0") return std::nullopt;
+      return ranged(signed_number(decimal_attribute, 1, 0), "%1D", "0", "1", 2);
+    }
     case ColumnType::choice:
     case ColumnType::unknown:
       return std::nullopt;

@@ -17,6 +17,18 @@
 
 namespace korvex::host {
 
+namespace {
+
+bool has_only_booleans(const ClEnumDataList& values) {
+  EnumCursor cursor(values);
+  while (!cursor.is_at_end() && (cursor.value() == "true" || cursor.value() == "false")) {
+    cursor.next();
+  }
+  return cursor.is_at_end();
+}
+
+}  // namespace
+
 int PreparedLayout::prepare(const std::string& file, std::optional<std::int32_t> records,
                             std::ostream& messages, MisreadTexts misread,
                             std::optional<RepeatCount>* prediction) {
@@ -81,11 +93,15 @@ int PreparedLayout::load(std::ostream& messages) {
   }
   if (code == 0) code = load_settings(main_);
   if (code > 0) {
-    code = run_.prepare(main_, line_form(main_),
-                        [&](const FmtColRec& settings, ClEnumDataList& values) {
-                          const std::string path(field_text(settings.enumeration_path));
-                          return check_enumeration(main_, path, settings, bad_line, &values);
-                        });
+    code = run_.prepare(
+        main_, line_form(main_), [&](const FmtColRec& settings, ClEnumDataList& values) {
+          const std::string path(field_text(settings.enumeration_path));
+          const std::int32_t count = check_enumeration(main_, path, settings, bad_line, &values);
+          if (count > 0 && has_only_booleans(values)) {
+            booleans_.insert(settings.item_number);
+          }
+          return count;
+        });
   } else if (code == 0) {
     code = error::no_format_for_item;
   }
@@ -104,7 +120,7 @@ void PreparedLayout::match_items() {
     if (column == nullptr) {
       left_out_.push_back(&item);
     } else {
-      items_.push_back({&item, column});
+      items_.push_back({&item, column, booleans_.contains(item.number)});
     }
   }
 }

@@ -22,6 +22,7 @@ namespace korvex::host {
 struct PreparedItem {
   const LayoutItem* item = nullptr;
   const ClFmtColInf* column = nullptr;
+  bool is_boolean = false;  // its list has no other values than "true" and "false"
 };
 
 // What becomes of texts that would be read as others than their writer meant: who only looks at the
@@ -66,6 +67,7 @@ class PreparedLayout {
   std::vector<PreparedItem> items_;
   std::vector<const LayoutItem*> left_out_;
   std::set<std::string> looked_at_;  // lists
+  std::set<std::int32_t> booleans_;  // the numbers of items
 };
 
 }  // namespace korvex::host

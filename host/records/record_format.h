@@ -1,20 +1,19 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "host/layout/layout.h"
+#include "host/records/prepared_layout.h"
 
 namespace korvex::host {
 
 // How records are written for another program.
 enum class Dialect { csv, tsv, json_lines, sql };
 
-// Writes records in one dialect. Names and values are handed over in the encoding that is to be
-// written; an empty value is an empty field, in JSON and SQL null.
+// Writes records in one dialect, with the texts that a load would store. Names and values are
+// handed over in the encoding that is to be written; an empty value is an empty field, in JSON and
+// SQL null.
 class RecordFormat {
  public:
   virtual ~RecordFormat() = default;
@@ -35,10 +34,6 @@ struct FormatChoices {
 // `names` and `items` go side by side and must outlive the format.
 std::unique_ptr<RecordFormat> make_record_format(const FormatChoices& choices,
                                                  const std::vector<std::string>& names,
-                                                 const std::vector<const LayoutItem*>& items);
-
-// A number as JSON and SQL write it: no plus, no leading zeros, a digit in front of the point.
-// Nothing when the text is no plain decimal number.
-std::optional<std::string> plain_number(std::string_view text);
+                                                 const std::vector<PreparedItem>& items);
 
 }  // namespace korvex::host

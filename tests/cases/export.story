@@ -19,13 +19,13 @@ file l.toml
   @item D 28 digits=8 type = "range", format = "%2YMD", start = "240229", end = "241231"
 > export l.toml -o - --header
   "N""1",名,D<0D>
-  -00.50,"say ""a,b""",24/02/29<0D>
-  +00.00,O'Neil<09>ｿ\表,24/03/01<0D>
-  +00.50,,24/03/02<0D>
+  -0.50,"say ""a,b""",2024-02-29<0D>
+  0.00,O'Neil<09>ｿ\表,2024-03-01<0D>
+  0.50,,2024-03-02<0D>
 > export l.toml -o - --format tsv
-  -00.50<09>say "a,b"<09>24/02/29
-  +00.00<09>O'Neil\tｿ\\表<09>24/03/01
-  +00.50<09><09>24/03/02
+  -0.50<09>say "a,b"<09>2024-02-29
+  0.00<09>O'Neil\tｿ\\表<09>2024-03-01
+  0.50<09><09>2024-03-02
 > export l.toml -o - --format jsonl
   {"N\"1":-0.50,"名":"say \"a,b\"","D":"2024-02-29"}
   {"N\"1":0.00,"名":"O'Neil\u0009ｿ\\表","D":"2024-03-01"}
@@ -35,6 +35,20 @@ file l.toml
   (-0.50, 'say "a,b"', '2024-02-29'),
   (0.00, 'O''Neil<09>ｿ\表', '2024-03-01'),
   (0.50, NULL, '2024-03-02');
+# Words of truth are such in JSON, where a list has no others.
+file yes.txt
+  true
+  false
+file maybe.txt
+  true
+  unknown
+file flags.toml
+  @layout
+  @item Y 1 length=7 type = "enumeration", file = "yes.txt"
+  @item M 1 length=7 type = "enumeration", file = "maybe.txt"
+> export flags.toml -o - --format jsonl --records 2
+  {"Y":true,"M":"true"}
+  {"Y":false,"M":"unknown"}
 $ for f in csv tsv; do korvex export l.toml -o - --format $f > $f; korvex export l.toml -o - --format $f --encoding cp932 | iconv -f CP932 -t UTF-8 | cmp - $f; done; echo ok
   ok
 # A new statement begins after many records.
@@ -69,7 +83,7 @@ file o.csv
 > export l.toml -o o.csv
   3 records: o.csv
 $ head -n 1 o.csv
-  -00.50,"say ""a,b""",24/02/29<0D>
+  -0.50,"say ""a,b""",2024-02-29<0D>
 file o.csv
   old
 file list.txt
@@ -99,9 +113,9 @@ do
   >2 export l.toml -o - --format <FORMAT>
     ! l.toml:18: item 名: the item on line 13 has the same name, expected different names for jsonl and sql
 > export l.toml -o - --format tsv
-  -00.50<09>good<09>24/02/29
-  +00.00<09><09>24/03/01
-  +00.50<09><09>24/03/02
+  -0.50<09>good<09>2024-02-29
+  0.00<09><09>2024-03-01
+  0.50<09><09>2024-03-02
 
 # A link stays one, also where it leads nowhere yet.
 $ ln -s linked.tsv o.link
