@@ -2,13 +2,13 @@
 // end-exceeded action), then the list. Checking and loading it agree, and it is generated from.
 #include <algorithm>
 #include <cstddef>
-#include <sstream>
 #include <string>
 
 #include "format/error_codes.h"
 #include "format/record_text.h"
 #include "generate/enumeration_check.h"
 #include "run.h"
+#include "support/table.h"
 
 namespace korvex::fuzz {
 namespace {
@@ -22,13 +22,10 @@ struct Entry {
   std::int32_t exceeded_action = 0;
 };
 
-Entry read_entry(const std::string& numbers) {
-  std::istringstream fields(numbers);
-  Entry entry;
-  ItemAttributes& item = entry.item;
-  fields >> item.attribute >> item.signed_flag >> item.length >> item.digits >> item.decimals >>
-      entry.layout_kind >> entry.exceeded_action;
-  return entry;
+Entry read_entry(const std::string& line) {
+  std::vector<std::int32_t> more = test::numbers(line);
+  more.resize(7);
+  return {test::item_of(line), more[5], more[6]};
 }
 
 FmtColRec settings_of(const Entry& entry) {

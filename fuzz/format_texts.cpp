@@ -8,6 +8,7 @@
 #include "format/fmt_file.h"
 #include "formatlang/default_settings.h"
 #include "run.h"
+#include "support/table.h"
 
 namespace korvex::fuzz {
 namespace {
@@ -24,11 +25,9 @@ Entry read_entry(std::string input) {
   std::istringstream lines(std::move(input));
   std::string numbers;
   std::getline(lines, numbers);
-  std::istringstream fields(numbers);
-  Entry entry;
-  ItemAttributes& item = entry.item;
-  fields >> item.attribute >> item.signed_flag >> item.length >> item.digits >> item.decimals >>
-      entry.layout_kind;
+  std::vector<std::int32_t> more = test::numbers(numbers);
+  more.resize(6);
+  Entry entry = {test::item_of(numbers), more[5], {}};
   for (std::string* text :
        {&entry.texts.format, &entry.texts.start, &entry.texts.end, &entry.texts.increment}) {
     std::getline(lines, *text);

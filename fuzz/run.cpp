@@ -10,29 +10,29 @@ namespace korvex::fuzz {
 
 namespace {
 
-void put_control_file(World& world, const RunRequest& request) {
-  ControlHeader header = {};
-  header.records = request.records;
-  header.layout_kind = request.layout_kind;
-  header.level = request.level;
-  header.item_count = static_cast<std::int32_t>(request.items.size());
-  store_field(header.data_path, data_path);
-  store_field(header.settings_path, settings_path);
-  store_field(header.work_folder, work_folder);
-  std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
-  bytes.append(reinterpret_cast<const char*>(request.items.data()),
-               request.items.size() * sizeof(std::int32_t));
-  world.files.put(control_path, bytes);
-}
-
 bool is_temporary(const std::string& path) {
   return path.ends_with(".TMP") || path.ends_with(".w");
 }
 
 }  // namespace
 
+void put_control_file(World& world, const RunRequest& request, std::size_t count,
+                      std::string_view items) {
+  ControlHeader header = {};
+  header.records = request.records;
+  header.layout_kind = request.layout_kind;
+  header.null_default = 1;
+  header.level = request.level;
+  header.item_count = static_cast<std::int32_t>(count);
+  store_field(header.data_path, data_path);
+  store_field(header.settings_path, settings_path);
+  store_field(header.work_folder, work_folder);
+  const std::string_view bytes(reinterpret_cast<const char*>(&header), sizeof header);
+  world.files.put(control_path, std::string(bytes).append(items));
+}
+
 std::int32_t generate(World& world, const RunRequest& request) {
-  put_control_file(world, request);
+  put_control_file(world, request, request.items.size(), bytes_of(request.items));
   std::uint64_t foretold = 0;
   std::int32_t measured = 0;
   {

@@ -53,6 +53,16 @@ struct RunRequest {
   int cancel_at_poll = 0;
 };
 
+// The items of a control file as its bytes: numbers alone, or records.
+template <typename Item>
+std::string_view bytes_of(const std::vector<Item>& items) {
+  return {reinterpret_cast<const char*>(items.data()), items.size() * sizeof(Item)};
+}
+
+// Writes the control file of a run, with so many items after its header.
+void put_control_file(World& world, const RunRequest& request, std::size_t count,
+                      std::string_view items);
+
 // Generates from the settings file of the world. A run that succeeds has written as many bytes as
 // measuring it foretells, one that fails has left no data file; nothing else is left behind.
 // Answers the run's code.

@@ -85,19 +85,8 @@ std::vector<ControlItem> save_and_compare(World& world, std::int32_t level,
   return items;
 }
 
-void count_repeats(World& world, std::int32_t level, std::int32_t layout_kind,
-                   const std::vector<ControlItem>& items) {
-  ControlHeader header = {};
-  header.records = records;
-  header.layout_kind = layout_kind;
-  header.null_default = 1;
-  header.level = level;
-  header.item_count = static_cast<std::int32_t>(items.size());
-  store_field(header.settings_path, settings_path);
-  store_field(header.work_folder, work_folder);
-  std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
-  bytes.append(reinterpret_cast<const char*>(items.data()), items.size() * sizeof(ControlItem));
-  world.files.put(control_path, bytes);
+void count_repeats(World& world, const RunRequest& request, const std::vector<ControlItem>& items) {
+  put_control_file(world, request, items.size(), bytes_of(items));
   ClRepeatCalcMain calculation;
   calculation.main.control_path = control_path;
   calculation.main.set_run_mode(run_mode::settings_only);
@@ -130,7 +119,7 @@ void run(std::string_view bytes, const Choices& choices) {
     if (choices.takes_items_twice) request.items.push_back(item.item_number);
   }
   generate(world, request);
-  count_repeats(world, choices.level, layout_kind, items);
+  count_repeats(world, request, items);
 }
 
 }  // namespace

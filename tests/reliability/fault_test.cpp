@@ -1,5 +1,9 @@
-// Each file call of each operation fails in turn, in every way and for every length of time.
+// Each file call of each operation fails in turn, in every way and for every length of time, and
+// each of them is a process's last.
 #include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -26,8 +30,7 @@ struct FaultOutcome : Outcome {
   std::string_view kind;  // of the call that met the fault
 };
 
-FaultOutcome attempt(const Operation& operation, const Fault& fault) {
-  Place place(operation.crosses_file_systems);
+FaultOutcome attempt_in(Place& place, const Operation& operation, const Fault& fault = {}) {
   FaultOutcome outcome;
   const std::size_t descriptors = open_descriptors();
   {
@@ -42,6 +45,11 @@ FaultOutcome attempt(const Operation& operation, const Fault& fault) {
   EXPECT_EQ(open_descriptors(), descriptors);
   outcome.after = place.files();
   return outcome;
+}
+
+FaultOutcome attempt(const Operation& operation, const Fault& fault = {}) {
+  Place place(operation.crosses_file_systems);
+  return attempt_in(place, operation, fault);
 }
 
 void expect_code(const Operation& operation, const FaultOutcome& outcome, const Fault& fault) {
@@ -74,15 +82,21 @@ void expect_synchronised(const std::vector<std::string_view>& calls) {
   }
 }
 
-class FaultTest : public testing::TestWithParam<Operation> {};
+class FaultTest : public testing::TestWithParam<Operation> {
+ protected:
+  void SetUp() override {
+    if (operation.crosses_file_systems && !Place(true).crosses_file_systems()) {
+      GTEST_SKIP() << "no second file system";
+    }
+    finished = attempt(operation);
+    ASSERT_EQ(finished.code, operation.success);
+  }
+
+  const Operation& operation = GetParam();
+  FaultOutcome finished;  // of an attempt without a fault
+};
 
 TEST_P(FaultTest, LeavesOldOrNew) {
-  const Operation& operation = GetParam();
-  if (operation.crosses_file_systems && !Place(true).crosses_file_systems()) {
-    GTEST_SKIP() << "no second file system";
-  }
-  const FaultOutcome finished = attempt(operation, {});
-  ASSERT_EQ(finished.code, operation.success);
   if (operation.replaces_in_one_step) expect_synchronised(finished.calls);
   int cases = 0;
   for (const int error_number : error_numbers) {
@@ -107,6 +121,71 @@ TEST_P(FaultTest, LeavesOldOrNew) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Operations, FaultTest, testing::ValuesIn(operations()),
+                         [](const auto& row) { return row.param.name; });
+
+// Runs the operation in a process of its own, which is killed at a call, after a short write if
+// there is one. Whether it was.
+bool run_and_die(const Operation& operation, Place& place, int call, const Fault& fault) {
+  const pid_t child = ::fork();
+  if (child == 0) {
+    const auto run = operation.prepare(place);
+    FaultyFileCalls calls(fault);
+    calls.before_each([&](int number) {
+      if (number == call) ::raise(SIGKILL);
+    });
+    run();
+    ::_exit(0);
+  }
+  int status = 0;
+  return ::waitpid(child, &status, 0) == child && WIFSIGNALED(status) &&
+         WTERMSIG(status) == SIGKILL;
+}
+
+Files without_temporaries(Files files) {
+  std::erase_if(files, [](const auto& file) {
+    const std::string& name = file.first;
+    return name == "temporary" || name.ends_with(".w") || name.ends_with(".new") ||
+           name.ends_with(".lock");
+  });
+  return files;
+}
+
+class KillTest : public FaultTest {
+ protected:
+  void expect_no_harm(int call, const Fault& fault = {}) const {
+    Place place(operation.crosses_file_systems);
+    ASSERT_TRUE(run_and_die(operation, place, call, fault));
+    const Files left = without_temporaries(place.files());
+    const Files after = without_temporaries(finished.after);
+    EXPECT_TRUE(left == without_temporaries(finished.before) || left == after);
+    // What is left over does no harm to the next run.
+    const FaultOutcome next = attempt_in(place, operation);
+    EXPECT_EQ(next.code, operation.success);
+    EXPECT_TRUE(without_temporaries(next.after) == after);
+  }
+};
+
+TEST_P(KillTest, LeavesOldOrNew) {
+  int cases = 0;
+  for (std::size_t i = 0; i < finished.calls.size(); ++i) {
+    SCOPED_TRACE(testing::Message() << "call " << i + 1 << ", " << finished.calls[i]);
+    const int call = static_cast<int>(i) + 1;
+    expect_no_harm(call);
+    ++cases;
+    if (finished.calls[i] != "write") continue;
+    expect_no_harm(call + 1, {call, Fault::short_write, FaultSpan::once});
+    ++cases;
+  }
+  std::printf("%s: killed %d times\n", operation.name.c_str(), cases);
+}
+
+std::vector<Operation> replacing_operations() {
+  std::vector<Operation> chosen = operations();
+  std::erase_if(chosen, [](const Operation& each) { return !each.replaces_in_one_step; });
+  return chosen;
+}
+
+INSTANTIATE_TEST_SUITE_P(Operations, KillTest, testing::ValuesIn(replacing_operations()),
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace

@@ -50,14 +50,14 @@ struct Operation {
   // once; it returns a code.
   std::function<std::function<std::int32_t()>(Place&)> prepare = {};
 
-  std::int32_t success = 0;
-  std::int32_t write_failed = -26;         // the code of a failed write
-  std::int32_t disk_full = -27;            // the same for want of space
-  std::vector<std::int32_t> codes = {};    // any others that a failure may have
+  std::vector<std::int32_t> codes = {};    // that a failure may have, beside those of a write
+  bool replaces_in_one_step = false;       // what it writes, so that a killed process does no harm
   std::vector<std::string> may_stay = {};  // whole, although the operation failed
   std::vector<std::string> may_go = {};    // although they stood there before
+  std::int32_t success = 0;
+  std::int32_t write_failed = -26;  // the code of a failed write
+  std::int32_t disk_full = -27;     // the same for want of space
   bool crosses_file_systems = false;
-  bool replaces_in_one_step = false;  // what it writes, so that a killed process does no harm
 };
 
 inline void PrintTo(const Operation& operation, std::ostream* out) { *out << operation.name; }
