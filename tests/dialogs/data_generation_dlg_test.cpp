@@ -55,23 +55,13 @@ class DataGenerationDlgTest : public DialogTest {
 
 TEST_F(DataGenerationDlgTest, SetsUpThreeItemsWithRepeatsAndGenerates) {
   setup.write(three_items(), {.records = 6});
-  const Steps story = {
-      expect_column(format_column, {"%2U", "%2U", "%3S"}),  // the defaults of a new file
-      click(id::setup),
-      type(id::end, "2"),
-      click(id::store_format),
-      click(id::next_item),
-      type(id::start, "5"),
-      type(id::end, "6"),
-      click(id::store_format),
-      click(id::next_item),
-      type(id::format, "'x'%1S"),
-      type(id::start, "A"),
-      type(id::end, "B"),
-      click(id::ok),
-  };
-  const Steps rest = {expect_column(level_column, {"1", "2", ""}),
-                      expect_column(count_column, {"1", "2", ""}), click(id::ok)};
+  const Steps story =
+      steps(expect_column(format_column, {"%2U", "%2U", "%3S"}),  // the defaults of a new file
+            click(id::setup), type(id::end, "2"), click(id::store_format), click(id::next_item),
+            type(id::start, "5"), type(id::end, "6"), click(id::store_format), click(id::next_item),
+            type(id::format, "'x'%1S"), type(id::start, "A"), type(id::end, "B"), click(id::ok));
+  const Steps rest = steps(expect_column(level_column, {"1", "2", ""}),
+                           expect_column(count_column, {"1", "2", ""}), click(id::ok));
   EXPECT_EQ(run(story + repeat(0, "1", "1") + repeat(1, "2", "2") + rest), ok);
   EXPECT_EQ(setup.told(), Names{});
   EXPECT_EQ(read_file(setup.data()),
@@ -87,12 +77,12 @@ TEST_F(DataGenerationDlgTest, IsWorkedByTheKeyboardAlone) {
       press_in_turn(
           "Return Alt+S =7 Alt+E =8 Return Ctrl+PgDown Alt+T Up Return Alt+N Alt+O =%1S "
           "Alt+S =K Alt+E =L") +
-      Steps{tab_to(id::increment)} + press_in_turn("=1 Up Down Alt+P Alt+U") +
-      Steps{tab_to(id::ok)} + press_in_turn("Space");
+      steps(tab_to(id::increment)) + press_in_turn("=1 Up Down Alt+P Alt+U") +
+      steps(tab_to(id::ok)) + press_in_turn("Space");
   // A repeat, and the second row's settings deleted.
   const Steps repeats = press_in_turn("Alt+R Alt+L =1 Alt+N =3 Return Home Down Alt+D") +
-                        Steps{expect_column(format_column, {"%2U", "", "%1S"}),
-                              expect_column(count_column, {"", "", "3"}), press("Ctrl+Return")};
+                        steps(expect_column(format_column, {"%2U", "", "%1S"}),
+                              expect_column(count_column, {"", "", "3"}), press("Ctrl+Return"));
   EXPECT_EQ(run(setups + repeats), ok);
   EXPECT_EQ(setup.told(), Names{});
   EXPECT_EQ(read_file(setup.data()), "07,K,\n08,L,\n");
@@ -105,9 +95,9 @@ TEST_F(DataGenerationDlgTest, NothingIsWrittenUnlessByOk) {
   setup.save_settings({second});
   const std::string before = read_file(setup.settings());
   for (const Step& end : {click(id::cancel), press("Esc"), close_box()}) {
-    EXPECT_EQ(run({row(id::items, 1), click(id::setup), type(id::end, "5"), click(id::ok),
-                   click(id::repeats), click(id::update), click(id::delete_settings),
-                   expect_column(format_column, {"", "", ""}), end}),
+    EXPECT_EQ(run(steps(row(id::items, 1), click(id::setup), type(id::end, "5"), click(id::ok),
+                        click(id::repeats), click(id::update), click(id::delete_settings),
+                        expect_column(format_column, {"", "", ""}), end)),
               cancel);
     EXPECT_EQ(setup.told(), Names{});
     EXPECT_TRUE(same_bytes(before, read_file(setup.settings())));
@@ -142,16 +132,10 @@ TEST_F(DataGenerationDlgTest, OkComplainsInItsOrder) {
       {change_level(0, "1"), "w109", " is 1.", 0},
       {{row(id::items, 1), click(id::repeats)}, "q66", "Item Name: D ", 3, Answer::no},
   };
-  Steps story = {row(id::items, 2),
-                 click(id::setup),
-                 choose(id::type, type_entry::enumeration),
-                 click(id::select_file),
-                 click(id::ok),
-                 row(id::items, 3),
-                 click(id::delete_settings),
-                 row(id::items, 4),
-                 click(id::delete_settings),
-                 then([=] { write_file(path, "1\nx\n"); })};
+  Steps story = steps(
+      row(id::items, 2), click(id::setup), choose(id::type, type_entry::enumeration),
+      click(id::select_file), click(id::ok), row(id::items, 3), click(id::delete_settings),
+      row(id::items, 4), click(id::delete_settings), then([=] { write_file(path, "1\nx\n"); }));
   for (const Stage& stage : stages) {
     const Step expect = [this, stage](FormDialog& dialog) {
       EXPECT_EQ(dialog.control<QAbstractItemView>(id::items)->currentIndex().row(), stage.row)
@@ -160,9 +144,9 @@ TEST_F(DataGenerationDlgTest, OkComplainsInItsOrder) {
       EXPECT_TRUE(setup.last_text.ends_with(stage.end)) << setup.last_text;
       EXPECT_FALSE(std::filesystem::exists(setup.settings()));
     };
-    story = story + stage.mend + Steps{answer(stage.answer), click(id::ok), expect};
+    story = story + stage.mend + steps(answer(stage.answer), click(id::ok), expect);
   }
-  EXPECT_EQ(run(story + Steps{answer(Answer::yes), click(id::ok)}, run_mode::settings_only), ok);
+  EXPECT_EQ(run(story + steps(answer(Answer::yes), click(id::ok)), run_mode::settings_only), ok);
   EXPECT_EQ(setup.told(), Names{"q66"});
   EXPECT_EQ(read_file(setup.settings()).substr(header_size, level_size),
             level_bytes(1, 76, 3, 3 * (column_size + element_size), 3, 1));
@@ -191,7 +175,7 @@ TEST_F(DataGenerationDlgTest, EndsByWhatSavingAndGeneratingCameTo) {
     if (c.has_file) setup.save_settings({two_digits});
     setup.interface.answers = {c.answer};
     const Steps deletion = {click(id::delete_settings)};
-    EXPECT_EQ(run((*c.data == '\0' ? deletion : Steps{}) + Steps{click(id::ok)}), c.result);
+    EXPECT_EQ(run((*c.data == '\0' ? deletion : Steps{}) + steps(click(id::ok))), c.result);
     EXPECT_EQ(setup.told(), c.told);
     EXPECT_EQ(setup.outputs(), Names{});
     EXPECT_EQ(std::filesystem::exists(setup.settings()), c.leaves_file);
@@ -202,12 +186,12 @@ TEST_F(DataGenerationDlgTest, EndsByWhatSavingAndGeneratingCameTo) {
 TEST_F(DataGenerationDlgTest, AFullDiskKeepsItOpenAndOtherFailuresDoNot) {
   setup.write();
   std::optional<WriteCalls> disk;
-  EXPECT_EQ(run({then([&] { disk.emplace(ENOSPC); }), click(id::ok), expect_told({"p27"}),
-                 then([&] { disk.reset(); }), click(id::ok)}),
+  EXPECT_EQ(run(steps(then([&] { disk.emplace(ENOSPC); }), click(id::ok), expect_told({"p27"}),
+                      then([&] { disk.reset(); }), click(id::ok))),
             ok);
   setup.write({{}});
   std::filesystem::remove(setup.settings());
-  EXPECT_EQ(run({then([&] { disk.emplace(EIO); }), click(id::ok)}), cancel);
+  EXPECT_EQ(run(steps(then([&] { disk.emplace(EIO); }), click(id::ok))), cancel);
   disk.reset();
   EXPECT_EQ(setup.told(), Names{"p26"});
 }
@@ -219,10 +203,10 @@ TEST_F(DataGenerationDlgTest, AWriteProtectedFileIsReplacedOnlyWhenTheUserSaysSo
   std::filesystem::permissions(setup.settings(), std::filesystem::perms::owner_read);
   const std::string question =
       "qThe Format Information file is write-protected.\nReplace it?\n" + setup.settings();
-  EXPECT_EQ(run({click(id::setup), type(id::end, "5"), click(id::ok), answer(Answer::no),
-                 click(id::ok), expect_told({question}),
-                 then([&] { EXPECT_TRUE(same_bytes(before, read_file(setup.settings()))); }),
-                 answer(Answer::yes), click(id::ok)}),
+  EXPECT_EQ(run(steps(click(id::setup), type(id::end, "5"), click(id::ok), answer(Answer::no),
+                      click(id::ok), expect_told({question}),
+                      then([&] { EXPECT_TRUE(same_bytes(before, read_file(setup.settings()))); }),
+                      answer(Answer::yes), click(id::ok))),
             ok);
   EXPECT_EQ(setup.told(), Names{question});
   EXPECT_EQ(read_file(setup.data()), "1,\n2,\n3,\n");
@@ -230,7 +214,7 @@ TEST_F(DataGenerationDlgTest, AWriteProtectedFileIsReplacedOnlyWhenTheUserSaysSo
 
 TEST_F(DataGenerationDlgTest, UpdateTakesWholeNumbersThatAreNotZero) {
   setup.write();
-  Steps story = {click(id::repeats)};
+  Steps story = steps(click(id::repeats));
   // Level, count, what is told and the number that is to be typed again.
   for (const auto& [level, count, told, wrong] : table<4>(R"(
       0          | 1 | w102                                               | level
@@ -241,32 +225,22 @@ TEST_F(DataGenerationDlgTest, UpdateTakesWholeNumbersThatAreNotZero) {
       x          |   | wPlease enter a positive integer.                  | count
   )")) {
     const int focus = wrong == "level" ? id::level : id::count;
-    story = story + Steps{type(id::level, QString::fromStdString(level)),
-                          type(id::count, QString::fromStdString(count)),
-                          click(id::update),
-                          expect_told({told}),
-                          expect_column(level_column, {"", ""}),
+    story = story + steps(type(id::level, QString::fromStdString(level)),
+                          type(id::count, QString::fromStdString(count)), click(id::update),
+                          expect_told({told}), expect_column(level_column, {"", ""}),
                           [focus](FormDialog& dialog) {
                             EXPECT_TRUE(dialog.control(focus)->hasFocus());
                             EXPECT_EQ(edit_of(dialog, focus)->selectedText().toStdString(),
                                       text_of(dialog, focus));
-                          }};
+                          });
   }
   // The next level is proposed, and the first one where no next is left.
-  story = story + Steps{type(id::level, "3"),
-                        type(id::count, "1"),
-                        click(id::update),
-                        row(id::items, 1),
-                        click(id::repeats),
-                        expect_text(id::level, "4"),
-                        expect_text(id::count, "1"),
-                        type(id::level, "2147483647"),
-                        click(id::update),
-                        row(id::items, 2),
-                        click(id::repeats),
-                        expect_text(id::level, "1"),
-                        expect_column(level_column, {"3", "2147483647", ""}),
-                        click(id::cancel)};
+  story =
+      story + steps(type(id::level, "3"), type(id::count, "1"), click(id::update),
+                    row(id::items, 1), click(id::repeats), expect_text(id::level, "4"),
+                    expect_text(id::count, "1"), type(id::level, "2147483647"), click(id::update),
+                    row(id::items, 2), click(id::repeats), expect_text(id::level, "1"),
+                    expect_column(level_column, {"3", "2147483647", ""}), click(id::cancel));
   EXPECT_EQ(run(story), cancel);
   EXPECT_EQ(setup.told(), Names{});
 }
@@ -283,10 +257,10 @@ TEST_F(DataGenerationDlgTest, OffersWhatTheSettingsOfTheRowAllow) {
       EXPECT_FALSE(dialog.control(hidden)->isVisible());
     }
   };
-  EXPECT_EQ(run({expect_usable(commands, {id::delete_settings}), expect_hidden,
-                 expect_column(format_column, {"Init Null", "'12'", ""}), row(id::items, 1),
-                 expect_usable(commands, {id::delete_settings}), row(id::items, 2),
-                 expect_usable(commands, {}), click(id::cancel)}),
+  EXPECT_EQ(run(steps(expect_usable(commands, {id::delete_settings}), expect_hidden,
+                      expect_column(format_column, {"Init Null", "'12'", ""}), row(id::items, 1),
+                      expect_usable(commands, {id::delete_settings}), row(id::items, 2),
+                      expect_usable(commands, {}), click(id::cancel))),
             cancel);
   // The repeat of an item that has lost its changing values still counts, and can be taken away.
   setup.write({{}});
@@ -297,11 +271,11 @@ TEST_F(DataGenerationDlgTest, OffersWhatTheSettingsOfTheRowAllow) {
     };
   };
   EXPECT_EQ(run(repeat(0, "1", "3") +
-                Steps{click(id::setup), choose(id::type, type_entry::initial_value), click(id::ok),
+                steps(click(id::setup), choose(id::type, type_entry::initial_value), click(id::ok),
                       expect_column(count_column, {"3"}), expect_ticked(true),
                       expect_usable({id::repeats, id::update}, {id::repeats}), click(id::repeats),
                       expect_column(count_column, {""}), expect_ticked(false),
-                      expect_usable({id::repeats, id::update}, {}), click(id::cancel)}),
+                      expect_usable({id::repeats, id::update}, {}), click(id::cancel))),
             cancel);
 }
 
@@ -314,7 +288,7 @@ TEST_F(DataGenerationDlgTest, ColumnsOfAnEmptySettingsFileAreNullWhereTheHostAsk
                 {.layout_kind = layout_kind, .null_default = null_default});
     std::filesystem::remove(setup.settings());
     setup.save_settings({{}}, layout_kind, 0, 2);  // of another level
-    EXPECT_EQ(run({expect_column(format_column, {format, ""}), click(id::cancel)}), cancel);
+    EXPECT_EQ(run(steps(expect_column(format_column, {format, ""}), click(id::cancel))), cancel);
   }
 }
 
@@ -322,7 +296,7 @@ TEST_F(DataGenerationDlgTest, TheLockFixesTheQuotation) {
   for (const std::int32_t lock : {0, 1}) {
     setup.write({{.attributes = letters}}, {.records = 1});
     setup.save_settings({{.item = letters, .texts = {"%1S", "A", "Z", "1"}}}, 1, 1);
-    EXPECT_EQ(run({click(id::ok)}, run_mode::data_file_dialog, lock), ok);
+    EXPECT_EQ(run(steps(click(id::ok)), run_mode::data_file_dialog, lock), ok);
     EXPECT_EQ(read_file(setup.data()), lock == 1 ? "A,\n" : "\"A\",\n");
   }
 }
@@ -344,13 +318,13 @@ TEST_F(DataGenerationDlgTest, IsNeverSeenWhenLoadingFails) {
   }
   // Items with impossible digits are named.
   setup.write({{.name = cp932("品番"), .attributes = {4, 0, -1, -1, 0}}, {.number = 2}});
-  EXPECT_EQ(run({click(id::cancel)}), cancel);
+  EXPECT_EQ(run(steps(click(id::cancel))), cancel);
   EXPECT_EQ(setup.told(), Names{"w75"});
   EXPECT_TRUE(setup.last_text.ends_with("品番 ")) << setup.last_text;
   // Without items the commands do nothing.
   setup.write({});
   EXPECT_EQ(
-      run(Steps{click(id::setup)} + press_in_turn("Alt+D Alt+R Alt+U") + Steps{click(id::cancel)}),
+      run(steps(click(id::setup)) + press_in_turn("Alt+D Alt+R Alt+U") + steps(click(id::cancel))),
       cancel);
   EXPECT_EQ(setup.told(), Names{});
 }

@@ -173,9 +173,9 @@ inline Step press(const QString& keys) {
 
 // The same, each when the one before has been worked.
 inline Steps press_in_turn(const QString& keys) {
-  Steps steps;
-  for (const QString& key : keys.split(' ')) steps.push_back(press(key));
-  return steps;
+  Steps all;
+  for (const QString& key : keys.split(' ')) all.push_back(press(key));
+  return all;
 }
 
 inline Step tab_to(int id) {
@@ -213,6 +213,11 @@ inline Step expect_usable(const std::vector<int>& controls, const std::vector<in
 inline Steps operator+(Steps first, const Steps& second) {
   first.insert(first.end(), second.begin(), second.end());
   return first;
+}
+
+template <typename... Each>
+Steps steps(const Each&... each) {
+  return {each...};
 }
 
 // Stories with a control file, messages and file choices that are scripted.

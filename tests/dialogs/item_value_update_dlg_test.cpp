@@ -67,23 +67,23 @@ class ItemValueUpdateDlgTest : public DialogTest {
 TEST_F(ItemValueUpdateDlgTest, UpdatesTheItemThatWasBrowsedFor) {
   setup.save_settings({{.number = 1, .item = {4, 0, 2, 2, 0}, .texts = {"%2U", "5", "9", "1"}},
                        {.number = 3, .item = letters, .texts = {}}});
-  EXPECT_EQ(
-      run({expect_item("A", "first"), expect_explained("Length: 2"),
-           choose(id::type, type_entry::range), expect_fields("%2U", "1", true),
-           click(id::browse_items), row(id::selection_items, 2, true), expect_item("C", "first"),
-           expect_explained("Length: 3"), expect_fields("", "1", false),
-           choose(id::type, type_entry::range), expect_fields("%3S", "1", true),
-           click(id::custom_format), type(id::format, "%1S"), type(id::start, "K"),
-           type(id::end, "L"), click(id::exceeded_repeat), click(id::ok)}),
-      ok);
+  EXPECT_EQ(run(steps(expect_item("A", "first"), expect_explained("Length: 2"),
+                      choose(id::type, type_entry::range), expect_fields("%2U", "1", true),
+                      click(id::browse_items), row(id::selection_items, 2, true),
+                      expect_item("C", "first"), expect_explained("Length: 3"),
+                      expect_fields("", "1", false), choose(id::type, type_entry::range),
+                      expect_fields("%3S", "1", true), click(id::custom_format),
+                      type(id::format, "%1S"), type(id::start, "K"), type(id::end, "L"),
+                      click(id::exceeded_repeat), click(id::ok))),
+            ok);
   EXPECT_EQ(setup.told(), Names{});
   EXPECT_EQ(setup.outputs(), Names{});  // no data is generated
   EXPECT_EQ(generated({1, 2, 3}), "05,K,\n06,L,\n");
 
   // An item that is browsed for and nothing else gets the initial value.
-  EXPECT_EQ(
-      run({click(id::browse_items), row(id::selection_items, 2), click(id::ok), click(id::ok)}),
-      ok);
+  EXPECT_EQ(run(steps(click(id::browse_items), row(id::selection_items, 2), click(id::ok),
+                      click(id::ok))),
+            ok);
   EXPECT_EQ(generated({1, 3}), "05,,\n06,,\n");
 }
 
@@ -100,21 +100,21 @@ TEST_F(ItemValueUpdateDlgTest, BeginsWithTheItemThatTheHostNames) {
       {0, "A"}, {1, "A"}, {3, "C"}, {4, "A"}, {-1, "A"}};
   for (const auto& [position, name] : cases) {
     setup.write(three_items(), {.records = position});
-    EXPECT_EQ(run({expect_item(name, "first"), press("Esc")}), cancel);
+    EXPECT_EQ(run(steps(expect_item(name, "first"), press("Esc"))), cancel);
   }
 }
 
 TEST_F(ItemValueUpdateDlgTest, AskForANameOfAnItem) {
   for (const auto& [name, told] : {std::pair{"", "p42"}, {"a", "p43"}}) {
-    EXPECT_EQ(run({type(id::update_name, "C"), expect_explained("Length: 3"),
-                   type(id::update_name, name), expect_explained(""),
-                   [](FormDialog& dialog) {
-                     QTest::mouseClick(dialog.control(id::type), Qt::LeftButton);
-                   },
-                   expect_told({told}), press("Esc"), choose(id::type, type_entry::range),
-                   expect_told({told, told}), expect_fields("", "", false), click(id::ok),
-                   expect_told({told}), close_box()}),
-              cancel);
+    EXPECT_EQ(
+        run(steps(
+            type(id::update_name, "C"), expect_explained("Length: 3"), type(id::update_name, name),
+            expect_explained(""),
+            [](FormDialog& dialog) { QTest::mouseClick(dialog.control(id::type), Qt::LeftButton); },
+            expect_told({told}), press("Esc"), choose(id::type, type_entry::range),
+            expect_told({told, told}), expect_fields("", "", false), click(id::ok),
+            expect_told({told}), close_box())),
+        cancel);
   }
   EXPECT_FALSE(std::filesystem::exists(setup.settings()));
 }
@@ -124,16 +124,16 @@ TEST_F(ItemValueUpdateDlgTest, RefusalsKeepItOpen) {
   const Steps range = {choose(id::type, type_entry::range), click(id::custom_format)};
   const Steps other = {type(id::update_name, "T")};
   const auto ends = [this](const Steps& entry, const Names& told) {
-    EXPECT_EQ(run(entry + Steps{click(id::ok), expect_told(told), click(id::cancel)}), cancel);
+    EXPECT_EQ(run(entry + steps(click(id::ok), expect_told(told), click(id::cancel))), cancel);
   };
   ends({}, {"p65"});
-  ends(range + Steps{type(id::format, "")}, {"p36"});
-  ends(range + Steps{type(id::format, "%5X")}, {"p7"});
+  ends(range + steps(type(id::format, "")), {"p36"});
+  ends(range + steps(type(id::format, "%5X")), {"p7"});
   EXPECT_TRUE(setup.last_text.ends_with("\nPlease check the format."));
   ends(range, {"p37"});
-  ends(range + Steps{type(id::start, "1")}, {"p38"});
-  ends(range + Steps{type(id::start, "1"), type(id::end, "2"), type(id::increment, "")}, {"p39"});
-  ends(other + range + Steps{type(id::format, "'x'")}, {"p11"});
+  ends(range + steps(type(id::start, "1")), {"p38"});
+  ends(range + steps(type(id::start, "1"), type(id::end, "2"), type(id::increment, "")), {"p39"});
+  ends(other + range + steps(type(id::format, "'x'")), {"p11"});
   EXPECT_FALSE(std::filesystem::exists(setup.settings()));
 }
 
@@ -156,16 +156,16 @@ TEST_F(ItemValueUpdateDlgTest, KeepsTheExamplesInItsList) {
   const Steps open = {choose(id::type, type_entry::range), click(id::custom_format)};
   const Steps close = {choose(id::type, type_entry::initial_value), click(id::ok)};
   EXPECT_EQ(run(open +
-                Steps{expect_list("9 0 add"), type(id::format, "%7U"), click(id::add_example),
+                steps(expect_list("9 0 add"), type(id::format, "%7U"), click(id::add_example),
                       expect_list("10 0 add delete"), click(id::add_example), expect_told({"i47"}),
                       row(id::update_examples, 3, true), expect_text(id::format, "%S"),
-                      press("Down"), press("Return"), expect_text(id::format, "%N")} +
+                      press("Down"), press("Return"), expect_text(id::format, "%N")) +
                 close),
             ok);
   EXPECT_EQ(stored(), "%7U");
   EXPECT_EQ(
       run(open +
-          Steps{row(id::update_examples, 9), click(id::delete_example), expect_list("9 8 add")} +
+          steps(row(id::update_examples, 9), click(id::delete_example), expect_list("9 8 add")) +
           close),
       ok);
   EXPECT_EQ(stored(), "") << "a deleted example stays deleted";

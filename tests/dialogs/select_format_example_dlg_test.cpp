@@ -60,27 +60,28 @@ class SelectFormatExampleDlgTest : public DialogTest {
 
 TEST_F(SelectFormatExampleDlgTest, PicksAnExample) {
   const std::pair<int, std::string> picked = {ok, "%N"};
-  EXPECT_EQ(run({expect_state("9 0 %3U add"), row(id::examples, 4), click(id::ok)}), picked);
-  EXPECT_EQ(run({row(id::examples, 4, true)}), picked);
-  EXPECT_EQ(run({tab_to(id::examples), press("End"), press("Return")}).second, "%TS");
-  EXPECT_EQ(run({row(id::examples, 0), expect_state("9 0 %D add"), press("Esc")}).first, cancel);
+  EXPECT_EQ(run(steps(expect_state("9 0 %3U add"), row(id::examples, 4), click(id::ok))), picked);
+  EXPECT_EQ(run(steps(row(id::examples, 4, true))), picked);
+  EXPECT_EQ(run(steps(tab_to(id::examples), press("End"), press("Return"))).second, "%TS");
+  EXPECT_EQ(run(steps(row(id::examples, 0), expect_state("9 0 %D add"), press("Esc"))).first,
+            cancel);
   EXPECT_EQ(stored(), (Names{"", "", ""}));
 }
 
 TEST_F(SelectFormatExampleDlgTest, AddsOnceAndDeletesOnlyTheUsersOwn) {
   const auto refused = [this](const QString& format, const char* told) {
-    return Steps{type(id::example_format, format), click(id::add_example), expect_told({told})};
+    return steps(type(id::example_format, format), click(id::add_example), expect_told({told}));
   };
-  EXPECT_EQ(run(Steps{click(id::add_example), expect_state("10 9 %3U add delete"),
-                      click(id::add_example), expect_told({"i47"})} +
+  EXPECT_EQ(run(steps(click(id::add_example), expect_state("10 9 %3U add delete"),
+                      click(id::add_example), expect_told({"i47"})) +
                 refused("%D", "i47") + refused("", "w35") + refused("%5X", "w7") +
                 refused(QString(256, 'x'), "w10") +
-                Steps{row(id::examples, 8), click(id::delete_example), expect_told({"i48"}),
+                steps(row(id::examples, 8), click(id::delete_example), expect_told({"i48"}),
                       row(id::examples, 9), click(id::delete_example), expect_state("9 8 %TS add"),
-                      type(id::example_format, "'x'"), click(id::add_example), click(id::ok)}),
+                      type(id::example_format, "'x'"), click(id::add_example), click(id::ok))),
             (std::pair<int, std::string>{ok, "'x'"}));
   EXPECT_EQ(stored(), (Names{"'x'", "", ""}));
-  run({row(id::examples, 9), click(id::delete_example), click(id::ok)});
+  run(steps(row(id::examples, 9), click(id::delete_example), click(id::ok)));
   EXPECT_EQ(stored(), (Names{"", "", ""}));
 }
 
@@ -97,15 +98,15 @@ TEST_F(SelectFormatExampleDlgTest, AFullListIsCutIntoPiecesAndReadBack) {
   store(examples(0, 40), examples(40, 40), examples(80, 10));
   const std::string last = examples(90, 1);
   const Steps full = {expect_state("100 99 " + last + " delete"), click(id::ok)};
-  run(Steps{expect_state("99 0 " + last + " add delete"), click(id::add_example)} + full, last);
+  run(steps(expect_state("99 0 " + last + " add delete"), click(id::add_example)) + full, last);
   EXPECT_EQ(stored(), (Names{examples(0, 48), examples(48, 43), ""}));
-  EXPECT_EQ(run({expect_state("100 0 %3U delete"), press("Esc")}).first, cancel);
+  EXPECT_EQ(run(steps(expect_state("100 0 %3U delete"), press("Esc"))).first, cancel);
 }
 
 TEST_F(SelectFormatExampleDlgTest, CancelAsksAboutChanges) {
   setup.interface.answers = {Answer::yes, Answer::no};
-  EXPECT_EQ(run({click(id::add_example), click(id::cancel), expect_told({"q107"}),
-                 expect_state("10 9 %3U add delete"), press("Esc")})
+  EXPECT_EQ(run(steps(click(id::add_example), click(id::cancel), expect_told({"q107"}),
+                      expect_state("10 9 %3U add delete"), press("Esc")))
                 .first,
             cancel);
   EXPECT_EQ(setup.told(), Names{"q107"});
@@ -115,11 +116,11 @@ TEST_F(SelectFormatExampleDlgTest, CancelAsksAboutChanges) {
 TEST_F(SelectFormatExampleDlgTest, AFailureToStoreKeepsItOpen) {
   const std::string config = setup.folder.file("config");
   setup.interface.answers = {Answer::ok, Answer::no};
-  EXPECT_EQ(run({click(id::add_example), then([&] {
-                   std::filesystem::rename(config, config + "2");
-                   write_file(config, "no folder");
-                 }),
-                 click(id::ok), expect_told({"w61"}), click(id::cancel)})
+  EXPECT_EQ(run(steps(click(id::add_example), then([&] {
+                        std::filesystem::rename(config, config + "2");
+                        write_file(config, "no folder");
+                      }),
+                      click(id::ok), expect_told({"w61"}), click(id::cancel)))
                 .first,
             cancel);
   EXPECT_EQ(setup.told(), Names{"q107"});

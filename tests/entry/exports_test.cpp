@@ -1,5 +1,5 @@
-#include "generate/repeat_setup.h"
 #include "korvex/korvex.h"
+#include "support/generation_setup.h"
 #include "support/write_calls.h"
 
 namespace korvex::test {
@@ -39,14 +39,16 @@ TEST(ExportsTest, TheOutputLimitEndsARunThatCountsAsDone) {
   EXPECT_EQ(read_file(setup.log()), "old log");
 }
 
-// Three digits, one to three.
-RunItem item(std::int32_t level) {
-  return {.item = {4, 0, 3, 3, 0}, .texts = {"%3U", "1", "3", "1"}, .level = level};
+// Three digits, one to three, which may repeat.
+void write_run(const GenerationSetup& setup, std::int32_t records, std::int32_t level) {
+  setup.save_settings(
+      {{.item = {4, 0, 3, 3, 0}, .texts = {"%3U", "1", "3", "1"}, .repeat_level = level}});
+  setup.write_control({.records = records});
 }
 
 TEST(ExportsTest, AsksInTheHostsOwnNumber) {
-  RepeatSetup setup;
-  setup.write({item(1)}, {.records = 2});
+  GenerationSetup setup;
+  write_run(setup, 2, 1);
   setup.interface.answers = {platform::Answer::no};
   EXPECT_EQ(DGCreateData(setup.control().c_str(), guarded, nullptr, ~std::uint64_t{0}), 0);
   ASSERT_EQ(setup.interface.messages.size(), 1U);
@@ -63,8 +65,8 @@ TEST(ExportsTest, ThePercentageLeavesAMarginForRepeats) {
       {guarded, 0, {20, 40, 60, 80, 100}},
       {0, 1, {20, 40, 60, 80, 100}}};
   for (const auto& [option, level, percentages] : cases) {
-    RepeatSetup setup;
-    setup.write({item(level)}, {.records = 5});
+    GenerationSetup setup;
+    write_run(setup, 5, level);
     ASSERT_EQ(DGCreateData(setup.control().c_str(), option, &setup, 0), 0);
     EXPECT_EQ(setup.interface.percentages, percentages) << option << level;
     EXPECT_EQ(setup.interface.offered_cancel, option == guarded);

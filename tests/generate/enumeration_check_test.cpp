@@ -1,7 +1,7 @@
 #include "generate/enumeration_check.h"
 
-#include "generate/repeat_setup.h"
 #include "support/faulty_file_calls.h"
+#include "support/generation_setup.h"
 #include "support/write_calls.h"
 
 namespace korvex::test {
@@ -84,18 +84,6 @@ TEST_F(EnumerationCheckTest, ReadAndWriteErrors) {
   write_file(path, many);
   const WriteCalls failing(ENOSPC);
   EXPECT_EQ(load(), -124) << "a long report fails on its way";
-}
-
-struct EnumerationRunTest : testing::Test {
-  RepeatSetup setup;
-};
-
-// Each preparation raises the way of assembly, and raised twice it is none that takes values.
-TEST_F(EnumerationRunTest, AnItemThatStandsTwiceIsPreparedTwice) {
-  setup.write({{.number = 1, .list = "1\n2\n3\n"}});
-  setup.write_control({.records = 2, .items = {1, 1}});
-  EXPECT_EQ(setup.generate(), (Names{",,", ",,"}));
-  EXPECT_EQ(read_file(setup.log()), log_bytes(2, 1, {1, 1}));
 }
 
 }  // namespace

@@ -26,6 +26,7 @@ struct SavedItem {
   ItemAttributes item = {4, 0, 20, 18, 0};
   RangeTexts texts = {"%3U", "1", "999", "1"};
   std::int32_t action = exceeded_action::repeat;
+  std::int32_t repeat_level = 0;  // for none; one time each
 };
 
 // A fresh folder with everything that a generation run needs, and a scripted user interface. The
@@ -65,6 +66,11 @@ class GenerationSetup {
       file.edited().texts = item.texts;
       file.edited().choices.exceeded_action = item.action;
       expect(file.check_and_store(item.number, item.item), item.texts.format);
+      if (item.repeat_level == 0) continue;
+      FmtColRec& record = file.find_column(item.number)->record;
+      record.repeat_level = item.repeat_level;
+      record.repeat_flag = record.repeat_count = 1;
+      file.current_level()->record.repeat_flag = 1;
     }
     expect(file.save(quotation), "save");
   }
