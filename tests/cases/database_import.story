@@ -142,5 +142,3 @@ sqlite: > import "<target>" longer -o longer.toml
   ! <*>no such table: nothing (the database has <*>, ...)
 >2 load names.toml nothing names
   ! the database is of no known kind, expected sqlite:FILE, postgresql:CONNINFO or postgresql://ADDRESS
->2 load names.toml "<target>" customers
-  ! names.toml:9: item a: the table customers has no column of this name

@@ -27,8 +27,6 @@ do
 >2 load marks.toml "<target>" customers
   ! marks.toml:23: item a "b\: the table customers has no column of this name
   ! marks.toml:36: item rest: the table customers has no column of this name
->2 load marks.toml nothing marks
-  ! the database is of no known kind, expected sqlite:FILE, postgresql:CONNINFO or postgresql://ADDRESS
 file numbers.txt
   1
   2,3

@@ -50,6 +50,9 @@ edit l.toml level = 3 => level = 1
   ! Correct the erroneous data, then retry.
   ! Error file <folder>/prices.txt.err was created. 
   ! View the file?
+$ KORVEX_ANSWER=yes KORVEX_EDITOR=none korvex generate l.toml 2>&1 | tail -n 2
+  Call : none "<folder>/prices.txt.err"
+  Error : 2 (No such file or directory)
 cat prices.txt.err
   1 line of a enum file The numeric value data Item includes a non-numeric value.
 # Two repeats of one level, which no layout says, end the run before it writes, and name their items; so does a control

@@ -11,12 +11,6 @@ cat d.csv
   004,
   005,
 > generate l.toml --records 2 --quiet
-> count l.toml
-  Data items:          999
-  Predicted size:      2997 bytes (data items x item lengths)
-  DGCheckRepeatCnt:    0 (the settings can be evaluated)
-  Records to generate: 5
-  Exact file size:     25 bytes
 files
   d.csv
   d.fif

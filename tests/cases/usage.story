@@ -72,10 +72,5 @@ edit l.toml "record" => "table"
   5 records, 45 bytes, <t> s: d.csv
   ! l.toml:16: item C: 99075:There are some Column specified that are not valid.
   ! l.toml:7: item A: has no values and no settings, the records leave it out
-> count l.toml
-  Data items:          999
-  Predicted size:      6993 bytes (data items x item lengths)
-  DGCheckRepeatCnt:    0 (the settings can be evaluated)
-  Records to generate: 5
-  Exact file size:     45 bytes
+> count l.toml ...
   ! l.toml:16: item C: 99075:There are some Column specified that are not valid.

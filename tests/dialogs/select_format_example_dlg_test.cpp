@@ -85,24 +85,6 @@ TEST_F(SelectFormatExampleDlgTest, AddsOnceAndDeletesOnlyTheUsersOwn) {
   EXPECT_EQ(stored(), (Names{"", "", ""}));
 }
 
-TEST_F(SelectFormatExampleDlgTest, AFullListIsCutIntoPiecesAndReadBack) {
-  const auto examples = [](int first, int count) {
-    std::string text;
-    for (int i = first; i < first + count; ++i) {
-      const std::string number = std::to_string(100 + i);
-      text += (i == first ? "" : ",") + std::string("'") + std::string(15, 'x') + number + "'";
-    }
-    return text;
-  };
-  // Two pieces as somebody else cut them, and room for the last example.
-  store(examples(0, 40), examples(40, 40), examples(80, 10));
-  const std::string last = examples(90, 1);
-  const Steps full = {expect_state("100 99 " + last + " delete"), click(id::ok)};
-  run(steps(expect_state("99 0 " + last + " add delete"), click(id::add_example)) + full, last);
-  EXPECT_EQ(stored(), (Names{examples(0, 48), examples(48, 43), ""}));
-  EXPECT_EQ(run(steps(expect_state("100 0 %3U delete"), press("Esc"))).first, cancel);
-}
-
 TEST_F(SelectFormatExampleDlgTest, CancelAsksAboutChanges) {
   setup.interface.answers = {Answer::yes, Answer::no};
   EXPECT_EQ(run(steps(click(id::add_example), click(id::cancel), expect_told({"q107"}),

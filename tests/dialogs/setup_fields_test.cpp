@@ -151,37 +151,5 @@ TEST_F(ChangedFieldsTest, AReferenceChangesWhatItsSourceHasOtherwise) {
   }
 }
 
-TEST(SetupEnablementTest, FollowsTheSelection) {
-  // Type, whether it is custom, whether a name is shown; the groups that can be used.
-  for (const auto& [chosen, usable] : table<2>(R"(
-      -1 1 1 |
-      4 1 1  |
-      0 1 1  | remove setup
-      1 0 1  | remove setup custom values exceeded
-      1 1 1  | remove setup custom format values exceeded
-      2 1 1  | remove setup reference
-      3 1 1  | remove setup file browse exceeded
-      3 1 0  | remove setup file browse? exceeded
-  )")) {
-    SetupFields fields;
-    const auto of = numbers(chosen);
-    fields.type_index = of[0];
-    fields.custom = of[1] != 0;
-    const SetupEnablement e = enablement(fields, generation_type::range, of[2] != 0);
-    std::string enabled;
-    const std::pair<bool, const char*> groups[] = {
-        {e.remove, "remove"},        {e.setup, " setup"},
-        {e.enumeration, " file"},    {e.browse.value_or(true), e.browse ? " browse" : " browse?"},
-        {e.reference, " reference"}, {e.custom, " custom"},
-        {e.format, " format"},       {e.values, " values"},
-        {e.exceeded, " exceeded"}};
-    for (const auto& [is_enabled, name] : groups) enabled += is_enabled ? name : "";
-    EXPECT_EQ(enabled, usable) << chosen;
-    const SetupEnablement unset = enablement(fields, generation_type::none, of[2] != 0);
-    EXPECT_FALSE(unset.remove);
-    EXPECT_EQ(unset.setup, e.setup);
-  }
-}
-
 }  // namespace
 }  // namespace korvex::test

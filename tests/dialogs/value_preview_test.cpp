@@ -74,20 +74,5 @@ TEST_F(ValuePreviewTest, ShowsHowAListBegins) {
   EXPECT_TRUE(list(long_list).ends_with(" values: ABC, ABC, ABC …")) << list(long_list);
 }
 
-TEST_F(ValuePreviewTest, ShowsWhatAReferenceTakesOver) {
-  load({{}, {.number = 2}, {.number = 3, .attributes = letters}, {.number = 4}});
-  main.select_item(1);
-  ASSERT_GE(store_format(main, {"%2U", "4", "6", "1"}, false, true), 0);
-  main.select_item(3);
-  ASSERT_EQ(reset_settings(main), 0);
-  main.select_item(0);
-  const char* const expected[] = {"99029:", "3 values: 04, 05, 06", "99031:", ""};
-  for (int source = 0; source < 4; ++source) {
-    const std::string shown = text(preview_reference(main, source));
-    EXPECT_EQ(shown.substr(0, std::string_view(expected[source]).size()), expected[source]);
-    EXPECT_EQ(shown.empty(), source == 3) << shown;
-  }
-}
-
 }  // namespace
 }  // namespace korvex::test

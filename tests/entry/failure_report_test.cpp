@@ -2,13 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "support/environment.h"
-#include "support/scripted_interface.h"
-
 namespace korvex::test {
 namespace {
 
-using platform::Answer;
 using platform::MessageKind;
 
 // A run that has met everything that a message may mention. Nothing in it may act as a placeholder.
@@ -45,31 +41,6 @@ TEST(FailureReportTest, ComposesTheMessageByCode) {
       EXPECT_EQ(described.returned, code);
     }
   }
-}
-
-TEST(FailureReportTest, BadLinesOfferTheErrorFile) {
-  ScriptedInterface interface;
-  const platform::UserInterfaceOverride scripted(interface);
-  interface.answers = {Answer::no, Answer::yes};
-  interface.editor_error = 2;
-  const test::ScopedVariable editor("KORVEX_EDITOR", "vi");
-  ClColMain main;
-  fill(main);
-  EXPECT_EQ(report_failure(-135, main), -135);
-  ASSERT_EQ(interface.messages.size(), 1U);
-  EXPECT_EQ(interface.messages[0].kind, MessageKind::warning_question);
-  EXPECT_EQ(interface.messages[0].text,
-            "/lists/100%d.txt\n99135:An error occurred while the Enumeration file data was "
-            "checked.\nCorrect the erroneous data, then retry.\nError file /lists/100%s.txt.err "
-            "was created. \nView the file?");
-  EXPECT_TRUE(interface.opened_files.empty());
-
-  EXPECT_EQ(report_failure(-135, main), -135);
-  EXPECT_EQ(interface.opened_files, std::vector<std::string>{"/lists/100%s.txt.err"});
-  ASSERT_EQ(interface.messages.size(), 3U) << "the editor did not start";
-  EXPECT_EQ(interface.messages[2].kind, MessageKind::plain);
-  EXPECT_EQ(interface.messages[2].text,
-            "Call : vi \"/lists/100%s.txt.err\"\nError : 2 (No such file or directory)");
 }
 
 }  // namespace

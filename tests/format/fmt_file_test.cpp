@@ -99,34 +99,6 @@ TEST_F(FmtFileTest, TheInitialValueReplacesEverything) {
   EXPECT_EQ(record(2).generation_type, 1);
 }
 
-TEST_F(FmtFileTest, ACopyTakesWhatGeneratesTheValues) {
-  file.edited().choices = {1, 1};
-  ASSERT_EQ(store(1, {1, 1, 6, 6, 0}, "%2S'-'%3U", "AA,100", "AC,900", "2"), 0);
-  FmtColRec& source = file.find_column(1)->record;
-  source.repeat_flag = source.repeat_level = source.repeat_count = source.referenced_item = 9;
-  store_field(source.enumeration_path, "values.txt");
-
-  ASSERT_EQ(file.set_initial_value(3, decimal), 0);
-  file.find_column(3)->record.repeat_level = 2;
-  EXPECT_EQ(file.copy_settings(2, 1, {6, 0, 7, 7, 0}), 0);
-  EXPECT_EQ(file.copy_settings(3, 1, {6, 0, 7, 7, 0}), 0);
-  ASSERT_EQ(file.save(0), 0);
-
-  const std::string area = read_file(folder.path).substr(header_size + level_size);
-  const std::size_t item_size = column_size + 3 * element_size;
-  ASSERT_EQ(area.size(), 3 * item_size);
-  ColumnFields expected = {3,           3,           3, 4, 1, 8, 5, 2, {1, 0, 2, "2", 0, "", {}},
-                           "2",         "%2S'-'%3U", 1, 2, 0, 1, 0, 2, 0,
-                           "values.txt"};
-  const std::string elements = area.substr(column_size, 3 * element_size);
-  EXPECT_TRUE(same_bytes(column_bytes(expected) + elements, area.substr(item_size, item_size)));
-  expected.item_number = 2;
-  expected.attribute = 6;
-  expected.signed_flag = expected.decimals = expected.repeat_level = 0;
-  expected.length = expected.digits = 7;
-  EXPECT_TRUE(same_bytes(column_bytes(expected) + elements, area.substr(2 * item_size)));
-}
-
 TEST_F(FmtFileTest, DeletedSettingsLeaveThePlace) {
   for (const std::int32_t item : {1, 2}) ASSERT_EQ(store_range(file, item), 0);
   EXPECT_EQ(file.delete_settings(1), 0);

@@ -7,17 +7,6 @@
 namespace korvex::test {
 namespace {
 
-TEST(ProgressTest, LeavesAMarginForRepeats) {
-  const std::pair<std::int32_t, std::int64_t> cases[] = {
-      {0, 3},   {5, 8},      {9, 12},      {10, 11},
-      {20, 22}, {999, 1098}, {1000, 1100}, {2'147'483'647, 2'362'232'011},
-  };
-  for (const auto& [records, denominator] : cases) {
-    EXPECT_EQ(percentage_denominator(records, true), denominator);
-    EXPECT_EQ(percentage_denominator(records, false), records);
-  }
-}
-
 TEST(ProgressTest, ShowsEveryPercentOnce) {
   for (std::int32_t records = 0; records <= 1500; ++records) {
     for (const bool margin : {false, true}) {

@@ -5,11 +5,8 @@
 #include <vector>
 
 #include "control/col_main.h"
-#include "support/control_bytes.h"
-#include "support/environment.h"
-#include "support/scripted_interface.h"
+#include "support/generation_setup.h"
 #include "support/settings_bytes.h"
-#include "support/temp_folder.h"
 
 namespace korvex::test {
 
@@ -21,11 +18,8 @@ struct StoredItem {
 
 // A folder with a control file and a settings file that tests spell out, both loaded by a ClColMain
 // whose messages go to a script.
-class ReconcileSetup {
+class ReconcileSetup : public GenerationSetup {
  public:
-  std::string settings() const { return folder.file("out.fif"); }
-  std::string control() const { return folder.file("run.ctl"); }
-
   void write_settings(const std::vector<StoredItem>& items, std::int32_t layout_kind = 1,
                       std::int32_t level = 1) const {
     std::string area;
@@ -60,13 +54,7 @@ class ReconcileSetup {
            std::to_string(d.custom_format) + " ref " + std::to_string(d.referenced_item);
   }
 
-  TempFolder folder;
-  ScriptedInterface interface;
   std::unique_ptr<ClColMain> main;
-
- private:
-  ScopedVariable config_{"XDG_CONFIG_HOME", folder.file("config")};
-  platform::UserInterfaceOverride override_{interface};
 };
 
 }  // namespace korvex::test
