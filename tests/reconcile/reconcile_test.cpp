@@ -46,15 +46,6 @@ TEST(SettingsFit, ByAttributeAndDigits) {
   }
 }
 
-TEST_F(ReconcileTest, WithoutSettingsThereIsNothingToDo) {
-  setup.load({{.null_allowed = 1}}, 2, 1);
-  EXPECT_EQ(reconcile(*setup.main), 0);
-  EXPECT_EQ(shown(0), "0  [,,] 00 ref 0");
-  setup.write_settings({{}}, 2, 9);  // of another level
-  setup.load({{.null_allowed = 1}}, 2, 1);
-  EXPECT_EQ(reconcile(*setup.main), 0);
-}
-
 TEST_F(ReconcileTest, ShowsTheSettingsOfEachType) {
   for (const std::int32_t kind : {1, 2}) {
     const ColumnFields range = {
@@ -89,29 +80,6 @@ TEST_F(ReconcileTest, ShowsTheSettingsOfEachType) {
               (std::vector{1, 4, 6}));
     EXPECT_FALSE(setup.main->mismatch);
     EXPECT_TRUE(setup.interface.messages.empty());
-  }
-}
-
-TEST_F(ReconcileTest, NullableColumnsMayGetNull) {
-  // Layout kind, whether the host asks for it, and whether the item may be NULL.
-  for (const auto& [kind, asked, allowed, is_set] : {std::tuple{2, 1, 1, true},
-                                                     {3, 1, 1, true},
-                                                     {2, 1, 0, false},
-                                                     {2, 0, 1, false},
-                                                     {1, 1, 1, false},
-                                                     {2, 2, 1, false}}) {
-    setup.write_settings({{{.item_number = 1}}}, kind);
-    const ControlItemFields nullable = {8, "N", "", 19, 0, 7, 6, 2, 0, allowed};
-    setup.load({nullable, {.item_number = 1, .digits = 1}}, kind, asked);
-    EXPECT_EQ(reconcile(*setup.main), is_set ? 2 : 1) << kind;
-    EXPECT_EQ(shown(0), is_set ? "1 Init Null [,,] 00 ref 0" : "0  [,,] 00 ref 0");
-    const ClFmtColInf* column = setup.main->settings.find_column(8);
-    ASSERT_EQ(column != nullptr, is_set);
-    if (!is_set) continue;
-    const FmtColRec& record = column->record;
-    EXPECT_EQ((std::vector{record.generation_type, record.attribute, record.length, record.digits,
-                           record.decimals}),
-              (std::vector{1, 19, 7, 6, 2}));
   }
 }
 
