@@ -8,11 +8,11 @@
 #include <string>
 
 #include "courses/line_block.h"
-#include "format/fmt_file.h"
-#include "format/records.h"
-#include "formatlang/attributes.h"
-#include "generate/item_generator.h"
-#include "generate/record_assembler.h"
+#include "run/item_generator.h"
+#include "run/record_assembler.h"
+#include "settings/fmt_file.h"
+#include "values/attributes.h"
+#include "values/records.h"
 
 namespace korvex {
 namespace {

@@ -17,31 +17,37 @@ if(KORVEX_FUZZ)
   target_compile_options(korvex_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# korvex_expose(<target> <scope> <folder> [<header>...])
+# korvex_expose(<target> <scope> <room> [<header>...])
 #
-# Makes the folder src/<folder> (or just the named headers of it) visible to whoever links <target>,
-# as "<folder>/name.h". Each target has an include directory of its own that holds nothing but a
+# Makes the room, a folder beside the list file that calls this (or just the named headers of it),
+# visible to whoever links <target>, as "<room>/name.h", after the prefix that the list file sets in
+# korvex_include_prefix. Each target has an include directory of its own that holds nothing but a
 # link to that folder, so that a file can include only what its target links: an include in the
 # wrong direction does not compile.
-function(korvex_expose target scope folder)
-  set(root ${CMAKE_BINARY_DIR}/include/${target})
+function(korvex_expose target scope room)
+  set(root ${CMAKE_BINARY_DIR}/rooms/${target})
+  set(link ${root}/${korvex_include_prefix}${room})
+  set(source ${CMAKE_CURRENT_SOURCE_DIR}/${room})
   if(ARGN)
-    file(MAKE_DIRECTORY ${root}/${folder})
+    file(MAKE_DIRECTORY ${link})
     foreach(header ${ARGN})
-      file(CREATE_LINK ${CMAKE_SOURCE_DIR}/src/${folder}/${header} ${root}/${folder}/${header} SYMBOLIC)
+      file(CREATE_LINK ${source}/${header} ${link}/${header} SYMBOLIC)
     endforeach()
   else()
-    file(MAKE_DIRECTORY ${root})
-    file(CREATE_LINK ${CMAKE_SOURCE_DIR}/src/${folder} ${root}/${folder} SYMBOLIC)
+    cmake_path(GET link PARENT_PATH parent)
+    file(MAKE_DIRECTORY ${parent})
+    file(CREATE_LINK ${source} ${link} SYMBOLIC)
   endif()
   target_include_directories(${target} ${scope} ${root})
 endfunction()
 
-# korvex_module(<name> FOLDER <folder> SOURCES <file>... [LINKS <target>...])
-function(korvex_module name)
-  cmake_parse_arguments(PARSE_ARGV 1 module "" "FOLDER" "SOURCES;LINKS")
-  list(TRANSFORM module_SOURCES PREPEND ${CMAKE_SOURCE_DIR}/src/${module_FOLDER}/)
-  add_library(${name} STATIC ${module_SOURCES})
-  target_link_libraries(${name} PRIVATE korvex_options PUBLIC ${module_LINKS})
-  korvex_expose(${name} PUBLIC ${module_FOLDER})
+# korvex_room(<target> <room> SOURCES <file>... [LINKS <target>...])
+#
+# A library of the files in a room.
+function(korvex_room target room)
+  cmake_parse_arguments(PARSE_ARGV 2 room "" "" "SOURCES;LINKS")
+  list(TRANSFORM room_SOURCES PREPEND ${room}/)
+  add_library(${target} STATIC ${room_SOURCES})
+  target_link_libraries(${target} PRIVATE korvex_options PUBLIC ${room_LINKS})
+  korvex_expose(${target} PUBLIC ${room})
 endfunction()

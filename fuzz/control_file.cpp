@@ -8,13 +8,13 @@
 #include <sstream>
 #include <string>
 
+#include "control/reconcile.h"
 #include "entry/failure_report.h"
-#include "format/reconcile.h"
-#include "format/record_text.h"
-#include "generate/generate_data_file.h"
-#include "generate/repeat_count.h"
 #include "host/commands/file_printers.h"
 #include "run.h"
+#include "run/generate_data_file.h"
+#include "run/repeat_count.h"
+#include "values/record_text.h"
 
 namespace korvex::fuzz {
 namespace {

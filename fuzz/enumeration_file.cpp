@@ -4,11 +4,11 @@
 #include <cstddef>
 #include <string>
 
-#include "format/error_codes.h"
-#include "format/record_text.h"
-#include "generate/enumeration_check.h"
+#include "lists/enumeration_check.h"
 #include "run.h"
 #include "support/table.h"
+#include "values/error_codes.h"
+#include "values/record_text.h"
 
 namespace korvex::fuzz {
 namespace {

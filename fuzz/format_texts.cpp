@@ -5,9 +5,9 @@
 #include <sstream>
 #include <string>
 
-#include "format/fmt_file.h"
 #include "formatlang/default_settings.h"
 #include "run.h"
+#include "settings/fmt_file.h"
 #include "support/table.h"
 
 namespace korvex::fuzz {

@@ -4,11 +4,11 @@
 #include <string>
 
 #include "control/control_file.h"
-#include "format/record_text.h"
-#include "host/layout/layout_messages.h"
+#include "host/engine/layout_messages.h"
+#include "host/engine/settings_editor.h"
 #include "host/layout/layout_reader.h"
-#include "host/layout/settings_editor.h"
 #include "run.h"
+#include "values/record_text.h"
 
 namespace korvex::fuzz {
 namespace {

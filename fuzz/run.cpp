@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "control/control_file.h"
-#include "format/record_text.h"
-#include "generate/generate_data_file.h"
+#include "run/generate_data_file.h"
+#include "values/record_text.h"
 
 namespace korvex::fuzz {
 

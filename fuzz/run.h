@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "format/records.h"
 #include "memory_files.h"
 #include "support/scripted_interface.h"
+#include "values/records.h"
 
 // What the fuzzers share: a world without files of the machine, and generating in it.
 namespace korvex::fuzz {

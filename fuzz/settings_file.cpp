@@ -7,10 +7,10 @@
 #include <string>
 
 #include "control/control_file.h"
-#include "format/record_text.h"
-#include "generate/repeat_count.h"
 #include "host/commands/file_printers.h"
 #include "run.h"
+#include "run/repeat_count.h"
+#include "values/record_text.h"
 
 namespace korvex::fuzz {
 namespace {

@@ -1,9 +1,9 @@
 #include <exception>
 #include <iostream>
 
-#include "host/exit_status.h"
+#include "host/commands/program.h"
+#include "host/process/exit_status.h"
 #include "host/process/interruption.h"
-#include "host/program.h"
 #include "korvex/korvex.h"
 #include "platform/printable_text.h"
 

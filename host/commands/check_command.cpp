@@ -6,7 +6,7 @@
 #include <sstream>
 #include <string>
 
-#include "host/exit_status.h"
+#include "host/process/exit_status.h"
 #include "host/records/prediction.h"
 #include "host/records/prepared_layout.h"
 #include "host/records/uniqueness.h"

@@ -2,17 +2,18 @@
 
 #include <ostream>
 
-#include "format/error_codes.h"
-#include "generate/generate_data_file.h"
 #include "host/commands/interface_choice.h"
-#include "host/exit_status.h"
-#include "host/layout/control_writer.h"
+#include "host/engine/control_writer.h"
+#include "host/engine/layout_copy.h"
+#include "host/engine/layout_messages.h"
 #include "host/layout/failure_text.h"
-#include "host/layout/layout_messages.h"
+#include "host/process/exit_status.h"
 #include "host/process/interruption.h"
 #include "host/process/scratch_folder.h"
 #include "host/records/prediction.h"
 #include "platform/printable_text.h"
+#include "run/generate_data_file.h"
+#include "values/error_codes.h"
 
 namespace korvex::host {
 

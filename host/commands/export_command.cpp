@@ -4,9 +4,10 @@
 #include <ostream>
 
 #include "host/databases/sql_names.h"
-#include "host/exit_status.h"
-#include "host/layout/layout_messages.h"
+#include "host/engine/layout_messages.h"
+#include "host/layout/failure_text.h"
 #include "host/process/distinct_files.h"
+#include "host/process/exit_status.h"
 #include "host/process/interruption.h"
 #include "host/process/replaced_output.h"
 #include "host/records/record_source.h"

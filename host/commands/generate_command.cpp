@@ -7,23 +7,24 @@
 #include <ostream>
 #include <vector>
 
-#include "format/error_codes.h"
-#include "generate/record_writer.h"
 #include "host/commands/data_summary.h"
 #include "host/commands/interface_choice.h"
-#include "host/exit_status.h"
-#include "host/layout/control_writer.h"
+#include "host/engine/control_writer.h"
+#include "host/engine/kept_settings.h"
+#include "host/engine/layout_copy.h"
+#include "host/engine/layout_messages.h"
+#include "host/engine/output_folders.h"
+#include "host/engine/settings_editor.h"
 #include "host/layout/failure_text.h"
-#include "host/layout/kept_settings.h"
-#include "host/layout/layout_messages.h"
 #include "host/layout/layout_reader.h"
-#include "host/layout/output_folders.h"
 #include "host/layout/run_files.h"
-#include "host/layout/settings_editor.h"
+#include "host/process/exit_status.h"
 #include "host/process/interruption.h"
 #include "host/process/scratch_folder.h"
 #include "host/records/prediction.h"
 #include "platform/printable_text.h"
+#include "run/record_writer.h"
+#include "values/error_codes.h"
 
 namespace korvex::host {
 

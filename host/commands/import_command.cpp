@@ -7,11 +7,11 @@
 #include <vector>
 
 #include "host/databases/table_import.h"
-#include "host/exit_status.h"
-#include "host/layout/layout_messages.h"
+#include "host/engine/layout_messages.h"
+#include "host/engine/output_folders.h"
 #include "host/layout/layout_reader.h"
-#include "host/layout/output_folders.h"
 #include "host/process/distinct_files.h"
+#include "host/process/exit_status.h"
 #include "host/process/interruption.h"
 #include "host/process/replaced_output.h"
 #include "platform/path.h"

@@ -6,8 +6,8 @@
 #include <ostream>
 
 #include "host/commands/common_options.h"
-#include "host/exit_status.h"
 #include "host/layout/table_reader.h"
+#include "host/process/exit_status.h"
 
 namespace korvex::host {
 

@@ -10,8 +10,9 @@
 
 #include "host/commands/load_plan.h"
 #include "host/databases/database.h"
-#include "host/exit_status.h"
-#include "host/layout/layout_messages.h"
+#include "host/engine/layout_messages.h"
+#include "host/layout/failure_text.h"
+#include "host/process/exit_status.h"
 #include "host/process/interruption.h"
 #include "host/records/record_source.h"
 #include "host/text/code_page_decoder.h"

@@ -10,11 +10,11 @@
 #include <istream>
 #include <ostream>
 
-#include "host/exit_status.h"
-#include "host/layout/layout_messages.h"
+#include "host/engine/layout_messages.h"
 #include "host/layout/layout_reader.h"
 #include "host/layout/new_item.h"
 #include "host/layout/table_reader.h"
+#include "host/process/exit_status.h"
 #include "host/process/interruption.h"
 #include "host/process/replaced_output.h"
 #include "platform/printable_text.h"

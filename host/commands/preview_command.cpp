@@ -2,12 +2,12 @@
 
 #include <ostream>
 
-#include "formatlang/attributes.h"
-#include "host/exit_status.h"
-#include "host/layout/layout_messages.h"
+#include "host/layout/failure_text.h"
+#include "host/process/exit_status.h"
 #include "host/process/interruption.h"
 #include "host/records/record_source.h"
 #include "host/text/text_table.h"
+#include "values/attributes.h"
 
 namespace korvex::host {
 

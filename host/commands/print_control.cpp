@@ -2,13 +2,13 @@
 #include <ostream>
 
 #include "control/control_file.h"
-#include "format/record_text.h"
-#include "format/records.h"
-#include "format/settings_reader.h"
-#include "generate/log_file.h"
 #include "host/commands/file_printers.h"
 #include "host/layout/code_names.h"
 #include "platform/printable_text.h"
+#include "run/log_file.h"
+#include "settings/settings_reader.h"
+#include "values/record_text.h"
+#include "values/records.h"
 
 // Control files and log files.
 namespace korvex::host {

@@ -1,12 +1,12 @@
 #include <cstddef>
 #include <ostream>
 
-#include "format/record_text.h"
-#include "format/records.h"
-#include "format/settings_reader.h"
 #include "host/commands/file_printers.h"
 #include "host/layout/code_names.h"
 #include "platform/printable_text.h"
+#include "settings/settings_reader.h"
+#include "values/record_text.h"
+#include "values/records.h"
 
 // Format Information files, of this version and of the previous one.
 namespace korvex::host {

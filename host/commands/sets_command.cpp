@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <ostream>
 
-#include "host/exit_status.h"
+#include "host/process/exit_status.h"
 #include "host/sets/catalogue.h"
 #include "host/text/text_table.h"
 

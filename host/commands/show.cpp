@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "control/control_file.h"
-#include "format/records.h"
-#include "format/settings_reader.h"
 #include "host/commands/file_printers.h"
 #include "platform/file.h"
+#include "settings/settings_reader.h"
+#include "values/records.h"
 
 namespace korvex::host {
 

@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
-#include "formatlang/attributes.h"
-#include "generate/enumeration_value.h"
 #include "host/process/replaced_output.h"
+#include "lists/enumeration_value.h"
+#include "values/attributes.h"
 
 namespace korvex::host {
 

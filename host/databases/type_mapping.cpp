@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "format/records.h"
+#include "values/records.h"
 
 namespace korvex::host {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "formatlang/attributes.h"
+#include "values/attributes.h"
 
 namespace korvex::host {
 

@@ -4,8 +4,8 @@
 #include <span>
 #include <string_view>
 
-#include "format/records.h"
 #include "host/layout/attribute_names.h"
+#include "values/records.h"
 
 namespace korvex::host {
 

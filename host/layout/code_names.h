@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "formatlang/attributes.h"
+#include "values/attributes.h"
 
 // Codes of the files with their meaning, for people: `1 (record file)`.
 namespace korvex::host {

@@ -4,8 +4,9 @@
 #include <system_error>
 
 #include "entry/failure_report.h"
-#include "format/error_codes.h"
 #include "platform/file.h"
+#include "values/error_codes.h"
+#include "values/error_texts.h"
 
 namespace korvex::host {
 
@@ -36,6 +37,12 @@ std::string with_reason(std::string message, std::int32_t code) {
 
 std::string failure_text(std::int32_t code, const ClColMain& main, std::int32_t bad_line) {
   return with_reason(describe_failure(code, main, bad_line).text.utf8(), code);
+}
+
+std::string numbered_message(std::int32_t code, const Layout& layout) {
+  std::string text;
+  append_error_text(code, layout.kind, text);
+  return with_reason(text, code);
 }
 
 }  // namespace korvex::host

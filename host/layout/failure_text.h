@@ -4,6 +4,7 @@
 #include <string>
 
 #include "control/col_main.h"
+#include "host/layout/layout.h"
 
 namespace korvex::host {
 
@@ -17,5 +18,9 @@ std::string with_reason(std::string message, std::int32_t code);
 // What the module would say of a failure in the state of `main`, as UTF-8, and why, if that is
 // known. `bad_line`, unless 0, is the line of a list that the message speaks of.
 std::string failure_text(std::int32_t code, const ClColMain& main, std::int32_t bad_line);
+
+// The module's numbered message of a code, in the words of the layout's kind, and why, if the last
+// failure of a file says so.
+std::string numbered_message(std::int32_t code, const Layout& layout);
 
 }  // namespace korvex::host

@@ -6,11 +6,11 @@
 
 #include "control/col_main.h"
 #include "control/control_file.h"
-#include "format/records.h"
 #include "host/layout/attribute_names.h"
 #include "host/layout/character_text.h"
 #include "host/layout/item_size.h"
 #include "host/layout/path_reader.h"
+#include "values/records.h"
 
 namespace korvex::host {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "formatlang/attributes.h"
+#include "values/attributes.h"
 
 namespace korvex::host {
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "format/lvl_inf.h"
-#include "formatlang/attributes.h"
 #include "formatlang/default_settings.h"
+#include "settings/lvl_inf.h"
+#include "values/attributes.h"
 
 // A layout: what a person writes down about a data file and its items. Character data is held in
 // code page 932 as the module takes it, paths as the file system takes them.

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "formatlang/attributes.h"
+#include "values/attributes.h"
 
 namespace korvex::host {
 

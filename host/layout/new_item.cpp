@@ -5,11 +5,11 @@
 #include <sstream>
 
 #include "control/control_file.h"
-#include "format/records.h"
 #include "formatlang/default_settings.h"
 #include "host/layout/attribute_names.h"
 #include "host/layout/item_size.h"
 #include "platform/codepage.h"
+#include "values/records.h"
 
 namespace korvex::host {
 

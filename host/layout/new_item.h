@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "formatlang/attributes.h"
+#include "values/attributes.h"
 
 namespace korvex::host {
 

@@ -2,10 +2,10 @@
 
 #include <set>
 
-#include "generate/log_file.h"
 #include "platform/path.h"
 #include "platform/printable_text.h"
 #include "platform/settings_store.h"
+#include "run/log_file.h"
 
 namespace korvex::host {
 

@@ -6,12 +6,12 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "format/error_codes.h"
-#include "format/item_settings.h"
-#include "format/largest_value.h"
-#include "format/lvl_inf.h"
-#include "host/layout/layout_messages.h"
+#include "control/item_settings.h"
+#include "formatlang/largest_value.h"
+#include "host/layout/failure_text.h"
 #include "platform/printable_text.h"
+#include "settings/lvl_inf.h"
+#include "values/error_codes.h"
 
 namespace korvex::host {
 

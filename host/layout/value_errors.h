@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "format/error_codes.h"
 #include "host/layout/layout.h"
+#include "values/error_codes.h"
 
 namespace korvex::host {
 

@@ -1,10 +1,7 @@
 #pragma once
 
-#include <iosfwd>
 #include <optional>
 #include <string>
-
-#include "host/layout/layout.h"
 
 namespace korvex::host {
 
@@ -25,10 +22,5 @@ class ScratchFolder {
   std::string path_;
   std::string failure_;
 };
-
-// The layout with a copy of its settings file in the folder, which is also its work folder; nothing
-// when there is no folder or no copy, of which the user is told.
-std::optional<Layout> copy_layout(const Layout& layout, const ScratchFolder& folder,
-                                  std::ostream& messages);
 
 }  // namespace korvex::host

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "formatlang/attributes.h"
+#include "values/attributes.h"
 
 namespace korvex::host {
 

@@ -1,6 +1,6 @@
 #include "host/records/prediction.h"
 
-#include "host/layout/control_writer.h"
+#include "host/engine/control_writer.h"
 
 namespace korvex::host {
 

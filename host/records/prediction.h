@@ -3,8 +3,8 @@
 #include <optional>
 #include <string>
 
-#include "generate/repeat_count.h"
 #include "host/layout/layout.h"
+#include "run/repeat_count.h"
 
 namespace korvex::host {
 

@@ -3,17 +3,18 @@
 #include <ostream>
 #include <set>
 
-#include "format/error_codes.h"
-#include "format/record_text.h"
-#include "generate/enumeration_check.h"
-#include "host/exit_status.h"
+#include "host/engine/layout_copy.h"
+#include "host/engine/layout_messages.h"
 #include "host/layout/failure_text.h"
-#include "host/layout/layout_messages.h"
 #include "host/layout/layout_reader.h"
 #include "host/layout/run_files.h"
+#include "host/process/exit_status.h"
 #include "host/process/interruption.h"
 #include "host/records/prediction.h"
+#include "lists/enumeration_check.h"
 #include "platform/printable_text.h"
+#include "values/error_codes.h"
+#include "values/record_text.h"
 
 namespace korvex::host {
 

@@ -8,13 +8,13 @@
 #include <vector>
 
 #include "control/col_main.h"
-#include "generate/repeat_count.h"
-#include "generate/run.h"
-#include "host/layout/control_writer.h"
+#include "host/engine/control_writer.h"
+#include "host/engine/settings_editor.h"
 #include "host/layout/layout.h"
-#include "host/layout/settings_editor.h"
 #include "host/process/distinct_files.h"
 #include "host/process/scratch_folder.h"
+#include "run/repeat_count.h"
+#include "run/run.h"
 
 namespace korvex::host {
 

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "formatlang/attributes.h"
 #include "host/records/field_form.h"
 #include "platform/codepage.h"
+#include "values/attributes.h"
 
 namespace korvex::host {
 

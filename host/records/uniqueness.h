@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "generate/field_facts.h"
+#include "run/field_facts.h"
 
 namespace korvex::host {
 

@@ -5,12 +5,12 @@
 #include <new>
 #include <vector>
 
-#include "control/error_texts.h"
-#include "format/error_codes.h"
-#include "format/file_failure.h"
-#include "format/record_text.h"
 #include "platform/local_time.h"
 #include "platform/unfinished_file.h"
+#include "values/error_codes.h"
+#include "values/error_texts.h"
+#include "values/file_failure.h"
+#include "values/record_text.h"
 
 namespace korvex {
 

@@ -7,10 +7,10 @@
 #include "control/control_file.h"
 #include "control/dg_col.h"
 #include "control/limits.h"
-#include "format/fmt_file.h"
 #include "formatlang/default_settings.h"
 #include "platform/message_text.h"
 #include "platform/runtime_class.h"
+#include "settings/fmt_file.h"
 
 namespace korvex {
 

@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "formatlang/attributes.h"
 #include "platform/runtime_class.h"
+#include "values/attributes.h"
 
 namespace korvex {
 

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "format/error_codes.h"
+#include "values/error_codes.h"
 
 namespace korvex {
 

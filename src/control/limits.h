@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "format/error_codes.h"
 #include "platform/settings_store.h"
+#include "values/error_codes.h"
 
 namespace korvex {
 

@@ -4,9 +4,9 @@
 #include <array>
 #include <cstring>
 
-#include "format/record_text.h"
-#include "formatlang/full_width_table.h"
-#include "formatlang/ordinals.h"
+#include "values/full_width_table.h"
+#include "values/ordinals.h"
+#include "values/record_text.h"
 
 namespace korvex {
 

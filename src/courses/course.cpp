@@ -3,7 +3,7 @@
 #include "courses/character_course.h"
 #include "courses/moment_course.h"
 #include "courses/number_course.h"
-#include "format/record_text.h"
+#include "values/record_text.h"
 
 namespace korvex {
 

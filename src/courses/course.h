@@ -7,8 +7,8 @@
 
 #include "courses/steps.h"
 #include "courses/wheel.h"
-#include "format/item_inf.h"
-#include "format/records.h"
+#include "settings/item_inf.h"
+#include "values/records.h"
 
 namespace korvex {
 

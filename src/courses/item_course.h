@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "courses/course.h"
-#include "format/col_inf.h"
+#include "settings/col_inf.h"
 
 namespace korvex {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <unordered_set>
 
-#include "format/record_text.h"
+#include "values/record_text.h"
 
 namespace korvex {
 

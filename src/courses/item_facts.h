@@ -8,7 +8,7 @@
 #include "courses/enum_data_list.h"
 #include "courses/item_course.h"
 #include "courses/steps.h"
-#include "format/col_inf.h"
+#include "settings/col_inf.h"
 
 namespace korvex {
 

@@ -4,8 +4,8 @@
 
 #include "courses/literal_moment.h"
 #include "courses/literal_number.h"
-#include "format/record_text.h"
-#include "formatlang/ordinals.h"
+#include "values/ordinals.h"
+#include "values/record_text.h"
 
 namespace korvex {
 

@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "courses/course.h"
-#include "format/item_inf.h"
-#include "format/records.h"
+#include "settings/item_inf.h"
+#include "values/records.h"
 
 namespace korvex {
 

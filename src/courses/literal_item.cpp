@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "courses/item_course.h"
-#include "format/error_codes.h"
+#include "values/error_codes.h"
 
 namespace korvex {
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "courses/literal_element.h"
-#include "format/col_inf.h"
+#include "settings/col_inf.h"
 
 namespace korvex {
 

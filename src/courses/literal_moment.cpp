@@ -5,8 +5,8 @@
 #include "courses/calendar.h"
 #include "courses/moment_text.h"
 #include "courses/moment_wheels.h"
-#include "format/record_text.h"
-#include "formatlang/number_text.h"
+#include "values/number_text.h"
+#include "values/record_text.h"
 
 namespace korvex {
 

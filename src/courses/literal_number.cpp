@@ -4,8 +4,8 @@
 #include <limits>
 #include <string>
 
-#include "format/record_text.h"
-#include "formatlang/number_text.h"
+#include "values/number_text.h"
+#include "values/record_text.h"
 
 namespace korvex {
 

@@ -7,7 +7,7 @@
 #include "courses/calendar.h"
 #include "courses/moment_text.h"
 #include "courses/moment_wheels.h"
-#include "format/record_text.h"
+#include "values/record_text.h"
 
 namespace korvex {
 

@@ -3,7 +3,7 @@
 #include <cstdio>
 
 #include "courses/digit_pairs.h"
-#include "formatlang/number_text.h"
+#include "values/number_text.h"
 
 namespace korvex {
 

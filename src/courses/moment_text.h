@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "format/records.h"
+#include "values/records.h"
 
 namespace korvex {
 

@@ -6,8 +6,8 @@
 #include <optional>
 
 #include "courses/digit_pairs.h"
-#include "format/record_text.h"
-#include "formatlang/number_text.h"
+#include "values/number_text.h"
+#include "values/record_text.h"
 
 namespace korvex {
 

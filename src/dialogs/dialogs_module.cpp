@@ -2,11 +2,11 @@
 
 #include <string>
 
-#include "dialogs/data_generation_dlg.h"
-#include "dialogs/display.h"
-#include "dialogs/item_value_update_dlg.h"
-#include "dialogs/parent_window.h"
-#include "dialogs/window_interface.h"
+#include "dialogs/windows/data_generation_dlg.h"
+#include "dialogs/windows/display.h"
+#include "dialogs/windows/item_value_update_dlg.h"
+#include "dialogs/windows/parent_window.h"
+#include "dialogs/windows/window_interface.h"
 
 namespace {
 

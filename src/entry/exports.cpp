@@ -4,14 +4,14 @@
 #include "entry/desktop_interface.h"
 #include "entry/desktop_module.h"
 #include "entry/failure_report.h"
-#include "format/error_codes.h"
-#include "generate/generate_data_file.h"
-#include "generate/repeat_count.h"
 #include "korvex/korvex.h"
 #include "platform/file.h"
 #include "platform/printable_text.h"
 #include "platform/quiet_write.h"
 #include "platform/user_interface.h"
+#include "run/generate_data_file.h"
+#include "run/repeat_count.h"
+#include "values/error_codes.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "entry/failure_report.h"
 
-#include "control/error_texts.h"
-#include "format/error_codes.h"
+#include "values/error_codes.h"
+#include "values/error_texts.h"
 
 namespace korvex {
 

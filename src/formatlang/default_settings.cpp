@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "format/records.h"
+#include "values/records.h"
 
 namespace korvex {
 

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "formatlang/attributes.h"
+#include "values/attributes.h"
 
 namespace korvex {
 

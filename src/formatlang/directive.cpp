@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "format/error_codes.h"
-#include "formatlang/number_text.h"
+#include "values/error_codes.h"
+#include "values/number_text.h"
 
 namespace korvex {
 

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string_view>
 
-#include "format/records.h"
-#include "format/result.h"
-#include "formatlang/attributes.h"
+#include "values/attributes.h"
+#include "values/records.h"
+#include "values/result.h"
 
 namespace korvex {
 

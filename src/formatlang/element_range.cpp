@@ -3,10 +3,10 @@
 #include <cstdio>
 #include <string>
 
-#include "format/error_codes.h"
-#include "format/record_text.h"
-#include "formatlang/number_text.h"
 #include "formatlang/value_parser.h"
+#include "values/error_codes.h"
+#include "values/number_text.h"
+#include "values/record_text.h"
 
 namespace korvex {
 

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "format/error_codes.h"
-#include "format/records.h"
+#include "values/error_codes.h"
+#include "values/records.h"
 
 namespace korvex {
 

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include "format/error_codes.h"
-#include "format/record_text.h"
 #include "formatlang/directive.h"
 #include "formatlang/format_text.h"
 #include "platform/codepage.h"
+#include "values/error_codes.h"
+#include "values/record_text.h"
 
 namespace korvex {
 

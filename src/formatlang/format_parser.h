@@ -4,9 +4,9 @@
 #include <string_view>
 #include <vector>
 
-#include "format/records.h"
-#include "format/result.h"
-#include "formatlang/attributes.h"
+#include "values/attributes.h"
+#include "values/records.h"
+#include "values/result.h"
 
 namespace korvex {
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "formatlang/attributes.h"
-#include "formatlang/number_text.h"
+#include "values/attributes.h"
+#include "values/number_text.h"
 
 namespace korvex {
 

@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <chrono>
 
-#include "format/error_codes.h"
-#include "formatlang/number_text.h"
 #include "formatlang/value_parser.h"
+#include "values/error_codes.h"
+#include "values/number_text.h"
 
 namespace korvex {
 

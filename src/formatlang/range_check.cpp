@@ -4,14 +4,14 @@
 #include <string>
 #include <string_view>
 
-#include "format/error_codes.h"
-#include "format/record_text.h"
 #include "formatlang/element_range.h"
 #include "formatlang/format_parser.h"
 #include "formatlang/format_text.h"
-#include "formatlang/number_text.h"
 #include "formatlang/value_parser.h"
 #include "platform/codepage.h"
+#include "values/error_codes.h"
+#include "values/number_text.h"
+#include "values/record_text.h"
 
 namespace korvex {
 

@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <vector>
 
-#include "format/records.h"
-#include "format/result.h"
-#include "formatlang/attributes.h"
 #include "formatlang/default_settings.h"
+#include "values/attributes.h"
+#include "values/records.h"
+#include "values/result.h"
 
 namespace korvex {
 

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <string>
 
-#include "format/error_codes.h"
-#include "format/record_text.h"
-#include "formatlang/number_text.h"
-#include "formatlang/ordinals.h"
 #include "platform/codepage.h"
+#include "values/error_codes.h"
+#include "values/number_text.h"
+#include "values/ordinals.h"
+#include "values/record_text.h"
 
 namespace korvex {
 

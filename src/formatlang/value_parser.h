@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "format/error_codes.h"
-#include "format/records.h"
+#include "values/error_codes.h"
+#include "values/records.h"
 
 // Reading value texts into value records. All operations take the text without its leading sign,
 // leave the record's sign alone, set every field that the kind uses, and answer the code of the

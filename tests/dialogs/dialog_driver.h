@@ -18,9 +18,9 @@
 #include <string>
 #include <vector>
 
-#include "dialogs/control_ids.h"
 #include "dialogs/dialog_setup.h"
-#include "dialogs/form_dialog.h"
+#include "dialogs/widgets/control_ids.h"
+#include "dialogs/widgets/form_dialog.h"
 
 // Stories with dialogs: what a person does, one step after the other. A step works the dialog in
 // front, whichever that is by then, with the mouse and the keyboard alone.

@@ -7,10 +7,10 @@
 #include <stdexcept>
 
 #include "control/col_main.h"
-#include "format/error_codes.h"
-#include "format/fmt_file.h"
 #include "reliability/counted_memory.h"
 #include "reliability/operations.h"
+#include "settings/fmt_file.h"
+#include "values/error_codes.h"
 
 namespace korvex::test {
 namespace {

@@ -10,11 +10,11 @@
 #include <stdexcept>
 
 #include "control/col_main.h"
-#include "format/settings_upgrade.h"
-#include "generate/enumeration_check.h"
-#include "generate/generate_data_file.h"
-#include "generate/log_file.h"
+#include "lists/enumeration_check.h"
 #include "platform/settings_store.h"
+#include "run/generate_data_file.h"
+#include "run/log_file.h"
+#include "settings/settings_upgrade.h"
 #include "support/control_bytes.h"
 #include "support/settings_bytes.h"
 

@@ -5,8 +5,8 @@
 
 #include <functional>
 
-#include "format/settings_upgrade.h"
-#include "generate/generate_data_file.h"
+#include "run/generate_data_file.h"
+#include "settings/settings_upgrade.h"
 #include "support/generation_setup.h"
 
 namespace korvex::test {

@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "formatlang/attributes.h"
 #include "support/bytes.h"
+#include "values/attributes.h"
 
 // A control file, spelled out offset by offset.
 namespace korvex::test {

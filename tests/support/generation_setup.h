@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "format/fmt_file.h"
+#include "settings/fmt_file.h"
 #include "support/control_bytes.h"
 #include "support/environment.h"
 #include "support/scripted_interface.h"

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "formatlang/attributes.h"
+#include "values/attributes.h"
 
 // Tables of cases as texts: what differs between cases stands below each other, a case a line.
 namespace korvex::test {

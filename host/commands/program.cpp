@@ -1,0 +1,271 @@
+#include "host/commands/program.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdlib>
+#include <functional>
+#include <numeric>
+#include <ostream>
+#include <sstream>
+#include <string_view>
+#include <tuple>
+
+#include "host/commands/common_options.h"
+#include "host/commands/import_command.h"
+#include "host/commands/layout_commands.h"
+#include "host/commands/load_command.h"
+#include "host/commands/sets_command.h"
+#include "host/commands/show.h"
+#include "host/layout/table_reader.h"
+#include "host/process/exit_status.h"
+#include "platform/path.h"
+#include "platform/printable_text.h"
+
+namespace korvex::host {
+
+namespace {
+
+constexpr const char* version_text = "korvex " KORVEX_VERSION;
+
+void add_generate(CLI::App& app, GenerateOptions& options) {
+  CLI::App* command = app.add_subcommand("generate", "Generate the data file of a layout");
+  add_layout(*command, options.layout);
+  add_records(*command, options.records);
+  command->add_option("--output-option", options.output_option,
+                      "2 ends the data file below 2 GB, asks before repeats give more records than "
+                      "requested, and gives the window a Cancel button (default: 0)");
+  CLI::Option* keep = command->add_flag(
+      "--keep-settings", options.keep_settings,
+      "generate from the settings file as it is, without the values in the layout");
+  command
+      ->add_flag("--settings-only", options.settings_only,
+                 "write the settings file and generate no data")
+      ->excludes(keep);
+  command->add_flag("--quiet", options.quiet, "print no line about the result");
+  command->add_flag("--window", options.window, "show progress and messages on the desktop");
+}
+
+CLI::App* add_count(CLI::App& app, CountOptions& options) {
+  CLI::App* command = app.add_subcommand(
+      "count", "Say how many records the settings give and how large the file will be");
+  add_layout(*command, options.layout);
+  add_records(*command, options.records);
+  command->add_flag("--window", options.window, "show messages on the desktop");
+  return command;
+}
+
+CLI::App* add_edit(CLI::App& app, const char* name, const char* description, EditOptions& options) {
+  CLI::App* command = app.add_subcommand(name, description);
+  add_layout(*command, options.layout);
+  return command;
+}
+
+CLI::App* add_import(CLI::App& app, ImportOptions& options) {
+  CLI::App* command = app.add_subcommand("import", "Write a layout for a table of a database");
+  command->add_option("DATABASE", options.database, "sqlite:FILE or postgresql:CONNINFO")
+      ->required();
+  command->add_option("TABLE", options.table, "table or view")->required();
+  command->add_option(
+      "-o,--output", options.output,
+      "layout file to write, with its lists beside it; - for standard output (default)");
+  command
+      ->add_option("--records", options.records,
+                   "number of records, for which unique columns have values (default: 1000)")
+      ->check(number_from(1));
+  command->add_flag("--force", options.force, "replace files that exist");
+  return command;
+}
+
+CLI::App* add_load(CLI::App& app, LoadOptions& options) {
+  CLI::App* command =
+      app.add_subcommand("load", "Generate the records of a layout into a table of a database");
+  add_layout(*command, options.layout);
+  command->add_option("DATABASE", options.database, "sqlite:FILE or postgresql:CONNINFO")
+      ->required();
+  command->add_option("TABLE", options.table, "table that gets the records")->required();
+  add_records(*command, options.records);
+  command->add_flag("--quiet", options.quiet, "print no line about the result");
+  return command;
+}
+
+CLI::App* add_sets(CLI::App& app, SetsOptions& options) {
+  CLI::App* command = app.add_subcommand("sets", "List the built-in sets of values, or show one");
+  command->add_option("NAME", options.name, "a set, or a column of one as a layout names it");
+  command->add_option("--language", options.language, "the language of the values (default: en)");
+  CLI::Option* rows = command->add_option("-n,--rows", options.rows, "number of rows (default: 10)")
+                          ->check(number_from(0));
+  command->add_flag("--tsv", options.as_file, "print the whole table, with tabs in between")
+      ->excludes(rows);
+  return command;
+}
+
+// How many letters to change, add and drop until one word is the other.
+std::size_t distance_of(std::string_view left, std::string_view right) {
+  std::vector<std::size_t> row(right.size() + 1);
+  std::iota(row.begin(), row.end(), std::size_t{0});
+  for (const char letter : left) {
+    std::size_t diagonal = row[0]++;
+    for (std::size_t i = 0; i < right.size(); ++i) {
+      const std::size_t replaced = diagonal + (letter == right[i] ? 0 : 1);
+      diagonal = row[i + 1];
+      row[i + 1] = std::min({replaced, row[i] + 1, diagonal + 1});
+    }
+  }
+  return row.back();
+}
+
+// Empty when the word is a command; else a message that names those first that are written like it.
+std::string unknown_command(const std::string& word, const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+    names.push_back(command->get_name());
+  }
+  if (std::find(names.begin(), names.end(), word) != names.end()) return {};
+  std::stable_sort(names.begin(), names.end(), [&](const auto& left, const auto& right) {
+    return distance_of(word, left) < distance_of(word, right);
+  });
+  return "no command \"" + platform::printable(word) + "\", expected one of " +
+         CLI::detail::join(names, ", ");
+}
+
+// Whether an argument is a connection string, or was meant to be one: it may have a password in it.
+bool is_like_connection(std::string_view argument) {
+  const std::string text = CLI::detail::to_lower(std::string(argument));
+  const std::size_t scheme = text.find("://");
+  if (scheme != std::string::npos && text.find('@', scheme) != std::string::npos) return true;
+  if (text.starts_with("postgresql:") || text.starts_with("postgres:")) return true;
+  const std::size_t password = text.find("password");
+  return password != std::string::npos && text.find('=', password) != std::string::npos;
+}
+
+// The connection strings among the arguments, without the options that they are values of.
+std::vector<std::string> connections_among(int argc, const char* const* argv) {
+  std::vector<std::string> found;
+  for (int i = 1; i < argc; ++i) {
+    std::string_view argument = argv[i];
+    if (argument.starts_with("--")) {
+      argument.remove_prefix(std::min(argument.find('='), argument.size() - 1) + 1);
+    } else if (argument.starts_with("-")) {
+      argument.remove_prefix(std::min<std::size_t>(argument.size(), 2));
+    }
+    if (is_like_connection(argument)) found.emplace_back(argument);
+  }
+  return found;
+}
+
+std::string without_connections(std::string text, const std::vector<std::string>& connections) {
+  constexpr std::string_view stand_in = "DATABASE";
+  for (const std::string& connection : connections) {
+    for (std::size_t at = text.find(connection); at != std::string::npos;
+         at = text.find(connection, at + stand_in.size())) {
+      text.replace(at, connection.size(), stand_in);
+    }
+  }
+  return text;
+}
+
+// Says which variables have values that nobody would notice to be ignored. Answers whether there
+// was one.
+bool print_wrong_variables(std::ostream& messages) {
+  const auto is_one_of = [](std::string_view left, std::string_view right) {
+    return [=](std::string_view value) { return value == left || value == right; };
+  };
+  const std::tuple<const char*, std::function<bool(std::string_view)>, const char*> variables[] = {
+      {"KORVEX_UI", is_one_of("console", "desktop"), "console or desktop"},
+      {"KORVEX_ANSWER", is_one_of("yes", "no"), "yes or no"},
+      {"KORVEX_HOST_KEY", platform::is_plain_name, "the plain name of a folder"},
+  };
+  bool has_wrong = false;
+  for (const auto& [name, is_right, expected] : variables) {
+    const char* value = std::getenv(name);
+    if (value == nullptr || *value == '\0' || is_right(value)) continue;
+    messages << name << " is \"" << platform::printable(value) << "\", expected " << expected
+             << std::endl;
+    has_wrong = true;
+  }
+  return has_wrong;
+}
+
+int run_show(const std::string& path, std::ostream& out, std::ostream& messages) {
+  const std::string failure = show_file(path, out);
+  out.flush();
+  if (failure.empty()) return exit_status::done;
+  messages << platform::printable(path) << ": " << failure << std::endl;
+  return exit_status::failed;
+}
+
+}  // namespace
+
+int run_program(int argc, const char* const* argv, const ModuleFunctions& functions,
+                std::ostream& out, std::ostream& messages) {
+  CLI::App app("Test data for record files and database tables", "korvex");
+  app.set_version_flag("--version", version_text);
+  app.require_subcommand(1);
+  GenerateOptions options;
+  add_generate(app, options);
+  CountOptions count_options;
+  const CLI::App* count = add_count(app, count_options);
+  EditOptions edit_options;
+  CLI::App* edit = add_edit(app, "edit", "Edit the settings in a window and generate the data file",
+                            edit_options);
+  add_records(*edit, edit_options.records);
+  const CLI::App* format = add_edit(app, "format", "Edit the settings in a window", edit_options);
+  CLI::App* update =
+      add_edit(app, "update", "Edit the settings of one item in a window", edit_options);
+  update->add_option("--item", edit_options.item, "name of the item (default: the first)");
+  ImportOptions import_options;
+  const CLI::App* import = add_import(app, import_options);
+  LoadOptions load_options;
+  const CLI::App* load = add_load(app, load_options);
+  std::string shown_file;
+  CLI::App* show = app.add_subcommand(
+      "show", "Show a control file, Format Information file or log file in readable form");
+  show->add_option("FILE", shown_file, "the file")->required();
+  SetsOptions sets_options;
+  const CLI::App* sets = add_sets(app, sets_options);
+  const LayoutCommands layout_commands(app);
+
+  std::vector<std::string> connections = connections_among(argc, argv);
+  if (argc > 1 && argv[1][0] != '-') {
+    const std::string word = without_connections(argv[1], connections);
+    if (const std::string text = unknown_command(word, app); !text.empty()) {
+      messages << text << std::endl;
+      return exit_status::wrong_usage;
+    }
+  }
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& stop) {
+    std::ostringstream words;
+    const int status = app.exit(stop, out, words);
+    messages << platform::printable_lines(without_connections(words.str(), connections))
+             << std::flush;
+    return status == 0 ? exit_status::done : exit_status::wrong_usage;
+  }
+  for (const std::string& database : {import_options.database, load_options.database}) {
+    const auto place = std::find(connections.begin(), connections.end(), database);
+    if (place != connections.end()) connections.erase(place);
+  }
+  if (!connections.empty()) {
+    // What takes it for the name of a file or table would print it.
+    messages << "a database stands where none is expected: korvex import DATABASE TABLE, korvex "
+                "load LAYOUT DATABASE TABLE"
+             << std::endl;
+    return exit_status::wrong_usage;
+  }
+  if (print_wrong_variables(messages)) return exit_status::wrong_usage;
+  if (const auto status = layout_commands.run(out, messages)) return *status;
+  if (show->parsed()) return run_show(shown_file, out, messages);
+  if (sets->parsed()) return run_sets(sets_options, out, messages);
+  if (import->parsed()) return run_import(import_options, out, messages);
+  if (load->parsed()) return run_load(load_options, out, messages);
+  if (count->parsed()) {
+    return run_count(count_options, functions.check_repeat_count, out, messages);
+  }
+  if (edit->parsed()) return run_edit(edit_options, functions.create_file, out, messages);
+  if (format->parsed()) return run_edit(edit_options, functions.create_format, out, messages);
+  if (update->parsed()) return run_update(edit_options, functions.replace_data, out, messages);
+  return run_generate(options, functions.create_data, out, messages);
+}
+
+}  // namespace korvex::host

@@ -1,0 +1,75 @@
+#include "host/engine/control_writer.h"
+
+#include <ctime>
+
+#include "control/control_file.h"
+#include "platform/local_time.h"
+#include "values/error_codes.h"
+#include "values/file_failure.h"
+#include "values/record_text.h"
+
+namespace korvex::host {
+
+namespace {
+
+ControlHeader header_of(const Layout& layout) {
+  ControlHeader header = {};
+  header.records = layout.records;
+  header.layout_kind = layout.kind;
+  header.null_default = layout.null_default ? 1 : 0;
+  header.level = layout.level;
+  header.item_count = static_cast<std::int32_t>(layout.items.size());
+  store_field(header.data_path, layout.data);
+  store_field(header.settings_path, layout.settings);
+  store_field(header.work_folder, layout.work);
+  return header;
+}
+
+ControlItem item_of(const LayoutItem& item) {
+  ControlItem record = {};
+  record.item_number = item.number;
+  store_field(record.name, item.name);
+  store_field(record.description, item.description);
+  record.attribute = item.attributes.attribute;
+  record.signed_flag = item.attributes.signed_flag;
+  record.length = item.attributes.length;
+  record.digits = item.attributes.digits;
+  record.decimals = item.attributes.decimals;
+  record.null_allowed = item.nullable ? 1 : 0;
+  return record;
+}
+
+platform::FileCause write_items(const Layout& layout, ControlForm form, platform::File& file) {
+  platform::FileCause cause = platform::FileCause::none;
+  for (const LayoutItem& item : layout.items) {
+    if (cause != platform::FileCause::none) return cause;
+    const ControlItem record = item_of(item);
+    cause = form == ControlForm::short_form ? file.write(&item.number, sizeof item.number)
+                                            : file.write(&record, sizeof record);
+  }
+  return cause;
+}
+
+}  // namespace
+
+TemporaryControlFile::~TemporaryControlFile() {
+  if (!path_.empty()) platform::remove_file(path_);
+}
+
+std::int32_t TemporaryControlFile::write(const Layout& layout, ControlForm form) {
+  platform::File file;
+  std::string path;
+  if (platform::create_temporary(layout.work, std::time(nullptr), file, path) !=
+      platform::FileCause::none) {
+    return error::cannot_open;
+  }
+  path_ = path;
+  const ControlHeader header = header_of(layout);
+  platform::FileCause cause = file.write(&header, sizeof header);
+  if (cause == platform::FileCause::none) cause = write_items(layout, form, file);
+  const platform::FileCause closed = file.close();
+  if (cause == platform::FileCause::none) cause = closed;
+  return cause == platform::FileCause::none ? 0 : write_failure(cause);
+}
+
+}  // namespace korvex::host

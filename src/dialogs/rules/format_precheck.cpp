@@ -1,0 +1,127 @@
+#include "dialogs/rules/format_precheck.h"
+
+#include <algorithm>
+#include <string>
+
+#include "values/error_codes.h"
+#include "values/number_text.h"
+
+namespace korvex {
+
+namespace {
+
+// Bytes of fixed text plus the size of the first variable part.
+constexpr std::int64_t size_limit = 128;
+
+constexpr std::int32_t max_fixed_parts = 3;
+
+struct SplitFormat {
+  FormatParts parts;
+  std::string fixed_text;
+  std::string variable_text;
+};
+
+// Separates what stands between quotation marks from the rest. Going byte by byte is safe: the
+// second byte of a double-byte character is never a blank, a quotation mark or a percent sign.
+std::int32_t split_format(std::string_view format, SplitFormat& split) {
+  if (format.empty() || (format.front() != '%' && format.front() != '\'')) {
+    return error::empty_format;
+  }
+  bool is_open = false;
+  for (std::size_t i = 0; i < format.size(); ++i) {
+    const char c = format[i];
+    if (c == '\'') {
+      if (is_open) {
+        ++split.parts.fixed;
+        const bool is_last = i + 1 == format.size();
+        if (!is_last && format[i + 1] != '%' && format[i + 1] != '\'') return error::empty_format;
+      }
+      is_open = !is_open;
+    } else if (is_open) {
+      split.fixed_text += c;
+    } else {
+      if (c == '%') ++split.parts.variable;
+      split.variable_text += c;
+    }
+  }
+  return is_open ? error::empty_format : 0;
+}
+
+// A number as it counts towards the size: none too large to be added to another.
+std::int64_t number_of(std::string_view text) {
+  return std::clamp<std::int64_t>(decimal_prefix(text), 0, size_limit + 1);
+}
+
+// What the text before the letters of a directive says; nothing says 1.
+std::int64_t size_before(std::string_view token, std::size_t letters) {
+  return token.size() == letters ? 1 : number_of(token.substr(0, token.size() - letters));
+}
+
+// The size of a directive with one letter: a number, or one on each side of a point.
+std::int32_t size_with_point(std::string_view token, std::int64_t& size) {
+  const std::string_view digits = token.substr(0, token.size() - 1);
+  const std::size_t point = digits.find('.');
+  if (digits.empty() || point == std::string_view::npos) {
+    size = size_before(token, 1);
+    return 0;
+  }
+  const std::string_view behind = digits.substr(point + 1);
+  if (behind.empty() || behind.find('.') != std::string_view::npos) return error::bad_format_digits;
+  size = number_of(digits.substr(0, point)) + number_of(behind);
+  return 0;
+}
+
+std::int32_t directive_size(std::string_view token, std::int64_t& size) {
+  for (const std::string_view letters : {"YMD", "YMA", "TS"}) {
+    if (token.ends_with(letters)) {
+      size = size_before(token, letters.size());
+      return 0;
+    }
+  }
+  if (token.empty()) return error::bad_attribute;
+  switch (token.back()) {
+    case 'S':
+    case 's':
+    case 'N':
+    case 'D':
+    case 'U':
+      return size_with_point(token, size);
+    case 'T':
+      size = size_before(token, 1);
+      return 0;
+    default:
+      return error::bad_attribute;
+  }
+}
+
+// The first directive that is not empty.
+std::string_view first_directive(std::string_view variable_text) {
+  const std::size_t begin = variable_text.find_first_not_of('%');
+  if (begin == std::string_view::npos) return {};
+  return variable_text.substr(begin, variable_text.find('%', begin) - begin);
+}
+
+}  // namespace
+
+std::int32_t precheck_format(std::string_view format, FormatParts& parts) {
+  std::string dense(format);
+  std::erase(dense, ' ');
+
+  SplitFormat split;
+  std::int32_t result = split_format(dense, split);
+  if (result != 0) return result;
+  if (split.parts.fixed > max_fixed_parts) return error::too_many_fixed_parts;
+  const auto fixed_size = static_cast<std::int64_t>(split.fixed_text.size());
+  if (fixed_size > size_limit) return error::bad_format_digits;
+
+  if (!split.variable_text.empty()) {
+    std::int64_t size = 0;
+    result = directive_size(first_directive(split.variable_text), size);
+    if (result != 0) return result;
+    if (fixed_size + size > size_limit) return error::bad_format_digits;
+  }
+  parts = split.parts;
+  return 0;
+}
+
+}  // namespace korvex

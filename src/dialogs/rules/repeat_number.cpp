@@ -1,0 +1,45 @@
+#include "dialogs/rules/repeat_number.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace korvex {
+
+namespace {
+
+std::string_view trimmed(std::string_view text) {
+  constexpr std::string_view blanks = " \t";
+  const auto first = text.find_first_not_of(blanks);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+}  // namespace
+
+NumberReading read_repeat_number(std::string_view text, std::uint32_t& number) {
+  std::string_view digits = trimmed(text);
+  if (digits.starts_with('+')) digits.remove_prefix(1);
+  const bool is_number = !digits.empty() && std::all_of(digits.begin(), digits.end(), [](char c) {
+    return c >= '0' && c <= '9';
+  });
+  if (!is_number) return NumberReading::not_a_number;
+  std::uint32_t value = 0;
+  const auto [end, failure] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  if (failure != std::errc() || value > repeat_number_max) return NumberReading::out_of_range;
+  number = value;
+  return NumberReading::ok;
+}
+
+std::string_view number_complaint(NumberReading reading) {
+  switch (reading) {
+    case NumberReading::not_a_number:
+      return "Please enter a positive integer.";
+    case NumberReading::out_of_range:
+      return "Please enter an integer between 0 and 2147483647.";
+    case NumberReading::ok:
+      break;
+  }
+  return {};
+}
+
+}  // namespace korvex

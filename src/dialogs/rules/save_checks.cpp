@@ -1,0 +1,79 @@
+#include "dialogs/rules/save_checks.h"
+
+#include "dialogs/rules/messages.h"
+#include "lists/enumeration_check.h"
+#include "run/repeat_table.h"
+#include "values/error_codes.h"
+#include "values/record_text.h"
+
+namespace korvex {
+
+namespace {
+
+constexpr std::int32_t first_level = 1;
+constexpr std::size_t name_limit = 128;
+
+bool is_not_null_without_format(ClDGCol& item) {
+  return item.null_allowed == 0 && item.display().generation_text.empty() &&
+         item.name.size() < name_limit;
+}
+
+// 0 or a failure; `line` is where the file is wrong.
+std::int32_t check_enumeration_of(ClColMain& main, const ClDGCol& item, std::int32_t& line) {
+  const ClFmtColInf* column = main.settings.find_column(item.item_number);
+  if (column == nullptr) return error::enumeration_file_missing;
+  const std::string path(field_text(column->record.enumeration_path));
+  return check_enumeration(main, path, column->record, line);
+}
+
+void check_items(ClColMain& main, SaveCheck& check, bool& has_first_level) {
+  for (std::size_t place = 0; place < main.items.size(); ++place) {
+    const auto& item = main.items[place];
+    const auto row = static_cast<int>(place);
+    const ItemDisplay& display = item->display();
+    if (display.repeat_flag != 0) {
+      check.code = check_repeat_level(main, display.repeat_level, item->item_number);
+      if (check.code != 0) {
+        check.row = row;
+        check.suffix = name_suffix(*item);
+        return;
+      }
+      ++check.repeated_items;
+      has_first_level |= display.repeat_level == first_level;
+    }
+    if (check.not_null_name.empty() && is_not_null_without_format(*item)) {
+      check.not_null_row = row;
+      check.not_null_name = platform::MessageText::code_page(item->name) + " ";
+    }
+    if (display.generation_type != generation_type::enumeration) continue;
+    std::int32_t line = 0;
+    if (const std::int32_t result = check_enumeration_of(main, *item, line); result < 0) {
+      check.code = result;
+      check.row = row;
+      check.suffix = name_suffix(*item);
+      check.number = static_cast<std::uint64_t>(line);
+      return;
+    }
+  }
+}
+
+}  // namespace
+
+SaveCheck check_before_save(ClColMain& main) {
+  SaveCheck check;
+  bool has_first_level = false;
+  check_items(main, check, has_first_level);
+  if (check.code != 0 || check.repeated_items == 0) return check;
+  if (!has_first_level) {
+    check.code = error::first_repeat_level_missing;
+    return check;
+  }
+  const std::uint64_t most = main.limits().repeat_max;
+  if (most != 0 && static_cast<std::uint64_t>(check.repeated_items) > most) {
+    check.code = error::too_many_repeats;
+    check.number = static_cast<std::uint32_t>(most);
+  }
+  return check;
+}
+
+}  // namespace korvex

@@ -1,0 +1,144 @@
+#include "dialogs/rules/setup_fields.h"
+
+#include "control/item_settings.h"
+#include "dialogs/rules/default_format.h"
+#include "values/records.h"
+
+namespace korvex {
+
+namespace {
+
+// A settings file may hold any number; what is no action is shown as no choice.
+std::int32_t shown_choice(std::int32_t action) {
+  const bool is_action = action == exceeded_action::initialize || action == exceeded_action::repeat;
+  return is_action ? action : no_exceeded_choice;
+}
+
+bool is_format(std::string_view generation_text) {
+  return !generation_text.empty() && generation_text != enumeration_text &&
+         generation_text != initial_value_text(layout_kind::record_file) &&
+         generation_text != initial_value_text(layout_kind::table);
+}
+
+void fill_if_empty(std::string& text, std::string_view proposal) {
+  if (text.empty()) text = proposal;
+}
+
+// Only what the type takes over from `stored` counts.
+bool differs(const SetupFields& fields, const ItemDisplay& stored) {
+  switch (stored.generation_type) {
+    case generation_type::initial_value:
+      return fields.type_index != type_entry::initial_value;
+    case generation_type::range:
+      return fields.type_index != type_entry::range || fields.format != stored.generation_text ||
+             fields.custom != (stored.custom_format != 0) || fields.start != stored.start ||
+             fields.end != stored.end || fields.increment != stored.increment ||
+             fields.exceeded != shown_choice(stored.exceeded_action);
+    case generation_type::reference:
+      return fields.type_index != type_entry::reference ||
+             fields.reference != stored.generation_text;
+    case generation_type::enumeration:
+      // Files of one name may lie in two folders.
+      return fields.type_index != type_entry::enumeration ||
+             fields.enumeration_name != stored.enumeration_name ||
+             fields.enumeration_path != stored.enumeration_path ||
+             fields.exceeded != shown_choice(stored.exceeded_action);
+    default:
+      return fields.type_index != type_entry::none;
+  }
+}
+
+}  // namespace
+
+SetupFields fields_of(const ItemDisplay& display, const SetupFields& before) {
+  SetupFields fields;
+  fields.exceeded = shown_choice(display.exceeded_action);
+  switch (display.generation_type) {
+    case generation_type::initial_value:
+      fields.type_index = type_entry::initial_value;
+      fields.exceeded = before.exceeded;
+      break;
+    case generation_type::range:
+      fields.type_index = type_entry::range;
+      fields.format = display.generation_text;
+      fields.custom = display.custom_format != 0;
+      fields.start = display.start;
+      fields.end = display.end;
+      fields.increment = display.increment;
+      break;
+    case generation_type::reference:
+      fields.type_index = type_entry::reference;
+      fields.reference = display.generation_text;
+      break;
+    case generation_type::enumeration:
+      fields.type_index = type_entry::enumeration;
+      fields.enumeration_name = display.enumeration_name;
+      fields.enumeration_path = display.enumeration_path;
+      break;
+    default:
+      fields.exceeded = no_exceeded_choice;
+      break;
+  }
+  return fields;
+}
+
+void confirm_type(SetupFields& fields, ClDGCol& item) {
+  fields.reference.clear();
+  fields.enumeration_name.clear();
+  const ItemDisplay& stored = item.display();
+  if (fields.type_index == type_entry::range) {
+    fill_if_empty(fields.format, is_format(stored.generation_text)
+                                     ? stored.generation_text
+                                     : default_format(item.attributes()));
+    fill_if_empty(fields.start, stored.start);
+    fill_if_empty(fields.end, stored.end);
+    fill_if_empty(fields.increment, stored.increment);
+    fill_if_empty(fields.increment, first_increment);
+  }
+  if (fields.type_index == type_entry::range || fields.type_index == type_entry::enumeration) {
+    fields.exceeded = shown_choice(stored.exceeded_action);
+  }
+}
+
+std::int32_t index_of_item(const ClColMain& main, std::string_view name) {
+  for (std::size_t i = 0; i < main.items.size(); ++i) {
+    if (main.items[i]->name == name) return static_cast<std::int32_t>(i);
+  }
+  return -1;
+}
+
+bool is_changed(const SetupFields& fields, ClColMain& main) {
+  const ItemDisplay& stored = main.current_item()->display();
+  if (fields.type_index != type_entry::reference ||
+      stored.generation_type == generation_type::reference) {
+    return differs(fields, stored);
+  }
+  // A reference takes over the settings of its source as they are.
+  const std::int32_t source = index_of_item(main, fields.reference);
+  if (source < 0 || stored.generation_type == generation_type::none) return true;
+  return differs(fields_of(main.items[static_cast<std::size_t>(source)]->display(), {}), stored);
+}
+
+SetupEnablement enablement(const SetupFields& fields, std::int32_t generation_type,
+                           bool enumeration_name_shown) {
+  SetupEnablement enabled;
+  if (fields.type_index < type_entry::initial_value ||
+      fields.type_index > type_entry::enumeration) {
+    return enabled;
+  }
+  enabled.remove = generation_type != generation_type::none;
+  enabled.setup = true;
+  enabled.reference = fields.type_index == type_entry::reference;
+  enabled.enumeration = fields.type_index == type_entry::enumeration;
+  if (enabled.enumeration) {
+    enabled.browse.reset();
+    if (enumeration_name_shown) enabled.browse = true;
+  }
+  enabled.custom = fields.type_index == type_entry::range;
+  enabled.values = enabled.custom;
+  enabled.format = enabled.custom && fields.custom;
+  enabled.exceeded = enabled.values || enabled.enumeration;
+  return enabled;
+}
+
+}  // namespace korvex

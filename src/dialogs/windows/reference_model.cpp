@@ -1,0 +1,36 @@
+#include "dialogs/windows/reference_model.h"
+
+#include "control/item_settings.h"
+#include "dialogs/widgets/shown_text.h"
+
+namespace korvex {
+
+ReferenceModel::ReferenceModel(const ClColMain& main, const Messages& messages, QObject* parent)
+    : QAbstractListModel(parent), main_(main), messages_(messages) {}
+
+int ReferenceModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(main_.items.size());
+}
+
+QVariant ReferenceModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid()) return {};
+  switch (role) {
+    case Qt::DisplayRole:
+    case Qt::EditRole:
+      return shown(main_.items[static_cast<std::size_t>(index.row())]->name);
+    case Qt::ToolTipRole: {
+      const std::int32_t code = check_copy(main_, index.row());
+      return code == 0 ? QVariant() : QString::fromStdString(messages_.text(code).utf8());
+    }
+    default:
+      return {};
+  }
+}
+
+Qt::ItemFlags ReferenceModel::flags(const QModelIndex& index) const {
+  if (!index.isValid()) return {};
+  constexpr Qt::ItemFlags greyed = Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+  return check_copy(main_, index.row()) == 0 ? greyed | Qt::ItemIsEnabled : greyed;
+}
+
+}  // namespace korvex

@@ -1,0 +1,188 @@
+#include "lists/enumeration_check.h"
+
+#include <algorithm>
+#include <limits>
+#include <new>
+#include <span>
+
+#include "lists/enumeration_value.h"
+#include "lists/file_access.h"
+#include "lists/line_reader.h"
+#include "platform/file.h"
+#include "platform/interruption.h"
+#include "platform/replacing_file.h"
+#include "values/error_codes.h"
+#include "values/error_texts.h"
+
+namespace korvex {
+
+namespace {
+
+static_assert(LineReader::max_line_size <= ClEnumDataList::max_value_size);
+static_assert(LineReader::overhang >= ClEnumDataList::overhang);
+
+using platform::File;
+using platform::FileCause;
+
+constexpr std::uint64_t whole_file = std::numeric_limits<std::uint64_t>::max();
+
+// Reads the file's lines into `values`, unless that is null, up to those around the first bad line.
+// `refuse` gets the code of each bad line, and answers 0 to go on or the code to end with. Stops
+// when `bytes_left` are used up, which it counts down.
+template <typename Refuse>
+std::int32_t read_values(File& file, const FmtColRec& settings, std::uint64_t& bytes_left,
+                         std::int32_t& line, std::int32_t& value_count, ClEnumDataList* values,
+                         Refuse refuse) {
+  const ItemAttributes item = {settings.attribute, settings.signed_flag, settings.length,
+                               settings.digits, settings.decimals};
+  const EnumerationRule rule(item);
+  LineReader reader(file);
+  std::span<const std::string_view> lines;
+  while (bytes_left > 0) {
+    if (platform::is_interrupted()) return error::cancelled;
+    const LineReader::Status status = reader.next(lines);
+    if (status == LineReader::Status::end) return 0;
+    if (status == LineReader::Status::failed) return error::enumeration_cannot_read;
+    for (const std::string_view value : lines) {
+      if (line == std::numeric_limits<std::int32_t>::max()) return error::enumeration_cannot_read;
+      ++line;
+      if (value.empty()) continue;
+      ++value_count;
+      const std::int32_t failure = rule.check(value);
+      if (failure == 0) continue;
+      values = nullptr;
+      const std::int32_t result = refuse(failure);
+      if (result != 0) return result;
+    }
+    if (values != nullptr) values->append(lines);
+    const auto bytes = static_cast<std::uint64_t>(lines.back().end() - lines.front().begin());
+    bytes_left -= std::min(bytes_left, bytes);
+  }
+  return 0;
+}
+
+std::int32_t check_access(ClColMain& main, const std::string& path) {
+  main.message_context = platform::MessageText::path(path) + "\n";
+  std::int32_t result = check_file_exists(path);
+  if (result == 0) result = check_file_not_in_use(path);
+  if (result == 0) result = check_file_readable(path);
+  return result;
+}
+
+std::int32_t open_values(const std::string& path, File& file) {
+  const FileCause cause = file.open_for_reading(path, platform::Sharing::shared);
+  // A device or a pipe may never end.
+  return cause == FileCause::none && file.is_regular() ? 0 : error::enumeration_cannot_open;
+}
+
+// The ".err" file of a load: one message a bad line. No report stays, also no older one, unless it
+// was kept.
+class BadLineReport {
+ public:
+  BadLineReport(const std::string& path, std::int32_t layout_kind)
+      : path_(path), layout_kind_(layout_kind) {}
+
+  bool open() { return file_.create(path_) == FileCause::none; }
+
+  bool add(std::int32_t code, std::int32_t line) {
+    has_lines_ = true;
+    std::string message;
+    if (code == error::enumeration_not_allowed) {
+      message = error_message(code, layout_kind_);
+    } else {
+      append_error_text(code, layout_kind_, message);
+      message = fill_number(message, static_cast<std::uint64_t>(line));
+    }
+    message += '\n';
+    return file_.write(message.data(), message.size()) == FileCause::none;
+  }
+
+  bool has_lines() const { return has_lines_; }
+
+  // Leaves an older report as it is.
+  void give_up() { file_.give_up(); }
+
+  // False when it could not be written.
+  bool keep() { return file_.finish() == FileCause::none; }
+
+ private:
+  const std::string& path_;
+  std::int32_t layout_kind_;
+  platform::ReplacingFile file_;
+  bool has_lines_ = false;
+};
+
+std::int32_t load_values(ClColMain& main, const std::string& path, const FmtColRec& settings,
+                         ClEnumDataList& values) {
+  std::int32_t result = check_access(main, path);
+  if (result != 0) return result;
+  File file;
+  result = open_values(path, file);
+  if (result != 0) return result;
+  main.error_file_path = path + ".err";
+  BadLineReport report(main.error_file_path, main.layout_kind());
+  if (!report.open()) return error::enumeration_report_cannot_open;
+
+  std::int32_t line = 0;
+  std::int32_t value_count = 0;
+  std::uint64_t bytes = 0;
+  if (file.size(bytes) == FileCause::none) values.reserve(bytes);
+  std::uint64_t bytes_left = whole_file;
+  result = read_values(
+      file, settings, bytes_left, line, value_count, &values, [&](std::int32_t failure) {
+        return report.add(failure, line) ? 0 : error::enumeration_report_cannot_write;
+      });
+  if (result == error::cancelled) report.give_up();
+  if (result != 0) return result;
+  if (report.has_lines()) {
+    return report.keep() ? error::enumeration_bad_lines : error::enumeration_report_cannot_write;
+  }
+  return value_count == 0 ? error::enumeration_empty : value_count;
+}
+
+std::int32_t check_values(ClColMain& main, const std::string& path, const FmtColRec& settings,
+                          std::uint64_t& bytes_left, std::int32_t& line, ClEnumDataList* values) {
+  line = 0;
+  try {
+    std::int32_t result = check_access(main, path);
+    if (result != 0) return result;
+    File file;
+    result = open_values(path, file);
+    if (result != 0) return result;
+    std::int32_t value_count = 0;
+    result = read_values(file, settings, bytes_left, line, value_count, values,
+                         [](std::int32_t failure) { return failure; });
+    if (result != 0) return result;
+    return value_count == 0 ? error::enumeration_empty : value_count;
+  } catch (const std::bad_alloc&) {
+    return error::out_of_memory;
+  }
+}
+
+}  // namespace
+
+std::int32_t check_enumeration(ClColMain& main, const std::string& path, const FmtColRec& settings,
+                               std::int32_t& line, ClEnumDataList* values) {
+  std::uint64_t bytes_left = whole_file;
+  return check_values(main, path, settings, bytes_left, line, values);
+}
+
+std::int32_t look_into_enumeration(ClColMain& main, const std::string& path,
+                                   const FmtColRec& settings, std::uint64_t most_bytes,
+                                   std::int32_t& line, ClEnumDataList& values, bool& is_whole) {
+  std::uint64_t bytes_left = most_bytes;
+  const std::int32_t result = check_values(main, path, settings, bytes_left, line, &values);
+  is_whole = bytes_left > 0;
+  return result;
+}
+
+std::int32_t load_enumeration(ClColMain& main, const std::string& path, const FmtColRec& settings,
+                              ClEnumDataList& values) {
+  try {
+    return load_values(main, path, settings, values);
+  } catch (const std::bad_alloc&) {
+    return error::out_of_memory;
+  }
+}
+
+}  // namespace korvex

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+
+#include "control/col_main.h"
+#include "platform/file.h"
+#include "platform/runtime_class.h"
+#include "run/log_file.h"
+#include "run/progress.h"
+#include "run/record_writer.h"
+#include "run/run.h"
+
+namespace korvex {
+
+// Writes one data file and its log from a control file in the short form. Owns everything of the
+// run; run() is called once.
+class ClGenerateDataFile : public platform::Object {
+ public:
+  // Set main.control_path, and for DGCreateData the options below, before the call. 0, or the code
+  // of the failure, which nobody has been told yet:
+  //   -1, -2, -3 loading; -4 a negative number of records; -5, -57 another settings file;
+  //   -6 no item has settings; -28 no settings file; -78, -104, -108, -109 repeats; -110 declined;
+  //   -7, -40 settings that no generator knows; -26, -27 writing; -76 the output limit;
+  //   -79 cancelled; and the codes of the enumeration check.
+  // A failed run leaves no data file, except that after -76 the lines before the limit stay.
+  std::int32_t run();
+
+  // The exact size of the file that run() would write without a limit: in closed form, or by
+  // assembling all records where that is not known. Writes nothing, no report of bad enumeration
+  // lines either: the first of them ends it, with its code and, in `bad_line`, its number. In place
+  // of run(); otherwise the same codes.
+  std::int32_t measure(std::uint64_t& bytes);
+
+  ClColMain main;
+  std::int32_t output_option = 0;
+  void* parent = nullptr;
+  std::uint64_t repeat_item_count = 0;
+  std::int32_t bad_line = 0;
+
+ private:
+  std::int32_t run_to_end();
+  std::int32_t load();
+  std::int32_t generate();
+  std::int32_t prepare(const ListLoader& load_list);
+  bool asks_about_repeats() const;
+  bool user_accepts_fewer_records() const;
+  std::int32_t write_data_file();
+  std::int32_t write_records(platform::File& file);
+  std::int32_t write_all(RecordWriter& writer, platform::ProgressSink& progress,
+                         ProgressMeter& meter);
+
+  Run run_;
+  GenerationLog log_;
+  bool data_file_begun_ = false;
+};
+
+inline const platform::RuntimeClass<ClGenerateDataFile> generate_data_file_class(
+    "ClGenerateDataFile");
+
+}  // namespace korvex

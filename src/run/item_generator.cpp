@@ -1,0 +1,178 @@
+#include "run/item_generator.h"
+
+#include "run/repeat_table.h"
+#include "values/attributes.h"
+
+namespace korvex {
+
+namespace {
+
+// Quotation marks and comma around a field's text.
+constexpr std::size_t field_frame_size = 3;
+
+}  // namespace
+
+ItemGenerator::ItemGenerator(const ClFmtColInf& column, std::int32_t layout_kind, bool quotation)
+    : column_(column),
+      settings_(column.record),
+      layout_kind_(layout_kind),
+      is_initial_value_(column.record.generation_type == generation_type::initial_value),
+      quoted_(quotation && !is_initial_value_ && korvex::is_quoted(column.record.attribute)),
+      course_(ItemCourse::of(column, layout_kind)) {
+  if (course_) {
+    for (const auto& element : course_->elements()) cursors_.emplace_back(*element);
+    room_ = course_->elements().size() * Course::max_text_size;
+  } else {
+    literal_ = std::make_unique<LiteralItem>(column_, layout_kind_);
+    room_ = literal_->room();
+  }
+  room_ += field_frame_size + LineBlock::chunk_size;
+}
+
+void ItemGenerator::join_repeat(const ClRepeatData* next) {
+  if (is_initial_value_) return;
+  if (!is_repeat_member_) mode_ += assembly_mode::repeat_member;
+  is_repeat_member_ = true;
+  next_entry_ = next;
+}
+
+void ItemGenerator::set_enumeration(std::unique_ptr<ClEnumDataList> values) {
+  enumeration_ = std::move(values);
+  list_cursor_.emplace(*enumeration_);
+  raise_mode();
+}
+
+void ItemGenerator::clear_wrapped() {
+  wrapped_ = false;
+  if (list_cursor_) list_cursor_->rewind();
+}
+
+std::int32_t ItemGenerator::append_other(LineBlock& line, const RunState& run) {
+  switch (mode_) {
+    case assembly_mode::enumeration:
+      return append_next_enumeration(line);
+    case assembly_mode::repeat_member:
+      if (!run.repeats_finished) return append_repeated(line, run);
+      if (repeats_from_start()) return append_plain(line);
+      break;
+    case assembly_mode::enumeration_repeat_member:
+      if (!run.repeats_finished) return append_repeated_enumeration(line, run);
+      if (repeats_from_start()) return append_next_enumeration(line);
+      break;
+    default:
+      return append_plain(line);
+  }
+  append_empty(line);
+  return 0;
+}
+
+// Writes the text of the present step and takes the next.
+std::int32_t ItemGenerator::write_text(char*& out, bool& ended) {
+  if (literal_ != nullptr) return literal_->write(out, ended);
+  if (is_empty_) return 0;
+  const std::size_t shown = course_->shown_at(step_);
+  for (std::size_t i = 0; i < shown; ++i) out = cursors_[i].write(out);
+  if (take_step()) [[unlikely]]
+    ended = true;
+  return 0;
+}
+
+std::int32_t ItemGenerator::append_plain(LineBlock& line) {
+  bool ended = false;
+  char* out = open_field(line);
+  const std::int32_t result = write_text(out, ended);
+  if (result != 0) [[unlikely]]
+    return result;
+  line.move_cursor(close_field(out));
+  if (ended) [[unlikely]]
+    end_cycle();
+  return 0;
+}
+
+void ItemGenerator::end_cycle() {
+  if (repeats_from_start()) {
+    restart();
+  } else if (literal_ != nullptr) {
+    literal_->switch_off();
+  } else {
+    is_empty_ = true;
+  }
+}
+
+void ItemGenerator::restart() {
+  if (literal_ != nullptr) {
+    literal_->restart();
+  } else {
+    place(0);
+  }
+}
+
+void ItemGenerator::place(Steps step) {
+  step_ = step;
+  for (CourseCursor& cursor : cursors_) cursor.seek(step);
+}
+
+// An outer member shows its value again until the next inner level has finished.
+bool ItemGenerator::outer_waits(const RunState& run) const {
+  return next_entry_ != nullptr && !run.first_record && !next_entry_->finished;
+}
+
+std::int32_t ItemGenerator::append_repeated(LineBlock& line, const RunState& run) {
+  char* out = open_field(line);
+  if (outer_waits(run)) {
+    line.move_cursor(out);
+    line.require(saved_text_.size());
+    line.append(saved_text_);
+    return 0;
+  }
+  const char* begin = out;
+  const std::int32_t result = write_text(out, wrapped_);
+  if (result != 0) return result;
+  out = close_field(out);
+  line.move_cursor(out);
+  // The innermost member never shows a value again.
+  if (next_entry_ != nullptr) saved_text_.assign(begin, static_cast<std::size_t>(out - begin));
+  if (wrapped_) restart();
+  return 0;
+}
+
+std::int32_t ItemGenerator::append_next_enumeration(LineBlock& line) {
+  if (list_cursor_->is_at_end()) {
+    if (!repeats_from_start()) {
+      append_empty(line);
+      return 0;
+    }
+    list_cursor_->rewind();
+  }
+  append_enumeration_value(line);
+  return 0;
+}
+
+std::int32_t ItemGenerator::append_repeated_enumeration(LineBlock& line, const RunState& run) {
+  if (outer_waits(run) && list_cursor_->index() > 0) list_cursor_->back();
+  // An innermost item of one value never lets this index be set back: past the list's end the item
+  // does what it does there without repeats.
+  if (list_cursor_->is_at_end()) return append_next_enumeration(line);
+  append_enumeration_value(line);
+  if (list_cursor_->is_at_end()) wrapped_ = true;
+  return 0;
+}
+
+// Writes the value at the cursor as a whole field and goes on to the next.
+void ItemGenerator::append_enumeration_value(LineBlock& line) {
+  line.require(list_cursor_->value().size());
+  line.move_cursor(close_field(list_cursor_->write_next(open_field(line))));
+}
+
+void ItemGenerator::append_empty(LineBlock& line) const {
+  line.move_cursor(close_field(open_field(line)));
+}
+
+char* ItemGenerator::open_field(LineBlock& line) const {
+  line.require(room_);
+  char* out = line.cursor();
+  if (quoted_) *out++ = quotation_mark;
+  return out;
+}
+
+}  // namespace korvex

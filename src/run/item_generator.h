@@ -1,0 +1,211 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "courses/course_cursor.h"
+#include "courses/enum_data_list.h"
+#include "courses/item_course.h"
+#include "courses/item_facts.h"
+#include "courses/line_block.h"
+#include "courses/literal_item.h"
+#include "run/field_writer.h"
+#include "settings/col_inf.h"
+
+namespace korvex {
+
+class ClRepeatData;
+
+// Where an item's values come from and whether it repeats.
+namespace assembly_mode {
+inline constexpr std::int32_t plain = 0;
+inline constexpr std::int32_t repeat_member = 1;
+inline constexpr std::int32_t enumeration = 2;  // added to the mode once the values are loaded
+inline constexpr std::int32_t enumeration_repeat_member = 3;
+}  // namespace assembly_mode
+
+// What a field needs to know of the run.
+struct RunState {
+  bool first_record = true;
+  bool repeats_finished = false;
+};
+
+// What becomes of an item's field over several records, as far as that can be foreseen.
+enum class FieldForm : std::uint8_t {
+  constant,  // it stays as it is
+  counting,  // its elements count, and it keeps its size
+  listed,    // values of a list, of any size
+};
+
+// The form, and for how many records it holds: none where only the next record can tell.
+struct FieldOutlook {
+  FieldForm form = FieldForm::constant;
+  std::int64_t records = 0;
+
+  static constexpr std::int64_t no_end = std::numeric_limits<std::int64_t>::max();
+};
+
+// Writes one item's field record after record: its elements or enumeration values, quotation marks
+// and comma, and what happens when its values have passed their end.
+//
+// Keeps references to the item's settings, which must outlive it.
+class ItemGenerator {
+ public:
+  ItemGenerator(const ClFmtColInf& column, std::int32_t layout_kind, bool quotation);
+
+  // Appends the field. 0, or the code that fails the run.
+  std::int32_t append(LineBlock& line, const RunState& run) {
+    return mode_ == assembly_mode::plain ? append_plain(line) : append_other(line, run);
+  }
+
+  // Whether records may ever be foreseen. An item that stands in several fields takes a step in
+  // each of them.
+  bool may_be_foreseen() const { return fields_ == 1; }
+
+  FieldOutlook outlook(const RunState& run) const;
+
+  // The fields of the records foreseen, by their form. All are written without quotation marks and
+  // comma, except the constant one, which append_constant() appends as a whole.
+  void append_constant(std::string& line, const RunState& run) const;
+
+  bool is_quoted() const { return quoted_; }
+  std::string_view opening() const { return quoted_ ? "\"" : ""; }
+  std::string_view closing() const { return quoted_ ? "\"," : ","; }
+
+  // Whether the field keeps its size over the records foreseen, and that size.
+  bool has_one_size(FieldForm form) const {
+    return form != FieldForm::listed || enumeration_->has_one_size();
+  }
+  std::size_t size(FieldForm form) const;
+
+  // Writes the next `count` fields of one size, each with `closing` after it, and takes as many
+  // steps.
+  void write_counting(FieldPlaces places, std::int64_t count, std::string_view closing);
+  void write_values(FieldPlaces places, std::int64_t count, std::string_view closing);
+
+  // Where the next value of the list stands.
+  EnumCursor& list_cursor() { return *list_cursor_; }
+  std::size_t largest_value() const { return enumeration_->largest(); }
+
+  // Tells the item that it stands in one more field of a record.
+  void add_field() { ++fields_; }
+
+  // Makes the item a member of the repeat table. `next` is the entry of the next inner level, null
+  // for the innermost; both must outlive this object.
+  void join_repeat(const ClRepeatData* next);
+
+  // Gives the item its enumeration values and raises its mode.
+  void set_enumeration(std::unique_ptr<ClEnumDataList> values);
+  bool has_enumeration() const { return enumeration_ != nullptr; }
+
+  // Each field with the item raises the mode once; raised twice it is none that takes values.
+  void raise_mode() { mode_ += assembly_mode::enumeration; }
+
+  // Whether the elements go in closed form.
+  bool has_course() const { return course_.has_value(); }
+
+  bool is_repeat_member() const { return is_repeat_member_; }
+
+  // Whether the item's values have passed their end since this was last cleared (repeat members).
+  bool wrapped() const { return wrapped_; }
+  void clear_wrapped();
+
+  const FmtColRec& settings() const { return settings_; }
+
+  // How many values a cycle has; nothing where that is not told in closed form, because the item
+  // goes step by step or stands in several fields.
+  std::optional<Steps> cycle() const;
+
+  // What is known of the values of an item that has a cycle.
+  ItemFacts facts() const;
+
+  // Back to where the item stands before the first record.
+  void rewind();
+
+  // Takes the steps of so many records in which the item repeats nothing: in closed form, or cycle
+  // by cycle for an item that goes step by step.
+  void skip(Steps records);
+
+  // Puts a member of repeats that have not finished to where it stands after so many values.
+  // `wrapped` tells whether the last of them ended a cycle that no counter has taken notice of yet.
+  // The item must have a cycle.
+  void seek_member(Steps values, bool wrapped);
+
+  // Whether the item starts again after its end, and is not empty from there on.
+  bool repeats_from_start() const { return settings_.exceeded_action == exceeded_action::repeat; }
+
+ private:
+  static constexpr char quotation_mark = '"';
+
+  std::int32_t append_plain(LineBlock& line);
+  std::int32_t append_other(LineBlock& line, const RunState& run);
+  std::int32_t append_repeated(LineBlock& line, const RunState& run);
+  std::int32_t append_next_enumeration(LineBlock& line);
+  std::int32_t append_repeated_enumeration(LineBlock& line, const RunState& run);
+  void append_enumeration_value(LineBlock& line);
+  std::int32_t write_text(char*& out, bool& ended);
+  char* open_field(LineBlock& line) const;
+  char* close_field(char* out) const {
+    if (quoted_) *out++ = quotation_mark;
+    *out++ = ',';
+    return out;
+  }
+  void append_empty(LineBlock& line) const;
+  void end_cycle();
+  void restart();
+  void place(Steps step);
+  bool outer_waits(const RunState& run) const;
+  bool takes_values_from_list() const {
+    return mode_ == assembly_mode::enumeration || mode_ == assembly_mode::enumeration_repeat_member;
+  }
+  void skip_literal(Steps values);
+
+  FieldOutlook counting_outlook() const;
+  FieldOutlook repeated_outlook(const RunState& run) const;
+  Steps records_of_full_size() const;
+  std::int64_t run_left() const;
+
+  // Whether the step ends the cycle: the item then stays there until it is told how to go on.
+  bool take_step() {
+    if (++step_ == course_->end()) return true;
+    for (CourseCursor& cursor : cursors_) cursor.advance(step_);
+    return false;
+  }
+
+  const ClFmtColInf& column_;
+  const FmtColRec& settings_;
+  const std::int32_t layout_kind_;
+  // An item without values is never quoted and has no elements to walk.
+  const bool is_initial_value_;
+  const bool quoted_;
+  std::size_t room_ = 0;  // for the longest field that the elements can give
+
+  // The elements: in closed form, at one step, or one step after the other.
+  std::optional<ItemCourse> course_;
+  std::vector<CourseCursor> cursors_;
+  Steps step_ = 0;
+  bool is_empty_ = false;  // the values have passed their end, and nothing follows
+  std::unique_ptr<LiteralItem> literal_;
+
+  std::int32_t fields_ = 0;
+  std::int32_t mode_ = assembly_mode::plain;
+
+  bool is_repeat_member_ = false;
+  const ClRepeatData* next_entry_ = nullptr;
+  bool wrapped_ = false;
+  std::string saved_text_;
+
+  std::unique_ptr<ClEnumDataList> enumeration_;
+  std::optional<EnumCursor> list_cursor_;
+
+  std::string field_;  // the counting field that is written next
+  std::vector<TurningTail> more_tails_;
+};
+
+}  // namespace korvex

@@ -1,0 +1,60 @@
+#include "run/record_writer.h"
+
+#include <algorithm>
+
+#include "values/error_codes.h"
+#include "values/file_failure.h"
+
+namespace korvex {
+
+namespace {
+
+// A multiple of the page cache's larger units, so that no write ends inside one.
+constexpr std::size_t file_block_size = platform::File::write_buffer_size;
+
+// Nobody can cancel while a device or a reader takes what it is given, so that gets less at once.
+constexpr std::size_t device_block_size = platform::File::direct_write_size;
+
+}  // namespace
+
+RecordWriter::RecordWriter(platform::File& file, std::int32_t output_option)
+    : file_(file),
+      block_size_(file.is_regular() ? file_block_size : device_block_size),
+      lines_(block_size_ + file_block_size / 4),
+      is_limited_(output_option == guarded_output) {}
+
+std::int32_t RecordWriter::accept_lines(std::span<const std::size_t> begins) {
+  const std::size_t end = lines_.size();
+  const std::uint64_t bytes = end - begins.front();
+  if (!is_limited_ || total_bytes_ + bytes < output_limit_bytes) {
+    total_bytes_ += bytes;
+    lines_.finish_lines(end);
+    return hand_over_blocks();
+  }
+  // The line that reaches the limit begins where the last one ends that does not.
+  const std::uint64_t room = output_limit_bytes - total_bytes_;
+  const auto refused =
+      std::partition_point(begins.begin() + 1, begins.end(),
+                           [&](std::size_t line_end) { return line_end - begins.front() < room; });
+  lines_.finish_lines(refused[-1]);
+  total_bytes_ += refused[-1] - begins.front();
+  return error::output_limit;
+}
+
+std::int32_t RecordWriter::hand_over_blocks() {
+  if (lines_.finished().size() < block_size_) return 0;
+
+  const std::size_t whole = lines_.finished().size() / block_size_ * block_size_;
+  const platform::FileCause cause = file_.write(lines_.finished().data(), whole);
+  lines_.remove_front(whole);
+  return cause == platform::FileCause::none ? 0 : write_failure(cause);
+}
+
+std::int32_t RecordWriter::flush() {
+  const std::size_t size = lines_.finished().size();
+  const platform::FileCause cause = file_.write(lines_.finished().data(), size);
+  lines_.remove_front(size);
+  return cause == platform::FileCause::none ? 0 : write_failure(cause);
+}
+
+}  // namespace korvex

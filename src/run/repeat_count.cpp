@@ -1,0 +1,151 @@
+#include "run/repeat_count.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
+
+#include "control/reconcile.h"
+#include "lists/enumeration_check.h"
+#include "platform/user_interface.h"
+#include "values/error_codes.h"
+#include "values/record_text.h"
+
+namespace korvex {
+
+namespace {
+
+// Numbers of records and bytes are unsigned. What passes their 64 bits stays at the largest number,
+// which reads as too large; wrapped around it could pass for a small one.
+constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
+
+std::uint64_t multiply(std::uint64_t a, std::uint64_t b) {
+  std::uint64_t product = 0;
+  return __builtin_mul_overflow(a, b, &product) ? most : product;
+}
+
+bool is_date_or_time(std::int32_t kind) {
+  return kind == format_kind::date || kind == format_kind::date_unchecked ||
+         kind == format_kind::time || kind == format_kind::timestamp;
+}
+
+// How many values lie between start and end of the lead element, both included.
+std::int64_t value_span(const FmtItemRec& lead) {
+  if (lead.kind == format_kind::fixed) return 1;
+  if (is_date_or_time(lead.kind)) return std::int64_t{lead.span_low} + 1;
+  return lead.span_high * half_base + lead.span_low + 1;
+}
+
+// Negative where a timestamp's time of day ends before it starts: the day does not count.
+std::int64_t range_count(const ClFmtColInf& column) {
+  const std::int64_t lead = column.record.lead_element;
+  if (lead < 1 || lead > static_cast<std::int64_t>(column.elements.size())) return 1;
+  const std::int64_t span = value_span(column.elements[static_cast<std::size_t>(lead - 1)]->record);
+  const FmtValRec& increment = column.record.increment;
+  const std::int64_t step = std::abs(increment.high * half_base + increment.low);
+  if (step == 0) return 1;
+  return span / step + (span % step != 0 ? 1 : 0);
+}
+
+// A negative range count becomes a number that is too large for everything.
+std::uint64_t value_count(ClColMain& main, const ClFmtColInf& column,
+                          const EnumerationCounter& counter) {
+  const FmtColRec& settings = column.record;
+  switch (settings.generation_type) {
+    case generation_type::initial_value:
+      return 1;
+    case generation_type::enumeration:
+      return static_cast<std::uint64_t>(std::max(counter(main, settings), 0));
+    default:
+      return static_cast<std::uint64_t>(range_count(column));
+  }
+}
+
+// What the first pass finds: the widths and numbers of the items that take part.
+struct ItemTotals {
+  std::int64_t width = 0;
+  std::int64_t with_settings = 0;
+  std::int64_t repeated = 0;
+};
+
+ItemTotals total_items(ClColMain& main) {
+  ItemTotals totals;
+  for (const auto& item : main.items) {
+    if (item->display().generation_type == generation_type::none) {
+      item->state = item_state::without_settings;
+      continue;
+    }
+    const ClFmtColInf* column = main.settings.find_column(item->item_number);
+    if (column == nullptr) continue;
+    ++totals.with_settings;
+    if (column->record.repeat_flag != 0) ++totals.repeated;
+    totals.width += column->record.length != 0 ? column->record.length : column->record.digits;
+  }
+  return totals;
+}
+
+}  // namespace
+
+std::int32_t count_enumeration(ClColMain& main, const FmtColRec& settings) {
+  std::int32_t line = 0;
+  return check_enumeration(main, std::string(field_text(settings.enumeration_path)), settings,
+                           line);
+}
+
+std::int32_t count_data_items(ClColMain& main, bool repeats_only, RepeatCount& count,
+                              const EnumerationCounter& counter) {
+  count = {};
+  const ItemTotals totals = total_items(main);
+  if (totals.with_settings == 0 || (repeats_only && totals.repeated == 0)) {
+    return error::no_format_for_item;
+  }
+
+  const std::uint64_t size_limit = main.limits().file_size_max;
+  // Below 0 in crafted settings only.
+  const auto width = static_cast<std::uint64_t>(totals.width);
+  std::uint64_t longest = 0;  // of the plain items
+  std::uint64_t repeats = 1;  // product of the repeated ones
+  std::int64_t handled = 0;
+  for (const auto& item : main.items) {
+    if (handled >= totals.with_settings) break;
+    if (item->state == item_state::without_settings) continue;
+    if (const ClFmtColInf* column = main.settings.find_column(item->item_number)) {
+      const std::uint64_t values = value_count(main, *column, counter);
+      if (column->record.repeat_flag != 0) {
+        const auto count_of_item = static_cast<std::uint64_t>(column->record.repeat_count);
+        repeats = multiply(repeats, multiply(count_of_item, values));
+      } else {
+        longest = std::max(longest, values);
+      }
+    }
+    ++handled;
+    const bool grows = repeats_only ? longest < repeats : true;
+    const std::uint64_t records = repeats_only ? repeats : std::max(longest, repeats);
+    if (grows && multiply(records, width) > size_limit) break;
+  }
+
+  count.data_items = repeats_only && repeats > 1 ? repeats : std::max(longest, repeats);
+  const std::uint64_t bytes = multiply(count.data_items, width);
+  count.predicted_bytes = bytes > size_limit ? too_large : bytes;
+  return 0;
+}
+
+bool count_control_file(ClColMain& main, bool repeats_only, RepeatCount& count) {
+  count = {};
+  if (main.load() != 0) return false;
+  main.mismatch = false;
+  const Result<std::int32_t> with_settings = reconcile(main);
+  if (!with_settings || *with_settings == 0 || main.mismatch) return false;
+  count_data_items(main, repeats_only, count);
+  return true;
+}
+
+std::int32_t ClRepeatCalcMain::run() {
+  const auto cursor = platform::user_interface().show_wait_cursor();
+  data_items = 0;
+  RepeatCount count;
+  if (!count_control_file(main, true, count)) return 0;
+  if (count.predicted_bytes != too_large) data_items = count.data_items;
+  return 1;
+}
+
+}  // namespace korvex

@@ -1,0 +1,166 @@
+#include "run/run.h"
+
+#include <algorithm>
+
+#include "values/error_codes.h"
+
+namespace korvex {
+
+namespace {
+
+constexpr std::uint64_t comma_size = 1;
+constexpr std::uint64_t quotation_size = 2;
+
+}  // namespace
+
+std::int32_t load_settings(ClColMain& main) {
+  const ControlHeader& header = main.header();
+  main.settings.set_paths(main.settings_path(), main.work_folder());
+  const Result<std::int32_t> loaded =
+      main.settings.load(header.level, header.records, header.layout_kind);
+  if (!loaded) return loaded.code();
+  if (*loaded > 0) main.settings.set_run_mode(run_mode::generator);
+  return std::min(*loaded, 1);
+}
+
+LineForm line_form(const ClColMain& main) {
+  return {main.layout_kind(), main.settings.quotation() == 1};
+}
+
+std::int32_t Run::prepare(ClColMain& main, LineForm form, const ListLoader& load_list) {
+  main_ = &main;
+  form_ = form;
+  std::int32_t result = prepare_repeats();
+  if (result == 0) result = prepare_items(load_list);
+  if (result < 0) return result;
+  if (repeats_are_in_use()) records_.set_repeats(repeats_);
+  blocks_.emplace(records_, form_.layout_kind);
+  return 0;
+}
+
+std::int32_t Run::prepare_repeats() {
+  if (main_->settings.current_level()->record.repeat_flag == 0) return 0;
+  return repeats_.build(*main_);
+}
+
+std::int32_t Run::prepare_items(const ListLoader& load_list) {
+  for (const auto& item : main_->items) {
+    const ClFmtColInf* column = main_->settings.find_column(item->item_number);
+    if (column == nullptr) {
+      item->state = item_state::without_settings;
+      continue;
+    }
+    const std::int32_t result = prepare_item(*column, load_list);
+    if (result < 0) return result;
+  }
+  return fields().empty() ? error::no_format_for_item : 0;
+}
+
+std::int32_t Run::prepare_item(const ClFmtColInf& column, const ListLoader& load_list) {
+  const FmtColRec& settings = column.record;
+  ItemGenerator& generator = item_generator(column);
+  records_.add_field(generator);
+  if (settings.generation_type == generation_type::enumeration) {
+    // An item that stands in several fields has its values already; it only changes its mode again.
+    if (generator.has_enumeration()) {
+      generator.raise_mode();
+    } else {
+      auto values = std::make_unique<ClEnumDataList>();
+      const std::int32_t count = load_list(settings, *values);
+      if (count < 0) return count;
+      generator.set_enumeration(std::move(values));
+    }
+  }
+  if (repeats_are_in_use() && settings.repeat_flag != 0) {
+    ClRepeatData* entry = repeats_.find_level(settings.repeat_level);
+    if (entry == nullptr) return error::repeat_entry_missing;
+    entry->item = &generator;
+    generator.join_repeat(repeats_.next_inner(*entry));
+  }
+  return 0;
+}
+
+ItemGenerator& Run::item_generator(const ClFmtColInf& column) {
+  std::unique_ptr<ItemGenerator>& generator = generators_[&column];
+  if (!generator) {
+    generator = std::make_unique<ItemGenerator>(column, form_.layout_kind, form_.quotation);
+  }
+  return *generator;
+}
+
+std::int32_t Run::append(LineBlock& lines, std::int64_t most) {
+  if (blocks_->assemble(lines, most) > 0) {
+    begins_ = blocks_->line_begins();
+    return 0;
+  }
+  const std::size_t begin = lines.size();
+  if (const std::int32_t result = records_.assemble(lines); result != 0) return result;
+  // A line feed ends the record; in the third layout kind it takes the place of the last comma.
+  if (form_.layout_kind == layout_kind::third) {
+    lines.back() = '\n';
+  } else {
+    lines.require(1);
+    lines.append('\n');
+  }
+  single_begin_ = begin;
+  begins_ = {&single_begin_, 1};
+  return 0;
+}
+
+std::int32_t Run::next(std::vector<std::string_view>& values) {
+  line_.clear();
+  if (const std::int32_t result = records_.assemble(line_, ends_); result != 0) return result;
+  values.clear();
+  std::size_t begin = 0;
+  for (std::size_t i = 0; i < ends_.size(); ++i) {
+    const std::size_t frame = fields()[i]->is_quoted() ? 1 : 0;
+    values.emplace_back(line_.data() + begin + frame, ends_[i] - 1 - begin - 2 * frame);
+    begin = ends_[i];
+  }
+  blocks_->forget();
+  return 0;
+}
+
+void Run::seek(Steps record) {
+  records_.seek(record);
+  blocks_->forget();
+}
+
+std::vector<FieldFacts> Run::field_facts() const {
+  std::vector<FieldFacts> all;
+  for (const ItemGenerator* item : fields()) all.push_back(facts_of(*item));
+  return all;
+}
+
+FieldFacts Run::facts_of(const ItemGenerator& item) const {
+  const FmtColRec& settings = item.settings();
+  FieldFacts field;
+  field.frame_bytes = comma_size + (item.is_quoted() ? quotation_size : 0);
+  const ClRepeatData* entry = item.is_repeat_member() || repeats_are_in_use()
+                                  ? repeats_.find_level(settings.repeat_level)
+                                  : nullptr;
+  if (entry != nullptr && settings.repeat_flag != 0) {
+    field.is_repeated = true;
+    field.level = settings.repeat_level;
+    field.rounds = entry->rounds();
+    field.hold = entry->hold;
+    field.repeats_end = repeats_.end();
+    if (!records_.repeats_turn_in_closed_form()) return field;
+  }
+  if (!item.cycle()) return field;
+  field.values = item.facts();
+  return field;
+}
+
+std::optional<std::uint64_t> Run::size(Steps records) const {
+  // A line feed of its own, but for the kind whose lines end in it in place of the last comma.
+  std::uint64_t bytes = form_.layout_kind == layout_kind::third ? 0 : records;
+  for (const ItemGenerator* item : fields()) {
+    const std::optional<std::uint64_t> own = facts_of(*item).bytes(records);
+    if (!own) return std::nullopt;
+    bytes += *own;
+  }
+  return bytes;
+}
+
+}  // namespace korvex

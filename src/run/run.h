@@ -1,0 +1,93 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "control/col_main.h"
+#include "run/block_assembler.h"
+#include "run/field_facts.h"
+#include "run/record_assembler.h"
+#include "run/repeat_table.h"
+
+namespace korvex {
+
+// How the records of a run become lines.
+struct LineForm {
+  std::int32_t layout_kind = 0;
+  bool quotation = false;  // values of quoted attributes stand between quotation marks
+};
+
+// Reads the values of an item's list. The number of values, 1 or more, or a negative code.
+using ListLoader = std::function<std::int32_t(const FmtColRec&, ClEnumDataList&)>;
+
+// Reads the settings file of a control file that `main` has loaded in run mode 3. 1, 0 when there
+// is none, or -1, -5, -57 and the other codes of loading settings.
+std::int32_t load_settings(ClColMain& main);
+
+// What control file and settings say of the lines.
+LineForm line_form(const ClColMain& main);
+
+// The records of a control file and its settings: prepared once, then taken in blocks of lines or
+// record by record, from any record on. Owns everything that the records are made of but `main`,
+// which must outlive it.
+//
+// Records are counted from 0 and have no end: how many are taken is the caller's business. Memory
+// does not grow with them. One thread at a time.
+class Run {
+ public:
+  // Prepares the items of `main`, whose settings are loaded. 0, or a code: -6 no item has settings;
+  // -78, -104, -108, -109 repeats; and what `load_list` answers.
+  std::int32_t prepare(ClColMain& main, LineForm form, const ListLoader& load_list);
+
+  bool repeats_are_in_use() const { return !repeats_.is_empty(); }
+
+  // The items of a record's fields, in their order.
+  const std::vector<ItemGenerator*>& fields() const { return records_.fields(); }
+
+  // Appends whole lines for the next records, at least one and up to `most`. 0, or the code of
+  // settings that nobody knows (-7, -40), and nothing appended.
+  std::int32_t append(LineBlock& lines, std::int64_t most);
+
+  // Where the lines begin that the last call has appended.
+  std::span<const std::size_t> line_begins() const { return begins_; }
+
+  // The values of the next record, without quotation marks; they stand until the next call. 0, -7
+  // or -40.
+  std::int32_t next(std::vector<std::string_view>& values);
+
+  // Goes to a record, as RecordAssembler says.
+  void seek(Steps record);
+  bool seeks_directly() const { return records_.seeks_directly(); }
+
+  // What is known of each field; valid as long as the run.
+  std::vector<FieldFacts> field_facts() const;
+
+  // The bytes of the first so many lines; nothing where only making them can tell.
+  std::optional<std::uint64_t> size(Steps records) const;
+
+ private:
+  std::int32_t prepare_repeats();
+  std::int32_t prepare_items(const ListLoader& load_list);
+  std::int32_t prepare_item(const ClFmtColInf& column, const ListLoader& load_list);
+  ItemGenerator& item_generator(const ClFmtColInf& column);
+  FieldFacts facts_of(const ItemGenerator& item) const;
+
+  ClColMain* main_ = nullptr;
+  LineForm form_;
+  RepeatTable repeats_;
+  std::unordered_map<const ClFmtColInf*, std::unique_ptr<ItemGenerator>> generators_;
+  RecordAssembler records_;
+  std::optional<BlockAssembler> blocks_;
+  std::span<const std::size_t> begins_;
+  std::size_t single_begin_ = 0;
+  LineBlock line_{0};
+  std::vector<std::size_t> ends_;
+};
+
+}  // namespace korvex

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/runtime_class.h"
+#include "settings/lvl_inf.h"
+#include "values/records.h"
+
+namespace korvex {
+
+inline constexpr std::int32_t no_level = -1;
+
+// One Format Information file in memory: its header and its levels, which it owns.
+class ClFmtCom : public platform::Object {
+ public:
+  // The level that the run works on; null when there is none.
+  ClFmtLvlInf* current_level() const;
+
+  // Makes a level of this number current, as a new file or a file without it gets one.
+  void append_level(std::int32_t level, std::int32_t records);
+
+  void discard_levels();
+
+  FmtHeadRec header = {};
+  std::int32_t current_index = no_level;
+  std::vector<char> file_bytes;  // as read; raw levels are views into them
+  platform::ObjectList<ClFmtLvlInf> levels;
+};
+
+inline const platform::RuntimeClass<ClFmtCom> fmt_com_class("ClFmtCom");
+
+}  // namespace korvex

@@ -1,0 +1,230 @@
+#include "settings/fmt_file.h"
+
+#include <cerrno>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <utility>
+
+#include "formatlang/largest_value.h"
+#include "platform/local_time.h"
+#include "platform/unfinished_file.h"
+#include "settings/settings_reader.h"
+#include "settings/settings_upgrade.h"
+#include "settings/settings_writer.h"
+#include "values/error_codes.h"
+#include "values/file_failure.h"
+#include "values/record_text.h"
+
+namespace korvex {
+
+using platform::File;
+using platform::FileCause;
+
+namespace {
+
+// Leaves a level without settings out of what is saved, and puts it back when nothing was: whoever
+// mends the cause goes on working on it.
+class EmptyLevel {
+ public:
+  explicit EmptyLevel(ClFmtCom& com) : com_(com), index_(com.current_index) {
+    if (com_.current_level()->has_settings()) return;
+    level_ = std::move(com_.levels[static_cast<std::size_t>(index_)]);
+    com_.levels.erase(com_.levels.begin() + index_);
+    com_.current_index = no_level;
+  }
+  ~EmptyLevel() {
+    if (level_ == nullptr) return;
+    com_.levels.insert(com_.levels.begin() + index_, std::move(level_));
+    com_.current_index = index_;
+  }
+  EmptyLevel(const EmptyLevel&) = delete;
+  EmptyLevel& operator=(const EmptyLevel&) = delete;
+
+  void forget() { level_.reset(); }
+
+ private:
+  ClFmtCom& com_;
+  std::int32_t index_;
+  std::unique_ptr<ClFmtLvlInf> level_;
+};
+
+}  // namespace
+
+void ClFmtFile::set_paths(const std::string& file_path, const std::string& work_folder) {
+  file_path_ = file_path;
+  work_folder_ = work_folder;
+  temporary_moment_ = std::time(nullptr);
+}
+
+Result<std::int32_t> ClFmtFile::load(std::int32_t level, std::int32_t records,
+                                     std::int32_t layout_kind) {
+  try {
+    const ErrorCode upgraded = upgrade_settings_file(file_path_, layout_kind);
+    if (upgraded != error::none) return upgraded;
+    const FileCause cause = held_file_.open_for_reading(file_path_, platform::Sharing::exclusive);
+    if (is_missing(cause)) {
+      begin(level, records, layout_kind);
+      return 0;
+    }
+    if (cause != FileCause::none) return error::cannot_open;
+    const Result<std::int32_t> count = load_existing(level, records, layout_kind);
+    if (!count) held_file_.discard();
+    return count;
+  } catch (const std::bad_alloc&) {
+    com_.discard_levels();
+    held_file_.discard();
+    return error::out_of_memory;
+  }
+}
+
+void ClFmtFile::begin(std::int32_t level, std::int32_t records, std::int32_t layout_kind) {
+  com_.discard_levels();
+  com_.header = {};
+  std::memcpy(com_.header.magic, current_magic.data(), current_magic.size());
+  com_.header.layout_kind = layout_kind;
+  com_.header.level_count = 1;
+  com_.append_level(level, records);
+  quotation_ = layout_kind == layout_kind::third ? 1 : 0;
+}
+
+Result<std::int32_t> ClFmtFile::load_existing(std::int32_t level, std::int32_t records,
+                                              std::int32_t layout_kind) {
+  const ErrorCode result = read_settings(held_file_, level, records, layout_kind, com_);
+  if (result != error::none) return result;
+  quotation_ = com_.header.quotation;
+  return static_cast<std::int32_t>(com_.current_level()->columns.size());
+}
+
+ErrorCode ClFmtFile::nothing_to_save() const {
+  return platform::exists(file_path_) ? error::all_settings_deleted : error::no_format_for_item;
+}
+
+ErrorCode ClFmtFile::save(std::int32_t quotation) {
+  try {
+    return save_levels(quotation);
+  } catch (const std::bad_alloc&) {
+    return error::out_of_memory;
+  }
+}
+
+ErrorCode ClFmtFile::save_levels(std::int32_t quotation) {
+  if (com_.levels.empty()) return nothing_to_save();
+  File temporary;
+  std::string temporary_path;
+  if (platform::create_temporary(work_folder_, temporary_moment_, temporary, temporary_path) !=
+      FileCause::none) {
+    return error::cannot_open;
+  }
+  platform::UnfinishedFile unfinished(temporary_path);
+  com_.header.quotation = quotation;
+  if (com_.current_level() == nullptr) return error::no_current_level;
+  EmptyLevel empty_level(com_);
+  const ErrorCode result = write_temporary(temporary);
+  if (result != error::none) return result;
+  if (const FileCause closed = temporary.close(); closed != FileCause::none) {
+    return write_failure(closed);
+  }
+  if (is_protected()) {
+    platform::note_file_error(EACCES);
+    return error::cannot_write;
+  }
+  // A file that was missing at the load may have come into being since, and somebody may hold it.
+  File late;
+  if (!held_file_.is_open() && late.open_for_reading(file_path_, platform::Sharing::exclusive) ==
+                                   FileCause::sharing_violation) {
+    return error::cannot_write;
+  }
+  unfinished.finish();
+  const FileCause moved = platform::replace_file(temporary_path, file_path_);
+  if (moved != FileCause::none) return write_failure(moved);
+  empty_level.forget();
+  held_file_.discard();
+  return error::none;
+}
+
+ErrorCode ClFmtFile::write_temporary(File& temporary) {
+  const ClFmtLvlInf* level = com_.current_level();
+  if (com_.levels.empty()) return nothing_to_save();
+  try {
+    saved_items_.clear();
+    if (run_mode_ == run_mode::data_file_dialog && level != nullptr) {
+      for (const auto& column : level->columns) saved_items_.push_back(column->record.item_number);
+    }
+    return write_settings(com_, temporary);
+  } catch (const std::bad_alloc&) {
+    return error::out_of_memory;
+  }
+}
+
+// Replacing and deleting a file asks the system for its folder alone.
+bool ClFmtFile::is_protected() const {
+  return !is_protection_disregarded_ && platform::is_write_protected(file_path_);
+}
+
+void ClFmtFile::delete_file() {
+  if (!is_protected()) platform::remove_target(file_path_);
+  held_file_.discard();
+}
+
+Result<bool> ClFmtFile::read_item(std::int32_t item_number) {
+  const ClFmtLvlInf* level = com_.current_level();
+  if (level == nullptr) return error::no_current_level;
+  const ClFmtColInf* column = level->find_column(item_number);
+  if (column == nullptr) return false;
+
+  const FmtColRec& settings = column->record;
+  edited_.generation_type = settings.generation_type;
+  edited_.referenced_item = settings.referenced_item;
+  edited_.choices = {settings.exceeded_action, settings.custom_format};
+  edited_.texts.format = field_text(settings.format);
+  edited_.texts.increment = field_text(settings.increment_text);
+  if (run_mode_ != run_mode::generator) {
+    edited_.texts.start = column->joined_start_texts();
+    edited_.texts.end = column->joined_end_texts();
+  }
+  return true;
+}
+
+ErrorCode ClFmtFile::set_initial_value(std::int32_t item_number, const ItemAttributes& item) {
+  ClFmtLvlInf* level = com_.current_level();
+  if (level == nullptr) return error::no_current_level;
+  return level->set_initial_value(item_number, item);
+}
+
+void ClFmtFile::set_enumeration(std::int32_t item_number, const std::string& path,
+                                std::int32_t exceeded_action) {
+  FmtColRec& settings = find_column(item_number)->record;
+  settings.generation_type = generation_type::enumeration;
+  settings.exceeded_action = exceeded_action;
+  store_field(settings.enumeration_path, path);
+}
+
+ErrorCode ClFmtFile::copy_settings(std::int32_t target, std::int32_t source,
+                                   const ItemAttributes& item) {
+  ClFmtLvlInf* level = com_.current_level();
+  if (level == nullptr) return error::no_current_level;
+  return level->copy_settings(target, source, item);
+}
+
+ErrorCode ClFmtFile::delete_settings(std::int32_t item_number) {
+  ClFmtLvlInf* level = com_.current_level();
+  return level == nullptr ? error::no_current_level : level->delete_settings(item_number);
+}
+
+ErrorCode ClFmtFile::check_and_store(std::int32_t item_number, const ItemAttributes& item) {
+  ClFmtLvlInf* level = com_.current_level();
+  if (level == nullptr) return error::no_current_level;
+  if (edited_.texts.end.empty()) edited_.texts.end = largest_value_text(item);
+  const Result<std::int32_t> variable_count =
+      level->check_and_store(item_number, item, edited_.texts, edited_.choices);
+  if (variable_count) edited_.variable_count = *variable_count;
+  return variable_count.code();
+}
+
+ClFmtColInf* ClFmtFile::find_column(std::int32_t item_number) const {
+  const ClFmtLvlInf* level = com_.current_level();
+  return level == nullptr ? nullptr : level->find_column(item_number);
+}
+
+}  // namespace korvex

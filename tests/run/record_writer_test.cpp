@@ -1,0 +1,51 @@
+#include "run/record_writer.h"
+
+#include "support/bytes.h"
+#include "support/write_calls.h"
+
+namespace korvex::test {
+namespace {
+
+constexpr std::uint64_t limit = 2'147'483'647;
+constexpr std::uint64_t line_size = 1024 * 1024;
+
+// Writes lines of one size up to a last one that brings the total to `bytes`, so many of them in
+// the first block and in each later one; answers the code and how many bytes were handed over.
+std::pair<std::int32_t, std::uint64_t> write_up_to(std::uint64_t bytes, std::int32_t option,
+                                                   int first_block = 1, int block = 1) {
+  const std::string line = std::string(line_size - 1, 'x') + "\n";
+  const WriteCalls calls(0);
+  platform::File file;
+  EXPECT_EQ(file.create("/dev/null"), platform::FileCause::none);
+  RecordWriter writer(file, option);
+  std::int32_t result = 0;
+  for (int left = first_block; result == 0 && bytes > 0; left = block) {
+    std::vector<std::size_t> begins;
+    for (; left > 0 && bytes > 0; --left) {
+      const std::uint64_t size = std::min(line_size, bytes);
+      begins.push_back(writer.lines().size());
+      writer.lines().require(size);
+      writer.lines().append(std::string_view(line).substr(line_size - size));
+      bytes -= size;
+    }
+    result = writer.accept_lines(begins);
+  }
+  EXPECT_EQ(writer.flush(), 0);
+  file.close();
+  return {result, calls.bytes()};
+}
+
+TEST(RecordWriterTest, StopsAtTheLineThatReachesTheLimitIfGuarded) {
+  const std::uint64_t whole_lines = limit / line_size * line_size;
+  EXPECT_EQ(write_up_to(limit - 1, guarded_output), std::pair(0, limit - 1));
+  EXPECT_EQ(write_up_to(limit, guarded_output), std::pair(-76, whole_lines));
+  EXPECT_EQ(write_up_to(limit + 1, 0), std::pair(0, limit + 1));
+  // Wherever in a block that line stands.
+  for (int first = 1; first <= 5; ++first) {
+    EXPECT_EQ(write_up_to(limit + 9 * line_size, guarded_output, first, 5),
+              std::pair(-76, whole_lines));
+  }
+}
+
+}  // namespace
+}  // namespace korvex::test
