@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "host/sources/saturating.h"
+
 namespace korvex::sources {
 
 std::optional<std::string_view> Field::text(std::uint64_t record) {
@@ -26,16 +28,19 @@ bool Field::make_text(std::uint64_t record) {
 
 TextShape Field::shape() const {
   TextShape shape = source_->shape();
-  shape.never_empty = shape.never_empty && emptiness_.empty() && way_->is_endless();
+  shape.never_empty = shape.never_empty && emptiness_.empty() && way_->records() == endless;
   return shape;
 }
 
-// A way may meet any two indices of a period early, so all of their texts must differ.
-std::uint64_t Field::different_records() const {
-  const std::uint64_t different = source_->different();
-  const std::optional<std::uint64_t> period = source_->period();
-  if (!emptiness_.empty() || (period && different < *period)) return 1;
-  return std::min(different, way_->different_records());
+std::uint64_t Field::most_values() const {
+  const std::uint64_t texts = std::min(source_->most_texts(), way_->indices());
+  return sum(texts, shape().never_empty ? 0 : 1);
+}
+
+// Nothing follows from a text that may be missing: so it may be in several records.
+void Field::tell(Knowledge& knowledge) const {
+  way_->tell(knowledge);
+  if (emptiness_.empty()) source_->tell(knowledge, thing(), way_->thing(), way_->records());
 }
 
 }  // namespace korvex::sources

@@ -17,7 +17,8 @@ namespace korvex::sources {
 // one thread.
 class Field {
  public:
-  Field(std::unique_ptr<Source> source, std::unique_ptr<Way> way)
+  // Fields that take one row of a table or a set share a way.
+  Field(std::unique_ptr<Source> source, std::shared_ptr<Way> way)
       : source_(std::move(source)), way_(std::move(way)) {}
 
   // With several, a record is empty where any of them says so.
@@ -32,14 +33,22 @@ class Field {
   // What all its texts have in common. Never empty means that every record has a value.
   TextShape shape() const;
 
-  // So many records from the first on have values that all differ, for certain. At least 1.
-  std::uint64_t different_records() const;
+  // There are no more different values; having none counts as one.
+  std::uint64_t most_values() const;
+
+  const Way& way() const { return *way_; }
+  bool has_emptiness() const { return !emptiness_.empty(); }
+
+  // What follows from the text, from the index, and from the fields that this one is made of.
+  void tell(Knowledge& knowledge) const;
+
+  Thing thing() const { return {this}; }
 
  private:
   bool make_text(std::uint64_t record);
 
   std::unique_ptr<Source> source_;
-  std::unique_ptr<Way> way_;
+  std::shared_ptr<Way> way_;
   std::vector<std::unique_ptr<Emptiness>> emptiness_;
   std::optional<std::uint64_t> latest_record_;
   bool has_value_ = false;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "host/sources/knowledge.h"
 #include "host/ways/group_sizes.h"
 
 namespace korvex::sources {
@@ -21,6 +22,15 @@ class Groups {
   }
 
   const ways::GroupSizes& sizes() const { return sizes_; }
+
+  Thing parent_thing() const { return {this, 0}; }
+  Thing line_thing() const { return {this, 1}; }
+
+  // A record is known by its parent and its place among that parent's records.
+  void tell(Knowledge& knowledge) const {
+    knowledge.add({parent_thing(), line_thing()}, the_record);
+    if (sizes_.most() <= 1) knowledge.add({}, line_thing());
+  }
 
  private:
   ways::GroupSizes sizes_;

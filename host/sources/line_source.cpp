@@ -19,6 +19,13 @@ class LineSource : public Source {
   }
 
   std::optional<std::uint64_t> period() const override { return std::nullopt; }
+  std::uint64_t most_texts() const override { return groups_->sizes().most(); }
+
+  void tell(Knowledge& knowledge, Thing text, Thing, std::uint64_t records) const override {
+    groups_->tell(knowledge);
+    knowledge.add({text}, groups_->line_thing(), records);
+  }
+
   TextShape shape() const override {
     return {.never_empty = true, .size = {}, .only_digits = true, .no_digits = false};
   }

@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 
+#include "host/sources/knowledge.h"
+
 namespace korvex::sources {
 
 // What all texts of a source have in common. It decides whether a text that is made of several can
@@ -29,8 +31,11 @@ class Source {
   // the record's number.
   virtual std::optional<std::uint64_t> period() const = 0;
 
-  // So many indices from the first on have texts that all differ, for certain. At least 1.
-  virtual std::uint64_t different() const { return 1; }
+  // There are no more different texts.
+  virtual std::uint64_t most_texts() const = 0;
+
+  // What follows from the text, among the first `records` records, which have an index.
+  virtual void tell(Knowledge&, Thing text, Thing index, std::uint64_t records) const = 0;
 
   virtual TextShape shape() const { return {}; }
 };

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "host/sources/saturating.h"
+
 namespace korvex::sources {
 namespace {
 
@@ -30,7 +32,8 @@ class TemplateSource : public Source {
 
   std::optional<std::uint64_t> period() const override { return std::nullopt; }
 
-  std::uint64_t different() const override;
+  std::uint64_t most_texts() const override;
+  void tell(Knowledge& knowledge, Thing text, Thing index, std::uint64_t records) const override;
   TextShape shape() const override;
 
  private:
@@ -91,13 +94,21 @@ bool ends_digits_after(const std::vector<ComposedPart>& parts, const std::vector
   return shapes[i + 1].text.never_empty && shapes[i + 1].text.no_digits;
 }
 
-std::uint64_t TemplateSource::different() const {
-  const std::vector<bool> recoverable = recoverable_parts(parts_);
-  std::uint64_t different = 1;
-  for (std::size_t i = 0; i < parts_.size(); ++i) {
-    if (recoverable[i]) different = std::max(different, parts_[i].field->different_records());
+std::uint64_t TemplateSource::most_texts() const {
+  std::uint64_t texts = 1;
+  for (const ComposedPart& part : parts_) {
+    if (part.field != nullptr) texts = product(texts, part.field->most_values());
   }
-  return different;
+  return texts;
+}
+
+void TemplateSource::tell(Knowledge& knowledge, Thing text, Thing, std::uint64_t records) const {
+  const std::vector<bool> recoverable = recoverable_parts(parts_);
+  for (std::size_t i = 0; i < parts_.size(); ++i) {
+    if (!recoverable[i]) continue;
+    knowledge.add({text}, parts_[i].field->thing(), records);
+    parts_[i].field->tell(knowledge);
+  }
 }
 
 // Literals make a text only beside a field that has one, or when there are no fields.

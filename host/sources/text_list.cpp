@@ -23,9 +23,13 @@ class ListSource : public Source {
 
   std::optional<std::uint64_t> period() const override { return list_.size(); }
 
-  std::uint64_t different() const override {
-    if (!is_distinct_) is_distinct_ = list_.count_different() == list_.size();
-    return *is_distinct_ ? list_.size() : 1;
+  std::uint64_t most_texts() const override {
+    if (!different_) different_ = list_.count_different();
+    return *different_;
+  }
+
+  void tell(Knowledge& knowledge, Thing text, Thing index, std::uint64_t records) const override {
+    if (most_texts() == list_.size()) knowledge.add({text}, index, records);
   }
 
   TextShape shape() const override {
@@ -35,7 +39,7 @@ class ListSource : public Source {
 
  private:
   TextList list_;
-  mutable std::optional<bool> is_distinct_;
+  mutable std::optional<std::size_t> different_;
   mutable std::optional<TextShape> shape_;
 };
 

@@ -11,7 +11,8 @@ namespace {
 class Counting : public Way {
  public:
   std::optional<std::uint64_t> index(std::uint64_t record) override { return record; }
-  std::uint64_t different_records() const override { return endless; }
+  std::uint64_t indices() const override { return endless; }
+  void tell(Knowledge& knowledge) const override { knowledge.add({thing()}, the_record); }
 };
 
 // Goes through all indices of a period, round after round.
@@ -24,8 +25,9 @@ class Rounds : public Way {
     return index_in_rounds(record);
   }
 
-  bool is_endless() const override { return end_ == End::repeat; }
-  std::uint64_t different_records() const override { return period_; }
+  std::uint64_t records() const override { return end_ == End::repeat ? endless : period_; }
+  std::uint64_t indices() const override { return period_; }
+  void tell(Knowledge& knowledge) const override { knowledge.add({thing()}, the_record, period_); }
 
  private:
   virtual std::uint64_t index_in_rounds(std::uint64_t record) { return record % period_; }
@@ -50,8 +52,15 @@ class Joint : public Rounds {
   Joint(std::shared_ptr<ways::JointShuffle> shuffle, std::size_t item, End end)
       : Rounds(shuffle->combinations(), end), shuffle_(std::move(shuffle)), item_(item) {}
 
-  // Only together with the others.
-  std::uint64_t different_records() const override { return 1; }
+  std::uint64_t indices() const override { return shuffle_->period(item_); }
+
+  // Only all items together are the record.
+  void tell(Knowledge& knowledge) const override {
+    knowledge.add({thing()}, {shuffle_.get(), item_});
+    std::vector<Thing> items;
+    for (std::size_t i = 0; i < shuffle_->items(); ++i) items.push_back({shuffle_.get(), i});
+    knowledge.add(items, the_record, shuffle_->combinations());
+  }
 
  private:
   std::uint64_t index_in_rounds(std::uint64_t record) override {
@@ -65,7 +74,15 @@ class Joint : public Rounds {
 class Within : public Way {
  public:
   Within(ways::Key key, std::uint64_t period, std::shared_ptr<Groups> groups)
-      : shuffle_(key, period), groups_(std::move(groups)) {}
+      : shuffle_(key, period), period_(period), groups_(std::move(groups)) {}
+
+  std::uint64_t indices() const override { return period_; }
+
+  void tell(Knowledge& knowledge) const override {
+    groups_->tell(knowledge);
+    if (groups_->sizes().most() > period_) return;
+    knowledge.add({thing(), groups_->parent_thing()}, groups_->line_thing());
+  }
 
   std::optional<std::uint64_t> index(std::uint64_t record) override {
     const ways::Member member = groups_->member(record);
@@ -74,6 +91,7 @@ class Within : public Way {
 
  private:
   ways::ShuffleWithin shuffle_;
+  std::uint64_t period_;
   std::shared_ptr<Groups> groups_;
 };
 
@@ -85,6 +103,8 @@ class Random : public Way {
     return ways::draw_below(key_, record, period_);
   }
 
+  std::uint64_t indices() const override { return period_; }
+
  private:
   ways::Key key_;
   std::uint64_t period_;
@@ -92,25 +112,31 @@ class Random : public Way {
 
 class ByZipf : public Way {
  public:
-  ByZipf(ways::Key key, std::uint64_t period, ways::Skew skew) : zipf_(key, period, skew) {}
+  ByZipf(ways::Key key, std::uint64_t period, ways::Skew skew)
+      : zipf_(key, period, skew), period_(period) {}
 
   std::optional<std::uint64_t> index(std::uint64_t record) override { return zipf_.at(record); }
+  std::uint64_t indices() const override { return period_; }
 
  private:
   ways::Zipf zipf_;
+  std::uint64_t period_;
 };
 
 class Weighted : public Way {
  public:
   Weighted(ways::Key key, const ways::Proportions& proportions, std::uint64_t records)
-      : shares_(key, proportions, records) {}
+      : shares_(key, proportions, records), categories_(proportions.categories()) {}
 
   std::optional<std::uint64_t> index(std::uint64_t record) override {
     return shares_.category_of(record);
   }
 
+  std::uint64_t indices() const override { return categories_; }
+
  private:
   ways::ExactShares shares_;
+  std::uint64_t categories_;
 };
 
 class ParentOf : public Way {
@@ -121,8 +147,46 @@ class ParentOf : public Way {
     return groups_->member(record).parent;
   }
 
+  std::uint64_t indices() const override { return groups_->sizes().parents(); }
+
+  void tell(Knowledge& knowledge) const override {
+    groups_->tell(knowledge);
+    knowledge.add({thing()}, groups_->parent_thing());
+  }
+
  private:
   std::shared_ptr<Groups> groups_;
+};
+
+class ParentInTree : public Way {
+ public:
+  explicit ParentInTree(const ways::Tree& tree) : tree_(tree) {}
+
+  std::optional<std::uint64_t> index(std::uint64_t record) override { return tree_.parent(record); }
+
+  // The first record has none.
+  std::uint64_t records() const override { return 0; }
+  std::uint64_t indices() const override { return endless; }
+
+ private:
+  ways::Tree tree_;
+};
+
+class AnyBefore : public Way {
+ public:
+  explicit AnyBefore(ways::Key key) : key_(key) {}
+
+  std::optional<std::uint64_t> index(std::uint64_t record) override {
+    if (record == 0) return std::nullopt;
+    return ways::draw_below(key_, record, record);
+  }
+
+  // The first record has none.
+  std::uint64_t records() const override { return 0; }
+  std::uint64_t indices() const override { return endless; }
+
+ private:
+  ways::Key key_;
 };
 
 }  // namespace
@@ -162,5 +226,11 @@ std::unique_ptr<Way> weighted(ways::KeyFor<ways::Use::weights> key,
 std::unique_ptr<Way> parent_of(std::shared_ptr<Groups> groups) {
   return std::make_unique<ParentOf>(std::move(groups));
 }
+
+std::unique_ptr<Way> parent_in_tree(const ways::Tree& tree) {
+  return std::make_unique<ParentInTree>(tree);
+}
+
+std::unique_ptr<Way> any_before(ways::Key key) { return std::make_unique<AnyBefore>(key); }
 
 }  // namespace korvex::sources

@@ -1,19 +1,18 @@
 #pragma once
 
 #include <cstdint>
-#include <limits>
 #include <memory>
 #include <optional>
 
 #include "host/sources/groups.h"
+#include "host/sources/knowledge.h"
 #include "host/ways/key.h"
 #include "host/ways/shares.h"
 #include "host/ways/shuffle.h"
+#include "host/ways/tree.h"
 #include "host/ways/zipf.h"
 
 namespace korvex::sources {
-
-constexpr std::uint64_t endless = std::numeric_limits<std::uint64_t>::max();
 
 // Which of a source's values a record takes. Of one thread.
 class Way {
@@ -23,11 +22,16 @@ class Way {
   // The index, below the period that the way was made for; nothing where all values are used up.
   virtual std::optional<std::uint64_t> index(std::uint64_t record) = 0;
 
-  // Whether every record has an index.
-  virtual bool is_endless() const { return true; }
+  // So many records from the first on have an index.
+  virtual std::uint64_t records() const { return endless; }
 
-  // So many records from the first on take different indices, for certain.
-  virtual std::uint64_t different_records() const { return 1; }
+  // No more different indices are ever taken.
+  virtual std::uint64_t indices() const = 0;
+
+  // What follows from the index, and what it follows from.
+  virtual void tell(Knowledge&) const {}
+
+  Thing thing() const { return {this}; }
 };
 
 // What follows when a source's values have all come.
@@ -61,7 +65,11 @@ std::unique_ptr<Way> zipf(ways::Key key, std::uint64_t period, ways::Skew skew);
 std::unique_ptr<Way> weighted(ways::KeyFor<ways::Use::weights> key,
                               const ways::Proportions& proportions, std::uint64_t records);
 
-// The parent of each record.
+// The parent of each record, in another table or in its own.
 std::unique_ptr<Way> parent_of(std::shared_ptr<Groups> groups);
+std::unique_ptr<Way> parent_in_tree(const ways::Tree& tree);
+
+// For records that refer to their own table: any record before, drawn evenly; none for the first.
+std::unique_ptr<Way> any_before(ways::Key key);
 
 }  // namespace korvex::sources

@@ -55,6 +55,8 @@ class JointShuffle {
   static Result<JointShuffle> make(KeyFor<Use::joint> key, std::span<const std::uint64_t> periods);
 
   std::uint64_t combinations() const { return combinations_; }
+  std::size_t items() const { return parts_.size(); }
+  std::uint64_t period(std::size_t item) const { return parts_[item].period; }
 
   // The index of one of the items, by its place among the periods.
   std::uint64_t at(std::uint64_t record, std::size_t item);

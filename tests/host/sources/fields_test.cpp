@@ -7,9 +7,11 @@
 #include <vector>
 
 #include "host/sources/field.h"
+#include "host/sources/key_source.h"
 #include "host/sources/line_source.h"
 #include "host/sources/template_source.h"
 #include "host/sources/text_list.h"
+#include "host/sources/uniqueness.h"
 #include "host/ways/draw.h"
 
 namespace korvex::sources {
@@ -46,13 +48,27 @@ TEST(Fields, GoThroughTheirSourceAndStopOrRepeat) {
   Field once(list({"a", "b"}), shuffled({1}, 2, End::stop));
   EXPECT_EQ(texts(once, 2, 4), "- - ");
   EXPECT_EQ(texts(once, 0, 1) + texts(once, 1, 2), texts(once, 0, 2));
-  EXPECT_EQ(once.different_records(), 2);
 }
 
 TEST(Fields, OfOneKeyTakeOneRow) {
   Field city(list({"Bonn", "Köln", "Ulm"}), shuffled({5}, 3, End::repeat));
   Field code(list({"Bonn", "Köln", "Ulm"}), shuffled({5}, 3, End::repeat));
   EXPECT_EQ(texts(city, 0, 30), texts(code, 0, 30));
+}
+
+TEST(Fields, ReferToRecordsOfOtherTablesAndToEarlierOnesOfTheirOwn) {
+  const auto ids = std::make_shared<Field>(list(numbers(40, "id")), shuffled({8}, 40, End::repeat));
+  Field key(make_key_source(ids, 40), forward(40, End::repeat));
+  EXPECT_EQ(texts(key, 40, 80), texts(*ids, 0, 40));
+  Field any(make_key_source(ids, 40), any_before({2}));
+  Field tree(make_key_source(ids, 40),
+             parent_in_tree(*ways::Tree::make({{2}}, 40, {3, 3, ways::Shape::constant, {}})));
+  EXPECT_EQ(texts(any, 0, 1) + texts(tree, 0, 1), "- - ");
+  for (std::uint64_t record = 1; record < 40; ++record) {
+    const std::string before = " " + texts(*ids, 0, record);
+    EXPECT_NE(before.find(" " + std::string(*any.text(record)) + " "), std::string::npos);
+    EXPECT_EQ(tree.text(record), std::string(*ids->text((record - 1) / 3)));
+  }
 }
 
 TEST(Fields, AreEmptyByShareWithOthersAndUnlessOthersSayOtherwise) {
@@ -95,61 +111,173 @@ TEST(Fields, OfKeysKnowParentAndLineAndDifferWithin) {
   EXPECT_EQ(products.size(), records);
 }
 
-// Fields over all ways and sources, alone and in templates of up to four parts: what they say of
-// their difference is held against their texts.
-TEST(Fields, NeverClaimADifferenceThatIsNotThere) {
-  std::uint64_t drawn = 0;
-  const auto draw = [&](std::uint64_t bound) { return ways::draw_below({11}, drawn++, bound); };
-  const auto draw_values = [&] {
-    static const std::vector<std::string> pools[] = {
-        numbers(30),           numbers(12, "1"), {"1", "12", "11", "2"}, {"a", "B", "cc", "ca"},
-        {"a", "a1", "-", "1"}, {"x", "", "y"},   {"x", "y", "x"},        {"ä", "a", "Ä"},
-        {"10", "20", "30"}};
-    return pools[draw(std::size(pools))];
-  };
-  const auto draw_field = [&] {
-    std::vector<std::string> values = draw_values();
-    const std::uint64_t period = values.size();
-    const ways::Key key{draw(1000)};
-    const End end = draw(4) == 0 ? End::stop : End::repeat;
-    const std::uint64_t way = draw(6);
-    auto field =
-        std::make_unique<Field>(list(values), way == 0   ? random(key, period)
-                                              : way == 1 ? zipf(key, period, {})
-                                              : way == 2 ? parent_of(groups(100, period, 100))
-                                              : way == 3 ? forward(period, end)
-                                                         : shuffled(key, period, end));
-    if (draw(6) == 0) field->add_emptiness(empty_share({{draw(9)}}, {1, 3}, 100));
-    return field;
-  };
-  std::uint64_t claims_of_templates = 0;
-  for (int round = 0; round < 20'000; ++round) {
-    std::vector<FieldPointer> parts;
-    std::vector<ComposedPart> composed;
-    const char* const literals[] = {"", "", "-", "1", "a"};
-    for (std::uint64_t count = 1 + draw(4); count > 0; --count) {
-      parts.push_back(draw_field());
-      ComposedPart part = {literals[draw(std::size(literals))], parts.back().get(), {}};
-      if (draw(5) == 0) part.filters.push_back(draw(2) == 0 ? Filter::lower : Filter::ascii);
-      composed.push_back(part);
+// Draws plans of every kind of field: over all ways and sources, with others in templates, and
+// jointly.
+class RandomPlan {
+ public:
+  static constexpr std::uint64_t records = 100;
+
+  explicit RandomPlan(std::uint64_t seed) : key_{seed} {
+    joint_ = std::make_shared<ways::JointShuffle>(
+        *ways::JointShuffle::make({{seed}}, std::vector<std::uint64_t>{3, 4}));
+    groups_ = groups(records, 10 + draw(60), draw(3) == 0 ? 100 : 15);
+    add_joint(3, 0);
+    add_joint(4, 1);
+    add(list(numbers(groups_->sizes().parents(), "p")), parent_of(groups_));
+    add(make_line_source(groups_), forward());
+    add(list(numbers(20, "w")), shuffled_within(key(), 20, groups_));
+    for (int i = 0; i < 3; ++i) add_list();
+    add_group();
+    add_key();
+    add_template();
+    add_template();
+  }
+
+  std::uint64_t draw(std::uint64_t bound) { return ways::draw_below(key_, drawn_++, bound); }
+  Field& field(std::uint64_t i) { return *fields_[i]; }
+
+  std::vector<Field*> draw_fields() {
+    std::vector<Field*> set;
+    for (const FieldPointer& field : fields_) {
+      if (draw(5) == 0) set.push_back(field.get());
     }
-    composed.push_back({literals[draw(std::size(literals))], nullptr, {}});
-    parts.push_back(std::make_unique<Field>(make_template_source(composed), forward()));
-    claims_of_templates += parts.back()->different_records() > 1;
-    for (const FieldPointer& field : parts) {
-      const std::uint64_t claimed = std::min<std::uint64_t>(field->different_records(), 100);
-      const TextShape shape = field->shape();
-      std::set<std::string> seen;
-      for (std::uint64_t record = 0; record < claimed; ++record) {
-        const std::string text(field->text(record).value_or(""));
-        ASSERT_TRUE(seen.insert(text).second) << round << ": " << texts(*field, 0, claimed);
-        ASSERT_TRUE(claimed == 1 || !text.empty());
-        ASSERT_TRUE(!shape.never_empty || !text.empty());
-        ASSERT_TRUE(!shape.size || *shape.size == text.size() || text.empty()) << text;
-      }
+    if (draw(3) == 0) set.push_back(fields_.back().get());
+    return set;
+  }
+
+ private:
+  ways::Key key() { return {draw(1000)}; }
+  End end() { return draw(4) == 0 ? End::stop : End::repeat; }
+
+  void add(std::unique_ptr<Source> source, std::shared_ptr<Way> way) {
+    fields_.push_back(std::make_unique<Field>(std::move(source), std::move(way)));
+    if (draw(12) == 0) fields_.back()->add_emptiness(empty_share({{draw(9)}}, {1, 3}, records));
+  }
+
+  void add_joint(std::uint64_t period, std::size_t item) {
+    add(list(numbers(period)), joint(joint_, item, end()));
+  }
+
+  std::vector<std::string> draw_values() {
+    static const std::vector<std::string> pools[] = {
+        numbers(130), numbers(12, "1"),      {"1", "12", "11", "2"}, {"a", "B", "cc", "ca"},
+        {"a", "-"},   {"a", "a1", "-", "1"}, {"x", "", "y"},         {"x", "y", "x"},
+        {"ä", "a"},   {"10", "20", "30"}};
+    return pools[draw(std::size(pools))];
+  }
+
+  std::shared_ptr<Way> draw_way(std::uint64_t period) {
+    switch (draw(6)) {
+      case 0:
+        return random(key(), period);
+      case 1:
+        return zipf(key(), period, {});
+      case 2:
+        return parent_of(groups(records, period, records));
+      case 3:
+        return forward(period, end());
+      default:
+        return shuffled(key(), period, end());
     }
   }
-  EXPECT_GT(claims_of_templates, 3000);
+
+  void add_list() {
+    const std::vector<std::string> values = draw_values();
+    add(list(values), draw_way(values.size()));
+  }
+
+  void add_group() {
+    const std::shared_ptr<Way> way = draw_way(4);
+    add(list({"a", "b", "c", "d"}), way);
+    add(list({"x", "y", "x", "y"}), way);
+  }
+
+  void add_key() {
+    const std::uint64_t parents = 1 + draw(40);
+    const std::vector<std::string> values = draw_values();
+    auto parent = std::make_shared<Field>(list(values), draw_way(values.size()));
+    add(make_key_source(parent, parents), draw_way(parents));
+  }
+
+  void add_template() {
+    static const char* const literals[] = {"", "", "-", "1", "a"};
+    std::vector<ComposedPart> parts;
+    for (std::uint64_t count = 1 + draw(4); count > 0; --count) {
+      ComposedPart part = {
+          literals[draw(std::size(literals))], fields_[draw(fields_.size())].get(), {}};
+      if (draw(5) == 0) part.filters.push_back(draw(2) == 0 ? Filter::lower : Filter::ascii);
+      parts.push_back(std::move(part));
+    }
+    parts.push_back({literals[draw(std::size(literals))], nullptr, {}});
+    add(make_template_source(std::move(parts)), forward());
+  }
+
+  ways::Key key_;
+  std::uint64_t drawn_ = 0;
+  std::shared_ptr<ways::JointShuffle> joint_;
+  std::shared_ptr<Groups> groups_;
+  std::vector<FieldPointer> fields_;
+};
+
+// What is said of sets of fields is held against their records.
+TEST(Uniqueness, IsNeverClaimedWhereItIsNotNorDeniedWhereItIs) {
+  std::uint64_t unique_sets = 0;
+  std::uint64_t exact_answers = 0;
+  for (std::uint64_t seed = 0; seed < 400; ++seed) {
+    RandomPlan plan(seed);
+    for (int set = 0; set < 6; ++set) {
+      const std::vector<Field*> fields = plan.draw_fields();
+      const Uniqueness told =
+          uniqueness_of(std::vector<const Field*>(fields.begin(), fields.end()));
+      unique_sets += told.different >= RandomPlan::records;
+      exact_answers += told.different > 1 && told.different == told.repeated;
+      std::set<std::vector<std::string>> seen;
+      std::uint64_t different = RandomPlan::records;
+      for (std::uint64_t record = 0; record < RandomPlan::records; ++record) {
+        std::vector<std::string> values;
+        for (Field* field : fields) {
+          values.emplace_back(field->text(record).value_or(""));
+          const TextShape shape = field->shape();
+          ASSERT_TRUE(!values.back().empty() || !shape.never_empty) << seed;
+          ASSERT_TRUE(values.back().empty() ||
+                      shape.size.value_or(values.back().size()) == values.back().size());
+        }
+        if (!seen.insert(values).second) different = std::min(different, record);
+      }
+      ASSERT_GE(different, std::min(told.different, RandomPlan::records)) << seed;
+      ASSERT_LE(seen.size(), told.repeated) << seed;
+    }
+  }
+  EXPECT_GT(unique_sets, 200);
+  EXPECT_GT(exact_answers, 50);
+}
+
+TEST(Uniqueness, IsKnownOfWhatIsMadeToBeUnique) {
+  const auto joint_two = std::make_shared<ways::JointShuffle>(
+      *ways::JointShuffle::make({{1}}, std::vector<std::uint64_t>{3, 40}));
+  const auto shared = groups(500, 200, 7);
+  Field first(list(numbers(3)), joint(joint_two, 0, End::repeat));
+  Field second(list(numbers(40)), joint(joint_two, 1, End::repeat));
+  Field parent(list(numbers(200)), parent_of(shared));
+  Field line(make_line_source(shared), forward());
+  Field within(list(numbers(7)), shuffled_within({9}, 7, shared));
+  Field shuffle(list(numbers(70)), shuffled({3}, 70, End::repeat));
+  Field mail(
+      make_template_source({{"", &second, {}}, {".", &shuffle, {}}, {"@x.org", nullptr, {}}}),
+      forward());
+  const auto told = [](std::vector<const Field*> fields) {
+    const Uniqueness uniqueness = uniqueness_of(fields);
+    return std::pair(uniqueness.different, uniqueness.repeated);
+  };
+  using Pair = std::pair<std::uint64_t, std::uint64_t>;
+  EXPECT_EQ(told({&first, &second}), Pair(120, 120));
+  EXPECT_EQ(told({&first}), Pair(1, 3));
+  EXPECT_EQ(told({&parent, &line}), Pair(endless, endless));
+  EXPECT_EQ(told({&within, &parent}), Pair(endless, endless));
+  EXPECT_EQ(told({&within, &line}), Pair(1, 49));
+  EXPECT_EQ(told({&mail}), Pair(70, 2800));
+  EXPECT_EQ(told({&mail, &first}), Pair(120, 8400));
+  EXPECT_EQ(told({}), Pair(1, 1));
 }
 
 struct SplitCase {
