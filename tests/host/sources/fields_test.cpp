@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <map>
+#include <numeric>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "host/sources/children_source.h"
 #include "host/sources/field.h"
 #include "host/sources/key_source.h"
 #include "host/sources/line_source.h"
@@ -69,6 +71,39 @@ TEST(Fields, ReferToRecordsOfOtherTablesAndToEarlierOnesOfTheirOwn) {
     EXPECT_NE(before.find(" " + std::string(*any.text(record)) + " "), std::string::npos);
     EXPECT_EQ(tree.text(record), std::string(*ids->text((record - 1) / 3)));
   }
+}
+
+TEST(Fields, FoldTheirChildrenExactly) {
+  constexpr std::uint64_t parents = 150;
+  const auto shared = groups(400, parents, 7);
+  const auto amount =
+      std::make_shared<Field>(list({"0.50", "-1.25", "12.00", "9.75", "100"}), random({6}, 5));
+  amount->add_emptiness(empty_share({{7}}, {1, 4}, 400));
+  const auto fold = [&](Fold how) {
+    return std::make_unique<Field>(make_children_source(how, amount, shared->sizes()), forward());
+  };
+  const FieldPointer sum = fold(Fold::sum), count = fold(Fold::count), least = fold(Fold::least),
+                     most = fold(Fold::most);
+  std::vector<std::vector<double>> values(parents);
+  for (std::uint64_t record = 0; record < 400; ++record) {
+    const auto text = amount->text(record);
+    if (text) values[shared->member(record).parent].push_back(std::stod(std::string(*text)));
+  }
+  const auto number = [](Field& field, std::uint64_t record) {
+    return std::stod(std::string(field.text(record).value_or("1e9")));
+  };
+  for (std::uint64_t parent = 0; parent < parents; ++parent) {
+    std::vector<double>& own = values[parent];
+    std::sort(own.begin(), own.end());
+    EXPECT_EQ(number(*sum, parent), std::accumulate(own.begin(), own.end(), 0.0));
+    EXPECT_EQ(number(*count, parent), static_cast<double>(own.size()));
+    EXPECT_EQ(number(*least, parent), own.empty() ? 1e9 : own.front());
+    EXPECT_EQ(number(*most, parent), own.empty() ? 1e9 : own.back());
+  }
+  const auto name = std::make_shared<Field>(list({"b", "a"}), forward(2, End::repeat));
+  const ways::GroupSizes one = *ways::GroupSizes::make({}, 2, 1, {2, 2, ways::Shape::even, {}});
+  EXPECT_EQ(Field(make_children_source(Fold::least, name, one), forward()).text(0), "a");
+  EXPECT_EQ(Field(make_children_source(Fold::sum, name, one), forward()).text(0), std::nullopt);
 }
 
 TEST(Fields, AreEmptyByShareWithOthersAndUnlessOthersSayOtherwise) {

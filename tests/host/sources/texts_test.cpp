@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "host/sources/ascii_form.h"
+#include "host/sources/decimal.h"
 #include "host/sources/letter_case.h"
 #include "host/sources/template_source.h"
 #include "host/sources/text_list.h"
@@ -40,6 +41,42 @@ TEST(Letters, ChangeInEveryScriptAndStayWhereThereIsNothingToChange) {
     EXPECT_EQ(upper_case(test.text), test.upper);
     EXPECT_EQ(ascii_form(test.text), test.ascii);
   }
+}
+
+struct SumCase {
+  const char* first;
+  const char* second;
+  const char* sum;  // empty when one is no number or there is no room
+};
+
+TEST(Decimals, AddUpExactlyOrNotAtAll) {
+  const SumCase cases[] = {
+      {"1", "2", "3"},
+      {"0.10", "0.2", "0.30"},
+      {"-0.5", "0.25", "-0.25"},
+      {"-3.75", "+3.75", "0.00"},
+      {"0012.50", "-.5", ""},
+      {"999999999999999999", "0.000000000000000001", "999999999999999999.000000000000000001"},
+      {"999999999999999999", "999999999999999999", "1999999999999999998"},
+      {"1000000000000000000", "1", ""},
+      {"0.1234567890123456789", "1", ""},
+      {"1.", "1", ""},
+      {"", "1", ""},
+      {"-", "1", ""},
+      {"1e3", "1", ""},
+      {"1.2.3", "1", ""},
+      {"--1", "1", ""},
+  };
+  for (const SumCase& test : cases) {
+    std::optional<Decimal> sum = Decimal::parse(test.first);
+    const std::optional<Decimal> second = Decimal::parse(test.second);
+    if (!second || !sum || !sum->add(*second)) sum.reset();
+    EXPECT_EQ(sum ? sum->text() : "", test.sum) << test.first << " + " << test.second;
+  }
+  Decimal large = *Decimal::parse("999999999999999999");
+  int doublings = 0;
+  while (doublings < 20 && large.add(Decimal(large))) ++doublings;
+  EXPECT_EQ(doublings, 7);
 }
 
 struct LinesCase {

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace korvex::sources {
+
+// An exact decimal number with up to 18 digits on either side of its point; sums of them may have
+// some more.
+class Decimal {
+ public:
+  // Reads digits with an optional sign before them and an optional point among them: "12", "-0.50",
+  // "+7". Nothing for any other text.
+  static std::optional<Decimal> parse(std::string_view text);
+
+  // Adds with as many decimals as the one that has more. False, and nothing is added, when the sum
+  // has no room.
+  bool add(const Decimal& other);
+
+  bool operator<(const Decimal& other) const { return units_ < other.units_; }
+
+  std::string text() const;
+
+ private:
+  __extension__ using Units = __int128;
+
+  Units units_ = 0;  // of 10^-18
+  unsigned decimals_ = 0;
+};
+
+}  // namespace korvex::sources
