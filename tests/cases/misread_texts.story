@@ -28,6 +28,7 @@ each TEXT PLACE CHARACTER EXPECTED
   <EF><BB><BF>plain | 1:1 | <*> | which has no such character
   名前 | 1:1 | 名 | as by iconv -f UTF-8 -t CP932 <folder>/list.txt
   x<0A><a*70000><0A>Αθήνα | 3:3 | ή | which has no such character
+  a😀 | 1:2 | 😀 | which has no such character
   дом<0A>5 £ | 2:3 | £ | which has no such character
 do
   file list.txt

@@ -144,17 +144,6 @@ TEST_F(ColMainTest, OffendingNamesEndBelowTheirLimit) {
   }
 }
 
-TEST_F(ColMainTest, QuotedCharactersCountAsSigned) {
-  for (const std::int32_t attribute : {1, 2, 3, 4, 6, 11}) {
-    for (const std::int32_t flag : {0, 1}) {
-      ClColMain loaded;
-      ASSERT_EQ(load(loaded, control_bytes({}, {{.attribute = attribute, .signed_flag = flag}})),
-                0);
-      EXPECT_EQ(loaded.items[0]->signed_flag, attribute <= 3 ? 1 : flag) << attribute;
-    }
-  }
-}
-
 TEST_F(ColMainTest, ClassesAreMadeByName) {
   for (const char* name : {"ClColMain", "ClDGCol", "ClFmtFile", "ClFmtCom", "ClFmtLvlInf",
                            "ClFmtColInf", "ClFmtItemInf"}) {

@@ -6,7 +6,6 @@
 #include <functional>
 
 #include "run/generate_data_file.h"
-#include "settings/settings_upgrade.h"
 #include "support/generation_setup.h"
 
 namespace korvex::test {
@@ -24,26 +23,6 @@ int status_of(pid_t child) {
   return ::waitpid(child, &status, 0) == child && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-// A place where two processes wait for each other.
-class Signal {
- public:
-  Signal() { EXPECT_EQ(::pipe(ends_), 0); }
-  ~Signal() {
-    ::close(ends_[0]);
-    ::close(ends_[1]);
-  }
-  Signal(const Signal&) = delete;
-  Signal& operator=(const Signal&) = delete;
-  void give() const { EXPECT_EQ(::write(ends_[1], "x", 1), 1); }
-  void await() const {
-    char byte = 0;
-    EXPECT_EQ(::read(ends_[0], &byte, 1), 1);
-  }
-
- private:
-  int ends_[2] = {-1, -1};
-};
-
 constexpr ItemAttributes counter_item = {4, 0, 9, 9, 0};
 
 Result<std::int32_t> load(ClFmtFile& file, const GenerationSetup& setup) {
@@ -60,37 +39,6 @@ std::int32_t generate(const GenerationSetup& setup) {
   ClGenerateDataFile generator;
   generator.main.control_path = setup.control();
   return generator.run();
-}
-
-TEST(SharingTest, TheSecondProcessIsRefusedUntilTheFirstHasSaved) {
-  const GenerationSetup setup;
-  setup.save_settings();
-  setup.write_control();
-  const std::string old_bytes = read_file(setup.settings());
-  const Signal holding;
-  const Signal refused;
-  const pid_t first = start([&] {
-    ClFmtFile file;
-    if (load(file, setup) != 1) return 1;
-    holding.give();
-    refused.await();
-    return store_count(file, 77) == 0 && file.save(0) == 0 ? 0 : 2;
-  });
-  holding.await();
-  {
-    ClFmtFile file;
-    EXPECT_EQ(load(file, setup).code(), -2);
-    EXPECT_EQ(upgrade_settings_file(setup.settings(), 1), -2);
-    EXPECT_EQ(generate(setup), -2);
-    EXPECT_TRUE(same_bytes(old_bytes, read_file(setup.settings())));
-    EXPECT_TRUE(setup.outputs().empty());
-  }
-  refused.give();
-  EXPECT_EQ(status_of(first), 0);
-  ClFmtFile file;
-  EXPECT_EQ(load(file, setup), 1);
-  EXPECT_EQ(file.read_item(1), 1);
-  EXPECT_EQ(file.edited().texts.end, "000000077");
 }
 
 // Both found no settings. The one that comes too late must not replace what the other one holds.

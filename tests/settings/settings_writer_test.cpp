@@ -8,8 +8,6 @@ namespace {
 
 using namespace test;
 
-constexpr std::size_t area_of_one = header_size + level_size;
-
 // Every byte of a file that holds one checked range.
 TEST(SettingsWriter, WritesARangeByteForByte) {
   const SettingsFolder folder;
@@ -125,21 +123,6 @@ TEST(SettingsWriter, AWriteProtectedFileStays) {
   file.disregard_protection();
   file.delete_file();
   EXPECT_FALSE(platform::exists(folder.path));
-}
-
-TEST(SettingsWriter, InADialogRunItRemembersTheItems) {
-  const SettingsFolder folder;
-  ClFmtFile file;
-  file.set_run_mode(run_mode::data_file_dialog);
-  ASSERT_EQ(folder.load(file), 0);
-  for (const std::int32_t item : {30, 10, 20}) ASSERT_EQ(store_range(file, item), 0);
-  ASSERT_EQ(file.delete_settings(10), 0);
-  ASSERT_EQ(store_range(file, 30), 0);
-  ASSERT_EQ(file.save(0), 0);
-  EXPECT_EQ(file.saved_items(), (std::vector<std::int32_t>{30, 10, 20}));
-  const std::string written = read_file(folder.path);
-  EXPECT_EQ(written.substr(header_size + 16, 4), hex("02 00 00 00"));
-  EXPECT_EQ(written.size(), area_of_one + 2 * (column_size + element_size));
 }
 
 }  // namespace
