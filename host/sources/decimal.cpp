@@ -7,6 +7,13 @@ namespace {
 
 constexpr unsigned most_digits = 18;
 
+// One unit of so many decimals, in units of the most.
+constexpr std::int64_t unit_of(unsigned decimals) {
+  std::int64_t unit = 1;
+  for (; decimals < most_digits; ++decimals) unit *= 10;
+  return unit;
+}
+
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 }  // namespace
@@ -29,6 +36,21 @@ std::optional<Decimal> Decimal::parse(std::string_view text) {
   for (const char digit : digits) number.units_ = number.units_ * 10 + (digit - '0');
   if (is_negative) number.units_ = -number.units_;
   number.decimals_ = static_cast<unsigned>(fraction.size());
+  return number;
+}
+
+Decimal Decimal::of_units(std::int64_t units, unsigned decimals) {
+  Decimal number;
+  number.units_ = Units{units} * unit_of(decimals);
+  number.decimals_ = decimals;
+  return number;
+}
+
+std::optional<std::int64_t> Decimal::in_units(unsigned decimals) const {
+  const std::int64_t unit = unit_of(decimals);
+  const Units units = units_ / unit;
+  const auto number = static_cast<std::int64_t>(units);
+  if (units_ % unit != 0 || number != units) return std::nullopt;
   return number;
 }
 

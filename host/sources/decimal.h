@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,6 +14,12 @@ class Decimal {
   // Reads digits with an optional sign before them and an optional point among them: "12", "-0.50",
   // "+7". Nothing for any other text.
   static std::optional<Decimal> parse(std::string_view text);
+
+  // So many units of 10^-decimals, for up to 18 decimals.
+  static Decimal of_units(std::int64_t units, unsigned decimals);
+
+  // The number in units of 10^-decimals; nothing when it has more decimals, or too many units.
+  std::optional<std::int64_t> in_units(unsigned decimals) const;
 
   // Adds with as many decimals as the one that has more. False, and nothing is added, when the sum
   // has no room.

@@ -11,6 +11,8 @@
 #include "host/sources/field.h"
 #include "host/sources/key_source.h"
 #include "host/sources/line_source.h"
+#include "host/sources/needs.h"
+#include "host/sources/offset_source.h"
 #include "host/sources/template_source.h"
 #include "host/sources/text_list.h"
 #include "host/sources/uniqueness.h"
@@ -104,6 +106,36 @@ TEST(Fields, FoldTheirChildrenExactly) {
   const ways::GroupSizes one = *ways::GroupSizes::make({}, 2, 1, {2, 2, ways::Shape::even, {}});
   EXPECT_EQ(Field(make_children_source(Fold::least, name, one), forward()).text(0), "a");
   EXPECT_EQ(Field(make_children_source(Fold::sum, name, one), forward()).text(0), std::nullopt);
+}
+
+TEST(Fields, LieAtADistanceFromOthers) {
+  Field price(list({"10.00", "-0.50", "x", "", "1.005", "92233720368547758.00"}),
+              forward(6, End::repeat));
+  const auto offset = [&](Distance distance) {
+    return Field(make_offset_source(price, number_scale(2), {{4}}, distance), forward());
+  };
+  Field fixed = offset({60, 60});
+  EXPECT_EQ(texts(fixed, 0, 6), "10.60 0.10 - - - - ");
+  Field drawn = offset({-3, 3});
+  std::map<std::string, int> counts;
+  for (std::uint64_t record = 0; record < 6000; record += 6) {
+    ++counts[std::string(*drawn.text(record))];
+  }
+  EXPECT_EQ(counts.size(), 7);
+  EXPECT_EQ(counts.begin()->first, "10.00");
+  EXPECT_EQ(counts.rbegin()->first, "9.99");
+  EXPECT_EQ(counts.count("9.97"), 1);
+}
+
+TEST(Needs, AreMadeFirstOrSayTheirCircle) {
+  using Needs = std::vector<std::vector<std::size_t>>;
+  EXPECT_EQ(making_order(Needs{{2}, {}, {1}}).order, (std::vector<std::size_t>{1, 2, 0}));
+  EXPECT_EQ(making_order(Needs{{}, {}, {0, 0}}).order, (std::vector<std::size_t>{0, 1, 2}));
+  EXPECT_EQ(making_order(Needs{{1}, {2}, {3}, {1}}).circle, (std::vector<std::size_t>{1, 2, 3}));
+  EXPECT_EQ(making_order(Needs{{0}}).circle, (std::vector<std::size_t>{0}));
+  Needs chain(200'000);
+  for (std::size_t i = 0; i + 1 < chain.size(); ++i) chain[i] = {i + 1};
+  EXPECT_EQ(making_order(chain).order.front(), chain.size() - 1);
 }
 
 TEST(Fields, AreEmptyByShareWithOthersAndUnlessOthersSayOtherwise) {

@@ -1,0 +1,54 @@
+#include "host/sources/offset_source.h"
+
+#include <cassert>
+#include <utility>
+
+#include "host/sources/saturating.h"
+#include "host/ways/draw.h"
+
+namespace korvex::sources {
+namespace {
+
+class OffsetSource : public Source {
+ public:
+  OffsetSource(Field& of, std::unique_ptr<Scale> scale, ways::Key key, Distance distance)
+      : of_(of), scale_(std::move(scale)), key_(key), distance_(distance) {
+    assert(distance.least <= distance.most);
+  }
+
+  void append(std::uint64_t record, std::string& out) override {
+    const std::optional<std::string_view> text = of_.text(record);
+    if (!text) return;
+    const std::optional<std::int64_t> from = scale_->read(*text);
+    std::int64_t number = ways::draw_between(key_, record, distance_.least, distance_.most);
+    if (!from || __builtin_add_overflow(*from, number, &number)) return;
+    scale_->append(number, out);
+  }
+
+  std::optional<std::uint64_t> period() const override { return std::nullopt; }
+
+  std::uint64_t most_texts() const override {
+    const std::uint64_t others =
+        static_cast<std::uint64_t>(distance_.most) - static_cast<std::uint64_t>(distance_.least);
+    return product(of_.most_values(), sum(others, 1));
+  }
+
+  // Two texts of the other field may be one number, so that nothing follows even from a fixed
+  // distance.
+  void tell(Knowledge&, Thing, Thing, std::uint64_t) const override {}
+
+ private:
+  Field& of_;
+  std::unique_ptr<Scale> scale_;
+  ways::Key key_;
+  Distance distance_;
+};
+
+}  // namespace
+
+std::unique_ptr<Source> make_offset_source(Field& of, std::unique_ptr<Scale> scale,
+                                           ways::KeyFor<ways::Use::order> key, Distance distance) {
+  return std::make_unique<OffsetSource>(of, std::move(scale), key, distance);
+}
+
+}  // namespace korvex::sources

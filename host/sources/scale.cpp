@@ -1,0 +1,33 @@
+#include "host/sources/scale.h"
+
+#include "host/sources/decimal.h"
+
+namespace korvex::sources {
+namespace {
+
+class NumberScale : public Scale {
+ public:
+  explicit NumberScale(unsigned decimals) : decimals_(decimals) {}
+
+  std::optional<std::int64_t> read(std::string_view text) const override {
+    const std::optional<Decimal> number = Decimal::parse(text);
+    if (!number) return std::nullopt;
+    return number->in_units(decimals_);
+  }
+
+  bool append(std::int64_t number, std::string& out) const override {
+    out += Decimal::of_units(number, decimals_).text();
+    return true;
+  }
+
+ private:
+  unsigned decimals_;
+};
+
+}  // namespace
+
+std::unique_ptr<Scale> number_scale(unsigned decimals) {
+  return std::make_unique<NumberScale>(decimals);
+}
+
+}  // namespace korvex::sources
