@@ -1,9 +1,6 @@
 #include "host/engine/control_writer.h"
 
-#include <ctime>
-
 #include "control/control_file.h"
-#include "platform/local_time.h"
 #include "values/error_codes.h"
 #include "values/file_failure.h"
 #include "values/record_text.h"
@@ -52,18 +49,9 @@ platform::FileCause write_items(const Layout& layout, ControlForm form, platform
 
 }  // namespace
 
-TemporaryControlFile::~TemporaryControlFile() {
-  if (!path_.empty()) platform::remove_file(path_);
-}
-
 std::int32_t TemporaryControlFile::write(const Layout& layout, ControlForm form) {
-  platform::File file;
-  std::string path;
-  if (platform::create_temporary(layout.work, std::time(nullptr), file, path) !=
-      platform::FileCause::none) {
-    return error::cannot_open;
-  }
-  path_ = path;
+  if (temporary_.create(layout.work) != platform::FileCause::none) return error::cannot_open;
+  platform::File& file = temporary_.file();
   const ControlHeader header = header_of(layout);
   platform::FileCause cause = file.write(&header, sizeof header);
   if (cause == platform::FileCause::none) cause = write_items(layout, form, file);

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "host/layout/layout.h"
+#include "platform/temporary_file.h"
 
 namespace korvex::host {
 
@@ -14,18 +15,13 @@ enum class ControlForm { short_form, long_form };
 // object.
 class TemporaryControlFile {
  public:
-  TemporaryControlFile() = default;
-  ~TemporaryControlFile();
-  TemporaryControlFile(const TemporaryControlFile&) = delete;
-  TemporaryControlFile& operator=(const TemporaryControlFile&) = delete;
-
   // 0, or -2 when it cannot be created, -26, -27 when it cannot be written.
   std::int32_t write(const Layout& layout, ControlForm form);
 
-  const std::string& path() const { return path_; }
+  const std::string& path() const { return temporary_.path(); }
 
  private:
-  std::string path_;
+  platform::TemporaryFile temporary_;
 };
 
 }  // namespace korvex::host

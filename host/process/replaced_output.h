@@ -2,24 +2,23 @@
 
 #include <iosfwd>
 #include <string>
+#include <string_view>
+
+#include "platform/replacing_file.h"
 
 namespace korvex::host {
 
-// A file that is written beside its place and takes it when complete: whatever goes wrong on the
-// way leaves the old file.
+// What a command writes: a file, which takes its place when complete, so that whatever goes wrong
+// on the way leaves the old one; or a device, a pipe or standard output, which get it as it comes.
 class ReplacedOutput {
  public:
-  // Under a name that the user gave: what a link leads to is written, devices and pipes as they
-  // are, and "-" is standard output, for which `standard` stands. Whether there is somewhere to
-  // write tells failure().
+  // Under a name that the user gave: what a link leads to is written, and "-" is standard output,
+  // for which `standard` stands. Whether there is somewhere to write tells failure().
   ReplacedOutput(const std::string& path, std::ostream& standard);
 
   // Under a name that the program made, in a folder where others may have put something else: a
   // link there is replaced and not followed, and what is neither link nor file is left alone.
   explicit ReplacedOutput(const std::string& path);
-  ~ReplacedOutput();
-  ReplacedOutput(const ReplacedOutput&) = delete;
-  ReplacedOutput& operator=(const ReplacedOutput&) = delete;
 
   void write(std::string_view text);
 
@@ -33,15 +32,15 @@ class ReplacedOutput {
   const std::string& failure() const { return failure_; }
 
  private:
-  void begin();
-  void fail();
+  void write_standard();
+  void note(platform::FileCause cause);
+  void fail(int error_number);
 
   std::string path_;
-  bool is_standard_ = false;
-  std::string temporary_;
-  std::ostream* standard_ = nullptr;
-  int descriptor_ = -1;
-  std::string buffer_;
+  std::ostream* standard_ = nullptr;  // null for a file
+  std::string buffer_;                // for standard output
+  platform::File direct_;             // open for a device or a pipe
+  platform::ReplacingFile replacing_;
   std::string failure_;
 };
 

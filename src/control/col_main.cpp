@@ -5,8 +5,7 @@
 #include <new>
 #include <vector>
 
-#include "platform/local_time.h"
-#include "platform/unfinished_file.h"
+#include "platform/temporary_file.h"
 #include "values/error_codes.h"
 #include "values/error_texts.h"
 #include "values/file_failure.h"
@@ -118,14 +117,11 @@ void ClColMain::append_item(const ControlItem& record) {
 
 ErrorCode ClColMain::write_temporary_control_file() {
   try {
-    platform::File file;
-    if (platform::create_temporary(work_folder(), std::time(nullptr), file, control_path) !=
-        platform::FileCause::none) {
-      return error::cannot_open;
-    }
-    platform::UnfinishedFile unfinished(control_path);
-    const ErrorCode result = write_short_form(file);
-    if (result == error::none) unfinished.finish();
+    platform::TemporaryFile temporary;
+    if (temporary.create(work_folder()) != platform::FileCause::none) return error::cannot_open;
+    control_path = temporary.path();
+    const ErrorCode result = write_short_form(temporary.file());
+    if (result == error::none) temporary.keep();
     return result;
   } catch (const std::bad_alloc&) {
     return error::out_of_memory;

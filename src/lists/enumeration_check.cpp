@@ -82,7 +82,7 @@ class BadLineReport {
   BadLineReport(const std::string& path, std::int32_t layout_kind)
       : path_(path), layout_kind_(layout_kind) {}
 
-  bool open() { return file_.create(path_) == FileCause::none; }
+  bool open() { return file_.create(path_, over_old_report) == FileCause::none; }
 
   bool add(std::int32_t code, std::int32_t line) {
     has_lines_ = true;
@@ -100,12 +100,15 @@ class BadLineReport {
   bool has_lines() const { return has_lines_; }
 
   // Leaves an older report as it is.
-  void give_up() { file_.give_up(); }
+  void leave_old() { file_.leave_old(); }
 
   // False when it could not be written.
   bool keep() { return file_.finish() == FileCause::none; }
 
  private:
+  static constexpr platform::Replacing over_old_report = {
+      .link = platform::Replacing::Link::replaced, .holds_old = true, .removes_old = true};
+
   const std::string& path_;
   std::int32_t layout_kind_;
   platform::ReplacingFile file_;
@@ -132,7 +135,7 @@ std::int32_t load_values(ClColMain& main, const std::string& path, const FmtColR
       file, settings, bytes_left, line, value_count, &values, [&](std::int32_t failure) {
         return report.add(failure, line) ? 0 : error::enumeration_report_cannot_write;
       });
-  if (result == error::cancelled) report.give_up();
+  if (result == error::cancelled) report.leave_old();
   if (result != 0) return result;
   if (report.has_lines()) {
     return report.keep() ? error::enumeration_bad_lines : error::enumeration_report_cannot_write;

@@ -257,10 +257,18 @@ void File::discard() {
   if (descriptor_ >= 0) file_calls().close(std::exchange(descriptor_, -1));
 }
 
-bool File::take_over_mode(const File& other) {
-  struct stat status = {};
-  return file_calls().fstat(other.descriptor_, &status) == 0 &&
-         file_calls().fchmod(descriptor_, status.st_mode & 07777) == 0;
+FileCause File::take_over_owner(const std::string& path) {
+  struct stat own = {};
+  struct stat other = {};
+  if (file_calls().lstat(path.c_str(), &other) != 0 || !S_ISREG(other.st_mode)) {
+    return FileCause::none;
+  }
+  if (file_calls().fstat(descriptor_, &own) != 0) return note_file_error(errno);
+  if (own.st_uid != other.st_uid || own.st_gid != other.st_gid) {
+    static_cast<void>(file_calls().fchown(descriptor_, other.st_uid, other.st_gid));
+  }
+  return file_calls().fchmod(descriptor_, other.st_mode & 07777) == 0 ? FileCause::none
+                                                                      : note_file_error(errno);
 }
 
 void File::remove(const std::string& path) {

@@ -99,8 +99,9 @@ class File {
   // Closes without flushing.
   void discard();
 
-  // Gives the file the permissions of another open one.
-  bool take_over_mode(const File& other);
+  // Gives the file the permissions and the owner of the one that stands at `path`, the owner as far
+  // as the system lets this user. Nothing to do for what is no regular file.
+  FileCause take_over_owner(const std::string& path);
 
   // Does away with what a failed run has written: closes without flushing and removes the file that
   // the path, under which it was opened, leads to. A device or a pipe stays, and so does another
@@ -137,12 +138,5 @@ bool is_write_protected(const std::string& path);
 
 // Removes what the path leads to.
 FileCause remove_target(const std::string& path);
-
-// Gives the finished file `from` the name `to`, whose old file, if any, it replaces in one step: at
-// no moment is there neither the old nor the new one, and after a failure the old one stands
-// untouched while `from` is removed. The old file's mode is kept, a link at `to` is resolved first.
-// Across file systems the bytes are copied beside the target before they take its name. Contents
-// and folder are synchronised with the disk.
-FileCause replace_file(const std::string& from, const std::string& to);
 
 }  // namespace korvex::platform

@@ -29,6 +29,7 @@ const FileCalls& system_file_calls() {
       .lstat = ::lstat,
       .fstatat = ::fstatat,
       .fchmod = ::fchmod,
+      .fchown = ::fchown,
       .ftruncate = ::ftruncate,
       .fsync = ::fsync,
       .flock = ::flock,

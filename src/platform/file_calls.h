@@ -18,6 +18,7 @@ struct FileCalls {
   int (*lstat)(const char* path, struct stat* status);
   int (*fstatat)(int folder, const char* path, struct stat* status, int flags);
   int (*fchmod)(int descriptor, mode_t mode);
+  int (*fchown)(int descriptor, uid_t owner, gid_t group);
   int (*ftruncate)(int descriptor, off_t size);
   int (*fsync)(int descriptor);
   int (*flock)(int descriptor, int operation);

@@ -1,45 +1,75 @@
 #pragma once
 
+#include <ctime>
 #include <string>
 
 #include "platform/file.h"
+#include "platform/temporary_file.h"
 
 namespace korvex::platform {
 
-// A file under a derived name, in a folder where others may have put something else: it is written
-// under a temporary name of its own and takes its name when it is whole. A link there is replaced,
-// never followed, so that no file but this one is touched.
+// How a file takes the place of an older one.
+struct Replacing {
+  // What becomes of a link in its place: under a name that a user gave, what the link leads to is
+  // replaced; under a derived name, where others may have put something else, the link itself, so
+  // that no file but this one is touched.
+  enum class Link { followed, replaced };
+
+  Link link = Link::followed;
+
+  // The old file is held meanwhile, against others who would write it. What could not be written is
+  // not replaced then.
+  bool holds_old = false;
+
+  // A file that was given up leaves no older one, which would pass for it.
+  bool removes_old = false;
+
+  // Contents and folder are on the disk before anybody is told that the file is whole: a power cut
+  // leaves the old file or the new one.
+  bool is_synchronised = false;
+};
+
+// A file that is written under a name of its own and takes its place in one step when it is whole:
+// at no moment is there neither the old nor the new one. The old one's mode and owner stay.
 class ReplacingFile {
  public:
   ReplacingFile() = default;
 
-  // Unless it was finished, neither the new file nor the old one stays.
-  ~ReplacingFile() { remove(); }
+  // A file that was not finished is given up.
+  ~ReplacingFile() { give_up(); }
   ReplacingFile(const ReplacingFile&) = delete;
   ReplacingFile& operator=(const ReplacingFile&) = delete;
 
-  // Begins the file. Fails, with nothing changed, where the old one could not be written: it is no
-  // file, or somebody holds it or may not have it written. Its mode is kept.
-  FileCause create(const std::string& path);
+  // Begins the file beside its place, in `folder` or as `temporary`. After a failure nothing has
+  // changed.
+  FileCause create(const std::string& path, const Replacing& how);
+  FileCause create_in(const std::string& folder, std::time_t moment, const std::string& path,
+                      const Replacing& how);
+  FileCause create_as(const std::string& temporary, const std::string& path, const Replacing& how);
 
-  FileCause write(const void* data, std::size_t size) { return file_.write(data, size); }
+  File& file() { return new_.file(); }
 
-  // Closes the file and gives it its name.
+  FileCause write(const void* data, std::size_t size) { return file().write(data, size); }
+
+  // Closes the file and gives it its place, also on another file system. After a failure it is
+  // given up when this object goes.
   FileCause finish();
 
-  // Gives up what was begun, the old file with it.
-  void remove();
-
-  // Gives up what was begun: the old file stays as it was.
+  // Removes what was begun, and the old file where it is not to stay.
   void give_up();
 
- private:
-  FileCause hold_old(const std::string& path);
+  // Removes what was begun; the old file stays in any case.
+  void leave_old();
 
-  File old_;  // held against others who would write it
-  File file_;
+ private:
+  FileCause begin(const std::string& path, const Replacing& how);
+  FileCause hold_old();
+  FileCause move_to(const std::string& target);
+
+  Replacing how_;
   std::string path_;
-  std::string temporary_;  // empty unless begun and not finished
+  File old_;
+  TemporaryFile new_;
 };
 
 }  // namespace korvex::platform

@@ -14,7 +14,7 @@
 #include "platform/file_calls.h"
 #include "platform/interruption.h"
 #include "platform/path.h"
-#include "platform/unfinished_file.h"
+#include "platform/replacing_file.h"
 
 namespace korvex::platform {
 
@@ -159,16 +159,12 @@ StoreStatus SettingsStore::write(std::string_view name, std::string_view value) 
     content.append(name).append("=").append(value).append("\n");
   }
 
-  const std::string fresh = path_ + ".new";
-  remove_file(fresh);
-  File file;
-  if (file.create_new(fresh) != FileCause::none) return StoreStatus::failure;
-  UnfinishedFile unfinished(fresh);
-  const bool written = file.write(content.data(), content.size()) == FileCause::none &&
-                       file.sync() == FileCause::none;
-  if (file.close() != FileCause::none || !written) return StoreStatus::failure;
-  unfinished.finish();
-  return replace_file(fresh, path_) == FileCause::none ? StoreStatus::ok : StoreStatus::failure;
+  ReplacingFile file;
+  const bool is_written =
+      file.create_as(path_ + ".new", path_, {.is_synchronised = true}) == FileCause::none &&
+      file.write(content.data(), content.size()) == FileCause::none &&
+      file.finish() == FileCause::none;
+  return is_written ? StoreStatus::ok : StoreStatus::failure;
 }
 
 std::string host_key() {

@@ -18,6 +18,9 @@ std::string log_path(const std::string& work_folder, const std::string& data_pat
 
 namespace {
 
+constexpr platform::Replacing over_old_log = {
+    .link = platform::Replacing::Link::replaced, .holds_old = true, .removes_old = true};
+
 FileCause write_log_to(ReplacingFile& file, const GenerationLog& log) {
   const LogHeader header = {log.records, log.level,
                             static_cast<std::int32_t>(log.item_numbers.size()), 0};
@@ -33,7 +36,7 @@ FileCause write_log_to(ReplacingFile& file, const GenerationLog& log) {
 std::int32_t write_log(const std::string& path, const GenerationLog& log) {
   try {
     ReplacingFile file;
-    if (file.create(path) != FileCause::none) return error::cannot_open;
+    if (file.create(path, over_old_log) != FileCause::none) return error::cannot_open;
     const FileCause cause = write_log_to(file, log);
     return cause == FileCause::none ? 0 : write_failure(cause);
   } catch (const std::bad_alloc&) {
@@ -43,7 +46,8 @@ std::int32_t write_log(const std::string& path, const GenerationLog& log) {
 
 std::int32_t clear_log(const std::string& path) {
   ReplacingFile file;
-  return file.create(path) == FileCause::none ? error::no_data_file : error::cannot_open;
+  return file.create(path, over_old_log) == FileCause::none ? error::no_data_file
+                                                            : error::cannot_open;
 }
 
 }  // namespace korvex

@@ -7,8 +7,7 @@
 #include <utility>
 
 #include "formatlang/largest_value.h"
-#include "platform/local_time.h"
-#include "platform/unfinished_file.h"
+#include "platform/replacing_file.h"
 #include "settings/settings_reader.h"
 #include "settings/settings_upgrade.h"
 #include "settings/settings_writer.h"
@@ -110,21 +109,16 @@ ErrorCode ClFmtFile::save(std::int32_t quotation) {
 
 ErrorCode ClFmtFile::save_levels(std::int32_t quotation) {
   if (com_.levels.empty()) return nothing_to_save();
-  File temporary;
-  std::string temporary_path;
-  if (platform::create_temporary(work_folder_, temporary_moment_, temporary, temporary_path) !=
+  platform::ReplacingFile file;
+  if (file.create_in(work_folder_, temporary_moment_, file_path_, {.is_synchronised = true}) !=
       FileCause::none) {
     return error::cannot_open;
   }
-  platform::UnfinishedFile unfinished(temporary_path);
   com_.header.quotation = quotation;
   if (com_.current_level() == nullptr) return error::no_current_level;
   EmptyLevel empty_level(com_);
-  const ErrorCode result = write_temporary(temporary);
+  const ErrorCode result = write_levels(file.file());
   if (result != error::none) return result;
-  if (const FileCause closed = temporary.close(); closed != FileCause::none) {
-    return write_failure(closed);
-  }
   if (is_protected()) {
     platform::note_file_error(EACCES);
     return error::cannot_write;
@@ -135,15 +129,13 @@ ErrorCode ClFmtFile::save_levels(std::int32_t quotation) {
                                    FileCause::sharing_violation) {
     return error::cannot_write;
   }
-  unfinished.finish();
-  const FileCause moved = platform::replace_file(temporary_path, file_path_);
-  if (moved != FileCause::none) return write_failure(moved);
+  if (const FileCause cause = file.finish(); cause != FileCause::none) return write_failure(cause);
   empty_level.forget();
   held_file_.discard();
   return error::none;
 }
 
-ErrorCode ClFmtFile::write_temporary(File& temporary) {
+ErrorCode ClFmtFile::write_levels(File& file) {
   const ClFmtLvlInf* level = com_.current_level();
   if (com_.levels.empty()) return nothing_to_save();
   try {
@@ -151,7 +143,7 @@ ErrorCode ClFmtFile::write_temporary(File& temporary) {
     if (run_mode_ == run_mode::data_file_dialog && level != nullptr) {
       for (const auto& column : level->columns) saved_items_.push_back(column->record.item_number);
     }
-    return write_settings(com_, temporary);
+    return write_settings(com_, file);
   } catch (const std::bad_alloc&) {
     return error::out_of_memory;
   }

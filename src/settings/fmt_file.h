@@ -102,7 +102,7 @@ class ClFmtFile : public platform::Object {
                                      std::int32_t layout_kind);
   ErrorCode save_levels(std::int32_t quotation);
   ErrorCode nothing_to_save() const;
-  ErrorCode write_temporary(platform::File& temporary);
+  ErrorCode write_levels(platform::File& file);
   bool is_protected() const;
 
   platform::File held_file_;

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/file.h"
-#include "platform/unfinished_file.h"
+#include "platform/replacing_file.h"
 #include "settings/settings_reader.h"
 #include "values/error_codes.h"
 #include "values/file_failure.h"
@@ -132,13 +132,6 @@ class Upgrade {
   std::vector<FmtLvlRec> levels_;
 };
 
-ErrorCode write_work_file(const std::vector<char>& bytes, File& work) {
-  FileCause cause = work.write(bytes.data(), bytes.size());
-  if (cause == FileCause::none) cause = work.sync();
-  if (cause == FileCause::none) cause = work.close();
-  return cause == FileCause::none ? error::none : write_failure(cause);
-}
-
 // Whether the file is one of the previous version: the header alone tells.
 Result<bool> needs_upgrade(File& source, std::int32_t layout_kind) {
   FmtHeadRec header = {};
@@ -159,8 +152,9 @@ ErrorCode upgrade_into(File& source, File& work) {
     return error::cannot_read;
   }
   Upgrade upgrade({old_bytes.data(), old_bytes.size()});
-  const ErrorCode result = upgrade.run();
-  return result == error::none ? write_work_file(upgrade.bytes(), work) : result;
+  if (const ErrorCode result = upgrade.run(); result != error::none) return result;
+  const FileCause cause = work.write(upgrade.bytes().data(), upgrade.bytes().size());
+  return cause == FileCause::none ? error::none : write_failure(cause);
 }
 
 ErrorCode upgrade(const std::string& path, std::int32_t layout_kind) {
@@ -169,18 +163,18 @@ ErrorCode upgrade(const std::string& path, std::int32_t layout_kind) {
   if (is_missing(opened)) return error::none;
   if (opened != FileCause::none) return error::cannot_open;
 
-  const std::string work_path = path + ".w";
-  platform::remove_file(work_path);
-  File work;
-  if (work.create_new(work_path) != FileCause::none) return error::cannot_open;
-  platform::UnfinishedFile unfinished(work_path);
+  platform::ReplacingFile work;
+  if (work.create_as(path + ".w", path, {.is_synchronised = true}) != FileCause::none) {
+    return error::cannot_open;
+  }
   const Result<bool> is_old = needs_upgrade(source, layout_kind);
   if (!is_old || !*is_old) return is_old.code();
-  if (const ErrorCode result = upgrade_into(source, work); result != error::none) return result;
+  if (const ErrorCode result = upgrade_into(source, work.file()); result != error::none) {
+    return result;
+  }
   if (platform::is_write_protected(path)) return error::cannot_write;
-  unfinished.finish();
-  const FileCause moved = platform::replace_file(work_path, path);
-  return moved == FileCause::none ? error::none : write_failure(moved);
+  const FileCause cause = work.finish();
+  return cause == FileCause::none ? error::none : write_failure(cause);
 }
 
 }  // namespace

@@ -66,7 +66,7 @@ FileCause write_all(const ClFmtCom& com, platform::File& file) {
     cause = level->is_raw ? file.write(level->raw_data.data(), level->raw_data.size())
                           : write_columns(*level, file);
   }
-  return cause == FileCause::none ? file.sync() : cause;
+  return cause == FileCause::none ? file.flush() : cause;
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 
 #include "control/col_main.h"
 #include "lists/enumeration_check.h"
+#include "platform/replacing_file.h"
 #include "platform/settings_store.h"
 #include "run/generate_data_file.h"
 #include "run/log_file.h"
@@ -127,6 +128,17 @@ Attempt prepare_list(Place& place, const std::string& lines) {
 Attempt prepare_error_file(Place& place) { return prepare_list(place, "1\nx\n2\n1-\n"); }
 
 Attempt prepare_good_list(Place& place) { return prepare_list(place, "1\n22\n"); }
+
+Attempt prepare_output(Place& place) {
+  write_file(place.file("out.txt"), "the output of an older run");
+  return [path = place.file("out.txt")] {
+    platform::ReplacingFile file;
+    platform::FileCause cause = file.create(path, {});
+    if (cause == platform::FileCause::none) cause = file.write("new", 3);
+    if (cause == platform::FileCause::none) cause = file.finish();
+    return cause == platform::FileCause::none ? 0 : -26;
+  };
+}
 
 Attempt prepare_store(Place& place) {
   const platform::SettingsStore store("Host");
@@ -249,6 +261,7 @@ const std::vector<Operation>& operations() {
        report_failed,
        report_failed},
       {"GoodList", prepare_good_list, of_lists, false, {}, {}, 2},
+      {"Output", prepare_output, {}, false, {}, {}, 0, -26, -26},
       {"Store", prepare_store, {}, true, {}, {}, 0, store_failed, store_failed},
       {"FirstStore", prepare_first_store, {}, true, {lock}, {}, 0, store_failed, store_failed},
       {"Generation", prepare_generation, {-2, -3}, false, {data}},

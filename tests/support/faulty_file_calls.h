@@ -120,6 +120,7 @@ class FaultyFileCalls {
       .lstat = Wrapped<&Calls::lstat, "lstat">::call,
       .fstatat = Wrapped<&Calls::fstatat, "fstatat">::call,
       .fchmod = Wrapped<&Calls::fchmod, "fchmod">::call,
+      .fchown = Wrapped<&Calls::fchown, "fchown">::call,
       .ftruncate = Wrapped<&Calls::ftruncate, "ftruncate">::call,
       .fsync = Wrapped<&Calls::fsync, "fsync">::call,
       .flock = Wrapped<&Calls::flock, "flock">::call,

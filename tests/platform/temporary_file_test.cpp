@@ -1,4 +1,4 @@
-#include "platform/local_time.h"
+#include "platform/temporary_file.h"
 
 #include <time.h>
 
@@ -37,16 +37,16 @@ TEST_F(LocalTime, NamesAreInLocalTimeWithEnglishMonths) {
 
 TEST_F(LocalTime, ATakenNameAdvancesToTheNextFreeSecond) {
   const TempFolder folder;
-  File file;
-  std::string path;
   const std::string taken[] = {folder.file("DG2026Dec31235958.TMP"),
                                folder.file("DG2026Dec31235959.TMP")};
   for (const std::string& name : taken) test::write_file(name, "taken");
   const std::time_t first = moment(2026, 12, 31, 23, 59, 58);
-  ASSERT_EQ(create_temporary(folder.path(), first, file, path), FileCause::none);
-  EXPECT_EQ(path, folder.file("DG2027Jan01000000.TMP"));
+  TemporaryFile file;
+  ASSERT_EQ(file.create(folder.path(), first), FileCause::none);
+  EXPECT_EQ(file.path(), folder.file("DG2027Jan01000000.TMP"));
   for (const std::string& name : taken) EXPECT_EQ(test::read_file(name), "taken");
-  EXPECT_EQ(create_temporary(folder.file("none"), 0, file, path), FileCause::bad_path);
+  EXPECT_EQ(file.create(folder.file("none"), 0), FileCause::bad_path);
+  EXPECT_EQ(folder.names().size(), std::size(taken)) << "it goes when another one is begun";
 }
 
 }  // namespace

@@ -1,7 +1,8 @@
-#include "platform/local_time.h"
+#include "platform/temporary_file.h"
 
 #include <array>
 #include <cstdio>
+#include <utility>
 
 #include "platform/path.h"
 
@@ -27,14 +28,30 @@ std::string temporary_name(std::time_t moment) {
   return name;
 }
 
-FileCause create_temporary(const std::string& folder, std::time_t moment, File& file,
-                           std::string& path) {
+FileCause TemporaryFile::create(const std::string& folder, std::time_t moment) {
+  remove();
   for (int attempt = 0; attempt < max_taken_names; ++attempt) {
-    path = join_path(folder, temporary_name(moment + attempt));
-    const FileCause cause = file.create_new(path);
+    std::string path = join_path(folder, temporary_name(moment + attempt));
+    const FileCause cause = file_.create_new(path);
+    if (cause == FileCause::none) path_ = std::move(path);
     if (cause != FileCause::already_exists) return cause;
   }
   return FileCause::already_exists;
+}
+
+FileCause TemporaryFile::create_as(const std::string& path) {
+  remove();
+  std::string own = path;
+  remove_file(own);
+  const FileCause cause = file_.create_new(own);
+  if (cause == FileCause::none) path_ = std::move(own);
+  return cause;
+}
+
+void TemporaryFile::remove() {
+  if (!path_.empty()) remove_file(path_);
+  path_.clear();
+  file_.discard();
 }
 
 }  // namespace korvex::platform

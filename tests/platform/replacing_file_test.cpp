@@ -1,7 +1,9 @@
+#include "platform/replacing_file.h"
+
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "platform/file.h"
-#include "platform/replacing_file.h"
 #include "support/bytes.h"
 #include "support/temp_folder.h"
 
@@ -18,14 +20,13 @@ unsigned mode_of(const std::string& path) {
   return status.st_mode & 07777;
 }
 
-void write_fresh(const std::string& path) {
-  File file;
-  ASSERT_EQ(file.create_new(path), FileCause::none);
-  ASSERT_EQ(file.write("new", 3), FileCause::none);
-  ASSERT_EQ(file.close(), FileCause::none);
+uid_t owner_of(const std::string& path) {
+  struct stat status = {};
+  EXPECT_EQ(::lstat(path.c_str(), &status), 0) << path;
+  return status.st_uid;
 }
 
-TEST(ReplaceFile, KeepsModeAndLinkOfTheOldFile) {
+TEST(ReplacingFile, FollowsALinkAndKeepsModeAndOwnerOfTheOldFile) {
   const TempFolder folder;
   // What stands there, what it leads to, and the mode of that before and after.
   const std::tuple<const char*, const char*, unsigned, unsigned> cases[] = {
@@ -38,14 +39,22 @@ TEST(ReplaceFile, KeepsModeAndLinkOfTheOldFile) {
   std::filesystem::create_symlink("later", folder.file("loose"));
   for (const auto& [name, target, mode, expected] : cases) {
     SCOPED_TRACE(name);
+    uid_t owner = ::geteuid();
     if (mode != 0) {
       write_file(folder.file(target), "old");
       ASSERT_EQ(::chmod(folder.file(target).c_str(), mode), 0);
+      if (owner == 0) owner = 1000;
+      ASSERT_EQ(::chown(folder.file(target).c_str(), owner, static_cast<gid_t>(-1)), 0);
     }
     const mode_t mask = ::umask(027);
-    write_fresh(folder.file("fresh"));
-    EXPECT_EQ(replace_file(folder.file("fresh"), folder.file(name)), FileCause::none);
+    {
+      ReplacingFile file;
+      ASSERT_EQ(file.create(folder.file(name), {}), FileCause::none);
+      ASSERT_EQ(file.write("new", 3), FileCause::none);
+      EXPECT_EQ(file.finish(), FileCause::none);
+    }
     ::umask(mask);
+    EXPECT_EQ(owner_of(folder.file(target)), owner);
     EXPECT_EQ(std::filesystem::is_symlink(folder.file(name)), name != std::string("target"));
     EXPECT_EQ(read_file(folder.file(target)), "new");
     EXPECT_EQ(mode_of(folder.file(target)), expected);
@@ -57,7 +66,8 @@ TEST(ReplaceFile, KeepsModeAndLinkOfTheOldFile) {
 class ReplacingFileTest : public testing::Test {
  protected:
   FileCause begin(ReplacingFile& file) const {
-    const FileCause cause = file.create(folder.file("out"));
+    const FileCause cause =
+        file.create(folder.file("out"), {Replacing::Link::replaced, true, true, false});
     return cause == FileCause::none ? file.write("new", 3) : cause;
   }
 
@@ -89,13 +99,20 @@ TEST_F(ReplacingFileTest, ItsNameIsReplacedAndNeverFollowed) {
   EXPECT_EQ(folder.names(), std::vector<std::string>{"precious"});
 }
 
-TEST_F(ReplacingFileTest, WhatIsGivenUpLeavesNeitherOldNorNew) {
+TEST_F(ReplacingFileTest, WhatIsGivenUpLeavesNeitherOldNorNewUnlessTheOldIsLeft) {
   write_file(folder.file("out"), "old");
   {
     ReplacingFile file;
     ASSERT_EQ(begin(file), FileCause::none);
   }
   EXPECT_TRUE(folder.names().empty());
+  write_file(folder.file("out"), "old");
+  {
+    ReplacingFile file;
+    ASSERT_EQ(begin(file), FileCause::none);
+    file.leave_old();
+  }
+  EXPECT_EQ(folder.names(), std::vector<std::string>{"out"});
 }
 
 TEST_F(ReplacingFileTest, WhatCannotBeWrittenStays) {
