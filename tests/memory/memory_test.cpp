@@ -7,7 +7,7 @@
 #include <stdexcept>
 
 #include "control/col_main.h"
-#include "reliability/counted_memory.h"
+#include "memory/counted_memory.h"
 #include "reliability/operations.h"
 #include "settings/fmt_file.h"
 #include "values/error_codes.h"

@@ -1,4 +1,4 @@
-#include "reliability/counted_memory.h"
+#include "memory/counted_memory.h"
 
 #include <cstdlib>
 #include <new>
