@@ -1,10 +1,9 @@
 #include "host/databases/database.h"
 
-#include <dlfcn.h>
-
 #include <filesystem>
 
 #include "host/process/distinct_files.h"
+#include "platform/module_loader.h"
 
 namespace korvex::host {
 
@@ -15,22 +14,15 @@ constexpr std::string_view postgresql_prefix = "postgresql:";
 // Of an address, which the client library reads whole.
 constexpr std::string_view address_prefixes[] = {"postgresql://", "postgres://"};
 
-// The modules stand beside the program that runs, wherever a link to it may lie.
-std::string module_path(const char* name) {
-  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
-  return (program.parent_path() / KORVEX_MODULE_FOLDER / name).lexically_normal();
-}
-
 std::unique_ptr<Database> open_with(const char* module_name, const std::string& target) {
-  // Exceptions of the module may outlive all that it has made.
-  void* module = ::dlopen(module_path(module_name).c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
-  void* function = module != nullptr ? ::dlsym(module, KORVEX_OPEN_DATABASE) : nullptr;
-  if (function == nullptr) {
-    const char* reason = ::dlerror();
-    throw DatabaseError("this kind of database was left out: " +
-                        std::string(reason != nullptr ? reason : module_name));
-  }
-  return std::unique_ptr<Database>(reinterpret_cast<OpenDatabase>(function)(target));
+  const std::filesystem::path folder =
+      std::filesystem::path(platform::program_folder()) / KORVEX_MODULE_FOLDER;
+  std::string reason;
+  const auto* const module = static_cast<const DatabaseModule*>(
+      platform::load_module((folder / module_name).lexically_normal(), database_module_function,
+                            database_module_version, reason));
+  if (module == nullptr) throw DatabaseError("this kind of database was left out: " + reason);
+  return std::unique_ptr<Database>(module->open(target));
 }
 
 }  // namespace

@@ -125,7 +125,12 @@ class PostgresqlDatabase : public Database {
 
 }  // namespace korvex::host
 
-extern "C" __attribute__((visibility("default"))) korvex::host::Database* korvex_open_database(
-    const std::string& connection) {
-  return new korvex::host::PostgresqlDatabase(connection);
+extern "C" __attribute__((visibility("default"))) const void* korvex_database_table(
+    std::int32_t version) {
+  using korvex::host::Database;
+  static constexpr korvex::host::DatabaseModule table = {
+      [](const std::string& connection) -> Database* {
+        return new korvex::host::PostgresqlDatabase(connection);
+      }};
+  return version == korvex::host::database_module_version ? &table : nullptr;
 }

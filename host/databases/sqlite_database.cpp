@@ -79,7 +79,10 @@ class SqliteDatabase : public Database {
 
 }  // namespace korvex::host
 
-extern "C" __attribute__((visibility("default"))) korvex::host::Database* korvex_open_database(
-    const std::string& file) {
-  return new korvex::host::SqliteDatabase(file);
+extern "C" __attribute__((visibility("default"))) const void* korvex_database_table(
+    std::int32_t version) {
+  using korvex::host::Database;
+  static constexpr korvex::host::DatabaseModule table = {
+      [](const std::string& file) -> Database* { return new korvex::host::SqliteDatabase(file); }};
+  return version == korvex::host::database_module_version ? &table : nullptr;
 }

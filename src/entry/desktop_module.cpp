@@ -1,10 +1,6 @@
 #include "entry/desktop_module.h"
 
-#include <dlfcn.h>
-
-#include <cstdlib>
-#include <memory>
-
+#include "platform/module_loader.h"
 #include "platform/path.h"
 
 namespace korvex {
@@ -13,40 +9,21 @@ namespace {
 
 constexpr const char* module_name = "libkorvex-dialogs.so";
 
-// Beside the file that this code stands in, wherever a link to it may lie, and never in the working
-// folder.
-std::string module_path() {
-  Dl_info place = {};
-  if (::dladdr(reinterpret_cast<const void*>(&open_desktop), &place) == 0) return {};
-  const std::unique_ptr<char, void (*)(void*)> resolved(::realpath(place.dli_fname, nullptr),
-                                                        std::free);
-  if (resolved == nullptr) return {};
-  const std::string library = resolved.get();
-  return library.substr(0, library.rfind('/') + 1) + module_name;
-}
-
-const korvex_dialogs* load_module(std::string& reason) {
-  const std::string path = module_path();
-  // What the module's own libraries leave running must find its code until the process ends.
-  void* module =
-      path.empty() ? nullptr : ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
-  if (module == nullptr) {
-    const char* failure = path.empty() ? nullptr : ::dlerror();
-    reason = failure != nullptr ? failure : std::string(module_name) + " was not found";
+const korvex_dialogs* load_dialogs(std::string& reason) {
+  const std::string folder = platform::library_folder(reinterpret_cast<const void*>(&open_desktop));
+  if (folder.empty()) {
+    reason = std::string(module_name) + " was not found";
     return nullptr;
   }
-  const auto function =
-      reinterpret_cast<korvex_dialogs_function>(::dlsym(module, KORVEX_DIALOGS_SYMBOL));
-  const korvex_dialogs* table = function != nullptr ? function(KORVEX_DIALOGS_ABI) : nullptr;
-  if (table == nullptr) reason = path + " belongs to another version";
-  return table;
+  return static_cast<const korvex_dialogs*>(platform::load_module(
+      platform::join_path(folder, module_name), KORVEX_DIALOGS_SYMBOL, KORVEX_DIALOGS_ABI, reason));
 }
 
 }  // namespace
 
 const korvex_dialogs* load_desktop(std::string& reason) {
   static const korvex_dialogs* loaded = nullptr;
-  if (loaded == nullptr) loaded = load_module(reason);
+  if (loaded == nullptr) loaded = load_dialogs(reason);
   return loaded;
 }
 
