@@ -6,6 +6,8 @@
 #include <sstream>
 #include <string>
 
+#include "host/engine/layout_messages.h"
+#include "host/layout/own_items.h"
 #include "host/process/exit_status.h"
 #include "host/records/prediction.h"
 #include "host/records/prepared_layout.h"
@@ -199,6 +201,10 @@ int run_check(const CheckOptions& options, std::ostream& out, std::ostream& mess
   const int status = prepared.prepare(options.layout, options.records, messages,
                                       MisreadTexts::warned, &prediction);
   if (status != exit_status::done) return status;
+  if (!prepared.is_plain()) {
+    print_layout_errors(prepared.layout(), find_own_keys(prepared.layout()), messages);
+    return exit_status::wrong_usage;
+  }
   const std::vector<FieldFacts> fields = prepared.run().field_facts();
   std::vector<UniqueSet> sets(options.unique.size());
   for (std::size_t i = 0; i < sets.size(); ++i) {

@@ -64,7 +64,8 @@ int count(const Layout& layout, bool has_repeats, CheckRepeatCount check, std::o
 
 int run_count(const CountOptions& options, CheckRepeatCount check, std::ostream& out,
               std::ostream& messages) {
-  const LayoutReading reading = read_layout(options.layout, options.records, MissingLists::refused);
+  const LayoutReading reading =
+      read_module_layout(options.layout, options.records, MissingLists::refused);
   if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
   print_warnings(reading.layout, messages);
   choose_interface(options.window);

@@ -119,7 +119,7 @@ std::int32_t position_of(const Layout& layout, const std::string& utf8_name) {
 
 int run_edit(const EditOptions& options, CreateFile show, std::ostream& out,
              std::ostream& messages) {
-  const LayoutReading reading = read_layout(options.layout, options.records);
+  const LayoutReading reading = read_module_layout(options.layout, options.records);
   if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
   return run_dialog(
       reading.layout,
@@ -129,7 +129,7 @@ int run_edit(const EditOptions& options, CreateFile show, std::ostream& out,
 
 int run_update(const EditOptions& options, ReplaceData show, std::ostream& out,
                std::ostream& messages) {
-  const LayoutReading reading = read_layout(options.layout, options.records);
+  const LayoutReading reading = read_module_layout(options.layout, options.records);
   if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
   Layout layout = reading.layout;
   // In place of the number of records the control file says with which item to begin.

@@ -12,6 +12,7 @@
 #include "host/process/replaced_output.h"
 #include "host/records/record_source.h"
 #include "host/text/code_page_decoder.h"
+#include "host/text/code_page_text.h"
 #include "platform/path.h"
 #include "platform/printable_text.h"
 
@@ -29,7 +30,7 @@ class Exporter {
     for (const PreparedItem& item : prepared.items()) {
       names_.emplace_back();
       // A name came out of UTF-8, so it always goes back.
-      encode(item.item->name, names_.back());
+      encode_code_page(item.item->name, names_.back());
     }
     format_ = make_record_format(choices_, names_, prepared.items());
   }
@@ -47,8 +48,7 @@ class Exporter {
         if (encode(fields[i], values[i])) continue;
         messages << "record " << records_ << ", item "
                  << platform::printable_from_code_page(prepared_.items()[i].item->name) << ": "
-                 << platform::printable_from_code_page(fields[i])
-                 << " has bytes without meaning in code page 932, expected characters" << std::endl;
+                 << bad_text(fields[i]) << std::endl;
         return false;
       }
       format_->append(values, text);
@@ -57,8 +57,8 @@ class Exporter {
     }
     format_->end(text);
     output.write(text);
-    if (source_.code() == 0) return true;
-    messages << numbered_message(source_.code(), prepared_.layout()) << std::endl;
+    if (source_.failure().empty()) return true;
+    messages << source_.failure() << std::endl;
     return false;
   }
 
@@ -66,6 +66,26 @@ class Exporter {
 
  private:
   bool encode(std::string_view value, std::string& encoded) {
+    if (source_.encoding() == TextEncoding::code_page) return encode_code_page(value, encoded);
+    if (!choices_.in_code_page) {
+      encoded = value;
+      return true;
+    }
+    const auto text = exact_code_page_text(value);
+    encoded = text.value_or(std::string());
+    return text.has_value();
+  }
+
+  std::string bad_text(std::string_view value) const {
+    if (source_.encoding() == TextEncoding::utf8) {
+      return platform::printable(value) +
+             " has characters that code page 932 lacks, expected --encoding utf-8";
+    }
+    return platform::printable_from_code_page(value) +
+           " has bytes without meaning in code page 932, expected characters";
+  }
+
+  bool encode_code_page(std::string_view value, std::string& encoded) {
     const bool is_whole = decoder_.decode(value, encoded);
     if (choices_.in_code_page) encoded = value;
     return is_whole;

@@ -104,7 +104,7 @@ int run_generate(const GenerateOptions& options, CreateData create_data, std::os
                  std::ostream& messages) {
   // Settings that are kept may name other lists than the layout does.
   const MissingLists lists = options.keep_settings ? MissingLists::allowed : MissingLists::refused;
-  const LayoutReading reading = read_layout(options.layout, options.records, lists);
+  const LayoutReading reading = read_module_layout(options.layout, options.records, lists);
   if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
   const Layout& layout = reading.layout;
   print_warnings(layout, messages);

@@ -69,22 +69,23 @@ class BadRecord : public std::runtime_error {
 class TableRecords {
  public:
   TableRecords(PreparedLayout& prepared, const LoadPlan& plan)
-      : prepared_(prepared),
-        plan_(plan),
-        source_(prepared),
-        texts_(plan.forms.size()),
-        moments_(plan.forms.size()) {}
+      : plan_(plan), source_(prepared), texts_(plan.forms.size()), moments_(plan.forms.size()) {}
 
   // The fields of the next record, valid until the next call; false behind the last one. Throws
   // BadRecord.
   bool next(RowFields& fields) {
     if (!source_.next(values_)) {
-      if (source_.code() == 0) return false;
-      throw BadRecord(numbered_message(source_.code(), prepared_.layout()));
+      if (source_.failure().empty()) return false;
+      throw BadRecord(source_.failure());
     }
     ++number_;
     fields.clear();
+    const bool is_utf8 = source_.encoding() == TextEncoding::utf8;
     for (std::size_t i = 0; i < values_.size(); ++i) {
+      if (is_utf8) {
+        fields.push_back(moments_[i].convert(plan_.forms[i], values_[i]));
+        continue;
+      }
       const bool is_known = decoder_.decode(values_[i], texts_[i]);
       fields.push_back(moments_[i].convert(plan_.forms[i], texts_[i]));
       if (is_known) continue;
@@ -99,7 +100,6 @@ class TableRecords {
   std::int64_t number() const { return number_; }
 
  private:
-  const PreparedLayout& prepared_;
   const LoadPlan& plan_;
   RecordSource source_;
   CodePageDecoder decoder_;

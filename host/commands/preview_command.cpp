@@ -17,7 +17,8 @@ constexpr std::int32_t default_preview = 20;
 
 int run_preview(const PreviewOptions& options, std::ostream& out, std::ostream& messages) {
   PreparedLayout prepared;
-  const int status = prepared.prepare(options.layout, options.records, messages);
+  const int status = prepared.prepare(options.layout, options.records, messages,
+                                      MisreadTexts::warned, nullptr, RecordsAsked::first);
   if (status != exit_status::done) return status;
   TextTable table;
   std::vector<TextTable::Cell> names;
@@ -31,13 +32,16 @@ int run_preview(const PreviewOptions& options, std::ostream& out, std::ostream& 
   for (std::vector<std::string_view> values; left > 0 && source.next(values); --left) {
     check_interruption();
     std::vector<TextTable::Cell> row;
-    for (const std::string_view value : values) row.push_back(TextTable::from_code_page(value));
+    for (const std::string_view value : values) {
+      row.push_back(source.encoding() == TextEncoding::utf8 ? TextTable::from_utf8(value)
+                                                            : TextTable::from_code_page(value));
+    }
     table.add(std::move(row));
   }
   table.print(out);
   out.flush();
-  if (source.code() == 0) return exit_status::done;
-  messages << numbered_message(source.code(), prepared.layout()) << std::endl;
+  if (source.failure().empty()) return exit_status::done;
+  messages << source.failure() << std::endl;
   return exit_status::failed;
 }
 

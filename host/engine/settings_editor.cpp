@@ -83,6 +83,8 @@ class ItemStore {
         return store_reference(item);
       case ValueSource::enumeration:
         return store_enumeration(item, values);
+      case ValueSource::own:
+        break;  // the engine has nothing to do with it
     }
     return error::none;
   }

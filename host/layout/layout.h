@@ -6,23 +6,14 @@
 #include <vector>
 
 #include "formatlang/default_settings.h"
+#include "host/layout/own_values.h"
+#include "host/layout/source_place.h"
 #include "settings/lvl_inf.h"
 #include "values/attributes.h"
 
 // A layout: what a person writes down about a data file and its items. Character data is held in
 // code page 932 as the module takes it, paths as the file system takes them.
 namespace korvex::host {
-
-// Where something stands in the layout file, both from 1. Line 0 means the file as a whole.
-struct SourcePlace {
-  std::uint32_t line = 0;
-  std::uint32_t column = 0;
-};
-
-struct LayoutError {
-  SourcePlace place;
-  std::string text;  // what stands there and what was expected
-};
 
 // How often an item repeats its values, at its place among the nested repeats.
 struct RepeatSettings {
@@ -31,8 +22,8 @@ struct RepeatSettings {
   SourcePlace place = {};  // of the level
 };
 
-// What an item takes its values from.
-enum class ValueSource { initial, range, attribute_default, reference, enumeration };
+// What an item takes its values from: what the module knows, or what the program adds to it.
+enum class ValueSource { initial, range, attribute_default, reference, enumeration, own };
 
 // Where the texts of a range stand; line 0 for one that is left out.
 struct RangePlaces {
@@ -54,6 +45,16 @@ struct ItemValues {
   SourcePlace origin;                 // of the name in a reference, of the file in an enumeration
   RangePlaces places;                 // range
   std::vector<LayoutError> replaced;  // characters of its texts that are not stored as written
+
+  OwnValues own;  // own
+  WayRules way;
+  EmptinessRules emptiness;
+  std::optional<PlacedText> group;  // items of one group take one row
+  std::optional<PlacedText> salt;   // in place of the item's name
+  std::vector<OwnKey> own_keys;     // none: the module knows all
+
+  // Whether a way of its own leads through the values.
+  bool leads_through() const { return way.is_given() || group.has_value(); }
 };
 
 struct LayoutItem {
@@ -71,12 +72,17 @@ struct Layout {
   std::string file;  // the layout file, as named by the user
   std::int32_t kind = 0;
   std::int32_t records = 0;
+  std::optional<std::int32_t> own_records;  // that the file says
   std::int32_t level = 1;
   bool null_default = false;
   std::int32_t quotation = 0;
   std::string data;
   std::string settings;
   std::string work;
+  std::uint64_t seed = 0;
+  std::string salt;      // UTF-8
+  bool is_utf8 = false;  // texts hold any character, and sizes count characters
+  std::int32_t sets_version = 1;
   SourcePlace data_place;
   SourcePlace settings_place;  // of the data file's path where that names the settings, too
   std::vector<LayoutItem> items;

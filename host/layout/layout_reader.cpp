@@ -11,11 +11,13 @@
 #include "host/layout/item_reader.h"
 #include "host/layout/layout_paths.h"
 #include "host/layout/layout_syntax.h"
+#include "host/layout/own_items.h"
 #include "host/layout/path_reader.h"
 #include "host/layout/run_files.h"
 #include "host/layout/table_reader.h"
 #include "host/layout/value_errors.h"
 #include "host/process/interruption.h"
+#include "platform/path.h"
 #include "platform/read_file.h"
 
 namespace korvex::host {
@@ -24,6 +26,11 @@ namespace {
 
 constexpr std::array<std::string_view, 3> kind_names = {"record", "table", "iso"};
 constexpr std::array<std::string_view, 2> quote_names = {"none", "double"};
+
+constexpr std::array<std::string_view, 2> encoding_names = {"cp932", "utf-8"};
+constexpr std::size_t utf8_encoding = 1;
+constexpr std::int32_t newest_ways = 1;
+constexpr std::int32_t newest_sets = 1;
 
 constexpr std::size_t longest_path = control_path_size - 1;
 constexpr std::size_t most_errors_of_no_layout = 10;
@@ -60,6 +67,22 @@ void read_paths(TableReader& reader, Layout& layout) {
   }
 }
 
+// What the values beyond the module's are made with.
+void read_own_keys(TableReader& reader, Layout& layout) {
+  if (const toml::node* seed = reader.find("seed")) {
+    if (const auto* number = seed->as_integer()) {
+      layout.seed = static_cast<std::uint64_t>(number->get());
+    } else {
+      reader.report_type("seed", *seed, "an integer");
+    }
+  }
+  layout.salt = reader.text("salt").value_or(std::string(platform::stem(layout.file)));
+  layout.is_utf8 = reader.choice("encoding", encoding_names) == utf8_encoding;
+  // What has been made with a version stays: a better scheme, or a longer set, is another one.
+  reader.integer("ways", 1, newest_ways);
+  layout.sets_version = reader.integer("sets", 1, newest_sets).value_or(newest_sets);
+}
+
 void read_header(const toml::table& table, std::optional<std::int32_t> records, Layout& layout,
                  std::vector<LayoutError>& errors) {
   TableReader reader(table, "[layout]", errors);
@@ -69,12 +92,14 @@ void read_header(const toml::table& table, std::optional<std::int32_t> records, 
   }
   if (!records) reader.require("records", "the number of records, here or as --records");
   const auto own_records = reader.integer("records", 0);
+  layout.own_records = own_records;
   layout.records = records.value_or(own_records.value_or(0));
   layout.level = reader.integer("level", 0).value_or(1);
   layout.null_default = reader.boolean("null_default").value_or(false);
   const auto quote = reader.choice("quote", quote_names);
   layout.quotation = static_cast<std::int32_t>(quote.value_or(0));
   read_paths(reader, layout);
+  read_own_keys(reader, layout);
   reader.reject_unknown_keys();
 }
 
@@ -204,6 +229,13 @@ LayoutReading read_layout(const std::string& file, std::optional<std::int32_t> r
     return reading;
   }
   return parse_layout(text, file, records, lists);
+}
+
+LayoutReading read_module_layout(const std::string& file, std::optional<std::int32_t> records,
+                                 MissingLists lists) {
+  LayoutReading reading = read_layout(file, records, lists);
+  if (reading.errors.empty()) reading.errors = find_own_keys(reading.layout);
+  return reading;
 }
 
 }  // namespace korvex::host

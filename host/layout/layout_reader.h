@@ -26,7 +26,12 @@ enum class MissingLists { allowed, refused };
 LayoutReading read_layout(const std::string& file, std::optional<std::int32_t> records,
                           MissingLists lists = MissingLists::allowed);
 
-// The same for a text that is already in memory; `file` only names it and anchors its paths.
+// The same for who hands the layout to the module: what the module does not know is an error, too.
+LayoutReading read_module_layout(const std::string& file, std::optional<std::int32_t> records,
+                                 MissingLists lists = MissingLists::allowed);
+
+// The first of them for a text that is already in memory; `file` only names it and anchors its
+// paths.
 LayoutReading parse_layout(std::string_view text, const std::string& file,
                            std::optional<std::int32_t> records,
                            MissingLists lists = MissingLists::allowed);

@@ -100,7 +100,7 @@ class ReferenceCheck {
  private:
   static bool has_own_settings(const LayoutItem& item) {
     return item.values && item.values->source != ValueSource::initial &&
-           item.values->source != ValueSource::reference;
+           item.values->source != ValueSource::reference && item.values->source != ValueSource::own;
   }
 
   const Layout& layout_;

@@ -1,5 +1,6 @@
 #include "host/records/prepared_layout.h"
 
+#include <algorithm>
 #include <ostream>
 #include <set>
 
@@ -7,6 +8,7 @@
 #include "host/engine/layout_messages.h"
 #include "host/layout/failure_text.h"
 #include "host/layout/layout_reader.h"
+#include "host/layout/own_items.h"
 #include "host/layout/run_files.h"
 #include "host/process/exit_status.h"
 #include "host/process/interruption.h"
@@ -32,10 +34,13 @@ bool has_only_booleans(const ClEnumDataList& values) {
 
 int PreparedLayout::prepare(const std::string& file, std::optional<std::int32_t> records,
                             std::ostream& messages, MisreadTexts misread,
-                            std::optional<RepeatCount>* prediction) {
+                            std::optional<RepeatCount>* prediction, RecordsAsked asked) {
   LayoutReading reading = read_layout(file, records, MissingLists::refused);
   if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
   layout_ = std::move(reading.layout);
+  if (asked == RecordsAsked::first && layout_.own_records) {
+    layout_.records = std::max(layout_.records, *layout_.own_records);
+  }
   if (misread == MisreadTexts::warned) {
     print_warnings(layout_, messages);
   } else {
@@ -45,10 +50,20 @@ int PreparedLayout::prepare(const std::string& file, std::optional<std::int32_t>
   const std::optional<Layout> copy = copy_layout(layout_, scratch_, messages);
   if (!copy) return exit_status::failed;
   copy_ = *copy;
+  from_engine_ = engine_items(layout_);
+  copy_.items.clear();
+  for (std::size_t i = 0; i < layout_.items.size(); ++i) {
+    if (from_engine_[i]) copy_.items.push_back(layout_.items[i]);
+  }
+  if (copy_.items.empty()) {
+    match_items();
+    return prepare_fields(messages);
+  }
   const SettingsResult settings = write_settings_of(copy_);
   if (print_failures(settings, layout_, messages)) return exit_status::failed;
   if (prediction != nullptr) *prediction = predict(copy_, settings.repeated_items > 0);
-  const int status = load(messages);
+  int status = load(messages);
+  if (status == exit_status::done) status = prepare_fields(messages);
   // Settings may have lists of their own.
   const bool is_refused = misread == MisreadTexts::refused && refuses_lists(messages);
   return status == exit_status::done && is_refused ? exit_status::wrong_usage : status;
@@ -61,6 +76,7 @@ bool PreparedLayout::refuses_lists(std::ostream& messages) {
     if (item.values && !item.values->file.empty()) lists.insert(item.values->file);
   }
   for (const PreparedItem& item : items_) {
+    if (item.column == nullptr) continue;
     const FmtColRec& settings = item.column->record;
     if (settings.generation_type == generation_type::enumeration) {
       lists.emplace(field_text(settings.enumeration_path));
@@ -77,6 +93,7 @@ bool PreparedLayout::refuses_lists(std::ostream& messages) {
 void PreparedLayout::add_read_files(DistinctFiles& files) const {
   std::vector<std::string> lists;
   for (const PreparedItem& item : items_) {
+    if (item.column == nullptr) continue;
     const std::string_view list = field_text(item.column->record.enumeration_path);
     if (!list.empty()) lists.emplace_back(list);
   }
@@ -116,14 +133,23 @@ int PreparedLayout::load(std::ostream& messages) {
 }
 
 void PreparedLayout::match_items() {
-  for (const LayoutItem& item : layout_.items) {
-    const ClFmtColInf* column = main_.settings.find_column(item.number);
-    if (column == nullptr) {
+  for (std::size_t i = 0; i < layout_.items.size(); ++i) {
+    const LayoutItem& item = layout_.items[i];
+    const ClFmtColInf* column = from_engine_[i] ? main_.settings.find_column(item.number) : nullptr;
+    if (from_engine_[i] && column == nullptr) {
       left_out_.push_back(&item);
     } else {
       items_.push_back({&item, column, booleans_.contains(item.number)});
     }
   }
+}
+
+int PreparedLayout::prepare_fields(std::ostream& messages) {
+  if (host::is_plain(layout_)) return exit_status::done;
+  LayoutFields made = make_fields(layout_, items_, run_);
+  if (print_layout_errors(layout_, made.errors, messages)) return exit_status::wrong_usage;
+  fields_ = std::move(made.fields);
+  return exit_status::done;
 }
 
 }  // namespace korvex::host

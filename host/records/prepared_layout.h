@@ -13,21 +13,19 @@
 #include "host/layout/layout.h"
 #include "host/process/distinct_files.h"
 #include "host/process/scratch_folder.h"
+#include "host/records/layout_fields.h"
+#include "host/records/prepared_item.h"
 #include "run/repeat_count.h"
 #include "run/run.h"
 
 namespace korvex::host {
 
-// An item that stands in the records, with its settings.
-struct PreparedItem {
-  const LayoutItem* item = nullptr;
-  const ClFmtColInf* column = nullptr;
-  bool is_boolean = false;  // its list has no other values than "true" and "false"
-};
-
 // What becomes of texts that would be read as others than their writer meant: who only looks at the
 // records is warned, who stores them is stopped.
 enum class MisreadTexts { warned, refused };
+
+// Whether a number of records that is asked for is that of all, or of the first that are looked at.
+enum class RecordsAsked { all, first };
 
 // A layout made ready for its records, as the generator would, but beside the user's files: it
 // works on a copy of the settings file, and leaves nothing behind.
@@ -37,7 +35,8 @@ class PreparedLayout {
   // `messages`. `prediction` receives what the module foretells, where it can.
   int prepare(const std::string& file, std::optional<std::int32_t> records, std::ostream& messages,
               MisreadTexts misread = MisreadTexts::warned,
-              std::optional<RepeatCount>* prediction = nullptr);
+              std::optional<RepeatCount>* prediction = nullptr,
+              RecordsAsked asked = RecordsAsked::all);
 
   // The layout as the user wrote it; its `records` are those asked for.
   const Layout& layout() const { return layout_; }
@@ -49,14 +48,21 @@ class PreparedLayout {
   const std::vector<PreparedItem>& items() const { return items_; }
   const std::vector<const LayoutItem*>& left_out() const { return left_out_; }
 
-  // The records, whose fields go side by side with the items.
+  // Whether the engine makes the records as a whole, as generating does.
+  bool is_plain() const { return fields_.empty(); }
+
+  // The records of a plain layout, whose fields go side by side with the items.
   Run& run() { return run_; }
   const Run& run() const { return run_; }
+
+  // The fields of any other, side by side with the items.
+  const std::vector<std::unique_ptr<sources::Field>>& fields() const { return fields_; }
 
  private:
   bool refuses_lists(std::ostream& messages);
   int load(std::ostream& messages);
   void match_items();
+  int prepare_fields(std::ostream& messages);
 
   Layout layout_;
   ScratchFolder scratch_;
@@ -64,10 +70,12 @@ class PreparedLayout {
   TemporaryControlFile control_file_;
   ClColMain main_;
   Run run_;
+  std::vector<bool> from_engine_;  // side by side with the layout's items
   std::vector<PreparedItem> items_;
   std::vector<const LayoutItem*> left_out_;
-  std::set<std::string> looked_at_;  // lists
-  std::set<std::int32_t> booleans_;  // the numbers of items
+  std::vector<std::unique_ptr<sources::Field>> fields_;  // they refer to all of the above
+  std::set<std::string> looked_at_;                      // lists
+  std::set<std::int32_t> booleans_;                      // the numbers of items
 };
 
 }  // namespace korvex::host

@@ -1,17 +1,67 @@
 #include "host/records/record_source.h"
 
+#include <algorithm>
+
+#include "host/layout/failure_text.h"
+#include "host/records/engine_source.h"
+#include "platform/printable_text.h"
+
 namespace korvex::host {
 
+namespace {
+
+// The engine's values are right by themselves, and those of rows were read as a whole.
+bool is_checked_before(const PreparedItem& prepared) {
+  if (prepared.column != nullptr) return true;
+  const OwnValues& own = prepared.item->values->own;
+  return std::holds_alternative<ListValues>(own) || std::holds_alternative<BuiltinValues>(own);
+}
+
+}  // namespace
+
 RecordSource::RecordSource(PreparedLayout& prepared)
-    : run_(prepared.run()), records_left_(prepared.layout().records) {
-  run_.seek(0);
+    : prepared_(prepared), end_(static_cast<std::uint64_t>(prepared.layout().records)) {
+  if (!prepared.is_plain()) {
+    for (const PreparedItem& item : prepared.items()) {
+      rules_.emplace_back();
+      if (!is_checked_before(item)) rules_.back().emplace(*item.item, prepared.layout());
+    }
+  }
+  seek(0);
+}
+
+void RecordSource::seek(std::uint64_t record) {
+  next_ = std::min(record, end_);
+  if (prepared_.is_plain()) prepared_.run().seek(next_);
 }
 
 bool RecordSource::next(std::vector<std::string_view>& values) {
-  if (records_left_ == 0 || code_ != 0) return false;
-  --records_left_;
-  code_ = run_.next(values);
-  return code_ == 0;
+  if (next_ == end_ || !failure_.empty()) return false;
+  if (!prepared_.is_plain()) return next_of_fields(values);
+  ++next_;
+  const auto code = prepared_.run().next(values);
+  if (code != 0) failure_ = numbered_message(code, prepared_.layout());
+  return code == 0;
+}
+
+bool RecordSource::next_of_fields(std::vector<std::string_view>& values) {
+  values.clear();
+  std::size_t i = 0;
+  try {
+    for (const auto& field : prepared_.fields()) {
+      values.push_back(field->text(next_).value_or(std::string_view()));
+      const auto fault = rules_[i] ? rules_[i]->fault(values.back()) : std::nullopt;
+      if (fault) throw BadValue("the value " + *fault);
+      ++i;
+    }
+  } catch (const BadValue& bad) {
+    failure_ = "record " + std::to_string(next_ + 1) + ", item " +
+               platform::printable_from_code_page(prepared_.items()[i].item->name) + ": " +
+               bad.what();
+    return false;
+  }
+  ++next_;
+  return true;
 }
 
 }  // namespace korvex::host

@@ -1,31 +1,51 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "host/records/prepared_layout.h"
+#include "host/records/value_rule.h"
 
 namespace korvex::host {
 
-// The records of a layout, one after the other, with the values that generating would give. Fields
-// are told apart where they are made, so that a value may hold commas and quotation marks. Needs
-// memory for one record.
+// How the texts of records are encoded.
+enum class TextEncoding { code_page, utf8 };
+
+// The records of a layout, one after the other from any of them on, with the values that generating
+// would give, or that the layout's own sources and ways give. Fields are told apart where they are
+// made, so that a value may hold commas and quotation marks. Needs memory for one record.
 class RecordSource {
  public:
   // Takes the records of the layout from its first one on; the layout must outlive this object.
   explicit RecordSource(PreparedLayout& prepared);
 
-  // The values of the next record, without quotation marks, in code page 932; they stand until the
-  // next call. False at the end, and after a failure, whose code `code()` then answers.
+  // The values of the next record, without quotation marks, an empty one where there is none; they
+  // stand until the next call. False at the end, and after a failure.
   bool next(std::vector<std::string_view>& values);
 
-  std::int32_t code() const { return code_; }
+  // Goes to a record, counted from 0, or to the end of all. Any order of records will do.
+  void seek(std::uint64_t record);
+
+  // Of all values.
+  TextEncoding encoding() const {
+    return prepared_.is_plain() ? TextEncoding::code_page : TextEncoding::utf8;
+  }
+
+  // Why there is no next record; empty at the end of all.
+  const std::string& failure() const { return failure_; }
 
  private:
-  Run& run_;
-  std::int32_t records_left_ = 0;
-  std::int32_t code_ = 0;
+  bool next_of_fields(std::vector<std::string_view>& values);
+
+  PreparedLayout& prepared_;
+  std::uint64_t next_ = 0;
+  std::uint64_t end_;
+  // Of the values that were not looked at before, side by side with the fields.
+  std::vector<std::optional<ValueRule>> rules_;
+  std::string failure_;
 };
 
 }  // namespace korvex::host

@@ -103,6 +103,8 @@ class ItemGenerator {
   // Gives the item its enumeration values and raises its mode.
   void set_enumeration(std::unique_ptr<ClEnumDataList> values);
   bool has_enumeration() const { return enumeration_ != nullptr; }
+  // Null without.
+  const ClEnumDataList* enumeration() const { return enumeration_.get(); }
 
   // Each field with the item raises the mode once; raised twice it is none that takes values.
   void raise_mode() { mode_ += assembly_mode::enumeration; }

@@ -63,7 +63,7 @@ each VALUES SAYS
   "enumeration", file = "/<x*267>" | 41: <*>path of 268 bytes, expected at most 267
   "enumeration", file = "f", format = "%U" | 55: <*>expected type "range"
   "enumeration", file = "f", item = "B" | 53: <*>expected type "reference"
-  "default", file = "f" | 37: file stands beside type "default", expected type "enumeration"
+  "default", file = "f" | 37: file stands beside type "default", expected type "enumeration" or "list"
   "initial", start = 1 | 38: start stands beside type "initial", expected type "range"
   "initial", repeat = { level = 1, count = 2 } | 39: repeat stands beside type "initial", expected another type
   "default", repeat = 3 | 39: repeat is 3, expected a table
@@ -78,7 +78,7 @@ each VALUES SAYS
   "range", format = "%U", end = 1.5 | 49: <*>a floating-point number<*>
   "range", format = "%U", increment = "1€" | 55: <*>at place 2<*>
   "range", format = "%U", exceeded = "stop" | 54: <*>"initialize", "repeat"
-  "range", format = "%U", file = "f" | 50: <*>expected type "enumeration"
+  "range", format = "%U", file = "f" | 50: <*>expected type "enumeration" or "list"
 do
   file l.toml
     @layout8

@@ -1,0 +1,35 @@
+#include "host/layout/own_text.h"
+#include "host/layout/path_reader.h"
+#include "host/layout/value_types.h"
+
+namespace korvex::host {
+
+namespace {
+
+constexpr std::array<std::string_view, 4> keys = {"values", "file", "column", "exceeded"};
+
+void read(const ValuesReading& reading) {
+  TableReader& reader = reading.reader;
+  ListValues list;
+  list.values = placed_texts(reader, reading.layout, "values");
+  list.file = read_path(reader, "file", reading.layout.file);
+  list.file_place = reader.place("file");
+  list.column = placed_text(reader, "column");
+  if (reader.has("values") == reader.has("file")) {
+    reader.report(reader.has("file") ? list.file_place : reader.place(),
+                  reader.has("file") ? "file stands beside values, expected one of the two"
+                                     : "[item.values] has neither values nor file, expected values "
+                                       "or the path of a text file");
+  }
+  if (reader.has("values") && list.column) {
+    reader.report(list.column->place, "column stands beside values, expected file");
+  }
+  read_exceeded(reading);
+  reading.values.own = std::move(list);
+}
+
+}  // namespace
+
+constinit const ValueType list_type = {"list", ValueSource::own, Period::known, keys, read};
+
+}  // namespace korvex::host

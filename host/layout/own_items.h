@@ -1,0 +1,23 @@
+#pragma once
+
+#include <vector>
+
+#include "host/layout/layout.h"
+
+// What of a layout goes beyond the module.
+namespace korvex::host {
+
+// Whether the module knows all that is said of the item's values.
+inline bool is_plain(const LayoutItem& item) {
+  return !item.values || item.values->own_keys.empty();
+}
+bool is_plain(const Layout& layout);
+
+// Which items have values that the engine makes, if only for a way of their own to lead through
+// them. The others have sources of the program's own, or take over the values of an item.
+std::vector<bool> engine_items(const Layout& layout);
+
+// An error for each item that the module cannot take, with the first key that it does not know.
+std::vector<LayoutError> find_own_keys(const Layout& layout);
+
+}  // namespace korvex::host

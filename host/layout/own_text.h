@@ -1,0 +1,24 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "host/layout/layout.h"
+#include "host/layout/table_reader.h"
+
+namespace korvex::host {
+
+// What a text has that no value of the layout may have: a zero, a line end, or, unless the layout
+// is in UTF-8, a character that code page 932 lacks or takes for another. Says it as the end of a
+// message: ` has the character "€" at place 2, expected ...`.
+std::optional<std::string> find_bad_character(const Layout& layout, std::string_view text);
+
+// The text at a key, with its place; nothing without one or after an error.
+std::optional<PlacedText> placed_text(TableReader& reader, std::string_view key);
+
+// The texts of an array of strings and integers, which has to have at least one.
+std::vector<PlacedText> placed_texts(TableReader& reader, const Layout& layout,
+                                     std::string_view key);
+
+}  // namespace korvex::host

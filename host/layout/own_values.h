@@ -1,0 +1,72 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "host/layout/source_place.h"
+#include "host/ways/fraction.h"
+#include "host/ways/zipf.h"
+
+// What a layout says of values beyond what the module knows: sources of the program's own, and ways
+// through any source. All texts are UTF-8.
+namespace korvex::host {
+
+// Values in the layout, or in a file: its lines, or a column of its table.
+struct ListValues {
+  std::vector<PlacedText> values;
+  std::string file;
+  SourcePlace file_place;
+  std::optional<PlacedText> column;
+};
+
+// A column of a built-in set. The language is empty where the layout leaves it out.
+struct BuiltinValues {
+  PlacedText set;
+  PlacedText language;
+};
+
+// Texts of other items, put together.
+struct TemplateValues {
+  PlacedText text;
+};
+
+using OwnValues = std::variant<std::monostate, ListValues, BuiltinValues, TemplateValues>;
+
+enum class Order { forward, shuffled, random, zipf };
+
+// Which value a record takes.
+struct WayRules {
+  Order order = Order::forward;
+  std::optional<PlacedText> joint;      // shuffled: together with all items of that name
+  std::optional<PlacedText> within;     // shuffled: in each group of that key
+  std::vector<ways::Fraction> weights;  // random: one for each value
+  ways::Skew skew;                      // zipf
+  SourcePlace place;                    // of the first of these keys; line 0 without any
+  SourcePlace weights_place;
+
+  bool is_given() const { return place.line > 0; }
+};
+
+// A value only where another item has one of some texts.
+struct Condition {
+  PlacedText item;
+  std::vector<std::string> texts;
+};
+
+// Which records have no value.
+struct EmptinessRules {
+  std::optional<ways::Fraction> share;
+  std::optional<PlacedText> with;
+  std::vector<Condition> when;
+};
+
+// A key of [item.values] that the module knows nothing of.
+struct OwnKey {
+  std::string key;
+  SourcePlace place;
+  std::string text;  // as it is named in messages: `order`, or `type "list"`
+};
+
+}  // namespace korvex::host

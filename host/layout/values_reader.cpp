@@ -1,0 +1,92 @@
+#include "host/layout/values_reader.h"
+
+#include <algorithm>
+#include <array>
+#include <set>
+
+#include "host/layout/value_types.h"
+#include "host/layout/way_reader.h"
+
+namespace korvex::host {
+
+namespace {
+
+const ValueType* read_type(TableReader& reader) {
+  constexpr std::string_view key = "type";
+  std::array<std::string_view, value_types.size()> names;
+  std::transform(value_types.begin(), value_types.end(), names.begin(),
+                 [](const ValueType* type) { return type->name; });
+  reader.require(key, "one of " + list_names(names));
+  const auto index = reader.choice(key, names);
+  if (!index) return nullptr;
+  return value_types[*index];
+}
+
+bool takes_key(const ValueType& type, std::string_view key) {
+  return std::find(type.keys.begin(), type.keys.end(), key) != type.keys.end();
+}
+
+void reject_keys_of_other_types(TableReader& reader, const ValueType& own) {
+  std::set<std::string_view> keys;
+  for (const ValueType* type : value_types) keys.insert(type->keys.begin(), type->keys.end());
+  for (const std::string_view key : keys) {
+    if (!reader.has(key) || takes_key(own, key)) continue;
+    std::string takers;
+    for (const ValueType* type : value_types) {
+      if (!takes_key(*type, key)) continue;
+      takers += (takers.empty() ? "\"" : " or \"") + std::string(type->name) + '"';
+    }
+    reader.report(reader.place(key), std::string(key) + " stands beside type \"" +
+                                         std::string(own.name) + "\", expected type " + takers);
+  }
+}
+
+void read_repeat(TableReader& values_reader, ItemValues& values, std::vector<LayoutError>& errors) {
+  const toml::table* table = values_reader.table("repeat");
+  if (table == nullptr) return;
+  if (values.source == ValueSource::initial) {
+    values_reader.report(values_reader.place("repeat"),
+                         "repeat stands beside type \"initial\", expected another type");
+  } else if (!values.own_keys.empty()) {
+    values_reader.report(
+        values_reader.place("repeat"),
+        "repeat stands beside " + values.own_keys.front().key + ", expected one of the two");
+  }
+  TableReader reader(*table, "repeat", errors);
+  reader.require("level", "the level of the repeat, 1 for the outermost");
+  reader.require("count", "how often the values repeat");
+  const SourcePlace place = reader.place("level");
+  values.repeat = RepeatSettings{reader.integer("level", 0).value_or(0),
+                                 reader.integer("count", 0).value_or(0), place};
+  reader.reject_unknown_keys();
+}
+
+}  // namespace
+
+ItemValues read_values(const toml::table& table, const Layout& layout,
+                       std::vector<LayoutError>& errors) {
+  TableReader reader(table, "[item.values]", errors);
+  ItemValues values;
+  values.place = reader.place();
+  for (const ValueType* type : value_types) {
+    for (const std::string_view key : type->keys) reader.find(key);
+  }
+  reader.find("repeat");
+  if (const ValueType* type = read_type(reader)) {
+    values.source = type->source;
+    if (type->source == ValueSource::own) {
+      values.own_keys.push_back(
+          {"type", reader.place("type"), "type \"" + std::string(type->name) + '"'});
+    }
+    reject_keys_of_other_types(reader, *type);
+    type->read({reader, layout, values});
+    read_way(reader, *type, values, errors);
+    read_repeat(reader, values, errors);
+  } else {
+    know_way_keys(reader);
+  }
+  reader.reject_unknown_keys();
+  return values;
+}
+
+}  // namespace korvex::host

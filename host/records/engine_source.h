@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string_view>
+#include <vector>
+
+#include "host/sources/source.h"
+#include "host/text/code_page_decoder.h"
+#include "run/run.h"
+#include "settings/col_inf.h"
+
+// The values that the engine makes, as sources in UTF-8.
+namespace korvex::host {
+
+// A value that can't stand in its record, or that the engine fails to make: what is wrong with it.
+class BadValue : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// The records of a run, which fields that ask for the same one share.
+class EngineRecords {
+ public:
+  // The run must outlive this object, and nobody else may take its records.
+  EngineRecords(Run& run, std::int32_t layout_kind) : run_(run), layout_kind_(layout_kind) {}
+
+  // In code page 932, valid until another record is asked for.
+  std::string_view value(std::uint64_t record, std::size_t field);
+
+ private:
+  Run& run_;
+  std::int32_t layout_kind_;
+  std::uint64_t next_ = 0;
+  std::optional<std::uint64_t> latest_;
+  std::vector<std::string_view> values_;
+};
+
+// A field of the records as they are generated: repeats and all.
+std::unique_ptr<sources::Source> make_engine_source(std::shared_ptr<EngineRecords> records,
+                                                    std::size_t field, const FieldFacts& facts);
+
+// The values of an item by their places in its course or list, for ways of their own. Null where
+// nothing tells how many there are. The item must outlive the source.
+std::unique_ptr<sources::Source> make_course_source(const ItemGenerator& item,
+                                                    const ClFmtColInf& column,
+                                                    std::int32_t layout_kind);
+
+}  // namespace korvex::host

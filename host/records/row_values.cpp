@@ -1,0 +1,163 @@
+#include "host/records/row_values.h"
+
+#include <cstring>
+#include <utility>
+
+#include "host/layout/own_text.h"
+#include "host/process/distinct_files.h"
+#include "host/records/value_rule.h"
+#include "host/sets/catalogue.h"
+#include "host/sources/text_list.h"
+#include "platform/printable_text.h"
+#include "platform/read_file.h"
+
+namespace korvex::host {
+
+namespace {
+
+using sources::TextList;
+
+// What is wrong with a text of an item, as the end of a message.
+std::optional<std::string> fault_of(std::string_view text, const ValueRule& rule,
+                                    const Layout& layout) {
+  if (auto bad = find_bad_character(layout, text)) return bad;
+  if (const auto fault = rule.fault(text)) return ' ' + *fault;
+  return std::nullopt;
+}
+
+// The first text that does not fit; `first_line` is where the texts begin in their file.
+std::optional<std::string> find_fault(const TextList& texts, std::size_t first_line,
+                                      const LayoutItem& item, const Layout& layout) {
+  const ValueRule rule(item, layout);
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    if (const auto fault = fault_of(texts[i], rule, layout)) {
+      return "line " + std::to_string(first_line + i) + *fault;
+    }
+  }
+  return std::nullopt;
+}
+
+TextList column_of(const sets::ValueTable& table, std::size_t column,
+                   std::shared_ptr<const void> owner) {
+  std::vector<std::string_view> texts;
+  texts.reserve(table.row_count());
+  for (std::size_t row = 0; row < table.row_count(); ++row) {
+    texts.push_back(table.value(row, column));
+  }
+  return {std::move(owner), std::move(texts)};
+}
+
+std::vector<ways::Fraction> weights_of(const sets::ValueTable& table) {
+  std::vector<ways::Fraction> weights;
+  for (const std::uint32_t weight : table.weights()) weights.push_back({weight, 1});
+  return weights;
+}
+
+std::optional<RowValues> read_inline(const ListValues& list, const LayoutItem& item,
+                                     const Layout& layout, std::vector<LayoutError>& errors) {
+  const ValueRule rule(item, layout);
+  const std::size_t errors_before = errors.size();
+  std::vector<std::string> texts;
+  for (const PlacedText& value : list.values) {
+    if (const auto fault = rule.fault(value.text))
+      errors.push_back({value.place, "the value " + *fault});
+    texts.push_back(value.text);
+  }
+  if (errors.size() != errors_before) return std::nullopt;
+  const std::string rows = std::to_string(texts.size()) + " values";
+  return RowValues{sources::make_list_source(TextList::of_values(std::move(texts))), {}, rows};
+}
+
+// A list's file, with what is said of it.
+class ListFile {
+ public:
+  ListFile(const ListValues& list, const LayoutItem& item, const Layout& layout,
+           std::vector<LayoutError>& errors)
+      : list_(list), item_(item), layout_(layout), errors_(errors) {}
+
+  std::optional<RowValues> read() {
+    std::string content;
+    if (const int failure = platform::read_file(list_.file, content); failure != 0) {
+      return fail(std::string(", which cannot be read: ") + std::strerror(failure));
+    }
+    return list_.column ? read_column(std::move(content)) : read_lines(std::move(content));
+  }
+
+ private:
+  std::nullopt_t fail(const std::string& what) {
+    errors_.push_back(
+        {list_.file_place, "file leads to " + platform::printable(list_.file) + what});
+    return std::nullopt;
+  }
+
+  std::optional<RowValues> read_lines(std::string content) {
+    auto lines = TextList::of_lines(std::move(content));
+    if (!lines) return fail(": " + lines.reason() + ", expected a text in UTF-8");
+    return finish(std::move(*lines), 1, {});
+  }
+
+  std::optional<RowValues> read_column(std::string content) {
+    const auto owner = std::make_shared<const std::string>(std::move(content));
+    const auto read = sets::ValueTable::read(*owner);
+    if (const auto* fault = std::get_if<sets::TableFault>(&read)) {
+      return fail(": line " + std::to_string(fault->line) + ": " + fault->text);
+    }
+    const auto& table = std::get<sets::ValueTable>(read);
+    const auto column = table.find_column(list_.column->text);
+    if (!column) {
+      errors_.push_back(
+          {list_.column->place, "column is \"" + platform::printable(list_.column->text) +
+                                    "\", expected one of " + list_names(table.columns())});
+      return std::nullopt;
+    }
+    return finish(column_of(table, *column, owner), 2, weights_of(table));
+  }
+
+  std::optional<RowValues> finish(TextList texts, std::size_t first_line,
+                                  std::vector<ways::Fraction> weights) {
+    if (texts.size() == 0) return fail(", which is empty, expected a value a line");
+    if (const auto fault = find_fault(texts, first_line, item_, layout_)) {
+      return fail(": " + *fault);
+    }
+    return RowValues{sources::make_list_source(std::move(texts)), std::move(weights),
+                     settled_path(list_.file)};
+  }
+
+  const ListValues& list_;
+  const LayoutItem& item_;
+  const Layout& layout_;
+  std::vector<LayoutError>& errors_;
+};
+
+}  // namespace
+
+std::optional<RowValues> read_rows(const ListValues& list, const LayoutItem& item,
+                                   const Layout& layout, std::vector<LayoutError>& errors) {
+  return list.file.empty() ? read_inline(list, item, layout, errors)
+                           : ListFile(list, item, layout, errors).read();
+}
+
+std::optional<RowValues> read_rows(const BuiltinValues& builtin, const LayoutItem& item,
+                                   const Layout& layout, std::vector<LayoutError>& errors) {
+  const auto found =
+      sets::find_column(builtin.set.text, builtin.language.text, layout.sets_version);
+  if (const auto* fault = std::get_if<sets::Fault>(&found)) {
+    const bool is_set = fault->key == sets::Fault::Key::set;
+    errors.push_back({is_set ? builtin.set.place : builtin.language.place,
+                      (is_set ? "set " : "language ") + fault->text});
+    return std::nullopt;
+  }
+  const sets::Column column = std::get<sets::Column>(found);
+  const sets::ValueTable table = sets::read_table(*column.table);
+  // The texts stand in the program, or are kept as long as it runs.
+  TextList texts = column_of(table, column.column, nullptr);
+  if (const auto fault = find_fault(texts, 2, item, layout)) {
+    errors.push_back({builtin.set.place, "set \"" + builtin.set.text + "\": " + *fault});
+    return std::nullopt;
+  }
+  return RowValues{sources::make_list_source(std::move(texts)), weights_of(table),
+                   "set " + std::string(column.table->set) + '.' + std::string(column.table->part) +
+                       '.' + std::string(column.table->language)};
+}
+
+}  // namespace korvex::host

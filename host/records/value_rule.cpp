@@ -1,0 +1,62 @@
+#include "host/records/value_rule.h"
+
+#include <algorithm>
+
+#include "host/layout/failure_text.h"
+#include "host/records/field_form.h"
+#include "host/text/code_page_text.h"
+#include "lists/enumeration_value.h"
+#include "platform/printable_text.h"
+#include "platform/utf8.h"
+#include "values/attributes.h"
+#include "values/error_codes.h"
+
+namespace korvex::host {
+
+namespace {
+
+std::size_t character_count(std::string_view text) {
+  return static_cast<std::size_t>(std::count_if(
+      text.begin(), text.end(), [](char byte) { return !platform::is_continuation(byte); }));
+}
+
+bool is_moment(FieldForm form, std::string_view text) {
+  MomentText moment;
+  return moment.convert(form, text).data() != text.data();
+}
+
+}  // namespace
+
+ValueRule::ValueRule(const LayoutItem& item, const Layout& layout)
+    : item_(&item),
+      layout_(&layout),
+      most_(static_cast<std::size_t>(std::max(effective_digits(item.attributes), 0))),
+      is_text_(is_character(item.attributes.attribute) ||
+               (layout.is_utf8 && is_national(item.attributes.attribute))) {}
+
+std::optional<std::string> ValueRule::fault(std::string_view text) const {
+  const std::int32_t attribute = item_->attributes.attribute;
+  if (text.empty() || (is_text_ && text.size() <= most_)) return std::nullopt;
+  if (is_text_ && layout_->is_utf8) {
+    const std::size_t count = character_count(text);
+    if (count <= most_) return std::nullopt;
+    return "has " + std::to_string(count) + " characters, expected at most " +
+           std::to_string(most_);
+  }
+  if (const FieldForm form = moment_form(attribute); form != FieldForm::as_it_is) {
+    if (is_moment(form, text)) return std::nullopt;
+    return "is \"" + platform::printable(text) + "\", expected digits as 20240229 or 235959";
+  }
+  // An item that takes no list takes numbers here, as others do.
+  ItemAttributes attributes = item_->attributes;
+  if (traits_of(attribute).kind == DataKind::bare_number) {
+    attributes.attribute = korvex::attribute::decimal;
+  }
+  // What the code page lacks is refused where the layout is read.
+  const auto stored = exact_code_page_text(text);
+  const auto code = EnumerationRule(attributes).check(stored ? *stored : std::string(text));
+  if (code == 0) return std::nullopt;
+  return "is \"" + platform::printable(text) + "\": " + numbered_message(code, *layout_);
+}
+
+}  // namespace korvex::host

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "host/layout/layout.h"
+
+namespace korvex::host {
+
+// What an item asks of values that do not come from the module, in UTF-8: what the module asks of a
+// list's, but that characters are counted where the layout is in UTF-8, and moments are taken.
+class ValueRule {
+ public:
+  ValueRule(const LayoutItem& item, const Layout& layout);
+
+  // Why the text cannot stand in the item: "has 31 characters, expected at most 30"; nothing when
+  // it can.
+  std::optional<std::string> fault(std::string_view text) const;
+
+ private:
+  const LayoutItem* item_;
+  const Layout* layout_;
+  std::size_t most_;  // characters of a text
+  bool is_text_;
+};
+
+}  // namespace korvex::host

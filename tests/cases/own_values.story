@@ -1,0 +1,159 @@
+# Values beyond what the module knows: sources of the program's own, and ways through any.
+def own OPTIONS
+  [layout]
+  kind = "table"
+  records = 12
+  data = "d.csv"
+  <OPTIONS>
+def text NAME VALUES
+  [[item]]
+  name = "<NAME>"
+  attribute = "character"
+  length = 12
+  values = { <VALUES> }
+file colours.txt
+  red
+  green
+  blue
+file places.tsv
+  city<09>country<09>weight
+  Oslo<09>Norway<09>1
+  Bergen<09>Norway<09>3
+file l.toml
+  @own
+  @number N type = "range", format = "%3U", start = "1", end = "12", order = "shuffled"
+  @text C type = "list", file = "colours.txt"
+  @text W type = "list", values = ["a", "b"], weights = [1, 3], empty = "1/4"
+  @text CITY type = "list", file = "places.tsv", column = "city", order = "random", group = "g"
+  @text COUNTRY type = "list", file = "places.tsv", column = "country", group = "g"
+  @text NAME type = "builtin", set = "people.given_ascii", language = "de", order = "zipf"
+  @text KEY type = "template", text = "{{{C|upper}-{N}", when = { W = ["b"] }
+  @text SAME type = "reference", item = "KEY"
+  @text OTHER type = "default", empty_with = "KEY"
+  @number R type = "reference", item = "N", order = "forward"
+# A number to look at is not the number of records: shares are those of all.
+> preview l.toml -n 3
+    N  C      W  CITY    COUNTRY  NAME     KEY         SAME        OTHER    R
+  004  red       Bergen  Norway   Peter                                   001
+  007  green  b  Oslo    Norway   Felix    {GREEN-007  {GREEN-007  AAAAB  002
+  001  blue   a  Oslo    Norway   Andreas                                 003
+> export l.toml -o d.csv
+  12 records: d.csv
+$ sed 3q d.csv | cut -d, -f1,3,5,7
+  4,,Norway,
+  7,b,Norway,{GREEN-007
+  1,a,Norway,
+$ cut -d, -f1 d.csv | sort | tr '\n' ' '
+  1 10 11 12 2 3 4 5 6 7 8 9 <end>
+$ cut -d, -f3 d.csv | sort | uniq -c
+        3 
+        2 a
+        7 b
+$ cut -d, -f2,4,5 d.csv | sort | uniq -c
+        2 blue,Bergen,Norway
+        2 blue,Oslo,Norway
+        3 green,Bergen,Norway
+        1 green,Oslo,Norway
+        4 red,Bergen,Norway
+$ awk -F, '{ k = $3 == "b" ? "{" toupper($2) "-" $1 : "" } $7 != k || $8 != k || ($9 == "") != (k == "")' d.csv
+  7,green,b,Oslo,Norway,Felix,{GREEN-007,{GREEN-007,AAAAB,2<0D>
+  12,green,b,Bergen,Norway,Liam,{GREEN-012,{GREEN-012,AAAAE,5<0D>
+  6,red,b,Bergen,Norway,Peter,{RED-006,{RED-006,AAAAG,7<0D>
+  5,green,b,Bergen,Norway,Guenter,{GREEN-005,{GREEN-005,AAAAH,8<0D>
+  8,blue,b,Bergen,Norway,Monika,{BLUE-008,{BLUE-008,AAAAI,9<0D>
+  11,red,b,Bergen,Norway,Juergen,{RED-011,{RED-011,AAAAJ,10<0D>
+  10,green,b,Bergen,Norway,Paul,{GREEN-010,{GREEN-010,AAAAK,11<0D>
+$ korvex export l.toml -o - | cmp - d.csv; rm d.csv
+
+# What is wrong with them is named with its place, and nothing is written.
+file bad.txt
+  a<FF>b
+file long.txt
+  short
+  far too long a text
+file empty.txt
+each VALUES SAYS
+  "list" | 10: [item.values] has neither values nor file, expected <*>
+  "list", values = [] | 36: values is an array, expected an array of strings and integers, at least one
+  "list", values = ["a", 1.5] | 42: values has a floating-point number, expected a string or an integer
+  "list", values = ["a"], file = "long.txt" | 50: file stands beside values, expected one of the two
+  "list", values = ["a"], column = "c" | 52: column stands beside values, expected file
+  "list", values = ["a", "far too long a text"] | 42: the value <*>
+  "list", values = ["é"] | 37: <*>"é" at place 1, expected characters of code page 932, or encoding = "utf-8" in [layout]
+  "list", file = "none.txt" | 34: <*>none.txt, which cannot be read: No such file or directory
+  "list", file = "bad.txt" | 34: <*>bad.txt: line 1 is not UTF-8, expected a text in UTF-8
+  "list", file = "long.txt" | 34: <*>long.txt: line 2 <*>
+  "list", file = "empty.txt" | 34: <*>empty.txt, which is empty, expected a value a line
+  "list", file = "places.tsv", column = "x" | 57: column is "x", expected one of "city", "country"
+  "builtin" | 10: [item.values] has no set, expected <*>
+  "builtin", set = "peple" | 36: set is "peple<*>", expected one of <*>
+  "builtin", set = "people.given", language = "xx" | 63: language is "xx", expected one of <*>
+  "builtin", set = "people.given", language = "fr" | 36: set "people.given": line <n> has the character <*>, or encoding = "utf-8" in [layout]
+  "template" | 10: [item.values] has no text, expected <*>
+  "template", text = "{B" | 38: item A: text, at byte 1: expected "}" <*>
+  "template", text = "{B|up}" | 38: item A: text, at byte 4: is no filter: "up", <*>
+  "template", text = "{X}" | 38: item A: text names "X", expected an item of the records
+  "template", text = "{A}" | 38: item A: text leads back to the item: A -> A, expected no cycle
+  "template", text = "{B}", when = { D = ["x"] } | 54: item A: when leads back to the item: D -> A -> D, expected no cycle
+  "template", text = "{B}", order = "shuffled" | 53: order stands beside type "template", expected a type with a known period
+  "list", values = ["a"], order = "sorted" | 51: order is "sorted", expected one of "forward", "shuffled", "random", "zipf"
+  "list", values = ["a"], order = "zipf", joint = "j" | 67: joint stands beside order "zipf", expected order "shuffled"
+  "list", values = ["a"], weights = [1, 2] | 53: item A: weights has 2 numbers, expected 1, one for each value
+  "list", values = ["a"], weights = [-1] | 54: weights is -1: it is below 0, expected a number from 0 on
+  "list", values = ["a"], weights = [0] | 53: item A: weights: none of the weights is above 0
+  "list", values = ["a"], order = "zipf", skew = 0 | 66: skew is 0, expected a number above 0, up to 10
+  "list", values = ["a"], empty = 1.5 | 51: empty is 1.5: it is above 1, expected a share from 0 to 1
+  "list", values = ["a"], empty = nan | 51: empty is nan: <*>, expected a share from 0 to 1
+  "list", values = ["a"], empty_with = "X" | 56: item A: empty_with names "X", expected an item of the records
+  "list", values = ["a"], within = "B" | 52: item A: within is "B", expected an item of type "key" with each
+  "list", values = ["a"], group = "b" | 51: item A: group "b" has items of other rows, expected the columns of one list or set
+  "list", values = ["a", "b"], group = "b", order = "random" | 69: item A: group "b" has the way of item B already, expected one way
+  "initial", empty = 0.5 | 38: empty stands beside type "initial", expected another type
+  "default", order = "random", repeat = { level = 1, count = 2 } | 57: repeat stands beside order, expected one of the two
+do
+  file e.toml
+    @own
+    @text B type = "list", values = ["x", "y"], group = "b", order = "shuffled"
+    @text D type = "template", text = "{A}"
+    @text A type = <VALUES>
+  >2 export e.toml -o -
+    ! e.toml:20:<SAYS>
+each OPTIONS SAYS
+  encoding = "latin-1" | 5:12: encoding is "latin-1", expected one of "cp932", "utf-8"
+  seed = "x" | 5:8: seed is "x", expected an integer
+  ways = 2 | 5:8: ways is 2, expected an integer from 1 to 1
+  sets = 0 | 5:8: sets is 0, expected an integer from 1 to 1
+do
+  file e.toml
+    @own <OPTIONS>
+    @text A type = "list", values = ["a"]
+  >2 export e.toml -o -
+    ! e.toml:<SAYS>
+file e.toml
+  @own
+  @text A type = "list", values = ["a"]
+  @text B type = "default", order = "shuffled"
+  nullable = false
+  [[item]]
+  name = "C"
+  attribute = "character"
+  length = 3
+  nullable = false
+  values = { type = "list", values = ["a"], empty = 0.1 }
+>2 export e.toml -o -
+  ! e.toml:<n>:<n>: item C: empty stands beside nullable = false, expected one of the two
+
+# The commands of the module name what it does not know, and leave everything as it is.
+each COMMAND
+  generate
+  count
+  edit
+  format
+  update
+do
+  remember
+  >2 <COMMAND> e.toml
+    ! e.toml:10:19: item A: type "list" is unknown to this command, <*> "korvex export" writes these
+    ! e.toml:15:38: item B: order is unknown to this command, <*>
+    ! <*>
+  unchanged
