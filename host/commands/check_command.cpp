@@ -7,6 +7,7 @@
 #include <string>
 
 #include "host/engine/layout_messages.h"
+#include "host/layout/item_texts.h"
 #include "host/layout/own_items.h"
 #include "host/process/exit_status.h"
 #include "host/records/prediction.h"
@@ -61,7 +62,7 @@ void print_items(const PreparedLayout& prepared, const std::vector<FieldFacts>& 
   table.align_right(1);
   table.add({TextTable::plain("Item"), TextTable::plain("Values"), TextTable::plain("Course")});
   for (std::size_t i = 0; i < prepared.items().size(); ++i) {
-    const TextTable::Cell name = TextTable::from_code_page(prepared.items()[i].item->name);
+    const TextTable::Cell name = TextTable::from_utf8(prepared.items()[i].item->name);
     const FieldFacts& field = fields[i];
     if (!field.values) {
       table.add({name, TextTable::plain("?"), TextTable::plain(untold)});
@@ -79,7 +80,7 @@ void print_items(const PreparedLayout& prepared, const std::vector<FieldFacts>& 
     }
   }
   for (const LayoutItem* item : prepared.left_out()) {
-    table.add({TextTable::from_code_page(item->name), TextTable::plain("0"),
+    table.add({TextTable::from_utf8(item->name), TextTable::plain("0"),
                TextTable::plain("not in the records: no values and no settings")});
   }
   table.print(out);
@@ -144,10 +145,9 @@ std::string_view trimmed(std::string_view name) {
 // Null when no item, or more than one, has the name.
 const FieldFacts* find_field(const std::string& name, const PreparedLayout& prepared,
                              const std::vector<FieldFacts>& fields, std::ostream& messages) {
-  const auto searched = platform::from_utf8(name);
   const FieldFacts* found = nullptr;
   for (std::size_t i = 0; i < prepared.items().size(); ++i) {
-    if (!searched || prepared.items()[i].item->name != *searched) continue;
+    if (!is_named(*prepared.items()[i].item, name)) continue;
     if (found != nullptr) {
       messages << "--unique: several items are named " << platform::printable(name) << std::endl;
       return nullptr;

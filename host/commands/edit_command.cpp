@@ -13,6 +13,7 @@
 #include "host/engine/output_folders.h"
 #include "host/engine/settings_editor.h"
 #include "host/layout/failure_text.h"
+#include "host/layout/item_texts.h"
 #include "host/layout/layout_reader.h"
 #include "host/layout/run_files.h"
 #include "host/process/exit_status.h"
@@ -107,10 +108,9 @@ int run_dialog(const Layout& layout, const std::function<std::int32_t(const char
 
 // The item's place in the layout, from 1; 0 when there is none of that name.
 std::int32_t position_of(const Layout& layout, const std::string& utf8_name) {
-  const std::optional<std::string> name = platform::from_utf8(utf8_name);
   const auto found =
       std::find_if(layout.items.begin(), layout.items.end(),
-                   [&](const LayoutItem& item) { return name && item.name == *name; });
+                   [&](const LayoutItem& item) { return is_named(item, utf8_name); });
   return found == layout.items.end() ? 0
                                      : static_cast<std::int32_t>(found - layout.items.begin()) + 1;
 }

@@ -13,6 +13,7 @@
 #include "host/records/record_source.h"
 #include "host/text/code_page_decoder.h"
 #include "host/text/code_page_text.h"
+#include "platform/codepage.h"
 #include "platform/path.h"
 #include "platform/printable_text.h"
 
@@ -28,9 +29,10 @@ class Exporter {
     choices_.table = choices.table.empty() ? quoted_name(platform::stem(prepared.layout().data))
                                            : quoted_path(choices.table);
     for (const PreparedItem& item : prepared.items()) {
-      names_.emplace_back();
-      // A name came out of UTF-8, so it always goes back.
-      encode_code_page(item.item->name, names_.back());
+      names_.push_back(item.item->name);
+      if (!choices_.in_code_page) continue;
+      // The layout says where it has a name that the code page lacks, which leaves it empty here.
+      names_.back() = platform::from_utf8(item.item->name).value_or(std::string());
     }
     format_ = make_record_format(choices_, names_, prepared.items());
   }
@@ -47,7 +49,7 @@ class Exporter {
       for (std::size_t i = 0; i < fields.size(); ++i) {
         if (encode(fields[i], values[i])) continue;
         messages << "record " << records_ << ", item "
-                 << platform::printable_from_code_page(prepared_.items()[i].item->name) << ": "
+                 << platform::printable(prepared_.items()[i].item->name) << ": "
                  << bad_text(fields[i]) << std::endl;
         return false;
       }
@@ -119,9 +121,8 @@ bool has_distinct_names(const PreparedLayout& prepared, const FormatChoices& for
     const auto [first, is_new] = lines.try_emplace(item.name, item.place.line);
     if (is_new) continue;
     messages << platform::printable(prepared.layout().file) << ":" << item.place.line << ": item "
-             << platform::printable_from_code_page(item.name) << ": the item on line "
-             << first->second << " has the same name, expected different names for jsonl and sql"
-             << std::endl;
+             << platform::printable(item.name) << ": the item on line " << first->second
+             << " has the same name, expected different names for jsonl and sql" << std::endl;
     is_good = false;
   }
   return is_good;

@@ -35,7 +35,7 @@ LoadPlan plan_load(const PreparedLayout& prepared, const TableSchema& table) {
   };
   for (const PreparedItem& field : prepared.items()) {
     const LayoutItem& item = *field.item;
-    plan.item_names.push_back(platform::to_utf8(item.name));
+    plan.item_names.push_back(item.name);
     const std::size_t column = find_column(table, plan.item_names.back());
     if (column == table.columns.size()) {
       report(item, "the table " + platform::printable(table.name) + " has no column of this name");

@@ -24,7 +24,7 @@ int run_preview(const PreviewOptions& options, std::ostream& out, std::ostream& 
   std::vector<TextTable::Cell> names;
   for (const PreparedItem& item : prepared.items()) {
     if (is_numeric(item.item->attributes.attribute)) table.align_right(names.size());
-    names.push_back(TextTable::from_code_page(item.item->name));
+    names.push_back(TextTable::from_utf8(item.item->name));
   }
   table.add(std::move(names));
   RecordSource source(prepared);

@@ -1,6 +1,7 @@
 #include "host/engine/control_writer.h"
 
 #include "control/control_file.h"
+#include "platform/codepage.h"
 #include "values/error_codes.h"
 #include "values/file_failure.h"
 #include "values/record_text.h"
@@ -22,11 +23,16 @@ ControlHeader header_of(const Layout& layout) {
   return header;
 }
 
+// What the code page lacks stands in layouts that never come to the module itself.
+std::string code_page_text(const std::string& text) {
+  return platform::from_utf8(text).value_or(std::string());
+}
+
 ControlItem item_of(const LayoutItem& item) {
   ControlItem record = {};
   record.item_number = item.number;
-  store_field(record.name, item.name);
-  store_field(record.description, item.description);
+  store_field(record.name, code_page_text(item.name));
+  store_field(record.description, code_page_text(item.description));
   record.attribute = item.attributes.attribute;
   record.signed_flag = item.attributes.signed_flag;
   record.length = item.attributes.length;

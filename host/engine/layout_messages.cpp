@@ -24,7 +24,7 @@ void print_error(const Layout& layout, const LayoutError& error, std::ostream& m
 void warn_of_item(const Layout& layout, const LayoutItem& item, const std::string& text,
                   std::ostream& messages) {
   messages << platform::printable(layout.file) << ":" << item.place.line << ": item "
-           << platform::printable_from_code_page(item.name) << ": " << text << "\n";
+           << platform::printable(item.name) << ": " << text << "\n";
 }
 
 // The command that writes a list as it is read.
@@ -92,7 +92,7 @@ void print_left_out(const std::vector<const LayoutItem*>& left_out, const Layout
                     std::ostream& messages) {
   for (const LayoutItem* item : left_out) {
     messages << platform::printable(layout.file) << ":" << item->place.line << ": item "
-             << platform::printable_from_code_page(item->name)
+             << platform::printable(item->name)
              << ": has no values and no settings, the records leave it out\n";
   }
 }
@@ -101,7 +101,7 @@ bool print_unfit_items(const std::vector<const LayoutItem*>& unfit, const Layout
                        std::ostream& messages) {
   for (const LayoutItem* item : unfit) {
     messages << platform::printable(layout.file) << ":" << item->place.line << ": item "
-             << platform::printable_from_code_page(item->name)
+             << platform::printable(item->name)
              << ": its settings are for another attribute or number of digits\n";
   }
   if (!unfit.empty()) {

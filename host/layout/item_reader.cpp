@@ -1,7 +1,7 @@
 #include "host/layout/item_reader.h"
 
+#include "control/col_main.h"
 #include "host/layout/attribute_names.h"
-#include "host/layout/character_text.h"
 #include "host/layout/item_size.h"
 #include "host/layout/item_texts.h"
 #include "host/layout/values_reader.h"
@@ -54,9 +54,9 @@ LayoutItem read_item(const toml::table& table, const Layout& layout, std::int32_
   item.place = reader.place();
   item.number = reader.integer("number", 0).value_or(position);
   reader.require("name", "a string");
-  item.name = character_text(reader, "name", reader.text("name"), longest_item_name);
+  item.name = item_text(reader, layout, "name", longest_item_name, &item.beyond_code_page);
   item.description =
-      character_text(reader, "description", reader.text("description"), longest_item_description);
+      item_text(reader, layout, "description", longest_item_description, &item.beyond_code_page);
   read_attributes(reader, layout.kind, item);
   item.nullable = reader.boolean("nullable").value_or(true);
   if (const toml::table* values = reader.table("values")) {

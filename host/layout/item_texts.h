@@ -1,12 +1,28 @@
 #pragma once
 
-#include "control/col_main.h"
-#include "control/control_file.h"
+#include <string>
+#include <string_view>
+#include <vector>
 
+#include "control/control_file.h"
+#include "host/layout/layout.h"
+#include "host/layout/table_reader.h"
+
+// The texts that say what an item is.
 namespace korvex::host {
 
 // Texts must leave room for the terminator of their field.
 inline constexpr std::size_t longest_item_name = sizeof(ControlItem::name) - 1;
 inline constexpr std::size_t longest_item_description = sizeof(ControlItem::description) - 1;
+
+// The text at a key, in UTF-8, of at most `longest` bytes in code page 932; in a layout that is in
+// UTF-8, of as many characters, of which those that the code page lacks go to `beyond`. Empty after
+// an error.
+std::string item_text(TableReader& reader, const Layout& layout, std::string_view key,
+                      std::size_t longest, std::vector<LayoutError>* beyond = nullptr);
+
+// Whether a name that a person gives, in UTF-8, is the item's. The code page has one character for
+// several of UTF-8.
+bool is_named(const LayoutItem& item, std::string_view name);
 
 }  // namespace korvex::host

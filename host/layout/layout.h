@@ -11,8 +11,8 @@
 #include "settings/lvl_inf.h"
 #include "values/attributes.h"
 
-// A layout: what a person writes down about a data file and its items. Character data is held in
-// code page 932 as the module takes it, paths as the file system takes them.
+// A layout: what a person writes down about a data file and its items. Names and descriptions are
+// UTF-8, the texts of ranges code page 932 as the module takes them, paths as the file system does.
 namespace korvex::host {
 
 // How often an item repeats its values, at its place among the nested repeats.
@@ -64,7 +64,8 @@ struct LayoutItem {
   ItemAttributes attributes;
   bool has_invalid_digits = false;  // counts without decimals; the user is warned
   bool nullable = true;
-  std::optional<ItemValues> values;  // nothing keeps what the settings file holds
+  std::optional<ItemValues> values;           // nothing keeps what the settings file holds
+  std::vector<LayoutError> beyond_code_page;  // characters that only UTF-8 has
   SourcePlace place;
 };
 

@@ -51,7 +51,7 @@ void read_range(const ValuesReading& reading) {
 void read_reference(const ValuesReading& reading) {
   TableReader& reader = reading.reader;
   reader.require("item", "the name of another item");
-  reading.values.item_name = character_text(reader, "item", reader.text("item"), longest_item_name);
+  reading.values.item_name = item_text(reader, reading.layout, "item", longest_item_name);
   reading.values.origin = reader.place("item");
 }
 

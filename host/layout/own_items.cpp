@@ -39,10 +39,11 @@ std::vector<bool> engine_items(const Layout& layout) {
 std::vector<LayoutError> find_own_keys(const Layout& layout) {
   std::vector<LayoutError> errors;
   for (const LayoutItem& item : layout.items) {
+    errors.insert(errors.end(), item.beyond_code_page.begin(), item.beyond_code_page.end());
     if (is_plain(item)) continue;
     const OwnKey& first = item.values->own_keys.front();
     errors.push_back(
-        {first.place, "item " + platform::printable_from_code_page(item.name) + ": " + first.text +
+        {first.place, "item " + platform::printable(item.name) + ": " + first.text +
                           " is unknown to this command, expected values that a data "
                           "file can be generated from; \"korvex export\" writes these"});
   }

@@ -17,7 +17,8 @@ bool is_plain(const Layout& layout);
 // them. The others have sources of the program's own, or take over the values of an item.
 std::vector<bool> engine_items(const Layout& layout);
 
-// An error for each item that the module cannot take, with the first key that it does not know.
+// What the module cannot take: an error for each item with the first key that it does not know, and
+// for each character that its code page lacks.
 std::vector<LayoutError> find_own_keys(const Layout& layout);
 
 }  // namespace korvex::host

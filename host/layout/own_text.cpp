@@ -8,19 +8,17 @@
 
 namespace korvex::host {
 
-namespace {
+std::size_t character_count(std::string_view text) {
+  return static_cast<std::size_t>(std::count_if(
+      text.begin(), text.end(), [](char byte) { return !platform::is_continuation(byte); }));
+}
 
 std::string named_character(std::string_view text, std::size_t offset) {
-  const std::string_view before = text.substr(0, offset);
-  const auto count = std::count_if(before.begin(), before.end(),
-                                   [](char byte) { return !platform::is_continuation(byte); });
   std::size_t size = 1;
   while (offset + size < text.size() && platform::is_continuation(text[offset + size])) ++size;
   return " has the character \"" + platform::printable(text.substr(offset, size)) + "\" at place " +
-         std::to_string(count + 1);
+         std::to_string(character_count(text.substr(0, offset)) + 1);
 }
-
-}  // namespace
 
 std::optional<std::string> find_bad_character(const Layout& layout, std::string_view text) {
   const std::size_t breaking = text.find_first_of(std::string_view("\0\n", 2));

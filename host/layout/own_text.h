@@ -9,6 +9,12 @@
 
 namespace korvex::host {
 
+// How many characters a text in UTF-8 has.
+std::size_t character_count(std::string_view text);
+
+// Names the character at a byte: ` has the character "€" at place 2`.
+std::string named_character(std::string_view text, std::size_t offset);
+
 // What a text has that no value of the layout may have: a zero, a line end, or, unless the layout
 // is in UTF-8, a character that code page 932 lacks or takes for another. Says it as the end of a
 // message: ` has the character "€" at place 2, expected ...`.

@@ -30,7 +30,7 @@ std::vector<List> lists_of(const Layout& layout, const std::vector<std::string>&
       continue;
     }
     lists.push_back({item.values->file, item.values->origin,
-                     "the value list of item " + platform::printable_from_code_page(item.name)});
+                     "the value list of item " + platform::printable(item.name)});
   }
   for (const std::string& path : kept_lists) {
     if (known.insert(path).second) {

@@ -113,7 +113,7 @@ class ReferenceCheck {
 
 LayoutError value_error(const Layout& layout, const LayoutItem& item, ErrorCode code) {
   LayoutError error = {item.values ? item.values->place : item.place,
-                       "item " + platform::printable_from_code_page(item.name) + ": "};
+                       "item " + platform::printable(item.name) + ": "};
   if (code == korvex::error::repeat_level_taken) {
     if (item.values && item.values->repeat) error.place = item.values->repeat->place;
     error.text += numbered_message(code, layout);
@@ -124,8 +124,7 @@ LayoutError value_error(const Layout& layout, const LayoutItem& item, ErrorCode 
   }
   if (item.values->source == ValueSource::reference) {
     error.place = item.values->origin;
-    error.text +=
-        "item is \"" + platform::printable_from_code_page(item.values->item_name) + "\": ";
+    error.text += "item is \"" + platform::printable(item.values->item_name) + "\": ";
   }
   error.text += numbered_message(code, layout);
   return error;
@@ -136,7 +135,7 @@ void append_missing_lists(const Layout& layout, std::vector<LayoutError>& errors
     if (!item.values || item.values->file.empty()) continue;
     std::error_code failure;
     if (std::filesystem::exists(item.values->file, failure) || failure) continue;
-    errors.push_back({item.values->origin, "item " + platform::printable_from_code_page(item.name) +
+    errors.push_back({item.values->origin, "item " + platform::printable(item.name) +
                                                ": file leads to " +
                                                platform::printable(item.values->file) +
                                                ", which does not exist, expected a value list"});

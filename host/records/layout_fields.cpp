@@ -13,7 +13,6 @@
 #include "host/records/row_values.h"
 #include "host/sources/template_source.h"
 #include "host/sources/template_text.h"
-#include "platform/codepage.h"
 #include "platform/printable_text.h"
 
 namespace korvex::host {
@@ -45,7 +44,7 @@ class FieldMaker {
         parts_(items.size()) {
     made_.fields.resize(items.size());
     for (std::size_t i = 0; i < items.size(); ++i) {
-      names_.push_back(platform::to_utf8(items[i].item->name));
+      names_.push_back(items[i].item->name);
     }
     std::size_t engine_fields = 0;
     for (std::size_t i = 0; i < items.size(); ++i) {
@@ -110,7 +109,7 @@ class FieldMaker {
     const ItemValues* values = values_of(i);
     for (std::size_t hops = 0; hops < items_.size() && values != nullptr; ++hops) {
       if (values->source != ValueSource::reference) break;
-      const auto target = places_.find(platform::to_utf8(values->item_name));
+      const auto target = places_.find(values->item_name);
       if (target == places_.end()) return nullptr;
       values = values_of(target->second);
     }
@@ -183,7 +182,7 @@ class FieldMaker {
     if (giver != nullptr) {
       report(i, values.way.place,
              "group " + quoted(values.group->text) + " has the way of item " +
-                 platform::printable_from_code_page(giver->name) + " already, expected one way");
+                 platform::printable(giver->name) + " already, expected one way");
       return;
     }
     giver = &item(i);
@@ -338,7 +337,7 @@ class FieldMaker {
       const std::size_t field = parts_[i].engine_field;
       source = make_engine_source(engine_, field, engine_facts_[field]);
     } else if (values->source == ValueSource::reference) {
-      Field* other = need(i, {platform::to_utf8(values->item_name), values->origin}, "item");
+      Field* other = need(i, {values->item_name, values->origin}, "item");
       if (other != nullptr) source = sources::make_template_source({{"", other, {}}});
     } else if (const auto* text = std::get_if<TemplateValues>(&values->own)) {
       source = make_template(i, text->text);

@@ -56,8 +56,7 @@ bool RecordSource::next_of_fields(std::vector<std::string_view>& values) {
     }
   } catch (const BadValue& bad) {
     failure_ = "record " + std::to_string(next_ + 1) + ", item " +
-               platform::printable_from_code_page(prepared_.items()[i].item->name) + ": " +
-               bad.what();
+               platform::printable(prepared_.items()[i].item->name) + ": " + bad.what();
     return false;
   }
   ++next_;

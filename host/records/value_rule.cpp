@@ -3,22 +3,17 @@
 #include <algorithm>
 
 #include "host/layout/failure_text.h"
+#include "host/layout/own_text.h"
 #include "host/records/field_form.h"
 #include "host/text/code_page_text.h"
 #include "lists/enumeration_value.h"
 #include "platform/printable_text.h"
-#include "platform/utf8.h"
 #include "values/attributes.h"
 #include "values/error_codes.h"
 
 namespace korvex::host {
 
 namespace {
-
-std::size_t character_count(std::string_view text) {
-  return static_cast<std::size_t>(std::count_if(
-      text.begin(), text.end(), [](char byte) { return !platform::is_continuation(byte); }));
-}
 
 bool is_moment(FieldForm form, std::string_view text) {
   MomentText moment;

@@ -157,3 +157,32 @@ do
     ! e.toml:15:38: item B: order is unknown to this command, <*>
     ! <*>
   unchanged
+
+# A layout in UTF-8 holds any character, and counts characters. The module's code page does not.
+file l.toml
+  @own encoding = "utf-8"
+  @text Prénom type = "list", values = ["François", "Łódź", "山田太郎山田太郎山田太郎"]
+  @text E type = "template", text = "{Prénom|ascii|lower}é"
+> export l.toml -o - --records 3 --header
+  Prénom,E<0D>
+  François,francoisé<0D>
+  Łódź,lodzé<0D>
+  山田太郎山田太郎山田太郎,é<0D>
+>1 export l.toml -o - --encoding cp932
+  ! record 1, item Prénom: François has characters that code page 932 lacks, expected --encoding utf-8
+edit l.toml 山田 => 山田山
+>2 export l.toml -o -
+  ! l.toml:10:<n>: the value has 13 characters, expected at most 12
+file l.toml
+  @own encoding = "utf-8"
+  @text L type = "list", values = ["long enough"]
+  @text E type = "template", text = "{L} {L}"
+>1 export l.toml -o -
+  ! record 1, item E: the value has 23 characters, expected at most 12
+file l.toml
+  @own encoding = "utf-8"
+  @text Prénom type = "default"
+> export l.toml -o - --records 1
+  AAAAA<*>
+>2 generate l.toml
+  ! l.toml:7:8: name has the character "é" at place 3, which code page 932 lacks; "korvex export" writes it

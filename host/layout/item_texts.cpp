@@ -1,0 +1,39 @@
+#include "host/layout/item_texts.h"
+
+#include "host/layout/character_text.h"
+#include "host/layout/own_text.h"
+#include "platform/codepage.h"
+
+namespace korvex::host {
+
+std::string item_text(TableReader& reader, const Layout& layout, std::string_view key,
+                      std::size_t longest, std::vector<LayoutError>* beyond) {
+  const auto text = reader.text(key);
+  if (!layout.is_utf8) return platform::to_utf8(character_text(reader, key, text, longest));
+  if (!text) return {};
+  if (const auto bad = find_bad_character(layout, *text)) {
+    reader.report(reader.place(key), std::string(key) + *bad);
+    return {};
+  }
+  if (const std::size_t count = character_count(*text); count > longest) {
+    reader.report(reader.place(key), std::string(key) + " has " + std::to_string(count) +
+                                         " characters, expected at most " +
+                                         std::to_string(longest));
+    return {};
+  }
+  std::size_t bad_offset = 0;
+  if (beyond != nullptr && !platform::from_utf8(*text, &bad_offset)) {
+    beyond->push_back({reader.place(key), std::string(key) + named_character(*text, bad_offset) +
+                                              ", which code page 932 lacks; \"korvex export\" "
+                                              "writes it"});
+  }
+  return *text;
+}
+
+bool is_named(const LayoutItem& item, std::string_view name) {
+  if (item.name == name) return true;
+  const auto in_code_page = platform::from_utf8(name);
+  return in_code_page && item.name == platform::to_utf8(*in_code_page);
+}
+
+}  // namespace korvex::host
