@@ -60,17 +60,6 @@ class CHostTest : public testing::Test {
   ScopedVariable libraries_{"LD_LIBRARY_PATH", std::nullopt};
 };
 
-TEST_F(CHostTest, GeneratesDataWithoutADisplay) {
-  EXPECT_EQ(run("DGCreateData"), "-2\n");
-  EXPECT_EQ(messages, "Failed to generate data.\n99002:Failed to open the control file.\n");
-  setup.save_settings();
-  setup.write_control();
-  EXPECT_EQ(run("DGCreateData"), "0\n");
-  EXPECT_EQ(read_file(setup.data()), "001,\n002,\n003,\n");
-  EXPECT_EQ(read_file(setup.log()), log_bytes(3, 1, {1}));
-  EXPECT_EQ(messages, "");
-}
-
 TEST_F(CHostTest, WithoutTheModuleThereIsNoWindow) {
   use_module(nullptr);
   expect_no_window("libkorvex-dialogs.so");

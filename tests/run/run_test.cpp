@@ -10,6 +10,7 @@
 #include "host/records/uniqueness.h"
 #include "run/random_settings.h"
 #include "run/reference_assembler.h"
+#include "support/bytes.h"
 #include "support/list_values.h"
 
 // The records of a run, taken in blocks, one by one and from any record on, against a slow
@@ -158,22 +159,6 @@ std::string take_lines(Run& run, RandomSettings& random, std::int64_t count, std
   return text;
 }
 
-// Equal texts; otherwise the first line that differs.
-testing::AssertionResult same_lines(const std::string& found, const std::string& expected) {
-  if (found == expected) return testing::AssertionSuccess();
-  const auto place =
-      std::mismatch(found.begin(), found.end(), expected.begin(), expected.end()).second;
-  const auto line = std::count(expected.begin(), place, '\n');
-  const auto line_of = [&](const std::string& text) {
-    const auto offset = static_cast<std::size_t>(place - expected.begin());
-    const std::size_t begin = text.rfind('\n', offset == 0 ? 0 : offset - 1);
-    const std::size_t from = begin == std::string::npos || offset == 0 ? 0 : begin + 1;
-    return text.substr(from, text.find('\n', offset) - from);
-  };
-  return testing::AssertionFailure()
-         << "line " << line + 1 << ": " << line_of(found) << " in place of " << line_of(expected);
-}
-
 // A record with its fields told apart, put together again.
 std::string take_record(Run& run, const RandomLayout& layout) {
   std::vector<std::string_view> values;
@@ -221,7 +206,7 @@ TEST_F(RunTest, WritesAndSeeksWhatTheReferenceWrites) {
     std::int32_t code = 0;
     const std::string found = take_lines(run, random, records, code);
     ASSERT_EQ(code, expected.code);
-    ASSERT_TRUE(same_lines(found, expected.lines));
+    ASSERT_TRUE(same_bytes(expected.lines, found));
     if (code == 0) {
       ASSERT_EQ(run.size(records).value_or(found.size()), found.size());
     }
@@ -234,12 +219,12 @@ TEST_F(RunTest, WritesAndSeeksWhatTheReferenceWrites) {
       const auto record = static_cast<std::int64_t>(place);
       if (record < 0 || record >= expected.records()) continue;
       run.seek(place);
-      ASSERT_TRUE(same_lines(take_record(run, layout), expected.from(record, 1)))
+      ASSERT_TRUE(same_bytes(expected.from(record, 1), take_record(run, layout)))
           << "record " << record;
       if (random.one_in(2)) run.seek(place + 1);
       const std::int64_t count = std::min(random.between(0, 30), expected.records() - record - 1);
       ASSERT_TRUE(
-          same_lines(take_lines(run, random, count, code), expected.from(record + 1, count)))
+          same_bytes(expected.from(record + 1, count), take_lines(run, random, count, code)))
           << "after record " << record;
       in_blocks += count;
     }

@@ -98,13 +98,4 @@ class GenerationSetup {
 
 using Names = std::vector<std::string>;
 
-// The 16-byte head of a log and its item numbers.
-inline std::string log_bytes(std::int32_t records, std::int32_t level,
-                             const std::vector<std::int32_t>& items) {
-  Bytes bytes;
-  bytes.i32(records).i32(level).i32(static_cast<std::int32_t>(items.size())).i32(0);
-  for (const std::int32_t item : items) bytes.i32(item);
-  return bytes;
-}
-
 }  // namespace korvex::test

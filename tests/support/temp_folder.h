@@ -1,7 +1,6 @@
 #pragma once
 
 #include <stdlib.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -41,13 +40,5 @@ class TempFolder {
  private:
   std::string path_;
 };
-
-// Whether the path exists and lies on another file system than the folder.
-inline bool is_other_file_system(const TempFolder& folder, const char* path) {
-  struct stat here = {};
-  struct stat there = {};
-  return ::stat(folder.path().c_str(), &here) == 0 && ::stat(path, &there) == 0 &&
-         here.st_dev != there.st_dev;
-}
 
 }  // namespace korvex::test
