@@ -139,6 +139,8 @@ int fstatat(int, const char* path, struct stat* status, int) { return describe_p
 
 int fchmod(int descriptor, mode_t) { return find(descriptor) != nullptr ? 0 : fail(EBADF); }
 
+int fchown(int descriptor, uid_t, gid_t) { return find(descriptor) != nullptr ? 0 : fail(EBADF); }
+
 int ftruncate(int descriptor, off_t size) {
   Descriptor* opened = find(descriptor);
   if (opened == nullptr || !opened->node) return fail(EBADF);
@@ -190,6 +192,7 @@ constexpr platform::FileCalls table = {
     .lstat = lstat,
     .fstatat = fstatat,
     .fchmod = fchmod,
+    .fchown = fchown,
     .ftruncate = ftruncate,
     .fsync = fsync,
     .flock = flock,
