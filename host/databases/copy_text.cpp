@@ -9,6 +9,7 @@
 #include "host/databases/sql_names.h"
 #include "host/databases/sql_words.h"
 #include "host/text/letter_case.h"
+#include "platform/text_lines.h"
 
 namespace korvex::host {
 
@@ -140,9 +141,7 @@ CopyPlace find_copy_place(std::string_view context, std::string_view table,
                           const std::vector<std::string>& columns) {
   CopyPlace place;
   while (!context.empty()) {
-    const std::size_t end = std::min(context.find('\n'), context.size());
-    std::string line(context.substr(0, end));
-    context.remove_prefix(std::min(end + 1, context.size()));
+    std::string line(platform::take_line(context));
     const std::size_t name = line.find(table);
     if (line.find(copy_word) == std::string::npos || name == std::string::npos) continue;
     line.erase(name, table.size());

@@ -5,6 +5,7 @@
 
 #include "host/layout/key_parts.h"
 #include "platform/printable_text.h"
+#include "platform/text_lines.h"
 #include "platform/utf8.h"
 
 namespace korvex::host {
@@ -22,12 +23,8 @@ std::string_view trimmed(std::string_view line) {
 
 // Empty behind the last line.
 std::string_view line_at(std::string_view text, std::uint32_t number) {
-  for (std::uint32_t i = 1; i < number; ++i) {
-    const std::size_t end = text.find('\n');
-    if (end == std::string_view::npos) return {};
-    text.remove_prefix(end + 1);
-  }
-  return trimmed(text.substr(0, text.find('\n')));
+  for (std::uint32_t i = 1; i < number; ++i) platform::take_line(text);
+  return trimmed(platform::take_line(text));
 }
 
 // The place alone says little to somebody who never saw the grammar.

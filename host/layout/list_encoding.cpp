@@ -77,7 +77,8 @@ void read_pieces(std::istream& stream, const Take& take) {
   }
 }
 
-// The first character beyond ASCII, or only one that the code page lacks.
+// The first character beyond ASCII, or only one that the code page lacks. Its line is counted as an
+// editor does: the reader of the module counts the pieces of a long line, and cuts characters.
 std::optional<MisreadCharacter> first_character(const std::string& path, bool is_lacking) {
   std::ifstream stream(path, std::ios::binary);
   std::string line;

@@ -2,8 +2,6 @@
 #include <cstdlib>
 #include <deque>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <system_error>
 
@@ -11,6 +9,7 @@
 #include "host/sets/value_table.h"
 #include "platform/path.h"
 #include "platform/printable_text.h"
+#include "platform/read_file.h"
 
 namespace korvex::sets {
 
@@ -85,9 +84,8 @@ std::string read_table_of_user(const std::string& path, Table& table) {
   std::error_code failure;
   const std::uintmax_t size = std::filesystem::file_size(path, failure);
   if (!failure && size > max_table_size) return ": more than 64 MiB";
-  std::ifstream file(path, std::ios::binary);
-  std::string text{std::istreambuf_iterator<char>(file), {}};
-  if (failure || !file) return ": cannot be read";
+  std::string text;
+  if (failure || platform::read_file(path, text) != 0) return ": cannot be read";
   table.text = keep(std::move(text));
   const auto values = ValueTable::read(table.text);
   if (const auto* fault = std::get_if<TableFault>(&values)) {

@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "platform/printable_text.h"
+#include "platform/text_lines.h"
 #include "platform/utf8.h"
 
 namespace korvex::sets {
@@ -12,27 +13,11 @@ namespace {
 
 constexpr std::string_view weight_column = "weight";
 constexpr const char* not_utf8 = "is not UTF-8";
-constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
-
-// The text up to a mark, which is removed with it.
-std::string_view take_until(std::string_view& text, char mark) {
-  const std::size_t end = std::min(text.find(mark), text.size());
-  const std::string_view taken = text.substr(0, end);
-  text.remove_prefix(std::min(end + 1, text.size()));
-  return taken;
-}
-
-// What spreadsheets write ends in a carriage return as well.
-std::string_view take_line(std::string_view& text) {
-  std::string_view line = take_until(text, '\n');
-  if (line.ends_with('\r')) line.remove_suffix(1);
-  return line;
-}
 
 std::vector<std::string_view> split_line(std::string_view line) {
   std::vector<std::string_view> texts(
       1 + static_cast<std::size_t>(std::count(line.begin(), line.end(), '\t')));
-  for (std::string_view& text : texts) text = take_until(line, '\t');
+  for (std::string_view& text : texts) text = platform::take_until(line, '\t');
   return texts;
 }
 
@@ -49,11 +34,11 @@ std::string quoted(std::string_view text) { return '"' + platform::printable(tex
 }  // namespace
 
 std::variant<ValueTable, TableFault> ValueTable::read(std::string_view text) {
-  if (text.starts_with(byte_order_mark)) text.remove_prefix(byte_order_mark.size());
+  platform::skip_byte_order_mark(text);
   ValueTable table;
   std::size_t line = 1;
-  std::string fault = table.take_names(take_line(text));
-  for (; fault.empty() && !text.empty(); ++line) fault = table.add_row(take_line(text));
+  std::string fault = table.take_names(platform::take_line(text));
+  for (; fault.empty() && !text.empty(); ++line) fault = table.add_row(platform::take_line(text));
   if (fault.empty() && table.values_.empty()) fault = "there are no rows";
   if (!fault.empty()) return TableFault{line, std::move(fault)};
   return table;

@@ -4,12 +4,11 @@
 #include <cassert>
 #include <utility>
 
+#include "platform/text_lines.h"
 #include "platform/utf8.h"
 
 namespace korvex::sources {
 namespace {
-
-constexpr std::string_view utf8_mark = "\xEF\xBB\xBF";
 
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
@@ -57,17 +56,14 @@ TextList TextList::of_values(std::vector<std::string> values) {
 ways::Result<TextList> TextList::of_lines(std::string content) {
   const auto owner = std::make_shared<const std::string>(std::move(content));
   std::string_view rest = *owner;
-  if (rest.starts_with(utf8_mark)) rest.remove_prefix(utf8_mark.size());
+  platform::skip_byte_order_mark(rest);
   std::vector<std::string_view> lines;
   while (!rest.empty()) {
-    const std::size_t end = std::min(rest.find('\n'), rest.size());
-    std::string_view line = rest.substr(0, end);
-    if (line.ends_with('\r')) line.remove_suffix(1);
+    const std::string_view line = platform::take_line(rest);
     lines.push_back(line);
     if (!platform::is_utf8(line)) {
       return ways::Refusal{"line " + std::to_string(lines.size()) + " is not UTF-8"};
     }
-    rest.remove_prefix(std::min(end + 1, rest.size()));
   }
   return TextList(owner, std::move(lines));
 }

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <algorithm>
+#include <string_view>
+
+// Pieces of a text that is in memory whole. A file of lines of any length goes through LineReader.
+namespace korvex::platform {
+
+// The text up to a mark, which is removed with it.
+inline std::string_view take_until(std::string_view& text, char mark) {
+  const std::size_t end = std::min(text.find(mark), text.size());
+  const std::string_view taken = text.substr(0, end);
+  text.remove_prefix(std::min(end + 1, text.size()));
+  return taken;
+}
+
+// A line, which may end in a carriage return as well.
+inline std::string_view take_line(std::string_view& text) {
+  std::string_view line = take_until(text, '\n');
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return line;
+}
+
+// What some programs write in front of UTF-8.
+inline void skip_byte_order_mark(std::string_view& text) {
+  constexpr std::string_view mark = "\xEF\xBB\xBF";
+  if (text.starts_with(mark)) text.remove_prefix(mark.size());
+}
+
+}  // namespace korvex::platform
