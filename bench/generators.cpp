@@ -81,7 +81,7 @@ void assemble_records(benchmark::State& state, const Workload& workload, bool se
       assembler.seek(place);
     }
     if (assembler.assemble(lines) != 0) return state.SkipWithError("the run failed");
-    lines.finish_line();
+    lines.finish_lines(lines.size());
     if (lines.finished().size() >= block_size) {
       benchmark::DoNotOptimize(lines.finished().data());
       benchmark::ClobberMemory();

@@ -32,9 +32,7 @@ class LineBlock {
 
   std::size_t line_size() const { return size_ - line_begin_; }
 
-  void finish_line() { line_begin_ = size_; }
-
-  // The same for several lines, up to the byte at `end`; what stands behind it stays unfinished.
+  // Finishes the lines up to the byte at `end`; what stands behind it stays unfinished.
   void finish_lines(std::size_t end) { line_begin_ = end; }
 
   // Drops `bytes` finished bytes from the front.

@@ -40,7 +40,6 @@ class MomentLayout {
   std::int64_t order_key(std::string_view plain) const;
 
   bool compares_with_century() const { return width_is_short_; }
-  bool has_time() const { return has_time_; }
 
   // What stands between month and day, and between minute and second; 0 for nothing.
   char date_separator() const { return date_separator_; }
