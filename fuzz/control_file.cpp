@@ -77,8 +77,8 @@ void put_settings(World& world) {
 void generate_and_report() {
   ClGenerateDataFile generator;
   generator.main.control_path = control_path;
-  const std::int32_t result = generator.run();
-  if (result < 0) report_failure(result, generator.main);
+  const ErrorCode result = generator.run();
+  if (result != error::none) report_failure(result, generator.main);
 }
 
 void run(std::string_view input) {

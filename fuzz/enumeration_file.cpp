@@ -44,15 +44,15 @@ bool check_and_load(const World& world, const Entry& entry) {
   const FmtColRec settings = settings_of(entry);
   ClColMain main;
   std::int32_t bad_line = 0;
-  const std::int32_t checked = check_enumeration(main, list_path, settings, bad_line);
+  const Result<std::int32_t> checked = check_enumeration(main, list_path, settings, bad_line);
   require(!world.files.exists(report_path), "a check writes no report");
   ClEnumDataList values;
-  const std::int32_t loaded = load_enumeration(main, list_path, settings, values);
-  const bool is_bad = loaded == error::enumeration_bad_lines;
-  require(is_bad ? checked < 0 && bad_line > 0 : checked == loaded, "check and load agree");
+  const Result<std::int32_t> loaded = load_enumeration(main, list_path, settings, values);
+  const bool is_bad = loaded.code() == error::enumeration_bad_lines;
+  require(is_bad ? !checked && bad_line > 0 : checked == loaded, "check and load agree");
   require(world.files.exists(report_path) == is_bad, "a report stands for bad lines");
-  if (loaded > 0) require(values.count() == loaded, "as many values as counted");
-  return loaded > 0;
+  if (loaded) require(values.count() == *loaded, "as many values as counted");
+  return loaded.code() == error::none;
 }
 
 void save_settings(const Entry& entry) {
@@ -71,6 +71,7 @@ void save_settings(const Entry& entry) {
 }  // namespace korvex::fuzz
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace korvex;
   using namespace korvex::fuzz;
   const std::string input(reinterpret_cast<const char*>(data), size);
   const std::size_t end_of_numbers = std::min(input.find('\n'), input.size());
@@ -79,8 +80,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   world.files.put(list_path, std::string_view(input).substr(std::min(end_of_numbers + 1, size)));
   const bool is_good = check_and_load(world, entry);
   save_settings(entry);
-  const std::int32_t result =
-      generate(world, {.records = records, .layout_kind = entry.layout_kind});
-  require((result == 0) == is_good, "a good list can be generated from, a bad one cannot");
+  const ErrorCode result = generate(world, {.records = records, .layout_kind = entry.layout_kind});
+  require((result == error::none) == is_good,
+          "a good list can be generated from, a bad one cannot");
   return 0;
 }

@@ -66,8 +66,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   World world;
   if (!save(entry)) return 0;
   load(entry);
-  const std::int32_t result =
-      generate(world, {.records = records, .layout_kind = entry.layout_kind});
-  require(result == 0, "what was accepted can be generated");
+  const ErrorCode result = generate(world, {.records = records, .layout_kind = entry.layout_kind});
+  require(result == error::none, "what was accepted can be generated");
   return 0;
 }

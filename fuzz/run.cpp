@@ -31,18 +31,16 @@ void put_control_file(World& world, const RunRequest& request, std::size_t count
   world.files.put(control_path, std::string(bytes).append(items));
 }
 
-std::int32_t generate(World& world, const RunRequest& request) {
+ErrorCode generate(World& world, const RunRequest& request) {
   put_control_file(world, request, request.items.size(), bytes_of(request.items));
-  std::uint64_t foretold = 0;
-  std::int32_t measured = 0;
-  {
+  const Result<std::uint64_t> measured = [] {
     ClGenerateDataFile generator;
     generator.main.control_path = control_path;
-    measured = generator.measure(foretold);
-  }
+    return generator.measure();
+  }();
   world.interface.polls = 0;
   world.interface.cancel_at_poll = request.cancel_at_poll;
-  std::int32_t result = 0;
+  ErrorCode result = error::none;
   {
     ClGenerateDataFile generator;
     generator.main.control_path = control_path;
@@ -50,10 +48,11 @@ std::int32_t generate(World& world, const RunRequest& request) {
     result = generator.run();
   }
   world.interface.cancel_at_poll = 0;
-  require(world.files.exists(data_path) == (result == 0), "a data file stands for success");
-  if (result == 0) {
-    require(measured == 0, "what can be generated can be measured");
-    require(world.files.get(data_path).size() == foretold, "the file is as large as foretold");
+  require(world.files.exists(data_path) == (result == error::none),
+          "a data file stands for success");
+  if (result == error::none) {
+    require(measured.code() == error::none, "what can be generated can be measured");
+    require(world.files.get(data_path).size() == *measured, "the file is as large as foretold");
   }
   const auto paths = world.files.paths();
   require(std::none_of(paths.begin(), paths.end(), is_temporary), "no temporary stays");

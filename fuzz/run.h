@@ -8,6 +8,7 @@
 
 #include "memory_files.h"
 #include "support/scripted_interface.h"
+#include "values/error_codes.h"
 #include "values/records.h"
 
 // What the fuzzers share: a world without files of the machine, and generating in it.
@@ -66,6 +67,6 @@ void put_control_file(World& world, const RunRequest& request, std::size_t count
 // Generates from the settings file of the world. A run that succeeds has written as many bytes as
 // measuring it foretells, one that fails has left no data file; nothing else is left behind.
 // Answers the run's code.
-std::int32_t generate(World& world, const RunRequest& request);
+ErrorCode generate(World& world, const RunRequest& request);
 
 }  // namespace korvex::fuzz

@@ -21,28 +21,30 @@ namespace {
 
 int print_exact_size(const Layout& layout, std::ostream& out, std::ostream& messages) {
   TemporaryControlFile control_file;
-  std::int32_t code = control_file.write(layout, ControlForm::short_form);
-  std::uint64_t bytes = 0;
   ClGenerateDataFile generator;
-  if (code == 0) {
+  const auto measure = [&]() -> Result<std::uint64_t> {
+    const ErrorCode code = control_file.write(layout, ControlForm::short_form);
+    if (code != error::none) return code;
     generator.main.control_path = control_file.path();
-    code = generator.measure(bytes);
-  }
-  if (code != 0) check_interruption();
-  if (code == error::cancelled) return exit_status::cancelled;
-  if (code != 0) {
-    messages << failure_text(code, generator.main, generator.bad_line) << "\n";
+    return generator.measure();
+  };
+  const Result<std::uint64_t> bytes = measure();
+  if (!bytes) {
+    check_interruption();
+    if (bytes.code() == error::cancelled) return exit_status::cancelled;
+    messages << failure_text(bytes.code(), generator.main, generator.bad_line) << "\n";
     return exit_status::failed;
   }
   out << "Records to generate: " << layout.records << "\n"
-      << "Exact file size:     " << bytes << " bytes" << std::endl;
+      << "Exact file size:     " << *bytes << " bytes" << std::endl;
   return exit_status::done;
 }
 
 int count(const Layout& layout, bool has_repeats, CheckRepeatCount check, std::ostream& out,
           std::ostream& messages) {
   TemporaryControlFile control_file;
-  if (const std::int32_t code = control_file.write(layout, ControlForm::long_form); code != 0) {
+  if (const ErrorCode code = control_file.write(layout, ControlForm::long_form);
+      code != error::none) {
     messages << platform::printable(layout.work) << ": " << numbered_message(code, layout) << "\n";
     return exit_status::failed;
   }

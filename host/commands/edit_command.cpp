@@ -83,7 +83,8 @@ int run_dialog(const Layout& layout, const std::function<std::int32_t(const char
     return exit_status::failed;
   }
   TemporaryControlFile control_file;
-  if (const std::int32_t code = control_file.write(layout, ControlForm::long_form); code != 0) {
+  if (const ErrorCode code = control_file.write(layout, ControlForm::long_form);
+      code != error::none) {
     messages << platform::printable(layout.work) << ": " << numbered_message(code, layout) << "\n";
     return exit_status::failed;
   }

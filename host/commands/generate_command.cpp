@@ -66,7 +66,8 @@ std::uint64_t count_repeated_records(const Layout& layout, std::ostream& message
 int generate(const Layout& layout, const GenerateOptions& options, bool has_repeats,
              CreateData create_data, std::ostream& out, std::ostream& messages) {
   TemporaryControlFile control_file;
-  if (const std::int32_t code = control_file.write(layout, ControlForm::short_form); code != 0) {
+  if (const ErrorCode code = control_file.write(layout, ControlForm::short_form);
+      code != error::none) {
     messages << platform::printable(layout.work) << ": " << numbered_message(code, layout) << "\n";
     return exit_status::failed;
   }
@@ -74,13 +75,13 @@ int generate(const Layout& layout, const GenerateOptions& options, bool has_repe
   const std::uint64_t repeated_records = is_asked ? count_repeated_records(layout, messages) : 0;
   const FileVersion before(layout.data);
   const Clock::time_point start = Clock::now();
-  const std::int32_t result =
-      create_data(control_file.path().c_str(), options.output_option, nullptr, repeated_records);
+  const auto result = static_cast<ErrorCode>(
+      create_data(control_file.path().c_str(), options.output_option, nullptr, repeated_records));
   const int error_number = errno;
   const Clock::duration time = Clock::now() - start;
-  if (result < 0) check_interruption();
+  if (result != error::none) check_interruption();
   if (result == error::cancelled) return exit_status::cancelled;
-  if (result < 0) {
+  if (result != error::none) {
     const std::string reason = reason_of(result, error_number);
     if (!reason.empty()) messages << reason << std::endl;
     return exit_status::failed;

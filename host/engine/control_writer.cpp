@@ -55,7 +55,7 @@ platform::FileCause write_items(const Layout& layout, ControlForm form, platform
 
 }  // namespace
 
-std::int32_t TemporaryControlFile::write(const Layout& layout, ControlForm form) {
+ErrorCode TemporaryControlFile::write(const Layout& layout, ControlForm form) {
   if (temporary_.create(layout.work) != platform::FileCause::none) return error::cannot_open;
   platform::File& file = temporary_.file();
   const ControlHeader header = header_of(layout);
@@ -63,7 +63,7 @@ std::int32_t TemporaryControlFile::write(const Layout& layout, ControlForm form)
   if (cause == platform::FileCause::none) cause = write_items(layout, form, file);
   const platform::FileCause closed = file.close();
   if (cause == platform::FileCause::none) cause = closed;
-  return cause == platform::FileCause::none ? 0 : write_failure(cause);
+  return cause == platform::FileCause::none ? error::none : write_failure(cause);
 }
 
 }  // namespace korvex::host

@@ -16,7 +16,7 @@ enum class ControlForm { short_form, long_form };
 class TemporaryControlFile {
  public:
   // 0, or -2 when it cannot be created, -26, -27 when it cannot be written.
-  std::int32_t write(const Layout& layout, ControlForm form);
+  ErrorCode write(const Layout& layout, ControlForm form);
 
   const std::string& path() const { return temporary_.path(); }
 

@@ -116,13 +116,13 @@ bool print_failures(const SettingsResult& result, const Layout& layout, std::ost
   for (const ItemFailure& failure : result.failures) {
     print_error(layout, value_error(layout, *failure.item, failure.code), messages);
   }
-  if (result.file_code != 0) {
+  if (result.file_code != error::none) {
     // What a file says is wrong is that of the layout; what the system refuses is that of the copy.
     const bool is_system = !reason_of(result.file_code, platform::last_file_error()).empty();
     messages << platform::printable(is_system ? result.file : layout.settings) << ": "
              << numbered_message(result.file_code, layout) << "\n";
   }
-  return has_unfit || !result.failures.empty() || result.file_code != 0;
+  return has_unfit || !result.failures.empty() || result.file_code != error::none;
 }
 
 }  // namespace korvex::host

@@ -13,8 +13,8 @@ namespace korvex::host {
 namespace {
 
 // Those that leave open why; "Insufficient disk capacity" may be a quota's.
-bool is_about_a_file(std::int32_t code) {
-  const auto is_within = [code](std::int32_t first, std::int32_t last) {
+bool is_about_a_file(ErrorCode code) {
+  const auto is_within = [code](ErrorCode first, ErrorCode last) {
     return code <= first && code >= last;
   };
   return is_within(error::cannot_open, error::cannot_operate) ||
@@ -24,22 +24,22 @@ bool is_about_a_file(std::int32_t code) {
 
 }  // namespace
 
-std::string reason_of(std::int32_t code, int error_number) {
+std::string reason_of(ErrorCode code, int error_number) {
   if (error_number == 0 || !is_about_a_file(code)) return {};
   return "reason: " + (error_number == EWOULDBLOCK ? "another program holds the file"
                                                    : std::generic_category().message(error_number));
 }
 
-std::string with_reason(std::string message, std::int32_t code) {
+std::string with_reason(std::string message, ErrorCode code) {
   const std::string reason = reason_of(code, platform::last_file_error());
   return reason.empty() ? message : message + "\n" + reason;
 }
 
-std::string failure_text(std::int32_t code, const ClColMain& main, std::int32_t bad_line) {
+std::string failure_text(ErrorCode code, const ClColMain& main, std::int32_t bad_line) {
   return with_reason(describe_failure(code, main, bad_line).text.utf8(), code);
 }
 
-std::string numbered_message(std::int32_t code, const Layout& layout) {
+std::string numbered_message(ErrorCode code, const Layout& layout) {
   std::string text;
   append_error_text(code, layout.kind, text);
   return with_reason(text, code);

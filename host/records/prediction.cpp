@@ -6,13 +6,11 @@ namespace korvex::host {
 
 std::optional<RepeatCount> predict(const Layout& copy, bool has_repeats) {
   TemporaryControlFile control_file;
-  if (control_file.write(copy, ControlForm::long_form) != 0) return std::nullopt;
+  if (control_file.write(copy, ControlForm::long_form) != error::none) return std::nullopt;
   ClColMain main;
   main.control_path = control_file.path();
   main.set_run_mode(run_mode::settings_only);
-  RepeatCount count;
-  if (!count_control_file(main, has_repeats, count)) return std::nullopt;
-  return count;
+  return count_control_file(main, has_repeats);
 }
 
 std::string predicted_size_text(const RepeatCount& count) {

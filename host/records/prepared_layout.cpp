@@ -102,34 +102,36 @@ void PreparedLayout::add_read_files(DistinctFiles& files) const {
 }
 
 int PreparedLayout::load(std::ostream& messages) {
-  std::int32_t code = control_file_.write(copy_, ControlForm::short_form);
+  ErrorCode code = control_file_.write(copy_, ControlForm::short_form);
   std::int32_t bad_line = 0;
-  if (code == 0) {
+  if (code == error::none) {
     main_.control_path = control_file_.path();
     main_.set_run_mode(run_mode::generator);
     code = main_.load();
   }
-  if (code == 0) code = load_settings(main_);
-  if (code > 0) {
-    code = run_.prepare(
-        main_, line_form(main_), [&](const FmtColRec& settings, ClEnumDataList& values) {
-          const std::string path(field_text(settings.enumeration_path));
-          const std::int32_t count = check_enumeration(main_, path, settings, bad_line, &values);
-          if (count > 0 && has_only_booleans(values)) {
-            booleans_.insert(settings.item_number);
-          }
-          return count;
-        });
-  } else if (code == 0) {
-    code = error::no_format_for_item;
-  }
-  if (code == 0) {
+  if (code == error::none) code = prepare_run(bad_line);
+  if (code == error::none) {
     match_items();
     return exit_status::done;
   }
   check_interruption();
   messages << failure_text(code, main_, bad_line) << std::endl;
   return exit_status::failed;
+}
+
+ErrorCode PreparedLayout::prepare_run(std::int32_t& bad_line) {
+  const Result<bool> has_settings = load_settings(main_);
+  if (!has_settings) return has_settings.code();
+  if (!*has_settings) return error::no_format_for_item;
+  return run_.prepare(
+      main_, line_form(main_), [&](const FmtColRec& settings, ClEnumDataList& values) {
+        const std::string path(field_text(settings.enumeration_path));
+        const ErrorCode code = check_enumeration(main_, path, settings, bad_line, &values).code();
+        if (code == error::none && has_only_booleans(values)) {
+          booleans_.insert(settings.item_number);
+        }
+        return code;
+      });
 }
 
 void PreparedLayout::match_items() {

@@ -61,6 +61,7 @@ class PreparedLayout {
  private:
   bool refuses_lists(std::ostream& messages);
   int load(std::ostream& messages);
+  ErrorCode prepare_run(std::int32_t& bad_line);
   void match_items();
   int prepare_fields(std::ostream& messages);
 

@@ -39,9 +39,9 @@ bool RecordSource::next(std::vector<std::string_view>& values) {
   if (next_ == end_ || !failure_.empty()) return false;
   if (!prepared_.is_plain()) return next_of_fields(values);
   ++next_;
-  const auto code = prepared_.run().next(values);
-  if (code != 0) failure_ = numbered_message(code, prepared_.layout());
-  return code == 0;
+  const ErrorCode code = prepared_.run().next(values);
+  if (code != error::none) failure_ = numbered_message(code, prepared_.layout());
+  return code == error::none;
 }
 
 bool RecordSource::next_of_fields(std::vector<std::string_view>& values) {

@@ -31,10 +31,10 @@ void set_enumeration(ClColMain& main, const std::string& path, std::int32_t exce
 // Validates and stores a range.
 ErrorCode store_format(ClColMain& main, const RangeTexts& texts, bool initializes, bool is_custom);
 
-// Whether an item can take over another one's settings: 0, or -31, -32, -33 or -69.
+// Whether an item can take over another one's settings: -31, -32, -33, -69.
 ErrorCode check_reference(const ItemAttributes& source, const ItemAttributes& target);
 
-// Whether the current item can take over those of the item at `source_index`: 0, or what
+// Whether the current item can take over those of the item at `source_index`: what
 // copy_settings would answer.
 ErrorCode check_copy(const ClColMain& main, std::int32_t source_index);
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "courses/item_course.h"
-#include "values/error_codes.h"
 
 namespace korvex {
 
@@ -14,7 +13,7 @@ LiteralItem::LiteralItem(const ClFmtColInf& column, std::int32_t layout_kind) {
   }
 }
 
-std::int32_t LiteralItem::write(char*& out, bool& ended) {
+ErrorCode LiteralItem::write(char*& out, bool& ended) {
   pass_.date_overflow = false;
   for (const auto& element : elements_) {
     if (element->is_off()) continue;
@@ -26,7 +25,7 @@ std::int32_t LiteralItem::write(char*& out, bool& ended) {
     ended = true;
     if (outcome == StepOutcome::cut) break;
   }
-  return 0;
+  return error::none;
 }
 
 void LiteralItem::restart() {

@@ -5,6 +5,7 @@
 
 #include "courses/literal_element.h"
 #include "settings/col_inf.h"
+#include "values/error_codes.h"
 
 namespace korvex {
 
@@ -18,8 +19,8 @@ class LiteralItem {
   std::size_t room() const { return elements_.size() * Course::max_text_size; }
 
   // Writes the text at `out`, moves `out` to its end and takes the step. `ended` becomes true when
-  // the item's cycle is over. 0, or the code of settings that nobody knows: -7, -40.
-  std::int32_t write(char*& out, bool& ended);
+  // the item's cycle is over. Settings that nobody knows have a code: -7, -40.
+  ErrorCode write(char*& out, bool& ended);
 
   void restart();
   void switch_off();

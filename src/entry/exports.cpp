@@ -21,7 +21,7 @@ constexpr std::int32_t cannot_run = -1;
 
 // The host is C: whatever happens inside, it gets a number.
 template <typename Work>
-std::int32_t guarded(Work work) noexcept {
+auto guarded(Work work) noexcept -> decltype(work()) {
   try {
     return work();
   } catch (...) {
@@ -79,7 +79,7 @@ int32_t DGCheckRepeatCnt(const char* control_file_path) {
     ClRepeatCalcMain calculation;
     calculation.main.control_path = path_of(control_file_path);
     calculation.main.set_run_mode(run_mode::settings_only);
-    return calculation.run() == 1 ? 0 : cannot_run;
+    return calculation.run() ? 0 : cannot_run;
   });
 }
 
@@ -92,9 +92,9 @@ int32_t DGCreateData(const char* control_file_path, int32_t output_option, void*
     generator.output_option = output_option;
     generator.parent = parent;
     generator.repeat_item_count = repeat_item_count;
-    const std::int32_t result = guarded([&] { return generator.run(); });
+    const ErrorCode result = guarded([&] { return generator.run(); });
     reason = platform::last_file_error();
-    return result < 0 ? report_failure(result, generator.main) : result;
+    return result != error::none ? report_failure(result, generator.main) : 0;
   });
   errno = reason;
   return answer;

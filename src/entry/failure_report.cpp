@@ -9,7 +9,7 @@ namespace {
 
 using platform::MessageText;
 
-bool names_enumeration_file(std::int32_t code) {
+bool names_enumeration_file(ErrorCode code) {
   return code == error::enumeration_empty ||
          (code >= error::enumeration_decimals_not_allowed &&
           code <= error::enumeration_value_too_long) ||
@@ -19,7 +19,7 @@ bool names_enumeration_file(std::int32_t code) {
 
 }  // namespace
 
-FailureReport describe_failure(std::int32_t code, const ClColMain& main, std::int32_t line) {
+FailureReport describe_failure(ErrorCode code, const ClColMain& main, std::int32_t line) {
   std::string words;
   main.append_error_text(code, words);
   if (line != 0) words = fill_number(words, static_cast<std::uint64_t>(line));
@@ -63,7 +63,7 @@ FailureReport describe_failure(std::int32_t code, const ClColMain& main, std::in
   return report;
 }
 
-std::int32_t report_failure(std::int32_t code, const ClColMain& main) {
+std::int32_t report_failure(ErrorCode code, const ClColMain& main) {
   const FailureReport report = describe_failure(code, main);
   if (report.is_shown) {
     const platform::Answer answer =

@@ -17,10 +17,10 @@ struct FailureReport {
 };
 
 // `line`, unless 0, is the line of a value list that the message speaks of.
-FailureReport describe_failure(std::int32_t code, const ClColMain& main, std::int32_t line = 0);
+FailureReport describe_failure(ErrorCode code, const ClColMain& main, std::int32_t line = 0);
 
 // Shows the report and, where the user asks for it, opens the error file in the editor. Answers
 // what the function returns.
-std::int32_t report_failure(std::int32_t code, const ClColMain& main);
+std::int32_t report_failure(ErrorCode code, const ClColMain& main);
 
 }  // namespace korvex

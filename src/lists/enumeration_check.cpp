@@ -27,12 +27,12 @@ using platform::FileCause;
 constexpr std::uint64_t whole_file = std::numeric_limits<std::uint64_t>::max();
 
 // Reads the file's lines into `values`, unless that is null, up to those around the first bad line.
-// `refuse` gets the code of each bad line, and answers 0 to go on or the code to end with. Stops
-// when `bytes_left` are used up, which it counts down.
+// `refuse` gets the code of each bad line, and answers error::none to go on or what to end with.
+// Stops when `bytes_left` are used up, which it counts down.
 template <typename Refuse>
-std::int32_t read_values(File& file, const FmtColRec& settings, std::uint64_t& bytes_left,
-                         std::int32_t& line, std::int32_t& value_count, ClEnumDataList* values,
-                         Refuse refuse) {
+ErrorCode read_values(File& file, const FmtColRec& settings, std::uint64_t& bytes_left,
+                      std::int32_t& line, std::int32_t& value_count, ClEnumDataList* values,
+                      Refuse refuse) {
   const ItemAttributes item = {settings.attribute, settings.signed_flag, settings.length,
                                settings.digits, settings.decimals};
   const EnumerationRule rule(item);
@@ -41,38 +41,39 @@ std::int32_t read_values(File& file, const FmtColRec& settings, std::uint64_t& b
   while (bytes_left > 0) {
     if (platform::is_interrupted()) return error::cancelled;
     const LineReader::Status status = reader.next(lines);
-    if (status == LineReader::Status::end) return 0;
+    if (status == LineReader::Status::end) return error::none;
     if (status == LineReader::Status::failed) return error::enumeration_cannot_read;
     for (const std::string_view value : lines) {
       if (line == std::numeric_limits<std::int32_t>::max()) return error::enumeration_cannot_read;
       ++line;
       if (value.empty()) continue;
       ++value_count;
-      const std::int32_t failure = rule.check(value);
-      if (failure == 0) continue;
+      const ErrorCode failure = rule.check(value);
+      if (failure == error::none) continue;
       values = nullptr;
-      const std::int32_t result = refuse(failure);
-      if (result != 0) return result;
+      const ErrorCode result = refuse(failure);
+      if (result != error::none) return result;
     }
     if (values != nullptr) values->append(lines);
     const auto bytes = static_cast<std::uint64_t>(lines.back().end() - lines.front().begin());
     bytes_left -= std::min(bytes_left, bytes);
   }
-  return 0;
+  return error::none;
 }
 
-std::int32_t check_access(ClColMain& main, const std::string& path) {
+ErrorCode check_access(ClColMain& main, const std::string& path) {
   main.message_context = platform::MessageText::path(path) + "\n";
-  std::int32_t result = check_file_exists(path);
-  if (result == 0) result = check_file_not_in_use(path);
-  if (result == 0) result = check_file_readable(path);
+  ErrorCode result = check_file_exists(path);
+  if (result == error::none) result = check_file_not_in_use(path);
+  if (result == error::none) result = check_file_readable(path);
   return result;
 }
 
-std::int32_t open_values(const std::string& path, File& file) {
+ErrorCode open_values(const std::string& path, File& file) {
   const FileCause cause = file.open_for_reading(path, platform::Sharing::shared);
   // A device or a pipe may never end.
-  return cause == FileCause::none && file.is_regular() ? 0 : error::enumeration_cannot_open;
+  return cause == FileCause::none && file.is_regular() ? error::none
+                                                       : error::enumeration_cannot_open;
 }
 
 // The ".err" file of a load: one message a bad line. No report stays, also no older one, unless it
@@ -84,7 +85,7 @@ class BadLineReport {
 
   bool open() { return file_.create(path_, over_old_report) == FileCause::none; }
 
-  bool add(std::int32_t code, std::int32_t line) {
+  bool add(ErrorCode code, std::int32_t line) {
     has_lines_ = true;
     std::string message;
     if (code == error::enumeration_not_allowed) {
@@ -115,13 +116,13 @@ class BadLineReport {
   bool has_lines_ = false;
 };
 
-std::int32_t load_values(ClColMain& main, const std::string& path, const FmtColRec& settings,
-                         ClEnumDataList& values) {
-  std::int32_t result = check_access(main, path);
-  if (result != 0) return result;
+Result<std::int32_t> load_values(ClColMain& main, const std::string& path,
+                                 const FmtColRec& settings, ClEnumDataList& values) {
+  ErrorCode result = check_access(main, path);
+  if (result != error::none) return result;
   File file;
   result = open_values(path, file);
-  if (result != 0) return result;
+  if (result != error::none) return result;
   main.error_file_path = path + ".err";
   BadLineReport report(main.error_file_path, main.layout_kind());
   if (!report.open()) return error::enumeration_report_cannot_open;
@@ -131,32 +132,35 @@ std::int32_t load_values(ClColMain& main, const std::string& path, const FmtColR
   std::uint64_t bytes = 0;
   if (file.size(bytes) == FileCause::none) values.reserve(bytes);
   std::uint64_t bytes_left = whole_file;
-  result = read_values(
-      file, settings, bytes_left, line, value_count, &values, [&](std::int32_t failure) {
-        return report.add(failure, line) ? 0 : error::enumeration_report_cannot_write;
+  result =
+      read_values(file, settings, bytes_left, line, value_count, &values, [&](ErrorCode failure) {
+        return report.add(failure, line) ? error::none : error::enumeration_report_cannot_write;
       });
   if (result == error::cancelled) report.leave_old();
-  if (result != 0) return result;
+  if (result != error::none) return result;
   if (report.has_lines()) {
     return report.keep() ? error::enumeration_bad_lines : error::enumeration_report_cannot_write;
   }
-  return value_count == 0 ? error::enumeration_empty : value_count;
+  if (value_count == 0) return error::enumeration_empty;
+  return value_count;
 }
 
-std::int32_t check_values(ClColMain& main, const std::string& path, const FmtColRec& settings,
-                          std::uint64_t& bytes_left, std::int32_t& line, ClEnumDataList* values) {
+Result<std::int32_t> check_values(ClColMain& main, const std::string& path,
+                                  const FmtColRec& settings, std::uint64_t& bytes_left,
+                                  std::int32_t& line, ClEnumDataList* values) {
   line = 0;
   try {
-    std::int32_t result = check_access(main, path);
-    if (result != 0) return result;
+    ErrorCode result = check_access(main, path);
+    if (result != error::none) return result;
     File file;
     result = open_values(path, file);
-    if (result != 0) return result;
+    if (result != error::none) return result;
     std::int32_t value_count = 0;
     result = read_values(file, settings, bytes_left, line, value_count, values,
-                         [](std::int32_t failure) { return failure; });
-    if (result != 0) return result;
-    return value_count == 0 ? error::enumeration_empty : value_count;
+                         [](ErrorCode failure) { return failure; });
+    if (result != error::none) return result;
+    if (value_count == 0) return error::enumeration_empty;
+    return value_count;
   } catch (const std::bad_alloc&) {
     return error::out_of_memory;
   }
@@ -164,23 +168,25 @@ std::int32_t check_values(ClColMain& main, const std::string& path, const FmtCol
 
 }  // namespace
 
-std::int32_t check_enumeration(ClColMain& main, const std::string& path, const FmtColRec& settings,
-                               std::int32_t& line, ClEnumDataList* values) {
+Result<std::int32_t> check_enumeration(ClColMain& main, const std::string& path,
+                                       const FmtColRec& settings, std::int32_t& line,
+                                       ClEnumDataList* values) {
   std::uint64_t bytes_left = whole_file;
   return check_values(main, path, settings, bytes_left, line, values);
 }
 
-std::int32_t look_into_enumeration(ClColMain& main, const std::string& path,
-                                   const FmtColRec& settings, std::uint64_t most_bytes,
-                                   std::int32_t& line, ClEnumDataList& values, bool& is_whole) {
+Result<std::int32_t> look_into_enumeration(ClColMain& main, const std::string& path,
+                                           const FmtColRec& settings, std::uint64_t most_bytes,
+                                           std::int32_t& line, ClEnumDataList& values,
+                                           bool& is_whole) {
   std::uint64_t bytes_left = most_bytes;
-  const std::int32_t result = check_values(main, path, settings, bytes_left, line, &values);
+  const Result<std::int32_t> result = check_values(main, path, settings, bytes_left, line, &values);
   is_whole = bytes_left > 0;
   return result;
 }
 
-std::int32_t load_enumeration(ClColMain& main, const std::string& path, const FmtColRec& settings,
-                              ClEnumDataList& values) {
+Result<std::int32_t> load_enumeration(ClColMain& main, const std::string& path,
+                                      const FmtColRec& settings, ClEnumDataList& values) {
   try {
     return load_values(main, path, settings, values);
   } catch (const std::bad_alloc&) {

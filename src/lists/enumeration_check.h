@@ -6,30 +6,33 @@
 #include "control/col_main.h"
 #include "courses/enum_data_list.h"
 #include "values/records.h"
+#include "values/result.h"
 
 namespace korvex {
 
 // Checks the enumeration file at `path` against the item's settings. Answers the number of values,
-// 1 or more, or a negative code; `line` receives the number of the last line read, from 1, empty
-// lines included. Sets the message context of `main`.
+// 1 or more; `line` receives the number of the last line read, from 1, empty lines included. Sets
+// the message context of `main`.
 //
 // The first bad line ends it with that line's code. -111, -114, -115 the file cannot be used, -121
 // it cannot be opened, -122 not read, -136 it has no value, -1 memory. Values are appended to
 // `values` unless that is null; after a failure they are not to be used.
-std::int32_t check_enumeration(ClColMain& main, const std::string& path, const FmtColRec& settings,
-                               std::int32_t& line, ClEnumDataList* values = nullptr);
+Result<std::int32_t> check_enumeration(ClColMain& main, const std::string& path,
+                                       const FmtColRec& settings, std::int32_t& line,
+                                       ClEnumDataList* values = nullptr);
 
 // The same for whoever wants to see how a list begins: reads no further than about `most_bytes`,
 // takes the values so far, and tells whether these are all.
-std::int32_t look_into_enumeration(ClColMain& main, const std::string& path,
-                                   const FmtColRec& settings, std::uint64_t most_bytes,
-                                   std::int32_t& line, ClEnumDataList& values, bool& is_whole);
+Result<std::int32_t> look_into_enumeration(ClColMain& main, const std::string& path,
+                                           const FmtColRec& settings, std::uint64_t most_bytes,
+                                           std::int32_t& line, ClEnumDataList& values,
+                                           bool& is_whole);
 
 // The same as the check for a run that writes a file: every bad line is reported in the file `path`
 // with ".err" behind it, whose path `main` receives. -135 when a line was bad; the report then
 // stays, otherwise it is removed. Also -123 and -124 when the report cannot be opened or written.
 // After a failure `values` is not to be used.
-std::int32_t load_enumeration(ClColMain& main, const std::string& path, const FmtColRec& settings,
-                              ClEnumDataList& values);
+Result<std::int32_t> load_enumeration(ClColMain& main, const std::string& path,
+                                      const FmtColRec& settings, ClEnumDataList& values);
 
 }  // namespace korvex

@@ -16,7 +16,7 @@ struct NumberScan {
 
 std::int64_t length_of(std::string_view value) { return static_cast<std::int64_t>(value.size()); }
 
-std::int32_t scan_number(std::string_view value, NumberScan& scan) {
+ErrorCode scan_number(std::string_view value, NumberScan& scan) {
   for (std::size_t i = 0; i < value.size(); ++i) {
     const char c = value[i];
     if (c >= '0' && c <= '9') continue;
@@ -34,7 +34,7 @@ std::int32_t scan_number(std::string_view value, NumberScan& scan) {
     }
   }
   if (!scan.has_point) scan.integer_digits = length_of(value) - (scan.has_sign ? 1 : 0);
-  return 0;
+  return error::none;
 }
 
 // How many characters a value may have.
@@ -43,34 +43,37 @@ std::int64_t number_length_limit(const ItemAttributes& item, bool has_sign) {
   return item.decimals != 0 ? item.length : item.digits;
 }
 
-std::int32_t check_number(const ItemAttributes& item, std::string_view value) {
+ErrorCode check_number(const ItemAttributes& item, std::string_view value) {
   NumberScan scan;
-  if (const std::int32_t result = scan_number(value, scan); result != 0) return result;
+  if (const ErrorCode result = scan_number(value, scan); result != error::none) return result;
   const bool is_signed = item.signed_flag != 0;
   if (length_of(value) > number_length_limit(item, scan.has_sign)) {
     return error::enumeration_value_too_long;
   }
   if (!is_signed && scan.has_sign) return error::enumeration_sign_on_unsigned;
-  if (item.decimals == 0) return scan.has_point ? error::enumeration_decimals_not_allowed : 0;
+  if (item.decimals == 0)
+    return scan.has_point ? error::enumeration_decimals_not_allowed : error::none;
   if (scan.decimals > item.decimals) return error::enumeration_too_many_decimals;
   const std::int64_t frame = is_signed ? 2 : 1;  // point and sign
   const std::int64_t most_integer_digits = std::int64_t{item.length} - item.decimals - frame;
-  return scan.integer_digits > most_integer_digits ? error::enumeration_too_many_integer_digits : 0;
+  return scan.integer_digits > most_integer_digits ? error::enumeration_too_many_integer_digits
+                                                   : error::none;
 }
 
-std::int32_t check_length(std::string_view value, std::int64_t limit) {
-  return length_of(value) > limit ? error::enumeration_value_too_long : 0;
+ErrorCode check_length(std::string_view value, std::int64_t limit) {
+  return length_of(value) > limit ? error::enumeration_value_too_long : error::none;
 }
 
-std::int32_t check_full_width(const ItemAttributes& item, std::string_view value) {
-  if (const std::int32_t result = check_length(value, item.length); result != 0) return result;
+ErrorCode check_full_width(const ItemAttributes& item, std::string_view value) {
+  if (const ErrorCode result = check_length(value, item.length); result != error::none)
+    return result;
   if (value.size() % 2 != 0) return error::enumeration_not_full_width;
   for (std::size_t i = 0; i < value.size(); i += 2) {
     if (!platform::is_legal_double_byte(value[i], value[i + 1])) {
       return error::enumeration_not_full_width;
     }
   }
-  return 0;
+  return error::none;
 }
 
 }  // namespace
@@ -78,7 +81,7 @@ std::int32_t check_full_width(const ItemAttributes& item, std::string_view value
 EnumerationRule::EnumerationRule(const ItemAttributes& item)
     : item_(item), limit_(effective_digits(item)), takes_any_text_(is_character(item.attribute)) {}
 
-std::int32_t EnumerationRule::check_closely(std::string_view value) const {
+ErrorCode EnumerationRule::check_closely(std::string_view value) const {
   if (takes_any_text_) return check_length(value, limit_);
   switch (traits_of(item_.attribute).kind) {
     case DataKind::decimal:

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "values/attributes.h"
+#include "values/error_codes.h"
 
 namespace korvex {
 
@@ -12,16 +13,16 @@ class EnumerationRule {
  public:
   explicit EnumerationRule(const ItemAttributes& item);
 
-  // 0, or the code of the first rule that the value breaks: -125 to -134, or -137 for an attribute
+  // The code of the first rule that the value breaks: -125 to -134, or -137 for an attribute
   // that takes no enumeration.
-  std::int32_t check(std::string_view value) const {
+  ErrorCode check(std::string_view value) const {
     const bool is_fitting_text =
         takes_any_text_ && static_cast<std::int64_t>(value.size()) <= limit_;
-    return is_fitting_text ? 0 : check_closely(value);
+    return is_fitting_text ? error::none : check_closely(value);
   }
 
  private:
-  std::int32_t check_closely(std::string_view value) const;
+  ErrorCode check_closely(std::string_view value) const;
 
   ItemAttributes item_;
   std::int64_t limit_;  // of characters, for a text

@@ -9,24 +9,24 @@ using platform::File;
 using platform::FileCause;
 using platform::Sharing;
 
-std::int32_t check_file_exists(const std::string& path) {
+ErrorCode check_file_exists(const std::string& path) {
   const FileCause cause = File().open_for_reading(path, Sharing::shared);
-  return is_missing(cause) || cause == FileCause::generic ? error::target_missing : 0;
+  return is_missing(cause) || cause == FileCause::generic ? error::target_missing : error::none;
 }
 
-std::int32_t check_file_not_in_use(const std::string& path) {
+ErrorCode check_file_not_in_use(const std::string& path) {
   const FileCause cause = File().open_for_reading(path, Sharing::exclusive);
-  return cause == FileCause::sharing_violation ? error::target_in_use : 0;
+  return cause == FileCause::sharing_violation ? error::target_in_use : error::none;
 }
 
-std::int32_t check_file_readable(const std::string& path) {
+ErrorCode check_file_readable(const std::string& path) {
   const FileCause cause = File().open_for_reading(path, Sharing::shared);
-  return cause == FileCause::access_denied ? error::target_read_denied : 0;
+  return cause == FileCause::access_denied ? error::target_read_denied : error::none;
 }
 
-std::int32_t check_file_writable(const std::string& path) {
+ErrorCode check_file_writable(const std::string& path) {
   const FileCause cause = File().open_for_writing(path);
-  return cause == FileCause::access_denied ? error::target_write_denied : 0;
+  return cause == FileCause::access_denied ? error::target_write_denied : error::none;
 }
 
 }  // namespace korvex

@@ -21,78 +21,77 @@ std::string enumeration_path(const FmtColRec& settings) {
 
 }  // namespace
 
-std::int32_t ClGenerateDataFile::run() {
-  const std::int32_t result = run_to_end();
+ErrorCode ClGenerateDataFile::run() {
+  const ErrorCode result = run_to_end();
   // Whatever failed then may have failed for it.
-  return result < 0 && platform::is_interrupted() ? error::cancelled : result;
+  return result != error::none && platform::is_interrupted() ? error::cancelled : result;
 }
 
-std::int32_t ClGenerateDataFile::run_to_end() {
+ErrorCode ClGenerateDataFile::run_to_end() {
   try {
-    std::int32_t result = load();
-    if (result < 0) return result;
+    ErrorCode result = load();
+    if (result != error::none) return result;
     const std::string log_file = log_path(main.work_folder(), main.data_path());
     result = generate();
-    if (result < 0) return result;
+    if (result != error::none) return result;
     return data_file_begun_ ? write_log(log_file, log_) : clear_log(log_file);
   } catch (const std::bad_alloc&) {
     return error::out_of_memory;
   }
 }
 
-std::int32_t ClGenerateDataFile::measure(std::uint64_t& bytes) {
-  bytes = 0;
+Result<std::uint64_t> ClGenerateDataFile::measure() {
   try {
-    std::int32_t result = load();
-    if (result == 0) {
-      result = prepare([&](const FmtColRec& settings, ClEnumDataList& values) {
-        return check_enumeration(main, enumeration_path(settings), settings, bad_line, &values);
-      });
-    }
-    if (result <= 0) return result < 0 ? result : error::no_data_file;
+    ErrorCode result = load();
+    if (result != error::none) return result;
+    const Result<bool> prepared = prepare([&](const FmtColRec& settings, ClEnumDataList& values) {
+      return check_enumeration(main, enumeration_path(settings), settings, bad_line, &values)
+          .code();
+    });
+    if (!prepared) return prepared.code();
+    if (!*prepared) return error::no_data_file;
     const std::int64_t records = main.header().records;
-    if (const auto known = run_.size(static_cast<Steps>(records))) {
-      bytes = *known;
-      return 0;
-    }
+    if (const auto known = run_.size(static_cast<Steps>(records))) return *known;
     const auto progress = platform::user_interface().open_progress(parent, true);
     ProgressMeter meter(*progress, records);
     LineBlock lines(0);
+    std::uint64_t bytes = 0;
     for (std::int64_t done = 0; done < records;) {
       if (progress->cancel_requested()) return error::cancelled;
       meter.update(done);
       result = run_.append(lines, records - done);
-      if (result != 0) return result;
+      if (result != error::none) return result;
       done += std::ssize(run_.line_begins());
       bytes += lines.size();
       lines.clear();
     }
-    return 0;
+    return bytes;
   } catch (const std::bad_alloc&) {
     return error::out_of_memory;
   }
 }
 
-std::int32_t ClGenerateDataFile::load() {
+ErrorCode ClGenerateDataFile::load() {
   main.set_run_mode(run_mode::generator);
-  const std::int32_t result = main.load();
-  if (result < 0) return result;
-  return main.header().records < 0 ? error::cannot_operate : 0;
+  const ErrorCode result = main.load();
+  if (result != error::none) return result;
+  return main.header().records < 0 ? error::cannot_operate : error::none;
 }
 
-// Everything before the first record: 1 when records can be assembled, 0 without settings.
-std::int32_t ClGenerateDataFile::prepare(const ListLoader& load_list) {
-  const std::int32_t result = load_settings(main);
-  if (result <= 0) return result;
-  const std::int32_t failure = run_.prepare(main, line_form(main), load_list);
-  return failure < 0 ? failure : 1;
+// Everything before the first record. False without settings.
+Result<bool> ClGenerateDataFile::prepare(const ListLoader& load_list) {
+  const Result<bool> has_settings = load_settings(main);
+  if (!has_settings || !*has_settings) return has_settings;
+  const ErrorCode failure = run_.prepare(main, line_form(main), load_list);
+  if (failure != error::none) return failure;
+  return true;
 }
 
-std::int32_t ClGenerateDataFile::generate() {
-  const std::int32_t result = prepare([&](const FmtColRec& settings, ClEnumDataList& values) {
-    return load_enumeration(main, enumeration_path(settings), settings, values);
+ErrorCode ClGenerateDataFile::generate() {
+  const Result<bool> prepared = prepare([&](const FmtColRec& settings, ClEnumDataList& values) {
+    return load_enumeration(main, enumeration_path(settings), settings, values).code();
   });
-  if (result <= 0) return result;
+  if (!prepared || !*prepared) return prepared.code();
   if (platform::is_interrupted()) return error::cancelled;  // before there is anything to undo
   if (asks_about_repeats() && !user_accepts_fewer_records()) return error::repeat_exceeds_records;
   return write_data_file();
@@ -112,67 +111,67 @@ bool ClGenerateDataFile::user_accepts_fewer_records() const {
          platform::Answer::yes;
 }
 
-std::int32_t ClGenerateDataFile::write_data_file() {
+ErrorCode ClGenerateDataFile::write_data_file() {
   const std::string path = main.data_path();
   platform::File file;
   if (file.create(path) != platform::FileCause::none) return error::cannot_open;
   data_file_begun_ = true;
 
-  std::int32_t result = error::out_of_memory;
+  ErrorCode result = error::out_of_memory;
   try {
     result = write_records(file);
   } catch (const std::bad_alloc&) {
     result = error::out_of_memory;
   }
-  const bool keeps_lines = result == 0 || result == error::output_limit;
+  const bool keeps_lines = result == error::none || result == error::output_limit;
   if (keeps_lines) {
     if (const platform::FileCause closed = file.close(); closed != platform::FileCause::none) {
       result = write_failure(closed);
     }
   }
-  if (result != 0 && result != error::output_limit) file.remove(path);
+  if (result != error::none && result != error::output_limit) file.remove(path);
   return result;
 }
 
-std::int32_t ClGenerateDataFile::write_records(platform::File& file) {
+ErrorCode ClGenerateDataFile::write_records(platform::File& file) {
   const std::int32_t records = main.header().records;
   const bool is_guarded = output_option == guarded_output;
   const auto progress = platform::user_interface().open_progress(parent, is_guarded);
   ProgressMeter meter(*progress,
                       percentage_denominator(records, is_guarded && run_.repeats_are_in_use()));
   RecordWriter writer(file, output_option);
-  std::int32_t result = write_all(writer, *progress, meter);
-  const bool keeps_lines = result == 0 || result == error::output_limit;
+  ErrorCode result = write_all(writer, *progress, meter);
+  const bool keeps_lines = result == error::none || result == error::output_limit;
   if (keeps_lines) {
-    if (const std::int32_t flushed = writer.flush(); flushed != 0) result = flushed;
+    if (const ErrorCode flushed = writer.flush(); flushed != error::none) result = flushed;
   }
   // A write that waits, say for the reader of a pipe, is ended by the wish to cancel.
-  const bool has_failed = result != 0 && result != error::output_limit;
+  const bool has_failed = result != error::none && result != error::output_limit;
   if (has_failed && progress->cancel_requested()) return error::cancelled;
-  if (result != 0) return result;
+  if (result != error::none) return result;
   meter.finish(records);
   log_.records = records;
   log_.level = main.header().level;
   for (const ItemGenerator* item : run_.fields()) {
     if (records > 0) log_.item_numbers.push_back(item->settings().item_number);
   }
-  return 0;
+  return error::none;
 }
 
 // Blocks end where the percentage may rise, so that every percent is shown.
-std::int32_t ClGenerateDataFile::write_all(RecordWriter& writer, platform::ProgressSink& progress,
-                                           ProgressMeter& meter) {
+ErrorCode ClGenerateDataFile::write_all(RecordWriter& writer, platform::ProgressSink& progress,
+                                        ProgressMeter& meter) {
   const std::int32_t records = main.header().records;
   for (std::int64_t done = 0; done < records;) {
-    std::int32_t result =
+    ErrorCode result =
         run_.append(writer.lines(), std::min(records - done, meter.records_to_update(done)));
-    if (result == 0) result = writer.accept_lines(run_.line_begins());
-    if (result != 0) return result;
+    if (result == error::none) result = writer.accept_lines(run_.line_begins());
+    if (result != error::none) return result;
     done += std::ssize(run_.line_begins());
     if (progress.cancel_requested()) return error::cancelled;
     meter.update(done);
   }
-  return 0;
+  return error::none;
 }
 
 }  // namespace korvex

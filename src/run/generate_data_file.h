@@ -16,20 +16,20 @@ namespace korvex {
 // run; run() is called once.
 class ClGenerateDataFile : public platform::Object {
  public:
-  // Set main.control_path, and for DGCreateData the options below, before the call. 0, or the code
-  // of the failure, which nobody has been told yet:
+  // Set main.control_path, and for DGCreateData the options below, before the call. The code
+  // of a failure is one that nobody has been told yet:
   //   -1, -2, -3 loading; -4 a negative number of records; -5, -57 another settings file;
   //   -6 no item has settings; -28 no settings file; -78, -104, -108, -109 repeats; -110 declined;
   //   -7, -40 settings that no generator knows; -26, -27 writing; -76 the output limit;
   //   -79 cancelled; and the codes of the enumeration check.
   // A failed run leaves no data file, except that after -76 the lines before the limit stay.
-  std::int32_t run();
+  ErrorCode run();
 
   // The exact size of the file that run() would write without a limit: in closed form, or by
   // assembling all records where that is not known. Writes nothing, no report of bad enumeration
   // lines either: the first of them ends it, with its code and, in `bad_line`, its number. In place
   // of run(); otherwise the same codes.
-  std::int32_t measure(std::uint64_t& bytes);
+  Result<std::uint64_t> measure();
 
   ClColMain main;
   std::int32_t output_option = 0;
@@ -38,16 +38,15 @@ class ClGenerateDataFile : public platform::Object {
   std::int32_t bad_line = 0;
 
  private:
-  std::int32_t run_to_end();
-  std::int32_t load();
-  std::int32_t generate();
-  std::int32_t prepare(const ListLoader& load_list);
+  ErrorCode run_to_end();
+  ErrorCode load();
+  ErrorCode generate();
+  Result<bool> prepare(const ListLoader& load_list);
   bool asks_about_repeats() const;
   bool user_accepts_fewer_records() const;
-  std::int32_t write_data_file();
-  std::int32_t write_records(platform::File& file);
-  std::int32_t write_all(RecordWriter& writer, platform::ProgressSink& progress,
-                         ProgressMeter& meter);
+  ErrorCode write_data_file();
+  ErrorCode write_records(platform::File& file);
+  ErrorCode write_all(RecordWriter& writer, platform::ProgressSink& progress, ProgressMeter& meter);
 
   Run run_;
   GenerationLog log_;

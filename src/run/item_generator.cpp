@@ -47,7 +47,7 @@ void ItemGenerator::clear_wrapped() {
   if (list_cursor_) list_cursor_->rewind();
 }
 
-std::int32_t ItemGenerator::append_other(LineBlock& line, const RunState& run) {
+ErrorCode ItemGenerator::append_other(LineBlock& line, const RunState& run) {
   switch (mode_) {
     case assembly_mode::enumeration:
       return append_next_enumeration(line);
@@ -63,30 +63,30 @@ std::int32_t ItemGenerator::append_other(LineBlock& line, const RunState& run) {
       return append_plain(line);
   }
   append_empty(line);
-  return 0;
+  return error::none;
 }
 
 // Writes the text of the present step and takes the next.
-std::int32_t ItemGenerator::write_text(char*& out, bool& ended) {
+ErrorCode ItemGenerator::write_text(char*& out, bool& ended) {
   if (literal_ != nullptr) return literal_->write(out, ended);
-  if (is_empty_) return 0;
+  if (is_empty_) return error::none;
   const std::size_t shown = course_->shown_at(step_);
   for (std::size_t i = 0; i < shown; ++i) out = cursors_[i].write(out);
   if (take_step()) [[unlikely]]
     ended = true;
-  return 0;
+  return error::none;
 }
 
-std::int32_t ItemGenerator::append_plain(LineBlock& line) {
+ErrorCode ItemGenerator::append_plain(LineBlock& line) {
   bool ended = false;
   char* out = open_field(line);
-  const std::int32_t result = write_text(out, ended);
-  if (result != 0) [[unlikely]]
+  const ErrorCode result = write_text(out, ended);
+  if (result != error::none) [[unlikely]]
     return result;
   line.move_cursor(close_field(out));
   if (ended) [[unlikely]]
     end_cycle();
-  return 0;
+  return error::none;
 }
 
 void ItemGenerator::end_cycle() {
@@ -117,45 +117,45 @@ bool ItemGenerator::outer_waits(const RunState& run) const {
   return next_entry_ != nullptr && !run.first_record && !next_entry_->finished;
 }
 
-std::int32_t ItemGenerator::append_repeated(LineBlock& line, const RunState& run) {
+ErrorCode ItemGenerator::append_repeated(LineBlock& line, const RunState& run) {
   char* out = open_field(line);
   if (outer_waits(run)) {
     line.move_cursor(out);
     line.require(saved_text_.size());
     line.append(saved_text_);
-    return 0;
+    return error::none;
   }
   const char* begin = out;
-  const std::int32_t result = write_text(out, wrapped_);
-  if (result != 0) return result;
+  const ErrorCode result = write_text(out, wrapped_);
+  if (result != error::none) return result;
   out = close_field(out);
   line.move_cursor(out);
   // The innermost member never shows a value again.
   if (next_entry_ != nullptr) saved_text_.assign(begin, static_cast<std::size_t>(out - begin));
   if (wrapped_) restart();
-  return 0;
+  return error::none;
 }
 
-std::int32_t ItemGenerator::append_next_enumeration(LineBlock& line) {
+ErrorCode ItemGenerator::append_next_enumeration(LineBlock& line) {
   if (list_cursor_->is_at_end()) {
     if (!repeats_from_start()) {
       append_empty(line);
-      return 0;
+      return error::none;
     }
     list_cursor_->rewind();
   }
   append_enumeration_value(line);
-  return 0;
+  return error::none;
 }
 
-std::int32_t ItemGenerator::append_repeated_enumeration(LineBlock& line, const RunState& run) {
+ErrorCode ItemGenerator::append_repeated_enumeration(LineBlock& line, const RunState& run) {
   if (outer_waits(run) && list_cursor_->index() > 0) list_cursor_->back();
   // An innermost item of one value never lets this index be set back: past the list's end the item
   // does what it does there without repeats.
   if (list_cursor_->is_at_end()) return append_next_enumeration(line);
   append_enumeration_value(line);
   if (list_cursor_->is_at_end()) wrapped_ = true;
-  return 0;
+  return error::none;
 }
 
 // Writes the value at the cursor as a whole field and goes on to the next.

@@ -59,8 +59,8 @@ class ItemGenerator {
  public:
   ItemGenerator(const ClFmtColInf& column, std::int32_t layout_kind, bool quotation);
 
-  // Appends the field. 0, or the code that fails the run.
-  std::int32_t append(LineBlock& line, const RunState& run) {
+  // Appends the field, or answers the code that fails the run.
+  ErrorCode append(LineBlock& line, const RunState& run) {
     return mode_ == assembly_mode::plain ? append_plain(line) : append_other(line, run);
   }
 
@@ -145,13 +145,13 @@ class ItemGenerator {
  private:
   static constexpr char quotation_mark = '"';
 
-  std::int32_t append_plain(LineBlock& line);
-  std::int32_t append_other(LineBlock& line, const RunState& run);
-  std::int32_t append_repeated(LineBlock& line, const RunState& run);
-  std::int32_t append_next_enumeration(LineBlock& line);
-  std::int32_t append_repeated_enumeration(LineBlock& line, const RunState& run);
+  ErrorCode append_plain(LineBlock& line);
+  ErrorCode append_other(LineBlock& line, const RunState& run);
+  ErrorCode append_repeated(LineBlock& line, const RunState& run);
+  ErrorCode append_next_enumeration(LineBlock& line);
+  ErrorCode append_repeated_enumeration(LineBlock& line, const RunState& run);
   void append_enumeration_value(LineBlock& line);
-  std::int32_t write_text(char*& out, bool& ended);
+  ErrorCode write_text(char*& out, bool& ended);
   char* open_field(LineBlock& line) const;
   char* close_field(char* out) const {
     if (quoted_) *out++ = quotation_mark;

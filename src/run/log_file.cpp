@@ -33,18 +33,18 @@ FileCause write_log_to(ReplacingFile& file, const GenerationLog& log) {
 
 }  // namespace
 
-std::int32_t write_log(const std::string& path, const GenerationLog& log) {
+ErrorCode write_log(const std::string& path, const GenerationLog& log) {
   try {
     ReplacingFile file;
     if (file.create(path, over_old_log) != FileCause::none) return error::cannot_open;
     const FileCause cause = write_log_to(file, log);
-    return cause == FileCause::none ? 0 : write_failure(cause);
+    return cause == FileCause::none ? error::none : write_failure(cause);
   } catch (const std::bad_alloc&) {
     return error::out_of_memory;
   }
 }
 
-std::int32_t clear_log(const std::string& path) {
+ErrorCode clear_log(const std::string& path) {
   ReplacingFile file;
   return file.create(path, over_old_log) == FileCause::none ? error::no_data_file
                                                             : error::cannot_open;

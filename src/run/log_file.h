@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "values/error_codes.h"
+
 namespace korvex {
 
 // The log file begins with this record; `item_count` 32-bit item numbers follow it.
@@ -25,11 +27,11 @@ struct GenerationLog {
 // The work folder and the data file's base name with the extension ".log".
 std::string log_path(const std::string& work_folder, const std::string& data_path);
 
-// 0, -2 when the log cannot be created, -1, -26 or -27 when it cannot be written; no log stays
+// -2 when the log cannot be created, -1, -26 or -27 when it cannot be written; no log stays
 // then, also no older one, which would speak of another data file. A link at the path is replaced.
-std::int32_t write_log(const std::string& path, const GenerationLog& log);
+ErrorCode write_log(const std::string& path, const GenerationLog& log);
 
 // The log of a run that found no settings: an older log goes, none stays. -28, or -2.
-std::int32_t clear_log(const std::string& path);
+ErrorCode clear_log(const std::string& path);
 
 }  // namespace korvex

@@ -7,24 +7,24 @@ void RecordAssembler::set_repeats(RepeatTable& repeats) {
   is_nested_ = repeats.nest();
 }
 
-std::int32_t RecordAssembler::assemble(LineBlock& line) {
+ErrorCode RecordAssembler::assemble(LineBlock& line) {
   for (ItemGenerator* item : fields_) {
-    const std::int32_t result = item->append(line, run_);
-    if (result != 0) return result;
+    const ErrorCode result = item->append(line, run_);
+    if (result != error::none) return result;
   }
   finish_record();
-  return 0;
+  return error::none;
 }
 
-std::int32_t RecordAssembler::assemble(LineBlock& line, std::vector<std::size_t>& ends) {
+ErrorCode RecordAssembler::assemble(LineBlock& line, std::vector<std::size_t>& ends) {
   ends.clear();
   for (ItemGenerator* item : fields_) {
-    const std::int32_t result = item->append(line, run_);
-    if (result != 0) return result;
+    const ErrorCode result = item->append(line, run_);
+    if (result != error::none) return result;
     ends.push_back(line.line_size());
   }
   finish_record();
-  return 0;
+  return error::none;
 }
 
 void RecordAssembler::finish_record() {
@@ -57,7 +57,7 @@ void RecordAssembler::turn_repeats(Steps records) {
     }
     for (ItemGenerator* item : fields_) {
       // One that fails does so again in the record that comes to it.
-      if (item->is_repeat_member() && item->append(unused, run_) != 0) return;
+      if (item->is_repeat_member() && item->append(unused, run_) != error::none) return;
     }
     unused.clear();
     finish_record();

@@ -23,11 +23,11 @@ class RecordAssembler {
   // The repeats that turn after every record until they have finished. Comes after all fields.
   void set_repeats(RepeatTable& repeats);
 
-  // Appends the fields of the next record. 0, or the code that fails the run.
-  std::int32_t assemble(LineBlock& line);
+  // Appends the fields of the next record, or answers the code that fails the run.
+  ErrorCode assemble(LineBlock& line);
 
   // The same; `ends` receives where each field ends, its comma included, from the line's begin.
-  std::int32_t assemble(LineBlock& line, std::vector<std::size_t>& ends);
+  ErrorCode assemble(LineBlock& line, std::vector<std::size_t>& ends);
 
   // Goes to a record, counted from 0: what follows is what it would have been. Any order of records
   // will do.

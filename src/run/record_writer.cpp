@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "values/error_codes.h"
 #include "values/file_failure.h"
 
 namespace korvex {
@@ -23,7 +22,7 @@ RecordWriter::RecordWriter(platform::File& file, std::int32_t output_option)
       lines_(block_size_ + file_block_size / 4),
       is_limited_(output_option == guarded_output) {}
 
-std::int32_t RecordWriter::accept_lines(std::span<const std::size_t> begins) {
+ErrorCode RecordWriter::accept_lines(std::span<const std::size_t> begins) {
   const std::size_t end = lines_.size();
   const std::uint64_t bytes = end - begins.front();
   if (!is_limited_ || total_bytes_ + bytes < output_limit_bytes) {
@@ -41,20 +40,20 @@ std::int32_t RecordWriter::accept_lines(std::span<const std::size_t> begins) {
   return error::output_limit;
 }
 
-std::int32_t RecordWriter::hand_over_blocks() {
-  if (lines_.finished().size() < block_size_) return 0;
+ErrorCode RecordWriter::hand_over_blocks() {
+  if (lines_.finished().size() < block_size_) return error::none;
 
   const std::size_t whole = lines_.finished().size() / block_size_ * block_size_;
   const platform::FileCause cause = file_.write(lines_.finished().data(), whole);
   lines_.remove_front(whole);
-  return cause == platform::FileCause::none ? 0 : write_failure(cause);
+  return cause == platform::FileCause::none ? error::none : write_failure(cause);
 }
 
-std::int32_t RecordWriter::flush() {
+ErrorCode RecordWriter::flush() {
   const std::size_t size = lines_.finished().size();
   const platform::FileCause cause = file_.write(lines_.finished().data(), size);
   lines_.remove_front(size);
-  return cause == platform::FileCause::none ? 0 : write_failure(cause);
+  return cause == platform::FileCause::none ? error::none : write_failure(cause);
 }
 
 }  // namespace korvex

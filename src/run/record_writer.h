@@ -5,6 +5,7 @@
 
 #include "courses/line_block.h"
 #include "platform/file.h"
+#include "values/error_codes.h"
 
 namespace korvex {
 
@@ -24,13 +25,13 @@ class RecordWriter {
 
   // Accepts for writing the lines that begin at these places of lines(). 0, -26, -27, or -76 for
   // the first line that is not accepted, while those before it are.
-  std::int32_t accept_lines(std::span<const std::size_t> begins);
+  ErrorCode accept_lines(std::span<const std::size_t> begins);
 
   // Hands every accepted line to the file. 0, -26 or -27.
-  std::int32_t flush();
+  ErrorCode flush();
 
  private:
-  std::int32_t hand_over_blocks();
+  ErrorCode hand_over_blocks();
 
   platform::File& file_;
   const std::size_t block_size_;

@@ -54,7 +54,7 @@ std::uint64_t value_count(ClColMain& main, const ClFmtColInf& column,
     case generation_type::initial_value:
       return 1;
     case generation_type::enumeration:
-      return static_cast<std::uint64_t>(std::max(counter(main, settings), 0));
+      return static_cast<std::uint64_t>(counter(main, settings).value_or(0));
     default:
       return static_cast<std::uint64_t>(range_count(column));
   }
@@ -85,15 +85,14 @@ ItemTotals total_items(ClColMain& main) {
 
 }  // namespace
 
-std::int32_t count_enumeration(ClColMain& main, const FmtColRec& settings) {
+Result<std::int32_t> count_enumeration(ClColMain& main, const FmtColRec& settings) {
   std::int32_t line = 0;
   return check_enumeration(main, std::string(field_text(settings.enumeration_path)), settings,
                            line);
 }
 
-std::int32_t count_data_items(ClColMain& main, bool repeats_only, RepeatCount& count,
-                              const EnumerationCounter& counter) {
-  count = {};
+Result<RepeatCount> count_data_items(ClColMain& main, bool repeats_only,
+                                     const EnumerationCounter& counter) {
   const ItemTotals totals = total_items(main);
   if (totals.with_settings == 0 || (repeats_only && totals.repeated == 0)) {
     return error::no_format_for_item;
@@ -123,29 +122,27 @@ std::int32_t count_data_items(ClColMain& main, bool repeats_only, RepeatCount& c
     if (grows && multiply(records, width) > size_limit) break;
   }
 
+  RepeatCount count;
   count.data_items = repeats_only && repeats > 1 ? repeats : std::max(longest, repeats);
   const std::uint64_t bytes = multiply(count.data_items, width);
   count.predicted_bytes = bytes > size_limit ? too_large : bytes;
-  return 0;
+  return count;
 }
 
-bool count_control_file(ClColMain& main, bool repeats_only, RepeatCount& count) {
-  count = {};
-  if (main.load() != 0) return false;
+std::optional<RepeatCount> count_control_file(ClColMain& main, bool repeats_only) {
+  if (main.load() != error::none) return std::nullopt;
   main.mismatch = false;
   const Result<std::int32_t> with_settings = reconcile(main);
-  if (!with_settings || *with_settings == 0 || main.mismatch) return false;
-  count_data_items(main, repeats_only, count);
-  return true;
+  if (!with_settings || *with_settings == 0 || main.mismatch) return std::nullopt;
+  return count_data_items(main, repeats_only).value_or(RepeatCount{});
 }
 
-std::int32_t ClRepeatCalcMain::run() {
+bool ClRepeatCalcMain::run() {
   const auto cursor = platform::user_interface().show_wait_cursor();
   data_items = 0;
-  RepeatCount count;
-  if (!count_control_file(main, true, count)) return 0;
-  if (count.predicted_bytes != too_large) data_items = count.data_items;
-  return 1;
+  const std::optional<RepeatCount> count = count_control_file(main, true);
+  if (count && count->predicted_bytes != too_large) data_items = count->data_items;
+  return count.has_value();
 }
 
 }  // namespace korvex

@@ -45,17 +45,16 @@ class LevelUse {
 
 }  // namespace
 
-std::int32_t check_repeat_level(const ClColMain& main, std::int32_t level,
-                                std::int32_t item_number) {
+ErrorCode check_repeat_level(const ClColMain& main, std::int32_t level, std::int32_t item_number) {
   const bool taken = std::any_of(main.items.begin(), main.items.end(), [&](const auto& item) {
     const FmtColRec* settings = repeat_settings(main, *item);
     return settings != nullptr && item->item_number != item_number &&
            settings->repeat_level == level;
   });
-  return taken ? error::repeat_level_taken : 0;
+  return taken ? error::repeat_level_taken : error::none;
 }
 
-std::int32_t RepeatTable::build(ClColMain& main) {
+ErrorCode RepeatTable::build(ClColMain& main) {
   entries_.clear();
   by_level_.clear();
   const LevelUse levels(main);
@@ -80,7 +79,7 @@ std::int32_t RepeatTable::build(ClColMain& main) {
     by_level_.emplace(entry->repeat_level, entry.get());
     entries_.push_back(std::move(entry));
   }
-  if (repeated_items == 0) return 0;
+  if (repeated_items == 0) return error::none;
   if (!has_outermost) return error::first_repeat_level_missing;
   const std::uint64_t limit = main.limits().repeat_max;
   if (limit != 0 && repeated_items > limit) {
@@ -95,7 +94,7 @@ std::int32_t RepeatTable::build(ClColMain& main) {
     entries_[i]->level_order = static_cast<std::int32_t>(i) + 1;
   }
   entries_.back()->innermost = true;
-  return 0;
+  return error::none;
 }
 
 ClRepeatData* RepeatTable::find_level(std::int32_t repeat_level) const {

@@ -34,9 +34,8 @@ inline const platform::RuntimeClass<ClRepeatData> repeat_data_class("ClRepeatDat
 
 using ClRepeatDataList = platform::ObjectList<ClRepeatData>;
 
-// Whether no other item (of another number) of the control file repeats at the level: 0, or -104.
-std::int32_t check_repeat_level(const ClColMain& main, std::int32_t level,
-                                std::int32_t item_number);
+// Whether no other item (of another number) of the control file repeats at the level: -104.
+ErrorCode check_repeat_level(const ClColMain& main, std::int32_t level, std::int32_t item_number);
 
 // The repeat table of a run: nested counters over the repeated items, which turn like an odometer
 // whose lowest digit is the highest level. Owns its entries.
@@ -44,7 +43,7 @@ class RepeatTable {
  public:
   // Collects the repeated items of the control file. 0, -104 with the item in the message context,
   // -108 no item has level 1, -109 more items than the limit, which `main` then holds.
-  std::int32_t build(ClColMain& main);
+  ErrorCode build(ClColMain& main);
 
   bool is_empty() const { return entries_.empty(); }
 

@@ -13,50 +13,51 @@ constexpr std::uint64_t quotation_size = 2;
 
 }  // namespace
 
-std::int32_t load_settings(ClColMain& main) {
+Result<bool> load_settings(ClColMain& main) {
   const ControlHeader& header = main.header();
   main.settings.set_paths(main.settings_path(), main.work_folder());
   const Result<std::int32_t> loaded =
       main.settings.load(header.level, header.records, header.layout_kind);
   if (!loaded) return loaded.code();
-  if (*loaded > 0) main.settings.set_run_mode(run_mode::generator);
-  return std::min(*loaded, 1);
+  const bool has_settings = *loaded > 0;
+  if (has_settings) main.settings.set_run_mode(run_mode::generator);
+  return has_settings;
 }
 
 LineForm line_form(const ClColMain& main) {
   return {main.layout_kind(), main.settings.quotation() == 1};
 }
 
-std::int32_t Run::prepare(ClColMain& main, LineForm form, const ListLoader& load_list) {
+ErrorCode Run::prepare(ClColMain& main, LineForm form, const ListLoader& load_list) {
   main_ = &main;
   form_ = form;
-  std::int32_t result = prepare_repeats();
-  if (result == 0) result = prepare_items(load_list);
-  if (result < 0) return result;
+  ErrorCode result = prepare_repeats();
+  if (result == error::none) result = prepare_items(load_list);
+  if (result != error::none) return result;
   if (repeats_are_in_use()) records_.set_repeats(repeats_);
   blocks_.emplace(records_, form_.layout_kind);
-  return 0;
+  return error::none;
 }
 
-std::int32_t Run::prepare_repeats() {
-  if (main_->settings.current_level()->record.repeat_flag == 0) return 0;
+ErrorCode Run::prepare_repeats() {
+  if (main_->settings.current_level()->record.repeat_flag == 0) return error::none;
   return repeats_.build(*main_);
 }
 
-std::int32_t Run::prepare_items(const ListLoader& load_list) {
+ErrorCode Run::prepare_items(const ListLoader& load_list) {
   for (const auto& item : main_->items) {
     const ClFmtColInf* column = main_->settings.find_column(item->item_number);
     if (column == nullptr) {
       item->state = item_state::without_settings;
       continue;
     }
-    const std::int32_t result = prepare_item(*column, load_list);
-    if (result < 0) return result;
+    const ErrorCode result = prepare_item(*column, load_list);
+    if (result != error::none) return result;
   }
-  return fields().empty() ? error::no_format_for_item : 0;
+  return fields().empty() ? error::no_format_for_item : error::none;
 }
 
-std::int32_t Run::prepare_item(const ClFmtColInf& column, const ListLoader& load_list) {
+ErrorCode Run::prepare_item(const ClFmtColInf& column, const ListLoader& load_list) {
   const FmtColRec& settings = column.record;
   ItemGenerator& generator = item_generator(column);
   records_.add_field(generator);
@@ -66,8 +67,8 @@ std::int32_t Run::prepare_item(const ClFmtColInf& column, const ListLoader& load
       generator.raise_mode();
     } else {
       auto values = std::make_unique<ClEnumDataList>();
-      const std::int32_t count = load_list(settings, *values);
-      if (count < 0) return count;
+      const ErrorCode result = load_list(settings, *values);
+      if (result != error::none) return result;
       generator.set_enumeration(std::move(values));
     }
   }
@@ -77,7 +78,7 @@ std::int32_t Run::prepare_item(const ClFmtColInf& column, const ListLoader& load
     entry->item = &generator;
     generator.join_repeat(repeats_.next_inner(*entry));
   }
-  return 0;
+  return error::none;
 }
 
 ItemGenerator& Run::item_generator(const ClFmtColInf& column) {
@@ -88,13 +89,13 @@ ItemGenerator& Run::item_generator(const ClFmtColInf& column) {
   return *generator;
 }
 
-std::int32_t Run::append(LineBlock& lines, std::int64_t most) {
+ErrorCode Run::append(LineBlock& lines, std::int64_t most) {
   if (blocks_->assemble(lines, most) > 0) {
     begins_ = blocks_->line_begins();
-    return 0;
+    return error::none;
   }
   const std::size_t begin = lines.size();
-  if (const std::int32_t result = records_.assemble(lines); result != 0) return result;
+  if (const ErrorCode result = records_.assemble(lines); result != error::none) return result;
   // A line feed ends the record; in the third layout kind it takes the place of the last comma.
   if (form_.layout_kind == layout_kind::third) {
     lines.back() = '\n';
@@ -104,12 +105,13 @@ std::int32_t Run::append(LineBlock& lines, std::int64_t most) {
   }
   single_begin_ = begin;
   begins_ = {&single_begin_, 1};
-  return 0;
+  return error::none;
 }
 
-std::int32_t Run::next(std::vector<std::string_view>& values) {
+ErrorCode Run::next(std::vector<std::string_view>& values) {
   line_.clear();
-  if (const std::int32_t result = records_.assemble(line_, ends_); result != 0) return result;
+  if (const ErrorCode result = records_.assemble(line_, ends_); result != error::none)
+    return result;
   values.clear();
   std::size_t begin = 0;
   for (std::size_t i = 0; i < ends_.size(); ++i) {
@@ -118,7 +120,7 @@ std::int32_t Run::next(std::vector<std::string_view>& values) {
     begin = ends_[i];
   }
   blocks_->forget();
-  return 0;
+  return error::none;
 }
 
 void Run::seek(Steps record) {

@@ -23,12 +23,12 @@ struct LineForm {
   bool quotation = false;  // values of quoted attributes stand between quotation marks
 };
 
-// Reads the values of an item's list. The number of values, 1 or more, or a negative code.
-using ListLoader = std::function<std::int32_t(const FmtColRec&, ClEnumDataList&)>;
+// Reads the values of an item's list.
+using ListLoader = std::function<ErrorCode(const FmtColRec&, ClEnumDataList&)>;
 
-// Reads the settings file of a control file that `main` has loaded in run mode 3. 1, 0 when there
-// is none, or -1, -5, -57 and the other codes of loading settings.
-std::int32_t load_settings(ClColMain& main);
+// Reads the settings file of a control file that `main` has loaded in run mode 3. False when there
+// is none; -1, -5, -57 and the other codes of loading settings.
+Result<bool> load_settings(ClColMain& main);
 
 // What control file and settings say of the lines.
 LineForm line_form(const ClColMain& main);
@@ -41,25 +41,25 @@ LineForm line_form(const ClColMain& main);
 // does not grow with them. One thread at a time.
 class Run {
  public:
-  // Prepares the items of `main`, whose settings are loaded. 0, or a code: -6 no item has settings;
+  // Prepares the items of `main`, whose settings are loaded. -6 no item has settings;
   // -78, -104, -108, -109 repeats; and what `load_list` answers.
-  std::int32_t prepare(ClColMain& main, LineForm form, const ListLoader& load_list);
+  ErrorCode prepare(ClColMain& main, LineForm form, const ListLoader& load_list);
 
   bool repeats_are_in_use() const { return !repeats_.is_empty(); }
 
   // The items of a record's fields, in their order.
   const std::vector<ItemGenerator*>& fields() const { return records_.fields(); }
 
-  // Appends whole lines for the next records, at least one and up to `most`. 0, or the code of
-  // settings that nobody knows (-7, -40), and nothing appended.
-  std::int32_t append(LineBlock& lines, std::int64_t most);
+  // Appends whole lines for the next records, at least one and up to `most`. Settings that nobody
+  // knows have a code (-7, -40), and nothing is appended.
+  ErrorCode append(LineBlock& lines, std::int64_t most);
 
   // Where the lines begin that the last call has appended.
   std::span<const std::size_t> line_begins() const { return begins_; }
 
-  // The values of the next record, without quotation marks; they stand until the next call. 0, -7
-  // or -40.
-  std::int32_t next(std::vector<std::string_view>& values);
+  // The values of the next record, without quotation marks; they stand until the next call. -7,
+  // -40.
+  ErrorCode next(std::vector<std::string_view>& values);
 
   // Goes to a record, as RecordAssembler says.
   void seek(Steps record);
@@ -72,9 +72,9 @@ class Run {
   std::optional<std::uint64_t> size(Steps records) const;
 
  private:
-  std::int32_t prepare_repeats();
-  std::int32_t prepare_items(const ListLoader& load_list);
-  std::int32_t prepare_item(const ClFmtColInf& column, const ListLoader& load_list);
+  ErrorCode prepare_repeats();
+  ErrorCode prepare_items(const ListLoader& load_list);
+  ErrorCode prepare_item(const ClFmtColInf& column, const ListLoader& load_list);
   ItemGenerator& item_generator(const ClFmtColInf& column);
   FieldFacts facts_of(const ItemGenerator& item) const;
 

@@ -19,6 +19,8 @@ class [[nodiscard]] Result {
   // error::none with a value.
   ErrorCode code() const { return code_; }
 
+  T value_or(T other) const { return value_ ? *value_ : std::move(other); }
+
   friend bool operator==(const Result&, const Result&) = default;
 
   // Only with a value.

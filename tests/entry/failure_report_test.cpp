@@ -34,7 +34,7 @@ TEST(FailureReportTest, ComposesTheMessageByCode) {
     for (const std::int32_t code : codes) {
       std::string message;
       main.append_error_text(code, message);
-      const FailureReport described = describe_failure(code, main);
+      const FailureReport described = describe_failure(ErrorCode(code), main);
       EXPECT_TRUE(described.is_shown) << code;
       EXPECT_EQ(described.text.utf8(), before + message + behind);
       EXPECT_EQ(described.kind, MessageKind::warning) << code;

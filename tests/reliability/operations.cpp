@@ -121,7 +121,8 @@ Attempt prepare_list(Place& place, const std::string& lines) {
     settings.attribute = 4;
     settings.length = settings.digits = 5;
     ClEnumDataList values;
-    return load_enumeration(*main, path, settings, values);
+    const Result<std::int32_t> count = load_enumeration(*main, path, settings, values);
+    return count.value_or(count.code());
   };
 }
 

@@ -90,11 +90,11 @@ class RandomLayout {
 };
 
 void prepare(RandomLayout& layout, Run& run) {
-  const std::int32_t result = run.prepare(layout.main, {layout.layout_kind, layout.quotation},
-                                          [&](const FmtColRec& settings, ClEnumDataList& values) {
-                                            fill_list(layout.lists[settings.item_number], values);
-                                            return values.count();
-                                          });
+  const ErrorCode result = run.prepare(layout.main, {layout.layout_kind, layout.quotation},
+                                       [&](const FmtColRec& settings, ClEnumDataList& values) {
+                                         fill_list(layout.lists[settings.item_number], values);
+                                         return error::none;
+                                       });
   ASSERT_EQ(result, 0) << layout.description;
 }
 

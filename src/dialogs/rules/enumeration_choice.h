@@ -8,7 +8,7 @@
 namespace korvex {
 
 struct EnumerationStored {
-  std::int32_t code = 0;              // 0, or what was refused
+  ErrorCode code = error::none;       // what was refused
   platform::MessageText suffix = {};  // belongs behind the message of `code`
   std::uint64_t number = 0;           // and into it: a line of the file
   bool leaves_settings = false;  // the item had none before and has got the initial value for now

@@ -7,7 +7,7 @@
 
 namespace korvex {
 
-std::int32_t EnumerationCounts::count(ClColMain& main, const FmtColRec& settings) {
+Result<std::int32_t> EnumerationCounts::count(ClColMain& main, const FmtColRec& settings) {
   std::string path(field_text(settings.enumeration_path));
   struct stat status = {};
   if (::stat(path.c_str(), &status) != 0) return count_enumeration(main, settings);
@@ -17,9 +17,9 @@ std::int32_t EnumerationCounts::count(ClColMain& main, const FmtColRec& settings
           settings.length, settings.digits,    settings.decimals};
   const auto found = known_.find(key);
   if (found != known_.end() && found->second.version == version) return found->second.count;
-  const std::int32_t counted = count_enumeration(main, settings);
+  const Result<std::int32_t> counted = count_enumeration(main, settings);
   // What made a file unusable, such as a lock, may be gone without a trace in its version.
-  if (counted >= 0) known_.insert_or_assign(std::move(key), Known{version, counted});
+  if (counted) known_.insert_or_assign(std::move(key), Known{version, *counted});
   return counted;
 }
 

@@ -18,7 +18,7 @@ namespace korvex {
 // again.
 class EnumerationCounts {
  public:
-  std::int32_t count(ClColMain& main, const FmtColRec& settings);
+  Result<std::int32_t> count(ClColMain& main, const FmtColRec& settings);
 
   void forget() { known_.clear(); }
 

@@ -34,7 +34,7 @@ std::optional<std::string> ask_for_enumeration_file(const std::string& folder) {
 void open_enumeration_file(const std::string& path, const Messages& messages) {
   for (const auto check :
        {check_file_exists, check_file_readable, check_file_not_in_use, check_file_writable}) {
-    if (const std::int32_t code = check(path); code != 0) {
+    if (const ErrorCode code = check(path); code != error::none) {
       return messages.show(MessageKind::warning, code, "\n" + platform::MessageText::path(path));
     }
   }

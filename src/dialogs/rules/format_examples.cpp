@@ -20,13 +20,13 @@ void FormatExamples::load(const platform::SettingsStore& store) {
   }
 }
 
-std::int32_t FormatExamples::save(const platform::SettingsStore& store) const {
+ErrorCode FormatExamples::save(const platform::SettingsStore& store) const {
   const auto texts = pieces();
   for (std::size_t i = 0; i < texts.size(); ++i) {
-    const std::int32_t result = write_store_value(store, format_example_values[i], texts[i]);
-    if (result != 0) return result;
+    const ErrorCode result = write_store_value(store, format_example_values[i], texts[i]);
+    if (result != error::none) return result;
   }
-  return 0;
+  return error::none;
 }
 
 bool FormatExamples::contains(std::string_view format) const {

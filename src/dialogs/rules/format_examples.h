@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/settings_store.h"
+#include "values/error_codes.h"
 
 namespace korvex {
 
@@ -31,9 +32,9 @@ class FormatExamples {
   void load(const platform::SettingsStore& store);
 
   // Writes the user's examples over the three settings, one that is not needed as an empty text.
-  // Examples that do not fit are left out; one with a comma will be read back as two. 0, or -61,
+  // Examples that do not fit are left out; one with a comma will be read back as two. -61,
   // and the settings before the one that failed are then written.
-  std::int32_t save(const platform::SettingsStore& store) const;
+  ErrorCode save(const platform::SettingsStore& store) const;
 
   const std::vector<std::string>& entries() const { return entries_; }
   bool contains(std::string_view format) const;

@@ -23,10 +23,11 @@ struct SplitFormat {
 
 // Separates what stands between quotation marks from the rest. Going byte by byte is safe: the
 // second byte of a double-byte character is never a blank, a quotation mark or a percent sign.
-std::int32_t split_format(std::string_view format, SplitFormat& split) {
+Result<SplitFormat> split_format(std::string_view format) {
   if (format.empty() || (format.front() != '%' && format.front() != '\'')) {
     return error::empty_format;
   }
+  SplitFormat split;
   bool is_open = false;
   for (std::size_t i = 0; i < format.size(); ++i) {
     const char c = format[i];
@@ -44,7 +45,8 @@ std::int32_t split_format(std::string_view format, SplitFormat& split) {
       split.variable_text += c;
     }
   }
-  return is_open ? error::empty_format : 0;
+  if (is_open) return error::empty_format;
+  return split;
 }
 
 // A number as it counts towards the size: none too large to be added to another.
@@ -58,25 +60,18 @@ std::int64_t size_before(std::string_view token, std::size_t letters) {
 }
 
 // The size of a directive with one letter: a number, or one on each side of a point.
-std::int32_t size_with_point(std::string_view token, std::int64_t& size) {
+Result<std::int64_t> size_with_point(std::string_view token) {
   const std::string_view digits = token.substr(0, token.size() - 1);
   const std::size_t point = digits.find('.');
-  if (digits.empty() || point == std::string_view::npos) {
-    size = size_before(token, 1);
-    return 0;
-  }
+  if (digits.empty() || point == std::string_view::npos) return size_before(token, 1);
   const std::string_view behind = digits.substr(point + 1);
   if (behind.empty() || behind.find('.') != std::string_view::npos) return error::bad_format_digits;
-  size = number_of(digits.substr(0, point)) + number_of(behind);
-  return 0;
+  return number_of(digits.substr(0, point)) + number_of(behind);
 }
 
-std::int32_t directive_size(std::string_view token, std::int64_t& size) {
+Result<std::int64_t> directive_size(std::string_view token) {
   for (const std::string_view letters : {"YMD", "YMA", "TS"}) {
-    if (token.ends_with(letters)) {
-      size = size_before(token, letters.size());
-      return 0;
-    }
+    if (token.ends_with(letters)) return size_before(token, letters.size());
   }
   if (token.empty()) return error::bad_attribute;
   switch (token.back()) {
@@ -85,10 +80,9 @@ std::int32_t directive_size(std::string_view token, std::int64_t& size) {
     case 'N':
     case 'D':
     case 'U':
-      return size_with_point(token, size);
+      return size_with_point(token);
     case 'T':
-      size = size_before(token, 1);
-      return 0;
+      return size_before(token, 1);
     default:
       return error::bad_attribute;
   }
@@ -103,25 +97,22 @@ std::string_view first_directive(std::string_view variable_text) {
 
 }  // namespace
 
-std::int32_t precheck_format(std::string_view format, FormatParts& parts) {
+Result<FormatParts> precheck_format(std::string_view format) {
   std::string dense(format);
   std::erase(dense, ' ');
 
-  SplitFormat split;
-  std::int32_t result = split_format(dense, split);
-  if (result != 0) return result;
-  if (split.parts.fixed > max_fixed_parts) return error::too_many_fixed_parts;
-  const auto fixed_size = static_cast<std::int64_t>(split.fixed_text.size());
+  const Result<SplitFormat> split = split_format(dense);
+  if (!split) return split.code();
+  if (split->parts.fixed > max_fixed_parts) return error::too_many_fixed_parts;
+  const auto fixed_size = static_cast<std::int64_t>(split->fixed_text.size());
   if (fixed_size > size_limit) return error::bad_format_digits;
 
-  if (!split.variable_text.empty()) {
-    std::int64_t size = 0;
-    result = directive_size(first_directive(split.variable_text), size);
-    if (result != 0) return result;
-    if (fixed_size + size > size_limit) return error::bad_format_digits;
+  if (!split->variable_text.empty()) {
+    const Result<std::int64_t> size = directive_size(first_directive(split->variable_text));
+    if (!size) return size.code();
+    if (fixed_size + *size > size_limit) return error::bad_format_digits;
   }
-  parts = split.parts;
-  return 0;
+  return split->parts;
 }
 
 }  // namespace korvex

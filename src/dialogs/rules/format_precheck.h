@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "values/result.h"
+
 namespace korvex {
 
 // A format of this many bytes or more does not fit its field; callers refuse it before the check.
@@ -16,11 +18,10 @@ struct FormatParts {
 };
 
 // A first look at a format as typed, whatever the item: its quotation marks, the number of its
-// parts and the size of its first variable part. 0, or -7, -11, -35 or -52; `parts` is then
-// unchanged.
+// parts and the size of its first variable part. Answers the parts; -7, -11, -35, -52.
 //
 // Tells less than the parser of stored formats and judges some texts differently, so that a format
 // which passes may still be refused when it is stored. It shares no code with it on purpose.
-std::int32_t precheck_format(std::string_view format, FormatParts& parts);
+Result<FormatParts> precheck_format(std::string_view format);
 
 }  // namespace korvex

@@ -17,14 +17,14 @@ class Messages {
   explicit Messages(const ClColMain& main) : main_(main) {}
 
   // The code's text. A `number` of 0 leaves its placeholder alone.
-  platform::MessageText text(std::int32_t code, std::uint64_t number = 0) const;
+  platform::MessageText text(ErrorCode code, std::uint64_t number = 0) const;
 
   // A `number` of 0 leaves the text's placeholder alone.
-  void show(platform::MessageKind kind, std::int32_t code, const platform::MessageText& suffix = {},
+  void show(platform::MessageKind kind, ErrorCode code, const platform::MessageText& suffix = {},
             std::uint64_t number = 0) const;
 
   // Whether the user answers Yes.
-  bool ask(std::int32_t code, const platform::MessageText& suffix = {}) const;
+  bool ask(ErrorCode code, const platform::MessageText& suffix = {}) const;
 
  private:
   const ClColMain& main_;

@@ -18,12 +18,12 @@ bool is_not_null_without_format(ClDGCol& item) {
          item.name.size() < name_limit;
 }
 
-// 0 or a failure; `line` is where the file is wrong.
-std::int32_t check_enumeration_of(ClColMain& main, const ClDGCol& item, std::int32_t& line) {
+// `line` is where the file is wrong.
+ErrorCode check_enumeration_of(ClColMain& main, const ClDGCol& item, std::int32_t& line) {
   const ClFmtColInf* column = main.settings.find_column(item.item_number);
   if (column == nullptr) return error::enumeration_file_missing;
   const std::string path(field_text(column->record.enumeration_path));
-  return check_enumeration(main, path, column->record, line);
+  return check_enumeration(main, path, column->record, line).code();
 }
 
 void check_items(ClColMain& main, SaveCheck& check, bool& has_first_level) {
@@ -33,7 +33,7 @@ void check_items(ClColMain& main, SaveCheck& check, bool& has_first_level) {
     const ItemDisplay& display = item->display();
     if (display.repeat_flag != 0) {
       check.code = check_repeat_level(main, display.repeat_level, item->item_number);
-      if (check.code != 0) {
+      if (check.code != error::none) {
         check.row = row;
         check.suffix = name_suffix(*item);
         return;
@@ -47,7 +47,7 @@ void check_items(ClColMain& main, SaveCheck& check, bool& has_first_level) {
     }
     if (display.generation_type != generation_type::enumeration) continue;
     std::int32_t line = 0;
-    if (const std::int32_t result = check_enumeration_of(main, *item, line); result < 0) {
+    if (const ErrorCode result = check_enumeration_of(main, *item, line); result != error::none) {
       check.code = result;
       check.row = row;
       check.suffix = name_suffix(*item);
@@ -63,7 +63,7 @@ SaveCheck check_before_save(ClColMain& main) {
   SaveCheck check;
   bool has_first_level = false;
   check_items(main, check, has_first_level);
-  if (check.code != 0 || check.repeated_items == 0) return check;
+  if (check.code != error::none || check.repeated_items == 0) return check;
   if (!has_first_level) {
     check.code = error::first_repeat_level_missing;
     return check;

@@ -8,7 +8,7 @@ namespace korvex {
 
 // What the settings of all items come to before they are saved.
 struct SaveCheck {
-  std::int32_t code = 0;         // of the first rule broken; the user sees it with what follows
+  ErrorCode code = error::none;  // of the first rule broken; the user sees it with what follows
   platform::MessageText suffix;  // behind its text
   std::uint64_t number = 0;      // in its text
   int row = -1;                  // of the item that broke it, if it was one

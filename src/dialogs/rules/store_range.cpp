@@ -43,26 +43,26 @@ PartLimits part_limits(const ItemAttributes& item, const RangeRules& rules) {
   return moment_limits;
 }
 
-std::int32_t check_parts(const FormatParts& parts, const PartLimits& limits) {
+ErrorCode check_parts(const FormatParts& parts, const PartLimits& limits) {
   if (parts.fixed > limits.fixed) return error::too_many_fixed_parts;
-  return parts.variable > limits.variable ? error::too_many_variable_parts : 0;
+  return parts.variable > limits.variable ? error::too_many_variable_parts : error::none;
 }
 
-std::int32_t check_values_given(const RangeTexts& texts) {
+ErrorCode check_values_given(const RangeTexts& texts) {
   if (texts.start.empty()) return error::start_not_set;
   if (texts.end.empty()) return error::end_not_set;
-  return texts.increment.empty() ? error::increment_not_set : 0;
+  return texts.increment.empty() ? error::increment_not_set : error::none;
 }
 
-std::int32_t check_entry(const ItemAttributes& item, const RangeTexts& texts,
-                         const RangeRules& rules) {
+ErrorCode check_entry(const ItemAttributes& item, const RangeTexts& texts,
+                      const RangeRules& rules) {
   if (texts.format.empty()) return error::format_not_set;
   if (texts.format.size() >= format_size_limit) return error::format_too_long;
-  FormatParts parts;
-  std::int32_t result = precheck_format(texts.format, parts);
-  if (result == 0) result = check_parts(parts, part_limits(item, rules));
-  if (result == 0 && parts.variable != 0) result = check_values_given(texts);
-  return result;
+  const Result<FormatParts> parts = precheck_format(texts.format);
+  if (!parts) return parts.code();
+  const ErrorCode result = check_parts(*parts, part_limits(item, rules));
+  if (result != error::none || parts->variable == 0) return result;
+  return check_values_given(texts);
 }
 
 // Leading zeros count as digits.
@@ -79,23 +79,23 @@ bool fits_small_integer(std::string_view text) {
          number <= std::numeric_limits<std::int16_t>::max();
 }
 
-std::int32_t check_integer_range(std::int32_t code, const RangeTexts& texts) {
-  if (code != attribute::integer && code != attribute::small_integer) return 0;
+ErrorCode check_integer_range(std::int32_t code, const RangeTexts& texts) {
+  if (code != attribute::integer && code != attribute::small_integer) return error::none;
   const auto fits = code == attribute::integer ? fits_integer : fits_small_integer;
   if (!fits(texts.start)) return error::start_out_of_range;
-  return fits(texts.end) ? 0 : error::end_out_of_range;
+  return fits(texts.end) ? error::none : error::end_out_of_range;
 }
 
 // Whether an entry with these values instead, and the smallest usual increment, ends in the code.
 bool brings_code(const ItemAttributes& item, const std::string& format, const std::string& start,
-                 const std::string& end, std::int32_t code) {
+                 const std::string& end, ErrorCode code) {
   return check_range(item, {format, start, end, first_increment}).code() == code;
 }
 
 // Many codes speak of the format, the start or the end value. To blame is the format when it brings
 // the code without any value, and a value when it does so in the places of both.
 RangePart part_to_blame(const ItemAttributes& item, const RangeTexts& texts,
-                        const RangeRules& rules, std::int32_t code) {
+                        const RangeRules& rules, ErrorCode code) {
   const auto is_brought_by = [&](const std::string& start, const std::string& end) {
     return brings_code(item, texts.format, start, end, code);
   };
@@ -105,7 +105,7 @@ RangePart part_to_blame(const ItemAttributes& item, const RangeTexts& texts,
 }
 
 RangePart wrong_part(const ItemAttributes& item, const RangeTexts& texts, const RangeRules& rules,
-                     std::int32_t code) {
+                     ErrorCode code) {
   switch (code) {
     case error::start_not_set:
     case error::start_count_mismatch:
@@ -135,19 +135,19 @@ RangeStored store_range(ClColMain& main, const RangeEntry& entry, const RangeRul
   const ItemAttributes item = main.current_item()->attributes();
   RangeStored stored;
   stored.code = check_entry(item, entry.texts, rules);
-  if (stored.code == 0) {
+  if (stored.code == error::none) {
     stored.code = store_format(main, entry.texts, entry.initializes, entry.is_custom);
-    if (stored.code == 0 && rules.checks_integer_range) {
+    if (stored.code == error::none && rules.checks_integer_range) {
       stored.code = check_integer_range(item.attribute, entry.texts);
     }
-    stored.clears_values = stored.code == 0 && main.settings.edited().variable_count == 0;
+    stored.clears_values = stored.code == error::none && main.settings.edited().variable_count == 0;
   }
-  if (stored.code != 0) stored.wrong = wrong_part(item, entry.texts, rules, stored.code);
+  if (stored.code != error::none) stored.wrong = wrong_part(item, entry.texts, rules, stored.code);
   stored.hint = range_hint(stored.code);
   return stored;
 }
 
-std::string_view range_hint(std::int32_t code) {
+std::string_view range_hint(ErrorCode code) {
   switch (code) {
     case error::zero_or_not_numeric:
       return "\nPlease check the start value and the end value.";

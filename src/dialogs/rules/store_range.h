@@ -31,7 +31,7 @@ inline constexpr RangeRules value_update_rules = {.decimal_without_digits_is_tex
 enum class RangePart { none, format, start, end, increment };
 
 struct RangeStored {
-  std::int32_t code = 0;              // 0, or what was refused
+  ErrorCode code = error::none;       // what was refused
   RangePart wrong = RangePart::none;  // the text to be typed again
   std::string_view hint;              // belongs behind the message of `code`
   bool clears_values = false;         // the stored format takes no start, end and increment
@@ -44,6 +44,6 @@ RangeStored store_range(ClColMain& main, const RangeEntry& entry, const RangeRul
 
 // What the user should look at again, to be shown behind the message of a code from precheck_format
 // or store_range; empty for most codes.
-std::string_view range_hint(std::int32_t code);
+std::string_view range_hint(ErrorCode code);
 
 }  // namespace korvex

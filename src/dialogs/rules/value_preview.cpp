@@ -19,13 +19,13 @@ constexpr Steps first_values = 3;
 constexpr std::int32_t some_level = 1;
 constexpr std::int32_t no_records = 0;
 
-// The next value of the item. 0, or the code that would fail a run.
-std::int32_t take_value(ItemGenerator& item, std::string& value) {
+// The next value of the item, or the code that would fail a run.
+Result<std::string> take_value(ItemGenerator& item) {
   LineBlock field(0);
-  const std::int32_t code = item.append(field, RunState{});
+  const ErrorCode code = item.append(field, RunState{});
+  if (code != error::none) return code;
   constexpr std::size_t comma = 1;
-  if (code == 0) value.assign(field.data(), field.size() - comma);
-  return code;
+  return std::string(field.data(), field.size() - comma);
 }
 
 // Until the item ends. A fixed text and a time of day may go on for ever: until they come back.
@@ -41,16 +41,17 @@ ValuePreview preview_values(ItemGenerator& item) {
   item.add_field();
   ValuePreview preview;
   preview.count = count_values(item);
-  std::string value;
   for (Steps i = 0; i < std::min(first_values, preview.count); ++i) {
-    preview.code = take_value(item, value);
-    if (preview.code != 0) return {.code = preview.code};
-    preview.first.push_back(value);
+    const Result<std::string> value = take_value(item);
+    if (!value) return {.code = value.code()};
+    preview.first.push_back(*value);
   }
   if (preview.count == endless || preview.count <= first_values) return preview;
   item.rewind();
   item.skip(preview.count - 1);
-  preview.code = take_value(item, preview.last);
+  const Result<std::string> last = take_value(item);
+  preview.code = last.code();
+  if (last) preview.last = *last;
   return preview;
 }
 
@@ -77,9 +78,9 @@ ValuePreview preview_list_for(const FmtColRec& settings, const std::string& path
   std::int32_t line = 0;
   auto values = std::make_unique<ClEnumDataList>();
   bool is_whole = true;
-  const std::int32_t result =
+  const Result<std::int32_t> result =
       look_into_enumeration(apart, path, settings, list_bytes_looked_at, line, *values, is_whole);
-  if (result < 0) return {.code = result, .number = static_cast<std::uint64_t>(line)};
+  if (!result) return {.code = result.code(), .number = static_cast<std::uint64_t>(line)};
   ClFmtColInf column(settings);
   column.record.generation_type = generation_type::enumeration;
   ItemGenerator item(column, layout_kind::record_file, false);
@@ -98,7 +99,7 @@ ValuePreview preview_range(const ClDGCol& item, std::int32_t layout_kind, const 
   trial.settings.begin(some_level, no_records, layout_kind);
   trial.items.push_back(copy_of(item));
   trial.select_item(0);
-  if (const RangeStored stored = store_range(trial, entry, rules); stored.code != 0) {
+  if (const RangeStored stored = store_range(trial, entry, rules); stored.code != error::none) {
     return {.code = stored.code};
   }
   return preview_settings(*trial.settings.find_column(item.item_number), layout_kind);
@@ -116,7 +117,8 @@ ValuePreview preview_list(const ClColMain& main, const std::string& path) {
 }
 
 ValuePreview preview_reference(const ClColMain& main, std::int32_t source_index) {
-  if (const std::int32_t code = check_copy(main, source_index); code != 0) return {.code = code};
+  if (const ErrorCode code = check_copy(main, source_index); code != error::none)
+    return {.code = code};
   const ClDGCol& source = *main.items[static_cast<std::size_t>(source_index)];
   const ClFmtColInf* column = main.settings.find_column(source.item_number);
   if (column == nullptr) return {};
@@ -132,7 +134,7 @@ ValuePreview preview_reference(const ClColMain& main, std::int32_t source_index)
 }
 
 std::string preview_text(const ValuePreview& preview, const Messages& messages) {
-  if (preview.code != 0) {
+  if (preview.code != error::none) {
     std::string why = messages.text(preview.code, preview.number).utf8();
     std::replace(why.begin(), why.end(), '\n', ' ');
     return why;

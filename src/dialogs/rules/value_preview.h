@@ -14,8 +14,8 @@ namespace korvex {
 // What settings would give, seen before they are stored: the first values, the last one and how
 // many there are, or why there are none. Values are code page 932.
 struct ValuePreview {
-  std::int32_t code = 0;     // why there are none, and the rest is empty
-  std::uint64_t number = 0;  // in the text of `code`
+  ErrorCode code = error::none;  // why there are none, and the rest is empty
+  std::uint64_t number = 0;      // in the text of `code`
 
   std::vector<std::string> first = {};
   std::string last = {};  // empty when it is one of the first, or nobody knows it

@@ -251,11 +251,11 @@ void ClDataGenerationDlg::update_repeat() {
 }
 
 void ClDataGenerationDlg::refresh_counts() {
-  RepeatCount count;
-  count_data_items(main_, counts_repeats_only_, count,
-                   [this](ClColMain& main, const FmtColRec& settings) {
-                     return enumeration_counts_.count(main, settings);
-                   });
+  const auto count_values = [this](ClColMain& main, const FmtColRec& settings) {
+    return enumeration_counts_.count(main, settings);
+  };
+  const RepeatCount count =
+      count_data_items(main_, counts_repeats_only_, count_values).value_or(RepeatCount{});
   const std::string size = size_display(count.predicted_bytes, main_.limits().file_size_max);
   control<QLineEdit>(control_id::record_count)
       ->setText(QString::fromStdString(grouped(count.data_items)));
@@ -265,7 +265,7 @@ void ClDataGenerationDlg::refresh_counts() {
 void ClDataGenerationDlg::on_ok() {
   enumeration_counts_.forget();
   const SaveCheck check = check_before_save(main_);
-  if (check.code != 0) {
+  if (check.code != error::none) {
     messages_.show(MessageKind::warning, check.code, check.suffix, check.number);
     return move_to_row(check.row);
   }
@@ -274,8 +274,7 @@ void ClDataGenerationDlg::on_ok() {
     return move_to_row(check.not_null_row);
   }
   // For the items that it marks as left out; nobody sees the numbers.
-  RepeatCount unshown;
-  count_data_items(main_, true, unshown, [](ClColMain&, const FmtColRec&) { return 1; });
+  static_cast<void>(count_data_items(main_, true, [](ClColMain&, const FmtColRec&) { return 1; }));
   if (ClFmtLvlInf* level = main_.settings.current_level()) {
     level->record.repeat_flag = check.repeated_items;
   }
@@ -284,9 +283,9 @@ void ClDataGenerationDlg::on_ok() {
 
 void ClDataGenerationDlg::save() {
   const int quotation = control<QComboBox>(control_id::quotation)->currentIndex();
-  const std::int32_t result = main_.settings.save(std::max(quotation, no_quotation));
+  const ErrorCode result = main_.settings.save(std::max(quotation, no_quotation));
   switch (result) {
-    case 0:
+    case error::none:
       return main_.run_mode() == run_mode::data_file_dialog ? generate() : end(dialog_result::ok);
     case error::all_settings_deleted:
       if (messages_.ask(result)) {
@@ -305,18 +304,18 @@ void ClDataGenerationDlg::save() {
 }
 
 void ClDataGenerationDlg::generate() {
-  std::int32_t result = main_.write_temporary_control_file();
-  if (result == 0) result = generate_from(main_.control_path);
-  if (result != 0) messages_.show(MessageKind::plain, result);
-  end(result == 0 ? dialog_result::ok : dialog_result::cancel);
+  ErrorCode result = main_.write_temporary_control_file();
+  if (result == error::none) result = generate_from(main_.control_path);
+  if (result != error::none) messages_.show(MessageKind::plain, result);
+  end(result == error::none ? dialog_result::ok : dialog_result::cancel);
 }
 
 // The run itself turns every failure into a code.
-std::int32_t ClDataGenerationDlg::generate_from(const std::string& control_path) {
+ErrorCode ClDataGenerationDlg::generate_from(const std::string& control_path) {
   ClGenerateDataFile generator;
   generator.main.control_path = control_path;
   generator.parent = reinterpret_cast<void*>(winId());
-  const std::int32_t result = generator.run();
+  const ErrorCode result = generator.run();
   platform::remove_file(control_path);
   return result;
 }

@@ -70,7 +70,7 @@ class ClDataGenerationDlg : public FormDialog {
 
   void save();
   void generate();
-  std::int32_t generate_from(const std::string& control_path);
+  ErrorCode generate_from(const std::string& control_path);
 
   ClColMain main_;
   Messages messages_;

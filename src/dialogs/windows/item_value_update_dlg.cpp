@@ -206,8 +206,7 @@ void ClItemValueUpdateDlg::add_example() {
   }
   const bool exists = examples_.contains(format);
   if (exists) messages_.show(MessageKind::information, error::example_exists);
-  FormatParts parts;
-  if (const std::int32_t code = precheck_format(format, parts); code != 0) {
+  if (const ErrorCode code = precheck_format(format).code(); code != error::none) {
     refuse(code, range_hint(code), control_id::format);
     return;
   }
@@ -239,7 +238,7 @@ void ClItemValueUpdateDlg::browse_items() {
 }
 
 // The user returns to the control that is to blame, where there is one.
-bool ClItemValueUpdateDlg::refuse(std::int32_t code, std::string_view hint, int control_id) {
+bool ClItemValueUpdateDlg::refuse(ErrorCode code, std::string_view hint, int control_id) {
   messages_.show(MessageKind::plain, code, platform::MessageText::words(hint));
   return_to(control_id);
   return false;
@@ -252,7 +251,7 @@ void ClItemValueUpdateDlg::on_ok() {
   if (!store()) return;
   save_examples();
   if (!may_save(main_)) return;
-  if (const std::int32_t result = main_.settings.save(no_quotation); result != 0) {
+  if (const ErrorCode result = main_.settings.save(no_quotation); result != error::none) {
     refuse(result, {}, 0);
     return;
   }
@@ -269,7 +268,7 @@ bool ClItemValueUpdateDlg::store() {
 
 bool ClItemValueUpdateDlg::store_range_entry() {
   const RangeStored stored = store_range(main_, read_range(*this), value_update_rules);
-  if (stored.code != 0) {
+  if (stored.code != error::none) {
     return refuse(stored.code, stored.hint, control_of(*this, stored.wrong));
   }
   if (stored.clears_values) clear_values(*this);

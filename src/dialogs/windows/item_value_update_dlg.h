@@ -48,7 +48,7 @@ class ClItemValueUpdateDlg : public FormDialog {
   bool store();
   bool store_range_entry();
   void save_examples();
-  bool refuse(std::int32_t code, std::string_view hint, int control_id);
+  bool refuse(ErrorCode code, std::string_view hint, int control_id);
 
   ClColMain main_;
   Messages messages_;

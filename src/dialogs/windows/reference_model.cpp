@@ -19,8 +19,8 @@ QVariant ReferenceModel::data(const QModelIndex& index, int role) const {
     case Qt::EditRole:
       return shown(main_.items[static_cast<std::size_t>(index.row())]->name);
     case Qt::ToolTipRole: {
-      const std::int32_t code = check_copy(main_, index.row());
-      return code == 0 ? QVariant() : QString::fromStdString(messages_.text(code).utf8());
+      const ErrorCode code = check_copy(main_, index.row());
+      return code == error::none ? QVariant() : QString::fromStdString(messages_.text(code).utf8());
     }
     default:
       return {};
@@ -30,7 +30,7 @@ QVariant ReferenceModel::data(const QModelIndex& index, int role) const {
 Qt::ItemFlags ReferenceModel::flags(const QModelIndex& index) const {
   if (!index.isValid()) return {};
   constexpr Qt::ItemFlags greyed = Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
-  return check_copy(main_, index.row()) == 0 ? greyed | Qt::ItemIsEnabled : greyed;
+  return check_copy(main_, index.row()) == error::none ? greyed | Qt::ItemIsEnabled : greyed;
 }
 
 }  // namespace korvex

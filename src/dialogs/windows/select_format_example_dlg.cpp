@@ -76,8 +76,7 @@ void ClSelectFormatExampleDlg::add_example() {
   if (examples_.contains(format)) {
     return refuse(MessageKind::information, error::example_exists);
   }
-  FormatParts parts;
-  if (const std::int32_t code = precheck_format(format, parts); code != 0) {
+  if (const ErrorCode code = precheck_format(format).code(); code != error::none) {
     return refuse(MessageKind::warning, code, range_hint(code));
   }
   list_.add(format);
@@ -87,7 +86,7 @@ void ClSelectFormatExampleDlg::add_example() {
   is_changed_ = true;
 }
 
-void ClSelectFormatExampleDlg::refuse(MessageKind kind, std::int32_t code, std::string_view hint) {
+void ClSelectFormatExampleDlg::refuse(MessageKind kind, ErrorCode code, std::string_view hint) {
   messages_.show(kind, code, platform::MessageText::words(hint));
   return_to(control_id::example_format);
 }
@@ -105,8 +104,8 @@ void ClSelectFormatExampleDlg::delete_example() {
 void ClSelectFormatExampleDlg::on_ok() {
   format_ = control<CodePageEdit>(control_id::example_format)->bytes();
   if (is_changed_) {
-    const std::int32_t code = examples_.save(platform::SettingsStore(platform::host_key()));
-    if (code != 0) return messages_.show(MessageKind::warning, code);
+    const ErrorCode code = examples_.save(platform::SettingsStore(platform::host_key()));
+    if (code != error::none) return messages_.show(MessageKind::warning, code);
   }
   end(dialog_result::ok);
 }

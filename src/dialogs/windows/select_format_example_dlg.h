@@ -28,7 +28,7 @@ class ClSelectFormatExampleDlg : public FormDialog {
 
  private:
   void add_example();
-  void refuse(platform::MessageKind kind, std::int32_t code, std::string_view hint = {});
+  void refuse(platform::MessageKind kind, ErrorCode code, std::string_view hint = {});
   void delete_example();
   void take_selected();
   void show_format(const std::string& format);

@@ -126,7 +126,7 @@ void ClSelectItemDlg::on_ok() {
   refuse(error::no_such_name);
 }
 
-void ClSelectItemDlg::refuse(std::int32_t code) {
+void ClSelectItemDlg::refuse(ErrorCode code) {
   messages_.show(platform::MessageKind::plain, code);
   return_to(control_id::selected_name);
 }

@@ -32,7 +32,7 @@ class ClSelectItemDlg : public FormDialog {
   int last_position_of_name() const;
   void take_row(int row);
   void show_name();
-  void refuse(std::int32_t code);
+  void refuse(ErrorCode code);
   void find(const QString& text);
 
   ClDGColList& items_;

@@ -63,7 +63,7 @@ class ClSetupFormatDlg : public FormDialog {
   bool store_enumeration();
 
   struct Refusal {
-    std::int32_t code;
+    ErrorCode code;
     platform::MessageText suffix = {};
     std::uint64_t number = 0;
   };

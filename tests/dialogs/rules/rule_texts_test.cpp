@@ -94,8 +94,9 @@ TEST(FormatPrecheckTest, CountsThePartsOrRefusesWithTheFirstRuleBroken) {
   };
   for (const Row& row : rows) {
     for (const std::string& format : row.formats) {
-      FormatParts parts = {7, 7};  // which a refusal leaves
-      EXPECT_EQ(precheck_format(format, parts), row.code) << format;
+      const Result<FormatParts> checked = precheck_format(format);
+      EXPECT_EQ(checked.code(), row.code) << format;
+      const FormatParts parts = checked.value_or({7, 7});
       EXPECT_EQ(parts.variable, row.variable) << format;
       EXPECT_EQ(parts.fixed, row.fixed) << format;
     }

@@ -99,8 +99,8 @@ TEST_F(StoreRangeTest, LimitsThePartsByAttribute) {
       SCOPED_TRACE(std::to_string(attribute) + " " + format);
       open({attribute, 0, 9, std::stoi(digits), 0});
       const RangeTexts texts = {format, "", "9", "1"};
-      EXPECT_EQ((std::vector{store(texts, setup_format_rules).code,
-                             store(texts, value_update_rules).code}),
+      EXPECT_EQ((std::vector<std::int32_t>{store(texts, setup_format_rules).code,
+                                           store(texts, value_update_rules).code}),
                 numbers(codes));
     }
   }
