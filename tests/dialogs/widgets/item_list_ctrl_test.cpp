@@ -95,7 +95,7 @@ TEST_F(ItemListTest, SharesItsOuterWidthInWholeUnitsUntilTheUserDragsAnEdge) {
   QTest::mouseRelease(header, Qt::LeftButton, {}, edge + QPoint(30, 0));
   const std::vector<int> dragged = widths();
   EXPECT_GT(dragged[0], 120);
-  list_.resize(420, 200);
+  list_.resize(1200, 200);
   EXPECT_EQ(widths(), dragged);
 }
 
