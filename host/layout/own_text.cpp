@@ -1,6 +1,8 @@
 #include "host/layout/own_text.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 
 #include "host/text/code_page_text.h"
 #include "platform/printable_text.h"
@@ -29,6 +31,20 @@ std::optional<std::string> find_bad_character(const Layout& layout, std::string_
   if (layout.is_utf8 || exact_code_page_text(text, &bad_offset)) return std::nullopt;
   return named_character(text, bad_offset) +
          ", expected characters of code page 932, or encoding = \"utf-8\" in [layout]";
+}
+
+std::optional<std::string> number_text(const toml::node& node) {
+  if (const auto* text = node.as_string()) return text->get();
+  std::array<char, 64> digits;
+  std::to_chars_result end = {};
+  if (const auto* whole = node.as_integer()) {
+    end = std::to_chars(digits.begin(), digits.end(), whole->get());
+  } else if (const auto* number = node.as_floating_point()) {
+    end = std::to_chars(digits.begin(), digits.end(), number->get());
+  } else {
+    return std::nullopt;
+  }
+  return std::string(digits.begin(), end.ptr);
 }
 
 std::optional<PlacedText> placed_text(TableReader& reader, std::string_view key) {

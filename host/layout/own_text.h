@@ -20,6 +20,10 @@ std::string named_character(std::string_view text, std::size_t offset);
 // message: ` has the character "€" at place 2, expected ...`.
 std::optional<std::string> find_bad_character(const Layout& layout, std::string_view text);
 
+// A number as it is written, as far as that can be told: the shortest text that reads as the same
+// number, which has all of up to 15 digits; or a string. Nothing for what is neither.
+std::optional<std::string> number_text(const toml::node& node);
+
 // The text at a key, with its place; nothing without one or after an error.
 std::optional<PlacedText> placed_text(TableReader& reader, std::string_view key);
 

@@ -7,6 +7,7 @@
 
 #include "host/layout/source_place.h"
 #include "host/ways/fraction.h"
+#include "host/ways/group_sizes.h"
 #include "host/ways/zipf.h"
 
 // What a layout says of values beyond what the module knows: sources of the program's own, and ways
@@ -32,7 +33,29 @@ struct TemplateValues {
   PlacedText text;
 };
 
-using OwnValues = std::variant<std::monostate, ListValues, BuiltinValues, TemplateValues>;
+// An item of another layout: a record of it for each record of this one.
+struct KeyValues {
+  std::string layout;  // the path
+  SourcePlace layout_place;
+  PlacedText item;
+  std::optional<ways::GroupBounds> each;  // so many records of this layout to each of the other
+  SourcePlace each_place;
+};
+
+// The place of a record among those with the same key.
+struct LineValues {
+  PlacedText of;
+};
+
+// The value of another item and a distance that is drawn evenly, in days, seconds or numbers.
+struct OffsetValues {
+  PlacedText of;
+  PlacedText from;
+  PlacedText to;
+};
+
+using OwnValues = std::variant<std::monostate, ListValues, BuiltinValues, TemplateValues, KeyValues,
+                               LineValues, OffsetValues>;
 
 enum class Order { forward, shuffled, random, zipf };
 

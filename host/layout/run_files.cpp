@@ -40,6 +40,19 @@ std::vector<List> lists_of(const Layout& layout, const std::vector<std::string>&
   return lists;
 }
 
+// What values beyond the module's come from, which leaves no reports behind.
+void add_own_files(const Layout& layout, DistinctFiles& files) {
+  for (const LayoutItem& item : layout.items) {
+    if (!item.values) continue;
+    const std::string owner = "item " + platform::printable(item.name);
+    if (const auto* list = std::get_if<ListValues>(&item.values->own)) {
+      if (!list->file.empty()) files.read(list->file, "the value list of " + owner);
+    } else if (const auto* key = std::get_if<KeyValues>(&item.values->own)) {
+      if (!key->layout.empty()) files.read(key->layout, "the layout that " + owner + " points to");
+    }
+  }
+}
+
 void add_lists(const std::vector<List>& lists, DistinctFiles& files) {
   for (const List& list : lists) files.read(list.path, list.role);
 }
@@ -49,6 +62,7 @@ void add_lists(const std::vector<List>& lists, DistinctFiles& files) {
 void add_read_files(const Layout& layout, const std::vector<std::string>& kept_lists,
                     DistinctFiles& files) {
   files.read(layout.file, "the layout");
+  add_own_files(layout, files);
   add_lists(lists_of(layout, kept_lists), files);
 }
 
@@ -58,6 +72,7 @@ std::vector<LayoutError> find_file_conflicts(const Layout& layout,
   const std::string store = platform::SettingsStore(platform::host_key()).path();
   if (!store.empty()) files.read(store, "the settings store");
   files.read(layout.file, "the layout");
+  add_own_files(layout, files);
   const std::vector<List> lists = lists_of(layout, kept_lists);
   add_lists(lists, files);
   std::vector<LayoutError> errors;

@@ -15,6 +15,7 @@ struct ValuesReading {
   TableReader& reader;
   const Layout& layout;  // its header
   ItemValues& values;
+  std::vector<LayoutError>& errors;
 };
 
 // Whether a way can lead through the values of a type: not where the record itself decides.
@@ -43,10 +44,13 @@ extern const ValueType default_type;
 extern const ValueType list_type;
 extern const ValueType builtin_type;
 extern const ValueType template_type;
+extern const ValueType key_type;
+extern const ValueType line_type;
+extern const ValueType offset_type;
 
 // All of them, in the order in which messages list them.
-inline const std::array value_types = {&initial_type,     &range_type,   &reference_type,
-                                       &enumeration_type, &default_type, &list_type,
-                                       &builtin_type,     &template_type};
+inline const std::array value_types = {
+    &initial_type, &range_type,    &reference_type, &enumeration_type, &default_type, &list_type,
+    &builtin_type, &template_type, &key_type,       &line_type,        &offset_type};
 
 }  // namespace korvex::host

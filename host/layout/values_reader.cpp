@@ -79,7 +79,7 @@ ItemValues read_values(const toml::table& table, const Layout& layout,
           {"type", reader.place("type"), "type \"" + std::string(type->name) + '"'});
     }
     reject_keys_of_other_types(reader, *type);
-    type->read({reader, layout, values});
+    type->read({reader, layout, values, errors});
     read_way(reader, *type, values, errors);
     read_repeat(reader, values, errors);
   } else {

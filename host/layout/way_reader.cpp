@@ -1,7 +1,6 @@
 #include "host/layout/way_reader.h"
 
 #include <array>
-#include <charconv>
 
 #include "host/layout/own_text.h"
 
@@ -16,22 +15,6 @@ constexpr std::array<std::string_view, 6> way_keys = {"order",   "joint", "withi
                                                       "weights", "skew",  "group"};
 // What goes with every source that has values at all.
 constexpr std::array<std::string_view, 4> other_keys = {"empty", "empty_with", "when", "salt"};
-
-// A number as it is written, as far as that can be told: the shortest text that reads as the same
-// number, which has all of up to 15 digits.
-std::optional<std::string> number_text(const toml::node& node) {
-  if (const auto* text = node.as_string()) return text->get();
-  std::array<char, 64> digits;
-  std::to_chars_result end = {};
-  if (const auto* whole = node.as_integer()) {
-    end = std::to_chars(digits.begin(), digits.end(), whole->get());
-  } else if (const auto* number = node.as_floating_point()) {
-    end = std::to_chars(digits.begin(), digits.end(), number->get());
-  } else {
-    return std::nullopt;
-  }
-  return std::string(digits.begin(), end.ptr);
-}
 
 using ParseNumber = ways::Result<ways::Fraction> (*)(std::string_view);
 

@@ -5,12 +5,19 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <unordered_map>
 #include <utility>
 
 #include "host/layout/own_items.h"
+#include "host/process/distinct_files.h"
 #include "host/records/engine_source.h"
+#include "host/records/moment_scale.h"
+#include "host/records/prepared_layout.h"
 #include "host/records/row_values.h"
+#include "host/sources/key_source.h"
+#include "host/sources/line_source.h"
+#include "host/sources/offset_source.h"
 #include "host/sources/template_source.h"
 #include "host/sources/template_text.h"
 #include "platform/printable_text.h"
@@ -35,10 +42,12 @@ sources::End end_of(const ItemValues& values) {
 // Makes the fields of the items, each after those that it asks.
 class FieldMaker {
  public:
-  FieldMaker(const Layout& layout, const std::vector<PreparedItem>& items, Run& run)
+  FieldMaker(const Layout& layout, const std::vector<PreparedItem>& items, Run& run,
+             LayoutFamily& family)
       : layout_(layout),
         items_(items),
         run_(run),
+        family_(family),
         engine_(std::make_shared<EngineRecords>(run, layout.kind)),
         engine_facts_(run.field_facts()),
         parts_(items.size()) {
@@ -71,12 +80,21 @@ class FieldMaker {
     std::size_t engine_field = 0;  // in the run, where the item has settings
     State state = State::unmade;
     std::unique_ptr<sources::Source> source;  // null: made together with the field
+    std::uint64_t period = 0;                 // of the source
     std::vector<ways::Fraction> weights;      // that come with the source
-    std::string rows;                         // of lists and sets
+    std::string rows;                         // of lists, sets and layouts
+    std::shared_ptr<sources::Groups> groups;  // of a key with each, once they are needed
   };
 
-  // Fields that take one row, or go through all combinations.
-  struct Company {
+  // Fields that take one row.
+  struct Group {
+    std::size_t first = 0;
+    std::optional<std::size_t> way_giver;
+    std::shared_ptr<sources::Way> way;
+  };
+
+  // Fields that go through all combinations together.
+  struct Joint {
     std::vector<std::size_t> members;
     std::shared_ptr<ways::JointShuffle> shuffle;
   };
@@ -136,11 +154,48 @@ class FieldMaker {
       take_rows(i, read_rows(*list, item(i), layout_, made_.errors));
     } else if (const auto* builtin = std::get_if<BuiltinValues>(&origin->own)) {
       take_rows(i, read_rows(*builtin, item(i), layout_, made_.errors));
+    } else if (const auto* key = std::get_if<KeyValues>(&origin->own)) {
+      take_parent(i, *key);
     } else if (has_way) {
       take_course(i, *values);
     }
-    if (parts_[i].source != nullptr && *parts_[i].source->period() > ways::most_indices) {
+    if (parts_[i].source != nullptr) parts_[i].period = *parts_[i].source->period();
+    if (parts_[i].period > ways::most_indices) {
       report(i, values->way.place, "has more values than a way can lead through");
+    }
+  }
+
+  void take_parent(std::size_t i, const KeyValues& key) {
+    const auto found = family_.find(key.layout);
+    if (!found) {
+      report(i, key.layout_place,
+             "layout leads to " + platform::printable(key.layout) + found.reason());
+      return;
+    }
+    const std::shared_ptr<PreparedLayout>& parent = *found;
+    const auto& items = parent->items();
+    const auto place = std::find_if(items.begin(), items.end(), [&](const PreparedItem& other) {
+      return other.item->name == key.item.text;
+    });
+    const EmptinessRules* emptiness = nullptr;
+    if (place != items.end() && place->item->values) emptiness = &place->item->values->emptiness;
+    if (place == items.end()) {
+      report(i, key.item.place,
+             "item is " + quoted(key.item.text) + ", expected an item of the records of " +
+                 platform::printable(key.layout));
+    } else if (emptiness != nullptr &&
+               (emptiness->share || emptiness->with || !emptiness->when.empty())) {
+      report(i, key.item.place,
+             "item is " + quoted(key.item.text) +
+                 ", which some records leave empty, expected one that always has a value");
+    } else if (parent->layout().records == 0) {
+      report(i, key.layout_place,
+             "layout leads to " + platform::printable(key.layout) + ", which has no records");
+    } else {
+      Field* field = parent->fields()[static_cast<std::size_t>(place - items.begin())].get();
+      const auto records = static_cast<std::uint64_t>(parent->layout().records);
+      parts_[i].source = sources::make_key_source({parent, field}, records);
+      parts_[i].rows = "layout " + settled_path(key.layout);
     }
   }
 
@@ -167,33 +222,59 @@ class FieldMaker {
   }
 
   void join_group(std::size_t i, const ItemValues& values) {
-    Company& group = groups_[values.group->text];
-    group.members.push_back(i);
-    const std::size_t first = group.members.front();
-    if (parts_[i].rows.empty() || parts_[i].rows != parts_[first].rows) {
+    Group& group = groups_.try_emplace(values.group->text, Group{i, {}, {}}).first->second;
+    if (parts_[i].rows.empty() || parts_[i].rows != parts_[group.first].rows) {
       report(i, values.group->place,
              "group " + quoted(values.group->text) +
-                 " has items of other rows, expected the "
-                 "columns of one list or set");
-      return;
-    }
-    const LayoutItem*& giver = group_givers_[values.group->text];
-    if (!values.way.is_given()) return;
-    if (giver != nullptr) {
+                 " has items of other rows, expected items of one list, set or layout");
+    } else if (values.way.is_given() && group.way_giver) {
       report(i, values.way.place,
              "group " + quoted(values.group->text) + " has the way of item " +
-                 platform::printable(giver->name) + " already, expected one way");
-      return;
+                 platform::printable(names_[*group.way_giver]) + " already, expected one way");
+    } else if (values.way.is_given()) {
+      group.way_giver = i;
     }
-    giver = &item(i);
   }
 
-  const ItemValues& way_giver(std::size_t i) const {
-    const ItemValues& values = *values_of(i);
-    if (!values.group) return values;
-    const auto giver = group_givers_.find(values.group->text);
-    return giver == group_givers_.end() || giver->second == nullptr ? values
-                                                                    : *giver->second->values;
+  // The item whose way another one takes: that of its group, or its own.
+  std::size_t way_giver(std::size_t i) const {
+    const std::optional<PlacedText>& name = values_of(i)->group;
+    const auto group = name ? groups_.find(name->text) : groups_.end();
+    return group == groups_.end() ? i : group->second.way_giver.value_or(i);
+  }
+
+  // The groups that a key with each makes of the records; null for any other item, and after an
+  // error.
+  std::shared_ptr<sources::Groups> groups_of(std::size_t i) {
+    if (values_of(i) == nullptr) return nullptr;
+    const std::size_t giver = way_giver(i);
+    const auto* key = std::get_if<KeyValues>(&values_of(giver)->own);
+    if (key == nullptr || !key->each) return nullptr;
+    if (parts_[giver].groups == nullptr) {
+      const auto sizes = ways::GroupSizes::make(key_of<Use::each>(giver),
+                                                static_cast<std::uint64_t>(layout_.records),
+                                                parts_[giver].period, *key->each);
+      if (!sizes) {
+        report(giver, key->each_place, "each: " + sizes.reason());
+        return nullptr;
+      }
+      parts_[giver].groups = std::make_shared<sources::Groups>(*sizes);
+    }
+    return parts_[giver].groups;
+  }
+
+  // The groups of a key that an item names.
+  std::shared_ptr<sources::Groups> named_groups(std::size_t i, const PlacedText& name,
+                                                std::string_view key) {
+    const auto other = find(name);
+    const std::size_t errors_before = made_.errors.size();
+    auto groups = other ? groups_of(*other) : nullptr;
+    if (groups == nullptr && made_.errors.size() == errors_before) {
+      report(i, name.place,
+             std::string(key) + " is " + quoted(name.text) +
+                 ", expected an item of type \"key\" with each");
+    }
+    return groups;
   }
 
   template <Use use>
@@ -206,10 +287,23 @@ class FieldMaker {
     return ways::make_key<use>(origin(salt_of(i)));
   }
 
+  // Items of a group share their way.
+  std::shared_ptr<sources::Way> way_of(std::size_t i) {
+    const ItemValues& values = *values_of(i);
+    if (!values.group) return make_way(i);
+    std::shared_ptr<sources::Way>& way = groups_[values.group->text].way;
+    if (way == nullptr) way = make_way(way_giver(i));
+    return way;
+  }
+
   std::unique_ptr<sources::Way> make_way(std::size_t i) {
     const ItemValues& values = *values_of(i);
-    const WayRules& way = way_giver(i).way;
-    const std::uint64_t period = *parts_[i].source->period();
+    const WayRules& way = values.way;
+    const std::uint64_t period = parts_[i].period;
+    if (const auto* key = std::get_if<KeyValues>(&values.own); key != nullptr && key->each) {
+      auto groups = groups_of(i);
+      return groups == nullptr ? nullptr : sources::parent_of(std::move(groups));
+    }
     switch (way.order) {
       case Order::forward:
         return sources::forward(period, end_of(values));
@@ -228,20 +322,19 @@ class FieldMaker {
     const ItemValues& values = *values_of(i);
     if (way.joint) return make_joint(i, way);
     if (way.within) {
-      report(
-          i, way.within->place,
-          "within is " + quoted(way.within->text) + ", expected an item of type \"key\" with each");
-      return nullptr;
+      auto groups = named_groups(i, *way.within, "within");
+      if (groups == nullptr) return nullptr;
+      return sources::shuffled_within(key_of<Use::order>(i), period, std::move(groups));
     }
     return sources::shuffled(key_of<Use::order>(i), period, end_of(values));
   }
 
   std::unique_ptr<sources::Way> make_joint(std::size_t i, const WayRules& way) {
-    Company& company = joints_[way.joint->text];
+    Joint& company = joints_[way.joint->text];
     if (company.shuffle == nullptr) {
       std::vector<std::uint64_t> periods;
       for (const std::size_t member : company.members) {
-        periods.push_back(*parts_[member].source->period());
+        periods.push_back(parts_[member].period);
       }
       auto shuffle =
           ways::JointShuffle::make(ways::make_key<Use::joint>(origin(way.joint->text)), periods);
@@ -252,10 +345,6 @@ class FieldMaker {
       company.shuffle = std::make_shared<ways::JointShuffle>(std::move(*shuffle));
     }
     const auto place = std::find(company.members.begin(), company.members.end(), i);
-    if (place == company.members.end()) {
-      report(i, way.joint->place, "joint stands in a group, expected an item of its own");
-      return nullptr;
-    }
     return sources::joint(company.shuffle,
                           static_cast<std::size_t>(place - company.members.begin()),
                           end_of(*values_of(i)));
@@ -324,7 +413,7 @@ class FieldMaker {
   }
 
   std::unique_ptr<Field> field_on_way(std::size_t i) {
-    auto way = make_way(i);
+    auto way = way_of(i);
     if (way == nullptr) return nullptr;
     return std::make_unique<Field>(std::move(parts_[i].source), std::move(way));
   }
@@ -341,9 +430,43 @@ class FieldMaker {
       if (other != nullptr) source = sources::make_template_source({{"", other, {}}});
     } else if (const auto* text = std::get_if<TemplateValues>(&values->own)) {
       source = make_template(i, text->text);
+    } else if (const auto* line = std::get_if<LineValues>(&values->own)) {
+      auto groups = named_groups(i, line->of, "of");
+      if (groups != nullptr) source = sources::make_line_source(std::move(groups));
+    } else if (const auto* offset = std::get_if<OffsetValues>(&values->own)) {
+      source = make_offset(i, *offset);
     }
     if (source == nullptr) return nullptr;
     return std::make_unique<Field>(std::move(source), sources::forward());
+  }
+
+  std::unique_ptr<sources::Source> make_offset(std::size_t i, const OffsetValues& offset) {
+    Field* other = need(i, offset.of, "of");
+    if (other == nullptr) return nullptr;
+    const ItemAttributes& attributes = item(*find(offset.of)).attributes;
+    const FieldForm form = moment_form(attributes.attribute);
+    const bool is_moment = form != FieldForm::as_it_is;
+    const auto decimals = static_cast<unsigned>(is_moment ? 0 : attributes.decimals);
+    auto units = sources::number_scale(decimals);
+    sources::Distance distance;
+    for (const auto& [text, number, key] :
+         {std::tuple{&offset.from, &distance.least, "from"}, {&offset.to, &distance.most, "to"}}) {
+      const auto read = units->read(text->text);
+      if (read) {
+        *number = *read;
+        continue;
+      }
+      report(i, text->place,
+             std::string(key) + " is " + quoted(text->text) + ", expected a number with at most " +
+                 std::to_string(decimals) + " decimals");
+      return nullptr;
+    }
+    if (distance.least > distance.most) {
+      report(i, offset.to.place, "to is below from, expected the larger number");
+      return nullptr;
+    }
+    return sources::make_offset_source(*other, is_moment ? moment_scale(form) : std::move(units),
+                                       key_of<Use::order>(i), distance);
   }
 
   std::unique_ptr<sources::Source> make_template(std::size_t i, const PlacedText& text) {
@@ -393,22 +516,23 @@ class FieldMaker {
   const Layout& layout_;
   const std::vector<PreparedItem>& items_;
   Run& run_;
+  LayoutFamily& family_;
   std::shared_ptr<EngineRecords> engine_;
   std::vector<FieldFacts> engine_facts_;
   std::vector<std::string> names_;  // UTF-8
   std::unordered_map<std::string_view, std::size_t> places_;
   std::vector<Part> parts_;
-  std::map<std::string, Company> groups_;
-  std::map<std::string, const LayoutItem*> group_givers_;
-  std::map<std::string, Company> joints_;
+  std::map<std::string, Group> groups_;
+  std::map<std::string, Joint> joints_;
   std::vector<std::size_t> path_;  // of fields in the making
   LayoutFields made_;
 };
 
 }  // namespace
 
-LayoutFields make_fields(const Layout& layout, const std::vector<PreparedItem>& items, Run& run) {
-  return FieldMaker(layout, items, run).make();
+LayoutFields make_fields(const Layout& layout, const std::vector<PreparedItem>& items, Run& run,
+                         LayoutFamily& family) {
+  return FieldMaker(layout, items, run, family).make();
 }
 
 }  // namespace korvex::host

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "host/layout/layout.h"
+#include "host/records/layout_family.h"
 #include "host/records/prepared_item.h"
 #include "host/sources/field.h"
 #include "run/run.h"
@@ -17,8 +18,9 @@ struct LayoutFields {
   std::vector<LayoutError> errors;
 };
 
-// `items` are those of the records; the run has the ones among them that have settings. Both must
-// outlive the fields.
-LayoutFields make_fields(const Layout& layout, const std::vector<PreparedItem>& items, Run& run);
+// `items` are those of the records, keys lead to layouts of the family; the run has the ones among
+// them that have settings. Both must outlive the fields.
+LayoutFields make_fields(const Layout& layout, const std::vector<PreparedItem>& items, Run& run,
+                         LayoutFamily& family);
 
 }  // namespace korvex::host

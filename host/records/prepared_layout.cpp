@@ -35,6 +35,22 @@ bool has_only_booleans(const ClEnumDataList& values) {
 int PreparedLayout::prepare(const std::string& file, std::optional<std::int32_t> records,
                             std::ostream& messages, MisreadTexts misread,
                             std::optional<RepeatCount>* prediction, RecordsAsked asked) {
+  int status = read(file, records, asked, messages, misread);
+  if (status == exit_status::done) status = prepare_records(messages, misread, prediction);
+  if (status != exit_status::done || host::is_plain(layout_)) return status;
+  LayoutFamily family(file, messages, misread);
+  return prepare_fields(messages, family);
+}
+
+int PreparedLayout::prepare_member(const std::string& file, std::ostream& messages,
+                                   MisreadTexts misread, LayoutFamily& family) {
+  int status = read(file, std::nullopt, RecordsAsked::all, messages, misread);
+  if (status == exit_status::done) status = prepare_records(messages, misread, nullptr);
+  return status == exit_status::done ? prepare_fields(messages, family) : status;
+}
+
+int PreparedLayout::read(const std::string& file, std::optional<std::int32_t> records,
+                         RecordsAsked asked, std::ostream& messages, MisreadTexts misread) {
   LayoutReading reading = read_layout(file, records, MissingLists::refused);
   if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
   layout_ = std::move(reading.layout);
@@ -47,6 +63,11 @@ int PreparedLayout::prepare(const std::string& file, std::optional<std::int32_t>
     print_digit_warnings(layout_, messages);
     if (refuses_lists(messages)) return exit_status::wrong_usage;
   }
+  return exit_status::done;
+}
+
+int PreparedLayout::prepare_records(std::ostream& messages, MisreadTexts misread,
+                                    std::optional<RepeatCount>* prediction) {
   const std::optional<Layout> copy = copy_layout(layout_, scratch_, messages);
   if (!copy) return exit_status::failed;
   copy_ = *copy;
@@ -57,13 +78,12 @@ int PreparedLayout::prepare(const std::string& file, std::optional<std::int32_t>
   }
   if (copy_.items.empty()) {
     match_items();
-    return prepare_fields(messages);
+    return exit_status::done;
   }
   const SettingsResult settings = write_settings_of(copy_);
   if (print_failures(settings, layout_, messages)) return exit_status::failed;
   if (prediction != nullptr) *prediction = predict(copy_, settings.repeated_items > 0);
-  int status = load(messages);
-  if (status == exit_status::done) status = prepare_fields(messages);
+  const int status = load(messages);
   // Settings may have lists of their own.
   const bool is_refused = misread == MisreadTexts::refused && refuses_lists(messages);
   return status == exit_status::done && is_refused ? exit_status::wrong_usage : status;
@@ -146,9 +166,8 @@ void PreparedLayout::match_items() {
   }
 }
 
-int PreparedLayout::prepare_fields(std::ostream& messages) {
-  if (host::is_plain(layout_)) return exit_status::done;
-  LayoutFields made = make_fields(layout_, items_, run_);
+int PreparedLayout::prepare_fields(std::ostream& messages, LayoutFamily& family) {
+  LayoutFields made = make_fields(layout_, items_, run_, family);
   if (print_layout_errors(layout_, made.errors, messages)) return exit_status::wrong_usage;
   fields_ = std::move(made.fields);
   return exit_status::done;

@@ -20,10 +20,6 @@
 
 namespace korvex::host {
 
-// What becomes of texts that would be read as others than their writer meant: who only looks at the
-// records is warned, who stores them is stopped.
-enum class MisreadTexts { warned, refused };
-
 // Whether a number of records that is asked for is that of all, or of the first that are looked at.
 enum class RecordsAsked { all, first };
 
@@ -37,6 +33,10 @@ class PreparedLayout {
               MisreadTexts misread = MisreadTexts::warned,
               std::optional<RepeatCount>* prediction = nullptr,
               RecordsAsked asked = RecordsAsked::all);
+
+  // The same for a layout that the keys of another lead to: with fields, whatever it is.
+  int prepare_member(const std::string& file, std::ostream& messages, MisreadTexts misread,
+                     LayoutFamily& family);
 
   // The layout as the user wrote it; its `records` are those asked for.
   const Layout& layout() const { return layout_; }
@@ -59,11 +59,15 @@ class PreparedLayout {
   const std::vector<std::unique_ptr<sources::Field>>& fields() const { return fields_; }
 
  private:
+  int read(const std::string& file, std::optional<std::int32_t> records, RecordsAsked asked,
+           std::ostream& messages, MisreadTexts misread);
   bool refuses_lists(std::ostream& messages);
   int load(std::ostream& messages);
   ErrorCode prepare_run(std::int32_t& bad_line);
   void match_items();
-  int prepare_fields(std::ostream& messages);
+  int prepare_records(std::ostream& messages, MisreadTexts misread,
+                      std::optional<RepeatCount>* prediction);
+  int prepare_fields(std::ostream& messages, LayoutFamily& family);
 
   Layout layout_;
   ScratchFolder scratch_;

@@ -2,14 +2,12 @@
 
 #include <algorithm>
 
-#include "host/layout/failure_text.h"
 #include "host/layout/own_text.h"
 #include "host/records/field_form.h"
 #include "host/text/code_page_text.h"
 #include "lists/enumeration_value.h"
 #include "platform/printable_text.h"
 #include "values/attributes.h"
-#include "values/error_codes.h"
 
 namespace korvex::host {
 
@@ -49,9 +47,13 @@ std::optional<std::string> ValueRule::fault(std::string_view text) const {
   }
   // What the code page lacks is refused where the layout is read.
   const auto stored = exact_code_page_text(text);
-  const auto code = EnumerationRule(attributes).check(stored ? *stored : std::string(text));
-  if (code == 0) return std::nullopt;
-  return "is \"" + platform::printable(text) + "\": " + numbered_message(code, *layout_);
+  const std::string bytes = stored ? *stored : std::string(text);
+  if (EnumerationRule(attributes).check(bytes) == 0) return std::nullopt;
+  if (is_text_) {
+    return "has " + std::to_string(bytes.size()) + " bytes in code page 932, expected at most " +
+           std::to_string(most_);
+  }
+  return "is \"" + platform::printable(text) + "\", expected what the item's size and sign allow";
 }
 
 }  // namespace korvex::host

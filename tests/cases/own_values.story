@@ -82,7 +82,7 @@ each VALUES SAYS
   "list", values = ["é"] | 37: <*>"é" at place 1, expected characters of code page 932, or encoding = "utf-8" in [layout]
   "list", file = "none.txt" | 34: <*>none.txt, which cannot be read: No such file or directory
   "list", file = "bad.txt" | 34: <*>bad.txt: line 1 is not UTF-8, expected a text in UTF-8
-  "list", file = "long.txt" | 34: <*>long.txt: line 2 <*>
+  "list", file = "long.txt" | 34: <*>long.txt: line 2 has 19 bytes <*>
   "list", file = "empty.txt" | 34: <*>empty.txt, which is empty, expected a value a line
   "list", file = "places.tsv", column = "x" | 57: column is "x", expected one of "city", "country"
   "builtin" | 10: [item.values] has no set, expected <*>
@@ -106,7 +106,7 @@ each VALUES SAYS
   "list", values = ["a"], empty = nan | 51: empty is nan: <*>, expected a share from 0 to 1
   "list", values = ["a"], empty_with = "X" | 56: item A: empty_with names "X", expected an item of the records
   "list", values = ["a"], within = "B" | 52: item A: within is "B", expected an item of type "key" with each
-  "list", values = ["a"], group = "b" | 51: item A: group "b" has items of other rows, expected the columns of one list or set
+  "list", values = ["a"], group = "b" | 51: item A: group "b" has items of other rows, expected items of one list, set or layout
   "list", values = ["a", "b"], group = "b", order = "random" | 69: item A: group "b" has the way of item B already, expected one way
   "initial", empty = 0.5 | 38: empty stands beside type "initial", expected another type
   "default", order = "random", repeat = { level = 1, count = 2 } | 57: repeat stands beside order, expected one of the two
@@ -186,3 +186,39 @@ file l.toml
   AAAAA<*>
 >2 generate l.toml
   ! l.toml:7:8: name has the character "é" at place 3, which code page 932 lacks; "korvex export" writes it
+
+# Distances from other items, in days, seconds and numbers of as many decimals.
+file l.toml
+  @own
+  @item DAY 28 digits=8 type = "range", format = "%2YMD", start = "240227", end = "240301", exceeded = "initialize"
+  @item DUE 28 digits=8 type = "offset", of = "DAY", from = 1, to = 1
+  @item AT 31 digits=6 type = "list", values = ["235958", "235959"]
+  @item LATER 31 digits=6 type = "offset", of = "AT", from = 1, to = 1
+  [[item]]
+  name = "PRICE"
+  attribute = "decimal"
+  digits = 5
+  decimals = 2
+  values = { type = "list", values = ["9.95"] }
+  [[item]]
+  name = "SALE"
+  attribute = "decimal"
+  digits = 5
+  decimals = 2
+  values = { type = "offset", of = "PRICE", from = -1.5, to = -1.5 }
+> export l.toml -o - --records 5
+  2024-02-27,2024-02-28,23:59:58,23:59:59,9.95,8.45<0D>
+  2024-02-28,2024-02-29,23:59:59,,9.95,8.45<0D>
+  2024-02-29,2024-03-01,23:59:58,23:59:59,9.95,8.45<0D>
+  2024-03-01,2024-03-02,23:59:59,,9.95,8.45<0D>
+  ,,23:59:58,23:59:59,9.95,8.45<0D>
+each OLD NEW SAYS
+  to = 1 | to = 0 | to is below from, expected the larger number
+  from = -1.5 | from = -1.555 | item SALE: from is "-1.555", expected a number with at most 2 decimals
+  of = "DAY" | of = "DUE" | item DUE: of leads back to the item: DUE -> DUE, expected no cycle
+do
+  $ cp l.toml old.toml
+  edit l.toml <OLD> => <NEW>
+  >2 export l.toml -o -
+    ! l.toml:<n>:<n>: <*><SAYS>
+  $ mv old.toml l.toml

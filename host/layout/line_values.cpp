@@ -1,0 +1,19 @@
+#include "host/layout/own_text.h"
+#include "host/layout/value_types.h"
+
+namespace korvex::host {
+
+namespace {
+
+constexpr std::array<std::string_view, 1> keys = {"of"};
+
+void read(const ValuesReading& reading) {
+  reading.reader.require("of", "the name of an item of type \"key\" with each");
+  if (const auto of = placed_text(reading.reader, "of")) reading.values.own = LineValues{*of};
+}
+
+}  // namespace
+
+constinit const ValueType line_type = {"line", ValueSource::own, Period::none, keys, read};
+
+}  // namespace korvex::host

@@ -1,0 +1,77 @@
+# Keys into the records of other layouts, to any depth.
+file customers.toml
+  [layout]
+  kind = "table"
+  records = 4
+  data = "c.csv"
+  @number ID type = "range", format = "%3U", start = "101", end = "999", order = "shuffled"
+  [[item]]
+  name = "NAME"
+  attribute = "character"
+  length = 12
+  values = { type = "builtin", set = "people.given_ascii", language = "en", order = "random" }
+file orders.toml
+  [layout]
+  kind = "table"
+  records = 10
+  data = "o.csv"
+  @number ID type = "default"
+  @number CUSTOMER type = "key", layout = "customers.toml", item = "ID", each = [1, 5], group = "c"
+  @number NO type = "line", of = "CUSTOMER"
+  [[item]]
+  name = "NAME"
+  attribute = "character"
+  length = 12
+  values = { type = "key", layout = "customers.toml", item = "NAME", group = "c" }
+  @number PRODUCT type = "list", values = [1, 2, 3, 4, 5], within = "CUSTOMER"
+file lines.toml
+  [layout]
+  kind = "table"
+  records = 30
+  data = "l.csv"
+  @number ORDER type = "key", layout = "orders.toml", item = "ID", each = 3, group = "o"
+  @number CUSTOMER type = "key", layout = "orders.toml", item = "CUSTOMER", group = "o"
+  @number LINE type = "line", of = "CUSTOMER"
+  @number ANY type = "key", layout = "customers.toml", item = "ID", order = "random"
+$ for t in customers orders lines; do korvex export $t.toml -o $t.csv --quiet; tr -d '\r' < $t.csv > $t; done; wc -l customers orders lines | awk '{ print $1 }' | tr '\n' ' '
+  4 10 30 44 <end>
+# Every order has a customer of the other table, whose name is beside it; each has 1 to 5, numbered.
+$ sort customers > known; cut -d, -f2,4 orders | sort -u | cmp - known; echo same
+  same
+$ cut -d, -f2 orders | sort | uniq -c | awk '$1 < 1 || $1 > 5'
+$ awk -F, '{ if (++n[$2] != $3) print; if (seen[$2, $5]++) print "twice" }' orders
+# Lines point to orders and, through these, to their customers.
+$ awk -F, 'NR == FNR { c[$1] = $2; next } c[$1] != $2 || ++n[$1] != $3' orders lines
+$ cut -d, -f1 lines | sort | uniq -c | awk '$1 != 3'
+$ awk -F, 'NR == FNR { c[$1]; next } !($4 in c)' customers lines
+files
+  customers
+  customers.csv
+  customers.toml
+  known
+  lines
+  lines.csv
+  lines.toml
+  orders
+  orders.csv
+  orders.toml
+
+each OLD NEW SAYS
+  = [1, 5] | = [5, 1] | each is from 5 to 1, expected the smaller number first
+  = [1, 5] | = [1, 2] | item CUSTOMER: each: <*>
+  = [1, 5] | = -1 | each is -1, expected numbers of records from 0 on
+  = [1, 5] | = "x" | each is "x", expected a number of records, <*>
+  = [1, 5] | = { least = 1 } | each has no most, expected the largest number of records
+  = [1, 5] | = 3, order = "random" | order stands beside each, expected one of the two
+  each = [1, 5] | order = "random" | item NO: of is "CUSTOMER", expected an item of type "key" with each
+  customers.toml", item = "ID" | orders.toml", item = "ID" | item CUSTOMER: layout leads to <*>orders.toml, which leads back to itself: <*>orders.toml -> <*>orders.toml, expected no cycle
+  customers.toml", item = "ID" | none.toml", item = "ID" | item CUSTOMER: layout leads to <*>none.toml, which can't be used as it is
+  customers.toml", item = "ID" | customers.toml", item = "IT" | item CUSTOMER: item is "IT", expected an item of the records of <*>customers.toml
+  item = "NAME", group | item = "NAME", each = 1, group | item NAME: group "c" has the way of item CUSTOMER already, expected one way
+do
+  $ cp orders.toml old.toml
+  edit orders.toml <OLD> => <NEW>
+  $ korvex export orders.toml -o - 2>e; echo $?; grep orders.toml: e | head -n 1; rm e
+    2
+    orders.toml:<n>:<n>: <SAYS>
+  $ mv old.toml orders.toml
