@@ -75,14 +75,14 @@ int generate(const Layout& layout, const GenerateOptions& options, bool has_repe
   const std::uint64_t repeated_records = is_asked ? count_repeated_records(layout, messages) : 0;
   const FileVersion before(layout.data);
   const Clock::time_point start = Clock::now();
-  const auto result = static_cast<ErrorCode>(
-      create_data(control_file.path().c_str(), options.output_option, nullptr, repeated_records));
+  const std::int32_t result =
+      create_data(control_file.path().c_str(), options.output_option, nullptr, repeated_records);
   const int error_number = errno;
   const Clock::duration time = Clock::now() - start;
-  if (result != error::none) check_interruption();
+  if (result < 0) check_interruption();
   if (result == error::cancelled) return exit_status::cancelled;
-  if (result != error::none) {
-    const std::string reason = reason_of(result, error_number);
+  if (result < 0) {
+    const std::string reason = reason_of(static_cast<ErrorCode>(result), error_number);
     if (!reason.empty()) messages << reason << std::endl;
     return exit_status::failed;
   }

@@ -72,13 +72,16 @@ TEST(CopyText, ComparesKeysAsTheServerWritesThem) {
     return schema;
   };
   for (const auto& [key, value, type, other, is_named] : cases) {
-    std::vector<KeyPart> parts = {{value, column(type)}};
-    if (*other != '\0') parts.push_back({other, column(text)});
+    const ColumnSchema first = column(type);
+    const ColumnSchema second = column(text);
+    std::vector<KeyPart> parts = {{value, first}};
+    if (*other != '\0') parts.push_back({other, second});
     const std::string detail = std::string("Key ") + key + " is not present in table \"t\".";
     EXPECT_EQ(names_key(detail, parts), is_named) << detail << " " << value;
   }
-  EXPECT_TRUE(names_key("Key (a)=(7  ) already exists.", {{"7", column(text, true)}}));
-  EXPECT_FALSE(names_key("no key", {{"no key", column(decimal)}}));
+  const ColumnSchema padded = column(text, true);
+  EXPECT_TRUE(names_key("Key (a)=(7  ) already exists.", {{"7", padded}}));
+  EXPECT_FALSE(names_key("no key", {{"no key", padded}}));
 }
 
 }  // namespace
