@@ -32,7 +32,7 @@ constexpr std::int32_t no_quotation_lock = 0;
 
 bool gives_values(const Layout& layout) {
   return std::any_of(layout.items.begin(), layout.items.end(),
-                     [](const LayoutItem& item) { return item.values.has_value(); });
+                     [](const LayoutItem& item) { return item.values != nullptr; });
 }
 
 // Puts settings that no longer fit out of the module's reach, which would delete them. False when

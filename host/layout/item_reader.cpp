@@ -60,7 +60,7 @@ LayoutItem read_item(const toml::table& table, const Layout& layout, std::int32_
   read_attributes(reader, layout.kind, item);
   item.nullable = reader.boolean("nullable").value_or(true);
   if (const toml::table* values = reader.table("values")) {
-    item.values = read_values(*values, layout, errors);
+    item.values = std::make_shared<const ItemValues>(read_values(*values, layout, errors));
   }
   reader.reject_unknown_keys();
   return item;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -64,7 +65,8 @@ struct LayoutItem {
   ItemAttributes attributes;
   bool has_invalid_digits = false;  // counts without decimals; the user is warned
   bool nullable = true;
-  std::optional<ItemValues> values;           // nothing keeps what the settings file holds
+  // Nothing keeps what the settings file holds. Shared by copies: a layout may have many items.
+  std::shared_ptr<const ItemValues> values;
   std::vector<LayoutError> beyond_code_page;  // characters that only UTF-8 has
   SourcePlace place;
 };
