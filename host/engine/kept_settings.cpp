@@ -4,6 +4,7 @@
 #include <stdio.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -65,6 +66,10 @@ std::vector<ItemFailure> find_shared_levels(const Layout& layout, const ClFmtFil
 std::optional<KeptSettings> look_at_settings(const Layout& layout, Keeping keeping,
                                              std::ostream& messages) {
   KeptSettings found;
+  const bool keeps_any = keeping == Keeping::whole_level ||
+                         std::any_of(layout.items.begin(), layout.items.end(),
+                                     [&](const LayoutItem& item) { return keeps(item, keeping); });
+  if (!keeps_any) return found;
   std::error_code ignored;
   if (!std::filesystem::exists(layout.settings, ignored)) return found;
   const ScratchFolder scratch;
