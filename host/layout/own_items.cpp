@@ -14,27 +14,18 @@ bool is_plain(const Layout& layout) {
                      [](const LayoutItem& item) { return is_plain(item); });
 }
 
-namespace {
-
-// What an item's references lead to.
-struct Targets {
-  bool go_beyond_module = false;
-  bool end_in_own_source = false;
-};
-
-// For each item. Every reference is followed once, however long the chain is; one into a circle, or
-// into nothing, leads to nothing and is left to the engine, which refuses it.
-std::vector<Targets> follow_references(const Layout& layout) {
+std::vector<ReferenceTargets> follow_references(const Layout& layout) {
   const std::vector<LayoutItem>& items = layout.items;
   std::unordered_map<std::string_view, std::size_t> places;
   for (std::size_t i = 0; i < items.size(); ++i) places.try_emplace(items[i].name, i);
+  const auto refers = [&](std::size_t i) {
+    return items[i].values != nullptr && items[i].values->source == ValueSource::reference;
+  };
   const auto target_of = [&](std::size_t i) -> std::optional<std::size_t> {
-    const ItemValues* values = items[i].values.get();
-    if (values == nullptr || values->source != ValueSource::reference) return std::nullopt;
-    const auto found = places.find(values->item_name);
+    const auto found = refers(i) ? places.find(items[i].values->item_name) : places.end();
     return found == places.end() ? std::nullopt : std::optional(found->second);
   };
-  std::vector<Targets> targets(items.size());
+  std::vector<ReferenceTargets> targets(items.size());
   std::vector<bool> is_followed(items.size());
   for (std::size_t i = 0; i < items.size(); ++i) {
     std::vector<std::size_t> path;
@@ -45,28 +36,27 @@ std::vector<Targets> follow_references(const Layout& layout) {
     }
     for (; !path.empty(); path.pop_back()) {
       const std::size_t place = path.back();
-      const ItemValues* values = items[place].values.get();
-      Targets& own = targets[place];
-      own.end_in_own_source = values != nullptr && values->source == ValueSource::own;
+      if (!refers(place)) targets[place].end = &items[place];
       if (const auto target = target_of(place)) {
-        own = targets[*target];
-        own.go_beyond_module |= !is_plain(items[*target]);
+        targets[place] = targets[*target];
+        targets[place].go_beyond_module |= !is_plain(items[*target]);
       }
     }
   }
   return targets;
 }
 
-}  // namespace
-
 std::vector<bool> engine_items(const Layout& layout) {
-  const std::vector<Targets> targets = follow_references(layout);
+  const std::vector<ReferenceTargets> targets = follow_references(layout);
   std::vector<bool> from_engine;
   for (std::size_t i = 0; i < layout.items.size(); ++i) {
-    const LayoutItem& item = layout.items[i];
-    const bool has_way = item.values && item.values->leads_through();
+    const ItemValues* values = layout.items[i].values.get();
+    const bool has_way = values != nullptr && values->leads_through();
     const bool is_taken_over = !has_way && targets[i].go_beyond_module;
-    from_engine.push_back(!is_taken_over && !targets[i].end_in_own_source);
+    const LayoutItem* end = targets[i].end;
+    const bool is_own =
+        end != nullptr && end->values != nullptr && end->values->source == ValueSource::own;
+    from_engine.push_back(!is_taken_over && !is_own);
   }
   return from_engine;
 }

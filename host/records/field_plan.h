@@ -1,0 +1,78 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "host/layout/layout.h"
+#include "host/records/prepared_item.h"
+#include "host/sources/source.h"
+#include "host/ways/fraction.h"
+#include "host/ways/key.h"
+
+namespace korvex::host {
+
+// A text from outside in quotation marks, for messages.
+std::string quoted_text(std::string_view text);
+
+// The items of a layout on their way to become fields: what is known of each of them, and what is
+// wrong. Keeps references to layout and items, which must outlive it.
+class FieldPlan {
+ public:
+  // What is known of an item before its field.
+  struct Part {
+    std::size_t engine_field = 0;             // in the run, where the item has settings
+    std::unique_ptr<sources::Source> source;  // null: made together with the field
+    std::uint64_t period = 0;                 // of the source
+    std::vector<ways::Fraction> weights;      // that come with the source
+    std::string rows;                         // of lists, sets and layouts
+  };
+
+  FieldPlan(const Layout& layout, const std::vector<PreparedItem>& items);
+  FieldPlan(const FieldPlan&) = delete;
+  FieldPlan& operator=(const FieldPlan&) = delete;
+
+  std::size_t size() const { return items_.size(); }
+  const Layout& layout() const { return layout_; }
+  std::uint64_t records() const { return static_cast<std::uint64_t>(layout_.records); }
+  const LayoutItem& item(std::size_t i) const { return *items_[i].item; }
+  const ClFmtColInf* column(std::size_t i) const { return items_[i].column; }
+  Part& part(std::size_t i) { return parts_[i]; }
+  const Part& part(std::size_t i) const { return parts_[i]; }
+
+  // Null for an item that keeps its settings.
+  const ItemValues* values_of(std::size_t i) const { return item(i).values.get(); }
+
+  std::optional<std::size_t> find(std::string_view name) const;
+
+  // The key of one use for an item. All ways of a group are drawn from the group's own.
+  template <ways::Use use>
+  ways::KeyFor<use> way_key(std::size_t i) const {
+    const std::optional<PlacedText>& group = values_of(i)->group;
+    if (group) return {{ways::key_bits(origin(group->text), ways::Use::group)}};
+    return item_key<use>(i);
+  }
+  template <ways::Use use>
+  ways::KeyFor<use> item_key(std::size_t i) const {
+    const ItemValues& values = *values_of(i);
+    return ways::make_key<use>(origin(values.salt ? values.salt->text : item(i).name));
+  }
+  ways::KeyOrigin origin(std::string_view salt) const { return {layout_.seed, layout_.salt, salt}; }
+
+  void report(std::size_t i, SourcePlace place, const std::string& text);
+  std::vector<LayoutError>& errors() { return errors_; }
+
+ private:
+  const Layout& layout_;
+  const std::vector<PreparedItem>& items_;
+  std::unordered_map<std::string_view, std::size_t> places_;
+  std::vector<Part> parts_;
+  std::vector<LayoutError> errors_;
+};
+
+}  // namespace korvex::host
