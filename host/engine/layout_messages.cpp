@@ -21,8 +21,8 @@ void print_error(const Layout& layout, const LayoutError& error, std::ostream& m
   messages << " " << error.text << "\n";
 }
 
-void warn_of_item(const Layout& layout, const LayoutItem& item, const std::string& text,
-                  std::ostream& messages) {
+void print_of_item(const Layout& layout, const LayoutItem& item, std::string_view text,
+                   std::ostream& messages) {
   messages << platform::printable(layout.file) << ":" << item.place.line << ": item "
            << platform::printable(item.name) << ": " << text << "\n";
 }
@@ -47,7 +47,7 @@ bool print_layout_errors(const LayoutReading& reading, std::ostream& messages) {
 void print_digit_warnings(const Layout& layout, std::ostream& messages) {
   for (const LayoutItem& item : layout.items) {
     if (!item.has_invalid_digits) continue;
-    warn_of_item(layout, item, numbered_message(error::invalid_items, layout), messages);
+    print_of_item(layout, item, numbered_message(error::invalid_items, layout), messages);
   }
 }
 
@@ -58,11 +58,11 @@ void print_warnings(const Layout& layout, std::ostream& messages) {
     if (!item.values || item.values->file.empty()) continue;
     const std::string& file = item.values->file;
     if (!lists.insert(file).second || !file_looks_like_utf8(file)) continue;
-    warn_of_item(layout, item,
-                 platform::printable(file) +
-                     " looks like UTF-8; lists are read as code page 932 (" + conversion_of(file) +
-                     ")",
-                 messages);
+    print_of_item(layout, item,
+                  platform::printable(file) +
+                      " looks like UTF-8; lists are read as code page 932 (" + conversion_of(file) +
+                      ")",
+                  messages);
   }
 }
 
@@ -91,18 +91,16 @@ bool print_replaced_characters(const Layout& layout, std::ostream& messages) {
 void print_left_out(const std::vector<const LayoutItem*>& left_out, const Layout& layout,
                     std::ostream& messages) {
   for (const LayoutItem* item : left_out) {
-    messages << platform::printable(layout.file) << ":" << item->place.line << ": item "
-             << platform::printable(item->name)
-             << ": has no values and no settings, the records leave it out\n";
+    print_of_item(layout, *item, "has no values and no settings, the records leave it out",
+                  messages);
   }
 }
 
 bool print_unfit_items(const std::vector<const LayoutItem*>& unfit, const Layout& layout,
                        std::ostream& messages) {
   for (const LayoutItem* item : unfit) {
-    messages << platform::printable(layout.file) << ":" << item->place.line << ": item "
-             << platform::printable(item->name)
-             << ": its settings are for another attribute or number of digits\n";
+    print_of_item(layout, *item, "its settings are for another attribute or number of digits",
+                  messages);
   }
   if (!unfit.empty()) {
     messages << platform::printable(layout.settings) << ": "
