@@ -30,10 +30,6 @@ std::vector<std::string_view> columns_of(const Table& table) {
   return {texts.columns().begin(), texts.columns().end()};
 }
 
-bool has_column(const Table& table, std::string_view column) {
-  return read_table(table).find_column(column).has_value();
-}
-
 bool is_in_other(const Table& table, std::string_view language) {
   return !table.language.empty() && table.language != language;
 }
@@ -87,32 +83,28 @@ std::variant<Tables, Fault> find_tables(std::string_view name, std::string_view 
       return Fault{Fault::Key::set, "cannot be read: " + fault.text};
     }
   }
+  const bool has_dot = set.size() < name.size();
   std::set<std::string> sets;
-  std::set<std::string> languages;
-  std::set<std::string> columns;
-  Tables of_set;
+  std::set<std::string> columns;    // of the set
+  std::set<std::string> languages;  // in which it has what is wanted
+  Tables found;
   for (const Table* table : tables_of_version(version)) {
     sets.emplace(table->set);
     if (table->set != set) continue;
-    of_set.push_back(table);
     const std::vector<std::string_view> titles = columns_of(*table);
     for (const std::string_view title : titles) {
       columns.insert(std::string(set) + "." + std::string(title));
     }
-    const bool has_it =
-        column.empty() || std::find(titles.begin(), titles.end(), column) != titles.end();
-    if (has_it && !table->language.empty()) languages.emplace(table->language);
+    if (has_dot && std::find(titles.begin(), titles.end(), column) == titles.end()) continue;
+    if (!table->language.empty()) languages.emplace(table->language);
+    if (!is_in_other(*table, language)) found.push_back(table);
   }
-  if (of_set.empty()) return unexpected(Fault::Key::set, name, sets);
-  const bool has_dot = set.size() < name.size();
+  if (columns.empty()) return unexpected(Fault::Key::set, name, sets);
   if (has_dot && !columns.contains(std::string(name))) {
     return unexpected(Fault::Key::set, name, columns);
   }
-  std::erase_if(of_set, [&, wanted = column](const Table* table) {
-    return is_in_other(*table, language) || (has_dot && !has_column(*table, wanted));
-  });
-  if (of_set.empty()) return unexpected(Fault::Key::language, language, languages);
-  return of_set;
+  if (found.empty()) return unexpected(Fault::Key::language, language, languages);
+  return found;
 }
 
 std::variant<Column, Fault> find_column(std::string_view name, std::string_view language,
