@@ -1,5 +1,8 @@
 #include "dialogs/windows/reference_model.h"
 
+#include <QComboBox>
+#include <QCompleter>
+
 #include "control/item_settings.h"
 #include "dialogs/widgets/shown_text.h"
 
@@ -31,6 +34,20 @@ Qt::ItemFlags ReferenceModel::flags(const QModelIndex& index) const {
   if (!index.isValid()) return {};
   constexpr Qt::ItemFlags greyed = Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
   return check_copy(main_, index.row()) == error::none ? greyed | Qt::ItemIsEnabled : greyed;
+}
+
+void offer_references(QComboBox& box, const ClColMain& main, const Messages& messages) {
+  box.setModel(new ReferenceModel(main, messages, &box));
+  auto* const finder = new QCompleter(box.model(), &box);
+  finder->setFilterMode(Qt::MatchContains);
+  finder->setCaseSensitivity(Qt::CaseInsensitive);
+  box.setCompleter(finder);
+}
+
+int chosen_reference(const QComboBox& box) {
+  const int chosen = box.currentIndex();
+  if (chosen >= 0 && box.itemText(chosen) == box.currentText()) return chosen;
+  return box.findText(box.currentText(), Qt::MatchExactly | Qt::MatchCaseSensitive);
 }
 
 }  // namespace korvex

@@ -5,6 +5,8 @@
 #include "control/col_main.h"
 #include "dialogs/rules/messages.h"
 
+class QComboBox;
+
 namespace korvex {
 
 // The names of all items, to choose one whose settings the current item takes over. What would be
@@ -22,5 +24,13 @@ class ReferenceModel : public QAbstractListModel {
   const ClColMain& main_;
   const Messages& messages_;
 };
+
+// Lets a box that is typed into offer the names. Typing finds those that hold what was typed, but a
+// name is taken as it is typed.
+void offer_references(QComboBox& box, const ClColMain& main, const Messages& messages);
+
+// The place of the item that the box names: the one chosen from the list, also where names look
+// alike, else the first one that is shown like what was typed; -1 for none.
+int chosen_reference(const QComboBox& box);
 
 }  // namespace korvex

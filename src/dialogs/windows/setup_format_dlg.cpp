@@ -2,7 +2,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QCompleter>
 #include <QPushButton>
 #include <QShortcut>
 #include <QToolTip>
@@ -89,15 +88,6 @@ QSize ClSetupFormatDlg::usual_size() {
   return size_as_left(form);
 }
 
-// Typing finds the names that hold what was typed, but a name is taken as it is typed.
-void ClSetupFormatDlg::offer_references(QComboBox& reference) {
-  reference.setModel(new ReferenceModel(parent_.main(), parent_.messages(), &reference));
-  auto* const finder = new QCompleter(reference.model(), &reference);
-  finder->setFilterMode(Qt::MatchContains);
-  finder->setCaseSensitivity(Qt::CaseInsensitive);
-  reference.setCompleter(finder);
-}
-
 void ClSetupFormatDlg::connect_commands() {
   on_click(control_id::select_example, [this] { select_example(); });
   on_click(control_id::browse_file, [this] { browse_file(); });
@@ -127,7 +117,7 @@ bool ClSetupFormatDlg::initialise() {
       ->set_buddy(control<QLineEdit>(control_id::increment));
   fill_labels();
   parent_.main().select_item(parent_.current_row());
-  offer_references(*control<QComboBox>(control_id::reference));
+  offer_references(*control<QComboBox>(control_id::reference), parent_.main(), parent_.messages());
   show_item();
   control(control_id::type)->setFocus();
   return true;
@@ -189,20 +179,10 @@ void ClSetupFormatDlg::read_controls() {
   fields_.custom = is_checked(control_id::custom_format);
   fields_.exceeded = radio_choice(control_id::exceeded_initialize, control_id::exceeded_repeat);
 
-  const int index = referenced_index();
-  fields_.reference =
-      index >= 0 ? parent_.main().items[static_cast<std::size_t>(index)]->name
-                 : static_cast<CodePageEdit*>(control<QComboBox>(control_id::reference)->lineEdit())
-                       ->bytes();
-}
-
-// The item that the reference box names: the one chosen from the list, also where names look alike,
-// else the first one that is shown like what was typed.
-int ClSetupFormatDlg::referenced_index() const {
   const auto* const reference = control<QComboBox>(control_id::reference);
-  const int chosen = reference->currentIndex();
-  if (chosen >= 0 && reference->itemText(chosen) == reference->currentText()) return chosen;
-  return reference->findText(reference->currentText(), Qt::MatchExactly | Qt::MatchCaseSensitive);
+  const int source = chosen_reference(*reference);
+  fields_.reference = source >= 0 ? parent_.main().items[static_cast<std::size_t>(source)]->name
+                                  : static_cast<CodePageEdit*>(reference->lineEdit())->bytes();
 }
 
 void ClSetupFormatDlg::apply_enablement() {
@@ -231,7 +211,8 @@ std::string ClSetupFormatDlg::preview() {
       values = preview_range(item(), main.layout_kind(), read_range(*this), setup_format_rules);
       break;
     case type_entry::reference:
-      if (const int source = referenced_index(); source >= 0) {
+      if (const int source = chosen_reference(*control<QComboBox>(control_id::reference));
+          source >= 0) {
         values = preview_reference(main, source);
       }
       break;
@@ -265,12 +246,12 @@ void ClSetupFormatDlg::select_file() {
   const std::optional<std::string> path = ask_for_enumeration_file(parent_.main().work_folder());
   if (!path) return;
   fields_.enumeration_path = *path;
-  show_enumeration_file(*path);
+  show_enumeration_file();
   apply_enablement();
 }
 
-void ClSetupFormatDlg::show_enumeration_file(const std::string& path) {
-  fields_.enumeration_name = platform::base_name(path);
+void ClSetupFormatDlg::show_enumeration_file() {
+  fields_.enumeration_name = platform::base_name(fields_.enumeration_path);
   show_enumeration_name();
 }
 
@@ -383,7 +364,7 @@ void ClSetupFormatDlg::show_stored_action() {
 }
 
 bool ClSetupFormatDlg::store_reference() {
-  const std::int32_t source = referenced_index();
+  const int source = chosen_reference(*control<QComboBox>(control_id::reference));
   if (source < 0) {
     const bool is_named = !fields_.reference.empty();
     return refuse({is_named ? error::no_such_reference : error::reference_not_set},
@@ -400,7 +381,7 @@ bool ClSetupFormatDlg::store_enumeration() {
   const EnumerationStored stored =
       choose_enumeration(parent_.main(), fields_.enumeration_path, action);
   if (stored.code == 0) {
-    show_enumeration_file(fields_.enumeration_path);
+    show_enumeration_file();
     show_stored_action();
     return true;
   }

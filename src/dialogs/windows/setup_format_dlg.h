@@ -8,8 +8,6 @@
 #include "dialogs/widgets/form_dialog.h"
 #include "dialogs/windows/preview_note.h"
 
-class QComboBox;
-
 namespace korvex {
 
 class ClDataGenerationDlg;
@@ -33,13 +31,11 @@ class ClSetupFormatDlg : public FormDialog {
   void on_cancel() override;
 
  private:
-  void offer_references(QComboBox& reference);
   void connect_commands();
   void fill_labels();
   void show_item();
   void show_fields();
   void read_controls();
-  int referenced_index() const;
   void apply_enablement();
   std::string preview();
 
@@ -47,7 +43,7 @@ class ClSetupFormatDlg : public FormDialog {
   void select_example();
   void select_file();
   void browse_file();
-  void show_enumeration_file(const std::string& path);
+  void show_enumeration_file();
   void show_enumeration_name();
   void delete_settings();
   void setup();
