@@ -25,26 +25,22 @@ void fill_if_empty(std::string& text, std::string_view proposal) {
 }
 
 // Only what the type takes over from `stored` counts.
-bool differs(const SetupFields& fields, const ItemDisplay& stored) {
-  switch (stored.generation_type) {
-    case generation_type::initial_value:
-      return fields.type_index != type_entry::initial_value;
-    case generation_type::range:
-      return fields.type_index != type_entry::range || fields.format != stored.generation_text ||
-             fields.custom != (stored.custom_format != 0) || fields.start != stored.start ||
-             fields.end != stored.end || fields.increment != stored.increment ||
-             fields.exceeded != shown_choice(stored.exceeded_action);
-    case generation_type::reference:
-      return fields.type_index != type_entry::reference ||
-             fields.reference != stored.generation_text;
-    case generation_type::enumeration:
+bool differ(const SetupFields& fields, const SetupFields& stored) {
+  if (fields.type_index != stored.type_index) return true;
+  switch (stored.type_index) {
+    case type_entry::range:
+      return fields.format != stored.format || fields.custom != stored.custom ||
+             fields.start != stored.start || fields.end != stored.end ||
+             fields.increment != stored.increment || fields.exceeded != stored.exceeded;
+    case type_entry::reference:
+      return fields.reference != stored.reference;
+    case type_entry::enumeration:
       // Files of one name may lie in two folders.
-      return fields.type_index != type_entry::enumeration ||
-             fields.enumeration_name != stored.enumeration_name ||
+      return fields.enumeration_name != stored.enumeration_name ||
              fields.enumeration_path != stored.enumeration_path ||
-             fields.exceeded != shown_choice(stored.exceeded_action);
+             fields.exceeded != stored.exceeded;
     default:
-      return fields.type_index != type_entry::none;
+      return false;
   }
 }
 
@@ -100,23 +96,23 @@ void confirm_type(SetupFields& fields, ClDGCol& item) {
   }
 }
 
-std::int32_t index_of_item(const ClColMain& main, std::string_view name) {
-  for (std::size_t i = 0; i < main.items.size(); ++i) {
-    if (main.items[i]->name == name) return static_cast<std::int32_t>(i);
+std::int32_t index_of_item(const ClDGColList& items, std::string_view name) {
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    if (items[i]->name == name) return static_cast<std::int32_t>(i);
   }
   return -1;
 }
 
 bool is_changed(const SetupFields& fields, ClColMain& main) {
-  const ItemDisplay& stored = main.current_item()->display();
-  if (fields.type_index != type_entry::reference ||
-      stored.generation_type == generation_type::reference) {
-    return differs(fields, stored);
+  const ItemDisplay& shown = main.current_item()->display();
+  const SetupFields stored = fields_of(shown, {});
+  if (fields.type_index != type_entry::reference || stored.type_index == type_entry::reference) {
+    return differ(fields, stored);
   }
   // A reference takes over the settings of its source as they are.
-  const std::int32_t source = index_of_item(main, fields.reference);
-  if (source < 0 || stored.generation_type == generation_type::none) return true;
-  return differs(fields_of(main.items[static_cast<std::size_t>(source)]->display(), {}), stored);
+  const std::int32_t source = index_of_item(main.items, fields.reference);
+  if (source < 0 || shown.generation_type == generation_type::none) return true;
+  return differ(fields_of(main.items[static_cast<std::size_t>(source)]->display(), {}), stored);
 }
 
 SetupEnablement enablement(const SetupFields& fields, std::int32_t generation_type,

@@ -50,7 +50,7 @@ SetupFields fields_of(const ItemDisplay& display, const SetupFields& before);
 void confirm_type(SetupFields& fields, ClDGCol& item);
 
 // The place of the first item with exactly this name, -1 without one.
-std::int32_t index_of_item(const ClColMain& main, std::string_view name);
+std::int32_t index_of_item(const ClDGColList& items, std::string_view name);
 
 // Whether storing the fields would change the settings of the current item, of which there must be
 // one.

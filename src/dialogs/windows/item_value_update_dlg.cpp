@@ -138,16 +138,20 @@ void ClItemValueUpdateDlg::show_item(int position) {
 
 // The name may be typed: nothing is said of a name that no item has.
 void ClItemValueUpdateDlg::explain_named_item() {
-  auto* const name = control<CodePageEdit>(control_id::update_name);
-  const int position = index_of_item(main_, name->bytes());
-  name->setToolTip(position < 0 ? QString()
-                                : QString::fromStdString(explain_item(
-                                      *main_.items[static_cast<std::size_t>(position)])));
+  const ClDGCol* const item = named_item();
+  control(control_id::update_name)
+      ->setToolTip(item != nullptr ? QString::fromStdString(explain_item(*item)) : QString());
+}
+
+const ClDGCol* ClItemValueUpdateDlg::named_item() const {
+  const int position =
+      index_of_item(main_.items, control<CodePageEdit>(control_id::update_name)->bytes());
+  return position < 0 ? nullptr : main_.items[static_cast<std::size_t>(position)].get();
 }
 
 int ClItemValueUpdateDlg::named_position() {
   const std::string name = control<CodePageEdit>(control_id::update_name)->bytes();
-  const int position = name.empty() ? -1 : index_of_item(main_, name);
+  const int position = name.empty() ? -1 : index_of_item(main_.items, name);
   if (position < 0) {
     refuse(name.empty() ? error::name_not_set : error::name_not_selectable, {},
            control_id::update_name);
@@ -166,12 +170,10 @@ void ClItemValueUpdateDlg::enable_range(bool on) {
 // What the range would give, as it is.
 std::string ClItemValueUpdateDlg::preview() {
   if (!control(control_id::start)->isEnabled()) return {};
-  const int position =
-      index_of_item(main_, control<CodePageEdit>(control_id::update_name)->bytes());
-  if (position < 0) return {};
-  const ClDGCol& item = *main_.items[static_cast<std::size_t>(position)];
+  const ClDGCol* const item = named_item();
+  if (item == nullptr) return {};
   const ValuePreview values =
-      preview_range(item, main_.layout_kind(), read_range(*this), value_update_rules);
+      preview_range(*item, main_.layout_kind(), read_range(*this), value_update_rules);
   return preview_text(values, messages_);
 }
 

@@ -38,7 +38,9 @@ class ClItemValueUpdateDlg : public FormDialog {
   void browse_items();
 
   void explain_named_item();
-  // The first item with the name in the control; otherwise tells the user and answers -1.
+  // The first item with the name in the control, null without one.
+  const ClDGCol* named_item() const;
+  // Its place; tells the user when there is none, and answers -1.
   int named_position();
   void enable_range(bool on);
   void enable_custom_format(bool on);

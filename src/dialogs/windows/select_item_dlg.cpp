@@ -4,6 +4,7 @@
 #include <QSignalBlocker>
 #include <algorithm>
 
+#include "dialogs/rules/setup_fields.h"
 #include "dialogs/widgets/code_page_edit.h"
 #include "dialogs/widgets/control_ids.h"
 #include "dialogs/widgets/item_list_ctrl.h"
@@ -118,12 +119,10 @@ bool ClSelectItemDlg::eventFilter(QObject* watched, QEvent* event) {
 void ClSelectItemDlg::on_ok() {
   const std::string wanted = control<CodePageEdit>(control_id::selected_name)->bytes();
   if (wanted.empty()) return refuse(error::name_not_set);
-  for (std::size_t place = 0; place < items_.size(); ++place) {
-    if (items_[place]->name != wanted) continue;
-    position_ = static_cast<int>(place);
-    return end(dialog_result::ok);
-  }
-  refuse(error::no_such_name);
+  const int position = index_of_item(items_, wanted);
+  if (position < 0) return refuse(error::no_such_name);
+  position_ = position;
+  end(dialog_result::ok);
 }
 
 void ClSelectItemDlg::refuse(ErrorCode code) {

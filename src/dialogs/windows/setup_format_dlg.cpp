@@ -157,7 +157,7 @@ void ClSetupFormatDlg::show_item() {
 void ClSetupFormatDlg::show_fields() {
   control<QComboBox>(control_id::type)->setCurrentIndex(fields_.type_index);
   auto* const reference = control<QComboBox>(control_id::reference);
-  reference->setCurrentIndex(index_of_item(parent_.main(), fields_.reference));
+  reference->setCurrentIndex(index_of_item(parent_.main().items, fields_.reference));
   reference->setEditText(shown(fields_.reference));
   reference->lineEdit()->setCursorPosition(0);
   show_enumeration_name();
