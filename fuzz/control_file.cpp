@@ -10,7 +10,7 @@
 
 #include "control/reconcile.h"
 #include "entry/failure_report.h"
-#include "host/commands/file_printers.h"
+#include "host/commands/show.h"
 #include "run.h"
 #include "run/generate_data_file.h"
 #include "run/repeat_count.h"

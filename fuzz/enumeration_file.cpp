@@ -1,4 +1,4 @@
-// A list of values: a line of numbers (attribute, sign, length, digits, decimals, layout kind,
+// A value list: a line of numbers (attribute, sign, length, digits, decimals, layout kind,
 // end-exceeded action), then the list. Checking and loading it agree, and it is generated from.
 #include <algorithm>
 #include <cstddef>

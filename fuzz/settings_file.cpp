@@ -1,4 +1,4 @@
-// A Format Information file of either version: a byte of choices, then the file. It is shown,
+// A settings file of either version: a byte of choices, then the file. It is shown,
 // loaded, generated from, counted and saved; what was saved reads back the same.
 #include <algorithm>
 #include <cstddef>
@@ -7,7 +7,7 @@
 #include <string>
 
 #include "control/control_file.h"
-#include "host/commands/file_printers.h"
+#include "host/commands/show.h"
 #include "run.h"
 #include "run/repeat_count.h"
 #include "values/record_text.h"

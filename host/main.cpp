@@ -3,7 +3,7 @@
 
 #include "host/commands/program.h"
 #include "host/process/exit_status.h"
-#include "host/process/interruption.h"
+#include "host/process/signals.h"
 #include "korvex/korvex.h"
 #include "platform/printable_text.h"
 

@@ -8,12 +8,12 @@
 
 #include "host/databases/table_import.h"
 #include "host/engine/layout_messages.h"
-#include "host/engine/output_folders.h"
+#include "host/engine/run_folders.h"
 #include "host/layout/layout_reader.h"
 #include "host/process/distinct_files.h"
 #include "host/process/exit_status.h"
-#include "host/process/interruption.h"
 #include "host/process/replaced_output.h"
+#include "host/process/signals.h"
 #include "platform/path.h"
 #include "platform/printable_text.h"
 

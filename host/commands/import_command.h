@@ -16,7 +16,7 @@ struct ImportOptions {
   bool force = false;
 };
 
-// Writes a layout for a table of a database, and lists of values beside it. All of it or nothing:
+// Writes a layout for a table of a database, and value lists beside it. All of it or nothing:
 // the files get their names at the end. Answers the program's exit status.
 int run_import(const ImportOptions& options, std::ostream& out, std::ostream& messages);
 

@@ -13,9 +13,9 @@
 #include "host/engine/layout_messages.h"
 #include "host/layout/failure_text.h"
 #include "host/process/exit_status.h"
-#include "host/process/interruption.h"
+#include "host/process/signals.h"
 #include "host/records/record_source.h"
-#include "host/text/code_page_decoder.h"
+#include "host/text/code_page_text.h"
 #include "platform/printable_text.h"
 
 namespace korvex::host {

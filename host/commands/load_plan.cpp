@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "host/text/letter_case.h"
+#include "host/text/any_case.h"
 #include "platform/codepage.h"
 #include "platform/printable_text.h"
 
@@ -46,7 +46,7 @@ LoadPlan plan_load(const PreparedLayout& prepared, const TableSchema& table) {
       report(item, "another item goes to this column");
     }
     plan.columns.push_back(column);
-    plan.forms.push_back(field_form(item.attributes.attribute, table.columns[column]));
+    plan.forms.push_back(column_form(item.attributes.attribute, table.columns[column]));
   }
   if (!errors.empty()) throw PlanError(errors);
   return plan;

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "host/databases/table_schema.h"
-#include "host/records/field_form.h"
+#include "host/records/moment_form.h"
 #include "host/records/prepared_layout.h"
 
 namespace korvex::host {
@@ -13,7 +13,7 @@ namespace korvex::host {
 // Where a layout's items go in a table, in the order of the records' fields.
 struct LoadPlan {
   std::vector<std::size_t> columns;
-  std::vector<FieldForm> forms;
+  std::vector<MomentForm> forms;
   std::vector<std::string> item_names;  // UTF-8
 };
 

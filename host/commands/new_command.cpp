@@ -15,8 +15,8 @@
 #include "host/layout/new_item.h"
 #include "host/layout/table_reader.h"
 #include "host/process/exit_status.h"
-#include "host/process/interruption.h"
 #include "host/process/replaced_output.h"
+#include "host/process/signals.h"
 #include "platform/printable_text.h"
 
 namespace korvex::host {

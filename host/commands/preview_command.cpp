@@ -4,7 +4,7 @@
 
 #include "host/layout/failure_text.h"
 #include "host/process/exit_status.h"
-#include "host/process/interruption.h"
+#include "host/process/signals.h"
 #include "host/records/record_source.h"
 #include "host/text/text_table.h"
 #include "values/attributes.h"

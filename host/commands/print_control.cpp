@@ -2,7 +2,7 @@
 #include <ostream>
 
 #include "control/control_file.h"
-#include "host/commands/file_printers.h"
+#include "host/commands/show.h"
 #include "host/layout/code_names.h"
 #include "platform/printable_text.h"
 #include "run/log_file.h"
@@ -32,8 +32,7 @@ bool holds_exactly(std::string_view bytes, std::size_t header_size, std::int32_t
 
 bool is_form(std::string_view bytes, std::size_t record_size) {
   const auto header = record_at<ControlHeader>(bytes, 0);
-  return header.layout_kind >= layout_kind::record_file &&
-         header.layout_kind <= layout_kind::third &&
+  return header.layout_kind >= layout_kind::record_file && header.layout_kind <= layout_kind::iso &&
          holds_exactly(bytes, sizeof header, header.item_count, record_size);
 }
 

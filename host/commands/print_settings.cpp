@@ -1,14 +1,14 @@
 #include <cstddef>
 #include <ostream>
 
-#include "host/commands/file_printers.h"
+#include "host/commands/show.h"
 #include "host/layout/code_names.h"
 #include "platform/printable_text.h"
 #include "settings/settings_reader.h"
 #include "values/record_text.h"
 #include "values/records.h"
 
-// Format Information files, of this version and of the previous one.
+// Settings files, of this version and of the previous one.
 namespace korvex::host {
 
 namespace {

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "control/control_file.h"
-#include "host/commands/file_printers.h"
 #include "platform/file.h"
 #include "settings/settings_reader.h"
 #include "values/records.h"

@@ -8,7 +8,7 @@
 
 #include "host/databases/sql_names.h"
 #include "host/databases/sql_words.h"
-#include "host/text/letter_case.h"
+#include "host/text/any_case.h"
 #include "platform/text_lines.h"
 
 namespace korvex::host {

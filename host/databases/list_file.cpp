@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "host/engine/output_folders.h"
+#include "host/engine/run_folders.h"
 #include "host/text/code_page_text.h"
 #include "platform/path.h"
 

@@ -13,7 +13,7 @@
 
 namespace korvex::host {
 
-// A list of values that is being written beside a layout. It gets its name when it is kept; until
+// A value list that is being written beside a layout. It gets its name when it is kept; until
 // then it is a temporary file, which is removed with this object. Throws std::runtime_error for
 // what cannot be written.
 class ListFile {

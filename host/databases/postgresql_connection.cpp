@@ -10,7 +10,7 @@
 
 #include "host/databases/connection_string.h"
 #include "host/databases/database.h"
-#include "host/process/interruption.h"
+#include "host/process/signals.h"
 
 namespace korvex::host {
 

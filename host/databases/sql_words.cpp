@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
-#include "host/text/letter_case.h"
+#include "host/text/any_case.h"
 
 namespace korvex::host {
 

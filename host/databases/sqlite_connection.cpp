@@ -1,7 +1,7 @@
 #include "host/databases/sqlite_connection.h"
 
 #include "host/databases/database.h"
-#include "host/process/interruption.h"
+#include "host/process/signals.h"
 
 namespace korvex::host {
 

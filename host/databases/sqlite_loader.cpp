@@ -7,7 +7,7 @@
 
 #include "host/databases/sql_names.h"
 #include "host/databases/sql_words.h"
-#include "host/process/interruption.h"
+#include "host/process/signals.h"
 
 namespace korvex::host {
 

@@ -6,7 +6,7 @@
 #include "host/databases/database.h"
 #include "host/databases/sql_names.h"
 #include "host/databases/sqlite_types.h"
-#include "host/text/letter_case.h"
+#include "host/text/any_case.h"
 
 namespace korvex::host {
 

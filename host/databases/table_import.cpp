@@ -5,7 +5,7 @@
 
 #include "control/control_file.h"
 #include "host/databases/type_mapping.h"
-#include "host/process/interruption.h"
+#include "host/process/signals.h"
 #include "host/text/code_page_text.h"
 #include "platform/utf8.h"
 

@@ -11,7 +11,7 @@
 #include <unordered_map>
 
 #include "control/reconcile.h"
-#include "host/engine/layout_copy.h"
+#include "host/engine/run_folders.h"
 #include "host/process/scratch_folder.h"
 #include "values/error_codes.h"
 #include "values/record_text.h"

@@ -10,7 +10,7 @@
 #include "control/item_settings.h"
 #include "formatlang/default_settings.h"
 #include "host/engine/kept_settings.h"
-#include "host/engine/output_folders.h"
+#include "host/engine/run_folders.h"
 #include "settings/fmt_file.h"
 #include "values/error_codes.h"
 #include "values/record_text.h"

@@ -31,7 +31,7 @@ std::string named(std::int32_t code, std::span<const CodeName> names) {
 constexpr CodeName layout_kinds[] = {
     {layout_kind::record_file, "record file"},
     {layout_kind::table, "table"},
-    {layout_kind::third, "iso"},
+    {layout_kind::iso, "iso"},
 };
 
 constexpr CodeName quotations[] = {{0, "none"}, {1, "double"}};

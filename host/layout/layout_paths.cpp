@@ -26,4 +26,17 @@ std::string default_settings_path(std::string_view data_path) {
   return std::string(data_path.substr(0, data_path.size() - base.size())) + name;
 }
 
+std::string read_path(TableReader& reader, std::string_view key, const std::string& layout_file) {
+  const auto text = reader.text(key);
+  if (!text) return {};
+  const auto reject = [&](const std::string& what) {
+    reader.report(reader.place(key), std::string(key) + what);
+    return std::string();
+  };
+  if (text->empty()) return reject(" is empty, expected a path");
+  if (text->find('\0') != std::string::npos)
+    return reject(" has a zero character, expected a path");
+  return path_beside_layout(layout_file, *text);
+}
+
 }  // namespace korvex::host

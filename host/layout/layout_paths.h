@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "host/layout/table_reader.h"
+
 namespace korvex::host {
 
 // A path as a layout gives it, seen from where the program runs: a relative one is relative to the
@@ -14,5 +16,9 @@ std::string layout_folder(std::string_view layout_file);
 
 // The data file's path with the extension of settings files.
 std::string default_settings_path(std::string_view data_path);
+
+// The path at the key, seen from where the program runs; empty, and reported unless absent, when
+// there is none that can be used.
+std::string read_path(TableReader& reader, std::string_view key, const std::string& layout_file);
 
 }  // namespace korvex::host

@@ -12,11 +12,10 @@
 #include "host/layout/layout_paths.h"
 #include "host/layout/layout_syntax.h"
 #include "host/layout/own_items.h"
-#include "host/layout/path_reader.h"
 #include "host/layout/run_files.h"
 #include "host/layout/table_reader.h"
 #include "host/layout/value_errors.h"
-#include "host/process/interruption.h"
+#include "host/process/signals.h"
 #include "platform/path.h"
 #include "platform/read_file.h"
 

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "host/process/interruption.h"
+#include "host/process/signals.h"
 #include "host/text/code_page_text.h"
 #include "platform/utf8.h"
 

@@ -1,5 +1,5 @@
+#include "host/layout/layout_paths.h"
 #include "host/layout/own_text.h"
-#include "host/layout/path_reader.h"
 #include "host/layout/value_types.h"
 
 namespace korvex::host {

@@ -4,7 +4,7 @@
 
 #include "host/layout/character_text.h"
 #include "host/layout/item_texts.h"
-#include "host/layout/path_reader.h"
+#include "host/layout/layout_paths.h"
 #include "host/layout/value_types.h"
 #include "values/records.h"
 

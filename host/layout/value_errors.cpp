@@ -7,7 +7,7 @@
 #include <unordered_map>
 
 #include "control/item_settings.h"
-#include "formatlang/largest_value.h"
+#include "formatlang/default_settings.h"
 #include "host/layout/failure_text.h"
 #include "platform/printable_text.h"
 #include "settings/lvl_inf.h"

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <ostream>
 
-#include "host/process/interruption.h"
+#include "host/process/signals.h"
 #include "platform/printable_text.h"
 
 namespace korvex::host {

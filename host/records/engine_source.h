@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "host/sources/source.h"
-#include "host/text/code_page_decoder.h"
+#include "host/text/code_page_text.h"
 #include "run/run.h"
 #include "settings/col_inf.h"
 

@@ -122,8 +122,8 @@ class FieldMaker {
     Field* other = need(i, offset.of, "of");
     if (other == nullptr) return nullptr;
     const ItemAttributes& attributes = plan_.item(*plan_.find(offset.of.text)).attributes;
-    const FieldForm form = moment_form(attributes.attribute);
-    const bool is_moment = form != FieldForm::as_it_is;
+    const MomentForm form = moment_form(attributes.attribute);
+    const bool is_moment = form != MomentForm::as_it_is;
     const auto decimals = static_cast<unsigned>(is_moment ? 0 : attributes.decimals);
     auto units = sources::number_scale(decimals);
     sources::Distance distance;

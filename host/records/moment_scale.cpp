@@ -65,15 +65,15 @@ bool append_time(std::int64_t seconds, std::string& out) {
 
 class MomentScale : public sources::Scale {
  public:
-  explicit MomentScale(FieldForm form) : form_(form) {}
+  explicit MomentScale(MomentForm form) : form_(form) {}
 
   std::optional<std::int64_t> read(std::string_view text) const override {
     MomentText converter;
     const std::string_view moment = converter.convert(form_, text);
     // What is no moment comes back as it is.
     if (moment.data() == text.data()) return std::nullopt;
-    if (form_ == FieldForm::iso_date) return read_date(moment);
-    if (form_ == FieldForm::iso_time) return read_time(moment);
+    if (form_ == MomentForm::iso_date) return read_date(moment);
+    if (form_ == MomentForm::iso_time) return read_time(moment);
     const auto day = read_date(moment.substr(0, date_size));
     const auto second = read_time(moment.substr(date_size + 1, time_size));
     if (!day || !second) return std::nullopt;
@@ -81,8 +81,8 @@ class MomentScale : public sources::Scale {
   }
 
   bool append(std::int64_t number, std::string& out) const override {
-    if (form_ == FieldForm::iso_date) return append_date(number, out);
-    if (form_ == FieldForm::iso_time) return append_time(number, out);
+    if (form_ == MomentForm::iso_date) return append_date(number, out);
+    if (form_ == MomentForm::iso_time) return append_time(number, out);
     const std::int64_t second = (number % seconds_a_day + seconds_a_day) % seconds_a_day;
     if (!append_date((number - second) / seconds_a_day, out)) return false;
     out += ' ';
@@ -90,12 +90,12 @@ class MomentScale : public sources::Scale {
   }
 
  private:
-  FieldForm form_;
+  MomentForm form_;
 };
 
 }  // namespace
 
-std::unique_ptr<sources::Scale> moment_scale(FieldForm form) {
+std::unique_ptr<sources::Scale> moment_scale(MomentForm form) {
   return std::make_unique<MomentScale>(form);
 }
 

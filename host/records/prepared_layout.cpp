@@ -4,14 +4,14 @@
 #include <ostream>
 #include <set>
 
-#include "host/engine/layout_copy.h"
 #include "host/engine/layout_messages.h"
+#include "host/engine/run_folders.h"
 #include "host/layout/failure_text.h"
 #include "host/layout/layout_reader.h"
 #include "host/layout/own_items.h"
 #include "host/layout/run_files.h"
 #include "host/process/exit_status.h"
-#include "host/process/interruption.h"
+#include "host/process/signals.h"
 #include "host/records/prediction.h"
 #include "lists/enumeration_check.h"
 #include "platform/printable_text.h"

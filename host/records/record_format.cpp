@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "host/records/field_form.h"
+#include "host/records/moment_form.h"
 #include "platform/codepage.h"
 #include "values/attributes.h"
 
@@ -58,7 +58,7 @@ class ValueText {
 
   bool is_numeric_;
   bool is_boolean_;
-  FieldForm form_;
+  MomentForm form_;
   bool is_number_ = false;
   std::string number_;
   MomentText moment_;

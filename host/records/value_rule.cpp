@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "host/layout/own_text.h"
-#include "host/records/field_form.h"
+#include "host/records/moment_form.h"
 #include "host/text/code_page_text.h"
 #include "lists/enumeration_value.h"
 #include "platform/printable_text.h"
@@ -13,7 +13,7 @@ namespace korvex::host {
 
 namespace {
 
-bool is_moment(FieldForm form, std::string_view text) {
+bool is_moment(MomentForm form, std::string_view text) {
   MomentText moment;
   return moment.convert(form, text).data() != text.data();
 }
@@ -36,7 +36,7 @@ std::optional<std::string> ValueRule::fault(std::string_view text) const {
     return "has " + std::to_string(count) + " characters, expected at most " +
            std::to_string(most_);
   }
-  if (const FieldForm form = moment_form(attribute); form != FieldForm::as_it_is) {
+  if (const MomentForm form = moment_form(attribute); form != MomentForm::as_it_is) {
     if (is_moment(form, text)) return std::nullopt;
     return "is \"" + platform::printable(text) + "\", expected digits as 20240229 or 235959";
   }

@@ -6,7 +6,7 @@
 
 #include "control/control_file.h"
 #include "control/dg_col.h"
-#include "control/limits.h"
+#include "control/user_limits.h"
 #include "formatlang/default_settings.h"
 #include "platform/message_text.h"
 #include "platform/runtime_class.h"

@@ -15,7 +15,7 @@ namespace korvex {
 // What an item without generated values shows.
 std::string_view initial_value_text(std::int32_t layout_kind);
 
-// What an item with an enumeration file shows.
+// What an item with a value list shows.
 inline constexpr std::string_view enumeration_text = "Enumeration type";
 
 // Sets the item to the initial value. An item that may not be NULL is refused (-65).
@@ -24,7 +24,7 @@ ErrorCode set_initial_value(ClColMain& main);
 // The same for any item: settings that are to be filled with something else begin like this.
 ErrorCode reset_settings(ClColMain& main);
 
-// Makes an item with the initial value take its values from an enumeration file, which nobody looks
+// Makes an item with the initial value take its values from a value list, which nobody looks
 // at here. Never fails.
 void set_enumeration(ClColMain& main, const std::string& path, std::int32_t exceeded_action);
 

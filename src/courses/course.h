@@ -7,7 +7,7 @@
 
 #include "courses/steps.h"
 #include "courses/wheel.h"
-#include "settings/item_inf.h"
+#include "settings/col_inf.h"
 #include "values/records.h"
 
 namespace korvex {

@@ -13,10 +13,10 @@
 
 namespace korvex {
 
-// One value of an enumeration file.
+// One value of a value list.
 using ClEnumData = std::string_view;
 
-// The values of an item's enumeration file in file order, all in one block of memory. Owns it; the
+// The values of an item's value list in file order, all in one block of memory. Owns it; the
 // views that it hands out live as long as it does and no value is added.
 class ClEnumDataList {
  public:

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "courses/course.h"
-#include "settings/item_inf.h"
+#include "settings/col_inf.h"
 #include "values/records.h"
 
 namespace korvex {

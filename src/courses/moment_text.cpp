@@ -51,7 +51,7 @@ MomentLayout::MomentLayout(std::int32_t kind, std::int32_t width, std::int32_t l
   short_year_ = width_is_short_ && !has_time_;
   year_is_short_ = short_year_ && kind == format_kind::date_unchecked;
   if (layout == layout_kind::table) date_separator_ = '/';
-  if (layout == layout_kind::third) date_separator_ = '-';
+  if (layout == layout_kind::iso) date_separator_ = '-';
   if (date_separator_ != 0) time_separator_ = ':';
 }
 

@@ -21,4 +21,8 @@ struct RangeTexts {
 // These are proposals for a new item; the format dialog proposes formats by a table of its own.
 std::optional<RangeTexts> default_settings(const ItemAttributes& item);
 
+// The end value that an item of attribute 1 to 28 gets when none is entered: the largest that its
+// digits hold. Empty for other attributes.
+std::string largest_value_text(const ItemAttributes& item);
+
 }  // namespace korvex

@@ -6,7 +6,6 @@
 #include <span>
 
 #include "lists/enumeration_value.h"
-#include "lists/file_access.h"
 #include "lists/line_reader.h"
 #include "platform/file.h"
 #include "platform/interruption.h"
@@ -192,6 +191,30 @@ Result<std::int32_t> load_enumeration(ClColMain& main, const std::string& path,
   } catch (const std::bad_alloc&) {
     return error::out_of_memory;
   }
+}
+
+using platform::File;
+using platform::FileCause;
+using platform::Sharing;
+
+ErrorCode check_file_exists(const std::string& path) {
+  const FileCause cause = File().open_for_reading(path, Sharing::shared);
+  return is_missing(cause) || cause == FileCause::generic ? error::target_missing : error::none;
+}
+
+ErrorCode check_file_not_in_use(const std::string& path) {
+  const FileCause cause = File().open_for_reading(path, Sharing::exclusive);
+  return cause == FileCause::sharing_violation ? error::target_in_use : error::none;
+}
+
+ErrorCode check_file_readable(const std::string& path) {
+  const FileCause cause = File().open_for_reading(path, Sharing::shared);
+  return cause == FileCause::access_denied ? error::target_read_denied : error::none;
+}
+
+ErrorCode check_file_writable(const std::string& path) {
+  const FileCause cause = File().open_for_writing(path);
+  return cause == FileCause::access_denied ? error::target_write_denied : error::none;
 }
 
 }  // namespace korvex

@@ -5,12 +5,13 @@
 
 #include "control/col_main.h"
 #include "courses/enum_data_list.h"
+#include "values/error_codes.h"
 #include "values/records.h"
 #include "values/result.h"
 
 namespace korvex {
 
-// Checks the enumeration file at `path` against the item's settings. Answers the number of values,
+// Checks the value list at `path` against the item's settings. Answers the number of values,
 // 1 or more; `line` receives the number of the last line read, from 1, empty lines included. Sets
 // the message context of `main`.
 //
@@ -34,5 +35,13 @@ Result<std::int32_t> look_into_enumeration(ClColMain& main, const std::string& p
 // After a failure `values` is not to be used.
 Result<std::int32_t> load_enumeration(ClColMain& main, const std::string& path,
                                       const FmtColRec& settings, ClEnumDataList& values);
+
+// Whether a file can be used, each asked by opening it and closing it again: the code of the
+// one cause that the check is for. Every other cause passes.
+
+ErrorCode check_file_exists(const std::string& path);      // -114
+ErrorCode check_file_not_in_use(const std::string& path);  // -115
+ErrorCode check_file_readable(const std::string& path);    // -111
+ErrorCode check_file_writable(const std::string& path);    // -116
 
 }  // namespace korvex

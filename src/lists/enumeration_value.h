@@ -8,7 +8,7 @@
 
 namespace korvex {
 
-// What an item asks of the values of its enumeration file.
+// What an item asks of the values of its value list.
 class EnumerationRule {
  public:
   explicit EnumerationRule(const ItemAttributes& item);

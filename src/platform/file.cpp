@@ -1,6 +1,7 @@
 #include "platform/file.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -289,6 +290,14 @@ void File::remove(const std::string& path) {
 
 FileCause remove_file(const std::string& path) {
   return file_calls().unlink(path.c_str()) == 0 ? FileCause::none : cause_from_errno(errno);
+}
+
+bool hold_file(int descriptor, Sharing sharing) {
+  if (sharing == Sharing::unlocked) return true;
+  const int operation = (sharing == Sharing::exclusive ? LOCK_EX : LOCK_SH) | LOCK_NB;
+  if (retry_interrupted([&] { return file_calls().flock(descriptor, operation); }) == 0)
+    return true;
+  return errno != EWOULDBLOCK;
 }
 
 }  // namespace korvex::platform

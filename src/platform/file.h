@@ -5,8 +5,6 @@
 #include <memory>
 #include <string>
 
-#include "platform/file_hold.h"
-
 namespace korvex::platform {
 
 // Why a file operation failed, as far as the module tells causes apart.
@@ -35,6 +33,17 @@ FileCause note_file_error(int number);
 constexpr bool is_missing(FileCause cause) {
   return cause == FileCause::not_found || cause == FileCause::bad_path;
 }
+
+// How an opened file may be shared with other open files, in this process and in others.
+enum class Sharing {
+  unlocked,   // no matter who else has it open
+  shared,     // others may read it too
+  exclusive,  // nobody else may have it open
+};
+
+// Takes the lock for `sharing` on an open descriptor without waiting; it ends with the descriptor.
+// False when another open file stands in the way. A file system without locks lets everybody in.
+bool hold_file(int descriptor, Sharing sharing);
 
 // An open file. Owns its descriptor; the destructor closes it and drops what was not flushed.
 // Movable, not copyable; not thread-safe. Operations answer FileCause::none on success and never

@@ -17,7 +17,7 @@ struct RepeatCount {
 
 inline constexpr std::uint64_t too_large = ~std::uint64_t{0};
 
-// Answers how many values the enumeration file of an item's settings has, or the code of what is
+// Answers how many values the value list of an item's settings has, or the code of what is
 // wrong with it.
 using EnumerationCounter = std::function<Result<std::int32_t>(ClColMain&, const FmtColRec&)>;
 

@@ -96,8 +96,8 @@ ErrorCode Run::append(LineBlock& lines, std::int64_t most) {
   }
   const std::size_t begin = lines.size();
   if (const ErrorCode result = records_.assemble(lines); result != error::none) return result;
-  // A line feed ends the record; in the third layout kind it takes the place of the last comma.
-  if (form_.layout_kind == layout_kind::third) {
+  // A line feed ends the record; in an iso layout it takes the place of the last comma.
+  if (form_.layout_kind == layout_kind::iso) {
     lines.back() = '\n';
   } else {
     lines.require(1);
@@ -156,7 +156,7 @@ FieldFacts Run::facts_of(const ItemGenerator& item) const {
 
 std::optional<std::uint64_t> Run::size(Steps records) const {
   // A line feed of its own, but for the kind whose lines end in it in place of the last comma.
-  std::uint64_t bytes = form_.layout_kind == layout_kind::third ? 0 : records;
+  std::uint64_t bytes = form_.layout_kind == layout_kind::iso ? 0 : records;
   for (const ItemGenerator* item : fields()) {
     const std::optional<std::uint64_t> own = facts_of(*item).bytes(records);
     if (!own) return std::nullopt;

@@ -1,5 +1,7 @@
 #include "settings/col_inf.h"
 
+#include <algorithm>
+
 #include "formatlang/format_text.h"
 #include "values/attributes.h"
 #include "values/record_text.h"
@@ -74,6 +76,15 @@ std::string ClFmtColInf::joined_start_texts() const {
 
 std::string ClFmtColInf::joined_end_texts() const {
   return joined_texts(*this, &FmtItemRec::end_text);
+}
+
+std::string ClFmtItemInf::first_text() const {
+  if (record.kind == format_kind::fixed) return std::string(field_text(record.text));
+  const std::string_view start = field_text(record.start_text);
+  std::size_t bytes = static_cast<std::size_t>(
+      std::clamp<std::int32_t>(record.width, 0, static_cast<std::int32_t>(element_text_size)));
+  if (record.kind == format_kind::national_character) bytes *= 2;
+  return std::string(start.substr(start.size() - std::min(bytes, start.size())));
 }
 
 }  // namespace korvex

@@ -11,7 +11,7 @@ namespace korvex {
 
 inline constexpr std::int32_t no_level = -1;
 
-// One Format Information file in memory: its header and its levels, which it owns.
+// One settings file in memory: its header and its levels, which it owns.
 class ClFmtCom : public platform::Object {
  public:
   // The level that the run works on; null when there is none.

@@ -6,7 +6,7 @@
 #include <new>
 #include <utility>
 
-#include "formatlang/largest_value.h"
+#include "formatlang/default_settings.h"
 #include "platform/replacing_file.h"
 #include "settings/settings_reader.h"
 #include "settings/settings_upgrade.h"
@@ -84,7 +84,7 @@ void ClFmtFile::begin(std::int32_t level, std::int32_t records, std::int32_t lay
   com_.header.layout_kind = layout_kind;
   com_.header.level_count = 1;
   com_.append_level(level, records);
-  quotation_ = layout_kind == layout_kind::third ? 1 : 0;
+  quotation_ = layout_kind == layout_kind::iso ? 1 : 0;
 }
 
 Result<std::int32_t> ClFmtFile::load_existing(std::int32_t level, std::int32_t records,

@@ -27,7 +27,7 @@ struct EditedSettings {
   RangeTexts texts;
 };
 
-// The Format Information file: reads it, holds it against everybody else from a successful load
+// The settings file: reads it, holds it against everybody else from a successful load
 // until it is saved, deleted or this object ends, changes settings in memory, and writes them back
 // through a temporary file. Owns everything that it read.
 //

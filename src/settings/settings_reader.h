@@ -52,7 +52,7 @@ class RecordCursor {
 // may raise std::bad_alloc.
 bool read_front(platform::File& file, std::uint64_t size, std::vector<char>& bytes);
 
-// Fills `com` from a Format Information file: header, levels, and the items of the level numbered
+// Fills `com` from a settings file: header, levels, and the items of the level numbered
 // `level`, which becomes current with `records` records and is appended when the file lacks it.
 // Only as much of the file is read as its levels reach; the areas of other levels are views into
 // those bytes, so that no claim of the file, overlapping areas among them, takes more memory than

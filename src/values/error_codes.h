@@ -104,7 +104,7 @@ enum Code : std::int32_t {
   target_in_use = -115,
   target_write_denied = -116,
 
-  // Enumeration files
+  // Value lists
   enumeration_cannot_open = -121,
   enumeration_cannot_read = -122,
   enumeration_report_cannot_open = -123,

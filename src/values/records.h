@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-// The fixed-layout records of a Format Information file and the numbers that stand in them.
+// The fixed-layout records of a settings file and the numbers that stand in them.
 //
 // Records are plain data, written to the file byte for byte: little-endian, packed, texts
 // zero-terminated in code page 932 with the rest of their field zero. Whoever reads a record from a
@@ -75,7 +75,7 @@ inline constexpr std::int32_t repeat = 1;
 namespace layout_kind {
 inline constexpr std::int32_t record_file = 1;
 inline constexpr std::int32_t table = 2;
-inline constexpr std::int32_t third = 3;
+inline constexpr std::int32_t iso = 3;
 }  // namespace layout_kind
 
 // One parsed start, end, current or increment value.

@@ -231,7 +231,7 @@ class DialogTest : public testing::Test {
     return then([this, given] { setup.interface.answers = {given}; });
   }
 
-  // A list of values, which is the next file to be chosen.
+  // A value list, which is the next file to be chosen.
   std::string list(const std::string& lines) {
     setup.interface.chosen_file = setup.folder.file("list.txt");
     write_file(*setup.interface.chosen_file, lines);

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "control/limits.h"
+#include "control/user_limits.h"
 #include "support/generation_setup.h"
 
 namespace korvex::test {

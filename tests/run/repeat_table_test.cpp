@@ -1,6 +1,6 @@
 #include "run/repeat_table.h"
 
-#include "control/limits.h"
+#include "control/user_limits.h"
 #include "support/control_bytes.h"
 #include "support/environment.h"
 #include "support/temp_folder.h"

@@ -168,7 +168,7 @@ std::string take_record(Run& run, const RandomLayout& layout) {
     const std::string mark = run.fields()[i]->is_quoted() ? "\"" : "";
     line += mark + std::string(values[i]) + mark + ",";
   }
-  if (layout.layout_kind == layout_kind::third) line.pop_back();
+  if (layout.layout_kind == layout_kind::iso) line.pop_back();
   return line + "\n";
 }
 

@@ -1,6 +1,6 @@
 #include "settings/fmt_file.h"
 
-#include "formatlang/largest_value.h"
+#include "formatlang/default_settings.h"
 #include "settings/settings_folder.h"
 #include "support/table.h"
 #include "values/record_text.h"

@@ -6,7 +6,7 @@
 
 #include "support/bytes.h"
 
-// The records of a Format Information file, spelled out offset by offset.
+// The records of a settings file, spelled out offset by offset.
 namespace korvex::test {
 
 inline constexpr std::size_t header_size = 44;

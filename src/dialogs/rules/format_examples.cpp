@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "control/limits.h"
+#include "control/user_limits.h"
 #include "formatlang/format_text.h"
 
 namespace korvex {

@@ -18,8 +18,13 @@ struct SaveCheck {
       not_null_name;  // the first NOT NULL item without a format, with a blank behind it
 };
 
-// Checks, item by item, that no two repeat at one level and that enumeration files are usable, and
+// Checks, item by item, that no two repeat at one level and that value lists are usable, and
 // then that repeats begin at level 1 and are not too many.
 SaveCheck check_before_save(ClColMain& main);
+
+// Whether the settings may go where they belong, asked before they are saved: a failure then would
+// end the dialog, and all that was entered with it. Says so when a folder is write-protected, and
+// asks the user about a settings file that is: a Yes counts for `main`.
+bool may_save(ClColMain& main);
 
 }  // namespace korvex

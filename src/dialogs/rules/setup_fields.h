@@ -45,7 +45,7 @@ struct SetupFields {
 SetupFields fields_of(const ItemDisplay& display, const SetupFields& before);
 
 // Fills in what the type just selected needs and the controls do not hold yet. The path of an
-// enumeration file stays when its name is emptied, so that confirming the same type again loses no
+// value list stays when its name is emptied, so that confirming the same type again loses no
 // file.
 void confirm_type(SetupFields& fields, ClDGCol& item);
 

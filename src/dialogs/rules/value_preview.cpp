@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "control/item_settings.h"
-#include "dialogs/rules/number_display.h"
+#include "dialogs/rules/user_numbers.h"
 #include "lists/enumeration_check.h"
 #include "platform/codepage.h"
 #include "run/item_generator.h"

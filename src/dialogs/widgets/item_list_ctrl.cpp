@@ -9,7 +9,6 @@
 #include <string>
 #include <string_view>
 
-#include "dialogs/widgets/fit_text.h"
 #include "dialogs/widgets/item_list_model.h"
 #include "dialogs/widgets/shown_text.h"
 #include "platform/codepage.h"

@@ -6,9 +6,9 @@
 #include <string>
 
 #include "control/col_main.h"
-#include "dialogs/rules/enumeration_counts.h"
 #include "dialogs/rules/messages.h"
 #include "dialogs/rules/row_rules.h"
+#include "dialogs/rules/value_lists.h"
 #include "dialogs/widgets/form_dialog.h"
 #include "dialogs/widgets/item_list_model.h"
 

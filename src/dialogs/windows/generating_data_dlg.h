@@ -3,7 +3,7 @@
 #include <chrono>
 
 #include "dialogs/widgets/form_dialog.h"
-#include "dialogs/windows/disabled_owner.h"
+#include "dialogs/windows/parent_window.h"
 
 class QLabel;
 class QProgressBar;

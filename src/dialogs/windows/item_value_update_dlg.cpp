@@ -10,7 +10,7 @@
 #include "dialogs/rules/default_format.h"
 #include "dialogs/rules/explanations.h"
 #include "dialogs/rules/format_precheck.h"
-#include "dialogs/rules/save_permission.h"
+#include "dialogs/rules/save_checks.h"
 #include "dialogs/rules/setup_fields.h"
 #include "dialogs/rules/store_range.h"
 #include "dialogs/rules/value_preview.h"

@@ -1,6 +1,7 @@
 #include "dialogs/windows/parent_window.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QWindow>
 
 namespace korvex {
@@ -36,6 +37,27 @@ void attach_to_foreign_owner(QWidget& window, void* handle) {
   window.winId();  // makes the native window
   window.windowHandle()->setTransientParent(owner);
   QObject::connect(&window, &QObject::destroyed, owner, &QObject::deleteLater);
+}
+
+DisabledOwner::DisabledOwner(QWidget* owner) {
+  if (owner == nullptr || !owner->isEnabled()) return;
+  owner_ = owner;
+  focus_ = owner->focusWidget();
+  owner->setEnabled(false);
+  owner->installEventFilter(this);
+}
+
+DisabledOwner::~DisabledOwner() {
+  if (owner_ == nullptr) return;
+  owner_->setEnabled(true);
+  if (focus_ != nullptr) focus_->setFocus();
+}
+
+// A disabled window can still be closed from its frame.
+bool DisabledOwner::eventFilter(QObject*, QEvent* event) {
+  if (event->type() != QEvent::Close) return false;
+  event->ignore();
+  return true;
 }
 
 }  // namespace korvex

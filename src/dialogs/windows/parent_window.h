@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 
 namespace korvex {
@@ -24,5 +25,21 @@ QWidget* owner_widget(void* handle);
 // Puts a window above another program's window. Without effect when the handle belongs to this
 // process or the display cannot do it.
 void attach_to_foreign_owner(QWidget& window, void* handle);
+
+// Keeps a window from taking input, closing included, and gives it back its input and its focus at
+// the end, whatever the end is. Without effect on null and on a window that somebody else has
+// disabled.
+class DisabledOwner : public QObject {
+ public:
+  explicit DisabledOwner(QWidget* owner);
+  ~DisabledOwner() override;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  QPointer<QWidget> owner_;
+  QPointer<QWidget> focus_;
+};
 
 }  // namespace korvex

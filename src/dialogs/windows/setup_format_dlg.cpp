@@ -8,10 +8,9 @@
 #include <algorithm>
 
 #include "control/item_settings.h"
-#include "dialogs/rules/enumeration_choice.h"
-#include "dialogs/rules/enumeration_file.h"
 #include "dialogs/rules/explanations.h"
 #include "dialogs/rules/store_range.h"
+#include "dialogs/rules/value_lists.h"
 #include "dialogs/rules/value_preview.h"
 #include "dialogs/widgets/code_page_edit.h"
 #include "dialogs/widgets/control_ids.h"

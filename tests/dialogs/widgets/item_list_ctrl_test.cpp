@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "dialogs/dialog_driver.h"
-#include "dialogs/widgets/fit_text.h"
 #include "dialogs/widgets/item_list_model.h"
+#include "dialogs/widgets/shown_text.h"
 #include "values/records.h"
 
 namespace korvex::test {

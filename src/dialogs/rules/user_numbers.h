@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace korvex {
@@ -15,5 +16,11 @@ NumberReading read_repeat_number(std::string_view text, std::uint32_t& number);
 
 // What the user is told about a text that is not ok.
 std::string_view number_complaint(NumberReading reading);
+
+// A number with a comma before every group of three digits: 1,234,567.
+std::string grouped(std::uint64_t number);
+
+// The predicted size of a file, or that it passes the limit.
+std::string size_display(std::uint64_t predicted_bytes, std::uint64_t size_limit);
 
 }  // namespace korvex

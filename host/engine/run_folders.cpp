@@ -1,4 +1,4 @@
-#include "host/engine/layout_copy.h"
+#include "host/engine/run_folders.h"
 
 #include <filesystem>
 #include <ostream>
@@ -6,6 +6,7 @@
 
 #include "host/layout/failure_text.h"
 #include "platform/file.h"
+#include "platform/path.h"
 #include "platform/printable_text.h"
 #include "values/error_codes.h"
 
@@ -36,6 +37,18 @@ std::optional<Layout> copy_layout(const Layout& layout, const ScratchFolder& fol
            << numbered_message(error::cannot_open, layout) << "\nit is copied to "
            << platform::printable(folder.path()) << std::endl;
   return std::nullopt;
+}
+
+void make_folder(const std::string& folder) {
+  std::error_code ignored;
+  std::filesystem::create_directories(folder, ignored);
+}
+
+void make_output_folders(const Layout& layout) {
+  for (const std::string& folder :
+       {layout.work, platform::folder_of(layout.data), platform::folder_of(layout.settings)}) {
+    make_folder(folder);
+  }
 }
 
 }  // namespace korvex::host

@@ -1,4 +1,4 @@
-#include "dialogs/widgets/fit_text.h"
+#include "dialogs/widgets/shown_text.h"
 
 #include "platform/codepage.h"
 

@@ -1,4 +1,4 @@
-#include "host/text/code_page_decoder.h"
+#include "host/text/code_page_text.h"
 
 #include <gtest/gtest.h>
 

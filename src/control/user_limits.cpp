@@ -1,4 +1,4 @@
-#include "control/limits.h"
+#include "control/user_limits.h"
 
 #include <optional>
 

@@ -1,4 +1,4 @@
-#include "host/records/field_form.h"
+#include "host/records/moment_form.h"
 
 #include <cstring>
 
@@ -68,22 +68,22 @@ bool write_timestamp(std::string_view text, char* out) {
   return write_time(text.substr(space + 1), out + iso_date_size + 1);
 }
 
-std::size_t size_of(FieldForm form) {
+std::size_t size_of(MomentForm form) {
   switch (form) {
-    case FieldForm::iso_date:
+    case MomentForm::iso_date:
       return iso_date_size;
-    case FieldForm::iso_time:
+    case MomentForm::iso_time:
       return iso_time_size;
     default:
       return iso_date_size + 1 + iso_time_size;
   }
 }
 
-bool write_moment(FieldForm form, std::string_view text, char* out) {
+bool write_moment(MomentForm form, std::string_view text, char* out) {
   switch (form) {
-    case FieldForm::iso_date:
+    case MomentForm::iso_date:
       return write_date(text, out);
-    case FieldForm::iso_time:
+    case MomentForm::iso_time:
       return write_time(text, out);
     default:
       return write_timestamp(text, out);
@@ -98,29 +98,29 @@ bool holds_numbers(ColumnType type) {
 
 }  // namespace
 
-FieldForm moment_form(std::int32_t attribute) {
+MomentForm moment_form(std::int32_t attribute) {
   switch (attribute) {
     case korvex::attribute::date:
-      return FieldForm::iso_date;
+      return MomentForm::iso_date;
     case korvex::attribute::time:
-      return FieldForm::iso_time;
+      return MomentForm::iso_time;
     case korvex::attribute::timestamp:
-      return FieldForm::iso_timestamp;
+      return MomentForm::iso_timestamp;
     default:
-      return FieldForm::as_it_is;
+      return MomentForm::as_it_is;
   }
 }
 
-FieldForm field_form(std::int32_t attribute, const ColumnSchema& column) {
-  const FieldForm form = moment_form(attribute);
+MomentForm column_form(std::int32_t attribute, const ColumnSchema& column) {
+  const MomentForm form = moment_form(attribute);
   const bool is_short = column.type == ColumnType::text && column.length > 0 &&
                         static_cast<std::size_t>(column.length) < size_of(form);
-  return is_short || holds_numbers(column.type) ? FieldForm::as_it_is : form;
+  return is_short || holds_numbers(column.type) ? MomentForm::as_it_is : form;
 }
 
-std::string_view MomentText::convert(FieldForm form, std::string_view value) {
+std::string_view MomentText::convert(MomentForm form, std::string_view value) {
   const bool is_moment =
-      form != FieldForm::as_it_is && !value.empty() && write_moment(form, value, text_.data());
+      form != MomentForm::as_it_is && !value.empty() && write_moment(form, value, text_.data());
   return is_moment ? std::string_view(text_.data(), size_of(form)) : value;
 }
 

@@ -1,4 +1,4 @@
-#include "host/process/interruption.h"
+#include "host/process/signals.h"
 
 #include <signal.h>
 

@@ -10,7 +10,7 @@
 namespace korvex::host {
 
 // How the text of a field changes on its way into a column.
-enum class FieldForm {
+enum class MomentForm {
   as_it_is,
   iso_date,       // "20240229", "2024/02/29", "240229" or "24/02/29" to "2024-02-29"
   iso_time,       // "235959" to "23:59:59"
@@ -18,18 +18,18 @@ enum class FieldForm {
 };
 
 // The form of a date, time or timestamp by its attribute; others stay as they are.
-FieldForm moment_form(std::int32_t attribute);
+MomentForm moment_form(std::int32_t attribute);
 
 // The form for an item of the attribute in a column: moments become what databases read, unless the
 // column has no room for that or holds numbers, where the text stays as it would be in a file.
-FieldForm field_form(std::int32_t attribute, const ColumnSchema& column);
+MomentForm column_form(std::int32_t attribute, const ColumnSchema& column);
 
 // A moment's text in another form.
 class MomentText {
  public:
   // The value in the form, or as it is when it is no such moment: then the database decides. The
   // answer is a view of the value or of this object, valid until the next call.
-  std::string_view convert(FieldForm form, std::string_view value);
+  std::string_view convert(MomentForm form, std::string_view value);
 
  private:
   static constexpr std::size_t longest_moment = 19;

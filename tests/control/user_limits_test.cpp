@@ -1,4 +1,4 @@
-#include "control/limits.h"
+#include "control/user_limits.h"
 
 #include "support/bytes.h"
 #include "support/environment.h"
