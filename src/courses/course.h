@@ -3,11 +3,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <memory>
 
 #include "courses/steps.h"
 #include "courses/wheel.h"
-#include "settings/col_inf.h"
 #include "values/records.h"
 
 namespace korvex {
@@ -86,11 +84,6 @@ class Course {
  protected:
   CourseFacts facts_;
 };
-
-// The course of a format element. Null for settings that the checks of this module would not have
-// made, and whose texts only a LiteralElement can tell, step by step.
-std::unique_ptr<const Course> make_course(const ElementContext& context,
-                                          const ClFmtItemInf& element);
 
 // How often a course can step on a line before it has gone further than `distance`, its first text
 // included: at least once.

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "courses/make_course.h"
+
 namespace korvex {
 
 ElementContext element_context(const ClFmtColInf& column, std::int32_t layout_kind) {

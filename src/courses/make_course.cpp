@@ -1,4 +1,4 @@
-#include "courses/course.h"
+#include "courses/make_course.h"
 
 #include "courses/character_course.h"
 #include "courses/moment_course.h"
