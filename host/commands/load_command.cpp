@@ -211,8 +211,16 @@ bool print_conflict(const LoadOptions& options, const PreparedLayout& prepared,
 
 int load(const LoadOptions& options, PreparedLayout& prepared, std::ostream& out,
          std::ostream& messages) {
+  const Layout& layout = prepared.layout();
+  const std::string& name = options.table.empty() ? layout.table : options.table;
+  if (name.empty()) {
+    messages << platform::printable(layout.file)
+             << ": [layout] has no table, expected one there or TABLE on the command line"
+             << std::endl;
+    return exit_status::wrong_usage;
+  }
   const auto database = open_database(options.database);
-  const TableSchema table = database->read_schema(options.table);
+  const TableSchema table = database->read_schema(name);
   const LoadPlan plan = plan_load(prepared, table);
   const Clock::time_point start = Clock::now();
   std::int64_t rows = 0;

@@ -10,7 +10,7 @@ namespace korvex::host {
 struct LoadOptions {
   std::string layout;
   std::string database;
-  std::string table;
+  std::string table;  // empty for the layout's own
   std::optional<std::int32_t> records;
   bool quiet = false;
 };

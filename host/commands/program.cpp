@@ -82,7 +82,8 @@ CLI::App* add_load(CLI::App& app, LoadOptions& options) {
   add_layout(*command, options.layout);
   command->add_option("DATABASE", options.database, "sqlite:FILE or postgresql:CONNINFO")
       ->required();
-  command->add_option("TABLE", options.table, "table that gets the records")->required();
+  command->add_option("TABLE", options.table,
+                      "table that gets the records (default: the layout's)");
   add_records(*command, options.records);
   command->add_flag("--quiet", options.quiet, "print no line about the result");
   return command;
@@ -249,7 +250,7 @@ int run_program(int argc, const char* const* argv, const ModuleFunctions& functi
   if (!connections.empty()) {
     // What takes it for the name of a file or table would print it.
     messages << "a database stands where none is expected: korvex import DATABASE TABLE, korvex "
-                "load LAYOUT DATABASE TABLE"
+                "load LAYOUT DATABASE [TABLE]"
              << std::endl;
     return exit_status::wrong_usage;
   }

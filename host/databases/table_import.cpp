@@ -36,6 +36,7 @@ class TableImporter {
         folder_(folder),
         columns_(schema_.columns.size()) {
     use_.records = records;
+    result_.layout.table = schema_.name;
     result_.layout.records = records;
     result_.layout.data = file_name_part(schema_.bare_name) + ".csv";
   }

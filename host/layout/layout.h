@@ -79,6 +79,7 @@ struct Layout {
   std::int32_t level = 1;
   bool null_default = false;
   std::int32_t quotation = 0;
+  std::string table;  // UTF-8, of a database that is loaded; empty when the layout names none
   std::string data;
   std::string settings;
   std::string work;
@@ -86,6 +87,7 @@ struct Layout {
   std::string salt;      // UTF-8
   bool is_utf8 = false;  // texts hold any character, and sizes count characters
   std::int32_t sets_version = 1;
+  SourcePlace table_place;
   SourcePlace data_place;
   SourcePlace settings_place;  // of the data file's path where that names the settings, too
   std::vector<LayoutItem> items;

@@ -66,6 +66,17 @@ void read_paths(TableReader& reader, Layout& layout) {
   }
 }
 
+// The table that the records are meant for.
+void read_table(TableReader& reader, Layout& layout) {
+  const auto table = reader.text("table");
+  if (!table) return;
+  layout.table = *table;
+  layout.table_place = reader.place("table");
+  if (table->empty()) {
+    reader.report(layout.table_place, "table is \"\", expected the name of a table of a database");
+  }
+}
+
 // What the values beyond the module's are made with.
 void read_own_keys(TableReader& reader, Layout& layout) {
   if (const toml::node* seed = reader.find("seed")) {
@@ -97,6 +108,7 @@ void read_header(const toml::table& table, std::optional<std::int32_t> records, 
   layout.null_default = reader.boolean("null_default").value_or(false);
   const auto quote = reader.choice("quote", quote_names);
   layout.quotation = static_cast<std::int32_t>(quote.value_or(0));
+  read_table(reader, layout);
   read_paths(reader, layout);
   read_own_keys(reader, layout);
   reader.reject_unknown_keys();

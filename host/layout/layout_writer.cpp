@@ -94,8 +94,8 @@ void write_item(const ItemDraft& item, std::ostream& out) {
 
 void write_layout(const LayoutDraft& layout, std::ostream& out) {
   write_remarks(layout.remarks, out);
-  out << "\n[layout]\nkind    = \"table\"\nrecords = " << layout.records
-      << "\ndata    = " << quoted(layout.data) << "\n";
+  out << "\n[layout]\nkind    = \"table\"\ntable   = " << quoted(layout.table)
+      << "\nrecords = " << layout.records << "\ndata    = " << quoted(layout.data) << "\n";
   for (const ItemDraft& item : layout.items) write_item(item, out);
 }
 

@@ -35,6 +35,7 @@ struct ItemDraft {
 
 struct LayoutDraft {
   std::vector<std::string> remarks;  // comment lines at the top
+  std::string table;                 // of the database
   std::int32_t records = 0;
   std::string data;  // the data file's path, seen from the layout
   std::vector<ItemDraft> items;

@@ -42,7 +42,8 @@ query SELECT id, customer_id, placed_at, note FROM orders WHERE id = 3
 
 # What is there already is not in the way of a second import.
 @imported orders 1000
-> load orders.toml "<target>" orders --quiet
+# The layout says which table it is for.
+> load orders.toml "<target>" --quiet
 @imported customers 1000
 @loaded customers
 query SELECT count(*), max(id) FROM orders

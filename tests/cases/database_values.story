@@ -8,6 +8,9 @@ file words.txt cp932
   \\N<09>a
   表
 @imported marks 1000
+edit marks.toml table   = "marks" => 
+>2 load marks.toml "<target>"
+  ! marks.toml: [layout] has no table, expected one there or TABLE on the command line
 edit marks.toml kind    = "table" => kind    = "record"<0A>quote   = "double"
 edit marks.toml type      = "range"<0A>format    = "%5S"<0A>start     = "AAAAA"<0A>end       = "ZZZZZ" => type = "enumeration"<0A>file = "words.txt"
 edit marks.toml "%5S" => "\"1,'%5S"
