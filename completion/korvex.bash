@@ -10,7 +10,7 @@ _korvex_sets="awkward colours companies countries currencies email jobs language
 # The options of a command.
 _korvex_options() {
   case $1 in
-    generate) echo "--records --output-option --keep-settings --settings-only --quiet --window" ;;
+    generate) echo "--records --part --force --output-option --keep-settings --settings-only --quiet --window" ;;
     count) echo "--records --window" ;;
     edit) echo "--records" ;;
     update) echo "--item" ;;
@@ -19,7 +19,7 @@ _korvex_options() {
     sets) echo "--language -n --rows --tsv" ;;
     check) echo "--records --unique" ;;
     preview) echo "-n --records" ;;
-    export) echo "-o --output --format --encoding --header --table --records --quiet" ;;
+    export) echo "-o --output --format --encoding --header --table --records --part --force --quiet" ;;
     new) echo "-o --output --kind --data --records --item" ;;
     "") echo "--version" ;;
   esac
@@ -30,7 +30,7 @@ _korvex_options() {
 _korvex_takes_value() {
   case $1 in
     -n | -o | --rows | --language | --records | --output | --output-option | --format | --encoding | --table | \
-      --unique | --kind | --data | --item) return 0 ;;
+      --unique | --part | --kind | --data | --item) return 0 ;;
   esac
   return 1
 }

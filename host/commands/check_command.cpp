@@ -198,8 +198,8 @@ bool print_uniqueness(const UniqueSet& set, const std::vector<FieldFacts>& field
 int run_check(const CheckOptions& options, std::ostream& out, std::ostream& messages) {
   PreparedLayout prepared;
   std::optional<RepeatCount> prediction;
-  const int status = prepared.prepare(options.layout, options.records, messages,
-                                      MisreadTexts::warned, &prediction);
+  const int status =
+      prepared.prepare(options.layout, options.records, messages, {.prediction = &prediction});
   if (status != exit_status::done) return status;
   if (!prepared.is_plain()) {
     print_layout_errors(prepared.layout(), find_own_keys(prepared.layout()), messages);

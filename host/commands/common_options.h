@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "host/layout/table_reader.h"
+#include "host/parts/part.h"
 #include "platform/printable_text.h"
 
 // What several commands take alike.
@@ -53,6 +54,22 @@ inline void add_records(CLI::App& command, std::optional<std::int32_t>& records)
   command
       .add_option("--records", records, "number of records, in place of the number in the layout")
       ->check(number_from(0));
+}
+
+inline void add_part(CLI::App& command, std::optional<Part>& part, bool& force) {
+  const auto check = [](const std::string& text) -> std::string {
+    if (parse_part(text)) return {};
+    return '"' + platform::printable(text) +
+           "\" is no part, expected I/N, two whole numbers with I from 1 to N";
+  };
+  CLI::Option* const option =
+      command
+          .add_option_function<std::string>(
+              "--part", [&part](const std::string& text) { part = parse_part(text); },
+              "the I-th of N equal parts alone, beside the file")
+          ->check(CLI::Validator(check, "", ""))
+          ->type_name("I/N");
+  command.add_flag("--force", force, "make the part also when it is complete")->needs(option);
 }
 
 }  // namespace korvex::host

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "host/parts/part.h"
 #include "host/records/record_format.h"
 
 namespace korvex::host {
@@ -14,12 +15,15 @@ struct ExportOptions {
   std::string output;
   std::optional<std::int32_t> records;
   FormatChoices format;
+  std::optional<Part> part;
+  bool force = false;
   bool quiet = false;
 };
 
 // Writes the records of a layout for another program, without touching the layout's own files. The
-// output takes its place when it is complete. Data for standard output and the line about the
-// result go to `out`, messages to `messages`; answers the program's exit status.
+// output takes its place when it is complete; with `part` that part of it does. Data for standard
+// output and the line about the result go to `out`, messages to `messages`; answers the program's
+// exit status.
 int run_export(const ExportOptions& options, std::ostream& out, std::ostream& messages);
 
 }  // namespace korvex::host

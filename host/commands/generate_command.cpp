@@ -17,10 +17,12 @@
 #include "host/layout/failure_text.h"
 #include "host/layout/layout_reader.h"
 #include "host/layout/run_files.h"
+#include "host/parts/part_maker.h"
 #include "host/process/exit_status.h"
 #include "host/process/scratch_folder.h"
 #include "host/process/signals.h"
 #include "host/records/prediction.h"
+#include "platform/path.h"
 #include "platform/printable_text.h"
 #include "run/record_writer.h"
 #include "values/error_codes.h"
@@ -98,10 +100,36 @@ int generate(const Layout& layout, const GenerateOptions& options, bool has_repe
   return exit_status::done;
 }
 
+// Answers whether the options go with a part, and says why not.
+bool allows_part(const GenerateOptions& options, std::ostream& messages) {
+  const char* refused = options.output_option == guarded_output ? "--output-option 2"
+                        : options.settings_only                 ? "--settings-only"
+                        : options.window                        ? "--window"
+                                                                : nullptr;
+  if (refused != nullptr) messages << refused << " does not go with --part" << std::endl;
+  return refused == nullptr;
+}
+
+// The module makes whole files and has them to itself: a part is made without it.
+int generate_part(const GenerateOptions& options, std::ostream& out, std::ostream& messages) {
+  if (!allows_part(options, messages)) return exit_status::wrong_usage;
+  PreparedLayout prepared;
+  const Settings settings = options.keep_settings ? Settings::kept : Settings::of_layout;
+  const int status = prepared.prepare(options.layout, options.records, messages,
+                                      {.settings = settings, .own_ways = OwnWays::refused});
+  if (status != exit_status::done) return status;
+  const Layout& layout = prepared.layout();
+  if (!options.keep_settings) print_left_out(prepared.left_out(), layout, messages);
+  make_folder(platform::folder_of(layout.data));
+  return make_part(prepared, {layout.data, *options.part, {}, options.force, options.quiet}, out,
+                   messages);
+}
+
 }  // namespace
 
 int run_generate(const GenerateOptions& options, CreateData create_data, std::ostream& out,
                  std::ostream& messages) {
+  if (options.part) return generate_part(options, out, messages);
   // Settings that are kept may name other lists than the layout does.
   const MissingLists lists = options.keep_settings ? MissingLists::allowed : MissingLists::refused;
   const LayoutReading reading = read_module_layout(options.layout, options.records, lists);

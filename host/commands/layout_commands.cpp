@@ -13,13 +13,6 @@ namespace korvex::host {
 
 namespace {
 
-const std::vector<std::pair<std::string, Dialect>> dialects = {
-    {"csv", Dialect::csv},
-    {"tsv", Dialect::tsv},
-    {"jsonl", Dialect::json_lines},
-    {"sql", Dialect::sql},
-};
-
 const std::vector<std::pair<std::string, bool>> encodings = {{"utf-8", false}, {"cp932", true}};
 
 }  // namespace
@@ -60,7 +53,7 @@ void LayoutCommands::add_export(CLI::App& app) {
   command->add_option("-o,--output", export_options_.output, "the file, - for standard output")
       ->required();
   command->add_option("--format", format.dialect, "csv, tsv, jsonl or sql (default: csv)")
-      ->transform(one_of(dialects))
+      ->transform(one_of(dialect_names))
       ->type_name("FORMAT");
   command->add_option("--encoding", format.in_code_page, "utf-8 or cp932 (default: utf-8)")
       ->transform(one_of(encodings))
@@ -68,6 +61,7 @@ void LayoutCommands::add_export(CLI::App& app) {
   command->add_flag("--header", format.header, "csv, tsv: a first line with the names");
   command->add_option("--table", format.table, "sql: the table (default: the data file's name)");
   add_records(*command, export_options_.records);
+  add_part(*command, export_options_.part, export_options_.force);
   command->add_flag("--quiet", export_options_.quiet, "print no line about the result");
   export_ = command;
 }
@@ -98,6 +92,10 @@ std::optional<int> LayoutCommands::run(std::ostream& out, std::ostream& messages
   if (export_options_.format.dialect == Dialect::json_lines &&
       export_options_.format.in_code_page) {
     messages << "--encoding is cp932, expected utf-8 for --format jsonl" << std::endl;
+    return exit_status::wrong_usage;
+  }
+  if (export_options_.part && export_options_.output == "-") {
+    messages << "--output is -, expected a file for --part" << std::endl;
     return exit_status::wrong_usage;
   }
   return run_export(export_options_, out, messages);

@@ -243,8 +243,8 @@ int load(const LoadOptions& options, PreparedLayout& prepared, std::ostream& out
 
 int run_load(const LoadOptions& options, std::ostream& out, std::ostream& messages) {
   PreparedLayout prepared;
-  const int status =
-      prepared.prepare(options.layout, options.records, messages, MisreadTexts::refused);
+  const int status = prepared.prepare(options.layout, options.records, messages,
+                                      {.misread = MisreadTexts::refused});
   if (status != exit_status::done) return status;
   if (print_replaced_characters(prepared.layout(), messages)) return exit_status::wrong_usage;
   if (print_conflict(options, prepared, messages)) return exit_status::wrong_usage;

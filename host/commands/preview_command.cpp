@@ -17,8 +17,8 @@ constexpr std::int32_t default_preview = 20;
 
 int run_preview(const PreviewOptions& options, std::ostream& out, std::ostream& messages) {
   PreparedLayout prepared;
-  const int status = prepared.prepare(options.layout, options.records, messages,
-                                      MisreadTexts::warned, nullptr, RecordsAsked::first);
+  const int status =
+      prepared.prepare(options.layout, options.records, messages, {.asked = RecordsAsked::first});
   if (status != exit_status::done) return status;
   TextTable table;
   std::vector<TextTable::Cell> names;

@@ -31,6 +31,7 @@ void add_generate(CLI::App& app, GenerateOptions& options) {
   CLI::App* command = app.add_subcommand("generate", "Generate the data file of a layout");
   add_layout(*command, options.layout);
   add_records(*command, options.records);
+  add_part(*command, options.part, options.force);
   command->add_option("--output-option", options.output_option,
                       "2 ends the data file below 2 GB, asks before repeats give more records than "
                       "requested, and gives the window a Cancel button (default: 0)");

@@ -73,6 +73,7 @@ struct LayoutItem {
 
 struct Layout {
   std::string file;  // the layout file, as named by the user
+  std::string text;  // what stands in it
   std::int32_t kind = 0;
   std::int32_t records = 0;
   std::optional<std::int32_t> own_records;  // that the file says

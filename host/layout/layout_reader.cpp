@@ -197,6 +197,7 @@ LayoutReading parse_layout(std::string_view text, const std::string& file,
   Layout& layout = reading.layout;
   std::vector<LayoutError>& errors = reading.errors;
   layout.file = file;
+  layout.text = text;
   if (!may_fit(text)) {
     errors.push_back({{}, "has too many keys and values for its size"});
     return reading;

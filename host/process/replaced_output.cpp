@@ -30,14 +30,15 @@ ReplacedOutput::ReplacedOutput(const std::string& path, std::ostream& standard) 
   }
 }
 
-ReplacedOutput::ReplacedOutput(const std::string& path) : path_(path) {
+ReplacedOutput::ReplacedOutput(const std::string& path, bool is_synchronised) : path_(path) {
   std::error_code ignored;
   const fs::file_status old = fs::symlink_status(path_, ignored);
   if (fs::exists(old) && !fs::is_regular_file(old) && !fs::is_symlink(old)) {
     failure_ = platform::printable(path_) + ": is no file, expected one that can be replaced";
     return;
   }
-  note(replacing_.create(path, {.link = Replacing::Link::replaced}));
+  note(replacing_.create(path,
+                         {.link = Replacing::Link::replaced, .is_synchronised = is_synchronised}));
 }
 
 void ReplacedOutput::write(std::string_view text) {

@@ -18,12 +18,16 @@ class ReplacedOutput {
 
   // Under a name that the program made, in a folder where others may have put something else: a
   // link there is replaced and not followed, and what is neither link nor file is left alone.
-  explicit ReplacedOutput(const std::string& path);
+  // `is_synchronised`: the disk has the file before it takes its place.
+  explicit ReplacedOutput(const std::string& path, bool is_synchronised = false);
 
   void write(std::string_view text);
 
   // Writes out what write() has gathered.
   void flush();
+
+  // Which file is being written, until finish(); not for standard output.
+  platform::FileIdentity identity() { return replacing_.file().identity(); }
 
   // Puts the file in its place.
   void finish();

@@ -32,4 +32,12 @@ ways::Result<std::shared_ptr<PreparedLayout>> LayoutFamily::find(const std::stri
   return known_[path];
 }
 
+std::vector<std::shared_ptr<PreparedLayout>> LayoutFamily::members() const {
+  std::vector<std::shared_ptr<PreparedLayout>> members;
+  for (const auto& [path, layout] : known_) {
+    if (layout != nullptr) members.push_back(layout);
+  }
+  return members;
+}
+
 }  // namespace korvex::host

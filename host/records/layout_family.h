@@ -23,6 +23,9 @@ class LayoutFamily {
   // it keeps the fields.
   ways::Result<std::shared_ptr<PreparedLayout>> find(const std::string& file);
 
+  // All that were found and can be had.
+  std::vector<std::shared_ptr<PreparedLayout>> members() const;
+
  private:
   std::ostream& messages_;
   MisreadTexts misread_;

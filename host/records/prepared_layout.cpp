@@ -33,31 +33,38 @@ bool has_only_booleans(const ClEnumDataList& values) {
 }  // namespace
 
 int PreparedLayout::prepare(const std::string& file, std::optional<std::int32_t> records,
-                            std::ostream& messages, MisreadTexts misread,
-                            std::optional<RepeatCount>* prediction, RecordsAsked asked) {
-  int status = read(file, records, asked, messages, misread);
-  if (status == exit_status::done) status = prepare_records(messages, misread, prediction);
+                            std::ostream& messages, const Preparation& how) {
+  int status = read(file, records, messages, how);
+  if (status == exit_status::done) status = prepare_records(messages, how);
   if (status != exit_status::done || host::is_plain(layout_)) return status;
-  LayoutFamily family(file, messages, misread);
-  return prepare_fields(messages, family);
+  LayoutFamily family(file, messages, how.misread);
+  status = prepare_fields(messages, family);
+  relatives_ = family.members();
+  return status;
 }
 
 int PreparedLayout::prepare_member(const std::string& file, std::ostream& messages,
                                    MisreadTexts misread, LayoutFamily& family) {
-  int status = read(file, std::nullopt, RecordsAsked::all, messages, misread);
-  if (status == exit_status::done) status = prepare_records(messages, misread, nullptr);
+  const Preparation how = {.misread = misread};
+  int status = read(file, std::nullopt, messages, how);
+  if (status == exit_status::done) status = prepare_records(messages, how);
   return status == exit_status::done ? prepare_fields(messages, family) : status;
 }
 
 int PreparedLayout::read(const std::string& file, std::optional<std::int32_t> records,
-                         RecordsAsked asked, std::ostream& messages, MisreadTexts misread) {
-  LayoutReading reading = read_layout(file, records, MissingLists::refused);
+                         std::ostream& messages, const Preparation& how) {
+  // Settings that are kept may name other lists than the layout does.
+  const MissingLists lists =
+      how.settings == Settings::kept ? MissingLists::allowed : MissingLists::refused;
+  LayoutReading reading = how.own_ways == OwnWays::refused
+                              ? read_module_layout(file, records, lists)
+                              : read_layout(file, records, lists);
   if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
   layout_ = std::move(reading.layout);
-  if (asked == RecordsAsked::first && layout_.own_records) {
+  if (how.asked == RecordsAsked::first && layout_.own_records) {
     layout_.records = std::max(layout_.records, *layout_.own_records);
   }
-  if (misread == MisreadTexts::warned) {
+  if (how.misread == MisreadTexts::warned) {
     print_warnings(layout_, messages);
   } else {
     print_digit_warnings(layout_, messages);
@@ -66,8 +73,7 @@ int PreparedLayout::read(const std::string& file, std::optional<std::int32_t> re
   return exit_status::done;
 }
 
-int PreparedLayout::prepare_records(std::ostream& messages, MisreadTexts misread,
-                                    std::optional<RepeatCount>* prediction) {
+int PreparedLayout::prepare_records(std::ostream& messages, const Preparation& how) {
   const std::optional<Layout> copy = copy_layout(layout_, scratch_, messages);
   if (!copy) return exit_status::failed;
   copy_ = *copy;
@@ -80,12 +86,14 @@ int PreparedLayout::prepare_records(std::ostream& messages, MisreadTexts misread
     match_items();
     return exit_status::done;
   }
-  const SettingsResult settings = write_settings_of(copy_);
-  if (print_failures(settings, layout_, messages)) return exit_status::failed;
-  if (prediction != nullptr) *prediction = predict(copy_, settings.repeated_items > 0);
+  if (how.settings == Settings::of_layout) {
+    const SettingsResult settings = write_settings_of(copy_);
+    if (print_failures(settings, layout_, messages)) return exit_status::failed;
+    if (how.prediction != nullptr) *how.prediction = predict(copy_, settings.repeated_items > 0);
+  }
   const int status = load(messages);
   // Settings may have lists of their own.
-  const bool is_refused = misread == MisreadTexts::refused && refuses_lists(messages);
+  const bool is_refused = how.misread == MisreadTexts::refused && refuses_lists(messages);
   return status == exit_status::done && is_refused ? exit_status::wrong_usage : status;
 }
 
@@ -146,7 +154,10 @@ ErrorCode PreparedLayout::prepare_run(std::int32_t& bad_line) {
   return run_.prepare(
       main_, line_form(main_), [&](const FmtColRec& settings, ClEnumDataList& values) {
         const std::string path(field_text(settings.enumeration_path));
-        const ErrorCode code = check_enumeration(main_, path, settings, bad_line, &values).code();
+        // Any number of commands read a list at once.
+        const ErrorCode code =
+            check_enumeration(main_, path, settings, bad_line, &values, platform::Sharing::shared)
+                .code();
         if (code == error::none && has_only_booleans(values)) {
           booleans_.insert(settings.item_number);
         }

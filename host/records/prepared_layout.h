@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <iosfwd>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -23,16 +24,28 @@ namespace korvex::host {
 // Whether a number of records that is asked for is that of all, or of the first that are looked at.
 enum class RecordsAsked { all, first };
 
+// Where the settings of items that have values in the layout come from.
+enum class Settings { of_layout, kept };
+
+// Whether the layout may say what the module does not know.
+enum class OwnWays { allowed, refused };
+
+struct Preparation {
+  MisreadTexts misread = MisreadTexts::warned;
+  Settings settings = Settings::of_layout;
+  OwnWays own_ways = OwnWays::allowed;
+  RecordsAsked asked = RecordsAsked::all;
+  std::optional<RepeatCount>* prediction = nullptr;  // receives what the module foretells
+};
+
 // A layout made ready for its records, as the generator would, but beside the user's files: it
 // works on a copy of the settings file, and leaves nothing behind.
 class PreparedLayout {
  public:
   // Reads the layout and checks its values. The program's exit status; all that went wrong is on
-  // `messages`. `prediction` receives what the module foretells, where it can.
+  // `messages`.
   int prepare(const std::string& file, std::optional<std::int32_t> records, std::ostream& messages,
-              MisreadTexts misread = MisreadTexts::warned,
-              std::optional<RepeatCount>* prediction = nullptr,
-              RecordsAsked asked = RecordsAsked::all);
+              const Preparation& how = {});
 
   // The same for a layout that the keys of another lead to: with fields, whatever it is.
   int prepare_member(const std::string& file, std::ostream& messages, MisreadTexts misread,
@@ -58,15 +71,17 @@ class PreparedLayout {
   // The fields of any other, side by side with the items.
   const std::vector<std::unique_ptr<sources::Field>>& fields() const { return fields_; }
 
+  // The layouts that its keys lead to, to any depth.
+  const std::vector<std::shared_ptr<PreparedLayout>>& relatives() const { return relatives_; }
+
  private:
-  int read(const std::string& file, std::optional<std::int32_t> records, RecordsAsked asked,
-           std::ostream& messages, MisreadTexts misread);
+  int read(const std::string& file, std::optional<std::int32_t> records, std::ostream& messages,
+           const Preparation& how);
   bool refuses_lists(std::ostream& messages);
   int load(std::ostream& messages);
   ErrorCode prepare_run(std::int32_t& bad_line);
   void match_items();
-  int prepare_records(std::ostream& messages, MisreadTexts misread,
-                      std::optional<RepeatCount>* prediction);
+  int prepare_records(std::ostream& messages, const Preparation& how);
   int prepare_fields(std::ostream& messages, LayoutFamily& family);
 
   Layout layout_;
@@ -78,6 +93,7 @@ class PreparedLayout {
   std::vector<bool> from_engine_;  // side by side with the layout's items
   std::vector<PreparedItem> items_;
   std::vector<const LayoutItem*> left_out_;
+  std::vector<std::shared_ptr<PreparedLayout>> relatives_;
   std::vector<std::unique_ptr<sources::Field>> fields_;  // they refer to all of the above
   std::set<std::string> looked_at_;                      // lists
   std::set<std::int32_t> booleans_;                      // the numbers of items

@@ -95,6 +95,7 @@ class Lines : public RecordFormat {
     for (std::size_t i = 0; i < fields.size(); ++i) {
       if (i > 0) out += separator();
       append_field(convert(i, fields[i]), out);
+      end_field(out);
     }
     // An empty line would be no record at all.
     if (fields.size() == 1 && fields.front().empty()) append_lone_empty(out);
@@ -208,6 +209,7 @@ class JsonLines : public RecordFormat {
       } else {
         append_json_text(text, out);
       }
+      end_field(out);
     }
     out += "}\n";
   }
@@ -235,6 +237,7 @@ class SqlInserts : public RecordFormat {
     for (std::size_t i = 0; i < values.size(); ++i) {
       out += i == 0 ? "(" : ", ";
       append_value(texts_[i], values[i], out);
+      end_field(out);
     }
     out += ')';
     if (++in_insert_ == records_in_insert) end(out);
@@ -244,6 +247,8 @@ class SqlInserts : public RecordFormat {
     if (in_insert_ > 0) out += ";\n";
     in_insert_ = 0;
   }
+
+  void go_to(Steps record) override { in_insert_ = static_cast<int>(record % records_in_insert); }
 
  private:
   static void append_value(ValueText& item, std::string_view value, std::string& out) {

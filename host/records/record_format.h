@@ -2,14 +2,24 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "courses/steps.h"
 #include "host/records/prepared_layout.h"
 
 namespace korvex::host {
 
 // How records are written for another program.
 enum class Dialect { csv, tsv, json_lines, sql };
+
+// As a user names them.
+inline const std::vector<std::pair<std::string, Dialect>> dialect_names = {
+    {"csv", Dialect::csv},
+    {"tsv", Dialect::tsv},
+    {"jsonl", Dialect::json_lines},
+    {"sql", Dialect::sql},
+};
 
 // Writes records in one dialect, with the texts that a load would store. Names and values are
 // handed over in the encoding that is to be written; an empty value is an empty field, in JSON and
@@ -18,10 +28,26 @@ class RecordFormat {
  public:
   virtual ~RecordFormat() = default;
 
-  // Appends what comes before the first record, a record, what comes behind the last.
+  // Appends what comes before the first record, a record, what comes after the last.
   virtual void begin(std::string&) {}
   virtual void append(const std::vector<std::string>& values, std::string& out) = 0;
   virtual void end(std::string&) {}
+
+  // The next record is this one, counted from 0: what is written from here on is what would have
+  // been, had all records before it been written.
+  virtual void go_to(Steps) {}
+
+  // From here on append() adds to `ends` where each field ends, in the text that it appends to;
+  // null for no longer.
+  void tell_field_ends(std::vector<std::size_t>* ends) { ends_ = ends; }
+
+ protected:
+  void end_field(const std::string& out) {
+    if (ends_ != nullptr) ends_->push_back(out.size());
+  }
+
+ private:
+  std::vector<std::size_t>* ends_ = nullptr;
 };
 
 struct FormatChoices {

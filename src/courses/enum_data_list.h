@@ -66,6 +66,10 @@ class ClEnumDataList {
   std::size_t largest() const { return largest_; }
   bool has_one_size() const { return smallest_ == largest_; }
 
+  // All values in a row, and the size of each: what tells two lists apart.
+  std::string_view text() const { return {text_.data(), end_}; }
+  std::span<const std::uint16_t> sizes() const { return {sizes_.data(), count_}; }
+
  private:
   friend class EnumCursor;
 

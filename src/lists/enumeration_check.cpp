@@ -60,10 +60,10 @@ ErrorCode read_values(File& file, const FmtColRec& settings, std::uint64_t& byte
   return error::none;
 }
 
-ErrorCode check_access(ClColMain& main, const std::string& path) {
+ErrorCode check_access(ClColMain& main, const std::string& path, platform::Sharing sharing) {
   main.message_context = platform::MessageText::path(path) + "\n";
   ErrorCode result = check_file_exists(path);
-  if (result == error::none) result = check_file_not_in_use(path);
+  if (result == error::none) result = check_file_not_in_use(path, sharing);
   if (result == error::none) result = check_file_readable(path);
   return result;
 }
@@ -117,7 +117,7 @@ class BadLineReport {
 
 Result<std::int32_t> load_values(ClColMain& main, const std::string& path,
                                  const FmtColRec& settings, ClEnumDataList& values) {
-  ErrorCode result = check_access(main, path);
+  ErrorCode result = check_access(main, path, platform::Sharing::exclusive);
   if (result != error::none) return result;
   File file;
   result = open_values(path, file);
@@ -146,10 +146,11 @@ Result<std::int32_t> load_values(ClColMain& main, const std::string& path,
 
 Result<std::int32_t> check_values(ClColMain& main, const std::string& path,
                                   const FmtColRec& settings, std::uint64_t& bytes_left,
-                                  std::int32_t& line, ClEnumDataList* values) {
+                                  std::int32_t& line, ClEnumDataList* values,
+                                  platform::Sharing sharing = platform::Sharing::exclusive) {
   line = 0;
   try {
-    ErrorCode result = check_access(main, path);
+    ErrorCode result = check_access(main, path, sharing);
     if (result != error::none) return result;
     File file;
     result = open_values(path, file);
@@ -169,9 +170,9 @@ Result<std::int32_t> check_values(ClColMain& main, const std::string& path,
 
 Result<std::int32_t> check_enumeration(ClColMain& main, const std::string& path,
                                        const FmtColRec& settings, std::int32_t& line,
-                                       ClEnumDataList* values) {
+                                       ClEnumDataList* values, platform::Sharing sharing) {
   std::uint64_t bytes_left = whole_file;
-  return check_values(main, path, settings, bytes_left, line, values);
+  return check_values(main, path, settings, bytes_left, line, values, sharing);
 }
 
 Result<std::int32_t> look_into_enumeration(ClColMain& main, const std::string& path,
@@ -202,8 +203,8 @@ ErrorCode check_file_exists(const std::string& path) {
   return is_missing(cause) || cause == FileCause::generic ? error::target_missing : error::none;
 }
 
-ErrorCode check_file_not_in_use(const std::string& path) {
-  const FileCause cause = File().open_for_reading(path, Sharing::exclusive);
+ErrorCode check_file_not_in_use(const std::string& path, Sharing sharing) {
+  const FileCause cause = File().open_for_reading(path, sharing);
   return cause == FileCause::sharing_violation ? error::target_in_use : error::none;
 }
 

@@ -5,6 +5,7 @@
 
 #include "control/col_main.h"
 #include "courses/enum_data_list.h"
+#include "platform/file.h"
 #include "values/error_codes.h"
 #include "values/records.h"
 #include "values/result.h"
@@ -17,10 +18,12 @@ namespace korvex {
 //
 // The first bad line ends it with that line's code. -111, -114, -115 the file cannot be used, -121
 // it cannot be opened, -122 not read, -136 it has no value, -1 memory. Values are appended to
-// `values` unless that is null; after a failure they are not to be used.
+// `values` unless that is null; after a failure they are not to be used. `sharing` is what -115
+// asks for: the file alone, or beside others who read it.
 Result<std::int32_t> check_enumeration(ClColMain& main, const std::string& path,
                                        const FmtColRec& settings, std::int32_t& line,
-                                       ClEnumDataList* values = nullptr);
+                                       ClEnumDataList* values = nullptr,
+                                       platform::Sharing sharing = platform::Sharing::exclusive);
 
 // The same for whoever wants to see how a list begins: reads no further than about `most_bytes`,
 // takes the values so far, and tells whether these are all.
@@ -39,9 +42,11 @@ Result<std::int32_t> load_enumeration(ClColMain& main, const std::string& path,
 // Whether a file can be used, each asked by opening it and closing it again: the code of the
 // one cause that the check is for. Every other cause passes.
 
-ErrorCode check_file_exists(const std::string& path);      // -114
-ErrorCode check_file_not_in_use(const std::string& path);  // -115
-ErrorCode check_file_readable(const std::string& path);    // -111
-ErrorCode check_file_writable(const std::string& path);    // -116
+ErrorCode check_file_exists(const std::string& path);  // -114
+// -115: nobody else has it open, or with Sharing::shared nobody who wants it alone.
+ErrorCode check_file_not_in_use(const std::string& path,
+                                platform::Sharing sharing = platform::Sharing::exclusive);
+ErrorCode check_file_readable(const std::string& path);  // -111
+ErrorCode check_file_writable(const std::string& path);  // -116
 
 }  // namespace korvex

@@ -66,6 +66,12 @@ FileCause note_file_error(int number) {
   return cause_from_errno(number);
 }
 
+FileIdentity identity_of(const std::string& path) {
+  struct stat status = {};
+  if (::stat(path.c_str(), &status) != 0) return std::nullopt;
+  return std::pair(status.st_dev, status.st_ino);
+}
+
 File::~File() { discard(); }
 
 File::File(File&& other) noexcept
@@ -215,6 +221,12 @@ FileCause File::write(const void* data, std::size_t size) {
     if (buffered_ == write_buffer_size && flush() != FileCause::none) return failed_;
   }
   return FileCause::none;
+}
+
+FileIdentity File::identity() const {
+  struct stat status = {};
+  if (::fstat(descriptor_, &status) != 0) return std::nullopt;
+  return std::pair(status.st_dev, status.st_ino);
 }
 
 FileCause File::flush() {

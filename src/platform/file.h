@@ -1,9 +1,13 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 
 namespace korvex::platform {
 
@@ -45,6 +49,12 @@ enum class Sharing {
 // False when another open file stands in the way. A file system without locks lets everybody in.
 bool hold_file(int descriptor, Sharing sharing);
 
+// What a file is on the disk, whatever its name: device and number. Nothing for none.
+using FileIdentity = std::optional<std::pair<dev_t, ino_t>>;
+
+// That of what the path leads to.
+FileIdentity identity_of(const std::string& path);
+
 // An open file. Owns its descriptor; the destructor closes it and drops what was not flushed.
 // Movable, not copyable; not thread-safe. Operations answer FileCause::none on success and never
 // throw, except that the write buffer may raise std::bad_alloc.
@@ -63,7 +73,7 @@ class File {
   File& operator=(File&& other) noexcept;
 
   // Opens an existing file for reading. Fails with sharing_violation when the sharing asked for
-  // cannot be had (see file_hold.h). A file that somebody replaces meanwhile is opened anew: what
+  // cannot be had. A file that somebody replaces meanwhile is opened anew: what
   // is held alone is what stands under the path. Never blocks, also not on a pipe without a writer.
   FileCause open_for_reading(const std::string& path, Sharing sharing);
 
@@ -96,6 +106,7 @@ class File {
 
   bool is_open() const { return descriptor_ >= 0; }
   bool is_regular() const { return regular_; }
+  FileIdentity identity() const;
 
   FileCause flush();
 

@@ -1,0 +1,100 @@
+#include "host/parts/fingerprint.h"
+
+#include <algorithm>
+#include <cstring>
+#include <sstream>
+#include <vector>
+
+#include "host/layout/layout_syntax.h"
+#include "host/parts/digest.h"
+#include "host/sets/catalogue.h"
+#include "platform/path.h"
+#include "platform/read_file.h"
+
+namespace korvex::host {
+
+namespace {
+
+// Rises when the same layout gives other bytes than before.
+constexpr std::uint64_t data_version = 1;
+
+// The layout without what does not change the records: comments, blanks, the order of keys, and
+// keys whose values are where the files are, or are told apart here.
+std::string meaning_of(const Layout& layout) {
+  toml::table table;
+  if (parse_syntax(layout.text, table)) return layout.text;
+  if (toml::table* header = table["layout"].as_table()) {
+    for (const char* key : {"data", "settings", "work", "records"}) header->erase(key);
+  }
+  std::ostringstream text;
+  text << toml::default_formatter(table, toml::default_formatter::default_flags);
+  return text.str();
+}
+
+void add_settings(const ClFmtColInf& column, Digest& digest) {
+  FmtColRec record = column.record;
+  std::memset(record.enumeration_path, 0, sizeof record.enumeration_path);
+  digest.add_record(record);
+  digest.add(std::uint64_t{column.elements.size()});
+  for (const auto& element : column.elements) digest.add_record(element->record);
+}
+
+// What the texts of the layout lead to.
+void add_own_values(const OwnValues& own, const Layout& layout, Digest& digest) {
+  if (const auto* list = std::get_if<ListValues>(&own); list != nullptr && !list->file.empty()) {
+    std::string text;
+    if (platform::read_file(list->file, text) == 0) digest.add(text);
+  }
+  if (const auto* builtin = std::get_if<BuiltinValues>(&own)) {
+    const auto found =
+        sets::find_column(builtin->set.text, builtin->language.text, layout.sets_version);
+    if (const auto* column = std::get_if<sets::Column>(&found)) digest.add(column->table->text);
+  }
+}
+
+void add_records(const PreparedLayout& prepared, Digest& digest) {
+  const Layout& layout = prepared.layout();
+  digest.add(static_cast<std::uint64_t>(layout.records));
+  digest.add(meaning_of(layout));
+  digest.add(layout.salt);
+  for (const PreparedItem& item : prepared.items()) {
+    if (item.column != nullptr) add_settings(*item.column, digest);
+    if (item.item->values) add_own_values(item.item->values->own, layout, digest);
+  }
+  for (const ItemGenerator* item : prepared.run().fields()) {
+    const ClEnumDataList* const list = item->enumeration();
+    if (list == nullptr) continue;
+    digest.add(list->text());
+    for (const std::uint16_t size : list->sizes()) digest.add(size);
+  }
+}
+
+// The layouts that keys lead to. The order of their digests is the same in any folder.
+void add_relatives(const PreparedLayout& prepared, Digest& digest) {
+  std::vector<std::string> digests;
+  for (const auto& relative : prepared.relatives()) {
+    Digest own;
+    add_records(*relative, own);
+    digests.push_back(own.text());
+  }
+  std::sort(digests.begin(), digests.end());
+  for (const std::string& own : digests) digest.add(own);
+}
+
+}  // namespace
+
+std::string fingerprint(const PreparedLayout& prepared, const OutputForm& form) {
+  Digest digest;
+  digest.add(data_version);
+  digest.add(text_of(form));
+  // Without a name the table of SQL takes that of the data file.
+  const bool is_named_after_file = !form.is_data_file && form.format.dialect == Dialect::sql;
+  digest.add(is_named_after_file && form.format.table.empty()
+                 ? platform::stem(prepared.layout().data)
+                 : "");
+  add_records(prepared, digest);
+  add_relatives(prepared, digest);
+  return digest.text();
+}
+
+}  // namespace korvex::host

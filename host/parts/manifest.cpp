@@ -1,0 +1,110 @@
+#include "host/parts/manifest.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <array>
+#include <charconv>
+
+#include "host/parts/digest.h"
+#include "host/process/signals.h"
+
+namespace korvex::host {
+
+namespace {
+
+constexpr std::string_view title = "korvex part 1\n";
+constexpr std::string_view digest_key = "digest ";
+constexpr int checksum_base = 16;
+
+// The names of tables are the only part of a manifest that may be long.
+constexpr std::size_t most_bytes = 64 * 1024;
+
+std::string digest_of(std::string_view lines) {
+  Digest digest;
+  digest.add(lines);
+  return digest.text();
+}
+
+// Reads the lines of a manifest in their order.
+class Lines {
+ public:
+  explicit Lines(std::string_view text) : text_(text) {}
+
+  std::string_view value(std::string_view key) {
+    const std::size_t end = text_.find('\n');
+    const std::string_view line = text_.substr(0, end);
+    is_good_ = is_good_ && end != std::string_view::npos && line.starts_with(key) &&
+               line.size() > key.size() && line[key.size()] == ' ';
+    if (!is_good_) return {};
+    text_.remove_prefix(end + 1);
+    return line.substr(key.size() + 1);
+  }
+
+  std::uint64_t number(std::string_view key, int base = 10) {
+    const std::string_view digits = value(key);
+    std::uint64_t number = 0;
+    const char* const end = digits.data() + digits.size();
+    const auto [stop, failure] = std::from_chars(digits.data(), end, number, base);
+    is_good_ = is_good_ && failure == std::errc() && stop == end;
+    return number;
+  }
+
+  bool is_good() const { return is_good_; }
+
+ private:
+  std::string_view text_;
+  bool is_good_ = true;
+};
+
+}  // namespace
+
+std::string text_of(const Manifest& manifest) {
+  std::string text(title);
+  const auto add = [&](std::string_view key, const std::string& value) {
+    text.append(key).append(" ").append(value).append("\n");
+  };
+  add("part", std::to_string(manifest.part.number));
+  add("parts", std::to_string(manifest.part.parts));
+  add("before", std::to_string(manifest.records.first));
+  add("records", std::to_string(manifest.records.size()));
+  add("bytes", std::to_string(manifest.bytes));
+  std::array<char, 16> digits;
+  const auto end =
+      std::to_chars(digits.data(), digits.data() + digits.size(), manifest.checksum, checksum_base);
+  add("checksum", std::string(digits.data(), end.ptr));
+  add("form", manifest.form);
+  add("layout", manifest.fingerprint);
+  return text + std::string(digest_key) + digest_of(text) + "\n";
+}
+
+std::optional<Manifest> parse_manifest(std::string_view text) {
+  if (!text.starts_with(title)) return std::nullopt;
+  Lines lines(text.substr(title.size()));
+  Manifest manifest;
+  manifest.part.number = lines.number("part");
+  manifest.part.parts = lines.number("parts");
+  manifest.records.first = lines.number("before");
+  manifest.records.end = sum(manifest.records.first, lines.number("records"));
+  manifest.bytes = lines.number("bytes");
+  manifest.checksum = lines.number("checksum", checksum_base);
+  manifest.form = lines.value("form");
+  manifest.fingerprint = lines.value("layout");
+  if (!lines.is_good() || text_of(manifest) != text) return std::nullopt;
+  return manifest;
+}
+
+std::optional<Manifest> read_manifest(const std::string& path) {
+  // A pipe there would wait for a writer.
+  const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  if (descriptor < 0) return std::nullopt;
+  std::string text(most_bytes, '\0');
+  const ssize_t size =
+      platform::retry_interrupted([&] { return ::read(descriptor, text.data(), text.size()); });
+  ::close(descriptor);
+  check_interruption();
+  if (size < 0) return std::nullopt;
+  return parse_manifest(std::string_view(text).substr(0, static_cast<std::size_t>(size)));
+}
+
+}  // namespace korvex::host

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "host/parts/part.h"
+
+namespace korvex::host {
+
+// What stands beside a part that is complete. It is written after the part, so that there is none
+// beside one that is not.
+struct Manifest {
+  Part part;
+  RecordRange records;
+  std::uint64_t bytes = 0;
+  std::uint64_t checksum = 0;
+  std::string form;         // as text_of() says it
+  std::string fingerprint;  // of all that the bytes depend on
+
+  // Whether the two parts are of the same records in the same form: their bytes are equal.
+  bool is_same_part(const Manifest& other) const {
+    return part == other.part && records == other.records && form == other.form &&
+           fingerprint == other.fingerprint;
+  }
+};
+
+// Lines of a key and a value, with a digest of them all in the last one.
+std::string text_of(const Manifest& manifest);
+
+// Nothing unless the text is what text_of() gives, to the last byte.
+std::optional<Manifest> parse_manifest(std::string_view text);
+
+// Reads the manifest at a path: nothing when there is none, or it is not whole.
+std::optional<Manifest> read_manifest(const std::string& path);
+
+}  // namespace korvex::host

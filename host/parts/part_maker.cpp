@@ -1,0 +1,137 @@
+#include "host/parts/part_maker.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <ostream>
+#include <vector>
+
+#include "host/parts/checksum.h"
+#include "host/parts/fingerprint.h"
+#include "host/process/distinct_files.h"
+#include "host/process/exit_status.h"
+#include "host/process/replaced_output.h"
+#include "host/process/signals.h"
+#include "platform/printable_text.h"
+
+namespace korvex::host {
+
+namespace {
+
+// The disk has a part before its manifest says so.
+constexpr bool is_synchronised = true;
+
+constexpr std::size_t read_size = 256 * 1024;
+
+// Says which file the part would take the place of although its records come from it. Answers
+// whether it would.
+bool replaces_read_file(const PreparedLayout& prepared, const std::string& path,
+                        std::ostream& messages) {
+  DistinctFiles files;
+  prepared.add_read_files(files);
+  for (const std::string& file : {path, manifest_path(path)}) {
+    const auto role = files.replace(file, "the part");
+    if (!role) continue;
+    messages << platform::printable(file) << ": is " << *role << ", expected a file of its own"
+             << std::endl;
+    return true;
+  }
+  return false;
+}
+
+bool is_complete(const std::string& path, const Manifest& expected) {
+  const auto manifest = read_manifest(manifest_path(path));
+  struct stat status = {};
+  return manifest && manifest->is_same_part(expected) && ::stat(path.c_str(), &status) == 0 &&
+         S_ISREG(status.st_mode) && static_cast<std::uint64_t>(status.st_size) == manifest->bytes;
+}
+
+// Whether the bytes of a file are those of the manifest.
+bool holds(const std::string& path, const Manifest& manifest) {
+  std::ifstream file(path, std::ios::binary);
+  std::vector<char> block(read_size);
+  Checksum checksum;
+  while (file) {
+    check_interruption();
+    file.read(block.data(), std::ssize(block));
+    checksum.add({block.data(), static_cast<std::size_t>(file.gcount())});
+  }
+  return checksum.bytes() == manifest.bytes && checksum.value() == manifest.checksum;
+}
+
+// Puts a file in its place.
+bool finish(ReplacedOutput& output, std::ostream& messages) {
+  output.finish();
+  if (output.failure().empty()) return true;
+  messages << output.failure() << std::endl;
+  return false;
+}
+
+bool write_records(RecordStream& stream, ReplacedOutput& output, Manifest& manifest,
+                   std::ostream& messages) {
+  Checksum checksum;
+  stream.go_to(manifest.records, manifest.part.is_first());
+  for (std::string_view bytes; output.failure().empty() && !(bytes = stream.next()).empty();) {
+    checksum.add(bytes);
+    output.write(bytes);
+  }
+  if (!stream.failure().empty()) messages << stream.failure() << std::endl;
+  manifest.bytes = checksum.bytes();
+  manifest.checksum = checksum.value();
+  return stream.failure().empty();
+}
+
+bool write_part(RecordStream& stream, const std::string& path, Manifest& manifest,
+                std::ostream& messages) {
+  ReplacedOutput output(path, is_synchronised);
+  if (!write_records(stream, output, manifest, messages)) return false;
+  // A manifest that is there may be of other records.
+  if (output.failure().empty()) ::unlink(manifest_path(path).c_str());
+  const platform::FileIdentity written = output.identity();
+  if (!finish(output, messages)) return false;
+  ReplacedOutput proof(manifest_path(path), is_synchronised);
+  proof.write(text_of(manifest));
+  if (!finish(proof, messages)) return false;
+  if (platform::identity_of(path) == written || holds(path, manifest)) return true;
+  // Another worker has put a part of another layout in its place, and says so itself.
+  ::unlink(manifest_path(path).c_str());
+  messages << platform::printable(path) << ": another run has replaced it" << std::endl;
+  return false;
+}
+
+}  // namespace
+
+Manifest expected_manifest(const PreparedLayout& prepared, Part part, const OutputForm& form,
+                           const std::string& fingerprint) {
+  Manifest manifest;
+  manifest.part = part;
+  manifest.records = records_of(part, static_cast<Steps>(prepared.layout().records));
+  manifest.form = text_of(form);
+  manifest.fingerprint = fingerprint;
+  return manifest;
+}
+
+int make_part(PreparedLayout& prepared, const PartRequest& request, std::ostream& out,
+              std::ostream& messages) {
+  const std::string path = part_path(request.whole, request.part);
+  if (replaces_read_file(prepared, path, messages)) return exit_status::wrong_usage;
+  Manifest manifest =
+      expected_manifest(prepared, request.part, request.form, fingerprint(prepared, request.form));
+  const std::string name = "part " + part_text(request.part);
+  if (!request.force && is_complete(path, manifest)) {
+    if (!request.quiet) {
+      out << name << " is complete: " << platform::printable(path) << std::endl;
+    }
+    return exit_status::done;
+  }
+  const auto stream = stream_of(prepared, request.form);
+  if (!write_part(*stream, path, manifest, messages)) return exit_status::failed;
+  if (!request.quiet) {
+    out << name << ", " << manifest.records.size() << " records, " << manifest.bytes
+        << " bytes: " << platform::printable(path) << std::endl;
+  }
+  return exit_status::done;
+}
+
+}  // namespace korvex::host

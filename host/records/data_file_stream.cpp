@@ -1,0 +1,93 @@
+#include <algorithm>
+
+#include "host/layout/failure_text.h"
+#include "host/process/signals.h"
+#include "host/records/record_stream.h"
+#include "platform/printable_text.h"
+#include "values/records.h"
+
+namespace korvex::host {
+
+namespace {
+
+constexpr std::size_t piece_size = 256 * 1024;
+
+class DataFileStream : public RecordStream {
+ public:
+  explicit DataFileStream(PreparedLayout& prepared) : prepared_(prepared), run_(prepared.run()) {}
+
+  void go_to(RecordRange range, bool) override {
+    range_ = range;
+    next_ = piece_begin_ = range.first;
+    run_.seek(range.first);
+  }
+
+  std::string_view next() override {
+    lines_.clear();
+    piece_begin_ = next_;
+    while (next_ < range_.end && lines_.size() < piece_size && failure_.empty()) {
+      check_interruption();
+      append(std::min<Steps>(range_.end - next_, most_at_once));
+    }
+    return {lines_.data(), lines_.size()};
+  }
+
+  Steps records() const override { return next_ - range_.first; }
+  const std::string& failure() const override { return failure_; }
+
+  RecordPlace place_of(std::size_t offset) override {
+    go_to({piece_begin_, range_.end}, false);
+    lines_.clear();
+    // One record at a time, as far as the byte is.
+    append(1);
+    while (failure_.empty() && offset >= lines_.size()) {
+      offset -= lines_.size();
+      lines_.clear();
+      append(1);
+    }
+    const Steps record = next_ - 1;
+    return {record, item_at(record, offset)};
+  }
+
+ private:
+  static constexpr Steps most_at_once = 1 << 20;
+
+  void append(Steps most) {
+    const ErrorCode code = run_.append(lines_, static_cast<std::int64_t>(most));
+    if (code != error::none) {
+      failure_ = numbered_message(code, prepared_.layout());
+      return;
+    }
+    next_ += run_.line_begins().size();
+  }
+
+  std::string item_at(Steps record, std::size_t offset) {
+    run_.seek(record);
+    std::vector<std::string_view> values;
+    if (run_.next(values) != error::none) return {};
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      const std::size_t frame =
+          run_.fields()[i]->opening().size() + run_.fields()[i]->closing().size();
+      const std::size_t size = values[i].size() + frame;
+      if (offset < size) return platform::printable(prepared_.items()[i].item->name);
+      offset -= size;
+    }
+    return {};
+  }
+
+  PreparedLayout& prepared_;
+  Run& run_;
+  RecordRange range_;
+  Steps next_ = 0;
+  Steps piece_begin_ = 0;
+  LineBlock lines_{piece_size};
+  std::string failure_;
+};
+
+}  // namespace
+
+std::unique_ptr<RecordStream> data_file_stream(PreparedLayout& prepared) {
+  return std::make_unique<DataFileStream>(prepared);
+}
+
+}  // namespace korvex::host

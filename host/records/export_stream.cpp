@@ -1,0 +1,148 @@
+#include "host/databases/sql_names.h"
+#include "host/process/signals.h"
+#include "host/records/record_source.h"
+#include "host/records/record_stream.h"
+#include "host/text/code_page_text.h"
+#include "platform/codepage.h"
+#include "platform/path.h"
+#include "platform/printable_text.h"
+
+namespace korvex::host {
+
+namespace {
+
+constexpr std::size_t piece_size = 64 * 1024;
+
+// The records as the chosen dialect takes them.
+class ExportStream : public RecordStream {
+ public:
+  ExportStream(PreparedLayout& prepared, const FormatChoices& choices)
+      : prepared_(prepared), choices_(choices), source_(prepared) {
+    choices_.table = choices.table.empty() ? quoted_name(platform::stem(prepared.layout().data))
+                                           : quoted_path(choices.table);
+    for (const PreparedItem& item : prepared.items()) {
+      names_.push_back(item.item->name);
+      if (!choices_.in_code_page) continue;
+      // The layout says where it has a name that the code page lacks, which leaves it empty here.
+      names_.back() = platform::from_utf8(item.item->name).value_or(std::string());
+    }
+    values_.resize(names_.size());
+    format_ = make_record_format(choices_, names_, prepared.items());
+  }
+
+  void go_to(RecordRange range, bool has_head) override {
+    range_ = range;
+    next_ = piece_begin_ = range.first;
+    has_head_ = piece_has_head_ = has_head;
+    source_.seek(range.first);
+    format_->go_to(range.first);
+  }
+
+  std::string_view next() override {
+    text_.clear();
+    piece_begin_ = next_;
+    piece_has_head_ = has_head_;
+    append_head();
+    while (next_ < range_.end && text_.size() < piece_size && failure_.empty()) append();
+    return text_;
+  }
+
+  Steps records() const override { return next_ - range_.first; }
+  const std::string& failure() const override { return failure_; }
+
+  RecordPlace place_of(std::size_t offset) override {
+    go_to({piece_begin_, range_.end}, piece_has_head_);
+    text_.clear();
+    append_head();
+    if (offset < text_.size()) return {piece_begin_, {}};
+    std::vector<std::size_t> ends;
+    format_->tell_field_ends(&ends);
+    while (next_ < range_.end && text_.size() <= offset && failure_.empty()) {
+      ends.clear();
+      append();
+    }
+    format_->tell_field_ends(nullptr);
+    for (std::size_t i = 0; i < ends.size(); ++i) {
+      if (offset < ends[i]) return {next_ - 1, name_of(i)};
+    }
+    return {next_ - 1, {}};
+  }
+
+ private:
+  void append_head() {
+    if (has_head_) format_->begin(text_);
+    has_head_ = false;
+  }
+
+  void append() {
+    check_interruption();
+    if (!source_.next(fields_)) {
+      failure_ = source_.failure();
+      return;
+    }
+    ++next_;
+    for (std::size_t i = 0; i < fields_.size(); ++i) {
+      if (encode(fields_[i], values_[i])) continue;
+      failure_ =
+          "record " + std::to_string(next_) + ", item " + name_of(i) + ": " + bad_text(fields_[i]);
+      return;
+    }
+    format_->append(values_, text_);
+    if (next_ == static_cast<Steps>(prepared_.layout().records)) format_->end(text_);
+  }
+
+  std::string name_of(std::size_t item) const {
+    return platform::printable(prepared_.items()[item].item->name);
+  }
+
+  bool encode(std::string_view value, std::string& encoded) {
+    if (source_.encoding() == TextEncoding::code_page) return encode_code_page(value, encoded);
+    if (!choices_.in_code_page) {
+      encoded = value;
+      return true;
+    }
+    const auto text = exact_code_page_text(value);
+    encoded = text.value_or(std::string());
+    return text.has_value();
+  }
+
+  std::string bad_text(std::string_view value) const {
+    if (source_.encoding() == TextEncoding::utf8) {
+      return platform::printable(value) +
+             " has characters that code page 932 lacks, expected --encoding utf-8";
+    }
+    return platform::printable_from_code_page(value) +
+           " has bytes without meaning in code page 932, expected characters";
+  }
+
+  bool encode_code_page(std::string_view value, std::string& encoded) {
+    const bool is_whole = decoder_.decode(value, encoded);
+    if (choices_.in_code_page) encoded = value;
+    return is_whole;
+  }
+
+  PreparedLayout& prepared_;
+  FormatChoices choices_;
+  RecordSource source_;
+  CodePageDecoder decoder_;
+  std::vector<std::string> names_;
+  std::unique_ptr<RecordFormat> format_;
+  RecordRange range_;
+  Steps next_ = 0;
+  bool has_head_ = false;
+  Steps piece_begin_ = 0;
+  bool piece_has_head_ = false;
+  std::vector<std::string_view> fields_;
+  std::vector<std::string> values_;
+  std::string text_;
+  std::string failure_;
+};
+
+}  // namespace
+
+std::unique_ptr<RecordStream> export_stream(PreparedLayout& prepared,
+                                            const FormatChoices& choices) {
+  return std::make_unique<ExportStream>(prepared, choices);
+}
+
+}  // namespace korvex::host
