@@ -83,6 +83,8 @@ struct EmptinessRules {
   std::optional<ways::Fraction> share;
   std::optional<PlacedText> with;
   std::vector<Condition> when;
+
+  bool is_given() const { return share || with || !when.empty(); }
 };
 
 // A key of [item.values] that the module knows nothing of.

@@ -7,11 +7,12 @@ namespace korvex::host {
 std::string quoted_text(std::string_view text) { return '"' + platform::printable(text) + '"'; }
 
 FieldPlan::FieldPlan(const Layout& layout, const std::vector<PreparedItem>& items)
-    : layout_(layout), items_(items), parts_(items.size()) {
+    : layout_(layout), items_(items) {
   std::size_t engine_fields = 0;
   for (std::size_t i = 0; i < items.size(); ++i) {
     places_.try_emplace(item(i).name, i);
-    if (column(i) != nullptr) parts_[i].engine_field = engine_fields++;
+    engine_fields_.push_back(engine_fields);
+    if (column(i) != nullptr) ++engine_fields;
   }
 }
 

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,8 +10,6 @@
 
 #include "host/layout/layout.h"
 #include "host/records/prepared_item.h"
-#include "host/sources/source.h"
-#include "host/ways/fraction.h"
 #include "host/ways/key.h"
 
 namespace korvex::host {
@@ -20,19 +17,11 @@ namespace korvex::host {
 // A text from outside in quotation marks, for messages.
 std::string quoted_text(std::string_view text);
 
-// The items of a layout on their way to become fields: what is known of each of them, and what is
-// wrong. Keeps references to layout and items, which must outlive it.
+// The items of a layout on their way to become fields: how they are called, what their draws are
+// made with, and what is wrong with them. Keeps references to layout and items, which must outlive
+// it.
 class FieldPlan {
  public:
-  // What is known of an item before its field.
-  struct Part {
-    std::size_t engine_field = 0;             // in the run, where the item has settings
-    std::unique_ptr<sources::Source> source;  // null: made together with the field
-    std::uint64_t period = 0;                 // of the source
-    std::vector<ways::Fraction> weights;      // that come with the source
-    std::string rows;                         // of lists, sets and layouts
-  };
-
   FieldPlan(const Layout& layout, const std::vector<PreparedItem>& items);
   FieldPlan(const FieldPlan&) = delete;
   FieldPlan& operator=(const FieldPlan&) = delete;
@@ -41,9 +30,12 @@ class FieldPlan {
   const Layout& layout() const { return layout_; }
   std::uint64_t records() const { return static_cast<std::uint64_t>(layout_.records); }
   const LayoutItem& item(std::size_t i) const { return *items_[i].item; }
+
+  // Null for an item that has no settings.
   const ClFmtColInf* column(std::size_t i) const { return items_[i].column; }
-  Part& part(std::size_t i) { return parts_[i]; }
-  const Part& part(std::size_t i) const { return parts_[i]; }
+
+  // Its field in the run, of an item that has settings.
+  std::size_t engine_field(std::size_t i) const { return engine_fields_[i]; }
 
   // Null for an item that keeps its settings.
   const ItemValues* values_of(std::size_t i) const { return item(i).values.get(); }
@@ -71,7 +63,7 @@ class FieldPlan {
   const Layout& layout_;
   const std::vector<PreparedItem>& items_;
   std::unordered_map<std::string_view, std::size_t> places_;
-  std::vector<Part> parts_;
+  std::vector<std::size_t> engine_fields_;
   std::vector<LayoutError> errors_;
 };
 

@@ -1,14 +1,12 @@
 #include "host/records/field_sources.h"
 
-#include <algorithm>
+#include <optional>
 #include <utility>
 
-#include "host/layout/own_items.h"
 #include "host/process/distinct_files.h"
 #include "host/records/engine_source.h"
 #include "host/records/prepared_layout.h"
 #include "host/records/row_values.h"
-#include "host/sources/key_source.h"
 #include "host/ways/limits.h"
 #include "platform/printable_text.h"
 
@@ -16,106 +14,115 @@ namespace korvex::host {
 
 namespace {
 
-class SourceTaker {
- public:
-  SourceTaker(FieldPlan& plan, const Run& run, LayoutFamily& family)
-      : plan_(plan), run_(run), family_(family), targets_(follow_references(plan.layout())) {}
+bool is_of_rows(const OwnValues& own) {
+  return std::holds_alternative<ListValues>(own) || std::holds_alternative<BuiltinValues>(own) ||
+         std::holds_alternative<KeyValues>(own);
+}
 
-  void take_source(std::size_t i) {
-    const ItemValues* values = plan_.values_of(i);
-    if (values == nullptr || is_plain(plan_.item(i))) return;
-    const bool has_way = values->leads_through();
-    const ItemValues* origin = has_way ? values_at_end(i) : values;
-    if (origin == nullptr) return;
-    if (const auto* list = std::get_if<ListValues>(&origin->own)) {
-      take_rows(i, read_rows(*list, plan_.item(i), plan_.layout(), plan_.errors()));
-    } else if (const auto* builtin = std::get_if<BuiltinValues>(&origin->own)) {
-      take_rows(i, read_rows(*builtin, plan_.item(i), plan_.layout(), plan_.errors()));
-    } else if (const auto* key = std::get_if<KeyValues>(&origin->own)) {
-      take_parent(i, *key);
-    } else if (has_way) {
-      take_course(i, *values);
-    }
-    if (plan_.part(i).source != nullptr) plan_.part(i).period = *plan_.part(i).source->period();
-    if (plan_.part(i).period > ways::most_indices) {
-      plan_.report(i, values->way.place, "has more values than a way can lead through");
-    }
+}  // namespace
+
+bool FieldSources::takes_a_way(std::size_t i) const {
+  const ItemValues* values = plan_.values_of(i);
+  if (values == nullptr || is_plain(plan_.item(i))) return false;
+  return values->leads_through() || is_of_rows(values->own);
+}
+
+FieldSources::Values* FieldSources::values(std::size_t i) {
+  if (!found_[i].is_looked_for) {
+    found_[i].is_looked_for = true;
+    found_[i].values = look_for(i);
   }
+  return found_[i].values.get();
+}
 
- private:
-  // The values that a chain of references leads to; its own without one.
-  const ItemValues* values_at_end(std::size_t i) const {
-    const auto place = &plan_.item(i) - plan_.layout().items.data();
-    const LayoutItem* end = targets_[static_cast<std::size_t>(place)].end;
-    return end == nullptr ? nullptr : end->values.get();
-  }
+// The values that a chain of references leads to; its own without one.
+const ItemValues* FieldSources::values_at_end(std::size_t i) const {
+  const auto place = &plan_.item(i) - plan_.layout().items.data();
+  const LayoutItem* end = targets_[static_cast<std::size_t>(place)].end;
+  return end == nullptr ? nullptr : end->values.get();
+}
 
-  void take_rows(std::size_t i, std::optional<RowValues> rows) {
+std::unique_ptr<FieldSources::Values> FieldSources::look_for(std::size_t i) {
+  const ItemValues& values = *plan_.values_of(i);
+  const ItemValues* origin = values.leads_through() ? values_at_end(i) : &values;
+  std::unique_ptr<Values> found;
+  const auto take_rows = [&](std::optional<RowValues> rows) {
     if (!rows) return;
-    plan_.part(i).source = std::move(rows->source);
-    plan_.part(i).weights = std::move(rows->weights);
-    plan_.part(i).rows = std::move(rows->rows);
+    found = std::make_unique<Values>();
+    found->source = std::move(rows->source);
+    found->weights = std::move(rows->weights);
+    found->rows = std::move(rows->rows);
+    found->period = *found->source->period();
+  };
+  if (origin == nullptr || !is_of_rows(origin->own)) {
+    found = look_for_course(i, values);
+  } else if (const auto* list = std::get_if<ListValues>(&origin->own)) {
+    take_rows(read_rows(*list, plan_.item(i), plan_.layout(), plan_.errors()));
+  } else if (const auto* builtin = std::get_if<BuiltinValues>(&origin->own)) {
+    take_rows(read_rows(*builtin, plan_.item(i), plan_.layout(), plan_.errors()));
+  } else {
+    found = look_for_parent(i, std::get<KeyValues>(origin->own));
   }
-
-  void take_parent(std::size_t i, const KeyValues& key) {
-    const auto found = family_.find(key.layout);
-    if (!found) {
-      plan_.report(i, key.layout_place,
-                   "layout leads to " + platform::printable(key.layout) + found.reason());
-      return;
-    }
-    const std::shared_ptr<PreparedLayout>& parent = *found;
-    const auto& items = parent->items();
-    const auto place = std::find_if(items.begin(), items.end(), [&](const PreparedItem& other) {
-      return other.item->name == key.item.text;
-    });
-    const EmptinessRules* emptiness = nullptr;
-    if (place != items.end() && place->item->values) emptiness = &place->item->values->emptiness;
-    if (place == items.end()) {
-      plan_.report(i, key.item.place,
-                   "item is " + quoted_text(key.item.text) +
-                       ", expected an item of the records of " + platform::printable(key.layout));
-    } else if (emptiness != nullptr &&
-               (emptiness->share || emptiness->with || !emptiness->when.empty())) {
-      plan_.report(i, key.item.place,
-                   "item is " + quoted_text(key.item.text) +
-                       ", which some records leave empty, expected one that always has a value");
-    } else if (parent->layout().records == 0) {
-      plan_.report(i, key.layout_place,
-                   "layout leads to " + platform::printable(key.layout) + ", which has no records");
-    } else {
-      sources::Field* field =
-          parent->fields()[static_cast<std::size_t>(place - items.begin())].get();
-      const auto records = static_cast<std::uint64_t>(parent->layout().records);
-      plan_.part(i).source = sources::make_key_source({parent, field}, records);
-      plan_.part(i).rows = "layout " + settled_path(key.layout);
-    }
+  if (found != nullptr && found->period > ways::most_indices) {
+    plan_.report(i, values.way.place, "has more values than a way can lead through");
+    return nullptr;
   }
+  return found;
+}
 
-  void take_course(std::size_t i, const ItemValues& values) {
-    if (plan_.column(i) != nullptr) {
-      const ItemGenerator& generator = *run_.fields()[plan_.part(i).engine_field];
-      plan_.part(i).source = make_course_source(generator, *plan_.column(i), plan_.layout().kind);
-    }
-    if (plan_.part(i).source != nullptr) return;
+std::unique_ptr<FieldSources::Values> FieldSources::look_for_parent(std::size_t i,
+                                                                    const KeyValues& key) {
+  const auto parent = family_.find(key.layout);
+  if (!parent) {
+    plan_.report(i, key.layout_place,
+                 "layout leads to " + platform::printable(key.layout) + parent.reason());
+    return nullptr;
+  }
+  const auto item = (*parent)->find_item(key.item.text);
+  if (!item) {
+    plan_.report(i, key.item.place,
+                 "item is " + quoted_text(key.item.text) + ", expected an item of the records of " +
+                     platform::printable(key.layout));
+    return nullptr;
+  }
+  const ItemValues* values = (*parent)->items()[*item].item->values.get();
+  if (values != nullptr && values->emptiness.is_given()) {
+    plan_.report(i, key.item.place,
+                 "item is " + quoted_text(key.item.text) +
+                     ", which some records leave empty, expected one that always has a value");
+    return nullptr;
+  }
+  if ((*parent)->layout().records == 0 && *parent != &self_) {
+    plan_.report(i, key.layout_place,
+                 "layout leads to " + platform::printable(key.layout) + ", which has no records");
+    return nullptr;
+  }
+  auto found = std::make_unique<Values>();
+  found->parent = *parent;
+  found->parent_item = *item;
+  found->parent_place = key.item.place;
+  found->period = static_cast<std::uint64_t>((*parent)->layout().records);
+  found->rows = "layout " + settled_path(key.layout);
+  return found;
+}
+
+std::unique_ptr<FieldSources::Values> FieldSources::look_for_course(std::size_t i,
+                                                                    const ItemValues& values) {
+  auto found = std::make_unique<Values>();
+  if (plan_.column(i) != nullptr) {
+    const ItemGenerator& generator = *run_.fields()[plan_.engine_field(i)];
+    found->source = make_course_source(generator, *plan_.column(i), plan_.layout().kind);
+  }
+  if (found->source == nullptr) {
     plan_.report(
         i, values.own_keys.front().place,
         values.own_keys.front().key +
             " needs to know how many values there are, which cannot be told here, expected "
             "order \"forward\"");
+    return nullptr;
   }
-
-  FieldPlan& plan_;
-  const Run& run_;
-  LayoutFamily& family_;
-  const std::vector<ReferenceTargets> targets_;  // side by side with the layout's items
-};
-
-}  // namespace
-
-void take_sources(FieldPlan& plan, const Run& run, LayoutFamily& family) {
-  SourceTaker taker(plan, run, family);
-  for (std::size_t i = 0; i < plan.size(); ++i) taker.take_source(i);
+  found->period = *found->source->period();
+  return found;
 }
 
 }  // namespace korvex::host

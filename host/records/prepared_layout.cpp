@@ -12,6 +12,7 @@
 #include "host/layout/run_files.h"
 #include "host/process/exit_status.h"
 #include "host/process/signals.h"
+#include "host/records/layout_family.h"
 #include "host/records/prediction.h"
 #include "lists/enumeration_check.h"
 #include "platform/printable_text.h"
@@ -37,18 +38,27 @@ int PreparedLayout::prepare(const std::string& file, std::optional<std::int32_t>
   int status = read(file, records, messages, how);
   if (status == exit_status::done) status = prepare_records(messages, how);
   if (status != exit_status::done || host::is_plain(layout_)) return status;
-  LayoutFamily family(file, messages, how.misread);
-  status = prepare_fields(messages, family);
-  relatives_ = family.members();
-  return status;
+  LayoutFamily family(*this, messages, how.misread);
+  return family.make_fields() ? exit_status::done : exit_status::wrong_usage;
 }
 
 int PreparedLayout::prepare_member(const std::string& file, std::ostream& messages,
-                                   MisreadTexts misread, LayoutFamily& family) {
+                                   MisreadTexts misread) {
   const Preparation how = {.misread = misread};
-  int status = read(file, std::nullopt, messages, how);
-  if (status == exit_status::done) status = prepare_records(messages, how);
-  return status == exit_status::done ? prepare_fields(messages, family) : status;
+  const int status = read(file, std::nullopt, messages, how);
+  return status == exit_status::done ? prepare_records(messages, how) : status;
+}
+
+int PreparedLayout::prepare_copy(const PreparedLayout& other, std::ostream& messages,
+                                 MisreadTexts misread) {
+  layout_ = other.layout_;
+  return prepare_records(messages, {.misread = misread});
+}
+
+void PreparedLayout::take_fields(std::vector<std::unique_ptr<sources::Field>> fields,
+                                 std::vector<std::unique_ptr<PreparedLayout>> relatives) {
+  fields_ = std::move(fields);
+  relatives_ = std::move(relatives);
 }
 
 int PreparedLayout::read(const std::string& file, std::optional<std::int32_t> records,
@@ -177,11 +187,11 @@ void PreparedLayout::match_items() {
   }
 }
 
-int PreparedLayout::prepare_fields(std::ostream& messages, LayoutFamily& family) {
-  LayoutFields made = make_fields(layout_, items_, run_, family);
-  if (print_layout_errors(layout_, made.errors, messages)) return exit_status::wrong_usage;
-  fields_ = std::move(made.fields);
-  return exit_status::done;
+std::optional<std::size_t> PreparedLayout::find_item(std::string_view name) const {
+  for (std::size_t i = 0; i < items_.size(); ++i) {
+    if (items_[i].item->name == name) return i;
+  }
+  return std::nullopt;
 }
 
 }  // namespace korvex::host

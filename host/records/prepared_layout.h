@@ -6,6 +6,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "control/col_main.h"
@@ -14,8 +15,9 @@
 #include "host/layout/layout.h"
 #include "host/process/distinct_files.h"
 #include "host/process/scratch_folder.h"
-#include "host/records/layout_fields.h"
+#include "host/records/misread_texts.h"
 #include "host/records/prepared_item.h"
+#include "host/sources/field.h"
 #include "run/repeat_count.h"
 #include "run/run.h"
 
@@ -47,9 +49,15 @@ class PreparedLayout {
   int prepare(const std::string& file, std::optional<std::int32_t> records, std::ostream& messages,
               const Preparation& how = {});
 
-  // The same for a layout that the keys of another lead to: with fields, whatever it is.
-  int prepare_member(const std::string& file, std::ostream& messages, MisreadTexts misread,
-                     LayoutFamily& family);
+  // The same for a layout that the items of another lead to, up to its fields.
+  int prepare_member(const std::string& file, std::ostream& messages, MisreadTexts misread);
+
+  // The same for a second copy of a layout that is prepared so far.
+  int prepare_copy(const PreparedLayout& other, std::ostream& messages, MisreadTexts misread);
+
+  // What a layout has in the end: fields, which ask those of other layouts.
+  void take_fields(std::vector<std::unique_ptr<sources::Field>> fields,
+                   std::vector<std::unique_ptr<PreparedLayout>> relatives);
 
   // The layout as the user wrote it; its `records` are those asked for.
   const Layout& layout() const { return layout_; }
@@ -60,6 +68,9 @@ class PreparedLayout {
   // The items of a record in their order, and those that the records lack.
   const std::vector<PreparedItem>& items() const { return items_; }
   const std::vector<const LayoutItem*>& left_out() const { return left_out_; }
+
+  // The place of the item with that name among them.
+  std::optional<std::size_t> find_item(std::string_view name) const;
 
   // Whether the engine makes the records as a whole, as generating does.
   bool is_plain() const { return fields_.empty(); }
@@ -72,7 +83,7 @@ class PreparedLayout {
   const std::vector<std::unique_ptr<sources::Field>>& fields() const { return fields_; }
 
   // The layouts that its keys lead to, to any depth.
-  const std::vector<std::shared_ptr<PreparedLayout>>& relatives() const { return relatives_; }
+  const std::vector<std::unique_ptr<PreparedLayout>>& relatives() const { return relatives_; }
 
  private:
   int read(const std::string& file, std::optional<std::int32_t> records, std::ostream& messages,
@@ -82,7 +93,6 @@ class PreparedLayout {
   ErrorCode prepare_run(std::int32_t& bad_line);
   void match_items();
   int prepare_records(std::ostream& messages, const Preparation& how);
-  int prepare_fields(std::ostream& messages, LayoutFamily& family);
 
   Layout layout_;
   ScratchFolder scratch_;
@@ -93,10 +103,10 @@ class PreparedLayout {
   std::vector<bool> from_engine_;  // side by side with the layout's items
   std::vector<PreparedItem> items_;
   std::vector<const LayoutItem*> left_out_;
-  std::vector<std::shared_ptr<PreparedLayout>> relatives_;
+  std::set<std::string> looked_at_;  // lists
+  std::set<std::int32_t> booleans_;  // the numbers of items
+  std::vector<std::unique_ptr<PreparedLayout>> relatives_;
   std::vector<std::unique_ptr<sources::Field>> fields_;  // they refer to all of the above
-  std::set<std::string> looked_at_;                      // lists
-  std::set<std::int32_t> booleans_;                      // the numbers of items
 };
 
 }  // namespace korvex::host

@@ -1,48 +1,65 @@
 #include "host/sources/children_source.h"
 
+#include <array>
+#include <charconv>
 #include <optional>
 #include <utility>
 
 #include "host/sources/decimal.h"
+#include "host/sources/saturating.h"
 
 namespace korvex::sources {
 namespace {
 
+constexpr std::uint64_t children_between_pauses = 4096;
+
 class ChildrenSource : public Source {
  public:
-  ChildrenSource(std::shared_ptr<Field> field, const ways::GroupSizes& children)
-      : field_(std::move(field)), children_(children) {}
+  ChildrenSource(const Children& children, const FoldRules& rules)
+      : children_(children), pause_(rules.pause) {}
 
   std::optional<std::uint64_t> period() const final { return std::nullopt; }
-  std::uint64_t most_texts() const final { return endless; }
+  std::uint64_t most_texts() const override { return endless; }
   void tell(Knowledge&, Thing, Thing, std::uint64_t) const final {}
 
  protected:
+  // Hands over the value of each child that has one; an empty one where the children are counted.
   template <class Take>
   void for_each_value(std::uint64_t record, Take take) {
-    const ways::Members members = children_.members(record);
+    const ways::Members members = children_.groups->members(record);
     for (std::uint64_t i = 0; i < members.count; ++i) {
-      if (const auto text = field_->text(members.first + i)) take(*text);
+      if (i % children_between_pauses == children_between_pauses - 1) pause_();
+      const std::uint64_t child = members.first + i;
+      if (children_.key != nullptr && !children_.key->text(child)) continue;
+      const auto text = children_.field == nullptr ? std::optional(std::string_view())
+                                                   : children_.field->text(child);
+      if (text) take(*text);
     }
   }
 
+  std::uint64_t most_children() const { return children_.groups->most(); }
+
  private:
-  std::shared_ptr<Field> field_;
-  ways::GroupSizes children_;
+  Children children_;
+  void (*pause_)();
 };
 
 class SumSource : public ChildrenSource {
  public:
-  using ChildrenSource::ChildrenSource;
+  SumSource(const Children& children, const FoldRules& rules)
+      : ChildrenSource(children, rules), zero_(Decimal::of_units(0, rules.decimals)) {}
 
   void append(std::uint64_t record, std::string& out) override {
-    std::optional<Decimal> sum = Decimal();
+    std::optional<Decimal> sum = zero_;
     for_each_value(record, [&](std::string_view text) {
       const std::optional<Decimal> value = Decimal::parse(text);
       if (!value || !sum || !sum->add(*value)) sum.reset();
     });
-    if (sum) out += sum->text();
+    if (sum) sum->append(out);
   }
+
+ private:
+  Decimal zero_;
 };
 
 class CountSource : public ChildrenSource {
@@ -52,54 +69,66 @@ class CountSource : public ChildrenSource {
   void append(std::uint64_t record, std::string& out) override {
     std::uint64_t count = 0;
     for_each_value(record, [&](std::string_view) { ++count; });
-    out += std::to_string(count);
+    std::array<char, 20> digits;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), count);
+    out.append(digits.data(), end.ptr);
   }
+
+  std::uint64_t most_texts() const override { return sum(most_children(), 1); }
 
   TextShape shape() const override {
     return {.never_empty = true, .size = {}, .only_digits = true};
   }
 };
 
-bool is_less(std::string_view left, std::string_view right) {
-  const std::optional<Decimal> a = Decimal::parse(left);
-  const std::optional<Decimal> b = Decimal::parse(right);
-  return a && b ? *a < *b : left < right;
-}
+// Numbers by their size, and after all of them texts that are none.
+class ByNumber {
+ public:
+  explicit ByNumber(std::string_view text) : number_(Decimal::parse(text)) {}
 
+  bool operator<(const ByNumber& other) const {
+    return number_ && (!other.number_ || *number_ < *other.number_);
+  }
+
+ private:
+  std::optional<Decimal> number_;
+};
+
+// By their bytes.
+using ByText = std::string_view;
+
+// `Order` is made of a text and compares it with others. It may refer to the text.
+template <class Order>
 class ExtremeSource : public ChildrenSource {
  public:
-  ExtremeSource(std::shared_ptr<Field> field, const ways::GroupSizes& children, bool is_most)
-      : ChildrenSource(std::move(field), children), is_most_(is_most) {}
+  ExtremeSource(const Children& children, const FoldRules& rules)
+      : ChildrenSource(children, rules), is_most_(rules.fold == Fold::most) {}
 
   void append(std::uint64_t record, std::string& out) override {
-    std::optional<std::string> extreme;
+    std::optional<Order> extreme;
     for_each_value(record, [&](std::string_view text) {
-      if (!extreme || (is_most_ ? is_less(*extreme, text) : is_less(text, *extreme))) {
-        extreme = text;
-      }
+      const Order value(text);
+      if (extreme && !(is_most_ ? *extreme < value : value < *extreme)) return;
+      text_ = text;
+      extreme.emplace(text_);
     });
-    if (extreme) out += *extreme;
+    if (extreme) out += text_;
   }
 
  private:
   bool is_most_;
+  std::string text_;
 };
 
 }  // namespace
 
-std::unique_ptr<Source> make_children_source(Fold fold, std::shared_ptr<Field> field,
-                                             const ways::GroupSizes& children) {
-  switch (fold) {
-    case Fold::sum:
-      return std::make_unique<SumSource>(std::move(field), children);
-    case Fold::count:
-      return std::make_unique<CountSource>(std::move(field), children);
-    case Fold::least:
-      return std::make_unique<ExtremeSource>(std::move(field), children, false);
-    case Fold::most:
-      break;
+std::unique_ptr<Source> make_children_source(const Children& children, const FoldRules& rules) {
+  if (rules.fold == Fold::sum) return std::make_unique<SumSource>(children, rules);
+  if (rules.fold == Fold::count) return std::make_unique<CountSource>(children, rules);
+  if (rules.comparison == Comparison::as_numbers) {
+    return std::make_unique<ExtremeSource<ByNumber>>(children, rules);
   }
-  return std::make_unique<ExtremeSource>(std::move(field), children, true);
+  return std::make_unique<ExtremeSource<ByText>>(children, rules);
 }
 
 }  // namespace korvex::sources

@@ -1,6 +1,7 @@
 #include "host/sources/decimal.h"
 
 #include <algorithm>
+#include <array>
 
 namespace korvex::sources {
 namespace {
@@ -8,13 +9,26 @@ namespace {
 constexpr unsigned most_digits = 18;
 
 // One unit of so many decimals, in units of the most.
-constexpr std::int64_t unit_of(unsigned decimals) {
-  std::int64_t unit = 1;
-  for (; decimals < most_digits; ++decimals) unit *= 10;
-  return unit;
-}
+constexpr std::array<std::int64_t, most_digits + 1> units_of_decimals = [] {
+  std::array<std::int64_t, most_digits + 1> units = {};
+  units.back() = 1;
+  for (std::size_t decimals = most_digits; decimals-- > 0;) {
+    units[decimals] = units[decimals + 1] * 10;
+  }
+  return units;
+}();
 
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
+constexpr std::int64_t unit_of(unsigned decimals) { return units_of_decimals[decimals]; }
+
+// Up to the most; nothing where there is anything else.
+std::optional<std::int64_t> read_digits(std::string_view digits) {
+  std::int64_t number = 0;
+  for (const char digit : digits) {
+    if (digit < '0' || digit > '9') return std::nullopt;
+    number = number * 10 + (digit - '0');
+  }
+  return number;
+}
 
 }  // namespace
 
@@ -28,14 +42,13 @@ std::optional<Decimal> Decimal::parse(std::string_view text) {
       (fraction.empty() && point < text.size())) {
     return std::nullopt;
   }
-  std::string digits(whole);
-  digits += fraction;
-  if (!std::all_of(digits.begin(), digits.end(), is_digit)) return std::nullopt;
-  digits.append(most_digits - fraction.size(), '0');
+  const std::optional<std::int64_t> before = read_digits(whole);
+  const std::optional<std::int64_t> after = read_digits(fraction);
+  if (!before || !after) return std::nullopt;
   Decimal number;
-  for (const char digit : digits) number.units_ = number.units_ * 10 + (digit - '0');
-  if (is_negative) number.units_ = -number.units_;
   number.decimals_ = static_cast<unsigned>(fraction.size());
+  number.units_ = Units{*before} * unit_of(0) + Units{*after} * unit_of(number.decimals_);
+  if (is_negative) number.units_ = -number.units_;
   return number;
 }
 
@@ -62,17 +75,20 @@ bool Decimal::add(const Decimal& other) {
   return true;
 }
 
-std::string Decimal::text() const {
-  std::string digits;
-  for (Units left = units_; left != 0 || digits.size() <= most_digits; left /= 10) {
+void Decimal::append(std::string& out) const {
+  // As many digits as Units can have, from the last one on.
+  std::array<char, 40> digits;
+  std::size_t first = digits.size();
+  for (Units left = units_; left != 0 || digits.size() - first <= most_digits; left /= 10) {
     const int digit = static_cast<int>(left % 10);
-    digits += static_cast<char>('0' + (digit < 0 ? -digit : digit));
+    digits[--first] = static_cast<char>('0' + (digit < 0 ? -digit : digit));
   }
-  std::reverse(digits.begin(), digits.end());
-  const std::size_t whole = digits.size() - most_digits;
-  std::string text = (units_ < 0 ? "-" : "") + digits.substr(0, whole);
-  if (decimals_ > 0) text += "." + digits.substr(whole, decimals_);
-  return text;
+  const std::size_t point = digits.size() - most_digits;
+  if (units_ < 0) out += '-';
+  out.append(&digits[first], point - first);
+  if (decimals_ == 0) return;
+  out += '.';
+  out.append(&digits[point], decimals_);
 }
 
 }  // namespace korvex::sources

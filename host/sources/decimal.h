@@ -27,7 +27,7 @@ class Decimal {
 
   bool operator<(const Decimal& other) const { return units_ < other.units_; }
 
-  std::string text() const;
+  void append(std::string& out) const;
 
  private:
   __extension__ using Units = __int128;

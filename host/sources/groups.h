@@ -1,39 +1,73 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <utility>
+#include <variant>
 
 #include "host/sources/knowledge.h"
 #include "host/ways/group_sizes.h"
+#include "host/ways/tree.h"
 
 namespace korvex::sources {
 
-// Which parent a record belongs to, for all fields that ask it of one key. The group of the record
-// that was asked for last is kept: its other records cost nothing. Of one thread.
+// Which parent a record belongs to, for all fields that ask it of one key: a record of another
+// table, or an earlier one of its own. The group of the record that was asked for last is kept: its
+// other records cost nothing. Of one thread.
 class Groups {
  public:
-  explicit Groups(const ways::GroupSizes& sizes) : sizes_(sizes) {}
+  explicit Groups(ways::GroupSizes sizes) : kinship_(std::move(sizes)) {}
+  explicit Groups(ways::Tree tree) : kinship_(std::move(tree)) {}
 
-  ways::Member member(std::uint64_t record) {
+  // Nothing for the first record of a tree, which is nobody's child.
+  std::optional<ways::Member> member(std::uint64_t record) {
     if (record < first_ || record - first_ >= latest_.count) {
-      latest_ = sizes_.member(record);
+      const std::optional<ways::Member> found = find(record);
+      if (!found) return std::nullopt;
+      latest_ = *found;
       first_ = record - latest_.place;
     }
-    return {latest_.parent, record - first_, latest_.count};
+    return ways::Member{latest_.parent, record - first_, latest_.count};
   }
 
-  const ways::GroupSizes& sizes() const { return sizes_; }
+  // The records of a parent; none for what is no parent.
+  ways::Members members(std::uint64_t parent) const {
+    if (const ways::Tree* tree = this->tree()) return tree->children(parent);
+    return parent < sizes().parents() ? sizes().members(parent) : ways::Members{};
+  }
+
+  // Parents are below that.
+  std::uint64_t parents() const {
+    return tree() != nullptr ? tree()->end_of_parents() : sizes().parents();
+  }
+
+  // No group has more records.
+  std::uint64_t most() const {
+    return tree() != nullptr ? tree()->most_children() : sizes().most();
+  }
+
+  // Whether every record has a parent.
+  bool have_all() const { return tree() == nullptr; }
 
   Thing parent_thing() const { return {this, 0}; }
   Thing line_thing() const { return {this, 1}; }
 
-  // A record is known by its parent and its place among that parent's records.
+  // A record is known by its parent and its place among that parent's records: who has neither is
+  // the first one of a tree.
   void tell(Knowledge& knowledge) const {
     knowledge.add({parent_thing(), line_thing()}, the_record);
-    if (sizes_.most() <= 1) knowledge.add({}, line_thing());
+    if (have_all() && most() <= 1) knowledge.add({}, line_thing());
   }
 
  private:
-  ways::GroupSizes sizes_;
+  const ways::Tree* tree() const { return std::get_if<ways::Tree>(&kinship_); }
+  const ways::GroupSizes& sizes() const { return std::get<ways::GroupSizes>(kinship_); }
+
+  std::optional<ways::Member> find(std::uint64_t record) const {
+    return tree() != nullptr ? tree()->member(record) : std::optional(sizes().member(record));
+  }
+
+  std::variant<ways::GroupSizes, ways::Tree> kinship_;
   ways::Member latest_;
   std::uint64_t first_ = 0;
 };

@@ -8,7 +8,8 @@
 namespace korvex::sources {
 
 // The values of a field in the records of another table, or in those of its own: computed again,
-// not looked up. The field is best one of its own: it keeps the record that was asked for last.
-std::unique_ptr<Source> make_key_source(std::shared_ptr<Field> field, std::uint64_t records);
+// not looked up. The field must outlive the source, and may be none that others ask for the records
+// of their own: it keeps the one that was asked for last.
+std::unique_ptr<Source> make_key_source(Field& field, std::uint64_t records);
 
 }  // namespace korvex::sources

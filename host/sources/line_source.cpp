@@ -12,14 +12,15 @@ class LineSource : public Source {
   explicit LineSource(std::shared_ptr<Groups> groups) : groups_(std::move(groups)) {}
 
   void append(std::uint64_t record, std::string& out) override {
+    const std::optional<ways::Member> member = groups_->member(record);
+    if (!member) return;
     std::array<char, 20> digits;
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(),
-                                   groups_->member(record).place + 1);
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), member->place + 1);
     out.append(digits.data(), end.ptr);
   }
 
   std::optional<std::uint64_t> period() const override { return std::nullopt; }
-  std::uint64_t most_texts() const override { return groups_->sizes().most(); }
+  std::uint64_t most_texts() const override { return groups_->most(); }
 
   void tell(Knowledge& knowledge, Thing text, Thing, std::uint64_t records) const override {
     groups_->tell(knowledge);
@@ -27,7 +28,7 @@ class LineSource : public Source {
   }
 
   TextShape shape() const override {
-    return {.never_empty = true, .size = {}, .only_digits = true, .no_digits = false};
+    return {.never_empty = groups_->have_all(), .size = {}, .only_digits = true};
   }
 
  private:

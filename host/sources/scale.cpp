@@ -16,7 +16,7 @@ class NumberScale : public Scale {
   }
 
   bool append(std::int64_t number, std::string& out) const override {
-    out += Decimal::of_units(number, decimals_).text();
+    Decimal::of_units(number, decimals_).append(out);
     return true;
   }
 

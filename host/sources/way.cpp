@@ -80,14 +80,17 @@ class Within : public Way {
 
   void tell(Knowledge& knowledge) const override {
     groups_->tell(knowledge);
-    if (groups_->sizes().most() > period_) return;
+    if (groups_->most() > period_) return;
     knowledge.add({thing(), groups_->parent_thing()}, groups_->line_thing());
   }
 
   std::optional<std::uint64_t> index(std::uint64_t record) override {
-    const ways::Member member = groups_->member(record);
-    return shuffle_.at(member.parent, member.place);
+    const std::optional<ways::Member> member = groups_->member(record);
+    if (!member) return std::nullopt;
+    return shuffle_.at(member->parent, member->place);
   }
+
+  std::uint64_t records() const override { return groups_->have_all() ? endless : 0; }
 
  private:
   ways::ShuffleWithin shuffle_;
@@ -144,10 +147,14 @@ class ParentOf : public Way {
   explicit ParentOf(std::shared_ptr<Groups> groups) : groups_(std::move(groups)) {}
 
   std::optional<std::uint64_t> index(std::uint64_t record) override {
-    return groups_->member(record).parent;
+    const std::optional<ways::Member> member = groups_->member(record);
+    if (!member) return std::nullopt;
+    return member->parent;
   }
 
-  std::uint64_t indices() const override { return groups_->sizes().parents(); }
+  // The first record of a tree has none.
+  std::uint64_t records() const override { return groups_->have_all() ? endless : 0; }
+  std::uint64_t indices() const override { return groups_->parents(); }
 
   void tell(Knowledge& knowledge) const override {
     groups_->tell(knowledge);
@@ -156,20 +163,6 @@ class ParentOf : public Way {
 
  private:
   std::shared_ptr<Groups> groups_;
-};
-
-class ParentInTree : public Way {
- public:
-  explicit ParentInTree(const ways::Tree& tree) : tree_(tree) {}
-
-  std::optional<std::uint64_t> index(std::uint64_t record) override { return tree_.parent(record); }
-
-  // The first record has none.
-  std::uint64_t records() const override { return 0; }
-  std::uint64_t indices() const override { return endless; }
-
- private:
-  ways::Tree tree_;
 };
 
 class AnyBefore : public Way {
@@ -225,10 +218,6 @@ std::unique_ptr<Way> weighted(ways::KeyFor<ways::Use::weights> key,
 
 std::unique_ptr<Way> parent_of(std::shared_ptr<Groups> groups) {
   return std::make_unique<ParentOf>(std::move(groups));
-}
-
-std::unique_ptr<Way> parent_in_tree(const ways::Tree& tree) {
-  return std::make_unique<ParentInTree>(tree);
 }
 
 std::unique_ptr<Way> any_before(ways::Key key) { return std::make_unique<AnyBefore>(key); }

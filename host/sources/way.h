@@ -9,7 +9,6 @@
 #include "host/ways/key.h"
 #include "host/ways/shares.h"
 #include "host/ways/shuffle.h"
-#include "host/ways/tree.h"
 #include "host/ways/zipf.h"
 
 namespace korvex::sources {
@@ -67,7 +66,6 @@ std::unique_ptr<Way> weighted(ways::KeyFor<ways::Use::weights> key,
 
 // The parent of each record, in another table or in its own.
 std::unique_ptr<Way> parent_of(std::shared_ptr<Groups> groups);
-std::unique_ptr<Way> parent_in_tree(const ways::Tree& tree);
 
 // For records that refer to their own table: any record before, drawn evenly; none for the first.
 std::unique_ptr<Way> any_before(ways::Key key);

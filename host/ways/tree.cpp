@@ -22,10 +22,11 @@ Result<Tree> Tree::make(KeyFor<Use::each> key, std::uint64_t records, GroupBound
   return Tree(*sizes, children - placed);
 }
 
-std::optional<std::uint64_t> Tree::parent(std::uint64_t record) const {
+std::optional<Member> Tree::member(std::uint64_t record) const {
   if (record == 0) return std::nullopt;
   const std::uint64_t child = record - 1;
-  return child < sizes_.records() ? sizes_.member(child).parent : sizes_.parents();
+  if (child < sizes_.records()) return sizes_.member(child);
+  return Member{sizes_.parents(), child - sizes_.records(), last_children_};
 }
 
 Members Tree::children(std::uint64_t record) const {

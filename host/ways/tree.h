@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 
@@ -17,9 +18,15 @@ class Tree {
   static Result<Tree> make(KeyFor<Use::each> key, std::uint64_t records, GroupBounds bounds);
 
   // Nothing for the first record.
-  std::optional<std::uint64_t> parent(std::uint64_t record) const;
+  std::optional<Member> member(std::uint64_t record) const;
 
   Members children(std::uint64_t record) const;
+
+  // No record has more.
+  std::uint64_t most_children() const { return std::max(sizes_.most(), last_children_); }
+
+  // No record from here on has any.
+  std::uint64_t end_of_parents() const { return sizes_.parents() + (last_children_ > 0 ? 1 : 0); }
 
  private:
   Tree(const GroupSizes& sizes, std::uint64_t last_children)

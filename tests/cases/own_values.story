@@ -93,8 +93,8 @@ each VALUES SAYS
   "template", text = "{B" | 38: item A: text, at byte 1: expected "}" <*>
   "template", text = "{B|up}" | 38: item A: text, at byte 4: is no filter: "up", <*>
   "template", text = "{X}" | 38: item A: text names "X", expected an item of the records
-  "template", text = "{A}" | 38: item A: text leads back to the item: A -> A, expected no cycle
-  "template", text = "{B}", when = { D = ["x"] } | 54: item A: when leads back to the item: D -> A -> D, expected no cycle
+  "template", text = "{A}" | 38: item A: text leads back to the item: A (e.toml:20:38) -> A, expected no cycle
+  "template", text = "{B}", when = { D = ["x"] } | 54: item A: when leads back to the item: D (e.toml:15:38) -> A (e.toml:20:54) -> D, expected no cycle
   "template", text = "{B}", order = "shuffled" | 53: order stands beside type "template", expected a type with a known period
   "list", values = ["a"], order = "sorted" | 51: order is "sorted", expected one of "forward", "shuffled", "random", "zipf"
   "list", values = ["a"], order = "zipf", joint = "j" | 67: joint stands beside order "zipf", expected order "shuffled"
@@ -215,7 +215,7 @@ file l.toml
 each OLD NEW SAYS
   to = 1 | to = 0 | to is below from, expected the larger number
   from = -1.5 | from = -1.555 | item SALE: from is "-1.555", expected a number with at most 2 decimals
-  of = "DAY" | of = "DUE" | item DUE: of leads back to the item: DUE -> DUE, expected no cycle
+  of = "DAY" | of = "DUE" | item DUE: of leads back to the item: DUE (l.toml:<n>:<n>) -> DUE, expected no cycle
 do
   $ cp l.toml old.toml
   edit l.toml <OLD> => <NEW>

@@ -11,7 +11,6 @@
 #include "host/sources/field.h"
 #include "host/sources/key_source.h"
 #include "host/sources/line_source.h"
-#include "host/sources/needs.h"
 #include "host/sources/offset_source.h"
 #include "host/sources/template_source.h"
 #include "host/sources/text_list.h"
@@ -61,35 +60,38 @@ TEST(Fields, OfOneKeyTakeOneRow) {
 }
 
 TEST(Fields, ReferToRecordsOfOtherTablesAndToEarlierOnesOfTheirOwn) {
-  const auto ids = std::make_shared<Field>(list(numbers(40, "id")), shuffled({8}, 40, End::repeat));
+  Field ids(list(numbers(40, "id")), shuffled({8}, 40, End::repeat));
   Field key(make_key_source(ids, 40), forward(40, End::repeat));
-  EXPECT_EQ(texts(key, 40, 80), texts(*ids, 0, 40));
+  EXPECT_EQ(texts(key, 40, 80), texts(ids, 0, 40));
   Field any(make_key_source(ids, 40), any_before({2}));
-  Field tree(make_key_source(ids, 40),
-             parent_in_tree(*ways::Tree::make({{2}}, 40, {3, 3, ways::Shape::constant, {}})));
+  Field tree(make_key_source(ids, 40), parent_of(std::make_shared<Groups>(*ways::Tree::make(
+                                           {{2}}, 40, {3, 3, ways::Shape::constant, {}}))));
   EXPECT_EQ(texts(any, 0, 1) + texts(tree, 0, 1), "- - ");
   for (std::uint64_t record = 1; record < 40; ++record) {
-    const std::string before = " " + texts(*ids, 0, record);
+    const std::string before = " " + texts(ids, 0, record);
     EXPECT_NE(before.find(" " + std::string(*any.text(record)) + " "), std::string::npos);
-    EXPECT_EQ(tree.text(record), std::string(*ids->text((record - 1) / 3)));
+    EXPECT_EQ(tree.text(record), std::string(*ids.text((record - 1) / 3)));
   }
 }
 
 TEST(Fields, FoldTheirChildrenExactly) {
   constexpr std::uint64_t parents = 150;
   const auto shared = groups(400, parents, 7);
-  const auto amount =
-      std::make_shared<Field>(list({"0.50", "-1.25", "12.00", "9.75", "100"}), random({6}, 5));
-  amount->add_emptiness(empty_share({{7}}, {1, 4}, 400));
+  Field key(list(numbers(parents)), parent_of(shared));
+  key.add_emptiness(empty_share({{9}}, {1, 8}, 400));
+  Field amount(list({"0.50", "-1.25", "12.00", "9.75", "100"}), random({6}, 5));
+  amount.add_emptiness(empty_share({{7}}, {1, 4}, 400));
   const auto fold = [&](Fold how) {
-    return std::make_unique<Field>(make_children_source(how, amount, shared->sizes()), forward());
+    return std::make_unique<Field>(make_children_source({shared, &key, &amount}, {.fold = how}),
+                                   forward());
   };
   const FieldPointer sum = fold(Fold::sum), count = fold(Fold::count), least = fold(Fold::least),
                      most = fold(Fold::most);
   std::vector<std::vector<double>> values(parents);
   for (std::uint64_t record = 0; record < 400; ++record) {
-    const auto text = amount->text(record);
-    if (text) values[shared->member(record).parent].push_back(std::stod(std::string(*text)));
+    const auto text = amount.text(record);
+    if (!text || !key.text(record)) continue;
+    values[shared->member(record)->parent].push_back(std::stod(std::string(*text)));
   }
   const auto number = [](Field& field, std::uint64_t record) {
     return std::stod(std::string(field.text(record).value_or("1e9")));
@@ -102,10 +104,21 @@ TEST(Fields, FoldTheirChildrenExactly) {
     EXPECT_EQ(number(*least, parent), own.empty() ? 1e9 : own.front());
     EXPECT_EQ(number(*most, parent), own.empty() ? 1e9 : own.back());
   }
-  const auto name = std::make_shared<Field>(list({"b", "a"}), forward(2, End::repeat));
-  const ways::GroupSizes one = *ways::GroupSizes::make({}, 2, 1, {2, 2, ways::Shape::even, {}});
-  EXPECT_EQ(Field(make_children_source(Fold::least, name, one), forward()).text(0), "a");
-  EXPECT_EQ(Field(make_children_source(Fold::sum, name, one), forward()).text(0), std::nullopt);
+}
+
+TEST(Fields, FoldWhatIsNoNumberAsTextOrNotAtAll) {
+  const auto one = groups(4, 1, 4);
+  Field text(list({"b", "10", "9", "a"}), forward(4, End::repeat));
+  const auto fold = [&](FoldRules rules) {
+    return texts(
+        *std::make_unique<Field>(make_children_source({one, nullptr, &text}, rules), forward()), 0,
+        2);
+  };
+  EXPECT_EQ(fold({.fold = Fold::sum, .decimals = 2}), "- 0.00 ");
+  EXPECT_EQ(fold({.fold = Fold::least, .comparison = Comparison::as_numbers}), "9 - ");
+  EXPECT_EQ(fold({.fold = Fold::least, .comparison = Comparison::as_texts}), "10 - ");
+  EXPECT_EQ(fold({.fold = Fold::most, .comparison = Comparison::as_texts}), "b - ");
+  EXPECT_EQ(fold({.fold = Fold::count}), "4 0 ");
 }
 
 TEST(Fields, LieAtADistanceFromOthers) {
@@ -125,17 +138,6 @@ TEST(Fields, LieAtADistanceFromOthers) {
   EXPECT_EQ(counts.begin()->first, "10.00");
   EXPECT_EQ(counts.rbegin()->first, "9.99");
   EXPECT_EQ(counts.count("9.97"), 1);
-}
-
-TEST(Needs, AreMadeFirstOrSayTheirCircle) {
-  using Needs = std::vector<std::vector<std::size_t>>;
-  EXPECT_EQ(making_order(Needs{{2}, {}, {1}}).order, (std::vector<std::size_t>{1, 2, 0}));
-  EXPECT_EQ(making_order(Needs{{}, {}, {0, 0}}).order, (std::vector<std::size_t>{0, 1, 2}));
-  EXPECT_EQ(making_order(Needs{{1}, {2}, {3}, {1}}).circle, (std::vector<std::size_t>{1, 2, 3}));
-  EXPECT_EQ(making_order(Needs{{0}}).circle, (std::vector<std::size_t>{0}));
-  Needs chain(200'000);
-  for (std::size_t i = 0; i + 1 < chain.size(); ++i) chain[i] = {i + 1};
-  EXPECT_EQ(making_order(chain).order.front(), chain.size() - 1);
 }
 
 TEST(Fields, AreEmptyByShareWithOthersAndUnlessOthersSayOtherwise) {
@@ -190,7 +192,7 @@ class RandomPlan {
     groups_ = groups(records, 10 + draw(60), draw(3) == 0 ? 100 : 15);
     add_joint(3, 0);
     add_joint(4, 1);
-    add(list(numbers(groups_->sizes().parents(), "p")), parent_of(groups_));
+    add(list(numbers(groups_->parents(), "p")), parent_of(groups_));
     add(make_line_source(groups_), forward());
     add(list(numbers(20, "w")), shuffled_within(key(), 20, groups_));
     for (int i = 0; i < 3; ++i) add_list();
@@ -267,8 +269,8 @@ class RandomPlan {
   void add_key() {
     const std::uint64_t parents = 1 + draw(40);
     const std::vector<std::string> values = draw_values();
-    auto parent = std::make_shared<Field>(list(values), draw_way(values.size()));
-    add(make_key_source(parent, parents), draw_way(parents));
+    parents_.push_back(std::make_unique<Field>(list(values), draw_way(values.size())));
+    add(make_key_source(*parents_.back(), parents), draw_way(parents));
   }
 
   void add_template() {
@@ -288,6 +290,7 @@ class RandomPlan {
   std::uint64_t drawn_ = 0;
   std::shared_ptr<ways::JointShuffle> joint_;
   std::shared_ptr<Groups> groups_;
+  std::vector<FieldPointer> parents_;
   std::vector<FieldPointer> fields_;
 };
 

@@ -144,16 +144,17 @@ TEST(Trees, HaveEveryRecordAfterItsParentAndTheChildrenThatTheBoundsSay) {
                     (children.count >= given.least || children.count == 0 || is_last));
         for (std::uint64_t child = 0; child < children.count; ++child, ++next_child) {
           ASSERT_EQ(children.first + child, next_child);
-          ASSERT_EQ(tree->parent(next_child), record);
+          ASSERT_EQ(tree->member(next_child)->parent, record);
           ASSERT_LT(record, next_child);
         }
       }
       ASSERT_EQ(next_child, std::max<std::uint64_t>(given.records, 1));
     }
   }
-  EXPECT_EQ(Tree::make(some_key, 0, {1, 1, Shape::even, {}})->parent(0), std::nullopt);
-  EXPECT_LT(Tree::make(some_key, most_records, {0, 9, Shape::zipf, {}})->parent(most_records - 1),
-            most_records / 4);
+  EXPECT_EQ(Tree::make(some_key, 0, {1, 1, Shape::even, {}})->member(0), std::nullopt);
+  EXPECT_LT(
+      Tree::make(some_key, most_records, {0, 9, Shape::zipf, {}})->member(most_records - 1)->parent,
+      most_records / 4);
   EXPECT_FALSE(Tree::make(some_key, 5, {0, 0, Shape::even, {}}));
   EXPECT_FALSE(Tree::make(some_key, 5, {3, 2, Shape::even, {}}));
 }

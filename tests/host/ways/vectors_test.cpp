@@ -138,7 +138,7 @@ const std::map<std::string, std::function<Answer(const Arguments&)>> schemes = {
      [](const Arguments& given) {
        const GroupBounds bounds = {given.number(3), given.number(4), shapes.at(given.word(5)), {}};
        const Tree tree = *Tree::make({given.key()}, given.number(2), bounds);
-       return answer([tree](std::uint64_t record) { return *tree.parent(record); });
+       return answer([tree](std::uint64_t record) { return tree.member(record)->parent; });
      }},
 };
 

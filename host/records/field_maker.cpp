@@ -1,0 +1,228 @@
+#include "host/records/field_maker.h"
+
+#include <algorithm>
+#include <ostream>
+#include <tuple>
+#include <utility>
+
+#include "host/engine/layout_messages.h"
+#include "host/records/layout_family.h"
+#include "host/records/moment_scale.h"
+#include "host/records/prepared_layout.h"
+#include "host/sources/key_source.h"
+#include "host/sources/line_source.h"
+#include "host/sources/offset_source.h"
+#include "host/sources/template_source.h"
+#include "host/sources/template_text.h"
+#include "platform/printable_text.h"
+
+namespace korvex::host {
+
+using sources::Field;
+using sources::Source;
+using ways::Use;
+
+namespace {
+
+// Fields ask each other, each in a call of its own.
+constexpr std::size_t most_nested_fields = 1000;
+
+// The steps that lead from an item back to it: each item, and where it names the next one.
+std::string text_of_circle(const std::vector<MakingStep>& path, const FieldMaker& maker,
+                           std::size_t item) {
+  auto step = std::find_if(path.begin(), path.end(), [&](const MakingStep& other) {
+    return other.maker == &maker && other.item == item;
+  });
+  std::string text;
+  for (; step != path.end(); ++step) {
+    const FieldPlan& plan = step->maker->plan();
+    text += plan.item(step->item).name + " (" + plan.layout().file + ':' +
+            std::to_string(step->place.line) + ':' + std::to_string(step->place.column) + ") -> ";
+  }
+  return platform::printable(text + maker.plan().item(item).name);
+}
+
+}  // namespace
+
+FieldMaker::FieldMaker(PreparedLayout& prepared, LayoutFamily& family, const PreparedLayout& self)
+    : family_(family),
+      plan_(prepared.layout(), prepared.items()),
+      sources_(plan_, prepared.run(), family, self),
+      ways_(plan_, sources_),
+      engine_(std::make_shared<EngineRecords>(prepared.run(), prepared.layout().kind)),
+      engine_facts_(prepared.run().field_facts()),
+      makings_(plan_.size()) {}
+
+void FieldMaker::make_all() {
+  for (std::size_t i = 0; i < plan_.size(); ++i) {
+    if (makings_[i].state == State::unmade) make_field(i);
+  }
+}
+
+bool FieldMaker::print_errors(std::ostream& messages) {
+  return print_layout_errors(plan_.layout(), plan_.errors(), messages);
+}
+
+std::vector<std::unique_ptr<Field>> FieldMaker::take_fields() {
+  std::vector<std::unique_ptr<Field>> fields;
+  for (Making& making : makings_) fields.push_back(std::move(making.field));
+  return fields;
+}
+
+Field* FieldMaker::need(std::size_t i, const PlacedText& name, std::string_view key) {
+  const auto other = plan_.find(name.text);
+  if (other) return need(i, name.place, key, *this, *other);
+  plan_.report(
+      i, name.place,
+      std::string(key) + " names " + quoted_text(name.text) + ", expected an item of the records");
+  return nullptr;
+}
+
+Field* FieldMaker::need(std::size_t i, SourcePlace place, std::string_view key, FieldMaker& others,
+                        std::size_t other) {
+  std::vector<MakingStep>& path = family_.path();
+  Making& wanted = others.makings_[other];
+  path.back().place = place;
+  if (wanted.state == State::in_the_making) {
+    plan_.report(i, place,
+                 std::string(key) + " leads back to the item: " +
+                     text_of_circle(path, others, other) + ", expected no cycle");
+    return nullptr;
+  }
+  if (wanted.state == State::unmade && path.size() < most_nested_fields) others.make_field(other);
+  if (wanted.state == State::unmade || wanted.depth >= most_nested_fields) {
+    plan_.report(i, place,
+                 "more than " + std::to_string(most_nested_fields) +
+                     " items need each other one after the other");
+    return nullptr;
+  }
+  makings_[i].depth = std::max(makings_[i].depth, wanted.depth + 1);
+  return wanted.field.get();
+}
+
+void FieldMaker::make_field(std::size_t i) {
+  makings_[i].state = State::in_the_making;
+  family_.path().push_back({this, i, plan_.item(i).place});
+  auto field = field_on_way(i);
+  if (field != nullptr && plan_.values_of(i) != nullptr) add_emptiness(i, *field);
+  makings_[i].field = std::move(field);
+  family_.path().pop_back();
+  makings_[i].state = State::made;
+}
+
+std::unique_ptr<Field> FieldMaker::field_on_way(std::size_t i) {
+  const bool takes_a_way = sources_.takes_a_way(i);
+  auto source = takes_a_way ? source_on_way(i) : source_by_record(i);
+  if (source == nullptr) return nullptr;
+  auto way = takes_a_way ? ways_.way_of(i) : sources::forward();
+  if (way == nullptr) return nullptr;
+  return std::make_unique<Field>(std::move(source), std::move(way));
+}
+
+std::unique_ptr<Source> FieldMaker::source_on_way(std::size_t i) {
+  FieldSources::Values* values = sources_.values(i);
+  if (values == nullptr) return nullptr;
+  if (values->parent == nullptr) return std::move(values->source);
+  FieldMaker* others = family_.fields_for_others(*values->parent);
+  if (others == nullptr) return nullptr;
+  Field* field = need(i, values->parent_place, "item", *others, values->parent_item);
+  if (field == nullptr) return nullptr;
+  return sources::make_key_source(*field, values->period);
+}
+
+// What follows the record itself.
+std::unique_ptr<Source> FieldMaker::source_by_record(std::size_t i) {
+  const ItemValues* values = plan_.values_of(i);
+  if (plan_.column(i) != nullptr) {
+    const std::size_t field = plan_.engine_field(i);
+    return make_engine_source(engine_, field, engine_facts_[field]);
+  }
+  if (values->source == ValueSource::reference) {
+    Field* other = need(i, {values->item_name, values->origin}, "item");
+    return other == nullptr ? nullptr : sources::make_template_source({{"", other, {}}});
+  }
+  if (const auto* text = std::get_if<TemplateValues>(&values->own)) {
+    return make_template(i, text->text);
+  }
+  if (const auto* line = std::get_if<LineValues>(&values->own)) {
+    auto groups = ways_.named_groups(i, line->of, "of");
+    return groups == nullptr ? nullptr : sources::make_line_source(std::move(groups));
+  }
+  const auto* offset = std::get_if<OffsetValues>(&values->own);
+  return offset == nullptr ? nullptr : make_offset(i, *offset);
+}
+
+std::unique_ptr<Source> FieldMaker::make_offset(std::size_t i, const OffsetValues& offset) {
+  Field* other = need(i, offset.of, "of");
+  if (other == nullptr) return nullptr;
+  const ItemAttributes& attributes = plan_.item(*plan_.find(offset.of.text)).attributes;
+  const MomentForm form = moment_form(attributes.attribute);
+  const bool is_moment = form != MomentForm::as_it_is;
+  const auto decimals = static_cast<unsigned>(is_moment ? 0 : attributes.decimals);
+  auto units = sources::number_scale(decimals);
+  sources::Distance distance;
+  for (const auto& [text, number, key] :
+       {std::tuple{&offset.from, &distance.least, "from"}, {&offset.to, &distance.most, "to"}}) {
+    const auto read = units->read(text->text);
+    if (read) {
+      *number = *read;
+      continue;
+    }
+    plan_.report(i, text->place,
+                 std::string(key) + " is " + quoted_text(text->text) +
+                     ", expected a number with at most " + std::to_string(decimals) + " decimals");
+    return nullptr;
+  }
+  if (distance.least > distance.most) {
+    plan_.report(i, offset.to.place, "to is below from, expected the larger number");
+    return nullptr;
+  }
+  return sources::make_offset_source(*other, is_moment ? moment_scale(form) : std::move(units),
+                                     plan_.way_key<Use::order>(i), distance);
+}
+
+std::unique_ptr<Source> FieldMaker::make_template(std::size_t i, const PlacedText& text) {
+  std::vector<sources::TemplatePart> parts;
+  if (const auto fault = sources::parse_template(text.text, parts)) {
+    plan_.report(i, text.place,
+                 "text, at byte " + std::to_string(fault->offset + 1) + ": " + fault->text);
+    return nullptr;
+  }
+  std::vector<sources::ComposedPart> composed;
+  for (sources::TemplatePart& part : parts) {
+    Field* field = nullptr;
+    if (!part.item.empty()) {
+      field = need(i, {part.item, text.place}, "text");
+      if (field == nullptr) return nullptr;
+    }
+    composed.push_back({std::move(part.literal), field, std::move(part.filters)});
+  }
+  return sources::make_template_source(std::move(composed));
+}
+
+void FieldMaker::add_emptiness(std::size_t i, Field& field) {
+  const EmptinessRules& rules = plan_.values_of(i)->emptiness;
+  for (const OwnKey& key : plan_.values_of(i)->own_keys) {
+    const bool empties = key.key == "empty" || key.key == "empty_with" || key.key == "when";
+    if (empties && !plan_.item(i).nullable) {
+      plan_.report(i, key.place,
+                   key.key + " stands beside nullable = false, expected one of the two");
+    }
+  }
+  if (rules.share && rules.share->numerator > 0) {
+    field.add_emptiness(
+        sources::empty_share(plan_.item_key<Use::empty>(i), *rules.share, plan_.records()));
+  }
+  if (rules.with) {
+    if (Field* other = need(i, *rules.with, "empty_with")) {
+      field.add_emptiness(sources::empty_with(*other));
+    }
+  }
+  for (const Condition& condition : rules.when) {
+    if (Field* other = need(i, condition.item, "when")) {
+      field.add_emptiness(sources::empty_unless(*other, condition.texts));
+    }
+  }
+}
+
+}  // namespace korvex::host
