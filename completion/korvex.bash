@@ -15,7 +15,7 @@ _korvex_options() {
     edit) echo "--records" ;;
     update) echo "--item" ;;
     import) echo "-o --output --records --force" ;;
-    load) echo "--records --quiet" ;;
+    load) echo "--records --truncate --yes --no-analyze --quiet" ;;
     sets) echo "--language -n --rows --tsv" ;;
     check) echo "--records --unique" ;;
     preview) echo "-n --records" ;;

@@ -1,21 +1,26 @@
 #include "host/commands/load_command.h"
 
+#include <poll.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <istream>
+#include <memory>
+#include <numeric>
 #include <ostream>
-#include <sstream>
 #include <stdexcept>
 
 #include "host/commands/load_plan.h"
+#include "host/commands/load_progress.h"
+#include "host/commands/load_records.h"
 #include "host/databases/database.h"
+#include "host/databases/load_order.h"
 #include "host/engine/layout_messages.h"
-#include "host/layout/failure_text.h"
+#include "host/layout/layout_folder.h"
 #include "host/process/exit_status.h"
 #include "host/process/signals.h"
-#include "host/records/record_source.h"
-#include "host/text/code_page_text.h"
 #include "platform/printable_text.h"
 
 namespace korvex::host {
@@ -24,173 +29,20 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::int64_t percents = 100;
 constexpr const char* nothing_loaded = "nothing was loaded";
+constexpr std::size_t most_asked_tables = 5;
 
-// "Loading  42 %" on a terminal, and nothing anywhere else.
-class LoadProgress {
- public:
-  explicit LoadProgress(std::int64_t records)
-      : records_(records), is_drawing_(::isatty(STDERR_FILENO) == 1) {}
-  ~LoadProgress() { clear(); }
-  LoadProgress(const LoadProgress&) = delete;
-  LoadProgress& operator=(const LoadProgress&) = delete;
-
-  void update(std::int64_t done) {
-    if (!is_drawing_ || done < next_) return;
-    const std::int64_t percent = done * percents / records_;
-    next_ = (records_ * (percent + 1) + percents - 1) / percents;
-    std::fprintf(stderr, "\rLoading %3d %%", static_cast<int>(percent));
-  }
-
-  // The rows are all there: what remains is the database's to check and keep.
-  void show_checking() {
-    if (is_drawing_) std::fputs("\rChecking and keeping the rows", stderr);
-  }
-
-  void clear() {
-    if (is_drawing_) std::fputs("\r\033[K", stderr);
-    is_drawing_ = false;
-  }
-
- private:
-  const std::int64_t records_;
-  bool is_drawing_;
-  std::int64_t next_ = 1;
+// A table of the load: where its records come from, and what became of them.
+struct TableLoad {
+  std::unique_ptr<PreparedLayout> prepared;
+  std::string table;  // as it was named
+  LoadPlan plan;
+  std::int64_t rows = 0;
+  double seconds = 0;
 };
 
-// A record that no database can take.
-class BadRecord : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
-
-// The records as they go into the columns of a table.
-class TableRecords {
- public:
-  TableRecords(PreparedLayout& prepared, const LoadPlan& plan)
-      : plan_(plan), source_(prepared), texts_(plan.forms.size()), moments_(plan.forms.size()) {}
-
-  // The fields of the next record, valid until the next call; false behind the last one. Throws
-  // BadRecord.
-  bool next(RowFields& fields) {
-    if (!source_.next(values_)) {
-      if (source_.failure().empty()) return false;
-      throw BadRecord(source_.failure());
-    }
-    ++number_;
-    fields.clear();
-    const bool is_utf8 = source_.encoding() == TextEncoding::utf8;
-    for (std::size_t i = 0; i < values_.size(); ++i) {
-      if (is_utf8) {
-        fields.push_back(moments_[i].convert(plan_.forms[i], values_[i]));
-        continue;
-      }
-      const bool is_known = decoder_.decode(values_[i], texts_[i]);
-      fields.push_back(moments_[i].convert(plan_.forms[i], texts_[i]));
-      if (is_known) continue;
-      throw BadRecord("record " + std::to_string(number_) + ", item " +
-                      platform::printable(plan_.item_names[i]) + ", value \"" +
-                      platform::printable_from_code_page(values_[i]) +
-                      "\": the value has bytes that are no character of code page 932");
-    }
-    return true;
-  }
-
-  std::int64_t number() const { return number_; }
-
- private:
-  const LoadPlan& plan_;
-  RecordSource source_;
-  CodePageDecoder decoder_;
-  std::vector<std::string_view> values_;
-  std::vector<std::string> texts_;
-  std::vector<MomentText> moments_;
-  std::int64_t number_ = 0;
-};
-
-std::string place(std::int64_t number, const std::vector<std::size_t>& columns,
-                  const LoadPlan& plan, const RowFields& fields) {
-  std::string text = "record " + std::to_string(number);
-  const bool has_columns = !columns.empty();
-  for (std::size_t i = 0; i < (has_columns ? columns.size() : fields.size()); ++i) {
-    const std::size_t field = has_columns ? columns[i] : i;
-    text += ", item " + platform::printable(plan.item_names[field]) + ", value ";
-    text += fields[field].empty() ? "NULL" : "\"" + platform::printable(fields[field]) + "\"";
-  }
-  return text;
-}
-
-// The items that are to blame when the record cannot be told; empty when not even they are known.
-std::string items(const std::vector<std::size_t>& columns, const LoadPlan& plan) {
-  std::string text;
-  for (const std::size_t column : columns) {
-    text += (text.empty() ? "item " : ", item ") + platform::printable(plan.item_names[column]);
-  }
-  return text;
-}
-
-// The refused row with its values. It has passed by then, so the records are made once more up to
-// it: generating is by far the fastest part of a load, and the same settings give the same bytes.
-std::string describe(const RefusedRow& row, const LoadOptions& options, const LoadPlan& plan) {
-  std::string found = items(row.columns, plan);
-  PreparedLayout again;
-  std::ostringstream said_before;
-  if ((row.record == 0 && !row.blame) ||
-      again.prepare(options.layout, options.records, said_before) != exit_status::done) {
-    return found;
-  }
-  TableRecords records(again, plan);
-  bool is_second = false;
-  for (RowFields fields; records.next(fields);) {
-    check_interruption();
-    const std::int64_t number = records.number();
-    if (number == row.record) return place(number, row.columns, plan, fields);
-    if (row.record > 0 || number < row.first) continue;
-    if (number > row.last) break;
-    const std::vector<std::size_t> columns = row.blame(fields);
-    if (columns.empty()) continue;
-    found = place(number, columns, plan, fields);
-    if (!row.is_repetition || is_second) break;
-    is_second = true;
-  }
-  return found;
-}
-
-// Answers the number of rows. Throws what the parts of a load throw, but for what is wrong with a
-// record or row, which becomes a DatabaseError.
-std::int64_t load_rows(const LoadOptions& options, Database& database, const TableSchema& table,
-                       const LoadPlan& plan, PreparedLayout& prepared) {
-  TableRecords records(prepared, plan);
-  const auto loader = database.begin_load(table, plan.columns);
-  LoadProgress progress(prepared.layout().records);
-  try {
-    for (RowFields fields; records.next(fields);) {
-      check_interruption();
-      loader->add(fields);
-      progress.update(records.number());
-    }
-    progress.show_checking();
-    loader->finish();
-  } catch (const BadRecord& bad) {
-    throw DatabaseError(platform::printable(table.name) + ": " + bad.what());
-  } catch (const RowRefused& refused) {
-    const std::string where = describe(refused.row, options, plan);
-    throw DatabaseError(platform::printable(table.name) + ": " + where +
-                        (where.empty() ? "" : ": ") + refused.what());
-  }
-  return records.number();
-}
-
-// The rows are there to stay, whether or not anybody reads that.
-void print_rows(std::int64_t rows, double seconds, const TableSchema& table, std::ostream& out,
-                std::ostream& messages) {
-  char time[32];
-  std::snprintf(time, sizeof time, "%.3f", seconds);
-  out << rows << " records, " << time << " s: " << platform::printable(table.name) << std::endl;
-  if (!out)
-    messages << platform::printable(table.name) << ": " << rows << " records were loaded"
-             << std::endl;
+double seconds_since(Clock::time_point start) {
+  return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
 // Says which file that the records come from is one of the database's. Answers whether there was
@@ -209,24 +61,205 @@ bool print_conflict(const LoadOptions& options, const PreparedLayout& prepared,
   return false;
 }
 
-int load(const LoadOptions& options, PreparedLayout& prepared, std::ostream& out,
-         std::ostream& messages) {
-  const Layout& layout = prepared.layout();
-  const std::string& name = options.table.empty() ? layout.table : options.table;
-  if (name.empty()) {
-    messages << platform::printable(layout.file)
-             << ": [layout] has no table, expected one there or TABLE on the command line"
+// What the command line asks for and a folder can't be asked for.
+bool print_wrong_options(const LoadOptions& options, std::ostream& messages) {
+  if (!is_folder(options.layout)) return false;
+  const auto refuse = [&](const char* what) {
+    messages << platform::printable(options.layout) << ": is a folder, expected a layout for "
+             << what << std::endl;
+    return true;
+  };
+  if (!options.table.empty()) return refuse("a TABLE on the command line");
+  return options.records && refuse("--records");
+}
+
+int prepare_layout(const LoadOptions& options, const std::string& file,
+                   std::vector<TableLoad>& loads, std::ostream& messages) {
+  auto prepared = std::make_unique<PreparedLayout>();
+  const int status =
+      prepared->prepare(file, options.records, messages, {.misread = MisreadTexts::refused});
+  if (status != exit_status::done) return status;
+  if (print_replaced_characters(prepared->layout(), messages)) return exit_status::wrong_usage;
+  if (print_conflict(options, *prepared, messages)) return exit_status::wrong_usage;
+  print_left_out(prepared->left_out(), prepared->layout(), messages);
+  std::string table = options.table.empty() ? prepared->layout().table : options.table;
+  if (table.empty()) {
+    const bool is_one_of_several = is_folder(options.layout);
+    messages << platform::printable(file) << ": [layout] has no table, "
+             << (is_one_of_several ? "so that it is not loaded"
+                                   : "expected one there or TABLE on the command line")
              << std::endl;
-    return exit_status::wrong_usage;
+    return is_one_of_several ? exit_status::done : exit_status::wrong_usage;
   }
-  const auto database = open_database(options.database);
-  const TableSchema table = database->read_schema(name);
-  const LoadPlan plan = plan_load(prepared, table);
+  loads.push_back({std::move(prepared), std::move(table), {}});
+  return exit_status::done;
+}
+
+// All layouts, with all that is wrong with any of them.
+int prepare_layouts(const LoadOptions& options, std::vector<TableLoad>& loads,
+                    std::ostream& messages) {
+  if (print_wrong_options(options, messages)) return exit_status::wrong_usage;
+  const auto files = layouts_at(options.layout, messages);
+  if (!files) return exit_status::wrong_usage;
+  int worst = exit_status::done;
+  for (const std::string& file : *files) {
+    check_interruption();
+    worst = std::max(worst, prepare_layout(options, file, loads, messages));
+  }
+  if (worst != exit_status::done || !loads.empty()) return worst;
+  messages << platform::printable(options.layout) << ": no layout names a table" << std::endl;
+  return exit_status::wrong_usage;
+}
+
+// Where the records of each layout go, in the order in which they do. Throws PlanError with all
+// that does not go together.
+LoadRequest plan_tables(Database& database, std::vector<TableLoad>& loads) {
+  std::vector<TableSchema> schemas;
+  std::string errors;
+  const auto add_error = [&](const std::string& error) {
+    errors += (errors.empty() ? "" : "\n") + error;
+  };
+  for (TableLoad& load : loads) {
+    TableSchema schema = database.read_schema(load.table);
+    const Layout& layout = load.prepared->layout();
+    for (std::size_t i = 0; i < schemas.size(); ++i) {
+      if (schemas[i].quoted_name != schema.quoted_name) continue;
+      add_error(platform::printable(layout.file) + ": table is " +
+                platform::printable(schema.name) + ", which is that of " +
+                platform::printable(loads[i].prepared->layout().file) +
+                ", expected one layout for each table");
+    }
+    try {
+      load.plan = plan_load(*load.prepared, schema);
+    } catch (const PlanError& wrong) {
+      add_error(wrong.what());
+    }
+    schemas.push_back(std::move(schema));
+  }
+  if (!errors.empty()) throw PlanError(errors);
+  const LoadOrder order = order_of_load(schemas);
+  LoadRequest request;
+  request.defers_keys = order.defers_keys;
+  std::vector<TableLoad> ordered;
+  for (const OrderedTable& each : order.tables) {
+    ordered.push_back(std::move(loads[each.table]));
+    request.tables.push_back(
+        {std::move(schemas[each.table]), ordered.back().plan.columns, each.cycle});
+  }
+  loads = std::move(ordered);
+  return request;
+}
+
+// Whether the tables may be emptied.
+bool may_empty(const LoadRequest& request, std::istream& in, std::ostream& messages) {
+  const std::size_t count = request.tables.size();
+  const std::size_t listed = count > most_asked_tables ? most_asked_tables : count;
+  std::string names;
+  for (std::size_t i = 0; i < listed; ++i) {
+    names += (i == 0 ? "" : ", ") + platform::printable(request.tables[i].schema.name);
+  }
+  if (listed < count) names += " and " + std::to_string(count - listed) + " more tables";
+  messages << "All rows of " << names << " will be removed. Go on? [y/N] " << std::flush;
+  // A terminal hands over a line at a time: what was not asked for yet waits there.
+  if (!platform::wait_until_ready(STDIN_FILENO, POLLIN)) check_interruption();
+  std::string answer;
+  std::getline(in, answer);
+  return answer.starts_with('y') || answer.starts_with('Y');
+}
+
+// The records of one table. Throws what the parts of a load throw; what is wrong with a record or
+// goes wrong meanwhile becomes a DatabaseError that names the table.
+void load_rows(TableLoad& load, std::size_t place, DatabaseLoad& rows, LoadProgress& progress) {
   const Clock::time_point start = Clock::now();
-  std::int64_t rows = 0;
   try {
-    rows = load_rows(options, *database, table, plan, prepared);
-    ignore_interruptions();
+    LoadRecords records(*load.prepared, load.plan);
+    progress.begin_table();
+    rows.begin_table(place);
+    for (RowFields fields; records.next(fields);) {
+      check_interruption();
+      rows.add(fields);
+      progress.advance();
+    }
+    rows.end_table();
+    load.rows = records.number();
+  } catch (const BadRecord& bad) {
+    throw DatabaseError(platform::printable(load.table) + ": " + bad.what());
+  } catch (const DatabaseError& failure) {
+    throw DatabaseError(platform::printable(load.table) + ": " + failure.what());
+  }
+  load.seconds = seconds_since(start);
+}
+
+// Answers what could not be done beside the rows.
+std::vector<std::string> load_tables(Database& database, LoadRequest request,
+                                     std::vector<TableLoad>& loads) {
+  const auto records = std::accumulate(loads.begin(), loads.end(), std::int64_t{0},
+                                       [](std::int64_t sum, const TableLoad& load) {
+                                         return sum + load.prepared->layout().records;
+                                       });
+  LoadProgress progress(records, loads.size());
+  const auto rows = database.begin_load(std::move(request));
+  try {
+    for (std::size_t i = 0; i < loads.size(); ++i) load_rows(loads[i], i, *rows, progress);
+    progress.show_checking();
+    return rows->finish();
+  } catch (const RowRefused& refused) {
+    if (!refused.row.table) throw DatabaseError(refused.what());
+    const TableLoad& load = loads[*refused.row.table];
+    const std::string where = place_of(refused.row, *load.prepared, load.plan);
+    throw DatabaseError(platform::printable(load.table) + ": " + where +
+                        (where.empty() ? "" : ": ") + refused.what());
+  }
+}
+
+// The rows are there to stay, whatever becomes of this.
+void analyze(Database& database, const std::vector<TableSchema>& tables, std::ostream& messages) {
+  for (const TableSchema& table : tables) {
+    try {
+      database.analyze(table);
+    } catch (const DatabaseError& failure) {
+      messages << platform::printable(table.name)
+               << ": was loaded, but not analyzed: " << platform::printable_lines(failure.what())
+               << std::endl;
+    }
+  }
+}
+
+std::string counted(std::int64_t records, double seconds) {
+  char time[32];
+  std::snprintf(time, sizeof time, "%.3f", seconds);
+  return std::to_string(records) + " records, " + time + " s: ";
+}
+
+void print_rows(const std::vector<TableLoad>& loads, const LoadOptions& options, double seconds,
+                std::ostream& out, std::ostream& messages) {
+  std::int64_t rows = 0;
+  for (const TableLoad& load : loads) {
+    rows += load.rows;
+    out << counted(load.rows, load.seconds) << platform::printable(load.table) << "\n";
+  }
+  const bool is_whole = is_folder(options.layout);
+  const std::string name = platform::printable(is_whole ? options.layout : loads.front().table);
+  if (is_whole) out << loads.size() << " tables, " << counted(rows, seconds) << name << "\n";
+  out.flush();
+  if (!out) messages << name << ": " << rows << " records were loaded" << std::endl;
+}
+
+int load(const LoadOptions& options, std::vector<TableLoad>& loads, std::istream* in,
+         std::ostream& out, std::ostream& messages) {
+  const auto database = open_database(options.database);
+  LoadRequest request = plan_tables(*database, loads);
+  request.empties_first = options.truncate;
+  if (options.truncate && !options.yes && !may_empty(request, *in, messages)) {
+    messages << nothing_loaded << std::endl;
+    return exit_status::cancelled;
+  }
+  std::vector<TableSchema> tables;
+  for (const LoadedTable& table : request.tables) tables.push_back(table.schema);
+  const Clock::time_point start = Clock::now();
+  std::vector<std::string> notes;
+  try {
+    notes = load_tables(*database, std::move(request), loads);
   } catch (const OutcomeUnknown&) {
     throw;
   } catch (const DatabaseError&) {
@@ -234,23 +267,32 @@ int load(const LoadOptions& options, PreparedLayout& prepared, std::ostream& out
     check_interruption();
     throw;
   }
-  const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
-  if (!options.quiet) print_rows(rows, seconds, table, out, messages);
-  return exit_status::done;
+  for (const std::string& note : notes) messages << platform::printable(note) << std::endl;
+  int status = exit_status::done;
+  try {
+    if (!options.no_analyze) analyze(*database, tables, messages);
+  } catch (const Interrupted& interrupted) {
+    messages << "all rows were loaded, but not all tables were analyzed" << std::endl;
+    status = interrupted.exit_status;
+  }
+  ignore_interruptions();
+  if (!options.quiet) print_rows(loads, options, seconds_since(start), out, messages);
+  return status;
 }
 
 }  // namespace
 
-int run_load(const LoadOptions& options, std::ostream& out, std::ostream& messages) {
-  PreparedLayout prepared;
-  const int status = prepared.prepare(options.layout, options.records, messages,
-                                      {.misread = MisreadTexts::refused});
+int run_load(const LoadOptions& options, std::istream* in, std::ostream& out,
+             std::ostream& messages) {
+  if (options.truncate && !options.yes && in == nullptr) {
+    messages << "--truncate removes all rows, and nobody can be asked, expected --yes" << std::endl;
+    return exit_status::wrong_usage;
+  }
+  std::vector<TableLoad> loads;
+  const int status = prepare_layouts(options, loads, messages);
   if (status != exit_status::done) return status;
-  if (print_replaced_characters(prepared.layout(), messages)) return exit_status::wrong_usage;
-  if (print_conflict(options, prepared, messages)) return exit_status::wrong_usage;
-  print_left_out(prepared.left_out(), prepared.layout(), messages);
   try {
-    return load(options, prepared, out, messages);
+    return load(options, loads, in, out, messages);
   } catch (const Interrupted& interrupted) {
     messages << nothing_loaded << std::endl;
     return interrupted.exit_status;

@@ -1,9 +1,12 @@
 #include "host/commands/program.h"
 
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdlib>
 #include <functional>
+#include <iostream>
 #include <numeric>
 #include <ostream>
 #include <sstream>
@@ -79,13 +82,18 @@ CLI::App* add_import(CLI::App& app, ImportOptions& options) {
 
 CLI::App* add_load(CLI::App& app, LoadOptions& options) {
   CLI::App* command =
-      app.add_subcommand("load", "Generate the records of a layout into a table of a database");
-  add_layout(*command, options.layout);
+      app.add_subcommand("load", "Generate the records of layouts into tables of a database");
+  command->add_option("LAYOUT", options.layout, "layout file, or a folder of them")->required();
   command->add_option("DATABASE", options.database, "sqlite:FILE or postgresql:CONNINFO")
       ->required();
   command->add_option("TABLE", options.table,
                       "table that gets the records (default: the layout's)");
   add_records(*command, options.records);
+  command->add_flag("--truncate", options.truncate,
+                    "remove all rows of the tables first; asks on a terminal");
+  command->add_flag("--yes", options.yes, "remove them without asking");
+  command->add_flag("--no-analyze", options.no_analyze,
+                    "leave out that the database counts again what it knows of the tables");
   command->add_flag("--quiet", options.quiet, "print no line about the result");
   return command;
 }
@@ -260,7 +268,10 @@ int run_program(int argc, const char* const* argv, const ModuleFunctions& functi
   if (show->parsed()) return run_show(shown_file, out, messages);
   if (sets->parsed()) return run_sets(sets_options, out, messages);
   if (import->parsed()) return run_import(import_options, out, messages);
-  if (load->parsed()) return run_load(load_options, out, messages);
+  if (load->parsed()) {
+    const bool has_terminal = ::isatty(STDIN_FILENO) == 1;
+    return run_load(load_options, has_terminal ? &std::cin : nullptr, out, messages);
+  }
   if (count->parsed()) {
     return run_count(count_options, functions.check_repeat_count, out, messages);
   }

@@ -36,6 +36,7 @@ using RowFields = std::vector<std::string_view>;
 
 // A row that the database refused; everything of the load is gone.
 struct RefusedRow {
+  std::optional<std::size_t> table;  // of the load; nothing when it can't be told
   std::string message;               // the database's own
   std::vector<std::size_t> columns;  // of the load, those that the database blames
   std::int64_t record = 0;           // from 1; 0 when only `blame` can tell
@@ -56,17 +57,38 @@ class RowRefused : public std::exception {
   RefusedRow row;
 };
 
-// One load into one table, in one transaction. Destroying it before finish() has returned leaves
-// the table as it was. Operations throw DatabaseError, RowRefused or Interrupted.
-class TableLoader {
+// What a load puts into a table, and into which of its columns.
+struct LoadedTable {
+  TableSchema schema;
+  std::vector<std::size_t> columns;
+  // Tables with one number refer to each other by keys that are checked at once: their rows go in
+  // together. Next to each other; 0 for any other table.
+  std::size_t cycle = 0;
+};
+
+struct LoadRequest {
+  std::vector<LoadedTable> tables;  // each after those that it needs
+  bool defers_keys = false;         // keys that can wait are checked at the end
+  bool empties_first = false;
+};
+
+// One load into any number of tables, in one transaction. Destroying it before finish() has
+// returned leaves them all as they were. Operations throw DatabaseError, RowRefused or Interrupted.
+class DatabaseLoad {
  public:
-  virtual ~TableLoader() = default;
+  virtual ~DatabaseLoad() = default;
+
+  // The rows from here to end_table() go to this table. One table after the other, as requested.
+  virtual void begin_table(std::size_t table) = 0;
 
   // The fields are UTF-8 and only looked at during the call.
   virtual void add(const RowFields& fields) = 0;
 
-  // Has every constraint checked, and keeps the rows.
-  virtual void finish() = 0;
+  virtual void end_table() = 0;
+
+  // Has every constraint checked, lets sequences go on after the loaded values, and keeps the rows.
+  // Answers what could not be done beside the rows, a line for each.
+  virtual std::vector<std::string> finish() = 0;
 };
 
 // An open connection. Operations throw DatabaseError or Interrupted.
@@ -90,8 +112,10 @@ class Database {
   virtual std::optional<std::string> largest_text(const TableSchema& table, std::size_t column,
                                                   const TextForm& form) = 0;
 
-  virtual std::unique_ptr<TableLoader> begin_load(const TableSchema& table,
-                                                  std::vector<std::size_t> columns) = 0;
+  virtual std::unique_ptr<DatabaseLoad> begin_load(LoadRequest request) = 0;
+
+  // Has the database count again what it knows of a table's rows for its plans.
+  virtual void analyze(const TableSchema& table) = 0;
 };
 
 // Opens what "sqlite:FILE", "postgresql:CONNINFO", "postgresql://..." or "postgres://..." names.

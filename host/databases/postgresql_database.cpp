@@ -103,9 +103,12 @@ class PostgresqlDatabase : public Database {
     return largest;
   }
 
-  std::unique_ptr<TableLoader> begin_load(const TableSchema& table,
-                                          std::vector<std::size_t> columns) override {
-    return begin_postgresql_load(connection_, table, std::move(columns));
+  std::unique_ptr<DatabaseLoad> begin_load(LoadRequest request) override {
+    return begin_postgresql_load(connection_, std::move(request));
+  }
+
+  void analyze(const TableSchema& table) override {
+    connection_.run("ANALYZE " + table.quoted_name);
   }
 
  private:

@@ -1,11 +1,12 @@
 #include "host/databases/postgresql_loader.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
+#include <deque>
 
 #include "host/databases/copy_text.h"
-#include "host/databases/postgresql_schema.h"
+#include "host/databases/postgresql_refusal.h"
+#include "host/databases/postgresql_sequences.h"
 #include "host/databases/sql_names.h"
 
 namespace korvex::host {
@@ -17,19 +18,6 @@ constexpr std::size_t message_size = 256 * 1024;
 // enough that ending it costs nothing that can be measured.
 constexpr std::size_t copy_size = 32 * 1024 * 1024;
 
-constexpr std::string_view foreign_key_violation = "23503";
-constexpr std::string_view unique_violation = "23505";
-// Classes of errors that no row is the reason for, wherever the server was: the connection, the
-// state of a transaction, other transactions, resources, locks, the people who run the server, and
-// its own faults.
-constexpr std::array foreign_reasons = {"08", "25", "40", "53", "55", "57", "58", "XX"};
-
-bool is_about_rows(std::string_view state) {
-  return !state.empty() &&
-         std::none_of(foreign_reasons.begin(), foreign_reasons.end(),
-                      [state](const char* begin) { return state.starts_with(begin); });
-}
-
 std::int64_t rows_of(const PostgresqlResult& result) {
   const std::string_view text = PQcmdTuples(result.get());
   std::int64_t rows = 0;
@@ -37,53 +25,107 @@ std::int64_t rows_of(const PostgresqlResult& result) {
   return rows;
 }
 
-class PostgresqlLoader : public TableLoader {
+// A table while it is loaded.
+struct Target {
+  Target(PostgresqlConnection& connection, const LoadedTable& loaded, std::size_t place)
+      : table(loaded),
+        refusals(connection, table, place),
+        columns(listed_names(refusals.names(), ", ")),
+        sequences(read_sequences(connection, table)) {
+    if (table.cycle == 0) {
+      copied = table.schema.bare_name;
+      copy = "COPY " + table.schema.quoted_name;
+    } else {
+      copied = "korvex_staged_" + std::to_string(place);
+      copy = "COPY " + staged();
+    }
+    copy += " (" + columns + ") FROM STDIN";
+  }
+
+  // The table that the rows of one in a cycle wait in.
+  std::string staged() const { return "pg_temp." + quoted_name(copied); }
+
+  const LoadedTable& table;
+  const PostgresqlRefusals refusals;
+  const std::string columns;
+  const std::vector<ColumnSequence> sequences;
+  std::string copied;  // what the rows are copied to, by its bare name
+  std::string copy;
+  std::int64_t rows = 0;
+};
+
+class PostgresqlLoad : public DatabaseLoad {
  public:
-  PostgresqlLoader(PostgresqlConnection& connection, const TableSchema& table,
-                   std::vector<std::size_t> columns)
-      : connection_(connection), table_(table), columns_(std::move(columns)) {
-    for (const std::size_t column : columns_) names_.push_back(table.columns[column].name);
-    copy_ = "COPY " + table.quoted_name + " (" + listed_names(names_, ", ") + ") FROM STDIN";
-    for (const auto& [name, places] : read_constraints(connection_, table)) {
-      constraints_[name] = places_among(columns_, places);
+  PostgresqlLoad(PostgresqlConnection& connection, LoadRequest request)
+      : connection_(connection), request_(std::move(request)) {
+    for (std::size_t i = 0; i < request_.tables.size(); ++i) {
+      targets_.emplace_back(connection_, request_.tables[i], i);
     }
     PQsetnonblocking(connection_.get(), 1);
     connection_.run("BEGIN");
-    // Triggers and checks of the table may count on the path of the user whose rows these are. The
+    // Triggers and checks of the tables may count on the path of the user whose rows these are. The
     // statements of a load leave no name open.
     connection_.query("SELECT pg_catalog.set_config('search_path', $1, true)", 1,
                       {connection_.user_path().setting});
-    connection_.begin_copy(copy_);
+    if (request_.empties_first) empty_tables();
+    if (request_.defers_keys) connection_.run("SET CONSTRAINTS ALL DEFERRED");
   }
 
-  ~PostgresqlLoader() override {
+  ~PostgresqlLoad() override {
     if (!is_finished_) connection_.abandon();
+  }
+
+  void begin_table(std::size_t table) override {
+    place_ = table;
+    copy_begin_ = 0;
+    if (target().table.cycle != 0) make_staged();
+    connection_.begin_copy(target().copy);
   }
 
   void add(const RowFields& fields) override {
     append_copy_row(fields, message_);
-    ++rows_;
+    ++target().rows;
     if (message_.size() < message_size) return;
     copied_ += message_.size();
     send_message();
     if (copied_ < copy_size) return;
     end_copy();
-    connection_.begin_copy(copy_);
+    connection_.begin_copy(target().copy);
   }
 
-  void finish() override {
+  void end_table() override {
     send_message();
     end_copy();
+    const std::size_t cycle = target().table.cycle;
+    const bool is_last = place_ + 1 == targets_.size() || targets_[place_ + 1].table.cycle != cycle;
+    if (cycle != 0 && is_last) insert_staged(cycle);
+  }
+
+  std::vector<std::string> finish() override {
     // What is checked at the end of the transaction is checked here, where it can still be told
     // which row it was.
-    copy_begin_ = 0;
     connection_.send("SET CONSTRAINTS ALL IMMEDIATE");
-    take_results();
+    while (const PostgresqlResult result = connection_.next_result()) {
+      if (PQresultStatus(result.get()) == PGRES_FATAL_ERROR) refuse_whole(result);
+    }
+    std::vector<std::string> notes;
+    for (const Target& target : targets_) continue_sequences(target, notes);
     connection_.commit();
     is_finished_ = true;
+    return notes;
   }
 
  private:
+  Target& target() { return targets_[place_]; }
+
+  void empty_tables() {
+    std::string list;
+    for (const LoadedTable& table : request_.tables) {
+      list += (list.empty() ? "" : ", ") + table.schema.quoted_name;
+    }
+    connection_.run("TRUNCATE " + list);
+  }
+
   void send_message() {
     if (PQputCopyData(connection_.get(), message_.data(), static_cast<int>(message_.size())) < 0) {
       connection_.fail();
@@ -105,97 +147,99 @@ class PostgresqlLoader : public TableLoader {
 
   void end_copy() {
     if (PQputCopyEnd(connection_.get(), nullptr) < 0) connection_.fail();
-    const std::int64_t kept = take_results();
-    const std::int64_t sent = rows_ - copy_begin_;
-    if (kept != sent) refuse_dropping(kept, sent);
-    copy_begin_ = rows_;
+    const SentRows rows = {copy_begin_, target().rows};
+    std::int64_t kept = 0;
+    while (const PostgresqlResult result = connection_.next_result()) {
+      if (PQresultStatus(result.get()) == PGRES_FATAL_ERROR) {
+        target().refusals.refuse(result, rows, target().copied);
+      }
+      kept = std::max(kept, rows_of(result));
+    }
+    target().refusals.require_all(kept, rows);
+    copy_begin_ = target().rows;
     copied_ = 0;
   }
 
-  // Answers the number of rows that the server speaks of.
-  std::int64_t take_results() {
-    std::int64_t rows = 0;
-    while (const PostgresqlResult result = connection_.next_result()) {
-      if (PQresultStatus(result.get()) == PGRES_FATAL_ERROR) refuse(result);
-      rows = std::max(rows, rows_of(result));
+  // A table with the loaded columns alone and with their checks: what they refuse, they refuse
+  // here, where the server says which row it was.
+  void make_staged() {
+    const TableSchema& schema = target().table.schema;
+    connection_.run("CREATE TEMPORARY TABLE " + target().staged() + " (LIKE " + schema.quoted_name +
+                    " INCLUDING CONSTRAINTS) ON COMMIT DROP");
+    std::string left_out;
+    for (std::size_t i = 0; i < schema.columns.size(); ++i) {
+      const auto& columns = target().table.columns;
+      if (std::find(columns.begin(), columns.end(), i) != columns.end()) continue;
+      left_out += (left_out.empty() ? " DROP COLUMN " : ", DROP COLUMN ") +
+                  quoted_name(schema.columns[i].name) + " CASCADE";
     }
-    return rows;
+    if (!left_out.empty()) connection_.run("ALTER TABLE " + target().staged() + left_out);
   }
 
-  [[noreturn]] void refuse_dropping(std::int64_t kept, std::int64_t sent) const {
-    RefusedRow row;
-    row.message = "records " + std::to_string(copy_begin_ + 1) + " to " + std::to_string(rows_) +
-                  ": the database kept " + std::to_string(kept) + " of " + std::to_string(sent) +
-                  " rows and gave no error, as a trigger may ask it to";
-    throw RowRefused(std::move(row));
-  }
-
-  [[noreturn]] void refuse(const PostgresqlResult& result) {
-    RefusedRow row;
-    row.message = diagnostic(result, PG_DIAG_MESSAGE_PRIMARY);
-    const std::string detail = diagnostic(result, PG_DIAG_MESSAGE_DETAIL);
-    if (!detail.empty()) row.message += ": " + detail;
-    const std::string state = diagnostic(result, PG_DIAG_SQLSTATE);
-    if (!is_about_rows(state)) PostgresqlConnection::fail(result);
-    const CopyPlace place =
-        find_copy_place(diagnostic(result, PG_DIAG_CONTEXT), table_.bare_name, names_);
-    row.columns = blamed_columns(result, place);
-    // A partition has constraints of its own.
-    const std::vector<std::size_t> key = key_places(detail, names_);
-    if (row.columns.empty()) row.columns = key;
-    if (row.columns.empty()) row.columns = partition_places(detail, names_);
-    if (place.line > 0 && place.line <= rows_ - copy_begin_) {
-      row.record = copy_begin_ + place.line;
-    } else if (row.columns.empty()) {
-      PostgresqlConnection::fail(result);
-    } else if (row.columns == key) {
-      row.is_repetition = state == unique_violation;
-      if (row.is_repetition || state == foreign_key_violation) look_for_key(row, detail);
+  // Keys that are checked at once are checked when a statement ends: so one puts in all the rows
+  // of a cycle.
+  void insert_staged(std::size_t cycle) {
+    std::vector<const Target*> targets;
+    for (const Target& target : targets_) {
+      if (target.table.cycle == cycle) targets.push_back(&target);
     }
-    throw RowRefused(std::move(row));
-  }
-
-  void look_for_key(RefusedRow& row, const std::string& detail) const {
-    row.first = copy_begin_ + 1;
-    row.last = rows_;
-    row.blame = [this, detail, columns = row.columns](const RowFields& fields) {
-      std::vector<KeyPart> key;
-      for (const std::size_t column : columns) {
-        key.push_back({fields[column], table_.columns[columns_[column]]});
+    std::string insertions;
+    std::string counts;
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+      const Target& target = *targets[i];
+      const std::string name = "rows_" + std::to_string(i);
+      insertions += (i == 0 ? "WITH " : ", ") + name + " AS (INSERT INTO " +
+                    target.table.schema.quoted_name + " (" + target.columns +
+                    ") OVERRIDING SYSTEM VALUE SELECT " + target.columns + " FROM " +
+                    target.staged() + " RETURNING 1)";
+      counts += (i == 0 ? " SELECT " : ", ") + ("(SELECT pg_catalog.count(*) FROM " + name + ")");
+    }
+    connection_.send(insertions + counts);
+    while (PostgresqlResult result = connection_.next_result()) {
+      if (PQresultStatus(result.get()) == PGRES_FATAL_ERROR) refuse_whole(result);
+      const PostgresqlRows kept(std::move(result), static_cast<int>(targets.size()));
+      for (std::size_t i = 0; i < targets.size(); ++i) {
+        targets[i]->refusals.require_all(kept.number<std::int64_t>(0, static_cast<int>(i)),
+                                         {0, targets[i]->rows});
       }
-      return names_key(detail, key) ? columns : std::vector<std::size_t>();
-    };
+    }
   }
 
-  std::vector<std::size_t> blamed_columns(const PostgresqlResult& result,
-                                          const CopyPlace& place) const {
-    std::string column = place.column;
-    if (column.empty()) column = diagnostic(result, PG_DIAG_COLUMN_NAME);
-    const auto name = std::find(names_.begin(), names_.end(), column);
-    if (name != names_.end()) return {static_cast<std::size_t>(name - names_.begin())};
-    const auto constraint = constraints_.find(diagnostic(result, PG_DIAG_CONSTRAINT_NAME));
-    return constraint == constraints_.end() ? std::vector<std::size_t>() : constraint->second;
+  // For an error that may be about any row of any table.
+  [[noreturn]] void refuse_whole(const PostgresqlResult& result) const {
+    for (const Target& target : targets_) {
+      if (targets_.size() > 1 && !target.refusals.is_about(result)) continue;
+      target.refusals.refuse(result, {0, target.rows}, target.copied);
+    }
+    PostgresqlConnection::fail(result);
+  }
+
+  void continue_sequences(const Target& target, std::vector<std::string>& notes) {
+    for (const ColumnSequence& sequence : target.sequences) {
+      if (sequence.is_allowed) {
+        continue_sequence(connection_, sequence);
+      } else {
+        notes.push_back(sequence.column + ": the sequence " + sequence.name +
+                        " does not go on after the loaded values: you may not change it");
+      }
+    }
   }
 
   PostgresqlConnection& connection_;
-  const TableSchema table_;
-  const std::vector<std::size_t> columns_;
-  std::string copy_;
-  std::vector<std::string> names_;
-  std::map<std::string, std::vector<std::size_t>> constraints_;
+  const LoadRequest request_;
+  std::deque<Target> targets_;  // side by side with the request's
+  std::size_t place_ = 0;       // of the one that takes the rows
   std::string message_;
   std::size_t copied_ = 0;
-  std::int64_t rows_ = 0;
   std::int64_t copy_begin_ = 0;  // rows before the current COPY
   bool is_finished_ = false;
 };
 
 }  // namespace
 
-std::unique_ptr<TableLoader> begin_postgresql_load(PostgresqlConnection& connection,
-                                                   const TableSchema& table,
-                                                   std::vector<std::size_t> columns) {
-  return std::make_unique<PostgresqlLoader>(connection, table, std::move(columns));
+std::unique_ptr<DatabaseLoad> begin_postgresql_load(PostgresqlConnection& connection,
+                                                    LoadRequest request) {
+  return std::make_unique<PostgresqlLoad>(connection, std::move(request));
 }
 
 }  // namespace korvex::host

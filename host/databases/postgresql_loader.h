@@ -7,9 +7,8 @@
 
 namespace korvex::host {
 
-// Begins a load into a table. A load that does not finish ends the connection.
-std::unique_ptr<TableLoader> begin_postgresql_load(PostgresqlConnection& connection,
-                                                   const TableSchema& table,
-                                                   std::vector<std::size_t> columns);
+// Begins a load. One that does not finish ends the connection.
+std::unique_ptr<DatabaseLoad> begin_postgresql_load(PostgresqlConnection& connection,
+                                                    LoadRequest request);
 
 }  // namespace korvex::host

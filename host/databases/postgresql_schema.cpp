@@ -94,7 +94,8 @@ ORDER BY NOT i.indisprimary, i.indexrelid, k.place)";
 // A key that refers to a partitioned table has another constraint for each of its partitions, which
 // say the same once more; one that a partition has from its own table counts.
 constexpr const char* foreign_key_query = R"(
-SELECT c.oid, n.nspname, f.relname, c.confrelid OPERATOR(pg_catalog.=) c.conrelid, k.own, a.attname
+SELECT c.oid, n.nspname, f.relname, c.confrelid OPERATOR(pg_catalog.=) c.conrelid, k.own, a.attname,
+  c.condeferrable
 FROM pg_catalog.pg_constraint c
 CROSS JOIN ROWS FROM (pg_catalog.unnest(c.conkey), pg_catalog.unnest(c.confkey)) WITH ORDINALITY
   AS k(own, other, place)
@@ -302,13 +303,14 @@ class SchemaReader {
   }
 
   void read_foreign_keys() {
-    const PostgresqlRows rows = connection_.query(foreign_key_query, 6, {schema_.id});
+    const PostgresqlRows rows = connection_.query(foreign_key_query, 7, {schema_.id});
     for (int row = 0; row < rows.size(); ++row) {
       if (rows.begins_group(row, 0)) schema_.foreign_keys.emplace_back();
       ForeignKey& key = schema_.foreign_keys.back();
       key.table = rows.text(row, 2);
       key.quoted_table = quoted_name(rows.text(row, 1)) + "." + quoted_name(key.table);
       key.is_to_own_table = rows.is_true(row, 3);
+      key.can_wait = rows.is_true(row, 6);
       key.columns.push_back(place_of(rows, row, 4));
       key.referenced_columns.emplace_back(rows.text(row, 5));
     }

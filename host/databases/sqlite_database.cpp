@@ -8,6 +8,9 @@ namespace korvex::host {
 
 namespace {
 
+// Of each index: as many as its author recommends, so that it takes no longer for a large table.
+constexpr int analyzed_rows = 1000;
+
 class SqliteDatabase : public Database {
  public:
   explicit SqliteDatabase(const std::string& file) : connection_(file) {}
@@ -53,9 +56,13 @@ class SqliteDatabase : public Database {
     return std::string(rows.text(0));
   }
 
-  std::unique_ptr<TableLoader> begin_load(const TableSchema& table,
-                                          std::vector<std::size_t> columns) override {
-    return begin_sqlite_load(connection_, table, std::move(columns));
+  std::unique_ptr<DatabaseLoad> begin_load(LoadRequest request) override {
+    return begin_sqlite_load(connection_, std::move(request));
+  }
+
+  void analyze(const TableSchema& table) override {
+    connection_.run("PRAGMA analysis_limit = " + std::to_string(analyzed_rows));
+    connection_.run("ANALYZE main." + table.quoted_name);
   }
 
  private:

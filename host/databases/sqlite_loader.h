@@ -7,9 +7,7 @@
 
 namespace korvex::host {
 
-// Begins a load into a table. Foreign keys are enforced, which SQLite does only when asked to.
-std::unique_ptr<TableLoader> begin_sqlite_load(SqliteConnection& connection,
-                                               const TableSchema& table,
-                                               std::vector<std::size_t> columns);
+// Begins a load.
+std::unique_ptr<DatabaseLoad> begin_sqlite_load(SqliteConnection& connection, LoadRequest request);
 
 }  // namespace korvex::host

@@ -114,14 +114,24 @@ std::vector<std::string> primary_key_of(SqliteConnection& connection, const std:
   return key;
 }
 
+// A table's name in its own letters: SQLite finds it in any case. As it is when there is none.
+std::string own_spelling(SqliteConnection& connection, const std::string& table) {
+  SqliteStatement rows(connection,
+                       "SELECT name FROM main.sqlite_schema WHERE name = ? COLLATE NOCASE"
+                       " AND type IN ('table', 'view')");
+  rows.bind(1, table);
+  return rows.next() ? std::string(rows.text(0)) : table;
+}
+
 void read_foreign_keys(SqliteConnection& connection, TableSchema& schema) {
   SqliteStatement rows(connection, pragma("foreign_key_list", schema.name));
   std::map<std::int64_t, ForeignKey> keys;
   while (rows.next()) {
     ForeignKey& key = keys[rows.integer(key_field::id)];
     key.table = rows.text(key_field::table);
-    key.quoted_table = quoted_name(key.table);
-    key.is_to_own_table = is_same_in_any_case(key.table, schema.name);
+    key.quoted_table = quoted_name(own_spelling(connection, key.table));
+    key.is_to_own_table = key.quoted_table == schema.quoted_name;
+    key.can_wait = true;  // all of them do when a transaction asks for it
     key.columns.push_back(find_column(schema, rows.text(key_field::from)));
     if (key.columns.back() == schema.columns.size()) {
       throw DatabaseError(connection.file() + ": " + schema.name +
@@ -164,8 +174,8 @@ std::vector<std::string> table_names(SqliteConnection& connection) {
 TableSchema read_sqlite_schema(SqliteConnection& connection, const std::string& table) {
   TableSchema schema;
   schema.name = table;
-  schema.bare_name = table;
-  schema.quoted_name = quoted_name(table);
+  schema.bare_name = own_spelling(connection, table);
+  schema.quoted_name = quoted_name(schema.bare_name);
   read_columns(connection, schema);
   if (schema.columns.empty()) {
     throw DatabaseError(connection.file() + ": " + no_such_table(table, table_names(connection)));

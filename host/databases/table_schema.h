@@ -62,6 +62,7 @@ struct ForeignKey {
   std::vector<std::size_t> columns;
   std::vector<std::string> referenced_columns;
   bool is_to_own_table = false;
+  bool can_wait = false;  // may be checked at the end of a transaction
 };
 
 struct TableSchema {

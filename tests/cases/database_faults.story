@@ -58,7 +58,7 @@ do
     ! nothing was loaded
 postgresql: $ sh lists raising "id=1;2"
 postgresql: >1 load t.toml "<target>" raising
-  ! ERROR:  no such luck
+  ! raising: ERROR:  no such luck
   ! CONTEXT:<*>
   ! nothing was loaded
 sqlite: query SELECT k, (SELECT count(*) FROM dropping) + (SELECT count(*) FROM ignoring) + (SELECT count(*) FROM later) + (SELECT count(*) FROM own) + (SELECT count(*) FROM raising) + (SELECT count(*) FROM orphans) FROM replacing
@@ -125,7 +125,7 @@ do
   postgresql: sql ALTER SEQUENCE s RESTART
   $ RECORDS=<RECORDS> sh lists going "k=some value;another value"
   postgresql: >1 load t.toml "<target>" going
-    ! FATAL:  terminating connection due to administrator command
+    ! going: FATAL:  terminating connection due to administrator command
     ! ...
     ! nothing was loaded
 postgresql: query SELECT count(*) FROM going
