@@ -29,59 +29,144 @@ class Decoder {
   std::string decoded_;
 };
 
+bool counts_in_digits(std::int32_t kind) {
+  return kind == format_kind::unsigned_number || kind == format_kind::unsigned_number_in_text ||
+         kind == format_kind::date || kind == format_kind::date_unchecked ||
+         kind == format_kind::time || kind == format_kind::timestamp;
+}
+
+bool counts_in_letters(std::int32_t kind) {
+  return kind == format_kind::upper_letters || kind == format_kind::lower_letters;
+}
+
+bool is_digit(char c) { return c >= '0' && c <= '9'; }
+
+// What a step changes in a text are digits in the place of digits, and letters in that of letters.
+sources::TextShape shape_of(const ClFmtColInf& column, const ItemCourse& course) {
+  std::string first;
+  bool only_digits = true;
+  bool no_digits = true;
+  bool is_ascii = true;
+  for (std::size_t i = 0; i < course.elements().size(); ++i) {
+    const std::int32_t kind = column.elements[i]->record.kind;
+    const bool is_fixed = kind == format_kind::fixed;
+    only_digits = only_digits && (is_fixed || counts_in_digits(kind));
+    no_digits = no_digits && (is_fixed || counts_in_letters(kind));
+    is_ascii = is_ascii && kind != format_kind::national_character;
+    CourseCursor cursor(*course.elements()[i]);
+    cursor.seek(0);
+    first += cursor.text();
+  }
+  is_ascii = is_ascii && std::none_of(first.begin(), first.end(), [](char c) { return c < 0; });
+  const bool is_cut = course.is_cut_at_end();
+  sources::TextShape shape;
+  shape.never_empty = !first.empty() && (!is_cut || course.size_at(course.end() - 1) > 0);
+  if (is_ascii && !is_cut) shape.size = first.size();
+  shape.only_digits = only_digits && std::all_of(first.begin(), first.end(), is_digit);
+  shape.no_digits = no_digits && std::none_of(first.begin(), first.end(), is_digit);
+  return shape;
+}
+
+// What is known of an item's values, one after the other.
+sources::Foresight foresight_of(const ItemGenerator& item, const ItemFacts& facts,
+                                std::int32_t layout_kind) {
+  sources::Foresight foresight;
+  if (const ClEnumDataList* values = item.enumeration()) {
+    foresight.shape.never_empty = values->count() > 0;
+  } else if (const auto course = ItemCourse::of(item.column(), layout_kind)) {
+    foresight.shape = shape_of(item.column(), *course);
+  }
+  const bool has_texts = std::any_of(facts.texts.begin(), facts.texts.end(),
+                                     [](const TextRun& run) { return run.bytes > 0; });
+  foresight.values = {has_texts ? facts.different : 0,
+                      has_texts ? facts.distinct.value_or(sources::endless) : 0};
+  if (has_texts && facts.distinct) foresight.values.least = *facts.distinct;
+  foresight.all_after = facts.has_end() ? facts.end : facts.period.value_or(sources::endless);
+  return foresight;
+}
+
+sources::Uniqueness uniqueness_of(const ItemFacts& facts) {
+  const bool is_exact = facts.distinct && facts.period && facts.different < *facts.period;
+  return {facts.different, is_exact ? facts.different : sources::endless};
+}
+
 class EngineSource : public sources::Source {
  public:
   EngineSource(std::shared_ptr<EngineRecords> records, std::size_t field, const FieldFacts& facts)
       : records_(std::move(records)), field_(field) {
     if (!facts.values) return;
-    if (facts.values->distinct) most_texts_ = *facts.values->distinct;
-    if (!facts.is_repeated) different_ = facts.values->different;
+    const ItemFacts& item = *facts.values;
+    foresight_ = foresight_of(records_->item(field), item, records_->layout_kind());
+    const bool ends = item.has_end() && item.runs_empty;
+    foresight_.shape.never_empty = foresight_.shape.never_empty && !ends;
+    is_repeated_ = facts.is_repeated;
+    if (is_repeated_) {
+      foresight_.all_after = sources::product(facts.hold, foresight_.all_after);
+      return;
+    }
+    uniqueness_ = host::uniqueness_of(item);
+    if (ends) {
+      foresight_.cycle = {item.end, 1};
+    } else if (item.period) {
+      foresight_.cycle = {0, *item.period};
+    }
+    is_injective_ = item.is_injective();
   }
 
   void append(std::uint64_t record, std::string& out) override {
     decoder_.append(records_->value(record, field_), out);
   }
   std::optional<std::uint64_t> period() const override { return std::nullopt; }
-  std::uint64_t most_texts() const override { return most_texts_; }
-  void tell(sources::Knowledge& knowledge, sources::Thing text, sources::Thing index,
-            std::uint64_t records) const override {
-    knowledge.add({text}, index, std::min(records, different_));
+  sources::Foresight foresight() const override { return foresight_; }
+  sources::Uniqueness uniqueness() const override { return uniqueness_; }
+  void tell(sources::Knowledge& knowledge, sources::Thing text) const override {
+    if (is_injective_) {
+      knowledge.add_cycle(text, *foresight_.cycle);
+    } else {
+      knowledge.add({text}, sources::the_record, uniqueness_.different);
+    }
+  }
+  std::string_view doubt() const override {
+    return is_repeated_ ? "repeats" : is_injective_ ? "comes again" : "may have equal values";
   }
 
  private:
   std::shared_ptr<EngineRecords> records_;
   std::size_t field_;
-  std::uint64_t most_texts_ = sources::endless;
-  std::uint64_t different_ = 1;
+  sources::Foresight foresight_;
+  sources::Uniqueness uniqueness_;
+  bool is_repeated_ = false;
+  bool is_injective_ = false;
   Decoder decoder_;
 };
 
 // What is known of an item's values as long as a way leads through them.
 class ItemSource : public sources::Source {
  public:
-  explicit ItemSource(const ItemFacts& facts)
+  ItemSource(const ItemGenerator& item, const ItemFacts& facts, std::int32_t layout_kind)
       : period_(facts.has_end() ? facts.end : facts.period),
-        distinct_(facts.distinct.value_or(sources::endless)) {}
+        foresight_(foresight_of(item, facts, layout_kind)),
+        uniqueness_(host::uniqueness_of(facts)) {}
 
   std::optional<std::uint64_t> period() const override { return period_; }
-  std::uint64_t most_texts() const override { return distinct_; }
-  void tell(sources::Knowledge& knowledge, sources::Thing text, sources::Thing index,
-            std::uint64_t records) const override {
-    if (distinct_ == period_) knowledge.add({text}, index, records);
-  }
+  sources::Foresight foresight() const override { return foresight_; }
+  sources::Uniqueness uniqueness() const override { return uniqueness_; }
+  std::string_view doubt() const override { return "may have equal values"; }
 
  protected:
   Decoder decoder_;
 
  private:
   std::optional<std::uint64_t> period_;
-  std::uint64_t distinct_;  // texts in a period
+  sources::Foresight foresight_;
+  sources::Uniqueness uniqueness_;
 };
 
 class CourseSource : public ItemSource {
  public:
-  CourseSource(const ItemFacts& facts, ItemCourse course)
-      : ItemSource(facts), course_(std::move(course)) {
+  CourseSource(const ItemGenerator& item, const ItemFacts& facts, std::int32_t layout_kind,
+               ItemCourse course)
+      : ItemSource(item, facts, layout_kind), course_(std::move(course)) {
     for (const auto& element : course_.elements()) cursors_.emplace_back(*element);
   }
 
@@ -102,8 +187,8 @@ class CourseSource : public ItemSource {
 
 class EnumerationSource : public ItemSource {
  public:
-  EnumerationSource(const ItemFacts& facts, const ClEnumDataList& values)
-      : ItemSource(facts), cursor_(values) {}
+  EnumerationSource(const ItemGenerator& item, const ItemFacts& facts, std::int32_t layout_kind)
+      : ItemSource(item, facts, layout_kind), cursor_(*item.enumeration()) {}
 
   void append(std::uint64_t index, std::string& out) override {
     cursor_.seek(static_cast<std::int32_t>(index));
@@ -135,15 +220,15 @@ std::unique_ptr<sources::Source> make_engine_source(std::shared_ptr<EngineRecord
 }
 
 std::unique_ptr<sources::Source> make_course_source(const ItemGenerator& item,
-                                                    const ClFmtColInf& column,
                                                     std::int32_t layout_kind) {
   if (!item.cycle()) return nullptr;
   const ItemFacts facts = item.facts();
   if (!facts.has_end() && !facts.period) return nullptr;
-  if (const ClEnumDataList* values = item.enumeration()) {
-    return std::make_unique<EnumerationSource>(facts, *values);
+  if (item.enumeration() != nullptr) {
+    return std::make_unique<EnumerationSource>(item, facts, layout_kind);
   }
-  return std::make_unique<CourseSource>(facts, *ItemCourse::of(column, layout_kind));
+  return std::make_unique<CourseSource>(item, facts, layout_kind,
+                                        *ItemCourse::of(item.column(), layout_kind));
 }
 
 }  // namespace korvex::host

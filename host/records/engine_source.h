@@ -10,7 +10,6 @@
 #include "host/sources/source.h"
 #include "host/text/code_page_text.h"
 #include "run/run.h"
-#include "settings/col_inf.h"
 
 // The values that the engine makes, as sources in UTF-8.
 namespace korvex::host {
@@ -30,6 +29,9 @@ class EngineRecords {
   // In code page 932, valid until another record is asked for.
   std::string_view value(std::uint64_t record, std::size_t field);
 
+  const ItemGenerator& item(std::size_t field) const { return *run_.fields()[field]; }
+  std::int32_t layout_kind() const { return layout_kind_; }
+
  private:
   Run& run_;
   std::int32_t layout_kind_;
@@ -45,7 +47,6 @@ std::unique_ptr<sources::Source> make_engine_source(std::shared_ptr<EngineRecord
 // The values of an item by their places in its course or list, for ways of their own. Null where
 // nothing tells how many there are. The item must outlive the source.
 std::unique_ptr<sources::Source> make_course_source(const ItemGenerator& item,
-                                                    const ClFmtColInf& column,
                                                     std::int32_t layout_kind);
 
 }  // namespace korvex::host

@@ -111,7 +111,7 @@ std::unique_ptr<FieldSources::Values> FieldSources::look_for_course(std::size_t 
   auto found = std::make_unique<Values>();
   if (plan_.column(i) != nullptr) {
     const ItemGenerator& generator = *run_.fields()[plan_.engine_field(i)];
-    found->source = make_course_source(generator, *plan_.column(i), plan_.layout().kind);
+    found->source = make_course_source(generator, plan_.layout().kind);
   }
   if (found->source == nullptr) {
     plan_.report(

@@ -19,8 +19,8 @@ class ChildrenSource : public Source {
       : children_(children), pause_(rules.pause) {}
 
   std::optional<std::uint64_t> period() const final { return std::nullopt; }
-  std::uint64_t most_texts() const override { return endless; }
-  void tell(Knowledge&, Thing, Thing, std::uint64_t) const final {}
+  Foresight foresight() const override { return {}; }
+  std::string_view doubt() const final { return "is computed from other records"; }
 
  protected:
   // Hands over the value of each child that has one; an empty one where the children are counted.
@@ -37,7 +37,8 @@ class ChildrenSource : public Source {
     }
   }
 
-  std::uint64_t most_children() const { return children_.groups->most(); }
+  std::uint64_t most_children() const { return children_.groups->largest().most; }
+  Count values() const { return children_.field->foresight().values; }
 
  private:
   Children children_;
@@ -74,10 +75,11 @@ class CountSource : public ChildrenSource {
     out.append(digits.data(), end.ptr);
   }
 
-  std::uint64_t most_texts() const override { return sum(most_children(), 1); }
-
-  TextShape shape() const override {
-    return {.never_empty = true, .size = {}, .only_digits = true};
+  Foresight foresight() const override {
+    Foresight foresight;
+    foresight.shape = {.never_empty = true, .size = {}, .only_digits = true};
+    foresight.values.most = sum(most_children(), 1);
+    return foresight;
   }
 };
 
@@ -113,6 +115,12 @@ class ExtremeSource : public ChildrenSource {
       extreme.emplace(text_);
     });
     if (extreme) out += text_;
+  }
+
+  Foresight foresight() const override {
+    Foresight foresight;
+    foresight.values.most = values().most;
+    return foresight;
   }
 
  private:

@@ -15,6 +15,11 @@ class EmptyShare : public Emptiness {
       : shares_(key, ways::Proportions::of_share(share), records) {}
 
   bool is_empty(std::uint64_t record) override { return shares_.category_of(record) == 0; }
+  Count records() const override { return Count::of(shares_.count(0)); }
+  std::optional<Cycle> cycle() const override {
+    if (shares_.count(0) == 0 || shares_.count(1) == 0) return Cycle();
+    return std::nullopt;
+  }
 
  private:
   ways::ExactShares shares_;
@@ -25,6 +30,8 @@ class EmptyWith : public Emptiness {
   explicit EmptyWith(Field& other) : other_(other) {}
 
   bool is_empty(std::uint64_t record) override { return !other_.text(record); }
+  Count records() const override { return other_.foresight().empty; }
+  std::optional<Cycle> cycle() const override { return other_.foresight().cycle; }
 
  private:
   Field& other_;
@@ -41,6 +48,8 @@ class EmptyUnless : public Emptiness {
     const std::optional<std::string_view> text = other_.text(record);
     return !text || !std::binary_search(texts_.begin(), texts_.end(), *text);
   }
+  Count records() const override { return {other_.foresight().empty.least, endless}; }
+  std::optional<Cycle> cycle() const override { return other_.foresight().cycle; }
 
  private:
   Field& other_;

@@ -2,9 +2,11 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "host/sources/foresight.h"
 #include "host/ways/fraction.h"
 #include "host/ways/key.h"
 
@@ -18,6 +20,12 @@ class Emptiness {
   virtual ~Emptiness() = default;
 
   virtual bool is_empty(std::uint64_t record) = 0;
+
+  // How many of all records it leaves empty.
+  virtual Count records() const = 0;
+
+  // Of the records that it leaves empty; nothing where none is known.
+  virtual std::optional<Cycle> cycle() const = 0;
 };
 
 // An exact share of all records: at most 1.

@@ -26,21 +26,83 @@ bool Field::make_text(std::uint64_t record) {
   return !text_.empty();
 }
 
-TextShape Field::shape() const {
-  TextShape shape = source_->shape();
-  shape.never_empty = shape.never_empty && emptiness_.empty() && way_->records() == endless;
-  return shape;
+const Foresight& Field::foresight() const {
+  if (!foresight_) foresight_ = foresee();
+  return *foresight_;
 }
 
-std::uint64_t Field::most_values() const {
-  const std::uint64_t texts = std::min(source_->most_texts(), way_->indices());
-  return sum(texts, shape().never_empty ? 0 : 1);
+// Of the source's texts, as the way takes them.
+Foresight Field::foresee_on_way() const {
+  const std::uint64_t period = *source_->period();
+  const Count indices = way_->indices();
+  Foresight field = source_->foresight();
+  if (indices.least < period) {
+    // Which of the texts are taken is unknown, unless they all differ.
+    const bool differ = source_->uniqueness().different >= period && field.shape.never_empty;
+    field.values = {differ ? indices.least : 0, std::min(field.values.most, indices.most)};
+  }
+  field.all_after = way_->all_after();
+  field.cycle = way_->cycle();
+  field.follows = way_.get();
+  return field;
 }
 
-// Nothing follows from a text that may be missing: so it may be in several records.
+Foresight Field::foresee() const {
+  Foresight field = source_->period() ? foresee_on_way() : source_->foresight();
+  field.shape.never_empty = field.shape.never_empty && way_->records() == endless;
+  field.empty = {0, field.shape.never_empty ? 0 : endless};
+  for (const std::unique_ptr<Emptiness>& emptiness : emptiness_) {
+    const Count records = emptiness->records();
+    field.empty = {std::max(field.empty.least, records.least), sum(field.empty.most, records.most)};
+    const std::optional<Cycle> cycle = emptiness->cycle();
+    field.cycle =
+        cycle && field.cycle ? std::optional(common_cycle(*cycle, *field.cycle)) : std::nullopt;
+    field.follows = nullptr;
+  }
+  if (field.empty.most > 0) field.shape.never_empty = false;
+  // Emptiness may hide values.
+  if (!emptiness_.empty() && field.empty.most > 0) {
+    field.values.least = 0;
+    field.all_after = endless;
+  }
+  return field;
+}
+
+// Whether records with the same text have the same index. Those without a text have none of the
+// indices, or are one record.
+bool Field::tells_index() const {
+  const Foresight& field = foresight();
+  return emptiness_.empty() || (field.empty.most <= 1 && source_->foresight().shape.never_empty &&
+                                way_->records() == endless);
+}
+
 void Field::tell(Knowledge& knowledge) const {
+  if (!knowledge.is_new(thing()) || !tells_index()) return;
+  if (!source_->period()) {
+    source_->tell(knowledge, thing());
+    return;
+  }
   way_->tell(knowledge);
-  if (emptiness_.empty()) source_->tell(knowledge, thing(), way_->thing(), way_->records());
+  const std::uint64_t different = source_->uniqueness().different;
+  const bool is_end_seen = source_->foresight().shape.never_empty || way_->records() == endless;
+  if (different >= *source_->period()) {
+    knowledge.add({thing()}, way_->thing(), is_end_seen ? endless : way_->records());
+  } else if (way_->is_in_order()) {
+    knowledge.add({thing()}, the_record, different);
+  }
+}
+
+std::uint64_t Field::first_repeated() const {
+  const bool is_in_order = emptiness_.empty() && way_->is_in_order();
+  const std::uint64_t repeated = is_in_order ? source_->uniqueness().repeated : endless;
+  // Beyond its indices the way decides what comes.
+  return repeated < source_->period().value_or(endless) ? repeated : endless;
+}
+
+std::string Field::doubt() const {
+  if (!tells_index()) return "is empty in some records";
+  const bool has_doubt = !source_->period() || source_->uniqueness().different < *source_->period();
+  return has_doubt ? std::string(source_->doubt()) : way_->doubt();
 }
 
 }  // namespace korvex::sources

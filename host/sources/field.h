@@ -24,32 +24,40 @@ class Field {
   // With several, a record is empty where any of them says so.
   void add_emptiness(std::unique_ptr<Emptiness> emptiness) {
     emptiness_.push_back(std::move(emptiness));
+    foresight_.reset();
   }
 
   // The text of a record; nothing where it has no value. Stands until the next record is asked for:
   // until then it costs nothing to ask again. Empty or not, a record uses up its index.
   std::optional<std::string_view> text(std::uint64_t record);
 
-  // What all its texts have in common. Never empty means that every record has a value.
-  TextShape shape() const;
+  // Found out when it is asked for the first time.
+  const Foresight& foresight() const;
 
-  // There are no more different values; having none counts as one.
-  std::uint64_t most_values() const;
-
-  const Way& way() const { return *way_; }
-  bool has_emptiness() const { return !emptiness_.empty(); }
+  // No more records than these are all different, as far as one text after the other can tell.
+  std::uint64_t first_repeated() const;
 
   // What follows from the text, from the index, and from the fields that this one is made of.
   void tell(Knowledge& knowledge) const;
+
+  // Why the record does not follow from the text: "is ...". Asked only where it does not.
+  std::string doubt() const;
+
+  const Source& source() const { return *source_; }
+  const Way& way() const { return *way_; }
 
   Thing thing() const { return {this}; }
 
  private:
   bool make_text(std::uint64_t record);
+  Foresight foresee() const;
+  Foresight foresee_on_way() const;
+  bool tells_index() const;
 
   std::unique_ptr<Source> source_;
   std::shared_ptr<Way> way_;
   std::vector<std::unique_ptr<Emptiness>> emptiness_;
+  mutable std::optional<Foresight> foresight_;
   std::optional<std::uint64_t> latest_record_;
   bool has_value_ = false;
   std::string text_;

@@ -41,9 +41,17 @@ class Groups {
     return tree() != nullptr ? tree()->end_of_parents() : sizes().parents();
   }
 
-  // No group has more records.
-  std::uint64_t most() const {
-    return tree() != nullptr ? tree()->most_children() : sizes().most();
+  // Those that have a parent, and the first one of a tree.
+  std::uint64_t records() const {
+    return tree() != nullptr ? tree()->records() : sizes().records();
+  }
+
+  // How many records the largest group has, and how many parents have any.
+  ways::Count largest() const {
+    return tree() != nullptr ? tree()->most_children() : sizes().largest();
+  }
+  ways::Count parents_with_records() const {
+    return tree() != nullptr ? ways::Count::of(parents()) : sizes().parents_with_records();
   }
 
   // Whether every record has a parent.
@@ -55,8 +63,9 @@ class Groups {
   // A record is known by its parent and its place among that parent's records: who has neither is
   // the first one of a tree.
   void tell(Knowledge& knowledge) const {
+    if (!knowledge.is_new(parent_thing())) return;
     knowledge.add({parent_thing(), line_thing()}, the_record);
-    if (have_all() && most() <= 1) knowledge.add({}, line_thing());
+    if (have_all() && largest().most <= 1) knowledge.add({}, line_thing());
   }
 
  private:

@@ -17,18 +17,31 @@ class KeySource : public Source {
 
   std::optional<std::uint64_t> period() const override { return records_; }
 
-  std::uint64_t most_texts() const override { return std::min(records_, field_.most_values()); }
-
-  void tell(Knowledge& knowledge, Thing text, Thing index, std::uint64_t records) const override {
-    const Field* const field = &field_;
-    if (uniqueness_of({&field, 1}).different >= records_) knowledge.add({text}, index, records);
+  Foresight foresight() const override {
+    Foresight foresight = field_.foresight();
+    const std::uint64_t different = uniqueness().different;
+    if (different >= records_ && foresight.shape.never_empty) {
+      foresight.values = Count::of(records_);
+    } else if (records_ < foresight.all_after) {
+      foresight.values = {0, std::min(records_, foresight.values.most)};
+    }
+    return foresight;
   }
 
-  TextShape shape() const override { return field_.shape(); }
+  Uniqueness uniqueness() const override {
+    if (!uniqueness_) {
+      const Field* const field = &field_;
+      uniqueness_ = uniqueness_of({&field, 1}, records_);
+    }
+    return *uniqueness_;
+  }
+
+  std::string_view doubt() const override { return "points to values that may be equal"; }
 
  private:
   Field& field_;
   std::uint64_t records_;
+  mutable std::optional<Uniqueness> uniqueness_;
 };
 
 }  // namespace

@@ -1,6 +1,9 @@
 #include "host/sources/knowledge.h"
 
 #include <algorithm>
+#include <map>
+#include <optional>
+#include <utility>
 
 namespace korvex::sources {
 namespace {
@@ -9,31 +12,19 @@ namespace {
 class Reached {
  public:
   std::uint64_t records(const Thing& thing) const {
-    const auto found = find(thing);
+    const auto found = things_.find(thing);
     return found == things_.end() ? 0 : found->second;
   }
 
   // Whether that is more than was reached before.
   bool raise(const Thing& thing, std::uint64_t records) {
     if (records <= this->records(thing)) return false;
-    const auto found = find(thing);
-    if (found == things_.end()) {
-      things_.emplace_back(thing, records);
-    } else {
-      things_[static_cast<std::size_t>(found - things_.begin())].second = records;
-    }
+    things_[thing] = records;
     return true;
   }
 
  private:
-  using Things = std::vector<std::pair<Thing, std::uint64_t>>;
-
-  Things::const_iterator find(const Thing& thing) const {
-    return std::find_if(things_.begin(), things_.end(),
-                        [&](const auto& reached) { return reached.first == thing; });
-  }
-
-  Things things_;
+  std::map<Thing, std::uint64_t> things_;
 };
 
 }  // namespace
@@ -44,7 +35,7 @@ void Knowledge::add(std::vector<Thing> from, Thing to, std::uint64_t records) {
 
 // Each pass applies all rules, until none reaches further. What a thing is reached with is the
 // number of some rule, so that this ends.
-std::uint64_t Knowledge::records_where(const std::vector<Thing>& known, Thing wanted) const {
+std::uint64_t Knowledge::records_told_by(const std::vector<Thing>& known) const {
   Reached reached;
   for (const Thing& thing : known) reached.raise(thing, endless);
   for (bool is_further = true; is_further;) {
@@ -55,7 +46,22 @@ std::uint64_t Knowledge::records_where(const std::vector<Thing>& known, Thing wa
       is_further = reached.raise(rule.to, records) || is_further;
     }
   }
-  return reached.records(wanted);
+  // Cycles side by side tell a record apart for as long as their common one. The further the
+  // records go, the fewer of them are known.
+  std::vector<std::pair<std::uint64_t, Cycle>> cycles;
+  for (const ThingInCycle& in_cycle : cycles_) {
+    const std::uint64_t records = reached.records(in_cycle.thing);
+    if (records > 0) cycles.emplace_back(records, in_cycle.cycle);
+  }
+  std::sort(cycles.begin(), cycles.end(),
+            [](const auto& left, const auto& right) { return left.first > right.first; });
+  std::uint64_t told = reached.records(the_record);
+  Cycle common;
+  for (const auto& [records, cycle] : cycles) {
+    common = common_cycle(common, cycle);
+    told = std::max(told, std::min(records, common.length()));
+  }
+  return told;
 }
 
 }  // namespace korvex::sources

@@ -1,14 +1,14 @@
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
-#include <utility>
+#include <set>
 #include <vector>
 
-namespace korvex::sources {
+#include "host/sources/foresight.h"
 
-constexpr std::uint64_t endless = std::numeric_limits<std::uint64_t>::max();
+namespace korvex::sources {
 
 // Something that each record has one of: the text of a field, an index, a parent, its own number.
 // It is known by an object of the plan, and by a number where that object stands for several.
@@ -16,7 +16,7 @@ struct Thing {
   const void* owner = nullptr;
   std::size_t part = 0;
 
-  bool operator==(const Thing&) const = default;
+  auto operator<=>(const Thing&) const = default;
 };
 
 // The record's own number: who knows it knows the record.
@@ -26,12 +26,19 @@ inline constexpr Thing the_record;
 // is nothing else than that the record itself follows.
 class Knowledge {
  public:
+  // Whether the thing has yet to tell what follows from it, and what it follows from. It is asked
+  // once: many fields may be made of one.
+  bool is_new(const Thing& thing) { return told_.insert(thing).second; }
+
   // `to` follows from all of `from` together, among the first `records` records.
   void add(std::vector<Thing> from, Thing to, std::uint64_t records = endless);
 
-  // Among how many first records `wanted` follows from what is known, as far as the rules tell; 0
+  // Records with the same thing are the same, or both in the cycle and whole periods apart.
+  void add_cycle(Thing thing, Cycle cycle) { cycles_.push_back({thing, cycle}); }
+
+  // Among how many first records the record follows from what is known, as far as the rules tell; 0
   // when it does not follow.
-  std::uint64_t records_where(const std::vector<Thing>& known, Thing wanted) const;
+  std::uint64_t records_told_by(const std::vector<Thing>& known) const;
 
  private:
   struct Rule {
@@ -40,7 +47,14 @@ class Knowledge {
     std::uint64_t records;
   };
 
+  struct ThingInCycle {
+    Thing thing;
+    Cycle cycle;
+  };
+
+  std::set<Thing> told_;
   std::vector<Rule> rules_;
+  std::vector<ThingInCycle> cycles_;
 };
 
 }  // namespace korvex::sources

@@ -20,16 +20,21 @@ class LineSource : public Source {
   }
 
   std::optional<std::uint64_t> period() const override { return std::nullopt; }
-  std::uint64_t most_texts() const override { return groups_->most(); }
 
-  void tell(Knowledge& knowledge, Thing text, Thing, std::uint64_t records) const override {
+  Foresight foresight() const override {
+    Foresight foresight;
+    foresight.shape = {.never_empty = groups_->have_all(), .size = {}, .only_digits = true};
+    foresight.values = groups_->largest();
+    foresight.all_after = groups_->records();
+    return foresight;
+  }
+
+  void tell(Knowledge& knowledge, Thing text) const override {
     groups_->tell(knowledge);
-    knowledge.add({text}, groups_->line_thing(), records);
+    knowledge.add({text}, groups_->line_thing());
   }
 
-  TextShape shape() const override {
-    return {.never_empty = groups_->have_all(), .size = {}, .only_digits = true};
-  }
+  std::string_view doubt() const override { return "counts anew in each group"; }
 
  private:
   std::shared_ptr<Groups> groups_;

@@ -27,17 +27,28 @@ class OffsetSource : public Source {
 
   std::optional<std::uint64_t> period() const override { return std::nullopt; }
 
-  std::uint64_t most_texts() const override {
+  Foresight foresight() const override {
+    const Foresight& of = of_.foresight();
+    Foresight foresight;
     const std::uint64_t others =
         static_cast<std::uint64_t>(distance_.most) - static_cast<std::uint64_t>(distance_.least);
-    return product(of_.most_values(), sum(others, 1));
+    foresight.values.most = product(of.values.most, sum(others, 1));
+    if (is_fixed()) {
+      foresight.cycle = of.cycle;
+      foresight.follows = of.follows;
+    }
+    return foresight;
   }
 
-  // Two texts of the other field may be one number, so that nothing follows even from a fixed
-  // distance.
-  void tell(Knowledge&, Thing, Thing, std::uint64_t) const override {}
+  // Two texts of the other field may be one number, so that its text does not even follow from a
+  // fixed distance.
+  std::string_view doubt() const override {
+    return is_fixed() ? "may be the same for several values" : "is drawn between two ends";
+  }
 
  private:
+  bool is_fixed() const { return distance_.least == distance_.most; }
+
   Field& of_;
   std::unique_ptr<Scale> scale_;
   ways::Key key_;

@@ -1,22 +1,13 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "host/sources/knowledge.h"
 
 namespace korvex::sources {
-
-// What all texts of a source have in common. It decides whether a text that is made of several can
-// be taken apart again.
-struct TextShape {
-  bool never_empty = false;         // every index has a text
-  std::optional<std::size_t> size;  // bytes, of every text
-  bool only_digits = false;         // every text consists of ASCII digits
-  bool no_digits = false;           // no text has one
-};
 
 // Texts in UTF-8 by their index. Of one thread.
 class Source {
@@ -31,13 +22,19 @@ class Source {
   // the record's number.
   virtual std::optional<std::uint64_t> period() const = 0;
 
-  // There are no more different texts.
-  virtual std::uint64_t most_texts() const = 0;
+  // What is known of the texts if their indices are taken one after the other. Emptiness is counted
+  // by `never_empty` alone, and a source with a period need not tell its cycle.
+  virtual Foresight foresight() const = 0;
 
-  // What follows from the text, among the first `records` records, which have an index.
-  virtual void tell(Knowledge&, Thing text, Thing index, std::uint64_t records) const = 0;
+  // For how long the texts differ, one after the other.
+  virtual Uniqueness uniqueness() const { return {}; }
 
-  virtual TextShape shape() const { return {}; }
+  // What follows from the text beyond its index, and what it follows from.
+  virtual void tell(Knowledge&, Thing /*text*/) const {}
+
+  // Why the index, or the record, does not follow from the text: "is ...". Asked only where it does
+  // not.
+  virtual std::string_view doubt() const = 0;
 };
 
 }  // namespace korvex::sources

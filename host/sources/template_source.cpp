@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "host/sources/saturating.h"
+#include "host/sources/uniqueness.h"
 
 namespace korvex::sources {
 namespace {
@@ -32,11 +32,14 @@ class TemplateSource : public Source {
 
   std::optional<std::uint64_t> period() const override { return std::nullopt; }
 
-  std::uint64_t most_texts() const override;
-  void tell(Knowledge& knowledge, Thing text, Thing index, std::uint64_t records) const override;
-  TextShape shape() const override;
+  Foresight foresight() const override;
+  void tell(Knowledge& knowledge, Thing text) const override;
+  std::string_view doubt() const override { return "cannot be taken apart into items that differ"; }
 
  private:
+  // The field that alone decides the text, and can be told from it; null for any other template.
+  const Field* only_field() const;
+  TextShape shape() const;
   static void append_filtered(std::string_view text, const std::vector<Filter>& filters,
                               std::string& out) {
     if (filters.empty()) {
@@ -60,7 +63,7 @@ struct PartShape {
 
 PartShape shape_of(const ComposedPart& part) {
   if (part.field == nullptr) return {};
-  PartShape shape = {true, part.filters.empty(), part.field->shape()};
+  PartShape shape = {true, part.filters.empty(), part.field->foresight().shape};
   // Filters leave digits alone. Of other letters they may change the size, and make digits of
   // others.
   shape.is_unchanged = shape.is_unchanged || shape.text.only_digits;
@@ -94,19 +97,42 @@ bool ends_digits_after(const std::vector<ComposedPart>& parts, const std::vector
   return shapes[i + 1].text.never_empty && shapes[i + 1].text.no_digits;
 }
 
-std::uint64_t TemplateSource::most_texts() const {
-  std::uint64_t texts = 1;
-  for (const ComposedPart& part : parts_) {
-    if (part.field != nullptr) texts = product(texts, part.field->most_values());
-  }
-  return texts;
+const Field* TemplateSource::only_field() const {
+  const bool is_single = parts_.size() == 1 || (parts_.size() == 2 && !parts_.back().field);
+  return is_single && parts_.front().filters.empty() ? parts_.front().field : nullptr;
 }
 
-void TemplateSource::tell(Knowledge& knowledge, Thing text, Thing, std::uint64_t records) const {
-  const std::vector<bool> recoverable = recoverable_parts(parts_);
+Foresight TemplateSource::foresight() const {
+  std::vector<const Field*> fields;
+  for (const ComposedPart& part : parts_) {
+    if (part.field != nullptr) fields.push_back(part.field);
+  }
+  Foresight foresight;
+  foresight.shape = shape();
+  if (const Field* field = only_field()) {
+    foresight.values = field->foresight().values;
+    foresight.all_after = field->foresight().all_after;
+  } else {
+    foresight.values.most = most_combinations(fields);
+  }
+  foresight.cycle = Cycle();
+  if (!fields.empty()) foresight.follows = fields.front()->foresight().follows;
+  for (const Field* field : fields) {
+    const Foresight& part = field->foresight();
+    foresight.cycle = part.cycle && foresight.cycle
+                          ? std::optional(common_cycle(*part.cycle, *foresight.cycle))
+                          : std::nullopt;
+    if (part.follows != foresight.follows) foresight.follows = nullptr;
+  }
+  return foresight;
+}
+
+void TemplateSource::tell(Knowledge& knowledge, Thing text) const {
+  std::vector<bool> recoverable = recoverable_parts(parts_);
+  if (only_field() != nullptr) recoverable.front() = true;
   for (std::size_t i = 0; i < parts_.size(); ++i) {
     if (!recoverable[i]) continue;
-    knowledge.add({text}, parts_[i].field->thing(), records);
+    knowledge.add({text}, parts_[i].field->thing());
     parts_[i].field->tell(knowledge);
   }
 }

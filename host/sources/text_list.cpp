@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cassert>
+#include <span>
+#include <unordered_set>
 #include <utility>
 
 #include "platform/text_lines.h"
@@ -22,25 +24,35 @@ class ListSource : public Source {
 
   std::optional<std::uint64_t> period() const override { return list_.size(); }
 
-  std::uint64_t most_texts() const override {
-    if (!different_) different_ = list_.count_different();
-    return *different_;
+  Foresight foresight() const override {
+    if (!foresight_) foresight_ = list_.foresight();
+    return *foresight_;
   }
 
-  void tell(Knowledge& knowledge, Thing text, Thing index, std::uint64_t records) const override {
-    if (most_texts() == list_.size()) knowledge.add({text}, index, records);
+  Uniqueness uniqueness() const override {
+    if (!uniqueness_) uniqueness_ = list_.uniqueness();
+    return *uniqueness_;
   }
 
-  TextShape shape() const override {
-    if (!shape_) shape_ = list_.shape();
-    return *shape_;
-  }
+  std::string_view doubt() const override { return "has equal values"; }
 
  private:
   TextList list_;
-  mutable std::optional<std::size_t> different_;
-  mutable std::optional<TextShape> shape_;
+  mutable std::optional<Foresight> foresight_;
+  mutable std::optional<Uniqueness> uniqueness_;
 };
+
+TextShape shape_of(std::span<const std::string_view> texts) {
+  TextShape shape = {
+      .never_empty = true, .size = texts.front().size(), .only_digits = true, .no_digits = true};
+  for (const std::string_view text : texts) {
+    if (text.empty()) return {};
+    if (text.size() != shape.size) shape.size.reset();
+    shape.only_digits = shape.only_digits && std::all_of(text.begin(), text.end(), is_digit);
+    shape.no_digits = shape.no_digits && std::none_of(text.begin(), text.end(), is_digit);
+  }
+  return shape;
+}
 
 }  // namespace
 
@@ -68,24 +80,23 @@ ways::Result<TextList> TextList::of_lines(std::string content) {
   return TextList(owner, std::move(lines));
 }
 
-std::size_t TextList::count_different() const {
+Foresight TextList::foresight() const {
   std::vector<std::string_view> sorted = *texts_;
   std::sort(sorted.begin(), sorted.end());
   const auto end = std::unique(sorted.begin(), sorted.end());
   const bool has_empty = !sorted.empty() && sorted.front().empty();
-  return static_cast<std::size_t>(end - sorted.begin()) - has_empty;
+  Foresight foresight;
+  foresight.shape = shape_of(*texts_);
+  foresight.values = Count::of(static_cast<std::size_t>(end - sorted.begin()) - has_empty);
+  return foresight;
 }
 
-TextShape TextList::shape() const {
-  TextShape shape = {
-      .never_empty = true, .size = texts_->front().size(), .only_digits = true, .no_digits = true};
+Uniqueness TextList::uniqueness() const {
+  std::unordered_set<std::string_view> met;
   for (const std::string_view text : *texts_) {
-    if (text.empty()) return {};
-    if (text.size() != shape.size) shape.size.reset();
-    shape.only_digits = shape.only_digits && std::all_of(text.begin(), text.end(), is_digit);
-    shape.no_digits = shape.no_digits && std::none_of(text.begin(), text.end(), is_digit);
+    if (!met.insert(text).second) return {met.size(), met.size()};
   }
-  return shape;
+  return {met.size(), endless};
 }
 
 std::unique_ptr<Source> make_list_source(TextList list) {

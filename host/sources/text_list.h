@@ -27,10 +27,9 @@ class TextList {
   std::size_t size() const { return texts_->size(); }
   std::string_view operator[](std::size_t i) const { return (*texts_)[i]; }
 
-  // How many different texts there are, without the empty one. Sorts them all.
-  std::size_t count_different() const;
-
-  TextShape shape() const;
+  // What is known of them, one after the other. Looks at them all.
+  Foresight foresight() const;
+  Uniqueness uniqueness() const;
 
  private:
   std::shared_ptr<const void> owner_;

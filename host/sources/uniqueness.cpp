@@ -1,61 +1,90 @@
 #include "host/sources/uniqueness.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 #include <vector>
-
-#include "host/sources/saturating.h"
 
 namespace korvex::sources {
 namespace {
 
-// Fields that share a way.
+// Fields that nothing but one way decides.
 struct Followers {
   const Way* way;
   std::uint64_t combinations;  // of their values
-  bool is_by_index;            // nothing but the index decides what they are
 };
 
-// There are no more than there are indices, and one for records without any.
-std::uint64_t most_combinations(const Followers& followers) {
-  if (!followers.is_by_index) return followers.combinations;
-  const bool may_end = followers.way->records() != endless;
-  return std::min(followers.combinations, sum(followers.way->indices(), may_end ? 1 : 0));
+std::uint64_t values_and_none(const Foresight& field) {
+  return sum(field.values.most, field.shape.never_empty ? 0 : 1);
 }
 
-std::uint64_t most_combinations(std::span<const Field* const> fields) {
-  std::vector<Followers> all;
+// Whether two of all records are the same for certain, whatever their number.
+bool comes_twice(std::span<const Field* const> fields) {
+  if (fields.empty()) return false;
+  const Foresight& first = fields.front()->foresight();
+  if (fields.size() == 1 && first.empty.least > 1) return true;
+  return first.follows != nullptr && first.follows->comes_twice() &&
+         std::all_of(fields.begin(), fields.end(), [&](const Field* field) {
+           return field->foresight().follows == first.follows;
+         });
+}
+
+std::optional<Cycle> common_cycle(std::span<const Field* const> fields) {
+  Cycle common;
   for (const Field* field : fields) {
-    const auto found = std::find_if(all.begin(), all.end(), [&](const Followers& followers) {
-      return followers.way == &field->way();
-    });
-    const std::uint64_t values = field->most_values();
-    if (found == all.end()) {
-      all.push_back({&field->way(), values, !field->has_emptiness()});
-    } else {
-      found->combinations = product(found->combinations, values);
-      found->is_by_index = found->is_by_index && !field->has_emptiness();
-    }
+    const std::optional<Cycle>& cycle = field->foresight().cycle;
+    if (!cycle) return std::nullopt;
+    common = common_cycle(common, *cycle);
   }
-  std::uint64_t combinations = 1;
-  for (const Followers& followers : all) {
-    combinations = product(combinations, most_combinations(followers));
-  }
-  return combinations;
+  return common;
 }
 
 }  // namespace
 
-Uniqueness uniqueness_of(std::span<const Field* const> fields) {
+// Fields of one way have no more combinations than it has indices, and one for records without any.
+std::uint64_t most_combinations(std::span<const Field* const> fields) {
+  std::vector<Followers> all;
+  std::uint64_t combinations = 1;
+  for (const Field* field : fields) {
+    const Foresight& foresight = field->foresight();
+    const std::uint64_t values = values_and_none(foresight);
+    const auto found = std::find_if(all.begin(), all.end(), [&](const Followers& followers) {
+      return followers.way == foresight.follows;
+    });
+    if (foresight.follows == nullptr) {
+      combinations = product(combinations, values);
+    } else if (found == all.end()) {
+      all.push_back({foresight.follows, values});
+    } else {
+      found->combinations = product(found->combinations, values);
+    }
+  }
+  for (const Followers& followers : all) {
+    const bool may_end = followers.way->records() != endless;
+    combinations = product(
+        combinations,
+        std::min(followers.combinations, sum(followers.way->indices().most, may_end ? 1 : 0)));
+  }
+  return combinations;
+}
+
+Uniqueness uniqueness_of(std::span<const Field* const> fields, std::uint64_t records) {
   Knowledge knowledge;
   std::vector<Thing> known;
   for (const Field* field : fields) {
     field->tell(knowledge);
     known.push_back(field->thing());
   }
-  Uniqueness uniqueness;
-  uniqueness.different = std::max<std::uint64_t>(1, knowledge.records_where(known, the_record));
-  uniqueness.repeated = std::max(uniqueness.different, most_combinations(fields));
+  Uniqueness uniqueness = {1, most_combinations(fields)};
+  uniqueness.different = std::max(uniqueness.different, knowledge.records_told_by(known));
+  if (const std::optional<Cycle> cycle = common_cycle(fields)) {
+    uniqueness.repeated = std::min(uniqueness.repeated, cycle->length());
+  }
+  if (fields.size() == 1) {
+    uniqueness.repeated = std::min(uniqueness.repeated, fields.front()->first_repeated());
+  }
+  if (comes_twice(fields)) uniqueness.repeated = std::min(uniqueness.repeated, records - 1);
+  uniqueness.repeated = std::max(uniqueness.repeated, uniqueness.different);
   return uniqueness;
 }
 

@@ -7,15 +7,11 @@
 
 namespace korvex::sources {
 
-// For how long records differ in a set of fields.
-struct Uniqueness {
-  // So many records from the first on are all different, for certain. At least 1.
-  std::uint64_t different = 1;
-  // No more records than these are all different, for certain; endless where nothing is known.
-  std::uint64_t repeated = endless;
-};
+// There are no more different combinations of the fields' values; having none counts as one.
+std::uint64_t most_combinations(std::span<const Field* const> fields);
 
-// Without making a record. Never too optimistic: where it can't be told, the two numbers differ.
-Uniqueness uniqueness_of(std::span<const Field* const> fields);
+// For how long records differ in a set of fields, of so many records in all. Without making one.
+// Never too optimistic: where it can't be told, the two numbers differ.
+Uniqueness uniqueness_of(std::span<const Field* const> fields, std::uint64_t records);
 
 }  // namespace korvex::sources

@@ -1,5 +1,6 @@
 #include "host/sources/way.h"
 
+#include <algorithm>
 #include <cassert>
 #include <utility>
 
@@ -11,7 +12,8 @@ namespace {
 class Counting : public Way {
  public:
   std::optional<std::uint64_t> index(std::uint64_t record) override { return record; }
-  std::uint64_t indices() const override { return endless; }
+  Count indices() const override { return Count::of(endless); }
+  bool is_in_order() const override { return true; }
   void tell(Knowledge& knowledge) const override { knowledge.add({thing()}, the_record); }
 };
 
@@ -25,15 +27,52 @@ class Rounds : public Way {
     return index_in_rounds(record);
   }
 
-  std::uint64_t records() const override { return end_ == End::repeat ? endless : period_; }
-  std::uint64_t indices() const override { return period_; }
-  void tell(Knowledge& knowledge) const override { knowledge.add({thing()}, the_record, period_); }
+  std::uint64_t records() const override { return stops() ? period_ : endless; }
+  Count indices() const override { return Count::of(period_); }
+  std::uint64_t all_after() const override { return period_; }
+
+  // Once they are over, records are alike.
+  std::optional<Cycle> cycle() const override {
+    if (stops()) return Cycle{period_, 1};
+    return std::nullopt;
+  }
+
+  void tell(Knowledge& knowledge) const override {
+    if (const auto known = cycle()) {
+      knowledge.add_cycle(thing(), *known);
+    } else {
+      knowledge.add({thing()}, the_record, period_);
+    }
+  }
+
+  std::string doubt() const override {
+    return stops() ? "is empty after " + std::to_string(period_) + " records"
+                   : "comes again after " + std::to_string(period_) + " records";
+  }
+
+ protected:
+  std::uint64_t period() const { return period_; }
+  bool stops() const { return end_ == End::stop; }
 
  private:
-  virtual std::uint64_t index_in_rounds(std::uint64_t record) { return record % period_; }
+  virtual std::uint64_t index_in_rounds(std::uint64_t record) = 0;
 
   std::uint64_t period_;
   End end_;
+};
+
+class InOrder : public Rounds {
+ public:
+  using Rounds::Rounds;
+
+  bool is_in_order() const override { return true; }
+  std::optional<Cycle> cycle() const override {
+    if (stops()) return Rounds::cycle();
+    return Cycle{0, period()};
+  }
+
+ private:
+  std::uint64_t index_in_rounds(std::uint64_t record) override { return record % period(); }
 };
 
 class Shuffled : public Rounds {
@@ -52,14 +91,26 @@ class Joint : public Rounds {
   Joint(std::shared_ptr<ways::JointShuffle> shuffle, std::size_t item, End end)
       : Rounds(shuffle->combinations(), end), shuffle_(std::move(shuffle)), item_(item) {}
 
-  std::uint64_t indices() const override { return shuffle_->period(item_); }
+  Count indices() const override { return Count::of(shuffle_->period(item_)); }
 
-  // Only all items together are the record.
+  // Only all items together are the record. One that ends knows whether the end has come.
   void tell(Knowledge& knowledge) const override {
+    const Thing combination = {shuffle_.get(), shuffle_->items()};
     knowledge.add({thing()}, {shuffle_.get(), item_});
+    if (stops()) {
+      const Thing combination_or_none = {this, 1};
+      knowledge.add({combination, thing()}, combination_or_none);
+      knowledge.add_cycle(combination_or_none, *cycle());
+    }
+    if (!knowledge.is_new(combination)) return;
     std::vector<Thing> items;
     for (std::size_t i = 0; i < shuffle_->items(); ++i) items.push_back({shuffle_.get(), i});
-    knowledge.add(items, the_record, shuffle_->combinations());
+    knowledge.add(std::move(items), combination);
+    knowledge.add({combination}, the_record, shuffle_->combinations());
+  }
+
+  std::string doubt() const override {
+    return "differs only together with all items of its joint order";
   }
 
  private:
@@ -76,13 +127,15 @@ class Within : public Way {
   Within(ways::Key key, std::uint64_t period, std::shared_ptr<Groups> groups)
       : shuffle_(key, period), period_(period), groups_(std::move(groups)) {}
 
-  std::uint64_t indices() const override { return period_; }
+  Count indices() const override { return {1, period_}; }
 
   void tell(Knowledge& knowledge) const override {
     groups_->tell(knowledge);
-    if (groups_->most() > period_) return;
+    if (groups_->largest().most > period_) return;
     knowledge.add({thing(), groups_->parent_thing()}, groups_->line_thing());
   }
+
+  std::string doubt() const override { return "differs only within its group"; }
 
   std::optional<std::uint64_t> index(std::uint64_t record) override {
     const std::optional<ways::Member> member = groups_->member(record);
@@ -106,7 +159,7 @@ class Random : public Way {
     return ways::draw_below(key_, record, period_);
   }
 
-  std::uint64_t indices() const override { return period_; }
+  Count indices() const override { return {1, period_}; }
 
  private:
   ways::Key key_;
@@ -119,7 +172,7 @@ class ByZipf : public Way {
       : zipf_(key, period, skew), period_(period) {}
 
   std::optional<std::uint64_t> index(std::uint64_t record) override { return zipf_.at(record); }
-  std::uint64_t indices() const override { return period_; }
+  Count indices() const override { return {1, period_}; }
 
  private:
   ways::Zipf zipf_;
@@ -129,17 +182,30 @@ class ByZipf : public Way {
 class Weighted : public Way {
  public:
   Weighted(ways::Key key, const ways::Proportions& proportions, std::uint64_t records)
-      : shares_(key, proportions, records), categories_(proportions.categories()) {}
+      : shares_(key, proportions, records), records_(records) {
+    for (std::size_t i = 0; i < proportions.categories(); ++i) {
+      const std::uint64_t count = shares_.count(i);
+      taken_ += count > 0;
+      largest_ = std::max(largest_, count);
+    }
+  }
 
   std::optional<std::uint64_t> index(std::uint64_t record) override {
     return shares_.category_of(record);
   }
 
-  std::uint64_t indices() const override { return categories_; }
+  Count indices() const override { return Count::of(taken_); }
+  std::uint64_t all_after() const override { return records_; }
+  bool comes_twice() const override { return largest_ > 1; }
+  void tell(Knowledge& knowledge) const override {
+    if (largest_ <= 1) knowledge.add({thing()}, the_record);
+  }
 
  private:
   ways::ExactShares shares_;
-  std::uint64_t categories_;
+  std::uint64_t records_;
+  std::uint64_t taken_ = 0;
+  std::uint64_t largest_ = 0;
 };
 
 class ParentOf : public Way {
@@ -154,12 +220,16 @@ class ParentOf : public Way {
 
   // The first record of a tree has none.
   std::uint64_t records() const override { return groups_->have_all() ? endless : 0; }
-  std::uint64_t indices() const override { return groups_->parents(); }
+  Count indices() const override { return groups_->parents_with_records(); }
+  std::uint64_t all_after() const override { return groups_->records(); }
+  bool comes_twice() const override { return groups_->largest().least > 1; }
 
   void tell(Knowledge& knowledge) const override {
     groups_->tell(knowledge);
     knowledge.add({thing()}, groups_->parent_thing());
   }
+
+  std::string doubt() const override { return "has several records for a value"; }
 
  private:
   std::shared_ptr<Groups> groups_;
@@ -176,7 +246,7 @@ class AnyBefore : public Way {
 
   // The first record has none.
   std::uint64_t records() const override { return 0; }
-  std::uint64_t indices() const override { return endless; }
+  Count indices() const override { return {}; }
 
  private:
   ways::Key key_;
@@ -187,7 +257,7 @@ class AnyBefore : public Way {
 std::unique_ptr<Way> forward() { return std::make_unique<Counting>(); }
 
 std::unique_ptr<Way> forward(std::uint64_t period, End end) {
-  return std::make_unique<Rounds>(period, end);
+  return std::make_unique<InOrder>(period, end);
 }
 
 std::unique_ptr<Way> shuffled(ways::Key key, std::uint64_t period, End end) {

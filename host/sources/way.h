@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "host/sources/groups.h"
 #include "host/sources/knowledge.h"
@@ -24,11 +25,26 @@ class Way {
   // So many records from the first on have an index.
   virtual std::uint64_t records() const { return endless; }
 
-  // No more different indices are ever taken.
-  virtual std::uint64_t indices() const = 0;
+  // How many different indices are taken, as soon as there are `all_after()` records; the upper
+  // bound holds for any number.
+  virtual Count indices() const = 0;
+  virtual std::uint64_t all_after() const { return endless; }
 
-  // What follows from the index, and what it follows from.
+  // Whether the indices are taken one after the other.
+  virtual bool is_in_order() const { return false; }
+
+  // Of the indices; nothing where none is known.
+  virtual std::optional<Cycle> cycle() const { return std::nullopt; }
+
+  // Whether two of all records have the same index for certain, though there may be fewer records
+  // than indices.
+  virtual bool comes_twice() const { return false; }
+
+  // What follows from the index (or from there being none), and what it follows from.
   virtual void tell(Knowledge&) const {}
+
+  // Why the record does not follow from the index: "is ...". Asked only where it does not.
+  virtual std::string doubt() const { return "is drawn"; }
 
   Thing thing() const { return {this}; }
 };

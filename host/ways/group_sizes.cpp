@@ -80,6 +80,42 @@ GroupSizes::Sums GroupSizes::make_table(const GroupBounds& bounds, std::uint64_t
   return sums;
 }
 
+// Every block has one of these tables. A single one has the first.
+template <class Take>
+void GroupSizes::for_each_table(Take take) const {
+  for (const std::array<Sums, 2>& tables : tables_) {
+    for (const Sums& sums : tables) {
+      if (sums.size() > 1) take(sums);
+      if (blocks_ == 1) return;
+    }
+  }
+}
+
+Count GroupSizes::largest() const {
+  if (records_ == 0) return {0, 0};
+  Count largest = {records_, 0};
+  for_each_table([&](const Sums& sums) {
+    std::uint64_t most = 0;
+    for (std::size_t i = 1; i < sums.size(); ++i) most = std::max(most, sums[i] - sums[i - 1]);
+    largest = {std::min(largest.least, most), std::max(largest.most, most)};
+  });
+  return largest;
+}
+
+Count GroupSizes::parents_with_records() const {
+  if (records_ == 0) return {0, 0};
+  Count parents = {parents_, 0};
+  bool has_all = true;
+  for_each_table([&](const Sums& sums) {
+    std::uint64_t with_records = 0;
+    for (std::size_t i = 1; i < sums.size(); ++i) with_records += sums[i] > sums[i - 1];
+    has_all = has_all && with_records + 1 == sums.size();
+    parents = {std::min(parents.least, with_records), std::max(parents.most, with_records)};
+  });
+  if (has_all) return {parents_, parents_};
+  return {parents.least * blocks_, std::min({parents.most * blocks_, parents_, records_})};
+}
+
 std::uint64_t GroupSizes::first_parent_of(std::uint64_t block) const {
   return static_cast<std::uint64_t>(Wide{block} * parents_ / blocks_);
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "host/ways/count.h"
 #include "host/ways/group_shape.h"
 #include "host/ways/key.h"
 #include "host/ways/limits.h"
@@ -57,8 +58,10 @@ class GroupSizes {
   std::uint64_t records() const { return records_; }
   std::uint64_t parents() const { return parents_; }
 
-  // No group has more.
-  std::uint64_t most() const { return most_; }
+  // How many records the largest group has, and how many parents have any: exactly, unless there
+  // are 2,048 parents or more.
+  Count largest() const;
+  Count parents_with_records() const;
 
   // Of a record below their number.
   Member member(std::uint64_t record) const;
@@ -81,6 +84,8 @@ class GroupSizes {
   GroupSizes(KeyFor<Use::each> key, std::uint64_t records, std::uint64_t parents,
              const GroupBounds& bounds);
 
+  template <class Take>
+  void for_each_table(Take take) const;
   Sums make_table(const GroupBounds& bounds, std::uint64_t parents, std::uint64_t records,
                   std::uint64_t number) const;
   std::uint64_t first_parent_of(std::uint64_t block) const;

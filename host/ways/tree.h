@@ -22,8 +22,13 @@ class Tree {
 
   Members children(std::uint64_t record) const;
 
-  // No record has more.
-  std::uint64_t most_children() const { return std::max(sizes_.most(), last_children_); }
+  std::uint64_t records() const { return 1 + sizes_.records() + last_children_; }
+
+  // How many children the record with most of them has.
+  Count most_children() const {
+    const Count largest = sizes_.largest();
+    return {std::max(largest.least, last_children_), std::max(largest.most, last_children_)};
+  }
 
   // No record from here on has any.
   std::uint64_t end_of_parents() const { return sizes_.parents() + (last_children_ > 0 ? 1 : 0); }

@@ -118,6 +118,7 @@ class ItemGenerator {
   bool wrapped() const { return wrapped_; }
   void clear_wrapped();
 
+  const ClFmtColInf& column() const { return column_; }
   const FmtColRec& settings() const { return settings_; }
 
   // How many values a cycle has; nothing where that is not told in closed form, because the item

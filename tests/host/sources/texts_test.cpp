@@ -110,7 +110,7 @@ TEST(TextLists, AreReadFromLinesOfAnyEnd) {
     ASSERT_EQ(read->size(), test.lines.size()) << test.content;
     for (std::size_t i = 0; i < test.lines.size(); ++i) EXPECT_EQ((*read)[i], test.lines[i]);
   }
-  EXPECT_EQ(TextList::of_values({"b", "", "a", "b", ""}).count_different(), 2);
+  EXPECT_EQ(TextList::of_values({"b", "", "a", "b", ""}).foresight().values, Count::of(2));
 }
 
 struct TemplateCase {

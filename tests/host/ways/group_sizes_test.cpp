@@ -39,10 +39,14 @@ TEST(GroupSizes, GiveEveryRecordOnceWithinTheBounds) {
                                                        {given.least, given.most, shape, {}});
       ASSERT_TRUE(made);
       std::vector<bool> taken(given.records);
+      std::uint64_t largest = 0;
+      std::uint64_t with_records = 0;
       for (std::uint64_t parent = 0; parent < given.parents; ++parent) {
         const Members members = made->members(parent);
         ASSERT_GE(members.count, given.least);
         ASSERT_LE(members.count, given.most);
+        largest = std::max(largest, members.count);
+        with_records += members.count > 0;
         for (std::uint64_t place = 0; place < members.count; ++place) {
           const std::uint64_t record = members.first + place;
           ASSERT_LT(record, given.records);
@@ -52,6 +56,12 @@ TEST(GroupSizes, GiveEveryRecordOnceWithinTheBounds) {
         }
       }
       EXPECT_EQ(std::count(taken.begin(), taken.end(), true), given.records);
+      for (const auto& [told, number] :
+           {std::pair(made->largest(), largest), {made->parents_with_records(), with_records}}) {
+        EXPECT_LE(told.least, number);
+        EXPECT_GE(told.most, number);
+        EXPECT_TRUE(told.is_exact() || given.parents >= 2048);
+      }
     }
   }
 }

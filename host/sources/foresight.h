@@ -1,0 +1,67 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+#include "host/sources/saturating.h"
+#include "host/ways/count.h"
+
+// What can be known of texts before any of them is made.
+namespace korvex::sources {
+
+class Way;
+
+using ways::Count;
+
+// From `start` on, the same comes again after every `period`.
+struct Cycle {
+  std::uint64_t start = 0;
+  std::uint64_t period = 1;
+
+  // So many are there in all.
+  std::uint64_t length() const { return sum(start, period); }
+};
+
+// Of two that go side by side.
+inline Cycle common_cycle(const Cycle& a, const Cycle& b) {
+  return {std::max(a.start, b.start), common_multiple(a.period, b.period)};
+}
+
+// For how long things in a row differ.
+struct Uniqueness {
+  // So many from the first on are all different, for certain. At least 1.
+  std::uint64_t different = 1;
+  // Among so many and one more two are the same, for certain; endless where nothing is known. Equal
+  // to the other where the answer is exact.
+  std::uint64_t repeated = endless;
+
+  bool is_exact() const { return different == repeated; }
+};
+
+// What all texts of a source have in common. It decides whether a text that is made of several can
+// be taken apart again.
+struct TextShape {
+  bool never_empty = false;         // every index has a text
+  std::optional<std::size_t> size;  // bytes, of every text
+  bool only_digits = false;         // every text consists of ASCII digits
+  bool no_digits = false;           // no text has one
+};
+
+// What is known of the texts of a field.
+struct Foresight {
+  TextShape shape;
+  // How many different texts there are, as soon as there are `all_after` records; the upper bound
+  // holds for any number.
+  Count values;
+  std::uint64_t all_after = endless;
+  // How many of all records have no text.
+  Count empty;
+  // Of the texts, empty or not; nothing where none is known.
+  std::optional<Cycle> cycle;
+  // The way whose index alone decides the text; null where there is more to it.
+  const Way* follows = nullptr;
+};
+
+}  // namespace korvex::sources
