@@ -12,6 +12,10 @@
 
 // What a layout says of values beyond what the module knows: sources of the program's own, and ways
 // through any source. All texts are UTF-8.
+namespace korvex::sources {
+enum class Fold;
+}
+
 namespace korvex::host {
 
 // Values in the layout, or in a file: its lines, or a column of its table.
@@ -54,8 +58,17 @@ struct OffsetValues {
   PlacedText to;
 };
 
+// What is made of the records of another layout that belong to each of this one.
+struct ChildrenValues {
+  sources::Fold fold = {};
+  std::string layout;  // the path
+  SourcePlace layout_place;
+  PlacedText key;                  // the item of that layout that leads to this one
+  std::optional<PlacedText> item;  // none: the records are counted
+};
+
 using OwnValues = std::variant<std::monostate, ListValues, BuiltinValues, TemplateValues, KeyValues,
-                               LineValues, OffsetValues>;
+                               LineValues, OffsetValues, ChildrenValues>;
 
 enum class Order { forward, shuffled, random, zipf };
 

@@ -47,10 +47,15 @@ extern const ValueType template_type;
 extern const ValueType key_type;
 extern const ValueType line_type;
 extern const ValueType offset_type;
+extern const ValueType sum_type;
+extern const ValueType count_type;
+extern const ValueType least_type;
+extern const ValueType most_type;
 
 // All of them, in the order in which messages list them.
 inline const std::array value_types = {
-    &initial_type, &range_type,    &reference_type, &enumeration_type, &default_type, &list_type,
-    &builtin_type, &template_type, &key_type,       &line_type,        &offset_type};
+    &initial_type, &range_type,   &reference_type, &enumeration_type, &default_type,
+    &list_type,    &builtin_type, &template_type,  &key_type,         &line_type,
+    &offset_type,  &sum_type,     &count_type,     &least_type,       &most_type};
 
 }  // namespace korvex::host

@@ -6,9 +6,12 @@
 #include <utility>
 
 #include "host/engine/layout_messages.h"
+#include "host/process/signals.h"
 #include "host/records/layout_family.h"
 #include "host/records/moment_scale.h"
 #include "host/records/prepared_layout.h"
+#include "host/sources/children_source.h"
+#include "host/sources/decimal.h"
 #include "host/sources/key_source.h"
 #include "host/sources/line_source.h"
 #include "host/sources/offset_source.h"
@@ -116,6 +119,11 @@ std::unique_ptr<Field> FieldMaker::field_on_way(std::size_t i) {
   if (source == nullptr) return nullptr;
   auto way = takes_a_way ? ways_.way_of(i) : sources::forward();
   if (way == nullptr) return nullptr;
+  if (takes_a_way && sources_.is_into_itself(*sources_.values(i)) && !plan_.item(i).nullable) {
+    plan_.report(i, plan_.values_of(i)->place,
+                 "has no earlier record for the first one to lead to, beside nullable = false, "
+                 "expected one of the two");
+  }
   return std::make_unique<Field>(std::move(source), std::move(way));
 }
 
@@ -148,8 +156,67 @@ std::unique_ptr<Source> FieldMaker::source_by_record(std::size_t i) {
     auto groups = ways_.named_groups(i, line->of, "of");
     return groups == nullptr ? nullptr : sources::make_line_source(std::move(groups));
   }
+  if (const auto* children = std::get_if<ChildrenValues>(&values->own)) {
+    return make_children(i, *children);
+  }
   const auto* offset = std::get_if<OffsetValues>(&values->own);
   return offset == nullptr ? nullptr : make_offset(i, *offset);
+}
+
+std::unique_ptr<Source> FieldMaker::make_children(std::size_t i, const ChildrenValues& values) {
+  const PreparedLayout* layout = sources_.find_layout(i, values.layout, values.layout_place);
+  FieldMaker* others = layout == nullptr ? nullptr : family_.fields_for_others(*layout);
+  if (others == nullptr) return nullptr;
+  sources::Children children = {.groups = children_of(i, values, *others)};
+  if (children.groups == nullptr) return nullptr;
+  // What has no parent's key is nobody's child, though it has its place among them.
+  const std::size_t key = *others->plan_.find(values.key.text);
+  if (others->plan_.values_of(key)->emptiness.is_given()) {
+    children.key = need(i, values.key.place, "key", *others, key);
+    if (children.key == nullptr) return nullptr;
+  }
+  sources::FoldRules rules = {.fold = values.fold, .pause = check_interruption};
+  if (values.item) {
+    const auto item = others->plan_.find(values.item->text);
+    const bool is_number = item && is_numeric(others->plan_.item(*item).attributes.attribute);
+    if (!item || (values.fold == sources::Fold::sum && !is_number)) {
+      plan_.report(i, values.item->place,
+                   "item is " + quoted_text(values.item->text) + ", expected " +
+                       (item ? "a number" : "an item") + " of the records of " +
+                       platform::printable(values.layout));
+      return nullptr;
+    }
+    if (!is_number) rules.comparison = sources::Comparison::as_texts;
+    children.field = need(i, values.item->place, "item", *others, *item);
+    if (children.field == nullptr) return nullptr;
+  }
+  const std::int32_t decimals = plan_.item(i).attributes.decimals;
+  rules.decimals = std::min(static_cast<unsigned>(decimals), sources::most_decimals);
+  return sources::make_children_source(children, rules);
+}
+
+// The records that belong to each of this layout; null after an error.
+std::shared_ptr<sources::Groups> FieldMaker::children_of(std::size_t i,
+                                                         const ChildrenValues& values,
+                                                         FieldMaker& others) {
+  const auto key = others.plan_.find(values.key.text);
+  if (!key || !others.ways_.makes_groups(*key)) {
+    plan_.report(i, values.key.place,
+                 "key is " + quoted_text(values.key.text) +
+                     ", expected an item of type \"key\" with each of the records of " +
+                     platform::printable(values.layout));
+    return nullptr;
+  }
+  const FieldSources::Values* parents = others.sources_.values(*key);
+  if (parents == nullptr) return nullptr;
+  if (parents->parent != &sources_.self()) {
+    plan_.report(i, values.key.place,
+                 "key is " + quoted_text(values.key.text) + ", which leads to " +
+                     platform::printable(parents->parent->layout().file) +
+                     ", expected one that leads to this layout");
+    return nullptr;
+  }
+  return others.ways_.groups_of(*key);
 }
 
 std::unique_ptr<Source> FieldMaker::make_offset(std::size_t i, const OffsetValues& offset) {

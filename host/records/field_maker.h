@@ -55,6 +55,9 @@ class FieldMaker {
   std::unique_ptr<sources::Source> source_on_way(std::size_t i);
   std::unique_ptr<sources::Source> source_by_record(std::size_t i);
   std::unique_ptr<sources::Source> make_offset(std::size_t i, const OffsetValues& offset);
+  std::unique_ptr<sources::Source> make_children(std::size_t i, const ChildrenValues& values);
+  std::shared_ptr<sources::Groups> children_of(std::size_t i, const ChildrenValues& values,
+                                               FieldMaker& others);
   std::unique_ptr<sources::Source> make_template(std::size_t i, const PlacedText& text);
   void add_emptiness(std::size_t i, sources::Field& field);
 

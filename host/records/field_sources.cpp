@@ -70,38 +70,42 @@ std::unique_ptr<FieldSources::Values> FieldSources::look_for(std::size_t i) {
   return found;
 }
 
+const PreparedLayout* FieldSources::find_layout(std::size_t i, const std::string& file,
+                                                SourcePlace place) {
+  const auto layout = family_.find(file);
+  if (layout) return *layout;
+  plan_.report(i, place, "layout leads to " + platform::printable(file) + layout.reason());
+  return nullptr;
+}
+
 std::unique_ptr<FieldSources::Values> FieldSources::look_for_parent(std::size_t i,
                                                                     const KeyValues& key) {
-  const auto parent = family_.find(key.layout);
-  if (!parent) {
-    plan_.report(i, key.layout_place,
-                 "layout leads to " + platform::printable(key.layout) + parent.reason());
-    return nullptr;
-  }
-  const auto item = (*parent)->find_item(key.item.text);
+  const PreparedLayout* parent = find_layout(i, key.layout, key.layout_place);
+  if (parent == nullptr) return nullptr;
+  const auto item = parent->find_item(key.item.text);
   if (!item) {
     plan_.report(i, key.item.place,
                  "item is " + quoted_text(key.item.text) + ", expected an item of the records of " +
                      platform::printable(key.layout));
     return nullptr;
   }
-  const ItemValues* values = (*parent)->items()[*item].item->values.get();
+  const ItemValues* values = parent->items()[*item].item->values.get();
   if (values != nullptr && values->emptiness.is_given()) {
     plan_.report(i, key.item.place,
                  "item is " + quoted_text(key.item.text) +
                      ", which some records leave empty, expected one that always has a value");
     return nullptr;
   }
-  if ((*parent)->layout().records == 0 && *parent != &self_) {
+  if (parent->layout().records == 0 && parent != &self_) {
     plan_.report(i, key.layout_place,
                  "layout leads to " + platform::printable(key.layout) + ", which has no records");
     return nullptr;
   }
   auto found = std::make_unique<Values>();
-  found->parent = *parent;
+  found->parent = parent;
   found->parent_item = *item;
   found->parent_place = key.item.place;
-  found->period = static_cast<std::uint64_t>((*parent)->layout().records);
+  found->period = static_cast<std::uint64_t>(parent->layout().records);
   found->rows = "layout " + settled_path(key.layout);
   return found;
 }

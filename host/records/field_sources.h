@@ -47,8 +47,13 @@ class FieldSources {
   // Of an item that takes a way; null after an error.
   Values* values(std::size_t i);
 
+  // The layout that item `i` leads to, as the family knows it; null after an error.
+  const PreparedLayout* find_layout(std::size_t i, const std::string& file, SourcePlace place);
+
   // Whether an item takes records of its own layout, which are earlier ones then.
   bool is_into_itself(const Values& values) const { return values.parent == &self_; }
+
+  const PreparedLayout& self() const { return self_; }
 
  private:
   struct Found {

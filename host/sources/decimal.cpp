@@ -6,7 +6,8 @@
 namespace korvex::sources {
 namespace {
 
-constexpr unsigned most_digits = 18;
+// On either side of the point.
+constexpr unsigned most_digits = most_decimals;
 
 // One unit of so many decimals, in units of the most.
 constexpr std::array<std::int64_t, most_digits + 1> units_of_decimals = [] {

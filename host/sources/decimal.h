@@ -7,6 +7,8 @@
 
 namespace korvex::sources {
 
+inline constexpr unsigned most_decimals = 18;
+
 // An exact decimal number with up to 18 digits on either side of its point; sums of them may have
 // some more.
 class Decimal {
@@ -15,7 +17,7 @@ class Decimal {
   // "+7". Nothing for any other text.
   static std::optional<Decimal> parse(std::string_view text);
 
-  // So many units of 10^-decimals, for up to 18 decimals.
+  // So many units of 10^-decimals, for up to the most decimals.
   static Decimal of_units(std::int64_t units, unsigned decimals);
 
   // The number in units of 10^-decimals; nothing when it has more decimals, or too many units.

@@ -117,3 +117,17 @@ do
     ! <SAYS>
   $ mv old.toml a.toml
   $ mv older.toml b.toml
+file a.toml
+  [layout]
+  kind = "table"
+  records = 6
+  data = "a.csv"
+  [[item]]
+  name = "ID"
+  attribute = "integer"
+  signed = true
+  nullable = false
+  values = { type = "key", layout = "a.toml", item = "OLD" }
+  @number OLD type = "default"
+>2 export a.toml -o -
+  ! a.toml:10:<n>: item ID: has no earlier record for the first one to lead to, beside nullable = false, expected one of the two
