@@ -67,8 +67,11 @@ std::optional<std::string> ask_for_enumeration_file(const std::string& folder) {
 }
 
 void open_enumeration_file(const std::string& path, const Messages& messages) {
-  for (const auto check :
-       {check_file_exists, check_file_readable, check_file_not_in_use, check_file_writable}) {
+  using Check = ErrorCode (*)(const std::string&);
+  constexpr Check checks[] = {check_file_exists, check_file_readable,
+                              [](const std::string& file) { return check_file_not_in_use(file); },
+                              check_file_writable};
+  for (const Check check : checks) {
     if (const ErrorCode code = check(path); code != error::none) {
       return messages.show(MessageKind::warning, code, "\n" + platform::MessageText::path(path));
     }
