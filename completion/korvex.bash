@@ -14,7 +14,7 @@ _korvex_options() {
     count) echo "--records --window" ;;
     edit) echo "--records" ;;
     update) echo "--item" ;;
-    import) echo "-o --output --records --force" ;;
+    import) echo "-o --output --records --force --tables --except --keep --scale --plain" ;;
     load) echo "--records --truncate --yes --no-analyze --quiet" ;;
     sets) echo "--language -n --rows --tsv" ;;
     check) echo "--records --unique" ;;

@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "host/commands/import_folder.h"
 #include "host/databases/table_import.h"
 #include "host/engine/layout_messages.h"
 #include "host/engine/run_folders.h"
@@ -77,7 +78,8 @@ std::string keep(const TableImport& import, const std::string& text, const std::
 int import_into(const ImportOptions& options, std::ostream& out, std::ostream& messages) {
   const std::string folder = options.output.empty() ? "." : platform::folder_of(options.output);
   const auto database = open_database(options.database);
-  TableImport import = import_table(*database, options.table, options.records, folder);
+  TableImport import = import_table(*database, options.table,
+                                    options.records.value_or(default_import_records), folder);
   for (const std::string& remark : import.remarks) {
     messages << platform::printable(options.table) << ": " << platform::printable(remark) << "\n";
   }
@@ -117,7 +119,8 @@ int run_import(const ImportOptions& given, std::ostream& out, std::ostream& mess
   ImportOptions options = given;
   if (options.output == "-") options.output.clear();
   try {
-    return import_into(options, out, messages);
+    return options.table.empty() ? import_folder(options, out, messages)
+                                 : import_into(options, out, messages);
   } catch (const std::invalid_argument& wrong) {
     messages << platform::printable_lines(wrong.what()) << std::endl;
     return exit_status::wrong_usage;

@@ -65,18 +65,27 @@ CLI::App* add_edit(CLI::App& app, const char* name, const char* description, Edi
 }
 
 CLI::App* add_import(CLI::App& app, ImportOptions& options) {
-  CLI::App* command = app.add_subcommand("import", "Write a layout for a table of a database");
+  CLI::App* command = app.add_subcommand("import", "Write layouts for the tables of a database");
   command->add_option("DATABASE", options.database, "sqlite:FILE or postgresql:CONNINFO")
       ->required();
-  command->add_option("TABLE", options.table, "table or view")->required();
+  command->add_option("TABLE", options.table, "table or view (default: all tables)");
   command->add_option(
       "-o,--output", options.output,
-      "layout file to write, with its lists beside it; - for standard output (default)");
+      "layout file to write, with its lists beside it; - for standard output (default); of all "
+      "tables: the folder for them");
   command
       ->add_option("--records", options.records,
-                   "number of records, for which unique columns have values (default: 1000)")
+                   "number of records, for which unique columns have values (default: 1000; of all "
+                   "tables: numbers that fit together)")
       ->check(number_from(1));
   command->add_flag("--force", options.force, "replace files that exist");
+  WholeDatabaseOptions& whole = options.whole;
+  command->add_option("--tables", whole.tables, "only these, as in 'a,b*'");
+  command->add_option("--except", whole.except, "not these, whose rows others refer to");
+  command->add_option("--keep", whole.keep, "tables whose rows stay as they are");
+  command->add_option("--scale", whole.scale, "so many times the rows that are there")
+      ->check(CLI::PositiveNumber);
+  command->add_flag("--plain", whole.is_plain, "no guesses by the names of columns");
   return command;
 }
 

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/databases/table_rules.h"
 #include "host/databases/table_schema.h"
 
 namespace korvex::host {
@@ -99,6 +100,14 @@ class Database {
   // What is wrong with a name that is no table's comes with the names that there are.
   virtual TableSchema read_schema(const std::string& table) = 0;
 
+  // All tables, views and what else reads like them, but for the system's own.
+  virtual std::vector<ListedTable> list_tables() = 0;
+
+  virtual TableRules read_rules(const TableSchema& table) = 0;
+
+  // How many rows a table has, counted up to a limit.
+  virtual std::int64_t count_rows(const TableSchema& table, std::int64_t limit) = 0;
+
   // Hands over the keys that a foreign key may refer to, in their order, none of them NULL. `take`
   // gets one text for each referenced column. Throws KeysUnreadable beside the others.
   using TakeKey = std::function<void(const std::vector<std::string_view>&)>;
@@ -133,6 +142,6 @@ struct DatabaseModule {
 };
 
 inline constexpr const char* database_module_function = "korvex_database_table";
-inline constexpr std::int32_t database_module_version = 1;
+inline constexpr std::int32_t database_module_version = 2;
 
 }  // namespace korvex::host

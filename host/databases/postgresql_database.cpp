@@ -5,6 +5,7 @@
 #include "host/databases/database.h"
 #include "host/databases/postgresql_connection.h"
 #include "host/databases/postgresql_loader.h"
+#include "host/databases/postgresql_rules.h"
 #include "host/databases/postgresql_schema.h"
 #include "host/databases/sql_names.h"
 
@@ -48,6 +49,20 @@ class PostgresqlDatabase : public Database {
 
   TableSchema read_schema(const std::string& table) override {
     return read_postgresql_schema(connection_, table);
+  }
+
+  std::vector<ListedTable> list_tables() override { return list_postgresql_tables(connection_); }
+
+  TableRules read_rules(const TableSchema& table) override {
+    return read_postgresql_rules(connection_, table);
+  }
+
+  std::int64_t count_rows(const TableSchema& table, std::int64_t limit) override {
+    const PostgresqlRows rows =
+        connection_.query("SELECT pg_catalog.count(*) FROM (SELECT FROM " + table.quoted_name +
+                              " LIMIT " + std::to_string(limit) + ") AS found",
+                          1);
+    return rows.number<std::int64_t>(0, 0);
   }
 
   // Row by row: a table may have more keys than fit into the memory. Nothing is cast to a text: the

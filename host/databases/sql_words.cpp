@@ -31,17 +31,34 @@ std::string take_marked(std::string_view sql, char mark, std::size_t& place) {
   return text;
 }
 
-SqlWord take_word(std::string_view sql, std::size_t& place) {
+SqlWord take_word(std::string_view sql, std::size_t& place, Brackets brackets) {
   const char first = sql[place];
   if (first == '\'') return {SqlWord::Kind::text, take_marked(sql, first, place)};
   if (first == '"' || first == '`') {
     return {SqlWord::Kind::quoted_name, take_marked(sql, first, place)};
   }
-  if (first == '[') return {SqlWord::Kind::quoted_name, take_marked(sql, ']', place)};
+  if (first == '[' && brackets == Brackets::quote_names)
+    return {SqlWord::Kind::quoted_name, take_marked(sql, ']', place)};
   const std::size_t begin = place++;
   if (!is_word_part(first)) return {SqlWord::Kind::symbol, std::string(1, first)};
   while (place < sql.size() && is_word_part(sql[place])) ++place;
   return {SqlWord::Kind::name, std::string(sql.substr(begin, place - begin))};
+}
+
+// Where the next word begins: past blanks and comments.
+std::size_t skip_blanks(std::string_view sql, std::size_t place) {
+  while (place < sql.size()) {
+    if (std::isspace(static_cast<unsigned char>(sql[place])) != 0) {
+      ++place;
+    } else if (sql.substr(place).starts_with("--")) {
+      place = end_behind(sql, place, "\n");
+    } else if (sql.substr(place).starts_with("/*")) {
+      place = end_behind(sql, place + 2, "*/");
+    } else {
+      break;
+    }
+  }
+  return place;
 }
 
 }  // namespace
@@ -50,20 +67,31 @@ bool SqlWord::is_keyword(std::string_view keyword) const {
   return kind == Kind::name && is_same_in_any_case(text, keyword);
 }
 
-std::vector<SqlWord> sql_words(std::string_view sql) {
+std::vector<SqlWord> sql_words(std::string_view sql, Brackets brackets) {
   std::vector<SqlWord> words;
-  for (std::size_t place = 0; place < sql.size();) {
-    if (std::isspace(static_cast<unsigned char>(sql[place])) != 0) {
-      ++place;
-    } else if (sql.substr(place).starts_with("--")) {
-      place = end_behind(sql, place, "\n");
-    } else if (sql.substr(place).starts_with("/*")) {
-      place = end_behind(sql, place + 2, "*/");
-    } else {
-      words.push_back(take_word(sql, place));
-    }
+  for (std::size_t place = skip_blanks(sql, 0); place < sql.size();
+       place = skip_blanks(sql, place)) {
+    words.push_back(take_word(sql, place, brackets));
   }
   return words;
+}
+
+std::vector<std::string> check_texts(std::string_view create_table) {
+  std::vector<std::string> texts;
+  bool is_check = false;  // the word before was CHECK
+  int depth = 0;          // of parentheses in a CHECK; 0 outside of one
+  std::size_t begin = 0;
+  for (std::size_t place = skip_blanks(create_table, 0); place < create_table.size();
+       place = skip_blanks(create_table, place)) {
+    const std::size_t word_begin = place;
+    const SqlWord word = take_word(create_table, place, Brackets::quote_names);
+    if (word.is_symbol('(') && (depth > 0 || is_check) && ++depth == 1) begin = place;
+    if (word.is_symbol(')') && depth > 0 && --depth == 0) {
+      texts.emplace_back(create_table.substr(begin, word_begin - begin));
+    }
+    is_check = word.is_keyword("CHECK");
+  }
+  return texts;
 }
 
 std::vector<std::size_t> names_in(const std::vector<SqlWord>& expression,

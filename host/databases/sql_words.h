@@ -22,8 +22,11 @@ struct SqlWord {
   bool is_keyword(std::string_view keyword) const;
 };
 
+// Whether `[a]` is a name, as SQLite takes it, or brackets stand around an index or an array.
+enum class Brackets { quote_names, are_symbols };
+
 // The words of an SQL text; blanks and comments are none. Takes any text, also one that is no SQL.
-std::vector<SqlWord> sql_words(std::string_view sql);
+std::vector<SqlWord> sql_words(std::string_view sql, Brackets brackets = Brackets::quote_names);
 
 // Which of some names an expression speaks of, in the names' order.
 std::vector<std::size_t> names_in(const std::vector<SqlWord>& expression,
@@ -32,5 +35,8 @@ std::vector<std::size_t> names_in(const std::vector<SqlWord>& expression,
 // The expressions of the CHECK constraints with a name in a CREATE TABLE, as one; empty without
 // any.
 std::vector<SqlWord> check_expression(std::string_view create_table, std::string_view name);
+
+// The texts of all CHECK constraints in a CREATE TABLE, without the parentheses around them.
+std::vector<std::string> check_texts(std::string_view create_table);
 
 }  // namespace korvex::host

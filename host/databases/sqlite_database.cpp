@@ -2,6 +2,7 @@
 #include "host/databases/sql_names.h"
 #include "host/databases/sqlite_connection.h"
 #include "host/databases/sqlite_loader.h"
+#include "host/databases/sqlite_rules.h"
 #include "host/databases/sqlite_schema.h"
 
 namespace korvex::host {
@@ -17,6 +18,18 @@ class SqliteDatabase : public Database {
 
   TableSchema read_schema(const std::string& table) override {
     return read_sqlite_schema(connection_, table);
+  }
+
+  std::vector<ListedTable> list_tables() override { return list_sqlite_tables(connection_); }
+
+  TableRules read_rules(const TableSchema& table) override {
+    return read_sqlite_rules(connection_, table);
+  }
+
+  std::int64_t count_rows(const TableSchema& table, std::int64_t limit) override {
+    SqliteStatement rows(connection_, "SELECT count(*) FROM (SELECT 1 FROM " + table.quoted_name +
+                                          " LIMIT " + std::to_string(limit) + ")");
+    return rows.next() ? rows.integer(0) : 0;
   }
 
   void read_keys(const ForeignKey& key, const TakeKey& take) override {

@@ -245,6 +245,15 @@ std::optional<MappedColumn> map_column(const ColumnSchema& column, const ColumnU
   return std::nullopt;
 }
 
+MappedColumn map_text_form(const TextForm& form, const ColumnUse& use) {
+  const CountedTexts texts = count_texts(form, use);
+  const char directive = form.lowest == '0' ? 'U' : form.lowest == 'a' ? 's' : 'S';
+  const std::string before = form.before.empty() ? "" : "'" + form.before + "'";
+  const auto length = static_cast<std::int32_t>(form.before.size() + form.count);
+  return ranged(text_of(length), before + "%" + std::to_string(form.count) + directive, texts.start,
+                texts.end, texts.left);
+}
+
 ItemAttributes attributes_for_list(const ColumnSchema& column, std::size_t longest_value) {
   const std::int32_t own = column.type == ColumnType::text && column.length > 0 ? column.length : 1;
   return text_of(std::max(own, static_cast<std::int32_t>(longest_value)));

@@ -33,6 +33,9 @@ bool has_listed_values(const ColumnSchema& column);
 // type. A unique column gets the whole range of its type, any other one a range for people to read.
 std::optional<MappedColumn> map_column(const ColumnSchema& column, const ColumnUse& use);
 
+// Texts of a form, which go on behind the largest that a unique column holds.
+MappedColumn map_text_form(const TextForm& form, const ColumnUse& use);
+
 // A character item with room for a list's longest value, in bytes of code page 932, and for what
 // the column may hold.
 ItemAttributes attributes_for_list(const ColumnSchema& column, std::size_t longest_value);

@@ -1,5 +1,6 @@
 #include "host/layout/layout_writer.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <ostream>
 #include <utility>
@@ -24,7 +25,9 @@ std::pair<unsigned, std::size_t> control_at(std::string_view text) {
   return {second, is_high ? 2 : 0};
 }
 
-std::string quoted(std::string_view text) {
+}  // namespace
+
+std::string toml_text(std::string_view text) {
   std::string out = "\"";
   while (!text.empty()) {
     const auto [control, size] = control_at(text);
@@ -42,6 +45,14 @@ std::string quoted(std::string_view text) {
   return out + '"';
 }
 
+std::string toml_texts(const std::vector<std::string>& texts) {
+  std::string list;
+  for (const std::string& text : texts) list += (list.empty() ? "" : ", ") + toml_text(text);
+  return "[" + list + "]";
+}
+
+namespace {
+
 void write_remarks(const std::vector<std::string>& remarks, std::ostream& out) {
   // A line feed would end the comment, and bytes that are no characters the layout.
   for (const std::string& remark : remarks) out << "# " << platform::printable(remark) << "\n";
@@ -49,7 +60,15 @@ void write_remarks(const std::vector<std::string>& remarks, std::ostream& out) {
 
 std::string attribute_of(std::int32_t code) {
   const std::string_view name = attribute_name(code);
-  return name.empty() ? std::to_string(code) : quoted(name);
+  return name.empty() ? std::to_string(code) : toml_text(name);
+}
+
+void write_keys(const std::vector<LayoutKey>& keys, std::ostream& out) {
+  std::size_t width = 0;
+  for (const LayoutKey& key : keys) width = std::max(width, key.name.size());
+  for (const LayoutKey& key : keys) {
+    out << key.name << std::string(width - key.name.size(), ' ') << " = " << key.value << "\n";
+  }
 }
 
 void write_values(const ValuesDraft& values, std::ostream& out) {
@@ -59,16 +78,19 @@ void write_values(const ValuesDraft& values, std::ostream& out) {
       out << "type = \"initial\"\n";
       break;
     case ValuesDraft::Source::range:
-      out << "type      = \"range\"\nformat    = " << quoted(values.format)
-          << "\nstart     = " << quoted(values.start) << "\nend       = " << quoted(values.end)
-          << "\n";
-      if (values.increment != "1") out << "increment = " << quoted(values.increment) << "\n";
+      out << "type      = \"range\"\nformat    = " << toml_text(values.format)
+          << "\nstart     = " << toml_text(values.start)
+          << "\nend       = " << toml_text(values.end) << "\n";
+      if (values.increment != "1") out << "increment = " << toml_text(values.increment) << "\n";
       break;
     case ValuesDraft::Source::enumeration:
-      out << "type = \"enumeration\"\nfile = " << quoted(values.file) << "\n";
+      out << "type = \"enumeration\"\nfile = " << toml_text(values.file) << "\n";
       break;
     case ValuesDraft::Source::reference:
-      out << "type = \"reference\"\nitem = " << quoted(values.item_name) << "\n";
+      out << "type = \"reference\"\nitem = " << toml_text(values.item_name) << "\n";
+      break;
+    case ValuesDraft::Source::by_keys:
+      write_keys(values.keys, out);
       break;
   }
   if (values.repeat_level > 0) {
@@ -80,7 +102,7 @@ void write_item(const ItemDraft& item, std::ostream& out) {
   const ItemAttributes& attributes = item.attributes;
   out << "\n";
   write_remarks(item.remarks, out);
-  out << "[[item]]\nname      = " << quoted(item.name)
+  out << "[[item]]\nname      = " << toml_text(item.name)
       << "\nattribute = " << attribute_of(attributes.attribute) << "\n";
   const bool says_sign = attributes.signed_flag != 0 && !is_always_signed(attributes.attribute);
   if (says_sign) out << "signed    = true\n";
@@ -94,8 +116,15 @@ void write_item(const ItemDraft& item, std::ostream& out) {
 
 void write_layout(const LayoutDraft& layout, std::ostream& out) {
   write_remarks(layout.remarks, out);
-  out << "\n[layout]\nkind    = \"table\"\ntable   = " << quoted(layout.table)
-      << "\nrecords = " << layout.records << "\ndata    = " << quoted(layout.data) << "\n";
+  std::vector<LayoutKey> keys = {{"kind", toml_text("table")},
+                                 {"table", toml_text(layout.table)},
+                                 {"records", std::to_string(layout.records)},
+                                 {"data", toml_text(layout.data)}};
+  if (layout.is_utf8) {
+    keys.insert(keys.end(), {{"encoding", toml_text("utf-8")}, {"ways", "1"}, {"sets", "1"}});
+  }
+  out << "\n[layout]\n";
+  write_keys(keys, out);
   for (const ItemDraft& item : layout.items) write_item(item, out);
 }
 

@@ -4,24 +4,38 @@
 #include <iosfwd>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "values/attributes.h"
 
 namespace korvex::host {
 
+// A key of a layout with its value as TOML has it.
+struct LayoutKey {
+  std::string name;
+  std::string value;
+};
+
+// A text as TOML has it, with its quotation marks.
+std::string toml_text(std::string_view text);
+
+// Several of them, in brackets.
+std::string toml_texts(const std::vector<std::string>& texts);
+
 // The values of an item that is yet to be written down.
 struct ValuesDraft {
-  enum class Source { initial, range, enumeration, reference };
+  enum class Source { initial, range, enumeration, reference, by_keys };
 
   Source source = Source::initial;
   std::string format;  // range
   std::string start;
   std::string end;
   std::string increment = "1";
-  std::string file;       // enumeration: the list's path, seen from the layout
-  std::string item_name;  // reference
-  int repeat_level = 0;   // 0 without a repeat
+  std::string file;             // enumeration: the list's path, seen from the layout
+  std::string item_name;        // reference
+  int repeat_level = 0;         // 0 without a repeat
+  std::vector<LayoutKey> keys;  // by_keys: all of them, the type first
 };
 
 // An item that is yet to be written down. Texts are UTF-8.
@@ -37,7 +51,8 @@ struct LayoutDraft {
   std::vector<std::string> remarks;  // comment lines at the top
   std::string table;                 // of the database
   std::int32_t records = 0;
-  std::string data;  // the data file's path, seen from the layout
+  std::string data;      // the data file's path, seen from the layout
+  bool is_utf8 = false;  // with what is pinned for sources and ways
   std::vector<ItemDraft> items;
 };
 

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/databases/table_rules.h"
+#include "host/databases/table_schema.h"
+#include "host/imports/table_facts.h"
+#include "host/layout/layout_writer.h"
+
+namespace korvex::host {
+
+// The days that dates are drawn from: whole years before the import.
+struct ImportPeriod {
+  std::chrono::year_month_day first;
+  std::chrono::year_month_day last;
+};
+
+// A column that needs values of its own.
+struct ColumnTask {
+  const ColumnSchema& column;
+  const ColumnFacts& facts;
+  const TypeShape* shape = nullptr;  // of a type that is unknown otherwise; null for any other
+  ImportPeriod period = {};
+  std::int64_t records = 0;
+  bool is_unique = false;
+  bool counts_on = false;           // one number after the other, as keys do
+  bool has_readable_texts = false;  // words for a text of which nothing is known
+  // What a unique column holds already.
+  std::uint64_t rows_there = 0;
+  std::optional<std::int64_t> largest = {};
+  std::function<std::optional<std::string>(const TextForm&)> largest_text = {};
+  std::function<std::vector<std::string>()> held = {};  // all of it
+};
+
+// Values for a column. Where `listed` has some, they are the values of a list, which may need a
+// file; the keys are then those beside it.
+struct ColumnValues {
+  ItemAttributes attributes = {};
+  std::vector<LayoutKey> keys;
+  std::vector<std::string> listed;
+  std::uint64_t period = 0;  // how many different values there are
+  bool is_measured = false;  // numbers, days or moments that an offset can start from
+};
+
+// Nothing where no value is known that the database would take.
+std::optional<ColumnValues> make_values(const ColumnTask& task);
+
+// Numbers from `least` to `most`, in units of the last of `decimals`, drawn or shuffled.
+ColumnValues number_values(std::int64_t least, std::int64_t most, int decimals, bool is_unique);
+
+// Days, or moments between their midnights, of a column for dates or timestamps.
+ColumnValues moment_values(const ColumnSchema& column, const ImportPeriod& period, bool is_unique);
+
+// A text item with room for `length` characters.
+ItemAttributes text_attributes(std::size_t length);
+
+// How many characters a text column takes, the least that its conditions ask for, and the most.
+std::size_t text_limit(const ColumnTask& task);
+
+}  // namespace korvex::host

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "host/imports/database_model.h"
+#include "host/imports/record_counts.h"
+#include "host/imports/table_planner.h"
+
+namespace korvex::host {
+
+struct DatabaseImportOptions {
+  TableChoice choice;
+  RecordWish wish;
+  bool is_plain = false;
+  bool is_sqlite = false;
+  std::chrono::year_month_day today;
+};
+
+struct DatabaseImport {
+  std::vector<FileDraft> files;      // the layouts, then their lists
+  std::size_t layouts = 0;           // of the files, from the first on
+  std::vector<std::string> remarks;  // one for each line
+  std::size_t gaps = 0;
+};
+
+// Plans a layout for each table of a database. Throws DatabaseError or Interrupted.
+DatabaseImport import_database(Database& database, const DatabaseImportOptions& options);
+
+}  // namespace korvex::host

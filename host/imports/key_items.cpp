@@ -1,0 +1,223 @@
+#include "host/imports/key_items.h"
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+#include "host/imports/lists.h"
+#include "host/process/signals.h"
+
+namespace korvex::host {
+
+namespace {
+
+// A list is read whole by whoever uses it.
+constexpr std::size_t most_listed_keys = 100'000;
+// An even or steep share of the records to each parent needs room above the mean.
+constexpr std::uint64_t room_above_mean = 4;
+constexpr std::size_t key_length = 64;  // of an item whose parent is not known yet
+constexpr std::int32_t number_attribute = 19;
+constexpr std::int32_t line_digits = 9;
+
+bool fits_a_line(std::string_view text) {
+  return !text.empty() &&
+         text.find_first_of(std::string_view("\0\t\r\n", 4)) == std::string_view::npos;
+}
+
+std::string joined(const std::vector<std::string>& texts) {
+  std::string line;
+  for (const std::string& text : texts) line += (line.empty() ? "" : "\t") + text;
+  return line;
+}
+
+}  // namespace
+
+KeyItems::KeyItems(ImportPlan& plan, std::size_t table, const KeyPlan& keys,
+                   std::uint64_t most_in_group, PlannedTable& planned)
+    : plan_(plan),
+      table_(table),
+      schema_(plan.model.tables[table].schema),
+      keys_(keys),
+      most_in_group_(most_in_group),
+      planned_(planned) {}
+
+bool KeyItems::may_be_empty(const KeyUse& use, const std::vector<PlannedItem>& items) const {
+  return std::any_of(use.key->columns.begin(), use.key->columns.end(), [&](std::size_t column) {
+    return items[column].is_nullable &&
+           !plan_.model.tables[table_].facts.columns[column].is_never_null;
+  });
+}
+
+void KeyItems::add(std::size_t place, std::vector<PlannedItem>& items) {
+  const KeyUse& use = keys_.keys[place];
+  for (const std::size_t column : use.key->columns) {
+    if (items[column].is_empty) return leave_empty(use, items[column].reason, items);
+  }
+  const bool has_layout = use.parent < plan_.files.size() && !plan_.files[use.parent].empty();
+  if (use.parent == table_ && has_layout) {
+    add_own(use, items);
+  } else if (has_layout) {
+    add_layout(use, items);
+  } else {
+    add_list(use, items);
+  }
+}
+
+void KeyItems::add_layout(const KeyUse& use, std::vector<PlannedItem>& items) {
+  const TableSchema& parent = plan_.model.tables[use.parent].schema;
+  const auto planned = plan_.planned.find(use.parent);
+  for (std::size_t place = 0; place < use.key->columns.size(); ++place) {
+    const std::string& name = use.key->referenced_columns[place];
+    ColumnValues values;
+    values.attributes = text_attributes(key_length);
+    const auto column = std::find_if(parent.columns.begin(), parent.columns.end(),
+                                     [&](const ColumnSchema& each) { return each.name == name; });
+    if (planned != plan_.planned.end() && column != parent.columns.end()) {
+      const auto i = static_cast<std::size_t>(column - parent.columns.begin());
+      if (planned->second.attributes[i]) values.attributes = *planned->second.attributes[i];
+    }
+    values.keys = {{"type", toml_text("key")},
+                   {"layout", toml_text(plan_.files[use.parent])},
+                   {"item", toml_text(name)}};
+    items[use.key->columns[place]].values = std::move(values);
+  }
+  finish(use, items);
+}
+
+// Records of this very layout, which earlier ones point to: a tree. Its root has no parent, or is
+// its own.
+void KeyItems::add_own(const KeyUse& use, std::vector<PlannedItem>& items) {
+  const bool has_root = may_be_empty(use, items);
+  for (std::size_t place = 0; place < use.key->columns.size(); ++place) {
+    PlannedItem& item = items[use.key->columns[place]];
+    const std::string& name = use.key->referenced_columns[place];
+    ColumnValues values;
+    values.attributes = text_attributes(key_length);
+    for (std::size_t i = 0; i < schema_.columns.size(); ++i) {
+      if (schema_.columns[i].name == name && items[i].values) {
+        values.attributes = items[i].values->attributes;
+      }
+    }
+    if (has_root && !use.is_unique) {
+      values.keys = {{"type", toml_text("key")},
+                     {"layout", toml_text(plan_.files[table_])},
+                     {"item", toml_text(name)},
+                     {"order", toml_text("random")}};
+      item.empty_share.clear();
+      item.reason = "a record that came before: a tree";
+    } else {
+      values.keys = {{"type", toml_text("reference")}, {"item", toml_text(name)}};
+      item.empty_share.clear();
+      item.reason = "each record is its own parent";
+    }
+    item.values = std::move(values);
+  }
+}
+
+// The rows that are there, or as many as a list may have.
+void KeyItems::add_list(const KeyUse& use, std::vector<PlannedItem>& items) {
+  std::vector<std::vector<std::string>> rows;
+  std::set<std::vector<std::string>> taken;
+  const auto read = [&](const ForeignKey& key, const auto& take) {
+    plan_.database.read_keys(key, [&](const std::vector<std::string_view>& texts) {
+      check_interruption();
+      if (std::all_of(texts.begin(), texts.end(), fits_a_line)) {
+        take(std::vector<std::string>(texts.begin(), texts.end()));
+      }
+    });
+  };
+  try {
+    if (use.is_unique && plan_.model.tables[table_].rows > 0) {
+      ForeignKey own = *use.key;
+      own.quoted_table = schema_.quoted_name;
+      own.referenced_columns.clear();
+      for (const std::size_t column : use.key->columns) {
+        own.referenced_columns.push_back(schema_.columns[column].name);
+      }
+      read(own, [&](std::vector<std::string> row) { taken.insert(std::move(row)); });
+    }
+    read(*use.key, [&](std::vector<std::string> row) {
+      if (rows.size() < most_listed_keys && !taken.contains(row)) rows.push_back(std::move(row));
+    });
+  } catch (const KeysUnreadable& failure) {
+    return leave_empty(use, "its keys cannot be read: " + std::string(failure.what()), items);
+  }
+  if (rows.empty()) return leave_empty(use, use.key->table + " has no keys that are free", items);
+  std::size_t longest = 1;
+  std::string content =
+      use.key->columns.size() == 1 ? "" : joined(use.key->referenced_columns) + "\n";
+  for (const auto& row : rows) {
+    for (const std::string& text : row) longest = std::max(longest, text.size());
+    content += joined(row) + "\n";
+  }
+  const std::string file =
+      add_list_file(plan_.files[table_], schema_.columns[use.key->columns.front()].name,
+                    std::move(content), planned_.lists);
+  for (std::size_t place = 0; place < use.key->columns.size(); ++place) {
+    ColumnValues values;
+    values.attributes = text_attributes(longest);
+    values.keys = {{"type", toml_text("list")}, {"file", toml_text(file)}};
+    if (use.key->columns.size() > 1) {
+      values.keys.push_back({"column", toml_text(use.key->referenced_columns[place])});
+    }
+    items[use.key->columns[place]].values = std::move(values);
+  }
+  if (use.is_unique) {
+    plan_.records[table_] = std::min(plan_.records[table_], static_cast<std::int64_t>(rows.size()));
+  }
+  finish(use, items);
+}
+
+void KeyItems::leave_empty(const KeyUse& use, const std::string& why,
+                           std::vector<PlannedItem>& items) {
+  const bool is_allowed = may_be_empty(use, items);
+  for (const std::size_t column : use.key->columns) {
+    PlannedItem& item = items[column];
+    item.is_empty = true;
+    item.values.reset();
+    item.reason = why;
+    item.is_gap = !is_allowed;
+  }
+}
+
+// The way of all items of a key, which the first of them says.
+std::vector<LayoutKey> KeyItems::way_of(const KeyUse& use) const {
+  if (use.is_unique) return {{"order", toml_text("shuffled")}};
+  if (!use.joint.empty()) return {{"joint", toml_text(use.joint)}};
+  if (use.has_within) {
+    const std::size_t hub = keys_.keys[*keys_.hub].key->columns.front();
+    return {{"within", toml_text(schema_.columns[hub].name)}};
+  }
+  if (!use.has_each) return {{"order", toml_text("random")}};
+  const auto records = static_cast<std::uint64_t>(plan_.records[table_]);
+  const auto parents = static_cast<std::uint64_t>(plan_.records[use.parent]);
+  const std::uint64_t most = std::min(most_in_group_, (records / parents + 1) * room_above_mean);
+  return {{"each", "{ least = 0, most = " + std::to_string(most) + ", shape = \"zipf\" }"}};
+}
+
+void KeyItems::finish(const KeyUse& use, std::vector<PlannedItem>& items) const {
+  const std::vector<std::size_t>& columns = use.key->columns;
+  for (std::size_t place = 0; place < columns.size(); ++place) {
+    PlannedItem& item = items[columns[place]];
+    if (place == 0) {
+      for (LayoutKey& key : way_of(use)) item.values->keys.push_back(std::move(key));
+    }
+    if (columns.size() == 1) continue;
+    item.values->keys.push_back({"group", toml_text(schema_.columns[columns.front()].name)});
+    const bool follows =
+        place > 0 && !item.empty_share.empty() && !items[columns.front()].empty_share.empty();
+    if (!follows) continue;
+    item.empty_share.clear();
+    item.empty_with = schema_.columns[columns.front()].name;
+  }
+}
+
+ColumnValues KeyItems::line() const {
+  ColumnValues values;
+  values.attributes = {number_attribute, 0, line_digits, line_digits, 0};
+  const std::size_t hub = keys_.keys[*keys_.hub].key->columns.front();
+  values.keys = {{"type", toml_text("line")}, {"of", toml_text(schema_.columns[hub].name)}};
+  return values;
+}
+
+}  // namespace korvex::host

@@ -1,0 +1,263 @@
+#include "host/imports/key_plan.h"
+
+#include <algorithm>
+#include <map>
+#include <numeric>
+
+namespace korvex::host {
+
+namespace {
+
+using Kind = ColumnRole::Kind;
+using Columns = std::vector<std::size_t>;
+
+class KeyPlanner {
+ public:
+  KeyPlanner(const DatabaseModel& model, std::size_t table)
+      : model_(model), table_(model.tables[table].schema), facts_(model.tables[table].facts) {
+    plan_.columns.resize(table_.columns.size());
+  }
+
+  KeyPlan plan() {
+    take_keys();
+    for (const Columns& set : table_.unique_sets) make_unique_alone(set);
+    choose_hub();
+    for (const Columns& set : table_.unique_sets) make_unique_together(set);
+    return std::move(plan_);
+  }
+
+ private:
+  // Wide keys first: the columns of a narrower one are often among theirs, and then follow it, too.
+  void take_keys() {
+    std::vector<std::size_t> order(table_.foreign_keys.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+      return table_.foreign_keys[a].columns.size() > table_.foreign_keys[b].columns.size();
+    });
+    for (const std::size_t i : order) take_key(table_.foreign_keys[i]);
+  }
+
+  bool is_nullable(std::size_t column) const {
+    return table_.columns[column].nullable && !facts_.columns[column].is_never_null;
+  }
+
+  void take_key(const ForeignKey& key) {
+    const auto is_free = [&](std::size_t column) {
+      return plan_.columns[column].kind == Kind::own && !table_.columns[column].is_generated;
+    };
+    const auto taken = std::count_if(key.columns.begin(), key.columns.end(),
+                                     [&](std::size_t column) { return !is_free(column); });
+    const bool is_wide = key.columns.size() > 1;
+    const bool must_have_all =
+        std::none_of(key.columns.begin(), key.columns.end(),
+                     [&](std::size_t column) { return is_nullable(column); });
+    // The first record of a table into itself has no parent, and an address in parts no row.
+    const bool is_rootless = key.is_to_own_table && is_wide && !must_have_all;
+    if (taken == 0 && !is_rootless) {
+      plan_.keys.push_back({&key, model_.find(key), false, false, false, ""});
+      for (std::size_t place = 0; place < key.columns.size(); ++place) {
+        ColumnRole& role = plan_.columns[key.columns[place]];
+        role.kind = Kind::key;
+        role.key = plan_.keys.size() - 1;
+        role.place = place;
+      }
+      return;
+    }
+    for (const std::size_t column : key.columns) {
+      if (!is_free(column) || !is_nullable(column)) continue;
+      plan_.columns[column].kind = Kind::empty;
+      return;
+    }
+    if (static_cast<std::size_t>(taken) == key.columns.size() && !is_wide) return;
+    plan_.remarks.push_back(column_names(table_, key.columns) + ": the key to " + key.table +
+                            " shares columns with another key, and may not be met");
+  }
+
+  // The keys and the columns of its own that a set is made of.
+  struct Members {
+    std::vector<std::size_t> keys;
+    Columns own;
+    bool has_part = false;  // of a key
+    bool has_empty = false;
+  };
+
+  Members members_of(const Columns& set) const {
+    Members members;
+    for (const std::size_t column : set) {
+      const ColumnRole& role = plan_.columns[column];
+      if (role.kind == Kind::key) {
+        // Rows of a key's parent may be alike in a part of its columns.
+        const Columns& whole = plan_.keys[role.key].key->columns;
+        const bool is_whole = std::all_of(whole.begin(), whole.end(), [&](std::size_t member) {
+          return std::count(set.begin(), set.end(), member) > 0;
+        });
+        if (!is_whole) {
+          members.has_part = true;
+        } else if (std::count(members.keys.begin(), members.keys.end(), role.key) == 0) {
+          members.keys.push_back(role.key);
+        }
+      } else if (role.kind == Kind::empty || facts_.columns[column].is_always_null) {
+        members.has_empty = true;
+      } else {
+        members.own.push_back(column);
+      }
+    }
+    return members;
+  }
+
+  bool is_settled(const Members& members) const {
+    return members.has_empty ||
+           std::any_of(members.keys.begin(), members.keys.end(),
+                       [&](std::size_t key) { return plan_.keys[key].is_unique; }) ||
+           std::any_of(members.own.begin(), members.own.end(), [&](std::size_t column) {
+             return plan_.columns[column].is_unique || table_.columns[column].is_generated;
+           });
+  }
+
+  // A set of one column or one key, or one with a column that has values for any number of rows.
+  void make_unique_alone(const Columns& set) {
+    const Members members = members_of(set);
+    if (members.has_empty || members.has_part) return;
+    if (members.own.empty() && members.keys.size() == 1) {
+      plan_.keys[members.keys.front()].is_unique = true;
+    } else if (members.keys.empty() && members.own.size() == 1) {
+      plan_.columns[members.own.front()].is_unique = true;
+    }
+  }
+
+  // The key that is in most sets of several keys or columns: the other members follow its groups.
+  void choose_hub() {
+    std::map<std::size_t, int> sets;
+    for (const Columns& set : table_.unique_sets) {
+      const Members members = members_of(set);
+      if (is_settled(members) || members.keys.size() + members.own.size() < 2) continue;
+      for (const std::size_t key : members.keys) {
+        if (plan_.keys[key].parent < model_.tables.size() &&
+            !model_.tables[plan_.keys[key].parent].is_kept && !plan_.keys[key].key->is_to_own_table)
+          ++sets[key];
+      }
+    }
+    int most = 0;
+    for (const auto& [key, count] : sets) {
+      if (count <= most) continue;
+      most = count;
+      plan_.hub = key;
+    }
+    if (plan_.hub) plan_.keys[*plan_.hub].has_each = true;
+  }
+
+  bool is_whole_number(std::size_t column) const {
+    const ColumnType type = table_.columns[column].type;
+    return (type == ColumnType::integer16 || type == ColumnType::integer32 ||
+            type == ColumnType::integer64) &&
+           !facts_.columns[column].choices && !facts_.columns[column].is_bounded();
+  }
+
+  // Whether a column has values for any number of rows.
+  bool is_rich(std::size_t column) const {
+    const ColumnSchema& schema = table_.columns[column];
+    const ColumnFacts& facts = facts_.columns[column];
+    if (facts.choices || facts.is_bounded() || facts.most_length) return false;
+    constexpr int rich_length = 5;
+    switch (schema.type) {
+      case ColumnType::integer32:
+      case ColumnType::integer64:
+      case ColumnType::uuid:
+      case ColumnType::timestamp:
+        return true;
+      case ColumnType::text:
+        return schema.length == 0 || schema.length >= rich_length;
+      default:
+        return false;
+    }
+  }
+
+  void make_unique_together(const Columns& set) {
+    const Members members = members_of(set);
+    if (set.size() < 2 || is_settled(members)) return;
+    const bool has_hub =
+        plan_.hub && std::count(members.keys.begin(), members.keys.end(), *plan_.hub) > 0;
+    if (has_hub && follow_hub(members)) return;
+    for (const bool must_be_text : {true, false}) {
+      for (const std::size_t column : members.own) {
+        if (!is_rich(column)) continue;
+        if (must_be_text && table_.columns[column].type != ColumnType::text) continue;
+        plan_.columns[column].is_unique = true;
+        return;
+      }
+    }
+    if (join(set, members)) return;
+    plan_.remarks.push_back(column_names(table_, set) +
+                            ": unique together, which their values may not be");
+  }
+
+  // One member that differs in each group of the hub is enough; one that does so already is best.
+  bool follow_hub(const Members& members) {
+    for (const std::size_t column : members.own) {
+      const ColumnRole& role = plan_.columns[column];
+      if (role.has_within || role.kind == Kind::line) return true;
+    }
+    for (const std::size_t key : members.keys) {
+      if (key != *plan_.hub && plan_.keys[key].has_within) return true;
+    }
+    for (const std::size_t column : members.own) {
+      if (!is_whole_number(column)) continue;
+      plan_.columns[column].kind = Kind::line;
+      return true;
+    }
+    for (const std::size_t key : members.keys) {
+      if (key == *plan_.hub) continue;
+      plan_.keys[key].has_within = true;
+      return true;
+    }
+    for (const std::size_t column : members.own) {
+      if (is_rich(column) && table_.columns[column].type == ColumnType::text) {
+        plan_.columns[column].is_unique = true;
+      } else {
+        plan_.columns[column].has_within = true;
+      }
+      return true;
+    }
+    return false;
+  }
+
+  bool join(const Columns& set, const Members& members) {
+    const auto is_joined = [&](std::size_t key) {
+      return plan_.keys[key].has_each || plan_.keys[key].has_within ||
+             !plan_.keys[key].joint.empty() || plan_.keys[key].key->is_to_own_table;
+    };
+    if (std::any_of(members.keys.begin(), members.keys.end(), is_joined)) return false;
+    for (const std::size_t column : members.own) {
+      const ColumnRole& role = plan_.columns[column];
+      if (role.has_within || !role.joint.empty()) return false;
+    }
+    std::string name;
+    for (const std::size_t column : set) {
+      name += (name.empty() ? "" : " ") + table_.columns[column].name;
+    }
+    for (const std::size_t key : members.keys) plan_.keys[key].joint = name;
+    for (const std::size_t column : members.own) plan_.columns[column].joint = name;
+    return true;
+  }
+
+  const DatabaseModel& model_;
+  const TableSchema& table_;
+  const TableFacts& facts_;
+  KeyPlan plan_;
+};
+
+}  // namespace
+
+std::string column_names(const TableSchema& table, const std::vector<std::size_t>& columns) {
+  std::string names;
+  for (const std::size_t column : columns) {
+    names += (names.empty() ? "" : ", ") + table.columns[column].name;
+  }
+  return names;
+}
+
+KeyPlan plan_keys(const DatabaseModel& model, std::size_t table) {
+  return KeyPlanner(model, table).plan();
+}
+
+}  // namespace korvex::host

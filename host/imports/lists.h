@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/imports/table_planner.h"
+
+namespace korvex::host {
+
+// The keys of a list: the values themselves where they are few, else those of a file beside the
+// layout, which is added to the lists.
+std::vector<LayoutKey> list_keys(std::vector<std::string> values, const std::string& layout_file,
+                                 const std::string& column, std::vector<FileDraft>& lists);
+
+// Adds a file with the name of a layout and of what it is for, and answers its name.
+std::string add_list_file(const std::string& layout_file, const std::string& column,
+                          std::string content, std::vector<FileDraft>& lists);
+
+// A name without what a file's name, or the layout that has it, cannot hold.
+std::string file_name_part(std::string_view name);
+
+}  // namespace korvex::host

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace korvex::host {
+
+// Up to `count` different texts that a regular expression of SQL matches as a whole; none for an
+// expression that is not understood. The same expression gives the same texts, longer lists begin
+// with shorter ones.
+std::vector<std::string> matching_texts(const std::string& regular, std::size_t count);
+
+// The regular expression of a pattern of LIKE.
+std::string regular_of_like(const std::string& pattern);
+
+}  // namespace korvex::host

@@ -1,0 +1,453 @@
+#include "host/imports/table_facts.h"
+
+#include <algorithm>
+#include <charconv>
+#include <functional>
+
+#include "host/imports/expression.h"
+#include "host/text/any_case.h"
+
+namespace korvex::host {
+
+namespace {
+
+using Kind = Expression::Kind;
+
+// What a comparison says when its sides change places, and when it is denied.
+std::string turned_round(const std::string& sign) {
+  if (sign == "<") return ">";
+  if (sign == "<=") return ">=";
+  if (sign == ">") return "<";
+  if (sign == ">=") return "<=";
+  return sign;
+}
+
+std::string denied(const std::string& sign) {
+  if (sign == "=") return "<>";
+  if (sign == "<>") return "=";
+  if (sign == "<") return ">=";
+  if (sign == "<=") return ">";
+  return sign == ">" ? "<=" : "<";
+}
+
+std::optional<int> whole_number(const std::string& text) {
+  int number = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, failure] = std::from_chars(text.data(), end, number);
+  if (failure != std::errc() || stop != end) return std::nullopt;
+  return number;
+}
+
+// Whether one constant is below another: as numbers where both are, else as texts, which suits
+// dates.
+bool is_below(const std::string& left, const std::string& right) {
+  char* left_end = nullptr;
+  char* right_end = nullptr;
+  const long double a = std::strtold(left.c_str(), &left_end);
+  const long double b = std::strtold(right.c_str(), &right_end);
+  if (!left.empty() && !right.empty() && *left_end == '\0' && *right_end == '\0') return a < b;
+  return left < right;
+}
+
+class FactReader {
+ public:
+  FactReader(const TableSchema& table, bool is_sqlite)
+      : table_(table), brackets_(is_sqlite ? Brackets::quote_names : Brackets::are_symbols) {
+    facts_.columns.resize(table.columns.size());
+  }
+
+  void add_check(const std::string& text, std::optional<std::size_t> value) {
+    value_ = value;
+    const Expression expression = read_expression(text, brackets_);
+    // What is read in part holds in part: each member of a conjunction counts for itself.
+    if (!take(expression)) {
+      UnreadCondition unread = {text, {}};
+      if (value) unread.columns.push_back(*value);
+      add_columns(read_expression(text, brackets_), unread.columns);
+      if (unread.columns.empty()) add_named(text, unread.columns);
+      facts_.unread.push_back(std::move(unread));
+    }
+  }
+
+  TableFacts take_facts() { return std::move(facts_); }
+
+ private:
+  std::optional<std::size_t> find(const Expression& expression) const {
+    if (!expression.is(Kind::column)) return std::nullopt;
+    if (value_ && is_same_in_any_case(expression.text, "VALUE")) return value_;
+    for (std::size_t i = 0; i < table_.columns.size(); ++i) {
+      if (table_.columns[i].name == expression.text) return i;
+    }
+    for (std::size_t i = 0; i < table_.columns.size(); ++i) {
+      if (is_same_in_any_case(table_.columns[i].name, expression.text)) return i;
+    }
+    return std::nullopt;
+  }
+
+  // What is no column's name can be a text, between marks that SQLite takes for both.
+  std::optional<std::string> constant_of(const Expression& expression) const {
+    if (expression.is(Kind::constant) || expression.is(Kind::truth)) return expression.text;
+    const bool is_quoted_text = expression.is(Kind::column) && !find(expression) && !value_;
+    return is_quoted_text ? std::optional(expression.text) : std::nullopt;
+  }
+
+  ColumnFacts& facts_of(std::size_t column) { return facts_.columns[column]; }
+
+  void add_columns(const Expression& expression, std::vector<std::size_t>& columns) const {
+    const auto column = find(expression);
+    if (column && std::count(columns.begin(), columns.end(), *column) == 0) {
+      columns.push_back(*column);
+    }
+    for (const Expression& part : expression.parts) add_columns(part, columns);
+  }
+
+  // Of a text that is no tree: the columns whose names are among its words.
+  void add_named(const std::string& text, std::vector<std::size_t>& columns) const {
+    std::vector<std::string> names;
+    for (const ColumnSchema& column : table_.columns) names.push_back(column.name);
+    columns = names_in(sql_words(text, brackets_), names);
+  }
+
+  bool take(const Expression& expression) {
+    switch (expression.kind) {
+      case Kind::conjunction: {
+        bool is_read = true;
+        for (const Expression& part : expression.parts) is_read = take(part) && is_read;
+        return is_read;
+      }
+      case Kind::disjunction:
+        return take_disjunction(expression);
+      case Kind::negation:
+        return take_negation(expression.parts.front());
+      case Kind::comparison:
+        return take_comparison(expression);
+      case Kind::is_in:
+        return take_choices(expression);
+      case Kind::like:
+        return take_pattern(expression);
+      case Kind::is_null:
+      case Kind::is_not_null:
+        return take_null_test(expression);
+      case Kind::truth:
+        return expression.text == "true";
+      case Kind::column: {
+        const auto column = find(expression);
+        return column && take_one_of(*column, {"true"});
+      }
+      case Kind::call:
+        return take_call(expression);
+      default:
+        return false;
+    }
+  }
+
+  bool take_null_test(const Expression& expression) {
+    const auto column = find(expression.parts.front());
+    if (!column) return false;
+    ColumnFacts& facts = facts_of(*column);
+    (expression.is(Kind::is_null) ? facts.is_always_null : facts.is_never_null) = true;
+    return !(facts.is_always_null && facts.is_never_null);
+  }
+
+  bool take_one_of(std::size_t column, std::vector<std::string> values) {
+    ColumnFacts& facts = facts_of(column);
+    if (facts.choices) {
+      std::erase_if(values, [&](const std::string& value) {
+        return std::count(facts.choices->begin(), facts.choices->end(), value) == 0;
+      });
+    }
+    if (values.empty()) return false;
+    facts.choices = std::move(values);
+    return true;
+  }
+
+  bool take_choices(const Expression& expression) {
+    const auto column = find(expression.parts.front());
+    std::vector<std::string> values;
+    for (std::size_t i = 1; i < expression.parts.size(); ++i) {
+      const auto value = constant_of(expression.parts[i]);
+      if (value) values.push_back(*value);
+      if (!value && !expression.parts[i].is(Kind::null_value)) return false;
+    }
+    if (column) return take_one_of(*column, std::move(values));
+    // So many of some columns: none or all is the one that says something of its own.
+    const auto counted = counted_columns(expression.parts.front());
+    if (counted.size() < 2 ||
+        values != std::vector{std::string("0"), std::to_string(counted.size())}) {
+      return false;
+    }
+    facts_.together.push_back(counted);
+    return true;
+  }
+
+  bool take_pattern(const Expression& expression) {
+    const auto pattern = constant_of(expression.parts[1]);
+    const auto column = find(stripped(expression.parts[0]));
+    if (!column || !pattern) return false;
+    const std::string& sign = expression.text;
+    if (sign == "GLOB") return false;
+    (sign.front() == '~' ? facts_of(*column).regular : facts_of(*column).like).push_back(*pattern);
+    return true;
+  }
+
+  // Without the functions that leave the texts of no blanks as they are.
+  static const Expression& stripped(const Expression& expression) {
+    for (const std::string_view function : {"trim", "btrim", "ltrim", "rtrim"}) {
+      if (expression.is_call(function) && expression.parts.size() == 1) {
+        return stripped(expression.parts.front());
+      }
+    }
+    return expression;
+  }
+
+  // All equal to something of one column: choices. Otherwise the first branch that can be had,
+  // those that ask for NULL last.
+  bool take_disjunction(const Expression& expression) {
+    std::vector<std::string> values;
+    std::optional<std::size_t> column;
+    bool are_choices = true;
+    for (const Expression& part : expression.parts) {
+      const bool is_equality = part.is(Kind::comparison) && part.text == "=";
+      if (!is_equality && !part.is(Kind::is_in)) are_choices = false;
+      if (!are_choices) break;
+      const auto own = find(part.parts.front());
+      are_choices = own && (!column || *own == *column);
+      column = own;
+      for (std::size_t i = 1; i < part.parts.size() && are_choices; ++i) {
+        const auto value = constant_of(part.parts[i]);
+        are_choices = value.has_value();
+        if (value) values.push_back(*value);
+      }
+    }
+    if (are_choices && column) return take_one_of(*column, std::move(values));
+    for (const bool asks_for_null : {false, true}) {
+      for (const Expression& part : expression.parts) {
+        if (part.is(Kind::is_null) != asks_for_null) continue;
+        TableFacts before = facts_;
+        if (take(part)) return true;
+        facts_ = std::move(before);
+      }
+    }
+    return false;
+  }
+
+  bool take_negation(const Expression& inner) {
+    Expression turned = inner;
+    switch (inner.kind) {
+      case Kind::negation:
+        return take(inner.parts.front());
+      case Kind::is_null:
+      case Kind::is_not_null:
+        turned.kind = inner.is(Kind::is_null) ? Kind::is_not_null : Kind::is_null;
+        return take(turned);
+      case Kind::comparison:
+        turned.text = denied(inner.text);
+        return take(turned);
+      case Kind::conjunction:
+      case Kind::disjunction:
+        turned.kind = inner.is(Kind::conjunction) ? Kind::disjunction : Kind::conjunction;
+        for (Expression& part : turned.parts) {
+          part = Expression{Kind::negation, "", {std::move(part)}};
+        }
+        return take(turned);
+      case Kind::is_in: {
+        const auto column = find(inner.parts.front());
+        if (!column) return false;
+        for (std::size_t i = 1; i < inner.parts.size(); ++i) {
+          const auto value = constant_of(inner.parts[i]);
+          if (!value) return false;
+          facts_of(*column).excluded.push_back(*value);
+        }
+        return true;
+      }
+      case Kind::column: {
+        const auto column = find(inner);
+        return column && take_one_of(*column, {"false"});
+      }
+      default:
+        return false;
+    }
+  }
+
+  bool take_comparison(const Expression& expression) {
+    const Expression& left = expression.parts[0];
+    const Expression& right = expression.parts[1];
+    const auto is_fixed = [&](const Expression& side) {
+      return side.is(Kind::now) || constant_of(side).has_value();
+    };
+    if (is_fixed(right)) return take_bound(left, expression.text, right);
+    if (is_fixed(left)) return take_bound(right, turned_round(expression.text), left);
+    const auto first = find(left);
+    const auto second = find(right);
+    if (first && second) return take_order(*first, expression.text, *second);
+    if (take_letter_case(left, right, expression.text)) return true;
+    if (take_letter_case(right, left, expression.text)) return true;
+    return take_null_parity(left, right, expression.text);
+  }
+
+  bool take_order(std::size_t left, const std::string& sign, std::size_t right) {
+    using Order = ColumnOrder::Kind;
+    if (sign == "=") facts_.orders.push_back({left, Order::equal, right});
+    if (sign == "<>") facts_.orders.push_back({left, Order::unequal, right});
+    if (sign == "<") facts_.orders.push_back({left, Order::less, right});
+    if (sign == "<=") facts_.orders.push_back({left, Order::less_or_equal, right});
+    if (sign == ">") facts_.orders.push_back({right, Order::less, left});
+    if (sign == ">=") facts_.orders.push_back({right, Order::less_or_equal, left});
+    return true;
+  }
+
+  // `code = upper(code)`.
+  bool take_letter_case(const Expression& plain, const Expression& changed,
+                        const std::string& sign) {
+    const auto column = find(plain);
+    const bool is_upper = changed.is_call("upper");
+    if (!column || sign != "=" || (!is_upper && !changed.is_call("lower"))) return false;
+    if (changed.parts.size() != 1 || find(changed.parts.front()) != column) return false;
+    facts_of(*column).letter_case =
+        is_upper ? ColumnFacts::LetterCase::upper : ColumnFacts::LetterCase::lower;
+    return true;
+  }
+
+  // `(a IS NULL) = (b IS NULL)`, or `<>`, or with one of them turned round.
+  bool take_null_parity(const Expression& left, const Expression& right, const std::string& sign) {
+    const auto is_test = [](const Expression& side) {
+      return side.is(Kind::is_null) || side.is(Kind::is_not_null);
+    };
+    if (!is_test(left) || !is_test(right) || (sign != "=" && sign != "<>")) return false;
+    const auto first = find(left.parts.front());
+    const auto second = find(right.parts.front());
+    if (!first || !second) return false;
+    if ((left.kind == right.kind) == (sign == "=")) {
+      facts_.together.push_back({*first, *second});
+      return true;
+    }
+    return take_counted({*first, *second}, "=", 1);
+  }
+
+  // The columns of `num_nonnulls(a, b)` and of `(a IS NOT NULL) + (b IS NOT NULL)`.
+  std::vector<std::size_t> counted_columns(const Expression& expression) const {
+    std::vector<std::size_t> columns;
+    std::vector<const Expression*> waiting = {&expression};
+    while (!waiting.empty()) {
+      const Expression& next = *waiting.back();
+      waiting.pop_back();
+      if (next.is_call("+") || next.is_call("num_nonnulls")) {
+        for (auto part = next.parts.rbegin(); part != next.parts.rend(); ++part) {
+          waiting.push_back(&*part);
+        }
+        continue;
+      }
+      const bool is_of_call = expression.is_call("num_nonnulls");
+      if (!is_of_call && !next.is(Kind::is_not_null)) return {};
+      const auto column = find(is_of_call ? next : next.parts.front());
+      if (!column) return {};
+      columns.push_back(*column);
+    }
+    return columns;
+  }
+
+  // So many of some columns are given: the first ones are, those that are too many never.
+  bool take_counted(const std::vector<std::size_t>& columns, const std::string& sign, int count) {
+    if (sign == "<>") return false;
+    if (sign == ">") ++count;
+    if (sign == "<") --count;
+    const int most = static_cast<int>(columns.size());
+    if (count < 0 || count > most) return false;
+    for (int i = 0; i < most; ++i) {
+      ColumnFacts& facts = facts_of(columns[static_cast<std::size_t>(i)]);
+      if (i < count && sign.front() != '<') facts.is_never_null = true;
+      if (i >= count && sign.front() != '>') facts.is_always_null = true;
+      if (facts.is_never_null && facts.is_always_null) return false;
+    }
+    return true;
+  }
+
+  bool take_length(std::size_t column, const std::string& sign, int length) {
+    ColumnFacts& facts = facts_of(column);
+    const auto at_least = [&](int size) {
+      facts.least_length = std::max(facts.least_length.value_or(0), size);
+    };
+    const auto at_most = [&](int size) {
+      facts.most_length = std::min(facts.most_length.value_or(size), size);
+    };
+    if (sign == "<>") {
+      if (length != 0) return false;
+      at_least(1);
+    }
+    if (sign == "=" || sign.front() == '>') at_least(sign == ">" ? length + 1 : length);
+    if (sign == "=" || sign == "<" || sign == "<=") at_most(sign == "<" ? length - 1 : length);
+    return true;
+  }
+
+  // A comparison with a constant, which stands on the right.
+  bool take_bound(const Expression& left, const std::string& sign, const Expression& right) {
+    const auto constant = constant_of(right);
+    if (left.is(Kind::call)) {
+      return constant && take_bound_of_call(left, sign, *constant);
+    }
+    const auto column = find(left);
+    if (!column) return false;
+    ColumnFacts& facts = facts_of(*column);
+    if (constant && sign == "=") return take_one_of(*column, {*constant});
+    if (constant && sign == "<>") {
+      facts.excluded.push_back(*constant);
+      return true;
+    }
+    if (sign == "=" || sign == "<>") return false;
+    const ValueBound bound = {constant, sign.size() == 2};
+    std::optional<ValueBound>& known = sign.front() == '<' ? facts.most : facts.least;
+    const bool is_narrower = !known || !known->text || !constant ||
+                             (sign.front() == '<' ? !is_below(*known->text, *constant)
+                                                  : !is_below(*constant, *known->text));
+    if (is_narrower) known = bound;
+    return true;
+  }
+
+  bool take_bound_of_call(const Expression& left, const std::string& sign,
+                          const std::string& constant) {
+    const auto number = whole_number(constant);
+    const auto counted = counted_columns(left);
+    if (counted.size() > 1) return number && take_counted(counted, sign, *number);
+    if (left.parts.empty()) return false;
+    const auto column = find(stripped(left.parts.front()));
+    if (!column) return false;
+    for (const std::string_view function : {"length", "char_length", "character_length"}) {
+      if (left.is_call(function)) return number && take_length(*column, sign, *number);
+    }
+    const bool is_trimmed = &stripped(left) != &left;
+    if (is_trimmed && constant.empty()) return take_length(*column, sign, 0);
+    if (left.is_call("jsonb_typeof") || left.is_call("json_typeof") || left.is_call("json_type")) {
+      facts_of(*column).json_type = constant;
+      return sign == "=";
+    }
+    // Arrays are made with two elements.
+    const bool is_size = left.is_call("array_length") || left.is_call("cardinality");
+    if (!is_size || !number) return false;
+    return sign.front() == '>' ? *number < 2 || sign == ">=" : *number > 2;
+  }
+
+  bool take_call(const Expression& expression) {
+    if (expression.is_call("json_valid") && expression.parts.size() == 1) {
+      const auto column = find(expression.parts.front());
+      if (column && facts_of(*column).json_type.empty()) facts_of(*column).json_type = "object";
+      return column.has_value();
+    }
+    return false;
+  }
+
+  const TableSchema& table_;
+  const Brackets brackets_;
+  std::optional<std::size_t> value_;  // what VALUE stands for, in a domain
+  TableFacts facts_;
+};
+
+}  // namespace
+
+TableFacts read_facts(const TableSchema& table, const TableRules& rules, bool is_sqlite) {
+  FactReader reader(table, is_sqlite);
+  for (const std::string& check : rules.checks) reader.add_check(check, std::nullopt);
+  for (const DomainCheck& check : rules.domain_checks) reader.add_check(check.text, check.column);
+  return reader.take_facts();
+}
+
+}  // namespace korvex::host

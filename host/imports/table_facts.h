@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/databases/table_rules.h"
+#include "host/databases/table_schema.h"
+
+namespace korvex::host {
+
+// The least or the largest value that a condition allows. The text is as SQL has it; none means the
+// present day or moment.
+struct ValueBound {
+  std::optional<std::string> text;
+  bool is_inclusive = true;
+};
+
+// What the conditions of a table ask of one column.
+struct ColumnFacts {
+  std::optional<ValueBound> least;
+  std::optional<ValueBound> most;
+  std::optional<std::vector<std::string>> choices;
+  std::vector<std::string> excluded;
+  std::optional<int> least_length;
+  std::optional<int> most_length;
+  std::vector<std::string> like;     // patterns of LIKE
+  std::vector<std::string> regular;  // regular expressions
+  enum class LetterCase { any, upper, lower };
+  LetterCase letter_case = LetterCase::any;
+  bool is_never_null = false;
+  bool is_always_null = false;
+  std::string json_type;  // object, array, string or number
+
+  bool is_bounded() const { return least || most; }
+};
+
+// Two columns of which the first is to be less than the second, or not more.
+struct ColumnOrder {
+  enum class Kind { less, less_or_equal, equal, unequal };
+  std::size_t left = 0;
+  Kind kind = Kind::less;
+  std::size_t right = 0;
+};
+
+// A condition that nobody here can read, with the columns that it speaks of.
+struct UnreadCondition {
+  std::string text;
+  std::vector<std::size_t> columns;
+};
+
+// What the conditions of a table, of its columns' domains and of its partitions ask.
+struct TableFacts {
+  std::vector<ColumnFacts> columns;
+  std::vector<ColumnOrder> orders;
+  std::vector<std::vector<std::size_t>> together;  // all of them NULL, or none
+  std::vector<UnreadCondition> unread;
+};
+
+TableFacts read_facts(const TableSchema& table, const TableRules& rules, bool is_sqlite);
+
+}  // namespace korvex::host

@@ -1,0 +1,345 @@
+#include "host/imports/table_planner.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "host/imports/key_items.h"
+#include "host/imports/key_plan.h"
+#include "host/imports/lists.h"
+#include "host/imports/ordered_columns.h"
+#include "host/layout/own_text.h"
+#include "host/process/signals.h"
+
+namespace korvex::host {
+
+namespace {
+
+using Kind = ColumnRole::Kind;
+
+constexpr std::size_t longest_item_name = 63;
+// A nullable column of which nothing else is known.
+constexpr const char* share_of_nulls = "0.1";
+
+class TablePlanner {
+ public:
+  TablePlanner(ImportPlan& plan, std::size_t table)
+      : plan_(plan),
+        table_(table),
+        imported_(plan.model.tables[table]),
+        schema_(imported_.schema),
+        facts_(imported_.facts.columns),
+        keys_(plan_keys(plan.model, table)),
+        items_(schema_.columns.size()) {}
+
+  PlannedTable run() {
+    find_referenced();
+    settle_nulls();
+    for (std::size_t i = 0; i < items_.size(); ++i) make_own(i);
+    limit_records();
+    follow_orders(imported_, items_);
+    add_keys();
+    write();
+    return std::move(planned_);
+  }
+
+ private:
+  // Others point to these columns, so they can't be empty, nor left to a trigger.
+  void find_referenced() {
+    for (const ImportedTable& other : plan_.model.tables) {
+      for (const ForeignKey& key : other.schema.foreign_keys) {
+        if (other.is_kept || plan_.model.find(key) != table_) continue;
+        for (const std::string& name : key.referenced_columns) {
+          for (std::size_t i = 0; i < items_.size(); ++i) {
+            if (schema_.columns[i].name == name) items_[i].is_referenced = true;
+          }
+        }
+      }
+    }
+  }
+
+  void settle_nulls() {
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+      PlannedItem& item = items_[i];
+      const bool may_be_null =
+          schema_.columns[i].nullable && !facts_[i].is_never_null && !item.is_referenced;
+      item.is_nullable = schema_.columns[i].nullable;
+      if (may_be_null && !plan_.is_plain) item.empty_share = share_of_nulls;
+    }
+    for (const auto& together : imported_.facts.together) {
+      const bool has_given = std::any_of(together.begin(), together.end(), [&](std::size_t i) {
+        return items_[i].empty_share.empty();
+      });
+      for (const std::size_t i : together) {
+        items_[i].empty_share.clear();
+        if (has_given) continue;
+        if (i == together.front()) items_[i].empty_share = share_of_nulls;
+        if (i != together.front()) items_[i].empty_with = schema_.columns[together.front()].name;
+      }
+    }
+  }
+
+  bool is_left_out(std::size_t i) {
+    const ColumnSchema& column = schema_.columns[i];
+    const auto& filled = imported_.rules.filled;
+    const bool is_filled = std::count(filled.begin(), filled.end(), i) > 0 &&
+                           !items_[i].is_referenced && keys_.has_own_values(i);
+    if (column.is_generated) note(column.name + ": computed by the database");
+    if (is_filled) note(column.name + ": filled by a trigger");
+    return column.is_generated || is_filled;
+  }
+
+  void note(const std::string& text) { planned_.layout.remarks.push_back(text); }
+
+  ColumnTask task_of(std::size_t i) {
+    ColumnTask task{.column = schema_.columns[i], .facts = facts_[i], .period = plan_.period};
+    task.records = plan_.records[table_];
+    task.is_unique = keys_.columns[i].is_unique;
+    const auto& sets = schema_.unique_sets;
+    task.counts_on = task.is_unique && !sets.empty() && sets.front() == std::vector{i};
+    task.has_readable_texts = !plan_.is_plain;
+    task.rows_there = static_cast<std::uint64_t>(imported_.rows);
+    for (const ColumnShape& shape : imported_.rules.shapes) {
+      if (shape.column == i) task.shape = &shape.shape;
+    }
+    if (task.is_unique && imported_.rows > 0) {
+      if (counts_on(task.column)) {
+        task.largest = plan_.database.largest_number(schema_, i);
+      }
+      task.largest_text = [this, i](const TextForm& form) {
+        return plan_.database.largest_text(schema_, i, form);
+      };
+      task.held = [this, i] { return held_texts(i); };
+    }
+    return task;
+  }
+
+  std::vector<std::string> held_texts(std::size_t i) {
+    ForeignKey own;
+    own.quoted_table = schema_.quoted_name;
+    own.referenced_columns = {schema_.columns[i].name};
+    own.columns = {i};
+    std::vector<std::string> texts;
+    plan_.database.read_keys(own, [&](const std::vector<std::string_view>& row) {
+      check_interruption();
+      texts.emplace_back(row.front());
+    });
+    return texts;
+  }
+
+  static bool counts_on(const ColumnSchema& column) {
+    return column.type == ColumnType::integer16 || column.type == ColumnType::integer32 ||
+           column.type == ColumnType::integer64 ||
+           (column.type == ColumnType::decimal && column.precision > 0 && column.scale == 0);
+  }
+
+  void make_own(std::size_t i) {
+    PlannedItem& item = items_[i];
+    if (is_left_out(i)) {
+      item.is_left_out = true;
+      return;
+    }
+    if (facts_[i].is_always_null || keys_.columns[i].kind == Kind::empty) {
+      item.reason = facts_[i].is_always_null ? "another column has a value in its place"
+                                             : "a key that can't be followed beside another one";
+      item.is_empty = true;
+      return;
+    }
+    if (!keys_.has_own_values(i)) return;
+    const ColumnTask task = task_of(i);
+    item.values = make_values(task);
+    if (!item.values) leave_without_values(i);
+  }
+
+  void leave_without_values(std::size_t i) {
+    const ColumnSchema& column = schema_.columns[i];
+    PlannedItem& item = items_[i];
+    item.is_empty = true;
+    if (column.nullable && !facts_[i].is_never_null) {
+      item.reason = "no value is known for the type or its conditions, stays NULL";
+    } else if (column.has_default) {
+      note(column.name + ": left to its default");
+      item.is_left_out = true;
+    } else {
+      item.is_gap = true;
+    }
+  }
+
+  std::uint64_t period_of(std::size_t column) const {
+    const ColumnRole& role = keys_.columns[column];
+    if (role.kind == Kind::key) return parent_records(keys_.keys[role.key]);
+    return items_[column].values ? items_[column].values->period
+                                 : std::numeric_limits<std::uint64_t>::max();
+  }
+
+  std::uint64_t parent_records(const KeyUse& use) const {
+    const bool is_planned = use.parent < plan_.files.size() && !plan_.files[use.parent].empty();
+    return is_planned ? static_cast<std::uint64_t>(plan_.records[use.parent])
+                      : std::numeric_limits<std::uint64_t>::max();
+  }
+
+  void limit_to(std::uint64_t count, const std::string& columns) {
+    std::int64_t& records = plan_.records[table_];
+    if (count >= static_cast<std::uint64_t>(records)) return;
+    records = static_cast<std::int64_t>(count);
+    note(columns + ": unique, with only " + std::to_string(count) + " different values");
+  }
+
+  void limit_records() {
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+      const ColumnRole& role = keys_.columns[i];
+      const bool is_unique_key = role.kind == Kind::key && keys_.keys[role.key].is_unique;
+      if (role.is_unique || is_unique_key) limit_to(period_of(i), schema_.columns[i].name);
+      if (has_within(i)) {
+        most_in_group_ = std::min(most_in_group_, period_of(i));
+      }
+    }
+    limit_joined();
+    if (!keys_.hub) return;
+    const std::uint64_t parents = parent_records(keys_.keys[*keys_.hub]);
+    const KeyUse& hub = keys_.keys[*keys_.hub];
+    if (most_in_group_ < std::numeric_limits<std::uint64_t>::max() / parents) {
+      limit_to(parents * most_in_group_, column_names(schema_, hub.key->columns));
+    }
+  }
+
+  bool has_within(std::size_t i) const {
+    const ColumnRole& role = keys_.columns[i];
+    return role.has_within || (role.kind == Kind::key && keys_.keys[role.key].has_within);
+  }
+
+  void limit_joined() {
+    std::map<std::string, std::uint64_t> products;
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+      const ColumnRole& role = keys_.columns[i];
+      const bool is_first_of_key = role.kind == Kind::key && role.place == 0;
+      const std::string& joint = is_first_of_key ? keys_.keys[role.key].joint : role.joint;
+      if (joint.empty()) continue;
+      std::uint64_t& product = products.try_emplace(joint, 1).first->second;
+      const std::uint64_t period = period_of(i);
+      product = period > std::numeric_limits<std::uint64_t>::max() / product
+                    ? std::numeric_limits<std::uint64_t>::max()
+                    : product * period;
+    }
+    for (const auto& [joint, product] : products) limit_to(product, joint);
+  }
+
+  void add_keys() {
+    KeyItems keys(plan_, table_, keys_, most_in_group_, planned_);
+    for (std::size_t use = 0; use < keys_.keys.size(); ++use) keys.add(use, items_);
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+      if (keys_.columns[i].kind == Kind::line) items_[i].values = keys.line();
+    }
+  }
+
+  // What the item's comment says of the column.
+  std::vector<std::string> remarks_of(std::size_t i) const {
+    const ColumnSchema& column = schema_.columns[i];
+    std::string text = column.declared_type.empty() ? "no type" : column.declared_type;
+    if (!column.nullable) text += ", not null";
+    if (keys_.columns[i].is_unique) text += ", unique";
+    if (keys_.columns[i].kind == Kind::key) {
+      text += ", refers to " + keys_.keys[keys_.columns[i].key].key->table;
+    }
+    std::vector<std::string> remarks = {text};
+    if (!items_[i].reason.empty()) remarks.push_back(items_[i].reason);
+    for (const UnreadCondition& unread : imported_.facts.unread) {
+      if (std::count(unread.columns.begin(), unread.columns.end(), i) > 0) {
+        remarks.push_back("a condition that korvex can't read: " + unread.text);
+      }
+    }
+    if (items_[i].is_gap) remarks.emplace_back("korvex: needs a value");
+    return remarks;
+  }
+
+  bool takes_name(std::size_t i) {
+    const std::string& name = schema_.columns[i].name;
+    if (character_count(name) <= longest_item_name &&
+        std::none_of(name.begin(), name.end(),
+                     [](char letter) { return static_cast<unsigned char>(letter) < ' '; })) {
+      return true;
+    }
+    planned_.remarks.push_back("column " + name + ": left out, its name is none of an item");
+    return false;
+  }
+
+  void write() {
+    LayoutDraft& layout = planned_.layout;
+    layout.table = schema_.name;
+    layout.records = static_cast<std::int32_t>(plan_.records[table_]);
+    layout.is_utf8 = true;
+    planned_.file = plan_.files[table_];
+    layout.data = planned_.file.substr(0, planned_.file.rfind('.')) + ".csv";
+    planned_.attributes.resize(items_.size());
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+      if (items_[i].is_left_out || !takes_name(i)) continue;
+      layout.items.push_back(item_draft(i));
+      planned_.attributes[i] = layout.items.back().attributes;
+      if (items_[i].is_gap) {
+        ++planned_.gaps;
+        planned_.remarks.push_back("column " + schema_.columns[i].name + " (" +
+                                   schema_.columns[i].declared_type + "): needs a value");
+      }
+    }
+    for (const std::string& remark : keys_.remarks) note(remark);
+    layout.remarks.insert(
+        layout.remarks.begin(),
+        "The table " + schema_.name + ": an item's values go to the column of its name.");
+  }
+
+  ItemDraft item_draft(std::size_t i) {
+    PlannedItem& item = items_[i];
+    ItemDraft draft;
+    draft.name = schema_.columns[i].name;
+    draft.nullable = item.is_nullable;
+    draft.remarks = remarks_of(i);
+    draft.attributes = text_attributes(1);
+    if (item.is_empty || !item.values) return draft;
+    ColumnValues& values = *item.values;
+    draft.attributes = values.attributes;
+    draft.values.source = ValuesDraft::Source::by_keys;
+    if (!values.listed.empty()) {
+      draft.values.keys =
+          list_keys(std::move(values.listed), planned_.file, draft.name, planned_.lists);
+    }
+    const ColumnRole& role = keys_.columns[i];
+    for (LayoutKey& key : values.keys) {
+      const bool is_replaced = key.name == "order" && (role.has_within || !role.joint.empty());
+      if (!is_replaced) draft.values.keys.push_back(std::move(key));
+    }
+    if (role.kind == Kind::own && role.has_within) {
+      draft.values.keys.push_back({"within", toml_text(hub_item())});
+    }
+    if (role.kind == Kind::own && !role.joint.empty()) {
+      draft.values.keys.push_back({"joint", toml_text(role.joint)});
+    }
+    if (!draft.nullable) return draft;
+    if (!item.empty_share.empty()) draft.values.keys.push_back({"empty", item.empty_share});
+    if (!item.empty_with.empty()) {
+      draft.values.keys.push_back({"empty_with", toml_text(item.empty_with)});
+    }
+    return draft;
+  }
+
+  const std::string& hub_item() const {
+    return schema_.columns[keys_.keys[*keys_.hub].key->columns.front()].name;
+  }
+
+  ImportPlan& plan_;
+  const std::size_t table_;
+  const ImportedTable& imported_;
+  const TableSchema& schema_;
+  const std::vector<ColumnFacts>& facts_;
+  const KeyPlan keys_;
+  std::vector<PlannedItem> items_;
+  std::uint64_t most_in_group_ = std::numeric_limits<std::uint64_t>::max();
+  PlannedTable planned_;
+};
+
+}  // namespace
+
+void plan_table(ImportPlan& plan, std::size_t table) {
+  plan.planned[table] = TablePlanner(plan, table).run();
+}
+
+}  // namespace korvex::host
