@@ -13,7 +13,10 @@ sql
   CREATE TABLE order_tag (order_id integer NOT NULL REFERENCES orders, tag_id integer NOT NULL REFERENCES tag, PRIMARY KEY (order_id, tag_id));
   CREATE TABLE employee (id integer PRIMARY KEY, boss integer REFERENCES employee, name varchar(30) NOT NULL);
   CREATE TABLE passport (customer_id integer PRIMARY KEY REFERENCES customer, number integer NOT NULL UNIQUE);
-  CREATE TABLE odd (id integer PRIMARY KEY, a integer NOT NULL, b integer NOT NULL, CHECK (a * b <> 77));
+  CREATE TABLE odd (id integer PRIMARY KEY, a integer NOT NULL, b integer NOT NULL, CHECK (a * b <> 7777777));
+  postgresql: CREATE TABLE y (id integer PRIMARY KEY, x integer NOT NULL); CREATE TABLE x (id integer PRIMARY KEY, y integer NOT NULL REFERENCES y);
+  postgresql: ALTER TABLE y ADD FOREIGN KEY (x) REFERENCES x;
+  sqlite: CREATE TABLE x (id integer PRIMARY KEY, y integer NOT NULL REFERENCES y); CREATE TABLE y (id integer PRIMARY KEY, x integer NOT NULL REFERENCES x);
   CREATE VIEW seen AS SELECT 1 AS one;
 postgresql: sql
   CREATE TYPE mood AS ENUM ('sad', 'happy'); CREATE TYPE pair AS (x integer, y text);
@@ -34,12 +37,11 @@ do
   $ rm -rf f; korvex import "<target>" -o f 2>said | sed 's/[0-9]* //'; grep -v event_1 said
     layouts: f
     <*>seen: left out, a view
-  $ for t in country customer orders line note tag order_tag employee passport; do korvex load f/$t.toml "<target>" --quiet || echo $t; done
-  postgresql: $ for t in event types; do korvex load f/$t.toml "<target>" --quiet || echo $t; done
+  > load f "<target>" --quiet
   query SELECT count(*) / <ROUND> FROM customer
     200
 # What can't be read of a condition is quoted beside the items that it is about.
-$ grep -c "can't read: .*77" f/odd.toml
+$ grep -c "can't read: .*7777777" f/odd.toml
   2
 # Children differ in number, and every child has its parent.
 query SELECT count(DISTINCT n) > 2 FROM (SELECT count(*) AS n FROM orders GROUP BY customer_id) sizes
