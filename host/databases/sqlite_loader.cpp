@@ -15,11 +15,14 @@ class SqliteLoad : public DatabaseLoad {
  public:
   SqliteLoad(SqliteConnection& connection, LoadRequest request)
       : connection_(connection), request_(std::move(request)) {
-    connection_.run("PRAGMA foreign_keys = ON");
+    // While a key waits for its row, SQLite goes through all rows that refer to a table for each
+    // one that is added to it. So keys that are to wait are left alone until the end.
+    connection_.run(request_.defers_keys ? "PRAGMA foreign_keys = OFF"
+                                         : "PRAGMA foreign_keys = ON");
     connection_.run("BEGIN IMMEDIATE");
     try {
-      if (request_.defers_keys) connection_.run("PRAGMA defer_foreign_keys = ON");
       if (request_.empties_first) empty_tables();
+      if (request_.defers_keys) unreferenced_before_ = unreferenced_rows();
       for (std::size_t i = 0; i < request_.tables.size(); ++i) {
         insertions_.push_back(
             std::make_unique<SqliteInsertion>(connection_, request_.tables[i], i));
@@ -43,18 +46,46 @@ class SqliteLoad : public DatabaseLoad {
   void end_table() override {}
 
   std::vector<std::string> finish() override {
+    if (request_.defers_keys && unreferenced_rows() > unreferenced_before_) {
+      refuse_unreferenced("FOREIGN KEY constraint failed");
+    }
     check_interruption();
     const int result = sqlite3_exec(connection_.get(), "COMMIT", nullptr, nullptr, nullptr);
     if (result == SQLITE_OK) return {};
     const std::string message = sqlite3_errmsg(connection_.get());
     check_interruption();
-    if (result == SQLITE_CONSTRAINT_FOREIGNKEY) {
-      for (const auto& insertion : insertions_) insertion->refuse_unreferenced(message);
-    }
+    if (result == SQLITE_CONSTRAINT_FOREIGNKEY) refuse_unreferenced(message);
     throw DatabaseError(connection_.file() + ": " + message);
   }
 
  private:
+  [[noreturn]] void refuse_unreferenced(const std::string& message) {
+    for (const auto& insertion : insertions_) insertion->refuse_unreferenced(message);
+    throw DatabaseError(connection_.file() + ": " + message);
+  }
+
+  // In all tables, as triggers may add rows to any. Some may have been there before.
+  std::int64_t unreferenced_rows() {
+    std::int64_t count = 0;
+    for (const std::string& name : table_names()) {
+      try {
+        SqliteStatement rows(connection_,
+                             "PRAGMA main.foreign_key_check(" + quoted_name(name) + ")");
+        while (rows.next()) ++count;
+      } catch (const DatabaseError&) {
+        // The keys of others may be as wrong as they like.
+        if (is_loaded(quoted_name(name))) throw;
+      }
+    }
+    return count;
+  }
+
+  bool is_loaded(const std::string& quoted) const {
+    return std::any_of(
+        request_.tables.begin(), request_.tables.end(),
+        [&](const LoadedTable& table) { return table.schema.quoted_name == quoted; });
+  }
+
   // Those that refer to others first. A key of a table that is not loaded might have its rows
   // removed as well, or changed.
   void empty_tables() {
@@ -73,11 +104,7 @@ class SqliteLoad : public DatabaseLoad {
 
   void refuse_foreign_rows() {
     for (const std::string& name : table_names()) {
-      const std::string quoted = quoted_name(name);
-      const auto is_quoted_so = [&](const LoadedTable& table) {
-        return table.schema.quoted_name == quoted;
-      };
-      if (std::any_of(request_.tables.begin(), request_.tables.end(), is_quoted_so)) continue;
+      if (is_loaded(quoted_name(name))) continue;
       const TableSchema other = read_sqlite_schema(connection_, name);
       for (const ForeignKey& key : other.foreign_keys) {
         const auto target = std::find_if(
@@ -104,6 +131,7 @@ class SqliteLoad : public DatabaseLoad {
   const LoadRequest request_;
   std::vector<std::unique_ptr<SqliteInsertion>> insertions_;  // side by side with the tables
   SqliteInsertion* insertion_ = nullptr;                      // of the table that takes the rows
+  std::int64_t unreferenced_before_ = 0;
 };
 
 }  // namespace
