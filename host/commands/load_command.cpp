@@ -212,16 +212,16 @@ std::vector<std::string> load_tables(Database& database, LoadRequest request,
   }
 }
 
-// The rows are there to stay, whatever becomes of this.
-void analyze(Database& database, const std::vector<TableSchema>& tables, std::ostream& messages) {
-  for (const TableSchema& table : tables) {
-    try {
-      database.analyze(table);
-    } catch (const DatabaseError& failure) {
-      messages << platform::printable(table.name)
-               << ": was loaded, but not analyzed: " << platform::printable_lines(failure.what())
-               << std::endl;
+// The rows are there to stay, whatever becomes of this. The program's exit status.
+int analyze(Database& database, const std::vector<TableSchema>& tables, std::ostream& messages) {
+  try {
+    for (const std::string& failure : database.analyze(tables)) {
+      messages << "loaded, but not analyzed: " << platform::printable_lines(failure) << std::endl;
     }
+    return exit_status::done;
+  } catch (const Interrupted& interrupted) {
+    messages << "all rows were loaded, but not all tables were analyzed" << std::endl;
+    return interrupted.exit_status;
   }
 }
 
@@ -268,13 +268,7 @@ int load(const LoadOptions& options, std::vector<TableLoad>& loads, std::istream
     throw;
   }
   for (const std::string& note : notes) messages << platform::printable(note) << std::endl;
-  int status = exit_status::done;
-  try {
-    if (!options.no_analyze) analyze(*database, tables, messages);
-  } catch (const Interrupted& interrupted) {
-    messages << "all rows were loaded, but not all tables were analyzed" << std::endl;
-    status = interrupted.exit_status;
-  }
+  const int status = options.no_analyze ? exit_status::done : analyze(*database, tables, messages);
   ignore_interruptions();
   if (!options.quiet) print_rows(loads, options, seconds_since(start), out, messages);
   return status;

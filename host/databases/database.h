@@ -123,8 +123,9 @@ class Database {
 
   virtual std::unique_ptr<DatabaseLoad> begin_load(LoadRequest request) = 0;
 
-  // Has the database count again what it knows of a table's rows for its plans.
-  virtual void analyze(const TableSchema& table) = 0;
+  // Has the database count again what it knows of the tables' rows for its plans. Answers what
+  // could not be done, a line for each.
+  virtual std::vector<std::string> analyze(const std::vector<TableSchema>& tables) = 0;
 };
 
 // Opens what "sqlite:FILE", "postgresql:CONNINFO", "postgresql://..." or "postgres://..." names.

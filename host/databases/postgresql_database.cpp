@@ -122,8 +122,16 @@ class PostgresqlDatabase : public Database {
     return begin_postgresql_load(connection_, std::move(request));
   }
 
-  void analyze(const TableSchema& table) override {
-    connection_.run("ANALYZE " + table.quoted_name);
+  std::vector<std::string> analyze(const std::vector<TableSchema>& tables) override {
+    std::vector<std::string> failures;
+    for (const TableSchema& table : tables) {
+      try {
+        connection_.run("ANALYZE " + table.quoted_name);
+      } catch (const DatabaseError& failure) {
+        failures.push_back(table.name + ": " + failure.what());
+      }
+    }
+    return failures;
   }
 
  private:

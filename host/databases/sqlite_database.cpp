@@ -73,9 +73,18 @@ class SqliteDatabase : public Database {
     return begin_sqlite_load(connection_, std::move(request));
   }
 
-  void analyze(const TableSchema& table) override {
-    connection_.run("PRAGMA analysis_limit = " + std::to_string(analyzed_rows));
-    connection_.run("ANALYZE main." + table.quoted_name);
+  // In one transaction: each would wait for the disk.
+  std::vector<std::string> analyze(const std::vector<TableSchema>& tables) override {
+    try {
+      connection_.run("PRAGMA analysis_limit = " + std::to_string(analyzed_rows));
+      connection_.run("BEGIN IMMEDIATE");
+      for (const TableSchema& table : tables) connection_.run("ANALYZE main." + table.quoted_name);
+      connection_.run("COMMIT");
+      return {};
+    } catch (const DatabaseError& failure) {
+      connection_.roll_back();
+      return {failure.what()};
+    }
   }
 
  private:
