@@ -226,6 +226,12 @@ std::unique_ptr<Source> FieldMaker::make_offset(std::size_t i, const OffsetValue
   const MomentForm form = moment_form(attributes.attribute);
   const bool is_moment = form != MomentForm::as_it_is;
   const auto decimals = static_cast<unsigned>(is_moment ? 0 : attributes.decimals);
+  if (decimals > sources::most_decimals) {
+    plan_.report(i, offset.of.place,
+                 "of names an item of " + std::to_string(decimals) +
+                     " decimals, expected at most " + std::to_string(sources::most_decimals));
+    return nullptr;
+  }
   auto units = sources::number_scale(decimals);
   sources::Distance distance;
   for (const auto& [text, number, key] :

@@ -42,12 +42,15 @@ class FieldPlan {
 
   std::optional<std::size_t> find(std::string_view name) const;
 
-  // The key of one use for an item. All ways of a group are drawn from the group's own.
+  // The key of one use for an item. All ways of a group are drawn from the group's own, or from
+  // that of a table for each that it takes rows of.
   template <ways::Use use>
-  ways::KeyFor<use> way_key(std::size_t i) const {
+  ways::KeyFor<use> way_key(std::size_t i, std::string_view table = {}) const {
     const std::optional<PlacedText>& group = values_of(i)->group;
-    if (group) return {{ways::key_bits(origin(group->text), ways::Use::group)}};
-    return item_key<use>(i);
+    if (!group) return item_key<use>(i);
+    std::string salt = group->text;
+    if (!table.empty()) salt.append("/").append(table);
+    return {{ways::key_bits(origin(salt), ways::Use::group)}};
   }
   template <ways::Use use>
   ways::KeyFor<use> item_key(std::size_t i) const {

@@ -6,7 +6,6 @@
 #include "host/process/distinct_files.h"
 #include "host/records/engine_source.h"
 #include "host/records/prepared_layout.h"
-#include "host/records/row_values.h"
 #include "host/ways/limits.h"
 #include "platform/printable_text.h"
 
@@ -106,7 +105,7 @@ std::unique_ptr<FieldSources::Values> FieldSources::look_for_parent(std::size_t 
   found->parent_item = *item;
   found->parent_place = key.item.place;
   found->period = static_cast<std::uint64_t>(parent->layout().records);
-  found->rows = "layout " + settled_path(key.layout);
+  found->rows.of = "layout " + settled_path(key.layout);
   return found;
 }
 

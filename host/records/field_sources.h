@@ -9,6 +9,7 @@
 #include "host/layout/own_items.h"
 #include "host/records/field_plan.h"
 #include "host/records/layout_family.h"
+#include "host/records/row_values.h"
 #include "host/sources/source.h"
 #include "host/ways/fraction.h"
 #include "run/run.h"
@@ -28,7 +29,7 @@ class FieldSources {
     SourcePlace parent_place;                 // where it says so
     std::uint64_t period = 0;
     std::vector<ways::Fraction> weights;  // that come with the values
-    std::string rows;                     // of lists, sets and layouts
+    Rows rows;                            // of lists, sets and layouts
   };
 
   // The run has the items that have settings; `self` is the layout of the plan as the family knows

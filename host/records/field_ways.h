@@ -26,7 +26,7 @@ class FieldWays {
   std::shared_ptr<sources::Way> way_of(std::size_t i);
 
   // Whether an item is a key that says how many records belong to each of the other layout.
-  bool makes_groups(std::size_t i) const { return key_with_each(way_giver(i)) != nullptr; }
+  bool makes_groups(std::size_t i) { return key_with_each(way_giver(i)) != nullptr; }
 
   // The groups that such a key makes of the records; null after an error.
   std::shared_ptr<sources::Groups> groups_of(std::size_t i);
@@ -36,11 +36,10 @@ class FieldWays {
                                                 std::string_view key);
 
  private:
-  // Fields that take one row.
+  // Fields that take one row; of a set of several tables, one of each.
   struct Group {
-    std::size_t first = 0;
-    std::optional<std::size_t> way_giver;
-    std::optional<std::shared_ptr<sources::Way>> way;  // once it is needed
+    std::vector<std::size_t> members;
+    std::map<std::string, std::shared_ptr<sources::Way>> ways;  // by the table, once one is needed
   };
 
   // Fields that go through all combinations together.
@@ -49,16 +48,31 @@ class FieldWays {
     std::optional<std::shared_ptr<ways::JointShuffle>> shuffle;  // once it is needed
   };
 
+  // Whose way an item takes, or a table of the items of its group.
+  struct Given {
+    std::size_t item;
+    std::size_t giver;
+    const FieldSources::Values& found;  // of the item
+    const WayRules& way;                // of the giver
+  };
+
   bool joins_group(std::size_t i, const Group& group);
-  std::size_t way_giver(std::size_t i) const;
+  std::size_t way_giver(std::size_t i);
+  std::string_view table_of(std::size_t i);
   const KeyValues* key_with_each(std::size_t i) const;
   std::shared_ptr<sources::Groups> make_groups(std::size_t i);
   std::unique_ptr<sources::Way> make_way(std::size_t i);
-  std::unique_ptr<sources::Way> make_way_to_earlier(std::size_t i);
-  std::unique_ptr<sources::Way> make_shuffled(std::size_t i, std::uint64_t period);
-  std::unique_ptr<sources::Way> make_joint(std::size_t i);
-  std::shared_ptr<ways::JointShuffle> make_joint_shuffle(std::size_t i, const Joint& joint);
-  std::unique_ptr<sources::Way> make_random(std::size_t i, const FieldSources::Values& found);
+  std::unique_ptr<sources::Way> make_way_to_earlier(const Given& given);
+  std::unique_ptr<sources::Way> make_shuffled(const Given& given);
+  std::unique_ptr<sources::Way> make_joint(const Given& given);
+  std::shared_ptr<ways::JointShuffle> make_joint_shuffle(const Given& given, const Joint& joint);
+  std::unique_ptr<sources::Way> make_random(const Given& given);
+  sources::End end_of(const Given& given) const;
+
+  template <ways::Use use>
+  ways::KeyFor<use> draw_key(const Given& given) const {
+    return plan_.way_key<use>(given.item, given.found.rows.table);
+  }
 
   FieldPlan& plan_;
   FieldSources& sources_;

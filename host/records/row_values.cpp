@@ -64,8 +64,9 @@ std::optional<RowValues> read_inline(const ListValues& list, const LayoutItem& i
     texts.push_back(value.text);
   }
   if (errors.size() != errors_before) return std::nullopt;
-  const std::string rows = std::to_string(texts.size()) + " values";
-  return RowValues{sources::make_list_source(TextList::of_values(std::move(texts))), {}, rows};
+  Rows rows = {std::to_string(texts.size()) + " values", {}};
+  return RowValues{
+      sources::make_list_source(TextList::of_values(std::move(texts))), {}, std::move(rows)};
 }
 
 // A list's file, with what is said of it.
@@ -119,8 +120,9 @@ class ListFile {
     if (const auto fault = find_fault(texts, first_line, item_, layout_)) {
       return fail(": " + *fault);
     }
-    return RowValues{sources::make_list_source(std::move(texts)), std::move(weights),
-                     settled_path(list_.file)};
+    return RowValues{sources::make_list_source(std::move(texts)),
+                     std::move(weights),
+                     {settled_path(list_.file), {}}};
   }
 
   const ListValues& list_;
@@ -142,9 +144,11 @@ std::optional<RowValues> read_rows(const BuiltinValues& builtin, const LayoutIte
   const auto found =
       sets::find_column(builtin.set.text, builtin.language.text, layout.sets_version);
   if (const auto* fault = std::get_if<sets::Fault>(&found)) {
-    const bool is_set = fault->key == sets::Fault::Key::set;
-    errors.push_back({is_set ? builtin.set.place : builtin.language.place,
-                      (is_set ? "set " : "language ") + fault->text});
+    const bool is_language = fault->key == sets::Fault::Key::language;
+    const char* key = is_language                               ? "language "
+                      : fault->key == sets::Fault::Key::version ? "the version of the set "
+                                                                : "set ";
+    errors.push_back({is_language ? builtin.language.place : builtin.set.place, key + fault->text});
     return std::nullopt;
   }
   const sets::Column column = std::get<sets::Column>(found);
@@ -155,9 +159,11 @@ std::optional<RowValues> read_rows(const BuiltinValues& builtin, const LayoutIte
     errors.push_back({builtin.set.place, "set \"" + builtin.set.text + "\": " + *fault});
     return std::nullopt;
   }
-  return RowValues{sources::make_list_source(std::move(texts)), weights_of(table),
-                   "set " + std::string(column.table->set) + '.' + std::string(column.table->part) +
-                       '.' + std::string(column.table->language)};
+  return RowValues{
+      sources::make_list_source(std::move(texts)),
+      weights_of(table),
+      {"set " + std::string(column.table->set) + '.' + std::string(column.table->language),
+       std::string(column.table->part)}};
 }
 
 }  // namespace korvex::host

@@ -1,6 +1,7 @@
 #include "host/sets/catalogue.h"
 
 #include <algorithm>
+#include <optional>
 #include <set>
 #include <utility>
 
@@ -23,6 +24,13 @@ Fault unexpected(Fault::Key key, std::string_view given, const std::set<std::str
     before = ", ";
   }
   return {key, std::move(text)};
+}
+
+// What another version holds is not known.
+std::optional<Fault> find_fault(std::int32_t version) {
+  if (version >= 1 && version <= newest_version) return std::nullopt;
+  return Fault{Fault::Key::version, "is " + std::to_string(version) + ", expected one from 1 to " +
+                                        std::to_string(newest_version)};
 }
 
 std::vector<std::string_view> columns_of(const Table& table) {
@@ -62,6 +70,7 @@ Tables tables_of_version(std::int32_t version) {
 }
 
 std::variant<Tables, Fault> find_tables_in(std::string_view language, std::int32_t version) {
+  if (auto fault = find_fault(version)) return std::move(*fault);
   Tables tables = tables_of_version(version);
   std::set<std::string> languages;
   for (const Table* table : tables) {
@@ -76,6 +85,7 @@ std::variant<Tables, Fault> find_tables_in(std::string_view language, std::int32
 
 std::variant<Tables, Fault> find_tables(std::string_view name, std::string_view language,
                                         std::int32_t version) {
+  if (auto fault = find_fault(version)) return std::move(*fault);
   const auto [set, column] = parse_name(name);
   for (const UserFault& fault : user_tables().faults) {
     const bool is_wanted = fault.language.empty() || fault.language == language;

@@ -25,8 +25,8 @@ struct Column {
 
 // Why there is no such column.
 struct Fault {
-  enum class Key { set, language };
-  Key key = Key::set;  // which of the two is wrong
+  enum class Key { set, language, version };
+  Key key = Key::set;  // which of them is wrong
   std::string text;    // what it is and what is expected: `is "en", expected ...`
 };
 

@@ -108,6 +108,8 @@ each VALUES SAYS
   "list", values = ["a"], within = "B" | 52: item A: within is "B", expected an item of type "key" with each
   "list", values = ["a"], group = "b" | 51: item A: group "b" has items of other rows, expected items of one list, set or layout
   "list", values = ["a", "b"], group = "b", order = "random" | 69: item A: group "b" has the way of item B already, expected one way
+  "list", values = ["a"], salt = ["b"] | 50: salt is an array, expected a string
+  "initial", salt = "b" | 37: salt stands beside type "initial", expected another type
   "initial", empty = 0.5 | 38: empty stands beside type "initial", expected another type
   "default", order = "random", repeat = { level = 1, count = 2 } | 57: repeat stands beside order, expected one of the two
 do
@@ -121,6 +123,7 @@ do
 each OPTIONS SAYS
   encoding = "latin-1" | 5:12: encoding is "latin-1", expected one of "cp932", "utf-8"
   seed = "x" | 5:8: seed is "x", expected an integer
+  salt = 1 | 5:8: salt is 1, expected a string
   ways = 2 | 5:8: ways is 2, expected an integer from 1 to 1
   sets = 0 | 5:8: sets is 0, expected an integer from 1 to 1
 do
@@ -197,7 +200,7 @@ file l.toml
   [[item]]
   name = "PRICE"
   attribute = "decimal"
-  digits = 5
+  length = 40
   decimals = 2
   values = { type = "list", values = ["9.95"] }
   [[item]]
@@ -213,6 +216,7 @@ file l.toml
   2024-03-01,2024-03-02,23:59:59,,9.95,8.45<0D>
   ,,23:59:58,23:59:59,9.95,8.45<0D>
 each OLD NEW SAYS
+  decimals = 2 | decimals = 20 | item SALE: of names an item of 20 decimals, expected at most 18
   to = 1 | to = 0 | to is below from, expected the larger number
   from = -1.5 | from = -1.555 | item SALE: from is "-1.555", expected a number with at most 2 decimals
   of = "DAY" | of = "DUE" | item DUE: of leads back to the item: DUE (l.toml:<n>:<n>) -> DUE, expected no cycle
@@ -222,3 +226,43 @@ do
   >2 export l.toml -o -
     ! l.toml:<n>:<n>: <*><SAYS>
   $ mv old.toml l.toml
+
+# A person is a row of each table of the set: sex goes with the given name, and plain names with both.
+each LANGUAGE
+  en
+  de
+  fr
+  es
+  ja
+do
+  file p.toml
+    [layout]
+    kind = "record"
+    encoding = "utf-8"
+    records = 500
+    data = "p.csv"
+    @text SEX type = "builtin", set = "people.sex", language = "<LANGUAGE>", group = "person"
+    @text GIVEN type = "builtin", set = "people.given", language = "<LANGUAGE>", group = "person", order = "random"
+    @text FAMILY type = "builtin", set = "people.family", language = "<LANGUAGE>", group = "person"
+    @text G type = "builtin", set = "people.given_ascii", language = "<LANGUAGE>", group = "person"
+    @text F type = "builtin", set = "people.family_ascii", language = "<LANGUAGE>", group = "person"
+    [[item]]
+    name = "EMAIL"
+    attribute = "character"
+    length = 60
+    values = { type = "template", text = "{G|lower}.{F|lower}@example.org" }
+  $ korvex export p.toml -o - --format tsv | tr -d '\r' > p; for t in given family; do korvex sets people.$t --language <LANGUAGE> --tsv > $t; done
+  $ awk -F'\t' 'FILENAME == "given" { g[$1, $2, $3] } FILENAME == "family" { f[$1, $2] } FILENAME == "p" && (!(($2, $4, $1) in g) || !(($3, $5) in f) || $6 != tolower($4 "." $5 "@example.org"))' given family p
+  $ cut -f2,3 p | sort -u | wc -l | awk '$1 < 200'
+  $ rm p given family p.toml
+# Each of its tables may have a way of its own: so no two people have the same names.
+file p.toml
+  @own
+  @text GIVEN type = "builtin", set = "people.given_ascii", language = "en", group = "person", joint = "names"
+  @text FAMILY type = "builtin", set = "people.family_ascii", language = "en", joint = "names", group = "person"
+  @text SEX type = "builtin", set = "people.sex", language = "en", group = "person"
+$ korvex export p.toml -o - --records 100000 | cut -d, -f1,2 | sort -u | wc -l
+  100000
+edit p.toml "en", joint => "en", salt
+>2 export p.toml -o -
+  ! p.toml:10:101: item GIVEN: joint is through one table of the set, expected joint for item FAMILY of another table, too
