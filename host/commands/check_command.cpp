@@ -10,6 +10,8 @@
 #include "host/layout/item_texts.h"
 #include "host/layout/own_items.h"
 #include "host/process/exit_status.h"
+#include "host/records/engine_source.h"
+#include "host/records/forecast.h"
 #include "host/records/prediction.h"
 #include "host/records/prepared_layout.h"
 #include "host/records/uniqueness.h"
@@ -24,53 +26,23 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const std::string untold = "cannot be told in closed form";
-
-std::string records_text(std::uint64_t count) {
-  return std::to_string(count) + (count == 1 ? " record" : " records");
-}
-
-std::string distinct_text(const ItemFacts& item) {
-  if (item.distinct) return std::to_string(*item.distinct);
-  return "at least " + std::to_string(item.different);
-}
-
-std::string plain_course(const ItemFacts& item) {
-  if (!item.has_end() && item.distinct == 1) return "the same in every record";
-  if (!item.period) return untold;
-  if (item.has_end() && item.runs_empty) return "is empty after " + records_text(item.end);
-  return "starts again after " + records_text(*item.period);
-}
-
-std::string repeated_course(const FieldFacts& field) {
-  const ItemFacts& item = *field.values;
-  std::string text = "repeat level " + std::to_string(field.level) + ": ";
-  const std::uint64_t cycle = product(field.hold, item.end);
-  if (field.hold == endless) {
-    text += "keeps its first value";
-  } else {
-    text +=
-        "a new value " + (field.hold == 1 ? "every record" : "every " + records_text(field.hold));
-    if (cycle != endless) text += ", starts again after " + records_text(cycle);
+std::string values_text(const sources::Count& values) {
+  if (values.is_exact()) return std::to_string(values.most);
+  if (values.most == sources::endless) {
+    return values.least == 0 ? "?" : "at least " + std::to_string(values.least);
   }
-  return text + (item.runs_empty ? "; empty behind the repeats" : "");
+  const std::string most = std::to_string(values.most);
+  return values.least <= 1 ? "up to " + most : std::to_string(values.least) + " to " + most;
 }
 
-void print_items(const PreparedLayout& prepared, const std::vector<FieldFacts>& fields,
-                 std::ostream& out) {
+void print_items(const PreparedLayout& prepared, const Forecast& forecast, std::ostream& out) {
   TextTable table;
   table.align_right(1);
   table.add({TextTable::plain("Item"), TextTable::plain("Values"), TextTable::plain("Course")});
   for (std::size_t i = 0; i < prepared.items().size(); ++i) {
-    const TextTable::Cell name = TextTable::from_utf8(prepared.items()[i].item->name);
-    const FieldFacts& field = fields[i];
-    if (!field.values) {
-      table.add({name, TextTable::plain("?"), TextTable::plain(untold)});
-      continue;
-    }
-    const ItemFacts& item = *field.values;
-    table.add({name, TextTable::plain(distinct_text(item)),
-               TextTable::plain(field.is_repeated ? repeated_course(field) : plain_course(item))});
+    const Forecast::Item item = forecast.item(i);
+    table.add({TextTable::from_utf8(prepared.items()[i].item->name),
+               TextTable::plain(values_text(item.values)), TextTable::plain(item.course)});
     for (const PassedEnd& passed : item.passed_ends) {
       table.add({{},
                  {},
@@ -98,23 +70,27 @@ std::optional<std::uintmax_t> free_space(const std::string& data) {
   return space.available;
 }
 
-// What stands in the data file's place is overwritten, which makes room, too.
-bool print_sizes(const PreparedLayout& prepared, const std::vector<FieldFacts>& fields,
-                 const std::optional<RepeatCount>& prediction, std::ostream& out) {
-  const Layout& layout = prepared.layout();
-  const auto size = prepared.run().size(static_cast<Steps>(prepared.layout().records));
-  const auto repeats = repeated_fields(fields);
+void print_records(const PreparedLayout& prepared, const Forecast& forecast, std::ostream& out) {
+  const auto repeats = repeated_fields(forecast.engine_fields());
   if (!repeats.empty()) {
     const Steps end = repeats.front()->repeats_end;
     const bool is_told = repeats.front()->values.has_value();
     out << "Repeats end:         "
         << (!is_told         ? untold
             : end == endless ? "never"
-                             : "after " + records_text(end))
+                             : "after " + sources::counted_records(end))
         << "\n";
   }
-  out << "Records to generate: " << layout.records << "\n"
-      << "Exact file size:     " << (size ? std::to_string(*size) + " bytes" : untold) << "\n";
+  out << (prepared.is_plain() ? "Records to generate: " : "Records to export:   ")
+      << forecast.records() << "\n";
+}
+
+// Of the data file. What stands in its place is overwritten, which makes room, too.
+bool print_sizes(const PreparedLayout& prepared, const std::optional<RepeatCount>& prediction,
+                 std::ostream& out) {
+  const Layout& layout = prepared.layout();
+  const auto size = prepared.run().size(static_cast<Steps>(layout.records));
+  out << "Exact file size:     " << (size ? std::to_string(*size) + " bytes" : untold) << "\n";
   // The records of a table are loaded: no file, and no limit of one, is in their way.
   if (layout.kind == layout_kind::table) return true;
   out << "Predicted size:      "
@@ -133,7 +109,7 @@ bool print_sizes(const PreparedLayout& prepared, const std::vector<FieldFacts>& 
 // One set of --unique.
 struct UniqueSet {
   std::string names;
-  std::vector<const FieldFacts*> fields;
+  std::vector<std::size_t> items;
 };
 
 std::string_view trimmed(std::string_view name) {
@@ -142,55 +118,76 @@ std::string_view trimmed(std::string_view name) {
   return name.substr(0, name.find_last_not_of(blanks) + 1);
 }
 
-// Null when no item, or more than one, has the name.
-const FieldFacts* find_field(const std::string& name, const PreparedLayout& prepared,
-                             const std::vector<FieldFacts>& fields, std::ostream& messages) {
-  const FieldFacts* found = nullptr;
+// Nothing when no item, or more than one, has the name.
+std::optional<std::size_t> find_item(const std::string& name, const PreparedLayout& prepared,
+                                     std::ostream& messages) {
+  std::optional<std::size_t> found;
   for (std::size_t i = 0; i < prepared.items().size(); ++i) {
     if (!is_named(*prepared.items()[i].item, name)) continue;
-    if (found != nullptr) {
+    if (found) {
       messages << "--unique: several items are named " << platform::printable(name) << std::endl;
-      return nullptr;
+      return std::nullopt;
     }
-    found = &fields[i];
+    found = i;
   }
-  if (found == nullptr) {
+  if (!found) {
     messages << "--unique: no item of the records is named " << platform::printable(name)
              << std::endl;
   }
   return found;
 }
 
-bool read_set(const std::string& names, const PreparedLayout& prepared,
-              const std::vector<FieldFacts>& fields, UniqueSet& set, std::ostream& messages) {
+bool read_set(const std::string& names, const PreparedLayout& prepared, UniqueSet& set,
+              std::ostream& messages) {
   std::istringstream list(names);
   for (std::string text; std::getline(list, text, ',');) {
     const std::string name(trimmed(text));
-    const FieldFacts* found = find_field(name, prepared, fields, messages);
-    if (found == nullptr) return false;
-    set.fields.push_back(found);
+    const auto found = find_item(name, prepared, messages);
+    if (!found) return false;
+    set.items.push_back(*found);
     set.names += (set.names.empty() ? "" : ", ") + platform::printable(name);
   }
-  return !set.fields.empty();
+  return !set.items.empty();
 }
 
-bool print_uniqueness(const UniqueSet& set, const std::vector<FieldFacts>& fields,
-                      std::int32_t count, std::ostream& out) {
-  const auto records = static_cast<std::uint64_t>(count);
-  const Uniqueness answer = uniqueness_of(set.fields, fields);
-  out << "Unique " << set.names << ": ";
-  const bool is_exact = answer.different == answer.repeated;
-  if (records <= answer.different) {
-    out << "yes, all " << records_text(records) << " differ";
-    if (is_exact) out << "; a record more than " << answer.different << " would not";
-  } else if (records > answer.repeated) {
-    out << "no, record " << answer.repeated + 1 << " is "
-        << (is_exact ? "the first that repeats" : "one that repeats") << " an earlier one";
+// Why not all records differ, where that is certain.
+std::string repetition_text(const Forecast::Set& set, std::uint64_t records) {
+  const sources::Uniqueness& uniqueness = set.uniqueness;
+  std::string text = "no";
+  const bool is_beyond_domain = records > set.combinations.most;
+  if (is_beyond_domain) {
+    text += (set.combinations.is_exact() ? ", " : ", at most ") +
+            std::to_string(set.combinations.most) + " different values, " +
+            sources::counted_records(records) + " asked";
+  }
+  if (uniqueness.is_exact()) {
+    return text + (is_beyond_domain ? "; record " : ", record ") +
+           std::to_string(uniqueness.repeated + 1) + " is the first that repeats an earlier one";
+  }
+  if (is_beyond_domain) return text;
+  if (records == uniqueness.repeated + 1) return text + ", some of them are the same";
+  return text + ", some of the first " + sources::counted_records(uniqueness.repeated + 1) +
+         " are the same";
+}
+
+bool print_uniqueness(const UniqueSet& asked, const Forecast& forecast, std::ostream& out) {
+  const std::uint64_t records = forecast.records();
+  const Forecast::Set set = forecast.set(asked.items);
+  const sources::Uniqueness& uniqueness = set.uniqueness;
+  out << "Unique " << asked.names << ": ";
+  if (records <= uniqueness.different) {
+    out << "yes, all " << sources::counted_records(records) << " differ";
+    if (uniqueness.is_exact() && uniqueness.different != endless) {
+      out << "; a record more than " << uniqueness.different << " would not";
+    }
+  } else if (records > uniqueness.repeated) {
+    out << repetition_text(set, records);
   } else {
-    out << untold << "; the first " << answer.different << " differ";
+    out << (set.doubts.empty() ? untold : "cannot be told: " + set.doubts);
+    if (uniqueness.different > 1) out << "; the first " << uniqueness.different << " differ";
   }
   out << "\n";
-  return records <= answer.different;
+  return records <= uniqueness.different;
 }
 
 }  // namespace
@@ -201,22 +198,16 @@ int run_check(const CheckOptions& options, std::ostream& out, std::ostream& mess
   const int status =
       prepared.prepare(options.layout, options.records, messages, {.prediction = &prediction});
   if (status != exit_status::done) return status;
-  if (!prepared.is_plain()) {
-    print_layout_errors(prepared.layout(), find_own_keys(prepared.layout()), messages);
-    return exit_status::wrong_usage;
-  }
-  const std::vector<FieldFacts> fields = prepared.run().field_facts();
   std::vector<UniqueSet> sets(options.unique.size());
   for (std::size_t i = 0; i < sets.size(); ++i) {
-    if (!read_set(options.unique[i], prepared, fields, sets[i], messages)) {
-      return exit_status::wrong_usage;
-    }
+    if (!read_set(options.unique[i], prepared, sets[i], messages)) return exit_status::wrong_usage;
   }
-  print_items(prepared, fields, out);
-  bool is_good = print_sizes(prepared, fields, prediction, out);
-  for (const UniqueSet& set : sets) {
-    is_good = print_uniqueness(set, fields, prepared.layout().records, out) && is_good;
-  }
+  const Forecast forecast(prepared);
+  print_items(prepared, forecast, out);
+  print_records(prepared, forecast, out);
+  // Of the records that the program makes, the size is the format's business.
+  bool is_good = !prepared.is_plain() || print_sizes(prepared, prediction, out);
+  for (const UniqueSet& set : sets) is_good = print_uniqueness(set, forecast, out) && is_good;
   out.flush();
   return is_good ? exit_status::done : exit_status::failed;
 }

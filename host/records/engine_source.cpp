@@ -13,6 +13,29 @@ namespace korvex::host {
 
 namespace {
 
+using sources::counted_records;
+
+std::string plain_course(const ItemFacts& item) {
+  if (!item.has_end() && item.distinct == 1) return "the same in every record";
+  if (!item.period) return untold;
+  if (item.has_end() && item.runs_empty) return "is empty after " + counted_records(item.end);
+  return "starts again after " + counted_records(*item.period);
+}
+
+std::string repeated_course(const FieldFacts& field) {
+  const ItemFacts& item = *field.values;
+  std::string text = "repeat level " + std::to_string(field.level) + ": ";
+  const std::uint64_t cycle = product(field.hold, item.end);
+  if (field.hold == endless) {
+    text += "keeps its first value";
+  } else {
+    text += "a new value " +
+            (field.hold == 1 ? "every record" : "every " + counted_records(field.hold));
+    if (cycle != endless) text += ", starts again after " + counted_records(cycle);
+  }
+  return text + (item.runs_empty ? "; empty behind the repeats" : "");
+}
+
 // Texts of code page 932 on their way into UTF-8.
 class Decoder {
  public:
@@ -93,7 +116,7 @@ sources::Uniqueness uniqueness_of(const ItemFacts& facts) {
 class EngineSource : public sources::Source {
  public:
   EngineSource(std::shared_ptr<EngineRecords> records, std::size_t field, const FieldFacts& facts)
-      : records_(std::move(records)), field_(field) {
+      : records_(std::move(records)), field_(field), course_(course_of(facts)) {
     if (!facts.values) return;
     const ItemFacts& item = *facts.values;
     foresight_ = foresight_of(records_->item(field), item, records_->layout_kind());
@@ -126,6 +149,7 @@ class EngineSource : public sources::Source {
       knowledge.add({text}, sources::the_record, uniqueness_.different);
     }
   }
+  std::string course(std::uint64_t) const override { return course_; }
   std::string_view doubt() const override {
     return is_repeated_ ? "repeats" : is_injective_ ? "comes again" : "may have equal values";
   }
@@ -133,6 +157,7 @@ class EngineSource : public sources::Source {
  private:
   std::shared_ptr<EngineRecords> records_;
   std::size_t field_;
+  std::string course_;
   sources::Foresight foresight_;
   sources::Uniqueness uniqueness_;
   bool is_repeated_ = false;
@@ -200,6 +225,11 @@ class EnumerationSource : public ItemSource {
 };
 
 }  // namespace
+
+std::string course_of(const FieldFacts& facts) {
+  if (!facts.values) return untold;
+  return facts.is_repeated ? repeated_course(facts) : plain_course(*facts.values);
+}
 
 std::string_view EngineRecords::value(std::uint64_t record, std::size_t field) {
   if (latest_ != record) {

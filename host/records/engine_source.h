@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <stdexcept>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -39,6 +40,12 @@ class EngineRecords {
   std::optional<std::uint64_t> latest_;
   std::vector<std::string_view> values_;
 };
+
+// What an answer is where no formula gives one.
+inline const std::string untold = "cannot be told in closed form";
+
+// How the values of a field go, in words: "starts again after 52 records".
+std::string course_of(const FieldFacts& facts);
 
 // A field of the records as they are generated: repeats and all.
 std::unique_ptr<sources::Source> make_engine_source(std::shared_ptr<EngineRecords> records,

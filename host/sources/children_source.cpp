@@ -20,6 +20,7 @@ class ChildrenSource : public Source {
 
   std::optional<std::uint64_t> period() const final { return std::nullopt; }
   Foresight foresight() const override { return {}; }
+  std::string course(std::uint64_t) const final { return "computed from other records"; }
   std::string_view doubt() const final { return "is computed from other records"; }
 
  protected:

@@ -99,6 +99,16 @@ std::uint64_t Field::first_repeated() const {
   return repeated < source_->period().value_or(endless) ? repeated : endless;
 }
 
+std::string Field::course(std::uint64_t records) const {
+  std::string course = source_->period() ? way_->course() : source_->course(records);
+  const Count& empty = foresight().empty;
+  if (emptiness_.empty() || empty.most == 0) return course;
+  course += "; empty in ";
+  if (empty.least == 0) return course + "some records";
+  return course + (empty.is_exact() ? "" : "at least ") + std::to_string(empty.least) + " of " +
+         counted_records(records);
+}
+
 std::string Field::doubt() const {
   if (!tells_index()) return "is empty in some records";
   const bool has_doubt = !source_->period() || source_->uniqueness().different < *source_->period();

@@ -40,6 +40,9 @@ class Field {
   // What follows from the text, from the index, and from the fields that this one is made of.
   void tell(Knowledge& knowledge) const;
 
+  // How the texts go over so many records, in words: "drawn; empty in 3 of 12 records".
+  std::string course(std::uint64_t records) const;
+
   // Why the record does not follow from the text: "is ...". Asked only where it does not.
   std::string doubt() const;
 

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 
 #include "host/sources/saturating.h"
 #include "host/ways/count.h"
@@ -14,6 +15,11 @@ namespace korvex::sources {
 class Way;
 
 using ways::Count;
+
+// "1 record", "12 records".
+inline std::string counted_records(std::uint64_t count) {
+  return std::to_string(count) + (count == 1 ? " record" : " records");
+}
 
 // From `start` on, the same comes again after every `period`.
 struct Cycle {

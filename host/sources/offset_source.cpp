@@ -40,6 +40,11 @@ class OffsetSource : public Source {
     return foresight;
   }
 
+  std::string course(std::uint64_t) const override {
+    return is_fixed() ? "at a distance from another item"
+                      : "drawn, at a distance from another item";
+  }
+
   // Two texts of the other field may be one number, so that its text does not even follow from a
   // fixed distance.
   std::string_view doubt() const override {

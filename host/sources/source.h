@@ -32,6 +32,10 @@ class Source {
   // What follows from the text beyond its index, and what it follows from.
   virtual void tell(Knowledge&, Thing /*text*/) const {}
 
+  // How the texts go over so many records, in words: "starts again after 3 records". Asked of a
+  // source that follows the record.
+  virtual std::string course(std::uint64_t) const { return {}; }
+
   // Why the index, or the record, does not follow from the text: "is ...". Asked only where it does
   // not.
   virtual std::string_view doubt() const = 0;

@@ -34,6 +34,10 @@ class TemplateSource : public Source {
 
   Foresight foresight() const override;
   void tell(Knowledge& knowledge, Thing text) const override;
+  std::string course(std::uint64_t records) const override {
+    const Field* field = only_field();
+    return field != nullptr ? field->course(records) : "made of other items";
+  }
   std::string_view doubt() const override { return "cannot be taken apart into items that differ"; }
 
  private:

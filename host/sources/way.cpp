@@ -15,6 +15,7 @@ class Counting : public Way {
   Count indices() const override { return Count::of(endless); }
   bool is_in_order() const override { return true; }
   void tell(Knowledge& knowledge) const override { knowledge.add({thing()}, the_record); }
+  std::string course() const override { return "follows the record"; }
 };
 
 // Goes through all indices of a period, round after round.
@@ -45,13 +46,15 @@ class Rounds : public Way {
     }
   }
 
-  std::string doubt() const override {
-    return stops() ? "is empty after " + std::to_string(period_) + " records"
-                   : "comes again after " + std::to_string(period_) + " records";
-  }
+  std::string doubt() const override { return after_a_round("comes again"); }
 
  protected:
   std::uint64_t period() const { return period_; }
+
+  // What comes when all have come, unless they stop.
+  std::string after_a_round(const char* what) const {
+    return (stops() ? "is empty" : what) + (" after " + counted_records(period_));
+  }
   bool stops() const { return end_ == End::stop; }
 
  private:
@@ -70,6 +73,7 @@ class InOrder : public Rounds {
     if (stops()) return Rounds::cycle();
     return Cycle{0, period()};
   }
+  std::string course() const override { return after_a_round("starts again"); }
 
  private:
   std::uint64_t index_in_rounds(std::uint64_t record) override { return record % period(); }
@@ -79,6 +83,10 @@ class Shuffled : public Rounds {
  public:
   Shuffled(ways::Key key, std::uint64_t period, End end)
       : Rounds(period, end), shuffle_(key, period) {}
+
+  std::string course() const override {
+    return "shuffled, " + after_a_round("starts again in another order");
+  }
 
  private:
   std::uint64_t index_in_rounds(std::uint64_t record) override { return shuffle_.at(record); }
@@ -109,6 +117,10 @@ class Joint : public Rounds {
     knowledge.add({combination}, the_record, shuffle_->combinations());
   }
 
+  std::string course() const override {
+    return "shuffled, every combination once, " + after_a_round("starts again");
+  }
+
   std::string doubt() const override {
     return "differs only together with all items of its joint order";
   }
@@ -133,6 +145,13 @@ class Within : public Way {
     groups_->tell(knowledge);
     if (groups_->largest().most > period_) return;
     knowledge.add({thing(), groups_->parent_thing()}, groups_->line_thing());
+  }
+
+  std::string course() const override {
+    const std::uint64_t largest = groups_->largest().most;
+    return "shuffled within each group" +
+           (largest > period_ ? ", starts again in groups of more than " + counted_records(period_)
+                              : "");
   }
 
   std::string doubt() const override { return "differs only within its group"; }
@@ -160,6 +179,7 @@ class Random : public Way {
   }
 
   Count indices() const override { return {1, period_}; }
+  std::string course() const override { return "drawn"; }
 
  private:
   ways::Key key_;
@@ -173,6 +193,7 @@ class ByZipf : public Way {
 
   std::optional<std::uint64_t> index(std::uint64_t record) override { return zipf_.at(record); }
   Count indices() const override { return {1, period_}; }
+  std::string course() const override { return "drawn, the first values most often"; }
 
  private:
   ways::Zipf zipf_;
@@ -195,6 +216,7 @@ class Weighted : public Way {
   }
 
   Count indices() const override { return Count::of(taken_); }
+  std::string course() const override { return "drawn in exact shares"; }
   std::uint64_t all_after() const override { return records_; }
   bool comes_twice() const override { return largest_ > 1; }
   void tell(Knowledge& knowledge) const override {
@@ -221,6 +243,9 @@ class ParentOf : public Way {
   // The first record of a tree has none.
   std::uint64_t records() const override { return groups_->have_all() ? endless : 0; }
   Count indices() const override { return groups_->parents_with_records(); }
+  std::string course() const override {
+    return "in groups of up to " + counted_records(groups_->largest().most);
+  }
   std::uint64_t all_after() const override { return groups_->records(); }
   bool comes_twice() const override { return groups_->largest().least > 1; }
 
@@ -247,6 +272,7 @@ class AnyBefore : public Way {
   // The first record has none.
   std::uint64_t records() const override { return 0; }
   Count indices() const override { return {}; }
+  std::string course() const override { return "an earlier record, drawn"; }
 
  private:
   ways::Key key_;

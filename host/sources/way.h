@@ -43,6 +43,9 @@ class Way {
   // What follows from the index (or from there being none), and what it follows from.
   virtual void tell(Knowledge&) const {}
 
+  // How the indices go, in words: "starts again after 3 records".
+  virtual std::string course() const = 0;
+
   // Why the record does not follow from the index: "is ...". Asked only where it does not.
   virtual std::string doubt() const { return "is drawn"; }
 

@@ -1,0 +1,111 @@
+#include "host/records/forecast.h"
+
+#include <algorithm>
+
+#include "host/layout/own_items.h"
+#include "host/records/engine_source.h"
+#include "host/records/uniqueness.h"
+#include "host/sources/uniqueness.h"
+#include "platform/printable_text.h"
+
+namespace korvex::host {
+
+namespace {
+
+using sources::Count;
+
+// There is one more where a field of the records can be empty.
+std::uint64_t most_values(const FieldFacts& facts) {
+  if (!facts.values || !facts.values->distinct) return endless;
+  return sum(*facts.values->distinct, facts.values->runs_empty ? 1 : 0);
+}
+
+Count values_of(const FieldFacts& facts) {
+  if (!facts.values) return {};
+  const ItemFacts& item = *facts.values;
+  return item.distinct ? Count::of(*item.distinct) : Count{item.different, endless};
+}
+
+// What is unknown of all values follows at least from records that differ, or from their number.
+Count values_of(const sources::Field& field, std::uint64_t records) {
+  const sources::Foresight& foresight = field.foresight();
+  if (foresight.values.is_exact() && foresight.all_after != sources::endless) {
+    return foresight.values;
+  }
+  const sources::Field* const one = &field;
+  const std::uint64_t different = sources::uniqueness_of({&one, 1}, records).different;
+  const std::uint64_t none = foresight.shape.never_empty ? 0 : 1;
+  if (foresight.cycle && different >= foresight.cycle->length() && none == 0) {
+    return Count::of(foresight.cycle->length());
+  }
+  return {std::min(different, records) - std::min(none, records),
+          std::min(foresight.values.most, records)};
+}
+
+}  // namespace
+
+Forecast::Forecast(const PreparedLayout& prepared)
+    : prepared_(prepared),
+      records_(static_cast<std::uint64_t>(prepared.layout().records)),
+      engine_fields_(prepared.run().field_facts()) {
+  std::size_t field = 0;
+  for (const PreparedItem& item : prepared.items()) {
+    const FieldFacts* facts = item.column != nullptr ? &engine_fields_[field++] : nullptr;
+    facts_.push_back(is_plain(*item.item) ? facts : nullptr);
+  }
+}
+
+Forecast::Item Forecast::item(std::size_t i) const {
+  if (const FieldFacts* facts = facts_[i]) {
+    Item item = {values_of(*facts), course_of(*facts), {}};
+    if (facts->values) item.passed_ends = facts->values->passed_ends;
+    return item;
+  }
+  const sources::Field& field = *prepared_.fields()[i];
+  return {values_of(field, records_), field.course(records_), {}};
+}
+
+// Those of the items that the engine makes.
+std::vector<const FieldFacts*> Forecast::engine_facts(std::span<const std::size_t> items) const {
+  std::vector<const FieldFacts*> facts;
+  for (const std::size_t i : items) {
+    if (facts_[i] != nullptr) facts.push_back(facts_[i]);
+  }
+  return facts;
+}
+
+Forecast::Set Forecast::set_of_engine(std::vector<const FieldFacts*> facts) const {
+  Set set;
+  set.uniqueness = uniqueness_of(facts, engine_fields_);
+  std::uint64_t combinations = 1;
+  for (const FieldFacts* field : facts) combinations = product(combinations, most_values(*field));
+  set.combinations = {facts.size() == 1 ? combinations : 0, combinations};
+  return set;
+}
+
+Forecast::Set Forecast::set(std::span<const std::size_t> items) const {
+  std::vector<const FieldFacts*> facts = engine_facts(items);
+  Set engine = set_of_engine(facts);
+  if (facts.size() == items.size()) return engine;
+  std::vector<const sources::Field*> fields;
+  for (const std::size_t i : items) fields.push_back(prepared_.fields()[i].get());
+  Set set;
+  set.uniqueness = sources::uniqueness_of(fields, records_);
+  set.combinations.most = sources::most_combinations(fields);
+  if (fields.size() == 1 && fields.front()->foresight().shape.never_empty) {
+    set.combinations.least = values_of(*fields.front(), records_).least;
+  }
+  // Items that the engine repeats tell records apart only together.
+  if (!facts.empty()) {
+    set.uniqueness.different = std::max(set.uniqueness.different, engine.uniqueness.different);
+    set.uniqueness.repeated = std::max(set.uniqueness.repeated, set.uniqueness.different);
+  }
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    set.doubts += (i == 0 ? "" : ", ") +
+                  platform::printable(prepared_.items()[items[i]].item->name) + " " +
+                  fields[i]->doubt();
+  }
+  return set;
+}
+
+}  // namespace korvex::host

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "host/records/prepared_layout.h"
+#include "host/sources/foresight.h"
+#include "run/field_facts.h"
+
+namespace korvex::host {
+
+// What is known of the records of a layout before any is made, in one form whatever makes them.
+class Forecast {
+ public:
+  // Of an item, by its place in the records.
+  struct Item {
+    // How many different values it has until it starts again; where that is unknown, in all records
+    // that are asked for.
+    sources::Count values;
+    std::string course;                  // how they go, in words
+    std::vector<PassedEnd> passed_ends;  // what is strange about that
+  };
+
+  // For how long records differ in a set of items.
+  struct Set {
+    sources::Uniqueness uniqueness;
+    sources::Count combinations;  // of their values
+    std::string doubts;           // why they may be the same; empty where no formula tells
+  };
+
+  // The layout must outlive it.
+  explicit Forecast(const PreparedLayout& prepared);
+
+  Item item(std::size_t i) const;
+  Set set(std::span<const std::size_t> items) const;
+
+  // All records of the layout.
+  std::uint64_t records() const { return records_; }
+
+  // Of the items that the engine makes, as they stand in its records.
+  const std::vector<FieldFacts>& engine_fields() const { return engine_fields_; }
+
+ private:
+  std::vector<const FieldFacts*> engine_facts(std::span<const std::size_t> items) const;
+  Set set_of_engine(std::vector<const FieldFacts*> facts) const;
+
+  const PreparedLayout& prepared_;
+  std::uint64_t records_;
+  std::vector<FieldFacts> engine_fields_;
+  // Side by side with the items; null where something else than the engine makes the field.
+  std::vector<const FieldFacts*> facts_;
+};
+
+}  // namespace korvex::host
