@@ -50,6 +50,10 @@ inline void add_layout(CLI::App& command, std::string& layout) {
   command.add_option("LAYOUT", layout, "layout file (TOML)")->required();
 }
 
+inline void add_layouts(CLI::App& command, std::string& layout) {
+  command.add_option("LAYOUT", layout, "layout file (TOML), or a folder of them")->required();
+}
+
 inline void add_records(CLI::App& command, std::optional<std::int32_t>& records) {
   command
       .add_option("--records", records, "number of records, in place of the number in the layout")

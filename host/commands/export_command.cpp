@@ -1,26 +1,29 @@
 #include "host/commands/export_command.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <map>
+#include <memory>
 #include <ostream>
 
 #include "host/engine/layout_messages.h"
+#include "host/layout/layout_folder.h"
 #include "host/parts/part_maker.h"
 #include "host/process/distinct_files.h"
 #include "host/process/exit_status.h"
 #include "host/process/replaced_output.h"
+#include "platform/path.h"
 #include "platform/printable_text.h"
 
 namespace korvex::host {
 
 namespace {
 
-// What the output is already, if it would take the place of what it is made from.
-std::optional<std::string> role_of_output(const std::string& output,
-                                          const PreparedLayout& prepared) {
-  DistinctFiles files;
-  prepared.add_read_files(files);
-  return output == "-" ? std::nullopt : files.write(output, "the output");
-}
+// A layout and where its records go.
+struct Export {
+  std::unique_ptr<PreparedLayout> prepared;
+  std::string output;
+};
 
 // A record of these dialects names its fields, so no two of them may have one name.
 bool has_distinct_names(const PreparedLayout& prepared, const FormatChoices& format,
@@ -40,14 +43,80 @@ bool has_distinct_names(const PreparedLayout& prepared, const FormatChoices& for
   return is_good;
 }
 
-int export_whole(RecordStream& stream, const PreparedLayout& prepared, const ExportOptions& options,
+// What a folder can't be asked for.
+bool print_wrong_options(const ExportOptions& options, std::ostream& messages) {
+  if (!is_folder(options.layout)) return false;
+  const auto refuse = [&](const char* what) {
+    messages << platform::printable(options.layout) << ": is a folder, expected a layout for "
+             << what << std::endl;
+    return true;
+  };
+  if (options.output == "-") return refuse("an output to standard output");
+  if (options.records) return refuse("--records");
+  return !options.format.table.empty() && refuse("--table");
+}
+
+// Beside the others of its folder, named after the layout.
+std::string output_of(const std::string& layout, const ExportOptions& options) {
+  if (!is_folder(options.layout)) return options.output;
+  const auto dialect =
+      std::find_if(dialect_names.begin(), dialect_names.end(),
+                   [&](const auto& named) { return named.second == options.format.dialect; });
+  const std::string name = std::string(platform::stem(layout)) + "." + dialect->first;
+  return std::filesystem::path(options.output) / name;
+}
+
+int prepare_export(const std::string& layout, const ExportOptions& options,
+                   std::vector<Export>& exports, std::ostream& messages) {
+  auto prepared = std::make_unique<PreparedLayout>();
+  const int status =
+      prepared->prepare(layout, options.records, messages, {.misread = MisreadTexts::refused});
+  if (status != exit_status::done) return status;
+  if (!options.format.in_code_page && print_replaced_characters(prepared->layout(), messages)) {
+    return exit_status::wrong_usage;
+  }
+  if (!has_distinct_names(*prepared, options.format, messages)) return exit_status::wrong_usage;
+  exports.push_back({std::move(prepared), output_of(layout, options)});
+  return exit_status::done;
+}
+
+// Says which outputs would take the place of what any of the layouts is made from. Answers whether
+// there was one.
+bool print_conflicts(const std::vector<Export>& exports, std::ostream& messages) {
+  DistinctFiles files;
+  for (const Export& each : exports) each.prepared->add_read_files(files);
+  bool has_conflict = false;
+  for (const Export& each : exports) {
+    if (each.output == "-") continue;
+    const auto role = files.write(each.output, "the output");
+    if (!role) continue;
+    messages << platform::printable(each.output) << ": is " << *role
+             << ", expected a file of its own" << std::endl;
+    has_conflict = true;
+  }
+  return has_conflict;
+}
+
+bool make_folder(const std::string& folder, std::ostream& messages) {
+  std::error_code failure;
+  std::filesystem::create_directories(folder, failure);
+  if (!failure) return true;
+  messages << platform::printable(folder) << ": " << failure.message() << std::endl;
+  return false;
+}
+
+int export_whole(const Export& each, const OutputForm& form, const ExportOptions& options,
                  std::ostream& out, std::ostream& messages) {
-  ReplacedOutput output(options.output, out);
-  stream.go_to({0, static_cast<Steps>(prepared.layout().records)}, true);
+  const auto made = stream_of(*each.prepared, form);
+  RecordStream& stream = *made;
+  const Layout& layout = each.prepared->layout();
+  ReplacedOutput output(each.output, out);
+  stream.go_to({0, static_cast<Steps>(layout.records)}, true);
   for (std::string_view bytes; output.failure().empty() && !(bytes = stream.next()).empty();) {
     output.write(bytes);
   }
   if (!stream.failure().empty()) {
+    if (is_folder(options.layout)) messages << platform::printable(layout.file) << ": ";
     messages << stream.failure() << std::endl;
     return exit_status::failed;
   }
@@ -56,8 +125,8 @@ int export_whole(RecordStream& stream, const PreparedLayout& prepared, const Exp
     messages << output.failure() << std::endl;
     return exit_status::failed;
   }
-  if (!options.quiet && options.output != "-") {
-    out << stream.records() << " records: " << platform::printable(options.output) << std::endl;
+  if (!options.quiet && each.output != "-") {
+    out << stream.records() << " records: " << platform::printable(each.output) << std::endl;
   }
   return exit_status::done;
 }
@@ -65,25 +134,29 @@ int export_whole(RecordStream& stream, const PreparedLayout& prepared, const Exp
 }  // namespace
 
 int run_export(const ExportOptions& options, std::ostream& out, std::ostream& messages) {
-  PreparedLayout prepared;
-  const int status = prepared.prepare(options.layout, options.records, messages,
-                                      {.misread = MisreadTexts::refused});
-  if (status != exit_status::done) return status;
-  if (!options.format.in_code_page && print_replaced_characters(prepared.layout(), messages)) {
-    return exit_status::wrong_usage;
+  if (print_wrong_options(options, messages)) return exit_status::wrong_usage;
+  const auto layouts = layouts_at(options.layout, messages);
+  if (!layouts) return exit_status::wrong_usage;
+  std::vector<Export> exports;
+  int worst = exit_status::done;
+  for (const std::string& layout : *layouts) {
+    worst = std::max(worst, prepare_export(layout, options, exports, messages));
   }
-  if (const auto role = role_of_output(options.output, prepared)) {
-    messages << platform::printable(options.output) << ": is " << *role
-             << ", expected a file of its own" << std::endl;
-    return exit_status::wrong_usage;
+  if (worst != exit_status::done) return worst;
+  if (print_conflicts(exports, messages)) return exit_status::wrong_usage;
+  if (is_folder(options.layout) && !make_folder(options.output, messages)) {
+    return exit_status::failed;
   }
-  if (!has_distinct_names(prepared, options.format, messages)) return exit_status::wrong_usage;
   const OutputForm form = {.is_data_file = false, .format = options.format};
-  if (options.part) {
-    return make_part(prepared, {options.output, *options.part, form, options.force, options.quiet},
-                     out, messages);
+  for (const Export& each : exports) {
+    const int status =
+        options.part ? make_part(*each.prepared,
+                                 {each.output, *options.part, form, options.force, options.quiet},
+                                 out, messages)
+                     : export_whole(each, form, options, out, messages);
+    if (status != exit_status::done) return status;
   }
-  return export_whole(*stream_of(prepared, form), prepared, options, out, messages);
+  return exit_status::done;
 }
 
 }  // namespace korvex::host

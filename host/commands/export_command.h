@@ -11,8 +11,8 @@
 namespace korvex::host {
 
 struct ExportOptions {
-  std::string layout;
-  std::string output;
+  std::string layout;  // or a folder of layouts
+  std::string output;  // then a folder, too
   std::optional<std::int32_t> records;
   FormatChoices format;
   std::optional<Part> part;
@@ -20,10 +20,10 @@ struct ExportOptions {
   bool quiet = false;
 };
 
-// Writes the records of a layout for another program, without touching the layout's own files. The
-// output takes its place when it is complete; with `part` that part of it does. Data for standard
-// output and the line about the result go to `out`, messages to `messages`; answers the program's
-// exit status.
+// Writes the records of layouts for another program, a file for each, without touching the layout's
+// own files. The output takes its place when it is complete; with `part` that part of it does. Data
+// for standard output and the lines about the result go to `out`, messages to `messages`; answers
+// the program's exit status.
 int run_export(const ExportOptions& options, std::ostream& out, std::ostream& messages);
 
 }  // namespace korvex::host

@@ -38,10 +38,10 @@ void LayoutCommands::add_check(CLI::App& app) {
 
 void LayoutCommands::add_preview(CLI::App& app) {
   CLI::App* command = app.add_subcommand("preview", "Show the first records as a table");
-  add_layout(*command, preview_options_.layout);
+  add_layouts(*command, preview_options_.layout);
   command
       ->add_option("-n,--records", preview_options_.records,
-                   "number of records (default: the layout's, at most 20)")
+                   "number of records (default: the layout's, at most 20; 5 of each in a folder)")
       ->check(number_from(0));
   preview_ = command;
 }
@@ -49,8 +49,10 @@ void LayoutCommands::add_preview(CLI::App& app) {
 void LayoutCommands::add_export(CLI::App& app) {
   CLI::App* command = app.add_subcommand("export", "Write the records for another program");
   FormatChoices& format = export_options_.format;
-  add_layout(*command, export_options_.layout);
-  command->add_option("-o,--output", export_options_.output, "the file, - for standard output")
+  add_layouts(*command, export_options_.layout);
+  command
+      ->add_option("-o,--output", export_options_.output,
+                   "the file, - for standard output; for a folder of layouts, a folder")
       ->required();
   command->add_option("--format", format.dialect, "csv, tsv, jsonl or sql (default: csv)")
       ->transform(one_of(dialect_names))
@@ -59,7 +61,8 @@ void LayoutCommands::add_export(CLI::App& app) {
       ->transform(one_of(encodings))
       ->type_name("ENCODING");
   command->add_flag("--header", format.header, "csv, tsv: a first line with the names");
-  command->add_option("--table", format.table, "sql: the table (default: the data file's name)");
+  command->add_option("--table", format.table,
+                      "sql: the table (default: the layout's, or the data file's name)");
   add_records(*command, export_options_.records);
   add_part(*command, export_options_.part, export_options_.force);
   command->add_flag("--quiet", export_options_.quiet, "print no line about the result");

@@ -1,24 +1,28 @@
 #include "host/commands/preview_command.h"
 
+#include <algorithm>
 #include <ostream>
 
 #include "host/layout/failure_text.h"
+#include "host/layout/layout_folder.h"
 #include "host/process/exit_status.h"
 #include "host/process/signals.h"
 #include "host/records/record_source.h"
 #include "host/text/text_table.h"
+#include "platform/printable_text.h"
 #include "values/attributes.h"
 
 namespace korvex::host {
 
 namespace {
-constexpr std::int32_t default_preview = 20;
-}  // namespace
 
-int run_preview(const PreviewOptions& options, std::ostream& out, std::ostream& messages) {
+constexpr std::int32_t default_preview = 20;
+constexpr std::int32_t default_of_several = 5;
+
+int preview(const std::string& layout, std::optional<std::int32_t> records, std::int32_t shown,
+            std::ostream& out, std::ostream& messages) {
   PreparedLayout prepared;
-  const int status =
-      prepared.prepare(options.layout, options.records, messages, {.asked = RecordsAsked::first});
+  const int status = prepared.prepare(layout, records, messages, {.asked = RecordsAsked::first});
   if (status != exit_status::done) return status;
   TextTable table;
   std::vector<TextTable::Cell> names;
@@ -28,7 +32,7 @@ int run_preview(const PreviewOptions& options, std::ostream& out, std::ostream& 
   }
   table.add(std::move(names));
   RecordSource source(prepared);
-  std::int32_t left = options.records.value_or(default_preview);
+  std::int32_t left = records.value_or(shown);
   for (std::vector<std::string_view> values; left > 0 && source.next(values); --left) {
     check_interruption();
     std::vector<TextTable::Cell> row;
@@ -43,6 +47,23 @@ int run_preview(const PreviewOptions& options, std::ostream& out, std::ostream& 
   if (source.failure().empty()) return exit_status::done;
   messages << source.failure() << std::endl;
   return exit_status::failed;
+}
+
+}  // namespace
+
+int run_preview(const PreviewOptions& options, std::ostream& out, std::ostream& messages) {
+  const auto layouts = layouts_at(options.layout, messages);
+  if (!layouts) return exit_status::wrong_usage;
+  if (!is_folder(options.layout)) {
+    return preview(options.layout, options.records, default_preview, out, messages);
+  }
+  int worst = exit_status::done;
+  for (const std::string& layout : *layouts) {
+    out << (layout == layouts->front() ? "" : "\n") << platform::printable(layout) << "\n";
+    worst = std::max(worst, preview(layout, options.records, default_of_several, out, messages));
+  }
+  out.flush();
+  return worst;
 }
 
 }  // namespace korvex::host

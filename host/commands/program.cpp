@@ -92,7 +92,7 @@ CLI::App* add_import(CLI::App& app, ImportOptions& options) {
 CLI::App* add_load(CLI::App& app, LoadOptions& options) {
   CLI::App* command =
       app.add_subcommand("load", "Generate the records of layouts into tables of a database");
-  command->add_option("LAYOUT", options.layout, "layout file, or a folder of them")->required();
+  add_layouts(*command, options.layout);
   command->add_option("DATABASE", options.database, "sqlite:FILE or postgresql:CONNINFO")
       ->required();
   command->add_option("TABLE", options.table,

@@ -8,7 +8,6 @@
 #include "host/layout/layout_syntax.h"
 #include "host/parts/digest.h"
 #include "host/sets/catalogue.h"
-#include "platform/path.h"
 #include "platform/read_file.h"
 
 namespace korvex::host {
@@ -87,11 +86,8 @@ std::string fingerprint(const PreparedLayout& prepared, const OutputForm& form) 
   Digest digest;
   digest.add(data_version);
   digest.add(text_of(form));
-  // Without a name the table of SQL takes that of the data file.
-  const bool is_named_after_file = !form.is_data_file && form.format.dialect == Dialect::sql;
-  digest.add(is_named_after_file && form.format.table.empty()
-                 ? platform::stem(prepared.layout().data)
-                 : "");
+  const bool has_table = !form.is_data_file && form.format.dialect == Dialect::sql;
+  digest.add(has_table ? sql_table(form.format, prepared.layout()) : "");
   add_records(prepared, digest);
   add_relatives(prepared, digest);
   return digest.text();

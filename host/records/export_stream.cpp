@@ -1,10 +1,8 @@
-#include "host/databases/sql_names.h"
 #include "host/process/signals.h"
 #include "host/records/record_source.h"
 #include "host/records/record_stream.h"
 #include "host/text/code_page_text.h"
 #include "platform/codepage.h"
-#include "platform/path.h"
 #include "platform/printable_text.h"
 
 namespace korvex::host {
@@ -18,8 +16,7 @@ class ExportStream : public RecordStream {
  public:
   ExportStream(PreparedLayout& prepared, const FormatChoices& choices)
       : prepared_(prepared), choices_(choices), source_(prepared) {
-    choices_.table = choices.table.empty() ? quoted_name(platform::stem(prepared.layout().data))
-                                           : quoted_path(choices.table);
+    choices_.table = sql_table(choices, prepared.layout());
     for (const PreparedItem& item : prepared.items()) {
       names_.push_back(item.item->name);
       if (!choices_.in_code_page) continue;

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
+#include "host/databases/sql_names.h"
 #include "host/records/moment_form.h"
 #include "platform/codepage.h"
+#include "platform/path.h"
 #include "values/attributes.h"
 
 namespace korvex::host {
@@ -268,6 +270,12 @@ class SqlInserts : public RecordFormat {
 };
 
 }  // namespace
+
+std::string sql_table(const FormatChoices& choices, const Layout& layout) {
+  if (!choices.table.empty()) return quoted_path(choices.table);
+  return layout.table.empty() ? quoted_name(platform::stem(layout.data))
+                              : quoted_path(layout.table);
+}
 
 std::unique_ptr<RecordFormat> make_record_format(const FormatChoices& choices,
                                                  const std::vector<std::string>& names,

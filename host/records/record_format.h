@@ -57,6 +57,10 @@ struct FormatChoices {
   bool in_code_page = false;  // names and values are in code page 932, else UTF-8; not for JSON
 };
 
+// The table that SQL puts the records of a layout into, between quotation marks: the one that was
+// chosen, else the layout's own, else one named after the data file.
+std::string sql_table(const FormatChoices& choices, const Layout& layout);
+
 // `names` and `items` go side by side and must outlive the format.
 std::unique_ptr<RecordFormat> make_record_format(const FormatChoices& choices,
                                                  const std::vector<std::string>& names,
