@@ -249,9 +249,11 @@ MappedColumn map_text_form(const TextForm& form, const ColumnUse& use) {
   const CountedTexts texts = count_texts(form, use);
   const char directive = form.lowest == '0' ? 'U' : form.lowest == 'a' ? 's' : 'S';
   const std::string before = form.before.empty() ? "" : "'" + form.before + "'";
-  const auto length = static_cast<std::int32_t>(form.before.size() + form.count);
-  return ranged(text_of(length), before + "%" + std::to_string(form.count) + directive, texts.start,
-                texts.end, texts.left);
+  const std::string behind = form.behind.empty() ? "" : "'" + form.behind + "'";
+  const auto length =
+      static_cast<std::int32_t>(form.before.size() + form.count + form.behind.size());
+  return ranged(text_of(length), before + "%" + std::to_string(form.count) + directive + behind,
+                texts.start, texts.end, texts.left);
 }
 
 ItemAttributes attributes_for_list(const ColumnSchema& column, std::size_t longest_value) {

@@ -25,22 +25,17 @@ constexpr std::size_t default_text = 200;
 constexpr int letters = 5;  // in one directive
 constexpr int most_decimals = 9;
 constexpr std::int64_t seconds_of_day = 86'400;
+// What ranges of days and moments reach, without the days that the last moments are on.
+constexpr std::chrono::year_month_day first_day_of_ranges{
+    std::chrono::year(1970), std::chrono::January, std::chrono::day(2)};
+constexpr std::chrono::year_month_day last_day_of_ranges{
+    std::chrono::year(2038), std::chrono::January, std::chrono::day(18)};
 
 std::string order_of(bool is_unique) { return toml_text(is_unique ? "shuffled" : "random"); }
 
 std::int64_t scaled(std::int64_t number, int decimals) {
   for (; decimals > 0; --decimals) number *= 10;
   return number;
-}
-
-std::string decimal_text(std::int64_t units, int decimals) {
-  const std::string sign = units < 0 ? "-" : "";
-  std::string digits = std::to_string(units < 0 ? -units : units);
-  if (decimals == 0) return sign + digits;
-  const auto after = static_cast<std::size_t>(decimals);
-  if (digits.size() <= after) digits.insert(0, after + 1 - digits.size(), '0');
-  return sign + digits.substr(0, digits.size() - after) + "." +
-         digits.substr(digits.size() - after);
 }
 
 // The value of a bound in units of a number of decimals, moved inside where it is not allowed
@@ -98,8 +93,9 @@ std::optional<ColumnValues> numbers(const ColumnTask& task) {
     if (*task.largest >= end) return std::nullopt;
     start = *task.largest + 1;
   }
-  const std::int64_t width = task.is_unique ? std::max<std::int64_t>(task.records, 1) * 1000
-                                            : scaled(plain_numbers, decimals);
+  const std::int64_t width = task.is_unique
+                                 ? std::max<std::int64_t>(task.records * 10, plain_numbers)
+                                 : scaled(plain_numbers, decimals);
   if (end - width > start) end = most && !least && !task.is_unique ? end : start + width - 1;
   if (most && !least && end - width > 0) start = std::max(start, end - width);
   for (const std::string& excluded : task.facts.excluded) {
@@ -316,6 +312,16 @@ TypeShape plain_shape(std::string name) {
 
 }  // namespace
 
+std::string decimal_text(std::int64_t units, int decimals) {
+  const std::string sign = units < 0 ? "-" : "";
+  std::string digits = std::to_string(units < 0 ? -units : units);
+  if (decimals == 0) return sign + digits;
+  const auto after = static_cast<std::size_t>(decimals);
+  if (digits.size() <= after) digits.insert(0, after + 1 - digits.size(), '0');
+  return sign + digits.substr(0, digits.size() - after) + "." +
+         digits.substr(digits.size() - after);
+}
+
 ItemAttributes text_attributes(std::size_t length) {
   const auto size = static_cast<std::int32_t>(length);
   return {character_attribute, 0, size, size, 0};
@@ -360,7 +366,22 @@ ColumnValues number_values(std::int64_t least, std::int64_t most, int decimals, 
   if (decimals > 0) made.keys.push_back({"increment", toml_text(decimal_text(1, decimals))});
   made.keys.push_back({"order", order_of(is_unique)});
   made.is_measured = true;
+  made.least = least;
+  made.most = most;
   return made;
+}
+
+// Days that no range of the layout language reaches.
+ColumnValues listed_days(const ImportPeriod& period, bool is_unique) {
+  using namespace std::chrono;
+  constexpr std::int64_t most_days = 1000;
+  const auto count = (sys_days(period.last) - sys_days(period.first)).count() + 1;
+  const auto step = std::max<std::int64_t>(count / most_days, 1);
+  std::vector<std::string> values;
+  for (std::int64_t i = 0; i < count; i += step) {
+    values.push_back(sql_day(sys_days(period.first) + days(i)));
+  }
+  return listed(std::move(values), is_unique);
 }
 
 ColumnValues moment_values(const ColumnSchema& column, const ImportPeriod& given, bool is_unique) {
@@ -371,6 +392,9 @@ ColumnValues moment_values(const ColumnSchema& column, const ImportPeriod& given
     period.last = sys_days(period.first) + days(1);
   }
   const bool is_date = column.type == ColumnType::date;
+  if (period.first < first_day_of_ranges || period.last > last_day_of_ranges) {
+    return listed_days(period, is_unique);
+  }
   ColumnValues made;
   made.attributes = is_date ? ItemAttributes{attribute::date, 0, 8, 8, 0}
                             : ItemAttributes{attribute::timestamp, 0, 15, 15, 0};

@@ -45,6 +45,9 @@ struct ColumnValues {
   std::vector<std::string> listed;
   std::uint64_t period = 0;  // how many different values there are
   bool is_measured = false;  // numbers, days or moments that an offset can start from
+  // Of numbers, in units of their last decimal.
+  std::int64_t least = 0;
+  std::int64_t most = 0;
 };
 
 // Nothing where no value is known that the database would take.
@@ -52,6 +55,9 @@ std::optional<ColumnValues> make_values(const ColumnTask& task);
 
 // Numbers from `least` to `most`, in units of the last of `decimals`, drawn or shuffled.
 ColumnValues number_values(std::int64_t least, std::int64_t most, int decimals, bool is_unique);
+
+// A number of units as SQL has it.
+std::string decimal_text(std::int64_t units, int decimals);
 
 // Days, or moments between their midnights, of a column for dates or timestamps.
 ColumnValues moment_values(const ColumnSchema& column, const ImportPeriod& period, bool is_unique);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <string_view>
 
 namespace korvex::host {
 
@@ -11,7 +12,6 @@ using Order = ColumnOrder::Kind;
 
 constexpr std::int64_t longest_days = 90;
 constexpr std::int64_t seconds_of_day = 86'400;
-constexpr std::int64_t longest_distance = 100;
 
 std::string value_of(const ColumnValues& values, std::string_view name) {
   for (const LayoutKey& key : values.keys) {
@@ -43,49 +43,81 @@ bool are_alike(const PlannedItem& left, const PlannedItem& right) {
          left.values->attributes.decimals == right.values->attributes.decimals;
 }
 
-std::int64_t longest_of(const ColumnSchema& column) {
-  if (column.type == ColumnType::date) return longest_days;
-  return column.type == ColumnType::timestamp ? longest_days * seconds_of_day : longest_distance;
+void make_equal(const TableSchema& schema, std::size_t left, PlannedItem& item,
+                const PlannedItem& other) {
+  item.values->attributes = other.values->attributes;
+  item.values->keys = {{"type", toml_text("reference")},
+                       {"item", toml_text(schema.columns[left].name)}};
+  item.empty_share.clear();
 }
 
-// The later column begins where the earlier one is, and the earlier one ends early enough.
-void make_offset(const TableSchema& schema, const ColumnOrder& order,
+// Of numbers: how far apart they may be, so that both stay where they are allowed.
+std::int64_t make_room(const ImportedTable& table, const ColumnOrder& order, ColumnValues& left,
+                       const ColumnValues& right) {
+  const ColumnFacts& facts = table.facts.columns[order.right];
+  std::int64_t distance = std::max<std::int64_t>((left.most - left.least) / 4, 1);
+  if (!facts.is_bounded()) return distance;
+  const std::int64_t least = facts.least ? std::max(left.least, right.least) : left.least;
+  std::int64_t most = left.most;
+  if (facts.most) {
+    distance = std::max<std::int64_t>((right.most - least) / 2, 1);
+    most = std::min(most, right.most - distance);
+  }
+  if (most <= least) return distance;
+  const int decimals = left.attributes.decimals;
+  left = number_values(least, most, decimals, false);
+  return distance;
+}
+
+// The later column begins where the earlier one is.
+void make_offset(const ImportedTable& table, const ColumnOrder& order,
                  std::vector<PlannedItem>& items) {
+  const ColumnSchema& column = table.schema.columns[order.right];
   PlannedItem& left = items[order.left];
   PlannedItem& right = items[order.right];
-  if (order.kind == Order::equal) {
-    right.values->attributes = left.values->attributes;
-    right.values->keys = {{"type", toml_text("reference")},
-                          {"item", toml_text(schema.columns[order.left].name)}};
-    return;
-  }
   const std::int64_t least = order.kind == Order::less ? 1 : 0;
-  const ColumnType type = schema.columns[order.right].type;
-  const bool is_moment = type == ColumnType::date || type == ColumnType::timestamp;
-  if (!is_moment && left.values->attributes.length < right.values->attributes.length) {
-    left.values->attributes = right.values->attributes;
+  const bool is_date = left.values->attributes.attribute == attribute::date;
+  const bool is_moment = is_date || left.values->attributes.attribute == attribute::timestamp;
+  std::string from = std::to_string(least);
+  std::string to;
+  if (is_moment) {
+    const std::int64_t days = order.days > 0 ? order.days : longest_days;
+    to = std::to_string(is_date ? days : days * seconds_of_day);
+  } else {
+    const std::int64_t distance = make_room(table, order, *left.values, *right.values);
+    const int decimals = left.values->attributes.decimals;
+    from = decimal_text(least, decimals);
+    to = decimal_text(std::max(distance, least), decimals);
   }
   right.values->attributes = left.values->attributes;
   if (!is_moment) ++right.values->attributes.length;
   if (!is_moment) ++right.values->attributes.digits;
   right.values->keys = {{"type", toml_text("offset")},
-                        {"of", toml_text(schema.columns[order.left].name)},
-                        {"from", std::to_string(least)},
-                        {"to", std::to_string(longest_of(schema.columns[order.right]))}};
+                        {"of", toml_text(table.schema.columns[order.left].name)},
+                        {"from", from},
+                        {"to", to}};
   // A value that must be there needs one to start from.
-  if (!right.is_nullable) left.empty_share.clear();
-  right.reason = "not before " + schema.columns[order.left].name;
+  const bool must_be_there =
+      !column.nullable || right.is_referenced || table.facts.columns[order.right].is_never_null;
+  if (must_be_there) left.empty_share.clear();
+  right.reason = "not before " + table.schema.columns[order.left].name;
 }
 
 }  // namespace
 
-void follow_orders(const ImportedTable& table, std::vector<PlannedItem>& items) {
+void follow_orders(const std::vector<ColumnOrder>& orders, const ImportedTable& table,
+                   std::vector<PlannedItem>& items) {
   std::vector<bool> is_placed(items.size());
-  for (const ColumnOrder& order : table.facts.orders) {
+  for (const ColumnOrder& order : orders) {
     if (order.kind == Order::unequal || !are_alike(items[order.left], items[order.right])) continue;
     if (is_placed[order.right] || follows(items, table.schema, order.left, order.right)) continue;
+    if (order.is_guess && table.facts.columns[order.right].is_bounded()) continue;
     is_placed[order.right] = true;
-    make_offset(table.schema, order, items);
+    if (order.kind == Order::equal) {
+      make_equal(table.schema, order.left, items[order.right], items[order.left]);
+    } else {
+      make_offset(table, order, items);
+    }
   }
 }
 

@@ -8,6 +8,7 @@
 namespace korvex::host {
 
 // Makes columns that have to follow others (`end_date >= start_date`) offsets from them.
-void follow_orders(const ImportedTable& table, std::vector<PlannedItem>& items);
+void follow_orders(const std::vector<ColumnOrder>& orders, const ImportedTable& table,
+                   std::vector<PlannedItem>& items);
 
 }  // namespace korvex::host

@@ -17,6 +17,8 @@ struct PlannedItem {
   std::optional<ColumnValues> values;
   std::string empty_share;  // of records without a value; empty for none
   std::string empty_with;   // the column without whose value there is none
+  std::string when;         // a condition as TOML has it, in place of a share
+  std::string group;        // items of one row
   std::string reason;       // why its values are what they are, for the comment above it
 };
 

@@ -42,6 +42,8 @@ struct ColumnOrder {
   std::size_t left = 0;
   Kind kind = Kind::less;
   std::size_t right = 0;
+  int days = 0;  // at most in between, of days and moments; 0 where nothing is known
+  bool is_guess = false;
 };
 
 // A condition that nobody here can read, with the columns that it speaks of.

@@ -8,6 +8,7 @@
 #include "host/imports/key_plan.h"
 #include "host/imports/lists.h"
 #include "host/imports/ordered_columns.h"
+#include "host/imports/table_guesses.h"
 #include "host/layout/own_text.h"
 #include "host/process/signals.h"
 
@@ -18,8 +19,8 @@ namespace {
 using Kind = ColumnRole::Kind;
 
 constexpr std::size_t longest_item_name = 63;
-// A nullable column of which nothing else is known.
-constexpr const char* share_of_nulls = "0.1";
+// What follows a moment is to be over at the time of the import, too.
+constexpr std::chrono::days room_for_followers{120};
 
 class TablePlanner {
  public:
@@ -29,15 +30,24 @@ class TablePlanner {
         imported_(plan.model.tables[table]),
         schema_(imported_.schema),
         facts_(imported_.facts.columns),
+        orders_(imported_.facts.orders),
         keys_(plan_keys(plan.model, table)),
-        items_(schema_.columns.size()) {}
+        columns_(schema_.columns),
+        items_(schema_.columns.size()) {
+    if (!plan.is_plain) guesses_.emplace(imported_, keys_);
+  }
 
   PlannedTable run() {
     find_referenced();
     settle_nulls();
+    if (guesses_) {
+      const std::vector<ColumnOrder> guessed = guesses_->orders();
+      orders_.insert(orders_.end(), guessed.begin(), guessed.end());
+    }
     for (std::size_t i = 0; i < items_.size(); ++i) make_own(i);
     limit_records();
-    follow_orders(imported_, items_);
+    if (guesses_) guesses_->finish(items_);
+    follow_orders(orders_, imported_, items_);
     add_keys();
     write();
     return std::move(planned_);
@@ -64,7 +74,7 @@ class TablePlanner {
       const bool may_be_null =
           schema_.columns[i].nullable && !facts_[i].is_never_null && !item.is_referenced;
       item.is_nullable = schema_.columns[i].nullable;
-      if (may_be_null && !plan_.is_plain) item.empty_share = share_of_nulls;
+      if (may_be_null && guesses_) item.empty_share = guesses_->share_of_nulls(i);
     }
     for (const auto& together : imported_.facts.together) {
       const bool has_given = std::any_of(together.begin(), together.end(), [&](std::size_t i) {
@@ -73,7 +83,7 @@ class TablePlanner {
       for (const std::size_t i : together) {
         items_[i].empty_share.clear();
         if (has_given) continue;
-        if (i == together.front()) items_[i].empty_share = share_of_nulls;
+        if (i == together.front() && guesses_) items_[i].empty_share = guesses_->share_of_nulls(i);
         if (i != together.front()) items_[i].empty_with = schema_.columns[together.front()].name;
       }
     }
@@ -92,9 +102,14 @@ class TablePlanner {
   void note(const std::string& text) { planned_.layout.remarks.push_back(text); }
 
   ColumnTask task_of(std::size_t i) {
-    ColumnTask task{.column = schema_.columns[i], .facts = facts_[i], .period = plan_.period};
+    ColumnTask task{.column = columns_[i], .facts = facts_[i], .period = plan_.period};
     task.records = plan_.records[table_];
     task.is_unique = keys_.columns[i].is_unique;
+    const bool is_followed = std::any_of(orders_.begin(), orders_.end(),
+                                         [&](const ColumnOrder& order) { return order.left == i; });
+    if (is_followed) {
+      task.period.last = std::chrono::sys_days(task.period.last) - room_for_followers;
+    }
     const auto& sets = schema_.unique_sets;
     task.counts_on = task.is_unique && !sets.empty() && sets.front() == std::vector{i};
     task.has_readable_texts = !plan_.is_plain;
@@ -146,8 +161,13 @@ class TablePlanner {
       return;
     }
     if (!keys_.has_own_values(i)) return;
+    const bool is_distinct = keys_.columns[i].is_unique;
+    if (guesses_ && !is_distinct) {
+      guesses_->narrow(i, plan_.period, columns_[i], facts_[i], item);
+    }
     const ColumnTask task = task_of(i);
-    item.values = make_values(task);
+    if (guesses_) item.values = guesses_->text_values(i, task, item);
+    if (!item.values) item.values = make_values(task);
     if (!item.values) leave_without_values(i);
   }
 
@@ -313,7 +333,9 @@ class TablePlanner {
     if (role.kind == Kind::own && !role.joint.empty()) {
       draft.values.keys.push_back({"joint", toml_text(role.joint)});
     }
+    if (!item.group.empty()) draft.values.keys.push_back({"group", toml_text(item.group)});
     if (!draft.nullable) return draft;
+    if (!item.when.empty()) draft.values.keys.push_back({"when", item.when});
     if (!item.empty_share.empty()) draft.values.keys.push_back({"empty", item.empty_share});
     if (!item.empty_with.empty()) {
       draft.values.keys.push_back({"empty_with", toml_text(item.empty_with)});
@@ -329,8 +351,11 @@ class TablePlanner {
   const std::size_t table_;
   const ImportedTable& imported_;
   const TableSchema& schema_;
-  const std::vector<ColumnFacts>& facts_;
+  std::vector<ColumnFacts> facts_;  // with the bounds of guesses
+  std::vector<ColumnOrder> orders_;
   const KeyPlan keys_;
+  std::vector<ColumnSchema> columns_;  // with the types of guesses
+  std::optional<TableGuesses> guesses_;
   std::vector<PlannedItem> items_;
   std::uint64_t most_in_group_ = std::numeric_limits<std::uint64_t>::max();
   PlannedTable planned_;
