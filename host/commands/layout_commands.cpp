@@ -18,70 +18,66 @@ const std::vector<std::pair<std::string, bool>> encodings = {{"utf-8", false}, {
 }  // namespace
 
 LayoutCommands::LayoutCommands(CLI::App& app) {
-  add_check(app);
-  add_preview(app);
-  add_export(app);
-  add_new(app);
+  check_ = add_command(
+      app, "check", "Say what generating will give, without generating: values, sizes, repetitions",
+      [this](CLI::App& command) { add_check_options(command); });
+  preview_ = add_command(app, "preview", "Show the first records as a table",
+                         [this](CLI::App& command) { add_preview_options(command); });
+  export_ = add_command(app, "export", "Write the records for another program",
+                        [this](CLI::App& command) { add_export_options(command); });
+  new_ = add_command(app, "new",
+                     "Write a layout to start from; asks on a terminal for what no option says",
+                     [this](CLI::App& command) { add_new_options(command); });
 }
 
-void LayoutCommands::add_check(CLI::App& app) {
-  CLI::App* command = app.add_subcommand(
-      "check", "Say what generating will give, without generating: values, sizes, repetitions");
-  add_layout(*command, check_options_.layout);
-  add_records(*command, check_options_.records);
+void LayoutCommands::add_check_options(CLI::App& command) {
+  add_layout(command, check_options_.layout);
+  add_records(command, check_options_.records);
   command
-      ->add_option("--unique", check_options_.unique,
-                   "items, with commas in between, in which all records are to differ")
+      .add_option("--unique", check_options_.unique,
+                  "items, with commas in between, in which all records are to differ")
       ->take_all();
-  check_ = command;
 }
 
-void LayoutCommands::add_preview(CLI::App& app) {
-  CLI::App* command = app.add_subcommand("preview", "Show the first records as a table");
-  add_layouts(*command, preview_options_.layout);
+void LayoutCommands::add_preview_options(CLI::App& command) {
+  add_layouts(command, preview_options_.layout);
   command
-      ->add_option("-n,--records", preview_options_.records,
-                   "number of records (default: the layout's, at most 20; 5 of each in a folder)")
+      .add_option("-n,--records", preview_options_.records,
+                  "number of records (default: the layout's, at most 20; 5 of each in a folder)")
       ->check(number_from(0));
-  preview_ = command;
 }
 
-void LayoutCommands::add_export(CLI::App& app) {
-  CLI::App* command = app.add_subcommand("export", "Write the records for another program");
+void LayoutCommands::add_export_options(CLI::App& command) {
   FormatChoices& format = export_options_.format;
-  add_layouts(*command, export_options_.layout);
+  add_layouts(command, export_options_.layout);
   command
-      ->add_option("-o,--output", export_options_.output,
-                   "the file, - for standard output; for a folder of layouts, a folder")
+      .add_option("-o,--output", export_options_.output,
+                  "the file, - for standard output; for a folder of layouts, a folder")
       ->required();
-  command->add_option("--format", format.dialect, "csv, tsv, jsonl or sql (default: csv)")
+  command.add_option("--format", format.dialect, "csv, tsv, jsonl or sql (default: csv)")
       ->transform(one_of(dialect_names))
       ->type_name("FORMAT");
-  command->add_option("--encoding", format.in_code_page, "utf-8 or cp932 (default: utf-8)")
+  command.add_option("--encoding", format.in_code_page, "utf-8 or cp932 (default: utf-8)")
       ->transform(one_of(encodings))
       ->type_name("ENCODING");
-  command->add_flag("--header", format.header, "csv, tsv: a first line with the names");
-  command->add_option("--table", format.table,
-                      "sql: the table (default: the layout's, or the data file's name)");
-  add_records(*command, export_options_.records);
-  add_part(*command, export_options_.part, export_options_.force);
-  command->add_flag("--quiet", export_options_.quiet, "print no line about the result");
-  export_ = command;
+  command.add_flag("--header", format.header, "csv, tsv: a first line with the names");
+  command.add_option("--table", format.table,
+                     "sql: the table (default: the layout's, or the data file's name)");
+  add_records(command, export_options_.records);
+  add_part(command, export_options_.part, export_options_.force);
+  command.add_flag("--quiet", export_options_.quiet, "print no line about the result");
 }
 
-void LayoutCommands::add_new(CLI::App& app) {
-  CLI::App* command = app.add_subcommand(
-      "new", "Write a layout to start from; asks on a terminal for what no option says");
-  command->add_option("-o,--output", new_options_.output,
-                      "the layout file, which must not be there yet (default: standard output)");
-  command->add_option("--kind", new_options_.kind, "record, table or iso (default: record)");
-  command->add_option("--data", new_options_.data, "path of the data file (default: data.csv)");
-  command->add_option("--records", new_options_.records, "number of records (default: 1000)")
+void LayoutCommands::add_new_options(CLI::App& command) {
+  command.add_option("-o,--output", new_options_.output,
+                     "the layout file, which must not be there yet (default: standard output)");
+  command.add_option("--kind", new_options_.kind, "record, table or iso (default: record)");
+  command.add_option("--data", new_options_.data, "path of the data file (default: data.csv)");
+  command.add_option("--records", new_options_.records, "number of records (default: 1000)")
       ->check(number_from(0));
-  command->add_option("--item", new_options_.items,
-                      "NAME:ATTRIBUTE, and behind it :SIZE and :DECIMALS where the attribute has "
-                      "them; a + behind the size for a signed number; once for each item");
-  new_ = command;
+  command.add_option("--item", new_options_.items,
+                     "NAME:ATTRIBUTE, and behind it :SIZE and :DECIMALS where the attribute has "
+                     "them; a + behind the size for a signed number; once for each item");
 }
 
 std::optional<int> LayoutCommands::run(std::ostream& out, std::ostream& messages) const {

@@ -15,16 +15,19 @@ namespace korvex::host {
 // on.
 class LayoutCommands {
  public:
+  // The commands stay tied to this object, which stays where it is.
   explicit LayoutCommands(CLI::App& app);
+  LayoutCommands(const LayoutCommands&) = delete;
+  LayoutCommands& operator=(const LayoutCommands&) = delete;
 
   // Runs the one that was given; the program's exit status, nothing when it was another command.
   std::optional<int> run(std::ostream& out, std::ostream& messages) const;
 
  private:
-  void add_check(CLI::App& app);
-  void add_preview(CLI::App& app);
-  void add_export(CLI::App& app);
-  void add_new(CLI::App& app);
+  void add_check_options(CLI::App& command);
+  void add_preview_options(CLI::App& command);
+  void add_export_options(CLI::App& command);
+  void add_new_options(CLI::App& command);
 
   const CLI::App* check_ = nullptr;
   const CLI::App* preview_ = nullptr;

@@ -30,92 +30,74 @@ namespace {
 
 constexpr const char* version_text = "korvex " KORVEX_VERSION;
 
-void add_generate(CLI::App& app, GenerateOptions& options) {
-  CLI::App* command = app.add_subcommand("generate", "Generate the data file of a layout");
-  add_layout(*command, options.layout);
-  add_records(*command, options.records);
-  add_part(*command, options.part, options.force);
-  command->add_option("--output-option", options.output_option,
-                      "2 ends the data file below 2 GB, asks before repeats give more records than "
-                      "requested, and gives the window a Cancel button (default: 0)");
-  CLI::Option* keep = command->add_flag(
+void add_generate_options(CLI::App& command, GenerateOptions& options) {
+  add_layout(command, options.layout);
+  add_records(command, options.records);
+  add_part(command, options.part, options.force);
+  command.add_option("--output-option", options.output_option,
+                     "2 ends the data file below 2 GB, asks before repeats give more records than "
+                     "requested, and gives the window a Cancel button (default: 0)");
+  CLI::Option* keep = command.add_flag(
       "--keep-settings", options.keep_settings,
       "generate from the settings file as it is, without the values in the layout");
   command
-      ->add_flag("--settings-only", options.settings_only,
-                 "write the settings file and generate no data")
+      .add_flag("--settings-only", options.settings_only,
+                "write the settings file and generate no data")
       ->excludes(keep);
-  command->add_flag("--quiet", options.quiet, "print no line about the result");
-  command->add_flag("--window", options.window, "show progress and messages on the desktop");
+  command.add_flag("--quiet", options.quiet, "print no line about the result");
+  command.add_flag("--window", options.window, "show progress and messages on the desktop");
 }
 
-CLI::App* add_count(CLI::App& app, CountOptions& options) {
-  CLI::App* command = app.add_subcommand(
-      "count", "Say how many records the settings give and how large the file will be");
-  add_layout(*command, options.layout);
-  add_records(*command, options.records);
-  command->add_flag("--window", options.window, "show messages on the desktop");
-  return command;
+void add_count_options(CLI::App& command, CountOptions& options) {
+  add_layout(command, options.layout);
+  add_records(command, options.records);
+  command.add_flag("--window", options.window, "show messages on the desktop");
 }
 
-CLI::App* add_edit(CLI::App& app, const char* name, const char* description, EditOptions& options) {
-  CLI::App* command = app.add_subcommand(name, description);
-  add_layout(*command, options.layout);
-  return command;
-}
-
-CLI::App* add_import(CLI::App& app, ImportOptions& options) {
-  CLI::App* command = app.add_subcommand("import", "Write layouts for the tables of a database");
-  command->add_option("DATABASE", options.database, "sqlite:FILE or postgresql:CONNINFO")
+void add_import_options(CLI::App& command, ImportOptions& options) {
+  command.add_option("DATABASE", options.database, "sqlite:FILE or postgresql:CONNINFO")
       ->required();
-  command->add_option("TABLE", options.table, "table or view (default: all tables)");
-  command->add_option(
+  command.add_option("TABLE", options.table, "table or view (default: all tables)");
+  command.add_option(
       "-o,--output", options.output,
       "layout file to write, with its lists beside it; - for standard output (default); of all "
       "tables: the folder for them");
   command
-      ->add_option("--records", options.records,
-                   "number of records, for which unique columns have values (default: 1000; of all "
-                   "tables: numbers that fit together)")
+      .add_option("--records", options.records,
+                  "number of records, for which unique columns have values (default: 1000; of all "
+                  "tables: numbers that fit together)")
       ->check(number_from(1));
-  command->add_flag("--force", options.force, "replace files that exist");
+  command.add_flag("--force", options.force, "replace files that exist");
   WholeDatabaseOptions& whole = options.whole;
-  command->add_option("--tables", whole.tables, "only these, as in 'a,b*'");
-  command->add_option("--except", whole.except, "not these, whose rows others refer to");
-  command->add_option("--keep", whole.keep, "tables whose rows stay as they are");
-  command->add_option("--scale", whole.scale, "so many times the rows that are there")
+  command.add_option("--tables", whole.tables, "only these, as in 'a,b*'");
+  command.add_option("--except", whole.except, "not these, whose rows others refer to");
+  command.add_option("--keep", whole.keep, "tables whose rows stay as they are");
+  command.add_option("--scale", whole.scale, "so many times the rows that are there")
       ->check(CLI::PositiveNumber);
-  command->add_flag("--plain", whole.is_plain, "no guesses by the names of columns");
-  return command;
+  command.add_flag("--plain", whole.is_plain, "no guesses by the names of columns");
 }
 
-CLI::App* add_load(CLI::App& app, LoadOptions& options) {
-  CLI::App* command =
-      app.add_subcommand("load", "Generate the records of layouts into tables of a database");
-  add_layouts(*command, options.layout);
-  command->add_option("DATABASE", options.database, "sqlite:FILE or postgresql:CONNINFO")
+void add_load_options(CLI::App& command, LoadOptions& options) {
+  add_layouts(command, options.layout);
+  command.add_option("DATABASE", options.database, "sqlite:FILE or postgresql:CONNINFO")
       ->required();
-  command->add_option("TABLE", options.table,
-                      "table that gets the records (default: the layout's)");
-  add_records(*command, options.records);
-  command->add_flag("--truncate", options.truncate,
-                    "remove all rows of the tables first; asks on a terminal");
-  command->add_flag("--yes", options.yes, "remove them without asking");
-  command->add_flag("--no-analyze", options.no_analyze,
-                    "leave out that the database counts again what it knows of the tables");
-  command->add_flag("--quiet", options.quiet, "print no line about the result");
-  return command;
+  command.add_option("TABLE", options.table, "table that gets the records (default: the layout's)");
+  add_records(command, options.records);
+  command.add_flag("--truncate", options.truncate,
+                   "remove all rows of the tables first; asks on a terminal");
+  command.add_flag("--yes", options.yes, "remove them without asking");
+  command.add_flag("--no-analyze", options.no_analyze,
+                   "leave out that the database counts again what it knows of the tables");
+  command.add_flag("--quiet", options.quiet, "print no line about the result");
 }
 
-CLI::App* add_sets(CLI::App& app, SetsOptions& options) {
-  CLI::App* command = app.add_subcommand("sets", "List the built-in sets of values, or show one");
-  command->add_option("NAME", options.name, "a set, or a column of one as a layout names it");
-  command->add_option("--language", options.language, "the language of the values (default: en)");
-  CLI::Option* rows = command->add_option("-n,--rows", options.rows, "number of rows (default: 10)")
+void add_sets_options(CLI::App& command, SetsOptions& options) {
+  command.add_option("NAME", options.name, "a set, or a column of one as a layout names it");
+  command.add_option("--language", options.language, "the language of the values (default: en)");
+  CLI::Option* rows = command.add_option("-n,--rows", options.rows, "number of rows (default: 10)")
                           ->check(number_from(0));
-  command->add_flag("--tsv", options.as_file, "print the whole table, with tabs in between")
+  command.add_flag("--tsv", options.as_file, "print the whole table, with tabs in between")
       ->excludes(rows);
-  return command;
 }
 
 // How many letters to change, add and drop until one word is the other.
@@ -221,28 +203,44 @@ int run_program(int argc, const char* const* argv, const ModuleFunctions& functi
   app.set_version_flag("--version", version_text);
   app.require_subcommand(1);
   GenerateOptions options;
-  add_generate(app, options);
+  add_command(app, "generate", "Generate the data file of a layout",
+              [&](CLI::App& command) { add_generate_options(command, options); });
   CountOptions count_options;
-  const CLI::App* count = add_count(app, count_options);
+  const CLI::App* count = add_command(
+      app, "count", "Say how many records the settings give and how large the file will be",
+      [&](CLI::App& command) { add_count_options(command, count_options); });
   EditOptions edit_options;
-  CLI::App* edit = add_edit(app, "edit", "Edit the settings in a window and generate the data file",
-                            edit_options);
-  add_records(*edit, edit_options.records);
-  const CLI::App* format = add_edit(app, "format", "Edit the settings in a window", edit_options);
-  CLI::App* update =
-      add_edit(app, "update", "Edit the settings of one item in a window", edit_options);
-  update->add_option("--item", edit_options.item, "name of the item (default: the first)");
+  const CLI::App* edit =
+      add_command(app, "edit", "Edit the settings in a window and generate the data file",
+                  [&](CLI::App& command) {
+                    add_layout(command, edit_options.layout);
+                    add_records(command, edit_options.records);
+                  });
+  const CLI::App* format =
+      add_command(app, "format", "Edit the settings in a window",
+                  [&](CLI::App& command) { add_layout(command, edit_options.layout); });
+  const CLI::App* update = add_command(
+      app, "update", "Edit the settings of one item in a window", [&](CLI::App& command) {
+        add_layout(command, edit_options.layout);
+        command.add_option("--item", edit_options.item, "name of the item (default: the first)");
+      });
   ImportOptions import_options;
-  const CLI::App* import = add_import(app, import_options);
+  const CLI::App* import =
+      add_command(app, "import", "Write layouts for the tables of a database",
+                  [&](CLI::App& command) { add_import_options(command, import_options); });
   LoadOptions load_options;
-  const CLI::App* load = add_load(app, load_options);
+  const CLI::App* load =
+      add_command(app, "load", "Generate the records of layouts into tables of a database",
+                  [&](CLI::App& command) { add_load_options(command, load_options); });
   std::string shown_file;
-  CLI::App* show = app.add_subcommand(
-      "show", "Show a control file, Format Information file or log file in readable form");
-  show->add_option("FILE", shown_file, "the file")->required();
+  const CLI::App* show = add_command(
+      app, "show", "Show a control file, Format Information file or log file in readable form",
+      [&](CLI::App& command) { command.add_option("FILE", shown_file, "the file")->required(); });
   SetsOptions sets_options;
-  const CLI::App* sets = add_sets(app, sets_options);
-  const LayoutCommands layout_commands(app);
+  const CLI::App* sets =
+      add_command(app, "sets", "List the built-in sets of values, or show one",
+                  [&](CLI::App& command) { add_sets_options(command, sets_options); });
+  LayoutCommands layout_commands(app);
 
   std::vector<std::string> connections = connections_among(argc, argv);
   if (argc > 1 && argv[1][0] != '-') {
