@@ -140,7 +140,9 @@ int run_generate(const GenerateOptions& options, CreateData create_data, std::os
       options.keep_settings ? Keeping::all_items : Keeping::items_without_values;
   const auto kept = look_at_settings(layout, keeping, messages);
   if (!kept) return exit_status::failed;
-  if (print_layout_errors(layout, find_file_conflicts(layout, kept->lists), messages)) {
+  const bool has_further_lists = !kept->lists.empty();
+  if (has_further_lists &&
+      print_layout_errors(layout, find_file_conflicts(layout, kept->lists), messages)) {
     return exit_status::wrong_usage;
   }
   if (print_failures(kept->refused, layout, messages)) return exit_status::failed;

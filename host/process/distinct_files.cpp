@@ -20,21 +20,29 @@ std::string settled_path(const std::string& path) {
   return failure ? path : settled.string();
 }
 
+const std::string& DistinctFiles::settled_folder_of(const std::string& path) {
+  const auto [known, is_new] = folders_.try_emplace(platform::folder_of(path));
+  if (is_new) known->second = settled_path(known->first);
+  return known->second;
+}
+
 std::optional<std::string> DistinctFiles::replace(const std::string& path,
                                                   const std::string& role) {
-  const std::string folder = settled_path(platform::folder_of(path));
-  const auto [known, is_new] =
-      by_name_.try_emplace(platform::join_path(folder, platform::base_name(path)), role);
+  const std::string name = platform::join_path(settled_folder_of(path), platform::base_name(path));
+  const auto [known, is_new] = by_name_.try_emplace(name, role);
   return is_new ? std::nullopt : std::optional(known->second);
 }
 
 std::optional<std::string> DistinctFiles::follow(const std::string& path, const std::string& role) {
   std::optional<std::string> other = replace(path, role);
-  const auto [named, has_new_name] = by_name_.try_emplace(settled_path(path), role);
-  if (!other && named->second != role) other = named->second;
   struct stat status = {};
+  if (::lstat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) {
+    const auto [named, has_new_name] = by_name_.try_emplace(settled_path(path), role);
+    if (!other && named->second != role) other = named->second;
+    if (::stat(path.c_str(), &status) != 0) return other;
+  }
   // A device can be written any number of times.
-  if (::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode)) {
+  if (S_ISREG(status.st_mode)) {
     const auto [known, is_new] =
         by_identity_.try_emplace(Identity(status.st_dev, status.st_ino), role);
     if (!is_new) other = known->second;

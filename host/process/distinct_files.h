@@ -33,7 +33,9 @@ class DistinctFiles {
   using Identity = std::pair<dev_t, ino_t>;
 
   std::optional<std::string> follow(const std::string& path, const std::string& role);
+  const std::string& settled_folder_of(const std::string& path);
 
+  std::map<std::string, std::string> folders_;  // most files share one, which is costly to settle
   std::map<std::string, std::string> by_name_;
   std::map<Identity, std::string> by_identity_;
 };
