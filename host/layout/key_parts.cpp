@@ -9,7 +9,21 @@ namespace korvex::host {
 namespace {
 
 constexpr const char* blanks = " \t";
-constexpr std::string_view key_ends = "=,[]{}\n";
+
+bool ends_key(char byte) {
+  switch (byte) {
+    case '=':
+    case ',':
+    case '[':
+    case ']':
+    case '{':
+    case '}':
+    case '\n':
+      return true;
+    default:
+      return false;
+  }
+}
 
 // Where the string ends that begins at `place`, in one of the four ways to quote it.
 std::size_t end_of_string(std::string_view text, std::size_t place) {
@@ -47,7 +61,7 @@ std::optional<LongKey> find_long_key(std::string_view text) {
   std::size_t begin = 0;
   std::size_t parts = 1;
   for (std::size_t i = 0; i <= text.size();) {
-    const bool is_end = i == text.size() || key_ends.find(text[i]) != std::string_view::npos;
+    const bool is_end = i == text.size() || ends_key(text[i]);
     if (is_end && parts > most_key_parts) return LongKey{place_of_key(text, begin), parts};
     if (is_end) {
       begin = ++i;

@@ -167,13 +167,12 @@ void read_items(TableReader& root, MissingLists lists, Layout& layout,
 // A parsed layout takes some hundred bytes of memory for each of its values, and every value comes
 // with one of the characters that set values apart. A layout that describes items has one of them
 // in twenty bytes; one that has far more would take far more memory than it is large.
-constexpr std::string_view separators = "=,.[";
 constexpr std::size_t always_allowed_separators = 128 * 1024;
 constexpr std::size_t allowed_bytes_a_separator = 16;
 
 bool may_fit(std::string_view text) {
   const auto count = std::count_if(text.begin(), text.end(), [](char byte) {
-    return separators.find(byte) != std::string_view::npos;
+    return byte == '=' || byte == ',' || byte == '.' || byte == '[';
   });
   return static_cast<std::size_t>(count) <=
          always_allowed_separators + text.size() / allowed_bytes_a_separator;

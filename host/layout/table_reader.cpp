@@ -69,8 +69,12 @@ void TableReader::require(std::string_view key, std::string_view expected) {
 }
 
 const toml::node* TableReader::find(std::string_view key) {
-  known_.emplace(key);
+  known_.push_back(key);
   return table_.get(key);
+}
+
+void TableReader::know(std::span<const std::string_view> keys) {
+  known_.insert(known_.end(), keys.begin(), keys.end());
 }
 
 std::optional<std::int32_t> TableReader::integer(std::string_view key, std::int32_t lowest,
@@ -139,12 +143,17 @@ SourcePlace TableReader::place(std::string_view key) const {
 }
 
 void TableReader::reject_unknown_keys() {
-  const std::vector<std::string_view> names(known_.begin(), known_.end());
+  std::string expected;
   for (const auto& [key, node] : table_) {
-    if (known_.contains(key.str())) continue;
+    if (std::find(known_.begin(), known_.end(), key.str()) != known_.end()) continue;
+    if (expected.empty()) {
+      std::sort(known_.begin(), known_.end());
+      known_.erase(std::unique(known_.begin(), known_.end()), known_.end());
+      expected = ", expected one of " + list_names(known_);
+    }
     const toml::source_position& begin = key.source().begin;
-    report({begin.line, begin.column}, "unknown key " + quoted(key.str()) + " in " + title_ +
-                                           ", expected one of " + list_names(names));
+    report({begin.line, begin.column},
+           "unknown key " + quoted(key.str()) + " in " + title_ + expected);
   }
 }
 

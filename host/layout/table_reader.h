@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <limits>
 #include <optional>
-#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -29,7 +28,8 @@ SourcePlace place_of(const toml::node& node);
 std::string list_names(std::span<const std::string_view> names);
 
 // Reads the keys of one table of a layout. A getter answers nothing for an absent key and for a
-// value of the wrong kind, which it also reports; every key asked for counts as known.
+// value of the wrong kind, which it also reports; every key asked for counts as known, and must
+// outlive the reader.
 class TableReader {
  public:
   // `title` names the table in messages. Table and errors must outlive the reader.
@@ -54,6 +54,9 @@ class TableReader {
   // Null when absent.
   const toml::node* find(std::string_view key);
 
+  // These keys are known, whoever reads them.
+  void know(std::span<const std::string_view> keys);
+
   bool has(std::string_view key) const { return table_.contains(key); }
 
   // Of the key's value, or of the table when it has no such key.
@@ -71,7 +74,7 @@ class TableReader {
   const toml::table& table_;
   std::string title_;
   std::vector<LayoutError>& errors_;
-  std::set<std::string, std::less<>> known_;
+  std::vector<std::string_view> known_;  // some of them twice
 };
 
 }  // namespace korvex::host

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <set>
 
 #include "host/layout/value_types.h"
 #include "host/layout/way_reader.h"
@@ -26,16 +25,17 @@ bool takes_key(const ValueType& type, std::string_view key) {
   return std::find(type.keys.begin(), type.keys.end(), key) != type.keys.end();
 }
 
-void reject_keys_of_other_types(TableReader& reader, const ValueType& own) {
-  std::set<std::string_view> keys;
-  for (const ValueType* type : value_types) keys.insert(type->keys.begin(), type->keys.end());
-  for (const std::string_view key : keys) {
-    if (!reader.has(key) || takes_key(own, key)) continue;
+void reject_keys_of_other_types(TableReader& reader, const toml::table& table,
+                                const ValueType& own) {
+  for (const auto& [name, node] : table) {
+    const std::string_view key = name.str();
+    if (takes_key(own, key)) continue;
     std::string takers;
     for (const ValueType* type : value_types) {
       if (!takes_key(*type, key)) continue;
       takers += (takers.empty() ? "\"" : " or \"") + std::string(type->name) + '"';
     }
+    if (takers.empty()) continue;
     reader.report(reader.place(key), std::string(key) + " stands beside type \"" +
                                          std::string(own.name) + "\", expected type " + takers);
   }
@@ -68,17 +68,16 @@ ItemValues read_values(const toml::table& table, const Layout& layout,
   TableReader reader(table, "[item.values]", errors);
   ItemValues values;
   values.place = reader.place();
-  for (const ValueType* type : value_types) {
-    for (const std::string_view key : type->keys) reader.find(key);
-  }
-  reader.find("repeat");
+  for (const ValueType* type : value_types) reader.know(type->keys);
+  constexpr std::string_view repeat_key[] = {"repeat"};
+  reader.know(repeat_key);
   if (const ValueType* type = read_type(reader)) {
     values.source = type->source;
     if (type->source == ValueSource::own) {
       values.own_keys.push_back(
           {"type", reader.place("type"), "type \"" + std::string(type->name) + '"'});
     }
-    reject_keys_of_other_types(reader, *type);
+    reject_keys_of_other_types(reader, table, *type);
     type->read({reader, layout, values, errors});
     read_way(reader, *type, values, errors);
     read_repeat(reader, values, errors);

@@ -118,8 +118,8 @@ void read_when(TableReader& reader, EmptinessRules& emptiness, std::vector<Layou
 }  // namespace
 
 void know_way_keys(TableReader& reader) {
-  for (const std::string_view key : way_keys) reader.find(key);
-  for (const std::string_view key : other_keys) reader.find(key);
+  reader.know(way_keys);
+  reader.know(other_keys);
 }
 
 void read_way(TableReader& reader, const ValueType& type, ItemValues& values,
