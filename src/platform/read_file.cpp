@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <poll.h>
 
+#include <array>
 #include <cerrno>
 
 #include "platform/file_calls.h"
@@ -12,18 +13,16 @@ namespace korvex::platform {
 
 namespace {
 
-constexpr std::size_t block_size = 64 * 1024;
+constexpr std::size_t block_size = 16 * 1024;
 
 int read_all(int descriptor, std::string& content) {
+  std::array<char, block_size> block;
   for (;;) {
     if (!wait_until_ready(descriptor, POLLIN)) return EINTR;
-    const std::size_t size = content.size();
-    content.resize(size + block_size);
     const ssize_t count = retry_interrupted(
-        [&] { return file_calls().read(descriptor, content.data() + size, block_size); });
-    const int failure = count < 0 ? errno : 0;
-    content.resize(size + static_cast<std::size_t>(count < 0 ? 0 : count));
-    if (count <= 0) return failure;
+        [&] { return file_calls().read(descriptor, block.data(), block.size()); });
+    if (count <= 0) return count < 0 ? errno : 0;
+    content.append(block.data(), static_cast<std::size_t>(count));
   }
 }
 
