@@ -79,11 +79,14 @@ ErrorCode check_full_width(const ItemAttributes& item, std::string_view value) {
 }  // namespace
 
 EnumerationRule::EnumerationRule(const ItemAttributes& item)
-    : item_(item), limit_(effective_digits(item)), takes_any_text_(is_character(item.attribute)) {}
+    : item_(item),
+      kind_(traits_of(item.attribute).kind),
+      limit_(effective_digits(item)),
+      takes_any_text_(is_character(item.attribute)) {}
 
 ErrorCode EnumerationRule::check_closely(std::string_view value) const {
   if (takes_any_text_) return check_length(value, limit_);
-  switch (traits_of(item_.attribute).kind) {
+  switch (kind_) {
     case DataKind::decimal:
       return check_number(item_, value);
     case DataKind::national:

@@ -25,6 +25,7 @@ class EnumerationRule {
   ErrorCode check_closely(std::string_view value) const;
 
   ItemAttributes item_;
+  DataKind kind_;
   std::int64_t limit_;  // of characters, for a text
   bool takes_any_text_;
 };
