@@ -187,6 +187,7 @@ constexpr platform::FileCalls table = {
     .close = close,
     .read = read,
     .write = write,
+    .write_to_device = write,
     .lseek = lseek,
     .fstat = fstat,
     .lstat = lstat,

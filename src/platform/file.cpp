@@ -77,6 +77,7 @@ File::~File() { discard(); }
 File::File(File&& other) noexcept
     : descriptor_(std::exchange(other.descriptor_, -1)),
       regular_(other.regular_),
+      device_(other.device_),
       failed_(other.failed_),
       buffer_(std::move(other.buffer_)),
       buffered_(std::exchange(other.buffered_, 0)) {}
@@ -86,6 +87,7 @@ File& File::operator=(File&& other) noexcept {
     discard();
     descriptor_ = std::exchange(other.descriptor_, -1);
     regular_ = other.regular_;
+    device_ = other.device_;
     failed_ = other.failed_;
     buffer_ = std::move(other.buffer_);
     buffered_ = std::exchange(other.buffered_, 0);
@@ -116,6 +118,7 @@ FileCause File::open(const std::string& path, int flags, unsigned mode) {
     return note_file_error(EISDIR);
   }
   regular_ = S_ISREG(status.st_mode);
+  device_ = S_ISCHR(status.st_mode);
   last_error = 0;
   return FileCause::none;
 }
@@ -190,9 +193,9 @@ FileCause File::read(void* data, std::size_t size, std::size_t& count) {
 }
 
 FileCause File::write_through(const char* data, std::size_t size) {
+  const auto write = device_ ? file_calls().write_to_device : file_calls().write;
   while (size > 0 && failed_ == FileCause::none) {
-    const ssize_t written =
-        retry_interrupted([&] { return file_calls().write(descriptor_, data, size); });
+    const ssize_t written = retry_interrupted([&] { return write(descriptor_, data, size); });
     if (written < 0) {
       failed_ = note_file_error(errno);
     } else if (written == 0) {

@@ -136,6 +136,7 @@ class File {
 
   int descriptor_ = -1;
   bool regular_ = false;
+  bool device_ = false;  // of characters: writing to it raises no signal
   FileCause failed_ = FileCause::none;
   std::unique_ptr<char[]> buffer_;
   std::size_t buffered_ = 0;

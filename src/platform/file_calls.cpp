@@ -24,6 +24,7 @@ const FileCalls& system_file_calls() {
       .close = ::close,
       .read = ::read,
       .write = write_quietly,
+      .write_to_device = ::write,
       .lseek = ::lseek,
       .fstat = ::fstat,
       .lstat = ::lstat,

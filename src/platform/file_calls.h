@@ -13,6 +13,8 @@ struct FileCalls {
   int (*close)(int descriptor);
   ssize_t (*read)(int descriptor, void* data, size_t size);
   ssize_t (*write)(int descriptor, const void* data, size_t size);
+  // For what raises none: to keep them away costs more than a device takes.
+  ssize_t (*write_to_device)(int descriptor, const void* data, size_t size);
   off_t (*lseek)(int descriptor, off_t offset, int whence);
   int (*fstat)(int descriptor, struct stat* status);
   int (*lstat)(const char* path, struct stat* status);

@@ -115,6 +115,7 @@ class FaultyFileCalls {
       .close = Wrapped<&Calls::close, "close">::call,
       .read = Wrapped<&Calls::read, "read">::call,
       .write = Wrapped<&Calls::write, "write">::call,
+      .write_to_device = Wrapped<&Calls::write_to_device, "write">::call,
       .lseek = Wrapped<&Calls::lseek, "lseek">::call,
       .fstat = Wrapped<&Calls::fstat, "fstat">::call,
       .lstat = Wrapped<&Calls::lstat, "lstat">::call,

@@ -28,6 +28,7 @@ class WriteCalls {
         bytes_ += size;
         return static_cast<ssize_t>(size);
       };
+      replaced.write_to_device = replaced.write;
       return replaced;
     }();
     return calls;
