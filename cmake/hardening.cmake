@@ -17,6 +17,8 @@ list(JOIN korvex_optimised_builds "," configurations)
 check_pie_supported()
 
 # A compiler may lack a flag; on another processor the protection of returns and jumps has another name.
+# One that takes a flag only to warn that it ignores it lacks it, too.
+set(CMAKE_REQUIRED_FLAGS -Werror)
 foreach(flag
     -fstack-protector-strong
     -fstack-clash-protection
@@ -28,6 +30,7 @@ foreach(flag
     target_compile_options(korvex_hardening INTERFACE $<$<CONFIG:${configurations}>:${flag}>)
   endif()
 endforeach()
+unset(CMAKE_REQUIRED_FLAGS)
 
 # A distribution may define it already, with another number.
 target_compile_options(korvex_hardening INTERFACE
