@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <filesystem>
 #include <ostream>
-#include <sstream>
 #include <string>
 
+#include "host/commands/check_folder.h"
+#include "host/commands/check_sets.h"
 #include "host/engine/layout_messages.h"
-#include "host/layout/item_texts.h"
+#include "host/layout/layout_folder.h"
 #include "host/layout/own_items.h"
 #include "host/process/exit_status.h"
 #include "host/records/engine_source.h"
@@ -106,108 +107,31 @@ bool print_sizes(const PreparedLayout& prepared, const std::optional<RepeatCount
   return is_enough;
 }
 
-// One set of --unique.
-struct UniqueSet {
-  std::string names;
-  std::vector<std::size_t> items;
-};
-
-std::string_view trimmed(std::string_view name) {
-  constexpr const char* blanks = " \t";
-  name.remove_prefix(std::min(name.find_first_not_of(blanks), name.size()));
-  return name.substr(0, name.find_last_not_of(blanks) + 1);
-}
-
-// Nothing when no item, or more than one, has the name.
-std::optional<std::size_t> find_item(const std::string& name, const PreparedLayout& prepared,
-                                     std::ostream& messages) {
-  std::optional<std::size_t> found;
-  for (std::size_t i = 0; i < prepared.items().size(); ++i) {
-    if (!is_named(*prepared.items()[i].item, name)) continue;
-    if (found) {
-      messages << "--unique: several items are named " << platform::printable(name) << std::endl;
-      return std::nullopt;
-    }
-    found = i;
-  }
-  if (!found) {
-    messages << "--unique: no item of the records is named " << platform::printable(name)
-             << std::endl;
-  }
-  return found;
-}
-
-bool read_set(const std::string& names, const PreparedLayout& prepared, UniqueSet& set,
-              std::ostream& messages) {
-  std::istringstream list(names);
-  for (std::string text; std::getline(list, text, ',');) {
-    const std::string name(trimmed(text));
-    const auto found = find_item(name, prepared, messages);
-    if (!found) return false;
-    set.items.push_back(*found);
-    set.names += (set.names.empty() ? "" : ", ") + platform::printable(name);
-  }
-  return !set.items.empty();
-}
-
-// Why not all records differ, where that is certain.
-std::string repetition_text(const Forecast::Set& set, std::uint64_t records) {
-  const sources::Uniqueness& uniqueness = set.uniqueness;
-  std::string text = "no";
-  const bool is_beyond_domain = records > set.combinations.most;
-  if (is_beyond_domain) {
-    text += (set.combinations.is_exact() ? ", " : ", at most ") +
-            std::to_string(set.combinations.most) + " different values, " +
-            sources::counted_records(records) + " asked";
-  }
-  if (uniqueness.is_exact()) {
-    return text + (is_beyond_domain ? "; record " : ", record ") +
-           std::to_string(uniqueness.repeated + 1) + " is the first that repeats an earlier one";
-  }
-  if (is_beyond_domain) return text;
-  if (records == uniqueness.repeated + 1) return text + ", some of them are the same";
-  return text + ", some of the first " + sources::counted_records(uniqueness.repeated + 1) +
-         " are the same";
-}
-
-bool print_uniqueness(const UniqueSet& asked, const Forecast& forecast, std::ostream& out) {
-  const std::uint64_t records = forecast.records();
-  const Forecast::Set set = forecast.set(asked.items);
-  const sources::Uniqueness& uniqueness = set.uniqueness;
-  out << "Unique " << asked.names << ": ";
-  if (records <= uniqueness.different) {
-    out << "yes, all " << sources::counted_records(records) << " differ";
-    if (uniqueness.is_exact() && uniqueness.different != endless) {
-      out << "; a record more than " << uniqueness.different << " would not";
-    }
-  } else if (records > uniqueness.repeated) {
-    out << repetition_text(set, records);
-  } else {
-    out << (set.doubts.empty() ? untold : "cannot be told: " + set.doubts);
-    if (uniqueness.different > 1) out << "; the first " << uniqueness.different << " differ";
-  }
-  out << "\n";
-  return records <= uniqueness.different;
-}
-
 }  // namespace
 
 int run_check(const CheckOptions& options, std::ostream& out, std::ostream& messages) {
+  if (is_folder(options.layout)) return check_folder(options, out, messages);
   PreparedLayout prepared;
   std::optional<RepeatCount> prediction;
   const int status =
       prepared.prepare(options.layout, options.records, messages, {.prediction = &prediction});
   if (status != exit_status::done) return status;
-  std::vector<UniqueSet> sets(options.unique.size());
-  for (std::size_t i = 0; i < sets.size(); ++i) {
-    if (!read_set(options.unique[i], prepared, sets[i], messages)) return exit_status::wrong_usage;
+  std::vector<UniqueSet> sets = own_sets(prepared);
+  for (const std::string& names : options.unique) {
+    const auto set = read_set(names, prepared, messages);
+    if (!set) return exit_status::wrong_usage;
+    sets.push_back(*set);
   }
   const Forecast forecast(prepared);
   print_items(prepared, forecast, out);
   print_records(prepared, forecast, out);
   // Of the records that the program makes, the size is the format's business.
   bool is_good = !prepared.is_plain() || print_sizes(prepared, prediction, out);
-  for (const UniqueSet& set : sets) is_good = print_uniqueness(set, forecast, out) && is_good;
+  for (const UniqueSet& set : sets) {
+    const SetAnswer answer = answer_of(set, forecast);
+    out << "Unique " << set.names << ": " << answer.text << "\n";
+    is_good = is_good && answer.holds;
+  }
   out.flush();
   return is_good ? exit_status::done : exit_status::failed;
 }

@@ -9,7 +9,7 @@
 namespace korvex::host {
 
 struct CheckOptions {
-  std::string layout;
+  std::string layout;  // or a folder of layouts
   std::optional<std::int32_t> records;
   std::vector<std::string> unique;  // each a set of item names with commas in between
 };

@@ -31,7 +31,7 @@ LayoutCommands::LayoutCommands(CLI::App& app) {
 }
 
 void LayoutCommands::add_check_options(CLI::App& command) {
-  add_layout(command, check_options_.layout);
+  add_layouts(command, check_options_.layout);
   add_records(command, check_options_.records);
   command
       .add_option("--unique", check_options_.unique,

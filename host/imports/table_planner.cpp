@@ -301,10 +301,26 @@ class TablePlanner {
                                    schema_.columns[i].declared_type + "): needs a value");
       }
     }
+    write_unique_sets();
     for (const std::string& remark : keys_.remarks) note(remark);
     layout.remarks.insert(
         layout.remarks.begin(),
         "The table " + schema_.name + ": an item's values go to the column of its name.");
+  }
+
+  // Those whose columns all have items: another column's values are the database's business.
+  void write_unique_sets() {
+    LayoutDraft& layout = planned_.layout;
+    for (const std::vector<std::size_t>& set : schema_.unique_sets) {
+      std::vector<std::string> names;
+      for (const std::size_t column : set) {
+        const std::string& name = schema_.columns[column].name;
+        const bool has_item = std::any_of(layout.items.begin(), layout.items.end(),
+                                          [&](const ItemDraft& item) { return item.name == name; });
+        if (has_item) names.push_back(name);
+      }
+      if (names.size() == set.size()) layout.unique.push_back(std::move(names));
+    }
   }
 
   ItemDraft item_draft(std::size_t i) {

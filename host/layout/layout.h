@@ -88,6 +88,8 @@ struct Layout {
   std::string salt;      // UTF-8
   bool is_utf8 = false;  // texts hold any character, and sizes count characters
   std::int32_t sets_version = 1;
+  // Sets of items in which the records are to differ, as far as they have values in all of them.
+  std::vector<std::vector<PlacedText>> unique;
   SourcePlace table_place;
   SourcePlace data_place;
   SourcePlace settings_place;  // of the data file's path where that names the settings, too

@@ -17,6 +17,7 @@
 #include "host/layout/value_errors.h"
 #include "host/process/signals.h"
 #include "platform/path.h"
+#include "platform/printable_text.h"
 #include "platform/read_file.h"
 
 namespace korvex::host {
@@ -77,6 +78,44 @@ void read_table(TableReader& reader, Layout& layout) {
   }
 }
 
+// The sets of items in which the records are to differ: a name, or several in brackets.
+void read_unique_sets(TableReader& reader, Layout& layout) {
+  constexpr std::string_view key = "unique";
+  constexpr std::string_view expected = "names of items, and lists of names";
+  const toml::node* node = reader.find(key);
+  if (node == nullptr) return;
+  const toml::array* sets = node->as_array();
+  if (sets == nullptr) return reader.report_type(key, *node, expected);
+  for (const toml::node& set : *sets) {
+    std::vector<PlacedText> names;
+    const auto take = [&](const toml::node& name) {
+      const auto* text = name.as_string();
+      if (text != nullptr) names.push_back({text->get(), place_of(name)});
+      return text != nullptr;
+    };
+    const toml::array* several = set.as_array();
+    const bool is_good =
+        several == nullptr
+            ? take(set)
+            : !several->empty() && std::all_of(several->begin(), several->end(), take);
+    if (!is_good) return reader.report_type(key, set, expected);
+    layout.unique.push_back(std::move(names));
+  }
+}
+
+void check_unique_sets(const Layout& layout, std::vector<LayoutError>& errors) {
+  for (const std::vector<PlacedText>& set : layout.unique) {
+    for (const PlacedText& name : set) {
+      const bool is_there =
+          std::any_of(layout.items.begin(), layout.items.end(),
+                      [&](const LayoutItem& item) { return item.name == name.text; });
+      if (is_there) continue;
+      errors.push_back({name.place, "unique names \"" + platform::printable(name.text) +
+                                        "\", expected an item"});
+    }
+  }
+}
+
 // What the values beyond the module's are made with.
 void read_own_keys(TableReader& reader, Layout& layout) {
   if (const toml::node* seed = reader.find("seed")) {
@@ -111,6 +150,7 @@ void read_header(const toml::table& table, std::optional<std::int32_t> records, 
   read_table(reader, layout);
   read_paths(reader, layout);
   read_own_keys(reader, layout);
+  read_unique_sets(reader, layout);
   reader.reject_unknown_keys();
 }
 
@@ -159,6 +199,7 @@ void read_items(TableReader& root, MissingLists lists, Layout& layout,
   }
   check_numbers(layout, errors);
   check_levels(layout, errors);
+  check_unique_sets(layout, errors);
   if (lists == MissingLists::refused) append_missing_lists(layout, errors);
   // Nobody will get to storing the values: what is wrong with them is said with the rest.
   if (!errors.empty()) append_value_errors(layout, is_clean, errors);

@@ -7,6 +7,7 @@
 
 #include "host/layout/attribute_names.h"
 #include "platform/printable_text.h"
+#include "platform/utf8.h"
 
 namespace korvex::host {
 
@@ -112,14 +113,26 @@ void write_item(const ItemDraft& item, std::ostream& out) {
   write_values(item.values, out);
 }
 
+// A set of one item is its name.
+std::string unique_sets(const std::vector<std::vector<std::string>>& sets) {
+  std::string list;
+  for (const std::vector<std::string>& set : sets) {
+    list +=
+        (list.empty() ? "" : ", ") + (set.size() == 1 ? toml_text(set.front()) : toml_texts(set));
+  }
+  return "[" + list + "]";
+}
+
 }  // namespace
 
 void write_layout(const LayoutDraft& layout, std::ostream& out) {
   write_remarks(layout.remarks, out);
-  std::vector<LayoutKey> keys = {{"kind", toml_text("table")},
-                                 {"table", toml_text(layout.table)},
-                                 {"records", std::to_string(layout.records)},
-                                 {"data", toml_text(layout.data)}};
+  std::vector<LayoutKey> keys = {{"kind", toml_text("table")}};
+  // A layout is UTF-8, and there are tables whose names are not.
+  if (platform::is_utf8(layout.table)) keys.push_back({"table", toml_text(layout.table)});
+  keys.push_back({"records", std::to_string(layout.records)});
+  keys.push_back({"data", toml_text(layout.data)});
+  if (!layout.unique.empty()) keys.push_back({"unique", unique_sets(layout.unique)});
   if (layout.is_utf8) {
     keys.insert(keys.end(), {{"encoding", toml_text("utf-8")}, {"ways", "1"}, {"sets", "1"}});
   }

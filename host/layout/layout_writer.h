@@ -48,8 +48,9 @@ struct ItemDraft {
 };
 
 struct LayoutDraft {
-  std::vector<std::string> remarks;  // comment lines at the top
-  std::string table;                 // of the database
+  std::vector<std::string> remarks;              // comment lines at the top
+  std::string table;                             // of the database
+  std::vector<std::vector<std::string>> unique;  // sets of items in which the records differ
   std::int32_t records = 0;
   std::string data;      // the data file's path, seen from the layout
   bool is_utf8 = false;  // with what is pinned for sources and ways

@@ -83,7 +83,36 @@ Forecast::Set Forecast::set_of_engine(std::vector<const FieldFacts*> facts) cons
   return set;
 }
 
-Forecast::Set Forecast::set(std::span<const std::size_t> items) const {
+Forecast::Set Forecast::set(std::span<const std::size_t> items, EmptyValues empty) const {
+  const bool has_values_alone = std::all_of(items.begin(), items.end(), [&](std::size_t i) {
+    if (const FieldFacts* facts = facts_[i]) return facts->values && !facts->values->runs_empty;
+    return prepared_.fields()[i]->foresight().shape.never_empty;
+  });
+  return empty == EmptyValues::same || has_values_alone ? set_of_all(items) : set_of_values(items);
+}
+
+// Of the records that have a value in all of the items. Which ones do is not foreseen where the
+// engine makes them.
+Forecast::Set Forecast::set_of_values(std::span<const std::size_t> items) const {
+  Set set = set_of_all(items);
+  std::uint64_t without = 0;
+  std::vector<const sources::Field*> fields;
+  for (const std::size_t i : items) {
+    const ItemValues* values = prepared_.items()[i].item->values.get();
+    if (values != nullptr && values->source == ValueSource::initial) {
+      set.uniqueness = {endless, endless};
+      return set;
+    }
+    if (facts_[i] != nullptr) return set;
+    fields.push_back(prepared_.fields()[i].get());
+    without = sum(without, fields.back()->foresight().empty.most);
+  }
+  set.uniqueness.different = std::max(set.uniqueness.different, sources::different_values(fields));
+  set.uniqueness.repeated = std::max(set.uniqueness.different, sum(set.combinations.most, without));
+  return set;
+}
+
+Forecast::Set Forecast::set_of_all(std::span<const std::size_t> items) const {
   std::vector<const FieldFacts*> facts = engine_facts(items);
   Set engine = set_of_engine(facts);
   if (facts.size() == items.size()) return engine;

@@ -11,6 +11,9 @@
 
 namespace korvex::host {
 
+// Whether records without a value are the same in it, as in a file, or different, as in a database.
+enum class EmptyValues { same, different };
+
 // What is known of the records of a layout before any is made, in one form whatever makes them.
 class Forecast {
  public:
@@ -34,7 +37,7 @@ class Forecast {
   explicit Forecast(const PreparedLayout& prepared);
 
   Item item(std::size_t i) const;
-  Set set(std::span<const std::size_t> items) const;
+  Set set(std::span<const std::size_t> items, EmptyValues empty = EmptyValues::same) const;
 
   // All records of the layout.
   std::uint64_t records() const { return records_; }
@@ -43,6 +46,8 @@ class Forecast {
   const std::vector<FieldFacts>& engine_fields() const { return engine_fields_; }
 
  private:
+  Set set_of_all(std::span<const std::size_t> items) const;
+  Set set_of_values(std::span<const std::size_t> items) const;
   std::vector<const FieldFacts*> engine_facts(std::span<const std::size_t> items) const;
   Set set_of_engine(std::vector<const FieldFacts*> facts) const;
 

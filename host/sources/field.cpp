@@ -77,7 +77,11 @@ bool Field::tells_index() const {
 }
 
 void Field::tell(Knowledge& knowledge) const {
-  if (!knowledge.is_new(thing()) || !tells_index()) return;
+  if (tells_index()) tell_of_values(knowledge);
+}
+
+void Field::tell_of_values(Knowledge& knowledge) const {
+  if (!knowledge.is_new(thing())) return;
   if (!source_->period()) {
     source_->tell(knowledge, thing());
     return;

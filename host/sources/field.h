@@ -40,6 +40,9 @@ class Field {
   // What follows from the text, from the index, and from the fields that this one is made of.
   void tell(Knowledge& knowledge) const;
 
+  // The same for those records alone that have a value here.
+  void tell_of_values(Knowledge& knowledge) const;
+
   // How the texts go over so many records, in words: "drawn; empty in 3 of 12 records".
   std::string course(std::uint64_t records) const;
 

@@ -68,6 +68,16 @@ std::uint64_t most_combinations(std::span<const Field* const> fields) {
   return combinations;
 }
 
+std::uint64_t different_values(std::span<const Field* const> fields) {
+  Knowledge knowledge;
+  std::vector<Thing> known;
+  for (const Field* field : fields) {
+    field->tell_of_values(knowledge);
+    known.push_back(field->thing());
+  }
+  return knowledge.records_told_by(known);
+}
+
 Uniqueness uniqueness_of(std::span<const Field* const> fields, std::uint64_t records) {
   Knowledge knowledge;
   std::vector<Thing> known;

@@ -25,8 +25,8 @@ do
 # Columns and lists that do not fit the table or the item.
 @imported marks 1000
 >2 load marks.toml "<target>" customers
-  ! marks.toml:23: item a "b\: the table customers has no column of this name
-  ! marks.toml:36: item rest: the table customers has no column of this name
+  ! marks.toml:24: item a "b\: the table customers has no column of this name
+  ! marks.toml:37: item rest: the table customers has no column of this name
 file numbers.txt
   1
   2,3
@@ -40,4 +40,4 @@ file numbers.txt
   1
 edit marks.toml name      = "rest" => name      = "ID"
 >2 load marks.toml "<target>" marks
-  ! marks.toml:34: item ID: another item goes to this column
+  ! marks.toml:35: item ID: another item goes to this column

@@ -57,3 +57,41 @@ edit f/b.toml digits = 3 => digits = 0
 >2 export f -o out
   ! f/a.toml:10:<*>
   ! f/b.toml:10:<*>
+
+# Checked together: records differ in the sets that are to be unique, and keys lead to records.
+def table RECORDS UNIQUE
+  [layout]
+  kind = "table"
+  table = "t"
+  unique = <UNIQUE>
+  records = <RECORDS>
+  data = "d.csv"
+def number NAME VALUES
+  [[item]]
+  name = "<NAME>"
+  attribute = 4
+  digits = 3
+  values = { <VALUES> }
+file h/a.toml
+  @layout a 20 type = "default"
+each UNIQUE RECORDS A B STATUS SAYS
+  ["a", ["a", "b"]] | 20 | type = "range", format = "%3U", start = "1", end = "20", order = "shuffled" | type = "key", layout = "a.toml", item = "n" | 0 | g: all unique sets hold, and all keys lead to records
+  ["a"] | 21 | type = "range", format = "%3U", start = "1", end = "20" | type = "key", layout = "a.toml", item = "n" | 1 | t: unique a: no, 20 different values, 21 records asked; record 21 is the first that repeats an earlier one<0A>g: not everything holds for certain
+  ["b"] | 20 | type = "default" | type = "key", layout = "a.toml", item = "n", order = "random" | 1 | t: unique b: cannot be told: <*><0A>g: not everything holds for certain
+  ["b"] | 20 | type = "default" | type = "key", layout = "a.toml", item = "m" | 1 | t: unique b: <*><0A>t: key b: leads to m of my.a, where not all differ: no, <*><0A>g: not everything holds for certain
+  ["a"] | 20 | type = "default" | type = "key", layout = "../h/a.toml", item = "n" | 1 | t: key b: leads to <folder>/h/a.toml, which is no layout of this folder<0A>g: not everything holds for certain
+# Records without a value are not the same to a database.
+  ["a"] | 20 | type = "range", format = "%3U", start = "1", end = "20", order = "shuffled", empty = 0.5 | type = "default" | 0 | g: all unique sets hold, and all keys lead to records
+  ["a"] | 50 | type = "range", format = "%3U", start = "1", end = "20", order = "shuffled", empty = 0.1 | type = "default" | 1 | t: unique a: no, <*><0A>g: not everything holds for certain
+do
+  file g/a.toml
+    @layout a 20 type = "default"
+    @number m type = "list", values = ["1", "2"]
+  file g/b.toml
+    @table <RECORDS> <UNIQUE>
+    @number a <A>
+    @number b <B>
+  ><STATUS> check g
+    Table  Records  Unique sets  Keys
+    ...
+    <SAYS>
