@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/utf8.h"
+#include "host/layout/text_places.h"
 
 namespace korvex::host {
 
@@ -46,13 +46,7 @@ std::size_t end_of_string(std::string_view text, std::size_t place) {
 }
 
 SourcePlace place_of_key(std::string_view text, std::size_t begin) {
-  begin = std::min(text.find_first_not_of(blanks, begin), text.size());
-  const std::string_view before = text.substr(0, begin);
-  const std::string_view line = before.substr(before.rfind('\n') + 1);
-  const auto characters = std::count_if(line.begin(), line.end(),
-                                        [](char byte) { return !platform::is_continuation(byte); });
-  return {static_cast<std::uint32_t>(std::count(before.begin(), before.end(), '\n') + 1),
-          static_cast<std::uint32_t>(characters + 1)};
+  return place_at(text, std::min(text.find_first_not_of(blanks, begin), text.size()));
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/layout/source_place.h"
+#include "host/sources/template_text.h"
 #include "host/ways/fraction.h"
 #include "host/ways/group_sizes.h"
 #include "host/ways/zipf.h"
@@ -34,7 +35,11 @@ struct BuiltinValues {
 
 // Texts of other items, put together.
 struct TemplateValues {
-  PlacedText text;
+  struct Part {
+    sources::TemplatePart part;
+    SourcePlace place;  // of the item
+  };
+  std::vector<Part> parts;
 };
 
 // An item of another layout: a record of it for each record of this one.

@@ -1,4 +1,5 @@
 #include "host/layout/own_text.h"
+#include "host/layout/text_places.h"
 #include "host/layout/value_types.h"
 
 namespace korvex::host {
@@ -15,7 +16,19 @@ void read(const ValuesReading& reading) {
   if (const auto bad = find_bad_character(reading.layout, text->text)) {
     reader.report(text->place, "text" + *bad);
   }
-  reading.values.own = TemplateValues{*text};
+  std::vector<sources::TemplatePart> parts;
+  const auto place_of_byte = [&](std::size_t offset) {
+    return place_in_string(reading.layout.text, text->place, offset);
+  };
+  if (const auto fault = sources::parse_template(text->text, parts)) {
+    reader.report(place_of_byte(fault->offset), "text: " + fault->text);
+  }
+  TemplateValues values;
+  for (sources::TemplatePart& part : parts) {
+    const SourcePlace place = place_of_byte(part.item_offset);
+    values.parts.push_back({std::move(part), place});
+  }
+  reading.values.own = std::move(values);
 }
 
 }  // namespace

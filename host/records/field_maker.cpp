@@ -16,7 +16,6 @@
 #include "host/sources/line_source.h"
 #include "host/sources/offset_source.h"
 #include "host/sources/template_source.h"
-#include "host/sources/template_text.h"
 #include "platform/printable_text.h"
 
 namespace korvex::host {
@@ -150,7 +149,7 @@ std::unique_ptr<Source> FieldMaker::source_by_record(std::size_t i) {
     return other == nullptr ? nullptr : sources::make_template_source({{"", other, {}}});
   }
   if (const auto* text = std::get_if<TemplateValues>(&values->own)) {
-    return make_template(i, text->text);
+    return make_template(i, *text);
   }
   if (const auto* line = std::get_if<LineValues>(&values->own)) {
     auto groups = ways_.named_groups(i, line->of, "of");
@@ -254,21 +253,15 @@ std::unique_ptr<Source> FieldMaker::make_offset(std::size_t i, const OffsetValue
                                      plan_.way_key<Use::order>(i), distance);
 }
 
-std::unique_ptr<Source> FieldMaker::make_template(std::size_t i, const PlacedText& text) {
-  std::vector<sources::TemplatePart> parts;
-  if (const auto fault = sources::parse_template(text.text, parts)) {
-    plan_.report(i, text.place,
-                 "text, at byte " + std::to_string(fault->offset + 1) + ": " + fault->text);
-    return nullptr;
-  }
+std::unique_ptr<Source> FieldMaker::make_template(std::size_t i, const TemplateValues& values) {
   std::vector<sources::ComposedPart> composed;
-  for (sources::TemplatePart& part : parts) {
+  for (const auto& [part, place] : values.parts) {
     Field* field = nullptr;
     if (!part.item.empty()) {
-      field = need(i, {part.item, text.place}, "text");
+      field = need(i, {part.item, place}, "text");
       if (field == nullptr) return nullptr;
     }
-    composed.push_back({std::move(part.literal), field, std::move(part.filters)});
+    composed.push_back({part.literal, field, part.filters});
   }
   return sources::make_template_source(std::move(composed));
 }

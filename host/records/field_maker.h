@@ -58,7 +58,7 @@ class FieldMaker {
   std::unique_ptr<sources::Source> make_children(std::size_t i, const ChildrenValues& values);
   std::shared_ptr<sources::Groups> children_of(std::size_t i, const ChildrenValues& values,
                                                FieldMaker& others);
-  std::unique_ptr<sources::Source> make_template(std::size_t i, const PlacedText& text);
+  std::unique_ptr<sources::Source> make_template(std::size_t i, const TemplateValues& values);
   void add_emptiness(std::size_t i, sources::Field& field);
 
   LayoutFamily& family_;

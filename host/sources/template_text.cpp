@@ -30,6 +30,7 @@ std::optional<TemplateFault> parse_item(std::string_view inside, std::size_t off
                                         TemplatePart& part) {
   const std::size_t name_size = std::min(inside.find('|'), inside.size());
   part.item = inside.substr(0, name_size);
+  part.item_offset = offset;
   if (part.item.empty()) return TemplateFault{offset, "expected the name of an item"};
   for (std::size_t begin = name_size; begin < inside.size();) {
     ++begin;

@@ -19,6 +19,7 @@ std::string filtered(Filter filter, std::string_view text);
 struct TemplatePart {
   std::string literal;
   std::string item;
+  std::size_t item_offset = 0;  // in the template, in bytes
   std::vector<Filter> filters;  // in their order
 };
 

@@ -90,11 +90,13 @@ each VALUES SAYS
   "builtin", set = "people.given", language = "xx" | 63: language is "xx", expected one of <*>
   "builtin", set = "people.given", language = "fr" | 36: set "people.given": line <n> has the character <*>, or encoding = "utf-8" in [layout]
   "template" | 10: [item.values] has no text, expected <*>
-  "template", text = "{B" | 38: item A: text, at byte 1: expected "}" <*>
-  "template", text = "{B|up}" | 38: item A: text, at byte 4: is no filter: "up", <*>
-  "template", text = "{X}" | 38: item A: text names "X", expected an item of the records
-  "template", text = "{A}" | 38: item A: text leads back to the item: A (e.toml:20:38) -> A, expected no cycle
-  "template", text = "{B}", when = { D = ["x"] } | 54: item A: when leads back to the item: D (e.toml:15:38) -> A (e.toml:20:54) -> D, expected no cycle
+  "template", text = "{B" | 39: text: expected "}" <*>
+  "template", text = "{B|up}" | 42: text: is no filter: "up", <*>
+  "template", text = "\u3042\\あ{X}" | 49: item A: text names "X", expected an item of the records
+  "template", text = """\"あ{B|}""" | 47: text: is no filter: "", <*>
+  "template", text = '''\あ{B{''' | 43: text: expected "}" <*>
+  "template", text = "{A}" | 40: item A: text leads back to the item: A (e.toml:20:40) -> A, expected no cycle
+  "template", text = "{B}", when = { D = ["x"] } | 54: item A: when leads back to the item: D (e.toml:15:40) -> A (e.toml:20:54) -> D, expected no cycle
   "template", text = "{B}", order = "shuffled" | 53: order stands beside type "template", expected a type with a known period
   "list", values = ["a"], order = "sorted" | 51: order is "sorted", expected one of "forward", "shuffled", "random", "zipf"
   "list", values = ["a"], order = "zipf", joint = "j" | 67: joint stands beside order "zipf", expected order "shuffled"
