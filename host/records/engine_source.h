@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,11 +14,7 @@
 // The values that the engine makes, as sources in UTF-8.
 namespace korvex::host {
 
-// A value that can't stand in its record, or that the engine fails to make: what is wrong with it.
-class BadValue : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
+using sources::BadValue;
 
 // The records of a run, which fields that ask for the same one share.
 class EngineRecords {

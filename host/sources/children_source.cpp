@@ -29,7 +29,8 @@ class ChildrenSource : public Source {
   void for_each_value(std::uint64_t record, Take take) {
     const ways::Members members = children_.groups->members(record);
     for (std::uint64_t i = 0; i < members.count; ++i) {
-      if (i % children_between_pauses == children_between_pauses - 1) pause_();
+      // Whatever the number of children of one record: folds may be nested.
+      if (++seen_ % children_between_pauses == 0) pause_();
       const std::uint64_t child = members.first + i;
       if (children_.key != nullptr && !children_.key->text(child)) continue;
       const auto text = children_.field == nullptr ? std::optional(std::string_view())
@@ -44,6 +45,7 @@ class ChildrenSource : public Source {
  private:
   Children children_;
   void (*pause_)();
+  std::uint64_t seen_ = 0;
 };
 
 class SumSource : public ChildrenSource {

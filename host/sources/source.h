@@ -2,12 +2,19 @@
 
 #include <cstdint>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
 #include "host/sources/knowledge.h"
 
 namespace korvex::sources {
+
+// Thrown for a value that can't stand in its record, or can't be made: what is wrong with it.
+class BadValue : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
 
 // Texts in UTF-8 by their index. Of one thread.
 class Source {

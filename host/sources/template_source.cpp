@@ -8,6 +8,9 @@
 namespace korvex::sources {
 namespace {
 
+// Templates of templates may double a text again and again.
+constexpr std::size_t most_bytes = std::size_t{1} << 24;
+
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 class TemplateSource : public Source {
@@ -26,6 +29,9 @@ class TemplateSource : public Source {
       if (!text) continue;
       has_value = true;
       append_filtered(*text, part.filters, out);
+      if (out.size() - begin > most_bytes) {
+        throw BadValue("the value has more than " + std::to_string(most_bytes) + " bytes");
+      }
     }
     if (has_field && !has_value) out.resize(begin);
   }

@@ -268,3 +268,11 @@ $ korvex export p.toml -o - --records 100000 | cut -d, -f1,2 | sort -u | wc -l
 edit p.toml "en", joint => "en", salt
 >2 export p.toml -o -
   ! p.toml:10:101: item GIVEN: joint is through one table of the set, expected joint for item FAMILY of another table, too
+
+# A text that doubles again and again ends the run before the memory does.
+file t.toml
+  @own
+$ for i in $(seq 30); do printf '[[item]]\nname = "T%s"\nattribute = 1\nlength = 9\nvalues = { type = "template", text = "{T%s}{T%s}" }\n' $i $((i + 1)) $((i + 1)); done >> t.toml
+$ printf '[[item]]\nname = "T31"\nattribute = 1\nlength = 9\nvalues = { type = "list", values = ["a"] }\n' >> t.toml
+>1 export t.toml -o -
+  ! record 1, item T1: the value has more than 16777216 bytes
