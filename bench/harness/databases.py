@@ -25,12 +25,13 @@ class Sqlite:
     def query(self, sql):
         return run("sqlite3", "-bail", self.file, sql)
 
-    def empty(self, table):
+    def empty(self, tables):
         self.file.unlink(missing_ok=True)
-        self.query(table)
+        self.query("; ".join(tables.values()))
 
-    def own_load(self, file):
-        return ["sqlite3", "-bail", self.file, ".mode csv", f".import '{file}' load"]
+    def own_load(self, file, tables):
+        imports = [f".import '{file}' {table}" for table in tables]
+        return ["sqlite3", "-bail", self.file, "PRAGMA foreign_keys = ON", ".mode csv", *imports]
 
 
 class Postgresql:
@@ -43,11 +44,13 @@ class Postgresql:
     def query(self, sql):
         return run("psql", "-XAtq", "-v", "ON_ERROR_STOP=1", self.connection, "-c", sql)
 
-    def empty(self, table):
-        self.query(f"DROP TABLE IF EXISTS load; {table}; CHECKPOINT")
+    def empty(self, tables):
+        drop = ", ".join(tables)
+        self.query(f"DROP TABLE IF EXISTS {drop} CASCADE; {'; '.join(tables.values())}; CHECKPOINT")
 
-    def own_load(self, file):
-        return ["psql", "-Xq", self.connection, "-c", f"\\copy load FROM '{file}' (FORMAT csv)"]
+    def own_load(self, file, tables):
+        copies = [f"\\copy {table} FROM '{file}' (FORMAT csv)" for table in tables]
+        return ["psql", "-Xq", self.connection, *(word for copy in copies for word in ("-c", copy))]
 
 
 def run(*command):

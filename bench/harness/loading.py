@@ -14,14 +14,19 @@ DEFAULT_RECORDS = 1_000_000
 DEFAULT_RUNS = 5
 LAYOUT = BENCH / "load.toml"
 TABLE = (
-    "CREATE TABLE load (id integer PRIMARY KEY, code varchar(12) NOT NULL,"
+    "CREATE TABLE {} (id integer PRIMARY KEY{}, code varchar(12) NOT NULL,"
     " amount numeric(9,2) NOT NULL, day date NOT NULL, placed timestamp NOT NULL,"
     " name varchar(20) NOT NULL)"
 )
 CONTENT = (
     "SELECT count(*), sum(id), round(sum(amount), 2), min(day), max(placed), min(name), max(name)"
-    " FROM load"
+    " FROM {}"
 )
+ONE = {"load": TABLE.format("load", "")}
+# A folder of layouts: its first table, and two that refer to it.
+SEVERAL = {"load_1": TABLE.format("load_1", "")} | {
+    name: TABLE.format(name, " REFERENCES load_1") for name in ("load_2", "load_3")
+}
 
 
 def finished_file(program, folder, records):
@@ -35,30 +40,42 @@ def finished_file(program, folder, records):
     return layout, file
 
 
-def measure(database, commands, runs):
-    """Seconds of each command, in turn, into an empty table; the contents must be the same."""
+def folder_of_layouts(folder, records):
+    layouts = folder / "layouts"
+    layouts.mkdir()
+    for table in SEVERAL:
+        text = LAYOUT.read_text(encoding="utf-8")
+        text = text.replace("records = 1000000", f'records = {records}\ntable   = "{table}"')
+        (layouts / f"{table}.toml").write_text(text, encoding="utf-8")
+    return layouts
+
+
+def measure(database, tables, commands, runs):
+    """Seconds of each command, in turn, into empty tables; the contents must be the same."""
     seconds = {name: [] for name in commands}
     contents = {}
     for turn in range(runs + 1):
         for name, command in commands.items():
-            database.empty(TABLE)
+            database.empty(tables)
             taken = run_timed(command)
             if turn > 0:
                 seconds[name].append(taken.wall)
-            contents[name] = database.query(CONTENT)
+            contents[name] = database.query("; ".join(CONTENT.format(table) for table in tables))
     if len(set(contents.values())) != 1:
         sys.exit(f"{database.name}: the contents differ: {contents}")
     return seconds
 
 
-def print_rows(database, seconds, records):
+def print_rows(database, seconds, tables, records):
     own = statistics.median(seconds["own"])
     for name, times in seconds.items():
         median = statistics.median(times)
         label = {"korvex": "korvex load", "own": "its own load"}[name]
+        label += "" if len(tables) == 1 else f", {len(tables)} tables"
+        rows = records * len(tables)
         print(
-            f"{database.name + ', ' + label:28} {median:9.3f} {min(times):9.3f} "
-            f"{max(times):9.3f} {records / median:12,.0f} {median / own:6.2f}"
+            f"{database.name + ', ' + label:38} {median:9.3f} {min(times):9.3f} "
+            f"{max(times):9.3f} {rows / median:12,.0f} {median / own:6.2f}"
         )
 
 
@@ -70,6 +87,7 @@ def main():
     program = build_release()
     with scratch_folder() as folder, postgresql() as server:
         layout, file = finished_file(program, folder, options.records)
+        layouts = folder_of_layouts(folder, options.records)
         print(f"machine:  {machine_line(folder)}")
         print(f"build:    {build_line(program)}")
         print(
@@ -77,15 +95,20 @@ def main():
             f" in the finished file; {options.runs} runs in turn after a warm-up"
         )
         print(
-            f"\n{'':28} {'median s':>9} {'min s':>9} {'max s':>9} {'records/s':>12} {'ratio':>6}"
+            f"\n{'':38} {'median s':>9} {'min s':>9} {'max s':>9} {'records/s':>12} {'ratio':>6}"
         )
         for database in filter(None, (Sqlite(folder), server)):
-            load = [program, "load", layout, database.target, "load"]
-            load += ["--records", str(options.records), "--quiet"]
-            commands = {"korvex": load, "own": database.own_load(file)}
-            print_rows(database, measure(database, commands, options.runs), options.records)
+            # The databases' own loads count nothing for later plans either.
+            rest = ["--quiet", "--no-analyze"]
+            one = [program, "load", layout, database.target, "load"]
+            one += ["--records", str(options.records), *rest]
+            several = [program, "load", layouts, database.target, *rest]
+            for tables, load in ((ONE, one), (SEVERAL, several)):
+                commands = {"korvex": load, "own": database.own_load(file, tables)}
+                seconds = measure(database, tables, commands, options.runs)
+                print_rows(database, seconds, tables, options.records)
         if server is None:
-            print("PostgreSQL                   its programs are not installed")
+            print(f"{'PostgreSQL':38} its programs are not installed")
 
 
 if __name__ == "__main__":
