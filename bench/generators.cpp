@@ -28,10 +28,6 @@ constexpr std::size_t block_size = 64 * 1024;
 constexpr Steps seek_range = 1'000'000'000'000'000'000;
 constexpr Steps seek_stride = 618'033'988'749'894'849;
 
-constexpr std::int32_t character = 1;
-constexpr std::int32_t decimal = 4;
-constexpr std::int32_t national = 11;
-
 struct Workload {
   const char* name;
   ItemAttributes item;
@@ -42,18 +38,24 @@ constexpr ItemAttributes date_item = {
     .attribute = attribute::date, .signed_flag = 0, .length = 8, .digits = 8, .decimals = 0};
 
 const Workload workloads[] = {
-    {"number_10U", {decimal, 0, 10, 10, 0}, {"%10U", "1", "9999999999", "1"}},
-    {"signed_number_5D", {decimal, 1, 6, 5, 0}, {"%5D", "1", "99999", "1"}},
-    {"decimal_number_6.2U", {decimal, 0, 9, 8, 2}, {"%6.2U", "0.01", "999999.99", "0.01"}},
-    {"letters_5S", {character, 0, 5, 5, 0}, {"%5S", "AAAAA", "ZZZZZ", "1"}},
-    {"full_width_2N", {national, 0, 4, 2, 0}, {"%2N", "\x82\xa0\x82\xa0", "\x82\xf1\x82\xf1", "1"}},
+    {"number_10U", {attribute::decimal, 0, 10, 10, 0}, {"%10U", "1", "9999999999", "1"}},
+    {"signed_number_5D", {attribute::decimal, 1, 6, 5, 0}, {"%5D", "1", "99999", "1"}},
+    {"decimal_number_6.2U",
+     {attribute::decimal, 0, 9, 8, 2},
+     {"%6.2U", "0.01", "999999.99", "0.01"}},
+    {"letters_5S", {attribute::character, 0, 5, 5, 0}, {"%5S", "AAAAA", "ZZZZZ", "1"}},
+    {"full_width_2N",
+     {attribute::national, 0, 4, 2, 0},
+     {"%2N", "\x82\xa0\x82\xa0", "\x82\xf1\x82\xf1", "1"}},
     {"date_4YMD", date_item, {"%4YMD", "19700101", "20380119", "1"}},
     {"unchecked_date_2YMA", date_item, {"%2YMA", "700101", "991231", "1"}},
     {"time_T", {attribute::time, 0, 6, 6, 0}, {"%T", "000000", "235959", "1"}},
     {"timestamp_TS",
      {attribute::timestamp, 0, 15, 15, 0},
      {"%TS", "19700101 090000", "20380119 031407", "9"}},
-    {"fixed_and_letters_5s", {character, 0, 10, 10, 0}, {"CUST-'%5s", "aaaaa", "zzzzz", "1"}},
+    {"fixed_and_letters_5s",
+     {attribute::character, 0, 10, 10, 0},
+     {"CUST-'%5s", "aaaaa", "zzzzz", "1"}},
 };
 
 // Checked as settings that a user enters. They are of no file, and nothing is saved.

@@ -9,10 +9,6 @@ namespace korvex::host {
 
 namespace {
 
-constexpr std::int32_t character_attribute = 1;
-constexpr std::int32_t decimal_attribute = 4;
-constexpr std::int32_t number_attribute = 19;
-
 // Attributes that fix their digits.
 constexpr std::int32_t integer_digits = 10;
 constexpr std::int32_t small_integer_digits = 5;
@@ -56,11 +52,11 @@ MappedColumn ranged(const ItemAttributes& attributes, const std::string& format,
   return mapped;
 }
 
-ItemAttributes signed_number(std::int32_t attribute, int digits, int decimals) {
+ItemAttributes signed_number(Attribute attribute, int digits, int decimals) {
   return {attribute, 1, digits + 1 + (decimals > 0 ? 1 : 0), digits, decimals};
 }
 
-ItemAttributes text_of(std::int32_t length) { return {character_attribute, 1, length, length, 0}; }
+ItemAttributes text_of(std::int32_t length) { return {attribute::character, 1, length, length, 0}; }
 
 // Whole numbers up to `highest`. A unique column goes on behind the largest number that it holds;
 // no values remain where that leaves less than a range, which has two.
@@ -75,7 +71,7 @@ MappedColumn whole_numbers(const ItemAttributes& attributes, std::int64_t highes
 }
 
 MappedColumn wide_integers(const ColumnUse& use) {
-  return whole_numbers(signed_number(number_attribute, max_number_digits, 0),
+  return whole_numbers(signed_number(attribute::number, max_number_digits, 0),
                        power(10, max_number_digits) - 1, use);
 }
 
@@ -110,12 +106,12 @@ std::optional<MappedColumn> decimal_column(const ColumnSchema& column, const Col
     return std::nullopt;
   }
   if (column.precision == 0) {
-    return decimals(signed_number(number_attribute, max_number_digits, default_decimals), use);
+    return decimals(signed_number(attribute::number, max_number_digits, default_decimals), use);
   }
   const bool is_wide = column.precision > max_number_digits;
-  return decimals(
-      signed_number(is_wide ? number_attribute : decimal_attribute, column.precision, column.scale),
-      use);
+  return decimals(signed_number(is_wide ? attribute::number : attribute::decimal, column.precision,
+                                column.scale),
+                  use);
 }
 
 // Texts of a form. Those of a unique column go on behind the largest that it holds.
@@ -206,9 +202,9 @@ std::optional<MappedColumn> map_column(const ColumnSchema& column, const ColumnU
     case ColumnType::decimal:
       return decimal_column(column, use);
     case ColumnType::floating4:
-      return decimals(signed_number(number_attribute, floating4_digits, default_decimals), use);
+      return decimals(signed_number(attribute::number, floating4_digits, default_decimals), use);
     case ColumnType::floating8:
-      return decimals(signed_number(number_attribute, floating8_digits, default_decimals), use);
+      return decimals(signed_number(attribute::number, floating8_digits, default_decimals), use);
     case ColumnType::text:
       return text_column(column.length > 0 ? column.length : default_text_length, use);
     case ColumnType::date:
@@ -236,7 +232,7 @@ std::optional<MappedColumn> map_column(const ColumnSchema& column, const ColumnU
     case ColumnType::boolean: {
       // Where the two are numbers, they are numbers for other programs, too.
       if (column.choices.empty() || column.choices.front() != "0") return std::nullopt;
-      return ranged(signed_number(decimal_attribute, 1, 0), "%1D", "0", "1", 2);
+      return ranged(signed_number(attribute::decimal, 1, 0), "%1D", "0", "1", 2);
     }
     case ColumnType::choice:
     case ColumnType::unknown:

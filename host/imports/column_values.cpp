@@ -15,9 +15,6 @@ namespace korvex::host {
 
 namespace {
 
-constexpr std::int32_t character_attribute = 1;
-constexpr std::int32_t number_attribute = 19;
-
 constexpr std::int64_t plain_numbers = 1000;
 constexpr std::int64_t most_number = 999'999'999'999'999'999;
 constexpr std::size_t samples = 200;  // of a type or pattern, for a column that repeats
@@ -324,7 +321,7 @@ std::string decimal_text(std::int64_t units, int decimals) {
 
 ItemAttributes text_attributes(std::size_t length) {
   const auto size = static_cast<std::int32_t>(length);
-  return {character_attribute, 0, size, size, 0};
+  return {attribute::character, 0, size, size, 0};
 }
 
 std::size_t text_limit(const ColumnTask& task) {
@@ -349,7 +346,7 @@ ColumnValues number_values(std::int64_t least, std::int64_t most, int decimals, 
                              (decimals > 0 ? static_cast<std::size_t>(decimals) + 1 : 0);
   const std::size_t digits = before + static_cast<std::size_t>(decimals);
   made.attributes = {
-      number_attribute, is_signed ? 1 : 0,
+      attribute::number, is_signed ? 1 : 0,
       static_cast<std::int32_t>(digits) + (is_signed ? 1 : 0) + (decimals > 0 ? 1 : 0),
       static_cast<std::int32_t>(digits), decimals};
   if (made.period < 2) {

@@ -16,7 +16,6 @@ constexpr std::size_t most_listed_keys = 100'000;
 // An even or steep share of the records to each parent needs room above the mean.
 constexpr std::uint64_t room_above_mean = 4;
 constexpr std::size_t key_length = 64;  // of an item whose parent is not known yet
-constexpr std::int32_t number_attribute = 19;
 constexpr std::int32_t line_digits = 9;
 
 bool fits_a_line(std::string_view text) {
@@ -214,7 +213,7 @@ void KeyItems::finish(const KeyUse& use, std::vector<PlannedItem>& items) const 
 
 ColumnValues KeyItems::line() const {
   ColumnValues values;
-  values.attributes = {number_attribute, 0, line_digits, line_digits, 0};
+  values.attributes = {attribute::number, 0, line_digits, line_digits, 0};
   const std::size_t hub = keys_.keys[*keys_.hub].key->columns.front();
   values.keys = {{"type", toml_text("line")}, {"of", toml_text(schema_.columns[hub].name)}};
   return values;

@@ -3,23 +3,21 @@
 #include <algorithm>
 #include <array>
 
-#include "values/attributes.h"
-
 namespace korvex::host {
 
 namespace {
 
 struct AttributeName {
   std::string_view name;
-  std::int32_t code;
+  Attribute attribute;
 };
 
 constexpr std::array names = std::to_array<AttributeName>({
-    {"character", 1},
-    {"decimal", 4},
-    {"plain-character", 6},
-    {"national", 11},
-    {"number", 19},
+    {"character", attribute::character},
+    {"decimal", attribute::decimal},
+    {"plain-character", attribute::plain_character},
+    {"national", attribute::national},
+    {"number", attribute::number},
     {"integer", attribute::integer},
     {"small-integer", attribute::small_integer},
     {"date", attribute::date},
@@ -29,16 +27,17 @@ constexpr std::array names = std::to_array<AttributeName>({
 
 }  // namespace
 
-std::optional<std::int32_t> attribute_by_name(std::string_view name) {
+std::optional<Attribute> attribute_by_name(std::string_view name) {
   const auto row = std::find_if(names.begin(), names.end(),
                                 [name](const AttributeName& entry) { return entry.name == name; });
   if (row == names.end()) return std::nullopt;
-  return row->code;
+  return row->attribute;
 }
 
-std::string_view attribute_name(std::int32_t code) {
-  const auto row = std::find_if(names.begin(), names.end(),
-                                [code](const AttributeName& entry) { return entry.code == code; });
+std::string_view attribute_name(Attribute attribute) {
+  const auto row = std::find_if(
+      names.begin(), names.end(),
+      [attribute](const AttributeName& entry) { return entry.attribute == attribute; });
   return row == names.end() ? std::string_view() : row->name;
 }
 

@@ -70,7 +70,9 @@ std::string named_layout_kind(std::int32_t kind) { return named(kind, layout_kin
 
 std::string named_quotation(std::int32_t quotation) { return named(quotation, quotations); }
 
-std::string named_attribute(std::int32_t code) { return with_name(code, attribute_name(code)); }
+std::string named_attribute(Attribute attribute) {
+  return with_name(attribute, attribute_name(attribute));
+}
 
 std::string named_generation_type(std::int32_t type) { return named(type, generation_types); }
 

@@ -10,7 +10,7 @@ namespace korvex::host {
 
 std::string named_layout_kind(std::int32_t kind);
 std::string named_quotation(std::int32_t quotation);
-std::string named_attribute(std::int32_t code);
+std::string named_attribute(Attribute attribute);
 std::string named_generation_type(std::int32_t type);
 std::string named_format_kind(std::int32_t kind);
 std::string named_exceeded_action(std::int32_t action);

@@ -10,22 +10,22 @@ namespace korvex::host {
 
 namespace {
 
-std::int32_t read_attribute(TableReader& reader) {
+Attribute read_attribute(TableReader& reader) {
   constexpr std::string_view key = "attribute";
   const std::string expected = "a code from 1 to " + std::to_string(attribute::highest) +
                                " or one of " + list_attribute_names();
   reader.require(key, expected);
   const toml::node* node = reader.find(key);
-  if (node == nullptr) return 0;
+  if (node == nullptr) return attribute::none;
   if (const auto* code = node->as_integer();
       code != nullptr && code->get() >= 1 && code->get() <= attribute::highest) {
-    return static_cast<std::int32_t>(code->get());
+    return static_cast<Attribute>(code->get());
   }
   if (const auto* name = node->as_string()) {
     if (const auto code = attribute_by_name(name->get())) return *code;
   }
   reader.report_type(key, *node, expected);
-  return 0;
+  return attribute::none;
 }
 
 void read_attributes(TableReader& reader, std::int32_t kind, LayoutItem& layout_item) {

@@ -10,8 +10,8 @@ constexpr std::int64_t national_character_bytes = 2;
 constexpr std::int64_t largest_size = std::numeric_limits<std::int32_t>::max();
 
 // The digits of attributes that have only one size.
-std::optional<std::int32_t> fixed_digits(std::int32_t code) {
-  switch (code) {
+std::optional<std::int32_t> fixed_digits(Attribute attribute) {
+  switch (attribute) {
     case attribute::integer:
       return 10;
     case attribute::small_integer:
@@ -27,8 +27,8 @@ std::optional<std::int32_t> fixed_digits(std::int32_t code) {
   }
 }
 
-bool is_number(std::int32_t code) {
-  const DataKind kind = traits_of(code).kind;
+bool is_number(Attribute attribute) {
+  const DataKind kind = traits_of(attribute).kind;
   return kind == DataKind::decimal || kind == DataKind::number_or_text ||
          kind == DataKind::bare_number;
 }

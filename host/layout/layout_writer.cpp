@@ -59,9 +59,9 @@ void write_remarks(const std::vector<std::string>& remarks, std::ostream& out) {
   for (const std::string& remark : remarks) out << "# " << platform::printable(remark) << "\n";
 }
 
-std::string attribute_of(std::int32_t code) {
-  const std::string_view name = attribute_name(code);
-  return name.empty() ? std::to_string(code) : toml_text(name);
+std::string attribute_of(Attribute attribute) {
+  const std::string_view name = attribute_name(attribute);
+  return name.empty() ? std::to_string(attribute) : toml_text(name);
 }
 
 void write_keys(const std::vector<LayoutKey>& keys, std::ostream& out) {

@@ -98,7 +98,7 @@ bool holds_numbers(ColumnType type) {
 
 }  // namespace
 
-MomentForm moment_form(std::int32_t attribute) {
+MomentForm moment_form(Attribute attribute) {
   switch (attribute) {
     case korvex::attribute::date:
       return MomentForm::iso_date;
@@ -111,7 +111,7 @@ MomentForm moment_form(std::int32_t attribute) {
   }
 }
 
-MomentForm column_form(std::int32_t attribute, const ColumnSchema& column) {
+MomentForm column_form(Attribute attribute, const ColumnSchema& column) {
   const MomentForm form = moment_form(attribute);
   const bool is_short = column.type == ColumnType::text && column.length > 0 &&
                         static_cast<std::size_t>(column.length) < size_of(form);

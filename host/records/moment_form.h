@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "host/databases/table_schema.h"
+#include "values/attributes.h"
 
 namespace korvex::host {
 
@@ -18,11 +19,11 @@ enum class MomentForm {
 };
 
 // The form of a date, time or timestamp by its attribute; others stay as they are.
-MomentForm moment_form(std::int32_t attribute);
+MomentForm moment_form(Attribute attribute);
 
 // The form for an item of the attribute in a column: moments become what databases read, unless the
 // column has no room for that or holds numbers, where the text stays as it would be in a file.
-MomentForm column_form(std::int32_t attribute, const ColumnSchema& column);
+MomentForm column_form(Attribute attribute, const ColumnSchema& column);
 
 // A moment's text in another form.
 class MomentText {

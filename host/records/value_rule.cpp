@@ -28,7 +28,7 @@ ValueRule::ValueRule(const LayoutItem& item, const Layout& layout)
                (layout.is_utf8 && is_national(item.attributes.attribute))) {}
 
 std::optional<std::string> ValueRule::fault(std::string_view text) const {
-  const std::int32_t attribute = item_->attributes.attribute;
+  const Attribute attribute = item_->attributes.attribute;
   if (text.empty() || (is_text_ && text.size() <= most_)) return std::nullopt;
   if (is_text_ && layout_->is_utf8) {
     const std::size_t count = character_count(text);

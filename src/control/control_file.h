@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "values/attributes.h"
+
 // The fixed-layout records of a control file, which the host writes before each call: a header,
 // then one ControlItem per item or, in the short form that the generator reads, one 32-bit item
 // number per item. Little-endian; texts zero-terminated in code page 932.
@@ -27,7 +29,7 @@ struct ControlItem {
   std::int32_t item_number;
   char name[64];
   char description[28];
-  std::int32_t attribute;
+  Attribute attribute;
   std::int32_t signed_flag;
   std::int32_t length;
   std::int32_t digits;

@@ -41,7 +41,7 @@ class ClDGCol : public platform::Object {
   std::string name;
   std::string description;
   std::int32_t item_number = 0;
-  std::int32_t attribute = 0;
+  Attribute attribute = attribute::none;
   std::int32_t signed_flag = 0;
   std::int32_t length = 0;
   std::int32_t digits = 0;

@@ -12,8 +12,8 @@ namespace korvex {
 
 namespace {
 
-bool is_date_or_timestamp(std::int32_t code) {
-  return code == attribute::date || code == attribute::timestamp;
+bool is_date_or_timestamp(Attribute attribute) {
+  return attribute == attribute::date || attribute == attribute::timestamp;
 }
 
 bool gets_null_by_default(const ClColMain& main, const ClDGCol& item) {

@@ -40,9 +40,9 @@ constexpr std::array<AttributeTraits, attribute::highest + 1> all_traits = {
 
 }  // namespace
 
-const AttributeTraits& traits_of(std::int32_t code) {
-  const bool is_known = code > 0 && code <= attribute::highest;
-  return all_traits[is_known ? static_cast<std::size_t>(code) : 0];
+const AttributeTraits& traits_of(Attribute attribute) {
+  const bool is_known = attribute > attribute::none && attribute <= attribute::highest;
+  return all_traits[is_known ? static_cast<std::size_t>(attribute) : 0];
 }
 
 std::int32_t effective_digits(const ItemAttributes& item) {

@@ -4,21 +4,31 @@
 
 namespace korvex {
 
-// Attribute codes, 1 to 32, say what kind of data an item holds. The ones that code mentions by
-// themselves have a name; what is known of all of them stands in one table, see traits_of.
+// Attributes, 1 to 32, say what kind of data an item holds. The ones that code mentions by
+// themselves have a name; what is known of all of them stands in one table, see traits_of. One that
+// comes from outside may be any number of 32 bits.
 namespace attribute {
-inline constexpr std::int32_t decimal = 4;
-inline constexpr std::int32_t integer = 23;
-inline constexpr std::int32_t small_integer = 24;
-inline constexpr std::int32_t date = 28;
-inline constexpr std::int32_t time = 31;
-inline constexpr std::int32_t timestamp = 32;
-inline constexpr std::int32_t highest = 32;
+enum Code : std::int32_t {
+  none = 0,
+  character = 1,
+  decimal = 4,
+  plain_character = 6,
+  national = 11,
+  number = 19,
+  integer = 23,
+  small_integer = 24,
+  date = 28,
+  time = 31,
+  timestamp = 32,
+  highest = timestamp,
+};
 }  // namespace attribute
+
+using Attribute = attribute::Code;
 
 // What an item is, as the control file says.
 struct ItemAttributes {
-  std::int32_t attribute = 0;
+  Attribute attribute = attribute::none;
   std::int32_t signed_flag = 0;
   std::int32_t length = 0;    // bytes
   std::int32_t digits = 0;    // digits or characters
@@ -67,16 +77,20 @@ struct AttributeTraits {
 };
 
 // What is known of an attribute; of a code that is none, what holds for nothing.
-const AttributeTraits& traits_of(std::int32_t attribute);
+const AttributeTraits& traits_of(Attribute attribute);
 
-inline ValueClass value_class_of(std::int32_t code) { return traits_of(code).value_class; }
-inline bool is_character(std::int32_t code) {
-  return value_class_of(code) == ValueClass::character;
+inline ValueClass value_class_of(Attribute attribute) { return traits_of(attribute).value_class; }
+inline bool is_character(Attribute attribute) {
+  return value_class_of(attribute) == ValueClass::character;
 }
-inline bool is_national(std::int32_t code) { return value_class_of(code) == ValueClass::national; }
-inline bool is_numeric(std::int32_t code) { return value_class_of(code) == ValueClass::numeric; }
-inline bool is_quoted(std::int32_t code) { return traits_of(code).is_quoted; }
-inline bool is_always_signed(std::int32_t code) { return traits_of(code).is_always_signed; }
+inline bool is_national(Attribute attribute) {
+  return value_class_of(attribute) == ValueClass::national;
+}
+inline bool is_numeric(Attribute attribute) {
+  return value_class_of(attribute) == ValueClass::numeric;
+}
+inline bool is_quoted(Attribute attribute) { return traits_of(attribute).is_quoted; }
+inline bool is_always_signed(Attribute attribute) { return traits_of(attribute).is_always_signed; }
 
 // The digits that count: a character item without digits has as many as it has bytes.
 std::int32_t effective_digits(const ItemAttributes& item);

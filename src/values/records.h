@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "values/attributes.h"
+
 // The fixed-layout records of a settings file and the numbers that stand in them.
 //
 // Records are plain data, written to the file byte for byte: little-endian, packed, texts
@@ -122,7 +124,7 @@ struct FmtColRec {
   std::int32_t item_number;
   std::int32_t element_count;
   std::int32_t lead_element;
-  std::int32_t attribute;
+  Attribute attribute;
   std::int32_t signed_flag;
   std::int32_t length;
   std::int32_t digits;

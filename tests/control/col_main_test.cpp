@@ -45,8 +45,8 @@ TEST_F(ColMainTest, ReadsEachFieldFromItsOffset) {
   ASSERT_EQ(main.items.size(), 1u);
   const ClDGCol& item = *main.items[0];
   EXPECT_EQ(item.name + item.description, cp932("名前text"));
-  EXPECT_EQ((std::vector{item.item_number, item.attribute, item.signed_flag, item.length,
-                         item.digits, item.decimals, item.null_allowed}),
+  EXPECT_EQ((std::vector<std::int32_t>{item.item_number, item.attribute, item.signed_flag,
+                                       item.length, item.digits, item.decimals, item.null_allowed}),
             (std::vector{-21, 22, 23, 24, 25, 6, 28}));
   EXPECT_EQ(item.state, 0);
   EXPECT_EQ(load(main, bytes.substr(0, 20) + std::string(1000, '\0')), 0) << "no items at all";
@@ -165,7 +165,7 @@ TEST_F(ColMainTest, WritesATemporaryControlFile) {
   ASSERT_EQ(main.settings.load(1, 10, 1), 0);
   for (const std::int32_t item : {30, 10, 20}) {
     main.settings.edited().texts = {"%5U", "1", "9", "1"};
-    ASSERT_EQ(main.settings.check_and_store(item, {4, 0, 5, 5, 0}), 0);
+    ASSERT_EQ(main.settings.check_and_store(item, {attribute::decimal, 0, 5, 5, 0}), 0);
   }
   ASSERT_EQ(main.settings.save(0), 0);
   ASSERT_EQ(main.write_temporary_control_file(), 0);

@@ -42,8 +42,8 @@ TEST_F(ItemSettingsTest, ACopyShowsWhatItsSourceShows) {
   EXPECT_EQ(item(1).state, 0);
   EXPECT_EQ(setup.shown(1), "2 %2U [07,42,3] 01 ref 0");
   const FmtColRec& own = record(2);  // its own attribute, so that it fits the next time
-  EXPECT_EQ((std::vector{own.attribute, own.length, own.digits, own.custom_format}),
-            (std::vector{4, 10, 6, 1}));
+  EXPECT_EQ((std::vector<std::int32_t>{own.attribute, own.length, own.digits, own.custom_format}),
+            (std::vector<std::int32_t>{4, 10, 6, 1}));
   EXPECT_EQ(setup.main->settings.find_column(2)->elements.size(), 1U);
 
   FmtColRec& first = record(1);
@@ -62,7 +62,7 @@ TEST_F(ItemSettingsTest, ACopyShowsWhatItsSourceShows) {
   ASSERT_EQ(set_initial_value(at(0)), 0);
   EXPECT_EQ(copy_settings(at(2), 0), -65) << "the initial value, which it may not have";
   item(2).null_allowed = 1;
-  item(2).attribute = 28;
+  item(2).attribute = attribute::date;
   EXPECT_EQ(copy_settings(at(2), 0), 0) << "of whatever attribute";
   EXPECT_EQ(copied.generation_type, 1);
 }

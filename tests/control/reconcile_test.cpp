@@ -38,10 +38,10 @@ TEST(SettingsFit, ByAttributeAndDigits) {
     const auto now = numbers(item);
     const auto before = numbers(stored);
     FmtColRec record = {};
-    record.attribute = before[0];
+    record.attribute = Attribute{before[0]};
     record.length = before[1];
     record.digits = before[2];
-    EXPECT_EQ(settings_fit({now[0], 0, now[1], now[2], 0}, record, kind), fits)
+    EXPECT_EQ(settings_fit({Attribute{now[0]}, 0, now[1], now[2], 0}, record, kind), fits)
         << kind << ": " << item << " and " << stored;
   }
 }

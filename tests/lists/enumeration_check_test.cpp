@@ -26,7 +26,7 @@ class EnumerationCheckTest : public testing::Test {
 
   static FmtColRec record() {
     FmtColRec record = {};
-    record.attribute = 4;
+    record.attribute = attribute::decimal;
     record.length = record.digits = 3;
     return record;
   }

@@ -48,7 +48,7 @@ std::shared_ptr<ClFmtFile> load_settings(const Place& place, std::int32_t expect
 std::shared_ptr<ClFmtFile> change_settings(const Place& place, std::int32_t expected) {
   const auto file = load_settings(place, expected);
   file->edited().texts = {"%5U", "1", "99999", "1"};
-  expect(file->check_and_store(7, {4, 0, 5, 5, 0}) == 0, "store");
+  expect(file->check_and_store(7, {attribute::decimal, 0, 5, 5, 0}) == 0, "store");
   return file;
 }
 
@@ -99,7 +99,7 @@ Attempt prepare_short_control_file(Place& place) {
   main->settings.set_run_mode(run_mode::data_file_dialog);
   expect(main->settings.load(1, 10, 1) == 0, "load settings");
   main->settings.edited().texts = {"%5U", "1", "9", "1"};
-  expect(main->settings.check_and_store(30, {4, 0, 5, 5, 0}) == 0, "store");
+  expect(main->settings.check_and_store(30, {attribute::decimal, 0, 5, 5, 0}) == 0, "store");
   expect(main->settings.save(0) == 0, "save");
   return [main] { return main->write_temporary_control_file(); };
 }
@@ -118,7 +118,7 @@ Attempt prepare_list(Place& place, const std::string& lines) {
   const auto main = std::make_shared<ClColMain>();
   return [main, path = place.file("list.txt")] {
     FmtColRec settings = {};
-    settings.attribute = 4;
+    settings.attribute = attribute::decimal;
     settings.length = settings.digits = 5;
     ClEnumDataList values;
     const Result<std::int32_t> count = load_enumeration(*main, path, settings, values);
@@ -162,7 +162,8 @@ std::shared_ptr<ClGenerateDataFile> make_generator(Place& place) {
   const auto file = load_settings(place, 0);
   file->edited().texts = {"'0123456789'%3U", "1", "999", "1"};
   file->edited().choices.exceeded_action = exceeded_action::repeat;
-  expect(file->check_and_store(item_number, {6, 0, 13, 13, 0}) == 0, "store");
+  expect(file->check_and_store(item_number, {attribute::plain_character, 0, 13, 13, 0}) == 0,
+         "store");
   expect(file->save(0) == 0, "save");
   // The limits' file is made by the first run.
   read_limits(platform::SettingsStore("Host"));

@@ -23,7 +23,7 @@ int status_of(pid_t child) {
   return ::waitpid(child, &status, 0) == child && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-constexpr ItemAttributes counter_item = {4, 0, 9, 9, 0};
+constexpr ItemAttributes counter_item = {attribute::decimal, 0, 9, 9, 0};
 
 Result<std::int32_t> load(ClFmtFile& file, const GenerationSetup& setup) {
   file.set_paths(setup.settings(), setup.folder.path());

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cstring>
 #include <sstream>
 
 #include "platform/codepage.h"
@@ -60,22 +61,24 @@ std::string timestamp_of(std::int64_t second) {
 
 // Dates and times: attribute, directive, least and greatest value, size and text.
 struct Moment {
-  std::int32_t attribute;
+  Attribute attribute;
   const char* directive;
   std::int64_t low, high;
   int size;
   std::string (*text)(std::int64_t);
 };
 constexpr Moment moments[] = {
-    {28, "4YMD", 0, last_day, 8, date_of},
-    {28, "2YMD", 0, last_day, 6, short_date_of},
-    {28, "YMD", 0, last_day, 6, short_date_of},
-    {28, "4YMA", year_days, 10'000 * year_days - 1, 8, unchecked_date_of<4>},
-    {28, "2YMA", 0, 100 * year_days - 1, 6, unchecked_date_of<2>},
-    {31, "T", 0, day_seconds - 1, 6, time_of},
-    {31, "T", 0, day_seconds - 1, 6, time_of},
-    {32, "TS", 9 * 3600, last_day* day_seconds + seconds_of_last_day, 15, timestamp_of},
-    {32, "TS", 9 * 3600, last_day* day_seconds + seconds_of_last_day, 15, timestamp_of},
+    {attribute::date, "4YMD", 0, last_day, 8, date_of},
+    {attribute::date, "2YMD", 0, last_day, 6, short_date_of},
+    {attribute::date, "YMD", 0, last_day, 6, short_date_of},
+    {attribute::date, "4YMA", year_days, 10'000 * year_days - 1, 8, unchecked_date_of<4>},
+    {attribute::date, "2YMA", 0, 100 * year_days - 1, 6, unchecked_date_of<2>},
+    {attribute::time, "T", 0, day_seconds - 1, 6, time_of},
+    {attribute::time, "T", 0, day_seconds - 1, 6, time_of},
+    {attribute::timestamp, "TS", 9 * 3600, last_day* day_seconds + seconds_of_last_day, 15,
+     timestamp_of},
+    {attribute::timestamp, "TS", 9 * 3600, last_day* day_seconds + seconds_of_last_day, 15,
+     timestamp_of},
 };
 
 // One directive with the texts of its start and end values, and the bytes or digits that it takes.
@@ -228,7 +231,7 @@ class Proposal {
   }
 
   void propose_character() {
-    item_.attribute = random_.pick(std::array{1, 2, 3, 6, 7});
+    item_.attribute = Attribute{random_.pick(std::array{1, 2, 3, 6, 7})};
     signed_ = item_.attribute <= 3 || one_in(2);
     std::int32_t size = 0;
     int fixed_pieces = 0;
@@ -257,8 +260,8 @@ class Proposal {
   }
 
   void propose_number() {
-    item_.attribute = random_.pick(
-        std::array{4, 5, 8, 9, 10, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23, 24, 25, 26, 27});
+    item_.attribute = Attribute{random_.pick(
+        std::array{4, 5, 8, 9, 10, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23, 24, 25, 26, 27})};
     signed_ = one_in(2);
     const auto digits = static_cast<int>(between(1, 18));
     if (one_in(2)) decimals_ = static_cast<int>(one_in(3) ? digits : between(1, digits));
@@ -276,7 +279,7 @@ class Proposal {
 
   void propose_national() {
     const Directive directive = full_width(6);
-    item_.attribute = one_in(2) ? 11 : 12;
+    item_.attribute = Attribute{one_in(2) ? 11 : 12};
     item_.digits = directive.size + 1;
     item_.length = 2 * item_.digits;
     set_directive(directive);
@@ -317,7 +320,7 @@ std::string odd_field(RandomSettings& random, ClFmtColInf& column) {
   const bool is_safe = element.kind == format_kind::date || element.kind == format_kind::time;
   struct Oddity {
     std::string name;
-    std::int32_t* field;
+    void* field;  // of 32 bits
     std::int64_t value;
   };
   const Oddity oddities[] = {
@@ -333,7 +336,8 @@ std::string odd_field(RandomSettings& random, ClFmtColInf& column) {
       {"attribute", &record.attribute, random.between(0, 40)},
   };
   const Oddity oddity = random.pick(oddities);
-  *oddity.field = static_cast<std::int32_t>(oddity.value);
+  const auto value = static_cast<std::int32_t>(oddity.value);
+  std::memcpy(oddity.field, &value, sizeof value);
   if (oddity.field == &element.current.high) element.end.high = element.end.low = half_base - 1;
   return oddity.name + " = " + std::to_string(oddity.value);
 }

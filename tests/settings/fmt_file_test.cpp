@@ -10,7 +10,7 @@ namespace {
 
 using namespace test;
 
-const ItemAttributes decimal = {4, 1, 8, 5, 2};
+const ItemAttributes decimal = {attribute::decimal, 1, 8, 5, 2};
 
 class FmtFileTest : public testing::Test {
  protected:
@@ -81,7 +81,7 @@ TEST_F(FmtFileTest, ReadsTheFieldsOfAnItem) {
 
 TEST_F(FmtFileTest, TheInitialValueReplacesEverything) {
   file.edited().choices = {1, 1};
-  ASSERT_EQ(store(1, {1, 1, 6, 6, 0}, "%2S'-'%3U", "AA,100", "AC,900", "2"), 0);
+  ASSERT_EQ(store(1, {attribute::character, 1, 6, 6, 0}, "%2S'-'%3U", "AA,100", "AC,900", "2"), 0);
   FmtColRec& before = file.find_column(1)->record;
   before.repeat_count = 4;
   before.referenced_item = 5;
@@ -115,7 +115,7 @@ TEST_F(FmtFileTest, DeletedSettingsLeaveThePlace) {
   EXPECT_EQ(file.find_column(3), nullptr);
   ASSERT_EQ(file.read_item(1), true);
   EXPECT_EQ(file.edited().texts.end, "99999");
-  ASSERT_EQ(store(1, {1, 1, 3, 0, 0}, "%3S", "AAA", "AAC"), 0);
+  ASSERT_EQ(store(1, {attribute::character, 1, 3, 0, 0}, "%3S", "AAA", "AAC"), 0);
   EXPECT_EQ(record(1).digits, 3) << "the digits that count";
 }
 
@@ -135,7 +135,9 @@ TEST(LargestValue, FillsTheItem) {
   )")) {
     const auto size = numbers(sizes);
     for (const std::int32_t code : numbers(attributes)) {
-      EXPECT_EQ(largest_value_text({code, size[0], 9, size[1], size[2]}), cp932(expected)) << code;
+      EXPECT_EQ(largest_value_text({Attribute{code}, size[0], 9, size[1], size[2]}),
+                cp932(expected))
+          << code;
     }
   }
 }
@@ -143,8 +145,9 @@ TEST(LargestValue, FillsTheItem) {
 TEST_F(FmtFileTest, AnEmptyEndStandsForTheLargestValue) {
   ASSERT_EQ(store(1, decimal, "%3.2D", "1", ""), 0);
   EXPECT_EQ(field_text(file.find_column(1)->elements[0]->record.end_text), "+999.99");
-  EXPECT_EQ(store(1, {5, 0, 3, 3, 0}, "%3U", "1", ""), -25) << "letters, as for characters";
-  EXPECT_EQ(store(1, {31, 0, 6, 6, 0}, "%T", "000000", ""), -38);
+  EXPECT_EQ(store(1, {Attribute{5}, 0, 3, 3, 0}, "%3U", "1", ""), -25)
+      << "letters, as for characters";
+  EXPECT_EQ(store(1, {attribute::time, 0, 6, 6, 0}, "%T", "000000", ""), -38);
 }
 
 }  // namespace

@@ -15,7 +15,7 @@ TEST(SettingsWriter, WritesARangeByteForByte) {
   ASSERT_EQ(folder.load(file, 3, 1000, 2), 0);
   file.edited().texts = {"%3.2D", "1.5", "99.99", "0.05"};
   file.edited().choices = {1, 1};
-  ASSERT_EQ(file.check_and_store(7, {4, 1, 8, 5, 2}), 0);
+  ASSERT_EQ(file.check_and_store(7, {attribute::decimal, 1, 8, 5, 2}), 0);
   ASSERT_EQ(file.save(1), 0);
 
   const ValueFields start = {1, 1, 150, "150", 0, "", {}};

@@ -23,7 +23,7 @@ struct ControlFields {
 // One item's settings as they are saved; without a format the initial value.
 struct SavedItem {
   std::int32_t number = 1;
-  ItemAttributes item = {4, 0, 20, 18, 0};
+  ItemAttributes item = {attribute::decimal, 0, 20, 18, 0};
   RangeTexts texts = {"%3U", "1", "999", "1"};
   std::int32_t action = exceeded_action::repeat;
   std::int32_t repeat_level = 0;  // for none; one time each

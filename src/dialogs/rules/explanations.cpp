@@ -9,7 +9,7 @@ namespace korvex {
 
 namespace {
 
-std::string_view class_name(std::int32_t attribute) {
+std::string_view class_name(Attribute attribute) {
   switch (value_class_of(attribute)) {
     case ValueClass::numeric:
       return "number";

@@ -79,9 +79,9 @@ bool fits_small_integer(std::string_view text) {
          number <= std::numeric_limits<std::int16_t>::max();
 }
 
-ErrorCode check_integer_range(std::int32_t code, const RangeTexts& texts) {
-  if (code != attribute::integer && code != attribute::small_integer) return error::none;
-  const auto fits = code == attribute::integer ? fits_integer : fits_small_integer;
+ErrorCode check_integer_range(Attribute attribute, const RangeTexts& texts) {
+  if (attribute != attribute::integer && attribute != attribute::small_integer) return error::none;
+  const auto fits = attribute == attribute::integer ? fits_integer : fits_small_integer;
   if (!fits(texts.start)) return error::start_out_of_range;
   return fits(texts.end) ? error::none : error::end_out_of_range;
 }

@@ -65,7 +65,8 @@ TEST(SetupFieldsTest, ConfirmingATypeFillsOnlyWhatIsEmpty) {
       0 2 |   | %2U              | 0 r= n= p=/a.txt f= [,,] c=0 x=-1
   )")) {
     ClDGCol item;
-    item.attribute = item.digits = 4;
+    item.attribute = attribute::decimal;
+    item.digits = 4;
     const std::int32_t stored_type = numbers(types)[1];
     if (stored_type >= generation_type::range) item.display() = display_of(stored_type);
     item.display().generation_text = stored;

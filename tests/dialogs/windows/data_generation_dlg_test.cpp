@@ -22,7 +22,8 @@ constexpr int format_column = 2;
 constexpr int level_column = 6;
 constexpr int count_column = 7;
 
-const SavedItem two_digits = {.item = {4, 0, 2, 2, 0}, .texts = {"%1U", "1", "9", "1"}};
+const SavedItem two_digits = {.item = {attribute::decimal, 0, 2, 2, 0},
+                              .texts = {"%1U", "1", "9", "1"}};
 
 class DataGenerationDlgTest : public DialogTest {
  protected:
@@ -248,9 +249,10 @@ TEST_F(DataGenerationDlgTest, UpdateTakesWholeNumbersThatAreNotZero) {
 TEST_F(DataGenerationDlgTest, OffersWhatTheSettingsOfTheRowAllow) {
   const std::vector<int> commands = {id::repeats, id::delete_settings, id::update};
   setup.write(three_items(), {.layout_kind = 2});
-  setup.save_settings({{.number = 1, .item = {4, 0, 2, 2, 0}, .texts = {}},
-                       {.number = 2, .item = {4, 0, 2, 2, 0}, .texts = {"'12'", "", "", ""}}},
-                      2);
+  setup.save_settings(
+      {{.number = 1, .item = {attribute::decimal, 0, 2, 2, 0}, .texts = {}},
+       {.number = 2, .item = {attribute::decimal, 0, 2, 2, 0}, .texts = {"'12'", "", "", ""}}},
+      2);
   const Step expect_hidden = [](FormDialog& dialog) {
     for (const int hidden :
          {id::quotation, id::repeat_only, id::record_count, id::predicted_size}) {
@@ -317,7 +319,8 @@ TEST_F(DataGenerationDlgTest, IsNeverSeenWhenLoadingFails) {
     std::filesystem::remove(setup.settings());
   }
   // Items with impossible digits are named.
-  setup.write({{.name = cp932("品番"), .attributes = {4, 0, -1, -1, 0}}, {.number = 2}});
+  setup.write(
+      {{.name = cp932("品番"), .attributes = {attribute::decimal, 0, -1, -1, 0}}, {.number = 2}});
   EXPECT_EQ(run(steps(click(id::cancel))), cancel);
   EXPECT_EQ(setup.told(), Names{"w75"});
   EXPECT_TRUE(setup.last_text.ends_with("品番 ")) << setup.last_text;

@@ -65,8 +65,9 @@ class ItemValueUpdateDlgTest : public DialogTest {
 };
 
 TEST_F(ItemValueUpdateDlgTest, UpdatesTheItemThatWasBrowsedFor) {
-  setup.save_settings({{.number = 1, .item = {4, 0, 2, 2, 0}, .texts = {"%2U", "5", "9", "1"}},
-                       {.number = 3, .item = letters, .texts = {}}});
+  setup.save_settings(
+      {{.number = 1, .item = {attribute::decimal, 0, 2, 2, 0}, .texts = {"%2U", "5", "9", "1"}},
+       {.number = 3, .item = letters, .texts = {}}});
   EXPECT_EQ(run(steps(expect_item("A", "first"), expect_explained("Length: 2"),
                       choose(id::type, type_entry::range), expect_fields("%2U", "1", true),
                       click(id::browse_items), row(id::selection_items, 2, true),
@@ -120,7 +121,8 @@ TEST_F(ItemValueUpdateDlgTest, AskForANameOfAnItem) {
 }
 
 TEST_F(ItemValueUpdateDlgTest, RefusalsKeepItOpen) {
-  setup.write({{.null_allowed = 0}, {.number = 2, .name = "T", .attributes = {31, 0, 6, 6, 0}}});
+  setup.write({{.null_allowed = 0},
+               {.number = 2, .name = "T", .attributes = {attribute::time, 0, 6, 6, 0}}});
   const Steps range = {choose(id::type, type_entry::range), click(id::custom_format)};
   const Steps other = {type(id::update_name, "T")};
   const auto ends = [this](const Steps& entry, const Names& told) {

@@ -118,7 +118,7 @@ TEST_F(SetupFormatDlgTest, RefusalsKeepItOpenAtTheWrongControl) {
 }
 
 TEST_F(SetupFormatDlgTest, AnIntegerOutOfRangeIsStoredBeforeItIsRefused) {
-  setup.write({{.attributes = {23, 1, 10, 10, 0}}});
+  setup.write({{.attributes = {attribute::integer, 1, 10, 10, 0}}});
   play_in_setup(steps(type(id::start, "2147483648"), type(id::end, "2147483649"), click(id::ok),
                       expect_told({"w49"}), click(id::cancel), expect_told({})));
   EXPECT_TRUE(rows[0].ends_with(" 2147483648 2147483649 1 ")) << rows[0];

@@ -38,7 +38,7 @@ TEST(MomentText, IsWhatDatabasesRead) {
 }
 
 struct FormCase {
-  std::int32_t attribute;
+  Attribute attribute;
   ColumnType type;
   int length;
   MomentForm form;
@@ -46,14 +46,14 @@ struct FormCase {
 
 TEST(FieldForms, FollowTheAttributeUnlessTheColumnHasNoRoomForIt) {
   const FormCase cases[] = {
-      {28, ColumnType::date, 0, MomentForm::iso_date},
-      {28, ColumnType::text, 0, MomentForm::iso_date},
-      {28, ColumnType::text, 8, plain},
-      {28, ColumnType::integer32, 0, plain},
-      {31, ColumnType::text, 8, MomentForm::iso_time},
-      {32, ColumnType::timestamp, 0, MomentForm::iso_timestamp},
-      {32, ColumnType::text, 15, plain},
-      {4, ColumnType::date, 0, plain},
+      {attribute::date, ColumnType::date, 0, MomentForm::iso_date},
+      {attribute::date, ColumnType::text, 0, MomentForm::iso_date},
+      {attribute::date, ColumnType::text, 8, plain},
+      {attribute::date, ColumnType::integer32, 0, plain},
+      {attribute::time, ColumnType::text, 8, MomentForm::iso_time},
+      {attribute::timestamp, ColumnType::timestamp, 0, MomentForm::iso_timestamp},
+      {attribute::timestamp, ColumnType::text, 15, plain},
+      {attribute::decimal, ColumnType::date, 0, plain},
   };
   for (const FormCase& test : cases) {
     ColumnSchema column;
