@@ -37,7 +37,7 @@ std::string anchor(std::string_view input) {
   return bytes;
 }
 
-void load_in_mode(std::int32_t mode) {
+void load_in_mode(RunMode mode) {
   ClColMain main;
   main.control_path = control_path;
   main.set_run_mode(mode);
@@ -70,7 +70,7 @@ void put_settings(World& world) {
       file.set_initial_value(item.item_number, item.attributes());
     }
   }
-  file.save(1);
+  file.save(quotation::double_mark);
   require(file.is_held() || world.files.open_descriptors() == 0, "a save lets go of the file");
 }
 
@@ -88,7 +88,7 @@ void run(std::string_view input) {
 
   World world;
   world.files.put(control_path, anchor(input));
-  for (const std::int32_t mode :
+  for (const RunMode mode :
        {run_mode::data_file_dialog, run_mode::settings_only, run_mode::generator}) {
     load_in_mode(mode);
   }

@@ -18,14 +18,14 @@ constexpr const char* report_path = "list.txt.err";
 
 struct Entry {
   ItemAttributes item;
-  std::int32_t layout_kind = 0;
-  std::int32_t exceeded_action = 0;
+  LayoutKind layout_kind{};
+  ExceededAction exceeded_action{};
 };
 
 Entry read_entry(const std::string& line) {
   std::vector<std::int32_t> more = test::numbers(line);
   more.resize(7);
-  return {test::item_of(line), more[5], more[6]};
+  return {test::item_of(line), LayoutKind{more[5]}, ExceededAction{more[6]}};
 }
 
 FmtColRec settings_of(const Entry& entry) {
@@ -64,7 +64,7 @@ void save_settings(const Entry& entry) {
   settings.generation_type = generation_type::enumeration;
   settings.exceeded_action = entry.exceeded_action;
   store_field(settings.enumeration_path, list_path);
-  require(file.save(1) == 0, "settings can be saved");
+  require(file.save(quotation::double_mark) == 0, "settings can be saved");
 }
 
 }  // namespace

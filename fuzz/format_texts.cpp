@@ -17,7 +17,7 @@ constexpr std::int32_t records = 120;
 
 struct Entry {
   ItemAttributes item;
-  std::int32_t layout_kind = 0;
+  LayoutKind layout_kind{};
   RangeTexts texts;
 };
 
@@ -27,7 +27,7 @@ Entry read_entry(std::string input) {
   std::getline(lines, numbers);
   std::vector<std::int32_t> more = test::numbers(numbers);
   more.resize(6);
-  Entry entry = {test::item_of(numbers), more[5], {}};
+  Entry entry = {test::item_of(numbers), LayoutKind{more[5]}, {}};
   for (std::string* text :
        {&entry.texts.format, &entry.texts.start, &entry.texts.end, &entry.texts.increment}) {
     std::getline(lines, *text);
@@ -42,7 +42,7 @@ bool save(const Entry& entry) {
   if (!file.load(1, records, entry.layout_kind)) return false;
   file.edited().texts = entry.texts;
   if (file.check_and_store(1, entry.item) != error::none) return false;
-  require(file.save(1) == 0, "what was accepted can be saved");
+  require(file.save(quotation::double_mark) == 0, "what was accepted can be saved");
   return true;
 }
 

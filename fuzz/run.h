@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "memory_files.h"
+#include "run/record_writer.h"
 #include "support/scripted_interface.h"
 #include "values/error_codes.h"
 #include "values/records.h"
@@ -47,10 +48,10 @@ class World {
 // What a generation run is asked for.
 struct RunRequest {
   std::int32_t records = 0;
-  std::int32_t layout_kind = layout_kind::record_file;
+  LayoutKind layout_kind = layout_kind::record_file;
   std::int32_t level = 1;
   std::vector<std::int32_t> items = {1};
-  std::int32_t output_option = 0;
+  OutputOption output_option = plain_output;
   int cancel_at_poll = 0;
 };
 

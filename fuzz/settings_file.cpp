@@ -21,20 +21,20 @@ constexpr std::size_t most_bytes = 64 * 1024;
 
 struct Choices {
   std::int32_t level;
-  std::int32_t output_option;
+  OutputOption output_option;
   int cancel_at_poll;
   bool takes_items_twice;
   bool changes_layout;
 
   explicit Choices(unsigned bits)
       : level(static_cast<std::int32_t>(bits & 3u)),
-        output_option((bits & 4u) != 0 ? 2 : 0),
+        output_option((bits & 4u) != 0 ? guarded_output : plain_output),
         cancel_at_poll((bits & 8u) != 0 ? records / 2 : 0),
         takes_items_twice((bits & 16u) != 0),
         changes_layout((bits & 32u) != 0) {}
 };
 
-Result<std::int32_t> load(ClFmtFile& file, std::int32_t level, std::int32_t layout_kind) {
+Result<std::int32_t> load(ClFmtFile& file, std::int32_t level, LayoutKind layout_kind) {
   file.set_paths(settings_path, work_folder);
   return file.load(level, records, layout_kind);
 }
@@ -61,7 +61,7 @@ std::vector<ControlItem> read_items(ClFmtFile& file) {
 // Loads the file, saves it and loads it again: the same items with the same bytes. Answers the
 // items.
 std::vector<ControlItem> save_and_compare(World& world, std::int32_t level,
-                                          std::int32_t layout_kind) {
+                                          LayoutKind layout_kind) {
   std::vector<ControlItem> items;
   {
     ClFmtFile file;
@@ -100,11 +100,11 @@ void run(std::string_view bytes, const Choices& choices) {
   World world;
   world.files.put(settings_path, bytes);
   world.files.put(list_path, "1\n22\n\n333\n");
-  std::int32_t layout_kind = 0;
+  LayoutKind layout_kind{};
   if (bytes.size() >= sizeof(FmtHeadRec)) {
     std::memcpy(&layout_kind, bytes.data() + offsetof(FmtHeadRec, layout_kind), sizeof layout_kind);
   }
-  if (choices.changes_layout) ++layout_kind;
+  if (choices.changes_layout) layout_kind = static_cast<LayoutKind>(layout_kind ^ 1);
 
   const std::vector<ControlItem> items = save_and_compare(world, choices.level, layout_kind);
   RunRequest request;

@@ -34,7 +34,7 @@ constexpr CodeName layout_kinds[] = {
     {layout_kind::iso, "iso"},
 };
 
-constexpr CodeName quotations[] = {{0, "none"}, {1, "double"}};
+constexpr CodeName quotations[] = {{quotation::none, "none"}, {quotation::double_mark, "double"}};
 
 constexpr CodeName generation_types[] = {
     {generation_type::none, "none"},
@@ -66,19 +66,19 @@ constexpr CodeName exceeded_actions[] = {
 
 }  // namespace
 
-std::string named_layout_kind(std::int32_t kind) { return named(kind, layout_kinds); }
+std::string named_layout_kind(LayoutKind kind) { return named(kind, layout_kinds); }
 
-std::string named_quotation(std::int32_t quotation) { return named(quotation, quotations); }
+std::string named_quotation(Quotation mark) { return named(mark, quotations); }
 
 std::string named_attribute(Attribute attribute) {
   return with_name(attribute, attribute_name(attribute));
 }
 
-std::string named_generation_type(std::int32_t type) { return named(type, generation_types); }
+std::string named_generation_type(GenerationType type) { return named(type, generation_types); }
 
-std::string named_format_kind(std::int32_t kind) { return named(kind, format_kinds); }
+std::string named_format_kind(FormatKind kind) { return named(kind, format_kinds); }
 
-std::string named_exceeded_action(std::int32_t action) { return named(action, exceeded_actions); }
+std::string named_exceeded_action(ExceededAction action) { return named(action, exceeded_actions); }
 
 std::string describe_attributes(const ItemAttributes& item) {
   return "attribute " + named_attribute(item.attribute) +

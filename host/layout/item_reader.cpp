@@ -28,7 +28,7 @@ Attribute read_attribute(TableReader& reader) {
   return attribute::none;
 }
 
-void read_attributes(TableReader& reader, std::int32_t kind, LayoutItem& layout_item) {
+void read_attributes(TableReader& reader, LayoutKind kind, LayoutItem& layout_item) {
   const std::size_t errors_before = reader.error_count();
   ItemAttributes& item = layout_item.attributes;
   item.attribute = read_attribute(reader);

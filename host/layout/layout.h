@@ -74,12 +74,12 @@ struct LayoutItem {
 struct Layout {
   std::string file;  // the layout file, as named by the user
   std::string text;  // what stands in it
-  std::int32_t kind = 0;
+  LayoutKind kind{};
   std::int32_t records = 0;
   std::optional<std::int32_t> own_records;  // that the file says
   std::int32_t level = 1;
   bool null_default = false;
-  std::int32_t quotation = 0;
+  Quotation quotation = quotation::none;
   std::string table;  // UTF-8, of a database that is loaded; empty when the layout names none
   std::string data;
   std::string settings;

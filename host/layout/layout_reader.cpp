@@ -137,7 +137,7 @@ void read_header(const toml::table& table, std::optional<std::int32_t> records, 
   TableReader reader(table, "[layout]", errors);
   reader.require("kind", "one of " + list_names(kind_names));
   if (const auto kind = reader.choice("kind", kind_names)) {
-    layout.kind = static_cast<std::int32_t>(*kind) + 1;
+    layout.kind = static_cast<LayoutKind>(*kind + layout_kind::record_file);
   }
   if (!records) reader.require("records", "the number of records, here or as --records");
   const auto own_records = reader.integer("records", 0);
@@ -146,7 +146,7 @@ void read_header(const toml::table& table, std::optional<std::int32_t> records, 
   layout.level = reader.integer("level", 0).value_or(1);
   layout.null_default = reader.boolean("null_default").value_or(false);
   const auto quote = reader.choice("quote", quote_names);
-  layout.quotation = static_cast<std::int32_t>(quote.value_or(0));
+  layout.quotation = static_cast<Quotation>(quote.value_or(quotation::none));
   read_table(reader, layout);
   read_paths(reader, layout);
   read_own_keys(reader, layout);

@@ -77,7 +77,7 @@ void read_exceeded(const ValuesReading& reading) {
   constexpr std::array<std::string_view, 2> names = {"initialize", "repeat"};
   const auto exceeded = reading.reader.choice("exceeded", names);
   reading.values.choices.exceeded_action =
-      exceeded ? static_cast<std::int32_t>(*exceeded) : exceeded_action::repeat;
+      exceeded ? static_cast<ExceededAction>(*exceeded) : exceeded_action::repeat;
 }
 
 constinit const ValueType initial_type = {

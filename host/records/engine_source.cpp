@@ -92,7 +92,7 @@ sources::TextShape shape_of(const ClFmtColInf& column, const ItemCourse& course)
 
 // What is known of an item's values, one after the other.
 sources::Foresight foresight_of(const ItemGenerator& item, const ItemFacts& facts,
-                                std::int32_t layout_kind) {
+                                LayoutKind layout_kind) {
   sources::Foresight foresight;
   if (const ClEnumDataList* values = item.enumeration()) {
     foresight.shape.never_empty = values->count() > 0;
@@ -168,7 +168,7 @@ class EngineSource : public sources::Source {
 // What is known of an item's values as long as a way leads through them.
 class ItemSource : public sources::Source {
  public:
-  ItemSource(const ItemGenerator& item, const ItemFacts& facts, std::int32_t layout_kind)
+  ItemSource(const ItemGenerator& item, const ItemFacts& facts, LayoutKind layout_kind)
       : period_(facts.has_end() ? facts.end : facts.period),
         foresight_(foresight_of(item, facts, layout_kind)),
         uniqueness_(host::uniqueness_of(facts)) {}
@@ -189,7 +189,7 @@ class ItemSource : public sources::Source {
 
 class CourseSource : public ItemSource {
  public:
-  CourseSource(const ItemGenerator& item, const ItemFacts& facts, std::int32_t layout_kind,
+  CourseSource(const ItemGenerator& item, const ItemFacts& facts, LayoutKind layout_kind,
                ItemCourse course)
       : ItemSource(item, facts, layout_kind), course_(std::move(course)) {
     for (const auto& element : course_.elements()) cursors_.emplace_back(*element);
@@ -212,7 +212,7 @@ class CourseSource : public ItemSource {
 
 class EnumerationSource : public ItemSource {
  public:
-  EnumerationSource(const ItemGenerator& item, const ItemFacts& facts, std::int32_t layout_kind)
+  EnumerationSource(const ItemGenerator& item, const ItemFacts& facts, LayoutKind layout_kind)
       : ItemSource(item, facts, layout_kind), cursor_(*item.enumeration()) {}
 
   void append(std::uint64_t index, std::string& out) override {
@@ -250,7 +250,7 @@ std::unique_ptr<sources::Source> make_engine_source(std::shared_ptr<EngineRecord
 }
 
 std::unique_ptr<sources::Source> make_course_source(const ItemGenerator& item,
-                                                    std::int32_t layout_kind) {
+                                                    LayoutKind layout_kind) {
   if (!item.cycle()) return nullptr;
   const ItemFacts facts = item.facts();
   if (!facts.has_end() && !facts.period) return nullptr;

@@ -20,17 +20,17 @@ using sources::BadValue;
 class EngineRecords {
  public:
   // The run must outlive this object, and nobody else may take its records.
-  EngineRecords(Run& run, std::int32_t layout_kind) : run_(run), layout_kind_(layout_kind) {}
+  EngineRecords(Run& run, LayoutKind layout_kind) : run_(run), layout_kind_(layout_kind) {}
 
   // In code page 932, valid until another record is asked for.
   std::string_view value(std::uint64_t record, std::size_t field);
 
   const ItemGenerator& item(std::size_t field) const { return *run_.fields()[field]; }
-  std::int32_t layout_kind() const { return layout_kind_; }
+  LayoutKind layout_kind() const { return layout_kind_; }
 
  private:
   Run& run_;
-  std::int32_t layout_kind_;
+  LayoutKind layout_kind_;
   std::uint64_t next_ = 0;
   std::optional<std::uint64_t> latest_;
   std::vector<std::string_view> values_;
@@ -49,6 +49,6 @@ std::unique_ptr<sources::Source> make_engine_source(std::shared_ptr<EngineRecord
 // The values of an item by their places in its course or list, for ways of their own. Null where
 // nothing tells how many there are. The item must outlive the source.
 std::unique_ptr<sources::Source> make_course_source(const ItemGenerator& item,
-                                                    std::int32_t layout_kind);
+                                                    LayoutKind layout_kind);
 
 }  // namespace korvex::host

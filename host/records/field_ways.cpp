@@ -135,7 +135,7 @@ std::unique_ptr<sources::Way> FieldWays::make_way(std::size_t i) {
 }
 
 sources::End FieldWays::end_of(const Given& given) const {
-  const std::int32_t action = plan_.values_of(given.giver)->choices.exceeded_action;
+  const ExceededAction action = plan_.values_of(given.giver)->choices.exceeded_action;
   return action == exceeded_action::initialize ? sources::End::stop : sources::End::repeat;
 }
 

@@ -42,7 +42,7 @@ bool read_records(platform::File& file, std::int32_t count, Take take) {
 
 }  // namespace
 
-bool has_invalid_digits(std::int32_t layout, std::int32_t digits, std::int32_t decimals) {
+bool has_invalid_digits(LayoutKind layout, std::int32_t digits, std::int32_t decimals) {
   switch (layout) {
     case layout_kind::record_file:
       return decimals < 0 || digits < 0 || decimals > most_record_decimals;
@@ -155,9 +155,8 @@ const ClDGCol* ClColMain::find_item(std::int32_t item_number) const {
   return place == items_by_number_.end() ? nullptr : place->second;
 }
 
-ClDGCol* ClColMain::select_item(std::int32_t index) {
-  const auto place = static_cast<std::size_t>(index);
-  current_item_ = index >= 0 && place < items.size() ? items[place].get() : nullptr;
+ClDGCol* ClColMain::select_item(std::size_t index) {
+  current_item_ = index < items.size() ? items[index].get() : nullptr;
   return current_item_;
 }
 

@@ -15,7 +15,7 @@
 namespace korvex {
 
 // Whether an item's digits are impossible in its layout: the item is used, but the user is told.
-bool has_invalid_digits(std::int32_t layout_kind, std::int32_t digits, std::int32_t decimals);
+bool has_invalid_digits(LayoutKind layout_kind, std::int32_t digits, std::int32_t decimals);
 
 // The state of one call: the control file's header and items, the settings that go with them, the
 // limits, and what messages say beside their text. Owns all of it. One thread, one run.
@@ -37,17 +37,17 @@ class ClColMain : public platform::Object {
   // The texts that the current item's attribute proposes, in `default_texts`; false without.
   bool build_default_settings();
 
-  void set_run_mode(std::int32_t mode) { run_mode_ = mode; }
-  std::int32_t run_mode() const { return run_mode_; }
+  void set_run_mode(RunMode mode) { run_mode_ = mode; }
+  RunMode run_mode() const { return run_mode_; }
 
   // The first item with the number, of a control file in the long form; null when there is none.
   const ClDGCol* find_item(std::int32_t item_number) const;
 
   // Makes an item current; null for an index beyond the list.
-  ClDGCol* select_item(std::int32_t index);
+  ClDGCol* select_item(std::size_t index);
   ClDGCol* current_item() const { return current_item_; }
 
-  std::int32_t layout_kind() const { return header_.layout_kind; }
+  LayoutKind layout_kind() const { return header_.layout_kind; }
   std::string data_path() const;
   std::string settings_path() const;
   std::string work_folder() const;
@@ -76,7 +76,7 @@ class ClColMain : public platform::Object {
 
   std::unordered_map<std::int32_t, const ClDGCol*> items_by_number_;
   ControlHeader header_ = {};
-  std::int32_t run_mode_ = 0;
+  RunMode run_mode_ = run_mode::none;
   ClDGCol* current_item_ = nullptr;
   ErrorCode load_error_ = error::none;
   std::string offending_names_;

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "values/attributes.h"
+#include "values/records.h"
 
 // The fixed-layout records of a control file, which the host writes before each call: a header,
 // then one ControlItem per item or, in the short form that the generator reads, one 32-bit item
@@ -14,7 +14,7 @@ inline constexpr std::size_t control_path_size = 256;
 
 struct ControlHeader {
   std::int32_t records;  // to generate; for a value update the 1-based position of the item
-  std::int32_t layout_kind;
+  LayoutKind layout_kind;
   std::int32_t null_default;
   std::int32_t host_value;
   std::int32_t level;

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "platform/runtime_class.h"
-#include "values/attributes.h"
+#include "values/records.h"
 
 namespace korvex {
 
@@ -25,9 +25,9 @@ struct ItemDisplay {
   std::int32_t repeat_flag = 0;
   std::int32_t repeat_level = 0;
   std::int32_t repeat_count = 0;
-  std::int32_t generation_type = 0;
+  GenerationType generation_type = generation_type::none;
   std::int32_t referenced_item = 0;
-  std::int32_t exceeded_action = 0;
+  ExceededAction exceeded_action = exceeded_action::initialize;
   std::int32_t custom_format = 0;
 };
 

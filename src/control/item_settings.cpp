@@ -16,7 +16,7 @@ ErrorCode check_reference(const ItemAttributes& source, const ItemAttributes& ta
   return error::none;
 }
 
-std::string_view initial_value_text(std::int32_t layout) {
+std::string_view initial_value_text(LayoutKind layout) {
   return layout == layout_kind::record_file ? "Init Value" : "Init Null";
 }
 
@@ -40,7 +40,7 @@ ErrorCode reset_settings(ClColMain& main) {
   return error::none;
 }
 
-void set_enumeration(ClColMain& main, const std::string& path, std::int32_t exceeded_action) {
+void set_enumeration(ClColMain& main, const std::string& path, ExceededAction exceeded_action) {
   ClDGCol& item = *main.current_item();
   main.settings.set_enumeration(item.item_number, path, exceeded_action);
   ItemDisplay& display = item.display();
@@ -74,9 +74,9 @@ ErrorCode store_format(ClColMain& main, const RangeTexts& texts, bool initialize
   return error::none;
 }
 
-ErrorCode check_copy(const ClColMain& main, std::int32_t source_index) {
+ErrorCode check_copy(const ClColMain& main, std::size_t source_index) {
   const ClDGCol& target = *main.current_item();
-  ClDGCol& source = *main.items.at(static_cast<std::size_t>(source_index));
+  ClDGCol& source = *main.items.at(source_index);
   if (source.item_number == target.item_number) return error::same_reference_target;
   if (source.display().generation_type == generation_type::initial_value) {
     return target.null_allowed == 0 ? error::null_not_allowed : error::none;
@@ -87,11 +87,11 @@ ErrorCode check_copy(const ClColMain& main, std::int32_t source_index) {
   return settings == nullptr || settings->elements.empty() ? error::format_not_set : error::none;
 }
 
-ErrorCode copy_settings(ClColMain& main, std::int32_t source_index) {
+ErrorCode copy_settings(ClColMain& main, std::size_t source_index) {
   ErrorCode result = check_copy(main, source_index);
   if (result != error::none) return result;
   ClDGCol& target = *main.current_item();
-  ClDGCol& source = *main.items.at(static_cast<std::size_t>(source_index));
+  ClDGCol& source = *main.items.at(source_index);
   if (source.display().generation_type == generation_type::initial_value) {
     return set_initial_value(main);
   }

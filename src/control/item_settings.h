@@ -13,7 +13,7 @@
 namespace korvex {
 
 // What an item without generated values shows.
-std::string_view initial_value_text(std::int32_t layout_kind);
+std::string_view initial_value_text(LayoutKind layout_kind);
 
 // What an item with a value list shows.
 inline constexpr std::string_view enumeration_text = "Enumeration type";
@@ -26,7 +26,7 @@ ErrorCode reset_settings(ClColMain& main);
 
 // Makes an item with the initial value take its values from a value list, which nobody looks
 // at here. Never fails.
-void set_enumeration(ClColMain& main, const std::string& path, std::int32_t exceeded_action);
+void set_enumeration(ClColMain& main, const std::string& path, ExceededAction exceeded_action);
 
 // Validates and stores a range.
 ErrorCode store_format(ClColMain& main, const RangeTexts& texts, bool initializes, bool is_custom);
@@ -36,11 +36,11 @@ ErrorCode check_reference(const ItemAttributes& source, const ItemAttributes& ta
 
 // Whether the current item can take over those of the item at `source_index`: what
 // copy_settings would answer.
-ErrorCode check_copy(const ClColMain& main, std::int32_t source_index);
+ErrorCode check_copy(const ClColMain& main, std::size_t source_index);
 
 // Takes over the settings of the item at `source_index`, which must be of the same kind and no
 // larger.
-ErrorCode copy_settings(ClColMain& main, std::int32_t source_index);
+ErrorCode copy_settings(ClColMain& main, std::size_t source_index);
 
 // -36 when the item has none.
 ErrorCode delete_settings(ClColMain& main);

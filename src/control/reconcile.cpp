@@ -88,7 +88,7 @@ void reject_settings(ClColMain& main) {
 
 }  // namespace
 
-bool settings_fit(const ItemAttributes& item, const FmtColRec& stored, std::int32_t layout) {
+bool settings_fit(const ItemAttributes& item, const FmtColRec& stored, LayoutKind layout) {
   if (layout == layout_kind::table && is_date_or_timestamp(item.attribute) &&
       is_date_or_timestamp(stored.attribute)) {
     return true;
@@ -107,7 +107,7 @@ Result<std::int32_t> reconcile(ClColMain& main) {
 
   std::int32_t with_settings = 0;
   for (std::size_t i = 0; i < main.items.size(); ++i) {
-    ClDGCol& item = *main.select_item(static_cast<std::int32_t>(i));
+    ClDGCol& item = *main.select_item(i);
     const Result<bool> found = main.settings.read_item(item.item_number);
     if (!found) return found.code();
     ErrorCode result = error::none;

@@ -8,7 +8,7 @@ namespace korvex {
 
 // Whether stored settings still fit the item: the same attribute and as many digits. In a table,
 // dates and timestamps stand for each other.
-bool settings_fit(const ItemAttributes& item, const FmtColRec& stored, std::int32_t layout_kind);
+bool settings_fit(const ItemAttributes& item, const FmtColRec& stored, LayoutKind layout_kind);
 
 // Reads the settings file and brings it together with the items of the control file: every item
 // with settings gets them copied into its display, nullable columns may get "Init Null", a

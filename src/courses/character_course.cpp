@@ -63,7 +63,7 @@ Wheel wheel_of(char base, std::size_t size) {
           letter_count * letter_count};
 }
 
-char base_of(std::int32_t kind) {
+char base_of(FormatKind kind) {
   if (kind == format_kind::upper_letters) return 'A';
   return kind == format_kind::lower_letters ? 'a' : '\0';
 }

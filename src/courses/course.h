@@ -12,7 +12,7 @@ namespace korvex {
 
 // What the elements of one item share.
 struct ElementContext {
-  std::int32_t layout_kind = 0;
+  LayoutKind layout_kind{};
   std::int32_t lead_element = 0;
   std::int32_t item_digits = 0;
   std::int32_t item_decimals = 0;

@@ -6,13 +6,13 @@
 
 namespace korvex {
 
-ElementContext element_context(const ClFmtColInf& column, std::int32_t layout_kind) {
+ElementContext element_context(const ClFmtColInf& column, LayoutKind layout_kind) {
   const FmtColRec& settings = column.record;
   return {layout_kind, settings.lead_element, settings.digits, settings.decimals,
           settings.increment};
 }
 
-std::optional<ItemCourse> ItemCourse::of(const ClFmtColInf& column, std::int32_t layout_kind) {
+std::optional<ItemCourse> ItemCourse::of(const ClFmtColInf& column, LayoutKind layout_kind) {
   ItemCourse item;
   item.sizes_.push_back(0);
   const bool has_values = column.record.generation_type != generation_type::initial_value;

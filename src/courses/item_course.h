@@ -15,7 +15,7 @@ namespace korvex {
 class ItemCourse {
  public:
   // Nothing for an item with an element that has no course.
-  static std::optional<ItemCourse> of(const ClFmtColInf& column, std::int32_t layout_kind);
+  static std::optional<ItemCourse> of(const ClFmtColInf& column, LayoutKind layout_kind);
 
   const std::vector<std::unique_ptr<const Course>>& elements() const { return elements_; }
 
@@ -43,6 +43,6 @@ class ItemCourse {
 };
 
 // What the elements of an item's settings share.
-ElementContext element_context(const ClFmtColInf& column, std::int32_t layout_kind);
+ElementContext element_context(const ClFmtColInf& column, LayoutKind layout_kind);
 
 }  // namespace korvex

@@ -61,7 +61,7 @@ class LiteralElement {
   void set_text(std::string_view text);
 
   const FmtItemRec& settings_;
-  const std::int32_t increment_sign_;
+  const Sign increment_sign_;
   const bool is_lead_;
 
   // The text written next.

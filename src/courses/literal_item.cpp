@@ -6,7 +6,7 @@
 
 namespace korvex {
 
-LiteralItem::LiteralItem(const ClFmtColInf& column, std::int32_t layout_kind) {
+LiteralItem::LiteralItem(const ClFmtColInf& column, LayoutKind layout_kind) {
   const ElementContext context = element_context(column, layout_kind);
   for (const auto& element : column.elements) {
     elements_.push_back(make_literal_element(context, *element));

@@ -13,7 +13,7 @@ namespace korvex {
 // module would have made. Keeps references to the settings, which must outlive it.
 class LiteralItem {
  public:
-  LiteralItem(const ClFmtColInf& column, std::int32_t layout_kind);
+  LiteralItem(const ClFmtColInf& column, LayoutKind layout_kind);
 
   // Bytes that write() may need.
   std::size_t room() const { return elements_.size() * Course::max_text_size; }

@@ -172,11 +172,11 @@ class LiteralNumber : public LiteralElement {
   const bool writes_sign_;
   const bool fraction_only_;
   const Direction direction_;
-  const std::int32_t turned_sign_;  // through zero: the sign beyond it
+  const Sign turned_sign_;  // through zero: the sign beyond it
   const std::int64_t step_high_;
   const std::int64_t step_low_;
 
-  std::int32_t sign_ = 0;
+  Sign sign_{};
   std::int64_t high_ = 0;
   std::int64_t low_ = 0;
 };

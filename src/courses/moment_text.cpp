@@ -44,7 +44,7 @@ MomentFields fields_of(const FmtValRec& value) {
   return {value.year, value.month, value.day, value.hour, value.minute, value.second};
 }
 
-MomentLayout::MomentLayout(std::int32_t kind, std::int32_t width, std::int32_t layout)
+MomentLayout::MomentLayout(FormatKind kind, std::int32_t width, LayoutKind layout)
     : has_date_(kind != format_kind::time),
       has_time_(kind == format_kind::time || kind == format_kind::timestamp),
       width_is_short_(width == short_width) {

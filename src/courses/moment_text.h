@@ -23,7 +23,7 @@ MomentFields fields_of(const FmtValRec& value);
 // How a date, time or timestamp element is laid out in a target.
 class MomentLayout {
  public:
-  MomentLayout(std::int32_t format_kind, std::int32_t width, std::int32_t layout_kind);
+  MomentLayout(FormatKind format_kind, std::int32_t width, LayoutKind layout_kind);
 
   // As the target shows it, with its separators. Writes at most max_size bytes; answers how many.
   std::size_t write_display(const MomentFields& fields, char* out) const;

@@ -55,7 +55,8 @@ std::int32_t run_data_generation(const char* control_path, void* parent, std::in
   return guarded(
       [&] {
         const CallOwner owner(parent);
-        ClDataGenerationDlg dialog(owner_widget(parent), control_path, run_mode, quotation_lock);
+        ClDataGenerationDlg dialog(owner_widget(parent), control_path, RunMode{run_mode},
+                                   quotation_lock);
         return run_owned(dialog, parent);
       },
       not_shown);

@@ -49,8 +49,8 @@ std::int32_t run_dialog(const char* function, Run run) {
   });
 }
 
-std::int32_t run_data_generation(const char* function, const char* path, void* parent,
-                                 std::int32_t mode, std::int32_t quotation_lock) {
+std::int32_t run_data_generation(const char* function, const char* path, void* parent, RunMode mode,
+                                 std::int32_t quotation_lock) {
   return run_dialog(function, [&](const korvex_dialogs& desktop) {
     return desktop.run_data_generation(path_of(path).c_str(), parent, mode, quotation_lock);
   });
@@ -89,7 +89,7 @@ int32_t DGCreateData(const char* control_file_path, int32_t output_option, void*
   const std::int32_t answer = guarded([&] {
     ClGenerateDataFile generator;
     generator.main.control_path = path_of(control_file_path);
-    generator.output_option = output_option;
+    generator.output_option = OutputOption{output_option};
     generator.parent = parent;
     generator.repeat_item_count = repeat_item_count;
     const ErrorCode result = guarded([&] { return generator.run(); });

@@ -97,7 +97,7 @@ Result<std::int32_t> read_number_in_text(std::string_view directive, bool is_fir
   }
   if (!is_first) return error::signed_part_not_first;
   element.kind = format_kind::signed_number;
-  element.sign = 1;
+  element.sign = number_sub_kind::with_sign;
   ++element.width;
   return element.width;
 }

@@ -30,11 +30,11 @@ Span span_key(const FmtItemRec& element, const FmtValRec& value) {
 Span difference(Span a, Span b) { return {a.low - b.low, a.high - b.high}; }
 Span sum(Span a, Span b) { return {a.low + b.low, a.high + b.high}; }
 
-bool is_minus(std::int32_t sign) { return sign == sign_minus; }
+bool is_minus(Sign sign) { return sign == sign_minus; }
 
-// A signed number's way of counting; 0 for directions that lead nowhere, whose span stays 0.
-std::int32_t number_direction(Span start, Span end, bool start_minus, bool end_minus,
-                              bool increment_minus, Span& span) {
+// A signed number's way of counting. Directions that lead nowhere have none; their span stays 0.
+NumberSubKind number_direction(Span start, Span end, bool start_minus, bool end_minus,
+                               bool increment_minus, Span& span) {
   if (!start_minus && !end_minus) {
     span = increment_minus ? difference(start, end) : difference(end, start);
     return increment_minus ? number_sub_kind::plus_plus_down : number_sub_kind::plus_plus_up;
@@ -51,7 +51,7 @@ std::int32_t number_direction(Span start, Span end, bool start_minus, bool end_m
     span = sum(start, end);
     return number_sub_kind::minus_plus_up;
   }
-  return 0;
+  return number_sub_kind::without_sign;
 }
 
 ErrorCode check_span(const FmtItemRec& element, Span span, const FmtValRec& increment) {

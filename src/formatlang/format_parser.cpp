@@ -92,7 +92,7 @@ class ElementBuilder {
   FmtItemRec& append(std::string_view text) {
     FmtItemRec& element = parsed_.elements.emplace_back();
     element.sequence = static_cast<std::int32_t>(parsed_.elements.size());
-    element.sign = item_.signed_flag;
+    element.sign = NumberSubKind{item_.signed_flag};
     store_field(element.text, text);
     return element;
   }

@@ -63,7 +63,7 @@ ErrorCode check_increment(const ItemAttributes& item, const RangeTexts& texts) {
 }
 
 // Full-width texts must run in the direction of the increment.
-bool runs_forward(std::string_view start, std::string_view end, std::int32_t increment_sign) {
+bool runs_forward(std::string_view start, std::string_view end, Sign increment_sign) {
   const int order = platform::compare_characters(start, end);
   return increment_sign == sign_minus ? order > 0 : order < 0;
 }
@@ -107,8 +107,7 @@ SplitValue split_value(std::string_view value) {
 
 // Walks the start and end values side by side; with NationalCount::split the lists are rewritten so
 // that each full-width character becomes a value of its own.
-ErrorCode order_character_values(RangeTexts& texts, std::int32_t increment_sign,
-                                 NationalCount national) {
+ErrorCode order_character_values(RangeTexts& texts, Sign increment_sign, NationalCount national) {
   const Values starts = cut_list(texts.start);
   const Values ends = cut_list(texts.end);
   std::string new_start;
@@ -175,7 +174,7 @@ ErrorCode check_once(const ItemAttributes& item, ValueClass item_class, const Ra
   if (result != error::none) return result;
 
   RangeTexts texts = entered;
-  const std::int32_t increment_sign = split_sign(entered.increment).sign;
+  const Sign increment_sign = split_sign(entered.increment).sign;
   if (item_class == ValueClass::national) {
     if (!runs_forward(texts.start, texts.end, increment_sign)) return error::inconsistent_values;
     texts.start =

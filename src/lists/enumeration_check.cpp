@@ -79,7 +79,7 @@ ErrorCode open_values(const std::string& path, File& file) {
 // was kept.
 class BadLineReport {
  public:
-  BadLineReport(const std::string& path, std::int32_t layout_kind)
+  BadLineReport(const std::string& path, LayoutKind layout_kind)
       : path_(path), layout_kind_(layout_kind) {}
 
   bool open() { return file_.create(path_, over_old_report) == FileCause::none; }
@@ -110,7 +110,7 @@ class BadLineReport {
       .link = platform::Replacing::Link::replaced, .holds_old = true, .removes_old = true};
 
   const std::string& path_;
-  std::int32_t layout_kind_;
+  LayoutKind layout_kind_;
   platform::ReplacingFile file_;
   bool has_lines_ = false;
 };

@@ -20,7 +20,7 @@ constexpr std::int64_t fewest_planned = 4;
 
 }  // namespace
 
-BlockAssembler::BlockAssembler(RecordAssembler& records, std::int32_t layout_kind)
+BlockAssembler::BlockAssembler(RecordAssembler& records, LayoutKind layout_kind)
     : records_(records), drops_last_comma_(layout_kind == layout_kind::iso) {
   for (const ItemGenerator* item : records_.fields()) may_foresee_ &= item->may_be_foreseen();
   may_foresee_ &= !records_.fields().empty();

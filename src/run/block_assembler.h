@@ -22,7 +22,7 @@ namespace korvex {
 class BlockAssembler {
  public:
   // Keeps a reference to the record assembler, which must have all its fields.
-  BlockAssembler(RecordAssembler& records, std::int32_t layout_kind);
+  BlockAssembler(RecordAssembler& records, LayoutKind layout_kind);
 
   // Appends up to `most` of the next lines, with their ends; answers how many. 0 when the next
   // record must be left to the record assembler.

@@ -32,7 +32,7 @@ class ClGenerateDataFile : public platform::Object {
   Result<std::uint64_t> measure();
 
   ClColMain main;
-  std::int32_t output_option = 0;
+  OutputOption output_option = plain_output;
   void* parent = nullptr;
   std::uint64_t repeat_item_count = 0;
   std::int32_t bad_line = 0;

@@ -12,7 +12,7 @@ constexpr std::size_t field_frame_size = 3;
 
 }  // namespace
 
-ItemGenerator::ItemGenerator(const ClFmtColInf& column, std::int32_t layout_kind, bool quotation)
+ItemGenerator::ItemGenerator(const ClFmtColInf& column, LayoutKind layout_kind, bool quotation)
     : column_(column),
       settings_(column.record),
       layout_kind_(layout_kind),
@@ -31,15 +31,30 @@ ItemGenerator::ItemGenerator(const ClFmtColInf& column, std::int32_t layout_kind
 
 void ItemGenerator::join_repeat(const ClRepeatData* next) {
   if (is_initial_value_) return;
-  if (!is_repeat_member_) mode_ += assembly_mode::repeat_member;
   is_repeat_member_ = true;
+  choose_mode();
   next_entry_ = next;
 }
 
 void ItemGenerator::set_enumeration(std::unique_ptr<ClEnumDataList> values) {
   enumeration_ = std::move(values);
   list_cursor_.emplace(*enumeration_);
-  raise_mode();
+  add_list_field();
+}
+
+void ItemGenerator::add_list_field() {
+  ++list_fields_;
+  choose_mode();
+}
+
+void ItemGenerator::choose_mode() {
+  if (list_fields_ == 0) {
+    mode_ = is_repeat_member_ ? AssemblyMode::repeat_member : AssemblyMode::plain;
+  } else if (list_fields_ == 1) {
+    mode_ = is_repeat_member_ ? AssemblyMode::enumeration_repeat_member : AssemblyMode::enumeration;
+  } else {
+    mode_ = AssemblyMode::plain;
+  }
 }
 
 void ItemGenerator::clear_wrapped() {
@@ -49,17 +64,17 @@ void ItemGenerator::clear_wrapped() {
 
 ErrorCode ItemGenerator::append_other(LineBlock& line, const RunState& run) {
   switch (mode_) {
-    case assembly_mode::enumeration:
+    case AssemblyMode::enumeration:
       return append_next_enumeration(line);
-    case assembly_mode::repeat_member:
+    case AssemblyMode::repeat_member:
       if (!run.repeats_finished) return append_repeated(line, run);
       if (repeats_from_start()) return append_plain(line);
       break;
-    case assembly_mode::enumeration_repeat_member:
+    case AssemblyMode::enumeration_repeat_member:
       if (!run.repeats_finished) return append_repeated_enumeration(line, run);
       if (repeats_from_start()) return append_next_enumeration(line);
       break;
-    default:
+    case AssemblyMode::plain:
       return append_plain(line);
   }
   append_empty(line);

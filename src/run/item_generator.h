@@ -23,12 +23,12 @@ namespace korvex {
 class ClRepeatData;
 
 // Where an item's values come from and whether it repeats.
-namespace assembly_mode {
-inline constexpr std::int32_t plain = 0;
-inline constexpr std::int32_t repeat_member = 1;
-inline constexpr std::int32_t enumeration = 2;  // added to the mode once the values are loaded
-inline constexpr std::int32_t enumeration_repeat_member = 3;
-}  // namespace assembly_mode
+enum class AssemblyMode : std::uint8_t {
+  plain,
+  repeat_member,
+  enumeration,
+  enumeration_repeat_member,
+};
 
 // What a field needs to know of the run.
 struct RunState {
@@ -57,11 +57,11 @@ struct FieldOutlook {
 // Keeps references to the item's settings, which must outlive it.
 class ItemGenerator {
  public:
-  ItemGenerator(const ClFmtColInf& column, std::int32_t layout_kind, bool quotation);
+  ItemGenerator(const ClFmtColInf& column, LayoutKind layout_kind, bool quotation);
 
   // Appends the field, or answers the code that fails the run.
   ErrorCode append(LineBlock& line, const RunState& run) {
-    return mode_ == assembly_mode::plain ? append_plain(line) : append_other(line, run);
+    return mode_ == AssemblyMode::plain ? append_plain(line) : append_other(line, run);
   }
 
   // Whether records may ever be foreseen. An item that stands in several fields takes a step in
@@ -100,14 +100,14 @@ class ItemGenerator {
   // for the innermost; both must outlive this object.
   void join_repeat(const ClRepeatData* next);
 
-  // Gives the item its enumeration values and raises its mode.
+  // Gives the item its enumeration values, for its first field.
   void set_enumeration(std::unique_ptr<ClEnumDataList> values);
   bool has_enumeration() const { return enumeration_ != nullptr; }
   // Null without.
   const ClEnumDataList* enumeration() const { return enumeration_.get(); }
 
-  // Each field with the item raises the mode once; raised twice it is none that takes values.
-  void raise_mode() { mode_ += assembly_mode::enumeration; }
+  // Tells of each further field with the item: in several it takes no values from its list.
+  void add_list_field();
 
   // Whether the elements go in closed form.
   bool has_course() const { return course_.has_value(); }
@@ -159,13 +159,14 @@ class ItemGenerator {
     *out++ = ',';
     return out;
   }
+  void choose_mode();
   void append_empty(LineBlock& line) const;
   void end_cycle();
   void restart();
   void place(Steps step);
   bool outer_waits(const RunState& run) const;
   bool takes_values_from_list() const {
-    return mode_ == assembly_mode::enumeration || mode_ == assembly_mode::enumeration_repeat_member;
+    return mode_ == AssemblyMode::enumeration || mode_ == AssemblyMode::enumeration_repeat_member;
   }
   void skip_literal(Steps values);
 
@@ -183,7 +184,7 @@ class ItemGenerator {
 
   const ClFmtColInf& column_;
   const FmtColRec& settings_;
-  const std::int32_t layout_kind_;
+  const LayoutKind layout_kind_;
   // An item without values is never quoted and has no elements to walk.
   const bool is_initial_value_;
   const bool quoted_;
@@ -197,7 +198,8 @@ class ItemGenerator {
   std::unique_ptr<LiteralItem> literal_;
 
   std::int32_t fields_ = 0;
-  std::int32_t mode_ = assembly_mode::plain;
+  AssemblyMode mode_ = AssemblyMode::plain;
+  std::int32_t list_fields_ = 0;
 
   bool is_repeat_member_ = false;
   const ClRepeatData* next_entry_ = nullptr;

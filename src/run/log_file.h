@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "values/error_codes.h"
+#include "values/records.h"
 
 namespace korvex {
 

@@ -16,7 +16,7 @@ constexpr std::size_t device_block_size = platform::File::direct_write_size;
 
 }  // namespace
 
-RecordWriter::RecordWriter(platform::File& file, std::int32_t output_option)
+RecordWriter::RecordWriter(platform::File& file, OutputOption output_option)
     : file_(file),
       block_size_(file.is_regular() ? file_block_size : device_block_size),
       lines_(block_size_ + file_block_size / 4),

@@ -10,7 +10,7 @@
 namespace korvex {
 
 // The output option of DGCreateData that limits the output, asks about repeats and allows Cancel.
-inline constexpr std::int32_t guarded_output = 2;
+enum OutputOption : std::int32_t { plain_output = 0, guarded_output = 2 };
 
 // With it, the line that would bring the file to this size is not written.
 inline constexpr std::uint32_t output_limit_bytes = 2'147'483'647;
@@ -18,7 +18,7 @@ inline constexpr std::uint32_t output_limit_bytes = 2'147'483'647;
 // Writes lines in blocks.
 class RecordWriter {
  public:
-  RecordWriter(platform::File& file, std::int32_t output_option);
+  RecordWriter(platform::File& file, OutputOption output_option);
 
   // Where the next lines are assembled.
   LineBlock& lines() { return lines_; }

@@ -23,7 +23,7 @@ std::uint64_t multiply(std::uint64_t a, std::uint64_t b) {
   return __builtin_mul_overflow(a, b, &product) ? most : product;
 }
 
-bool is_date_or_time(std::int32_t kind) {
+bool is_date_or_time(FormatKind kind) {
   return kind == format_kind::date || kind == format_kind::date_unchecked ||
          kind == format_kind::time || kind == format_kind::timestamp;
 }

@@ -25,7 +25,7 @@ Result<bool> load_settings(ClColMain& main) {
 }
 
 LineForm line_form(const ClColMain& main) {
-  return {main.layout_kind(), main.settings.quotation() == 1};
+  return {main.layout_kind(), main.settings.quotation() == quotation::double_mark};
 }
 
 ErrorCode Run::prepare(ClColMain& main, LineForm form, const ListLoader& load_list) {
@@ -62,9 +62,9 @@ ErrorCode Run::prepare_item(const ClFmtColInf& column, const ListLoader& load_li
   ItemGenerator& generator = item_generator(column);
   records_.add_field(generator);
   if (settings.generation_type == generation_type::enumeration) {
-    // An item that stands in several fields has its values already; it only changes its mode again.
+    // An item that stands in several fields has its values already; it only takes them otherwise.
     if (generator.has_enumeration()) {
-      generator.raise_mode();
+      generator.add_list_field();
     } else {
       auto values = std::make_unique<ClEnumDataList>();
       const ErrorCode result = load_list(settings, *values);

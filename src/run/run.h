@@ -19,7 +19,7 @@ namespace korvex {
 
 // How the records of a run become lines.
 struct LineForm {
-  std::int32_t layout_kind = 0;
+  LayoutKind layout_kind{};
   bool quotation = false;  // values of quoted attributes stand between quotation marks
 };
 

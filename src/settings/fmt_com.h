@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "platform/runtime_class.h"
@@ -8,8 +9,6 @@
 #include "values/records.h"
 
 namespace korvex {
-
-inline constexpr std::int32_t no_level = -1;
 
 // One settings file in memory: its header and its levels, which it owns.
 class ClFmtCom : public platform::Object {
@@ -23,7 +22,7 @@ class ClFmtCom : public platform::Object {
   void discard_levels();
 
   FmtHeadRec header = {};
-  std::int32_t current_index = no_level;
+  std::optional<std::size_t> current_index;
   std::vector<char> file_bytes;  // as read; raw levels are views into them
   platform::ObjectList<ClFmtLvlInf> levels;
 };

@@ -26,15 +26,15 @@ namespace {
 // mends the cause goes on working on it.
 class EmptyLevel {
  public:
-  explicit EmptyLevel(ClFmtCom& com) : com_(com), index_(com.current_index) {
+  explicit EmptyLevel(ClFmtCom& com) : com_(com), index_(*com.current_index) {
     if (com_.current_level()->has_settings()) return;
-    level_ = std::move(com_.levels[static_cast<std::size_t>(index_)]);
-    com_.levels.erase(com_.levels.begin() + index_);
-    com_.current_index = no_level;
+    level_ = std::move(com_.levels[index_]);
+    com_.levels.erase(place());
+    com_.current_index.reset();
   }
   ~EmptyLevel() {
     if (level_ == nullptr) return;
-    com_.levels.insert(com_.levels.begin() + index_, std::move(level_));
+    com_.levels.insert(place(), std::move(level_));
     com_.current_index = index_;
   }
   EmptyLevel(const EmptyLevel&) = delete;
@@ -43,8 +43,12 @@ class EmptyLevel {
   void forget() { level_.reset(); }
 
  private:
+  platform::ObjectList<ClFmtLvlInf>::iterator place() {
+    return com_.levels.begin() + static_cast<std::ptrdiff_t>(index_);
+  }
+
   ClFmtCom& com_;
-  std::int32_t index_;
+  std::size_t index_;
   std::unique_ptr<ClFmtLvlInf> level_;
 };
 
@@ -57,7 +61,7 @@ void ClFmtFile::set_paths(const std::string& file_path, const std::string& work_
 }
 
 Result<std::int32_t> ClFmtFile::load(std::int32_t level, std::int32_t records,
-                                     std::int32_t layout_kind) {
+                                     LayoutKind layout_kind) {
   try {
     const ErrorCode upgraded = upgrade_settings_file(file_path_, layout_kind);
     if (upgraded != error::none) return upgraded;
@@ -77,18 +81,18 @@ Result<std::int32_t> ClFmtFile::load(std::int32_t level, std::int32_t records,
   }
 }
 
-void ClFmtFile::begin(std::int32_t level, std::int32_t records, std::int32_t layout_kind) {
+void ClFmtFile::begin(std::int32_t level, std::int32_t records, LayoutKind layout_kind) {
   com_.discard_levels();
   com_.header = {};
   std::memcpy(com_.header.magic, current_magic.data(), current_magic.size());
   com_.header.layout_kind = layout_kind;
   com_.header.level_count = 1;
   com_.append_level(level, records);
-  quotation_ = layout_kind == layout_kind::iso ? 1 : 0;
+  quotation_ = layout_kind == layout_kind::iso ? quotation::double_mark : quotation::none;
 }
 
 Result<std::int32_t> ClFmtFile::load_existing(std::int32_t level, std::int32_t records,
-                                              std::int32_t layout_kind) {
+                                              LayoutKind layout_kind) {
   const ErrorCode result = read_settings(held_file_, level, records, layout_kind, com_);
   if (result != error::none) return result;
   quotation_ = com_.header.quotation;
@@ -99,7 +103,7 @@ ErrorCode ClFmtFile::nothing_to_save() const {
   return platform::exists(file_path_) ? error::all_settings_deleted : error::no_format_for_item;
 }
 
-ErrorCode ClFmtFile::save(std::int32_t quotation) {
+ErrorCode ClFmtFile::save(Quotation quotation) {
   try {
     return save_levels(quotation);
   } catch (const std::bad_alloc&) {
@@ -107,7 +111,7 @@ ErrorCode ClFmtFile::save(std::int32_t quotation) {
   }
 }
 
-ErrorCode ClFmtFile::save_levels(std::int32_t quotation) {
+ErrorCode ClFmtFile::save_levels(Quotation quotation) {
   if (com_.levels.empty()) return nothing_to_save();
   platform::ReplacingFile file;
   if (file.create_in(work_folder_, temporary_moment_, file_path_, {.is_synchronised = true}) !=
@@ -185,7 +189,7 @@ ErrorCode ClFmtFile::set_initial_value(std::int32_t item_number, const ItemAttri
 }
 
 void ClFmtFile::set_enumeration(std::int32_t item_number, const std::string& path,
-                                std::int32_t exceeded_action) {
+                                ExceededAction exceeded_action) {
   FmtColRec& settings = find_column(item_number)->record;
   settings.generation_type = generation_type::enumeration;
   settings.exceeded_action = exceeded_action;

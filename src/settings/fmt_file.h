@@ -13,14 +13,19 @@ namespace korvex {
 
 // Run modes: what a call is for.
 namespace run_mode {
-inline constexpr std::int32_t data_file_dialog = 1;
-inline constexpr std::int32_t settings_only = 2;
-inline constexpr std::int32_t generator = 3;
+enum Mode : std::int32_t {
+  none = 0,
+  data_file_dialog = 1,
+  settings_only = 2,
+  generator = 3,
+};
 }  // namespace run_mode
+
+using RunMode = run_mode::Mode;
 
 // One item's settings in the form in which they are edited.
 struct EditedSettings {
-  std::int32_t generation_type = 0;
+  GenerationType generation_type = generation_type::none;
   std::int32_t referenced_item = 0;
   std::int32_t variable_count = 0;  // directives of the last validated format
   RangeChoices choices;
@@ -43,15 +48,15 @@ class ClFmtFile : public platform::Object {
   // many items have settings: 0 when the file or its folder does not exist, and when the file lacks
   // the level or has it empty. -1, -2 (also: held by somebody else), -3, -4, -5, -57; -26, -27 when
   // a file of the previous version cannot be rewritten.
-  Result<std::int32_t> load(std::int32_t level, std::int32_t records, std::int32_t layout_kind);
+  Result<std::int32_t> load(std::int32_t level, std::int32_t records, LayoutKind layout_kind);
 
   // Begins settings that no file holds yet, with one empty level.
-  void begin(std::int32_t level, std::int32_t records, std::int32_t layout_kind);
+  void begin(std::int32_t level, std::int32_t records, LayoutKind layout_kind);
 
   // Writes all levels; the file is then no longer held. -44 or -6 when nothing is left to write and
   // a file exists or not; -1, -2, -4, -26 (also: a file stands there that is not to be written),
   // -27, -68.
-  ErrorCode save(std::int32_t quotation);
+  ErrorCode save(Quotation quotation);
 
   // Deletes the file, held or not; of a link, what it leads to. A write-protected one stays.
   void delete_file();
@@ -68,7 +73,7 @@ class ClFmtFile : public platform::Object {
 
   // Makes an item with the initial value take its values from a file, which is not looked at.
   void set_enumeration(std::int32_t item_number, const std::string& path,
-                       std::int32_t exceeded_action);
+                       ExceededAction exceeded_action);
   ErrorCode delete_settings(std::int32_t item_number);
 
   // Validates and stores texts and choices of the edited copy; an empty end text stands for the
@@ -86,10 +91,9 @@ class ClFmtFile : public platform::Object {
   EditedSettings& edited() { return edited_; }
   const EditedSettings& edited() const { return edited_; }
 
-  void set_run_mode(std::int32_t mode) { run_mode_ = mode; }
+  void set_run_mode(RunMode mode) { run_mode_ = mode; }
 
-  // 1 when values of quoted attributes stand between quotation marks.
-  std::int32_t quotation() const { return quotation_; }
+  Quotation quotation() const { return quotation_; }
 
   // After a save in run mode 1: the numbers of all items of the level, in the order in which their
   // settings came into being.
@@ -99,8 +103,8 @@ class ClFmtFile : public platform::Object {
 
  private:
   Result<std::int32_t> load_existing(std::int32_t level, std::int32_t records,
-                                     std::int32_t layout_kind);
-  ErrorCode save_levels(std::int32_t quotation);
+                                     LayoutKind layout_kind);
+  ErrorCode save_levels(Quotation quotation);
   ErrorCode nothing_to_save() const;
   ErrorCode write_levels(platform::File& file);
   bool is_protected() const;
@@ -111,8 +115,8 @@ class ClFmtFile : public platform::Object {
   std::time_t temporary_moment_ = 0;
   ClFmtCom com_;
   EditedSettings edited_;
-  std::int32_t run_mode_ = 0;
-  std::int32_t quotation_ = 0;
+  RunMode run_mode_ = run_mode::none;
+  Quotation quotation_ = quotation::none;
   bool is_protection_disregarded_ = false;
   std::vector<std::int32_t> saved_items_;
 };

@@ -24,7 +24,7 @@ FmtItemRec initial_value_element(const ItemAttributes& item) {
   FmtItemRec element = {};
   element.sequence = 1;
   element.kind = format_kind::none;
-  element.sign = item.signed_flag;
+  element.sign = NumberSubKind{item.signed_flag};
   element.width = item.length;
   element.digits = static_cast<std::int32_t>(std::int64_t{item.digits} - item.decimals);
   element.decimals = item.decimals;

@@ -14,7 +14,7 @@ namespace korvex {
 
 // What the user chooses besides the texts of a range.
 struct RangeChoices {
-  std::int32_t exceeded_action = 0;
+  ExceededAction exceeded_action = exceeded_action::initialize;
   std::int32_t custom_format = 0;
 };
 

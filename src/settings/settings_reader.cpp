@@ -11,7 +11,7 @@ namespace {
 
 // Header and level table; the level `level` becomes current.
 ErrorCode read_tables(platform::File& file, std::int32_t level, std::int32_t records,
-                      std::int32_t layout_kind, ClFmtCom& com) {
+                      LayoutKind layout_kind, ClFmtCom& com) {
   std::uint64_t size = 0;
   std::size_t count = 0;
   if (file.size(size) != platform::FileCause::none ||
@@ -31,13 +31,12 @@ ErrorCode read_tables(platform::File& file, std::int32_t level, std::int32_t rec
         count < sizeof record) {
       return error::cannot_read;
     }
-    if (record.level == level) {
-      record.records = records;
-      com.current_index = i;
-    }
+    const bool is_wanted = record.level == level;
+    if (is_wanted) record.records = records;
     com.levels.push_back(std::make_unique<ClFmtLvlInf>(record));
+    if (is_wanted) com.current_index = com.levels.size() - 1;
   }
-  if (com.current_index == no_level) com.append_level(level, records);
+  if (!com.current_index) com.append_level(level, records);
   return error::none;
 }
 
@@ -177,7 +176,7 @@ bool read_front(platform::File& file, std::uint64_t size, std::vector<char>& byt
 }
 
 ErrorCode read_settings(platform::File& file, std::int32_t level, std::int32_t records,
-                        std::int32_t layout_kind, ClFmtCom& com) {
+                        LayoutKind layout_kind, ClFmtCom& com) {
   com.discard_levels();
   ErrorCode result = read_tables(file, level, records, layout_kind, com);
   if (result == error::none) {

@@ -59,6 +59,6 @@ bool read_front(platform::File& file, std::uint64_t size, std::vector<char>& byt
 // the file itself. Codes: -3 truncated, -4 a data area inside the tables, -5 no current settings
 // file, -57 of another layout kind. On an error `com` holds no levels. May raise std::bad_alloc.
 ErrorCode read_settings(platform::File& file, std::int32_t level, std::int32_t records,
-                        std::int32_t layout_kind, ClFmtCom& com);
+                        LayoutKind layout_kind, ClFmtCom& com);
 
 }  // namespace korvex

@@ -133,7 +133,7 @@ class Upgrade {
 };
 
 // Whether the file is one of the previous version: the header alone tells.
-Result<bool> needs_upgrade(File& source, std::int32_t layout_kind) {
+Result<bool> needs_upgrade(File& source, LayoutKind layout_kind) {
   FmtHeadRec header = {};
   std::size_t count = 0;
   if (source.read(&header, sizeof header, count) != FileCause::none || count < sizeof header) {
@@ -157,7 +157,7 @@ ErrorCode upgrade_into(File& source, File& work) {
   return cause == FileCause::none ? error::none : write_failure(cause);
 }
 
-ErrorCode upgrade(const std::string& path, std::int32_t layout_kind) {
+ErrorCode upgrade(const std::string& path, LayoutKind layout_kind) {
   File source;
   const FileCause opened = source.open_for_reading(path, platform::Sharing::exclusive);
   if (is_missing(opened)) return error::none;
@@ -179,7 +179,7 @@ ErrorCode upgrade(const std::string& path, std::int32_t layout_kind) {
 
 }  // namespace
 
-ErrorCode upgrade_settings_file(const std::string& path, std::int32_t layout_kind) {
+ErrorCode upgrade_settings_file(const std::string& path, LayoutKind layout_kind) {
   try {
     return upgrade(path, layout_kind);
   } catch (const std::bad_alloc&) {

@@ -14,6 +14,6 @@ namespace korvex {
 // Codes: -1 memory, -2 the file or the work file cannot be opened, -3 truncated, -5 no settings
 // file, -57 of another layout kind, -4 too large for the current version, -26 or -27 writing
 // failed. After a failure the file is as it was.
-ErrorCode upgrade_settings_file(const std::string& path, std::int32_t layout_kind);
+ErrorCode upgrade_settings_file(const std::string& path, LayoutKind layout_kind);
 
 }  // namespace korvex

@@ -6,7 +6,8 @@
 
 #include "values/attributes.h"
 
-// The fixed-layout records of a settings file and the numbers that stand in them.
+// The fixed-layout records of a settings file and the numbers that stand in them. A number from a
+// file may be any of 32 bits, whatever its type names.
 //
 // Records are plain data, written to the file byte for byte: little-endian, packed, texts
 // zero-terminated in code page 932 with the rest of their field zero. Whoever reads a record from a
@@ -24,8 +25,7 @@ inline constexpr std::size_t enumeration_path_size = 268;
 inline constexpr std::size_t magic_size = 24;
 
 // Signs of a value and directions of an increment.
-inline constexpr std::int32_t sign_plus = 1;
-inline constexpr std::int32_t sign_minus = 2;
+enum Sign : std::int32_t { sign_plus = 1, sign_minus = 2 };
 
 // A number is held as two halves of nine decimal digits each.
 inline constexpr std::int64_t half_base = 1'000'000'000;
@@ -34,55 +34,88 @@ inline constexpr int max_number_digits = 2 * half_digits;
 
 // What one format element produces.
 namespace format_kind {
-inline constexpr std::int32_t none = 0;
-inline constexpr std::int32_t signed_number = 900;
-inline constexpr std::int32_t unsigned_number = 901;
-inline constexpr std::int32_t signed_number_simple = 902;
-inline constexpr std::int32_t unsigned_number_in_text = 903;
-inline constexpr std::int32_t upper_letters = 904;
-inline constexpr std::int32_t national_character = 905;
-inline constexpr std::int32_t date = 906;
-inline constexpr std::int32_t date_unchecked = 907;
-inline constexpr std::int32_t lower_letters = 908;
-inline constexpr std::int32_t fixed = 999;
-inline constexpr std::int32_t time = 1002;
-inline constexpr std::int32_t timestamp = 1003;
+enum Kind : std::int32_t {
+  none = 0,
+  signed_number = 900,
+  unsigned_number = 901,
+  signed_number_simple = 902,
+  unsigned_number_in_text = 903,
+  upper_letters = 904,
+  national_character = 905,
+  date = 906,
+  date_unchecked = 907,
+  lower_letters = 908,
+  fixed = 999,
+  time = 1002,
+  timestamp = 1003,
+};
 }  // namespace format_kind
 
-// How a signed number counts, by the signs of start, end and increment.
+using FormatKind = format_kind::Kind;
+
+// How a signed number counts, by the signs of start, end and increment. Before its values are
+// checked, and for elements of other kinds: whether the item has a sign.
 namespace number_sub_kind {
-inline constexpr std::int32_t plus_plus_up = 10;
-inline constexpr std::int32_t plus_plus_down = 11;
-inline constexpr std::int32_t plus_minus_down = 12;
-inline constexpr std::int32_t minus_minus_down = 20;
-inline constexpr std::int32_t minus_minus_up = 21;
-inline constexpr std::int32_t minus_plus_up = 22;
+enum Kind : std::int32_t {
+  without_sign = 0,
+  with_sign = 1,
+  plus_plus_up = 10,
+  plus_plus_down = 11,
+  plus_minus_down = 12,
+  minus_minus_down = 20,
+  minus_minus_up = 21,
+  minus_plus_up = 22,
+};
 }  // namespace number_sub_kind
 
+using NumberSubKind = number_sub_kind::Kind;
+
 namespace generation_type {
-inline constexpr std::int32_t none = 0;
-inline constexpr std::int32_t initial_value = 1;
-inline constexpr std::int32_t range = 2;
-inline constexpr std::int32_t reference = 3;
-inline constexpr std::int32_t enumeration = 4;
+enum Type : std::int32_t {
+  none = 0,
+  initial_value = 1,
+  range = 2,
+  reference = 3,
+  enumeration = 4,
+};
 }  // namespace generation_type
 
+using GenerationType = generation_type::Type;
+
 namespace exceeded_action {
-inline constexpr std::int32_t initialize = 0;
-inline constexpr std::int32_t repeat = 1;
+enum Action : std::int32_t {
+  initialize = 0,
+  repeat = 1,
+};
 }  // namespace exceeded_action
+
+using ExceededAction = exceeded_action::Action;
 
 // What the records describe: a record file, a database table, or the third kind, whose lines end
 // without a comma.
 namespace layout_kind {
-inline constexpr std::int32_t record_file = 1;
-inline constexpr std::int32_t table = 2;
-inline constexpr std::int32_t iso = 3;
+enum Kind : std::int32_t {
+  record_file = 1,
+  table = 2,
+  iso = 3,
+};
 }  // namespace layout_kind
+
+using LayoutKind = layout_kind::Kind;
+
+// What stands around the values of quoted attributes.
+namespace quotation {
+enum Mark : std::int32_t {
+  none = 0,
+  double_mark = 1,
+};
+}  // namespace quotation
+
+using Quotation = quotation::Mark;
 
 // One parsed start, end, current or increment value.
 struct FmtValRec {
-  std::int32_t sign;
+  Sign sign;
   // Numbers: index of the decimal point in the text as entered. Characters: byte at which the
   // counting part begins.
   std::int32_t position;
@@ -101,9 +134,8 @@ struct FmtValRec {
 // One format element.
 struct FmtItemRec {
   std::int32_t sequence;
-  std::int32_t kind;
-  // The signed flag of the item; for a checked signed number its number_sub_kind.
-  std::int32_t sign;
+  FormatKind kind;
+  NumberSubKind sign;
   std::int32_t width;
   std::int32_t digits;
   std::int32_t decimals;
@@ -132,8 +164,8 @@ struct FmtColRec {
   FmtValRec increment;
   char increment_text[increment_text_size];
   char format[format_text_size];
-  std::int32_t exceeded_action;
-  std::int32_t generation_type;
+  ExceededAction exceeded_action;
+  GenerationType generation_type;
   std::int32_t referenced_item;
   std::int32_t custom_format;
   std::int32_t repeat_flag;
@@ -155,8 +187,8 @@ struct FmtLvlRec {
 
 struct FmtHeadRec {
   char magic[magic_size];
-  std::int32_t layout_kind;
-  std::int32_t quotation;
+  LayoutKind layout_kind;
+  Quotation quotation;
   std::int32_t level_count;
   std::int32_t reserved[2];
 };

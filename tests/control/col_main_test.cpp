@@ -15,7 +15,7 @@ using namespace test;
 class ColMainTest : public testing::Test {
  protected:
   std::int32_t load(ClColMain& run, const std::string& bytes,
-                    std::int32_t mode = run_mode::data_file_dialog) const {
+                    RunMode mode = run_mode::data_file_dialog) const {
     write_file(folder.file("control"), bytes);
     run.control_path = folder.file("control");
     run.set_run_mode(mode);
@@ -37,8 +37,8 @@ TEST_F(ColMainTest, ReadsEachFieldFromItsOffset) {
   bytes += control_item({-21, cp932("名前"), "text", 22, 23, 24, 25, 6, 27, 28});
   ASSERT_EQ(load(main, bytes), 0);
   const ControlHeader& header = main.header();
-  EXPECT_EQ((std::vector{header.records, header.layout_kind, header.null_default, header.host_value,
-                         header.level, header.item_count}),
+  EXPECT_EQ((std::vector<std::int32_t>{header.records, header.layout_kind, header.null_default,
+                                       header.host_value, header.level, header.item_count}),
             (std::vector{10, 3, 1, -1, 2, 1}));
   EXPECT_EQ(main.data_path() + main.settings_path() + main.work_folder(), "/d1/s2/w3");
 
@@ -64,7 +64,7 @@ TEST_F(ColMainTest, TextsWithoutTerminatorEndWithTheirField) {
 }
 
 TEST_F(ColMainTest, ATruncatedFileIsRefusedAtEveryLength) {
-  const std::pair<std::int32_t, std::string> forms[] = {
+  const std::pair<RunMode, std::string> forms[] = {
       {run_mode::settings_only, control_bytes({}, {{}, {}})},
       {run_mode::generator, control_header({}, 2) + std::string(Bytes().i32(7).i32(-8))},
   };
@@ -89,10 +89,12 @@ TEST_F(ColMainTest, ATruncatedFileIsRefusedAtEveryLength) {
 
 TEST_F(ColMainTest, RefusesCountsThatTheFileDoesNotHold) {
   constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
-  for (const std::int32_t mode : {1, 2, 3}) {
+  for (const RunMode mode :
+       {run_mode::data_file_dialog, run_mode::settings_only, run_mode::generator}) {
     for (const std::int32_t count : {-1, -most - 1, 2, 3000, most}) {
       ClColMain hostile;
-      const std::string items = mode == 3 ? std::string(Bytes().i32(1)) : control_item({});
+      const std::string items =
+          mode == run_mode::generator ? std::string(Bytes().i32(1)) : control_item({});
       EXPECT_EQ(load(hostile, control_header({}, count) + items, mode), -3) << count;
     }
   }
@@ -162,12 +164,12 @@ TEST_F(ColMainTest, WritesATemporaryControlFile) {
                               .work_folder = work};
   ASSERT_EQ(load(main, control_bytes(header, {{}})), 0);
   main.settings.set_run_mode(run_mode::data_file_dialog);
-  ASSERT_EQ(main.settings.load(1, 10, 1), 0);
+  ASSERT_EQ(main.settings.load(1, 10, layout_kind::record_file), 0);
   for (const std::int32_t item : {30, 10, 20}) {
     main.settings.edited().texts = {"%5U", "1", "9", "1"};
     ASSERT_EQ(main.settings.check_and_store(item, {attribute::decimal, 0, 5, 5, 0}), 0);
   }
-  ASSERT_EQ(main.settings.save(0), 0);
+  ASSERT_EQ(main.settings.save(quotation::none), 0);
   ASSERT_EQ(main.write_temporary_control_file(), 0);
   const std::string name = main.control_path.substr(work.size() + 1);
   EXPECT_EQ(name.substr(0, 2) + name.substr(17), "DG.TMP") << name;

@@ -41,7 +41,8 @@ TEST(SettingsFit, ByAttributeAndDigits) {
     record.attribute = Attribute{before[0]};
     record.length = before[1];
     record.digits = before[2];
-    EXPECT_EQ(settings_fit({Attribute{now[0]}, 0, now[1], now[2], 0}, record, kind), fits)
+    EXPECT_EQ(settings_fit({Attribute{now[0]}, 0, now[1], now[2], 0}, record, LayoutKind{kind}),
+              fits)
         << kind << ": " << item << " and " << stored;
   }
 }

@@ -18,7 +18,7 @@ namespace {
 constexpr int tested_records = 1500;
 
 // Nothing for settings that have no closed form.
-std::optional<ItemFacts> facts_of(const ClFmtColInf& column, std::int32_t layout_kind) {
+std::optional<ItemFacts> facts_of(const ClFmtColInf& column, LayoutKind layout_kind) {
   const auto course = ItemCourse::of(column, layout_kind);
   return course ? std::optional(item_facts(column, *course)) : std::nullopt;
 }
@@ -31,7 +31,7 @@ struct Seen {
   std::vector<std::string> values;
 };
 
-Seen generate(const ClFmtColInf& column, std::int32_t layout_kind, int records) {
+Seen generate(const ClFmtColInf& column, LayoutKind layout_kind, int records) {
   ItemGenerator item(column, layout_kind, false);
   RecordAssembler assembler;
   assembler.add_field(item);
@@ -91,7 +91,7 @@ void expect_counts(const ItemSettings& settings, Steps period, Steps distinct, b
   SCOPED_TRACE(settings.texts.format + " to " + settings.texts.end);
   const auto column = checked_column(settings);
   ASSERT_TRUE(column);
-  const auto facts = facts_of(*column, 1);
+  const auto facts = facts_of(*column, layout_kind::record_file);
   ASSERT_TRUE(facts);
   EXPECT_EQ(facts->period, period);
   EXPECT_EQ(facts->distinct, distinct);
@@ -99,7 +99,7 @@ void expect_counts(const ItemSettings& settings, Steps period, Steps distinct, b
   FieldFacts field;
   field.values = facts;
   const std::uint64_t records = std::uint64_t{1} << 31;
-  const std::size_t size = generate(*column, 1, 1).values[0].size();
+  const std::size_t size = generate(*column, layout_kind::record_file, 1).values[0].size();
   EXPECT_EQ(field.bytes(records), records * size);
 }
 
@@ -112,7 +112,7 @@ TEST(ItemFactsTest, TellsWhatSettingsGive) {
       RandomSettings random(seed);
       const RandomItem item = is_odd ? random.draw_odd() : random.draw();
       SCOPED_TRACE(testing::Message() << "seed " << seed << ": " << item.description());
-      const auto layout_kind = static_cast<std::int32_t>(seed % 3 + 1);
+      const auto layout_kind = static_cast<LayoutKind>(seed % 3 + 1);
       const auto facts = facts_of(*item.column, layout_kind);
       if (!facts) continue;
       ++told;

@@ -41,7 +41,7 @@ std::shared_ptr<ClFmtFile> load_settings(const Place& place, std::int32_t expect
   auto file = std::make_shared<ClFmtFile>();
   file->set_run_mode(run_mode::data_file_dialog);
   file->set_paths(place.file("out.fif"), place.work());
-  expect(file->load(1, 10, 1) == expected, "load");
+  expect(file->load(1, 10, layout_kind::record_file) == expected, "load");
   return file;
 }
 
@@ -54,12 +54,12 @@ std::shared_ptr<ClFmtFile> change_settings(const Place& place, std::int32_t expe
 
 Attempt prepare_save(Place& place) {
   write_file(place.file("out.fif"), settings_bytes({2, 1}));
-  return [file = change_settings(place, 2)] { return file->save(1); };
+  return [file = change_settings(place, 2)] { return file->save(quotation::double_mark); };
 }
 
 Attempt prepare_first_save(Place& place) {
   std::filesystem::remove(place.file("out.fif"));
-  return [file = change_settings(place, 0)] { return file->save(1); };
+  return [file = change_settings(place, 0)] { return file->save(quotation::double_mark); };
 }
 
 Attempt prepare_save_through_link(Place& place) {
@@ -67,7 +67,7 @@ Attempt prepare_save_through_link(Place& place) {
   write_file(place.file("elsewhere/real.fif"), settings_bytes({1}));
   std::filesystem::remove(place.file("out.fif"));
   std::filesystem::create_symlink("elsewhere/real.fif", place.file("out.fif"));
-  return [file = change_settings(place, 1)] { return file->save(0); };
+  return [file = change_settings(place, 1)] { return file->save(quotation::none); };
 }
 
 std::string previous_version() {
@@ -78,7 +78,9 @@ std::string previous_version() {
 
 Attempt prepare_upgrade(Place& place) {
   write_file(place.file("out.fif"), previous_version());
-  return [path = place.file("out.fif")] { return upgrade_settings_file(path, 1); };
+  return [path = place.file("out.fif")] {
+    return upgrade_settings_file(path, layout_kind::record_file);
+  };
 }
 
 // A control file of one item that leads into the place.
@@ -97,10 +99,10 @@ Attempt prepare_short_control_file(Place& place) {
   main->set_run_mode(run_mode::data_file_dialog);
   expect(main->load() == 0, "load");
   main->settings.set_run_mode(run_mode::data_file_dialog);
-  expect(main->settings.load(1, 10, 1) == 0, "load settings");
+  expect(main->settings.load(1, 10, layout_kind::record_file) == 0, "load settings");
   main->settings.edited().texts = {"%5U", "1", "9", "1"};
   expect(main->settings.check_and_store(30, {attribute::decimal, 0, 5, 5, 0}) == 0, "store");
-  expect(main->settings.save(0) == 0, "save");
+  expect(main->settings.save(quotation::none) == 0, "save");
   return [main] { return main->write_temporary_control_file(); };
 }
 
@@ -164,12 +166,12 @@ std::shared_ptr<ClGenerateDataFile> make_generator(Place& place) {
   file->edited().choices.exceeded_action = exceeded_action::repeat;
   expect(file->check_and_store(item_number, {attribute::plain_character, 0, 13, 13, 0}) == 0,
          "store");
-  expect(file->save(0) == 0, "save");
+  expect(file->save(quotation::none) == 0, "save");
   // The limits' file is made by the first run.
   read_limits(platform::SettingsStore("Host"));
   const auto generator = std::make_shared<ClGenerateDataFile>();
   generator->main.control_path = place.file("run.ctl");
-  generator->output_option = 2;
+  generator->output_option = guarded_output;
   return generator;
 }
 

@@ -27,7 +27,7 @@ constexpr ItemAttributes counter_item = {attribute::decimal, 0, 9, 9, 0};
 
 Result<std::int32_t> load(ClFmtFile& file, const GenerationSetup& setup) {
   file.set_paths(setup.settings(), setup.folder.path());
-  return file.load(1, 10, 1);
+  return file.load(1, 10, layout_kind::record_file);
 }
 
 ErrorCode store_count(ClFmtFile& file, int count) {
@@ -52,11 +52,11 @@ TEST(SharingTest, AFileThatCameIntoBeingAndIsHeldStays) {
   {
     ClFmtFile holder;
     ASSERT_EQ(load(holder, setup), 1);
-    EXPECT_EQ(late.save(0), -26);
+    EXPECT_EQ(late.save(quotation::none), -26);
     EXPECT_TRUE(same_bytes(bytes, read_file(setup.settings())));
     EXPECT_TRUE(setup.outputs().empty());
   }
-  EXPECT_EQ(late.save(0), 0);
+  EXPECT_EQ(late.save(quotation::none), 0);
 }
 
 // Each process raises a number in the settings as soon as it gets hold of them. A save that works
@@ -70,7 +70,7 @@ TEST(SharingTest, NoSaveIsLostBetweenProcesses) {
     ClFmtFile file;
     ASSERT_EQ(load(file, setup), 0);
     ASSERT_EQ(store_count(file, first_count), 0);
-    ASSERT_EQ(file.save(0), 0);
+    ASSERT_EQ(file.save(quotation::none), 0);
   }
   const auto raise_often = [&] {
     for (int done = 0; done < raises;) {
@@ -79,7 +79,7 @@ TEST(SharingTest, NoSaveIsLostBetweenProcesses) {
       if (loaded.code() == error::cannot_open) continue;
       if (loaded != 1 || file.read_item(1) != true) return 1;
       if (store_count(file, std::stoi(file.edited().texts.end) + 1) != 0) return 2;
-      if (file.save(0) != 0) return 3;
+      if (file.save(quotation::none) != 0) return 3;
       ++done;
     }
     return 0;

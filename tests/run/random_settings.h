@@ -13,7 +13,7 @@ namespace korvex::test {
 struct ItemSettings {
   ItemAttributes item;
   RangeTexts texts;
-  std::int32_t action = exceeded_action::repeat;
+  ExceededAction action = exceeded_action::repeat;
 };
 
 // The checked settings; null when a check refuses them.

@@ -11,7 +11,7 @@ constexpr std::uint64_t line_size = 1024 * 1024;
 
 // Writes lines of one size up to a last one that brings the total to `bytes`, so many of them in
 // the first block and in each later one; answers the code and how many bytes were handed over.
-std::pair<std::int32_t, std::uint64_t> write_up_to(std::uint64_t bytes, std::int32_t option,
+std::pair<std::int32_t, std::uint64_t> write_up_to(std::uint64_t bytes, OutputOption option,
                                                    int first_block = 1, int block = 1) {
   const std::string line = std::string(line_size - 1, 'x') + "\n";
   const WriteCalls calls(0);
@@ -39,7 +39,7 @@ TEST(RecordWriterTest, StopsAtTheLineThatReachesTheLimitIfGuarded) {
   const std::uint64_t whole_lines = limit / line_size * line_size;
   EXPECT_EQ(write_up_to(limit - 1, guarded_output), std::pair(0, limit - 1));
   EXPECT_EQ(write_up_to(limit, guarded_output), std::pair(-76, whole_lines));
-  EXPECT_EQ(write_up_to(limit + 1, 0), std::pair(0, limit + 1));
+  EXPECT_EQ(write_up_to(limit + 1, plain_output), std::pair(0, limit + 1));
   // Wherever in a block that line stands.
   for (int first = 1; first <= 5; ++first) {
     EXPECT_EQ(write_up_to(limit + 9 * line_size, guarded_output, first, 5),

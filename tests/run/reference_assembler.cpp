@@ -85,12 +85,12 @@ std::int32_t step_number(const FmtValRec& increment, std::int32_t sub_kind, FmtV
       if (low < 0) borrow();
     } else {
       if (high < 0 || (high == 0 && low < 0)) {
-        value.sign = sub_kind == 12 ? 2 : 1;
+        value.sign = sub_kind == 12 ? sign_minus : sign_plus;
         high = -high;
         low = -low;
       }
       if (low < 0) borrow();
-      if (sub_kind == 22 && high == 0 && low == 0) value.sign = 1;
+      if (sub_kind == 22 && high == 0 && low == 0) value.sign = sign_plus;
     }
   }
   value.low = static_cast<std::int32_t>(low);
@@ -294,7 +294,7 @@ std::int32_t generate(ReferenceItem& item, Element& element, std::string& line) 
 
 }  // namespace
 
-ReferenceItem::ReferenceItem(const ClFmtColInf& column, std::int32_t kind, bool quotes)
+ReferenceItem::ReferenceItem(const ClFmtColInf& column, LayoutKind kind, bool quotes)
     : settings(column.record), layout_kind(kind) {
   static const std::set<std::int32_t> quoted = {1, 2, 3, 11, 12, 28, 31, 32};
   if (quotes && quoted.contains(settings.attribute)) mark = "\"";

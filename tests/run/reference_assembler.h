@@ -19,7 +19,7 @@ struct ReferenceItem {
     std::string text;  // what is written next; none for an element that is off
   };
 
-  ReferenceItem(const ClFmtColInf& column, std::int32_t layout_kind, bool quotation);
+  ReferenceItem(const ClFmtColInf& column, LayoutKind layout_kind, bool quotation);
 
   std::int32_t append_elements(std::string& line, bool& is_over);
   std::int32_t append_plain(std::string& line);
@@ -30,7 +30,7 @@ struct ReferenceItem {
 
   FmtColRec settings;
   std::vector<Element> elements;
-  std::int32_t layout_kind;
+  LayoutKind layout_kind;
   std::string mark;  // around each value
   bool date_overflow = false;
 

@@ -30,7 +30,7 @@ int layouts_to_draw(int usual) {
 class RandomLayout {
  public:
   explicit RandomLayout(RandomSettings& random)
-      : layout_kind(static_cast<std::int32_t>(random.between(1, 3))),
+      : layout_kind(static_cast<LayoutKind>(random.between(1, 3))),
         quotation(random.one_in(2)),
         repeats_left_(random.one_in(3) ? 3 : 0) {
     main.settings.set_run_mode(run_mode::settings_only);
@@ -52,7 +52,7 @@ class RandomLayout {
 
   ClColMain main;
   std::map<std::int32_t, std::vector<std::string>> lists;  // by item number
-  std::int32_t layout_kind;
+  LayoutKind layout_kind;
   bool quotation;
   std::string description;
 
@@ -309,17 +309,17 @@ TEST_F(RunTest, SurvivesAnySettings) {
     ClFmtColInf column;
     randomize(column.record);
     column.record.generation_type = generation_type::range;
-    column.record.increment.sign = static_cast<std::int32_t>(random.between(0, 2));
+    column.record.increment.sign = static_cast<Sign>(random.between(0, 2));
     std::vector<FmtItemRec> elements(3);
     for (FmtItemRec& element : elements) {
       randomize(element);
-      element.kind = kinds[random.between(0, std::ssize(kinds) - 1)];
-      element.sign = static_cast<std::int32_t>(random.between(10, 12));
+      element.kind = FormatKind{kinds[random.between(0, std::ssize(kinds) - 1)]};
+      element.sign = static_cast<NumberSubKind>(random.between(10, 12));
       element.width = static_cast<std::int32_t>(random.between(-1, 140));
     }
     column.set_elements(elements);
     column.record.lead_element = elements[0].sequence;
-    ItemGenerator item(column, i % 3 + 1, i % 2 == 0);
+    ItemGenerator item(column, LayoutKind{i % 3 + 1}, i % 2 == 0);
     RecordAssembler assembler;
     assembler.add_field(item);
     LineBlock line(0);

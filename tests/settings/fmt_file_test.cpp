@@ -62,16 +62,17 @@ TEST_F(FmtFileTest, ValuesReadBackAsTheyWereEntered) {
 }
 
 TEST_F(FmtFileTest, ReadsTheFieldsOfAnItem) {
-  file.edited().choices = {1, 1};
+  file.edited().choices = {exceeded_action::repeat, 1};
   ASSERT_EQ(store_range(file, 8), 0);
   record(8).referenced_item = 3;
   file.edited() = {};
   EXPECT_EQ(file.read_item(9), 0);
   ASSERT_EQ(file.read_item(8), 1);
   const EditedSettings& edited = file.edited();
-  EXPECT_EQ((std::vector{edited.generation_type, edited.referenced_item,
-                         edited.choices.exceeded_action, edited.choices.custom_format}),
-            (std::vector{2, 3, 1, 1}));
+  EXPECT_EQ(
+      (std::vector<std::int32_t>{edited.generation_type, edited.referenced_item,
+                                 edited.choices.exceeded_action, edited.choices.custom_format}),
+      (std::vector<std::int32_t>{2, 3, 1, 1}));
   file.set_run_mode(run_mode::generator);
   file.edited().texts = {};
   EXPECT_EQ(file.read_item(8), 1);
@@ -80,14 +81,14 @@ TEST_F(FmtFileTest, ReadsTheFieldsOfAnItem) {
 }
 
 TEST_F(FmtFileTest, TheInitialValueReplacesEverything) {
-  file.edited().choices = {1, 1};
+  file.edited().choices = {exceeded_action::repeat, 1};
   ASSERT_EQ(store(1, {attribute::character, 1, 6, 6, 0}, "%2S'-'%3U", "AA,100", "AC,900", "2"), 0);
   FmtColRec& before = file.find_column(1)->record;
   before.repeat_count = 4;
   before.referenced_item = 5;
   EXPECT_EQ(file.set_initial_value(1, decimal), 0);
   EXPECT_EQ(file.set_initial_value(2, decimal), 0);
-  ASSERT_EQ(file.save(0), 0);
+  ASSERT_EQ(file.save(quotation::none), 0);
 
   const ColumnFields expected = {1,   1,           1, 4, 1, 8, 5, 2, {.sign = 1, .low = 1},
                                  "1", "%2S'-'%3U", 0, 1, 0, 1, 0, 0, 4};

@@ -186,8 +186,8 @@ TEST(SettingsReader, AHeldFileRefusesASecondOpener) {
     ClFmtFile first;
     ASSERT_EQ(folder.load(first), 1);
     EXPECT_EQ(folder.load(second).code(), -2);
-    EXPECT_EQ(upgrade_settings_file(folder.path, 1), -2);
-    EXPECT_EQ(first.save(0), 0);
+    EXPECT_EQ(upgrade_settings_file(folder.path, layout_kind::record_file), -2);
+    EXPECT_EQ(first.save(quotation::none), 0);
     EXPECT_FALSE(first.is_held());
     EXPECT_EQ(folder.load(second), 1);
     EXPECT_EQ(folder.load(first).code(), -2);
@@ -207,7 +207,7 @@ TEST(SettingsUpgrade, OneLevelKeepsItsPlace) {
   put_i32(old, 40, 99);
   write_file(folder.path, old);
   ASSERT_EQ(::chmod(folder.path.c_str(), 0640), 0);
-  EXPECT_EQ(upgrade_settings_file(folder.path, 1), 0);
+  EXPECT_EQ(upgrade_settings_file(folder.path, layout_kind::record_file), 0);
   const std::string upgraded = read_file(folder.path);
   // What the size says is the business of whoever reads the level as raw bytes, see below.
   std::string expected = one_level("TAMBO DATA FORMAT V3L1", new_item(1) + new_item(2));
@@ -230,7 +230,7 @@ TEST(SettingsUpgrade, SeveralLevelsMoveToTheirNewPlaces) {
                               level_bytes(2, area + 2 * old_item_size, 20, 0, 0) +
                               level_bytes(3, area + 2 * old_item_size, 30, old_item_size, 1) +
                               old_item(1) + old_item(2) + old_item(3));
-  EXPECT_EQ(upgrade_settings_file(folder.path, 2), 0);
+  EXPECT_EQ(upgrade_settings_file(folder.path, layout_kind::table), 0);
   EXPECT_TRUE(same_bytes(header_bytes(2, 1, 3) + level_bytes(1, area, 10, 2 * new_item_size, 2) +
                              level_bytes(2, area + 2 * new_item_size, 20, 0, 0) +
                              level_bytes(3, area + 2 * new_item_size, 30, new_item_size, 1) +
@@ -251,7 +251,7 @@ TEST(SettingsUpgrade, TextsKeepNothingBehindTheirTerminators) {
   }
   const std::string table = level_bytes(1, 76, 1, 996, 1);
   write_file(folder.path, header_bytes(1, 0, 1, previous_magic) + table + column + element);
-  EXPECT_EQ(upgrade_settings_file(folder.path, 1), 0);
+  EXPECT_EQ(upgrade_settings_file(folder.path, layout_kind::record_file), 0);
   EXPECT_TRUE(same_bytes(column_bytes(item(1, 1)) + element_bytes({}),
                          read_file(folder.path).substr(header_size + level_size)));
 }
@@ -265,7 +265,7 @@ TEST(SettingsUpgrade, NoLevelIsLostWhenAnotherOneIsLoaded) {
       ClFmtFile file;
       ASSERT_EQ(folder.load(file, loaded), 0);
       ASSERT_EQ(store_range(file, 9), 0);
-      ASSERT_EQ(file.save(0), 0);
+      ASSERT_EQ(file.save(quotation::none), 0);
     }
     EXPECT_NE(read_file(folder.path).find(new_item(1) + new_item(2)), std::string::npos) << loaded;
   }

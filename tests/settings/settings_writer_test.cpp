@@ -14,9 +14,9 @@ TEST(SettingsWriter, WritesARangeByteForByte) {
   ClFmtFile file;
   ASSERT_EQ(folder.load(file, 3, 1000, 2), 0);
   file.edited().texts = {"%3.2D", "1.5", "99.99", "0.05"};
-  file.edited().choices = {1, 1};
+  file.edited().choices = {exceeded_action::repeat, 1};
   ASSERT_EQ(file.check_and_store(7, {attribute::decimal, 1, 8, 5, 2}), 0);
-  ASSERT_EQ(file.save(1), 0);
+  ASSERT_EQ(file.save(quotation::double_mark), 0);
 
   const ValueFields start = {1, 1, 150, "150", 0, "", {}};
   const ValueFields end = {1, 2, 9999, "9999", 0, "", {}};
@@ -41,11 +41,11 @@ TEST(SettingsWriter, RawLevelsMoveWithTheirBytes) {
   write_file(folder.path, bytes);
   ClFmtFile file;
   ASSERT_EQ(folder.load(file, 3, 30), 1);
-  ASSERT_EQ(file.save(0), 0);
+  ASSERT_EQ(file.save(quotation::none), 0);
   EXPECT_TRUE(same_bytes(bytes, read_file(folder.path))) << "unchanged";
   ASSERT_EQ(folder.load(file, 1, 77), 1);
   ASSERT_EQ(store_range(file, 500), 0);
-  ASSERT_EQ(file.save(0), 0);
+  ASSERT_EQ(file.save(quotation::none), 0);
   const std::string written = read_file(folder.path);
   EXPECT_TRUE(same_bytes(bytes.substr(0, header_size) + level_bytes(1, area, 77, 2 * item_size, 2) +
                              level_bytes(2, area + 2 * item_size, 20, item_size, 1) +
@@ -63,12 +63,12 @@ TEST(SettingsWriter, LevelsThatOverlapHaveNoPlace) {
   write_file(folder.path, bytes);
   ClFmtFile file;
   ASSERT_EQ(folder.load(file, 1), 1);
-  EXPECT_EQ(file.save(0), 0) << "there is room for two areas of this size";
+  EXPECT_EQ(file.save(quotation::none), 0) << "there is room for two areas of this size";
   put_i32(bytes, header_size + level_size + 12, static_cast<std::int32_t>(bytes.size() - 200));
   put_i32(bytes, header_size + level_size + 4, 200);
   write_file(folder.path, bytes);
   ASSERT_EQ(folder.load(file, 1), 1);
-  EXPECT_EQ(file.save(0), -4);
+  EXPECT_EQ(file.save(quotation::none), -4);
   EXPECT_TRUE(same_bytes(bytes, read_file(folder.path)));
   EXPECT_TRUE(folder.is_tidy());
 }
@@ -81,13 +81,13 @@ TEST(SettingsWriter, ALevelWithoutSettingsGoes) {
   ASSERT_EQ(file.delete_settings(201), 0);
   {
     const FaultyFileCalls full_disk({.call = 1, .error_number = ENOSPC, .kind = "write"});
-    EXPECT_EQ(file.save(0), -27);
+    EXPECT_EQ(file.save(quotation::none), -27);
   }
   EXPECT_EQ(store_range(file, 201), 0) << "the level is still there to be worked on";
   ASSERT_EQ(file.delete_settings(201), 0);
-  EXPECT_EQ(file.save(0), 0);
+  EXPECT_EQ(file.save(quotation::none), 0);
   EXPECT_TRUE(same_bytes(settings_bytes({1}), read_file(folder.path)));
-  EXPECT_EQ(file.save(0), -68) << "the level that was current is gone";
+  EXPECT_EQ(file.save(quotation::none), -68) << "the level that was current is gone";
   EXPECT_EQ(file.read_item(201).code(), -68);
 }
 
@@ -100,8 +100,8 @@ TEST(SettingsWriter, NothingLeftToWriteIsACode) {
     if (code == -44) {
       EXPECT_EQ(file.delete_settings(101), 0);
     }
-    EXPECT_EQ(file.save(0), code);
-    EXPECT_EQ(file.save(0), code);
+    EXPECT_EQ(file.save(quotation::none), code);
+    EXPECT_EQ(file.save(quotation::none), code);
     EXPECT_EQ(read_file(folder.path), code == -6 ? "" : bytes);
     EXPECT_TRUE(folder.is_tidy());
     write_file(folder.path, bytes);
@@ -116,7 +116,7 @@ TEST(SettingsWriter, AWriteProtectedFileStays) {
   std::filesystem::permissions(folder.path, std::filesystem::perms::owner_read);
   ClFmtFile file;
   ASSERT_EQ(folder.load(file), 1);
-  EXPECT_EQ(file.save(0), -26);
+  EXPECT_EQ(file.save(quotation::none), -26);
   file.delete_file();
   EXPECT_TRUE(same_bytes(bytes, read_file(folder.path)));
   EXPECT_TRUE(folder.is_tidy());

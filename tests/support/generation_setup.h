@@ -25,7 +25,7 @@ struct SavedItem {
   std::int32_t number = 1;
   ItemAttributes item = {attribute::decimal, 0, 20, 18, 0};
   RangeTexts texts = {"%3U", "1", "999", "1"};
-  std::int32_t action = exceeded_action::repeat;
+  ExceededAction action = exceeded_action::repeat;
   std::int32_t repeat_level = 0;  // for none; one time each
 };
 
@@ -57,7 +57,7 @@ class GenerationSetup {
                      std::int32_t quotation = 0, std::int32_t level = 1) const {
     ClFmtFile file;
     file.set_paths(settings(), folder.path());
-    expect(file.load(level, 0, layout_kind).code(), "load");
+    expect(file.load(level, 0, LayoutKind{layout_kind}).code(), "load");
     for (const SavedItem& item : items) {
       if (item.texts.format.empty()) {
         expect(file.set_initial_value(item.number, item.item), "initial value");
@@ -72,7 +72,7 @@ class GenerationSetup {
       record.repeat_flag = record.repeat_count = 1;
       file.current_level()->record.repeat_flag = 1;
     }
-    expect(file.save(quotation), "save");
+    expect(file.save(Quotation{quotation}), "save");
   }
 
   // What stands in the folder beside the files that the run was given.

@@ -9,7 +9,7 @@ namespace {
 constexpr std::int32_t null_by_default = 1;
 
 void give_default_ranges(ClColMain& main) {
-  for (std::int32_t index = 0; main.select_item(index) != nullptr; ++index) {
+  for (std::size_t index = 0; main.select_item(index) != nullptr; ++index) {
     if (!main.build_default_settings()) continue;
     constexpr bool initializes = false;
     constexpr bool is_custom = true;
@@ -18,7 +18,7 @@ void give_default_ranges(ClColMain& main) {
 }
 
 ErrorCode give_null(ClColMain& main) {
-  for (std::int32_t index = 0; main.select_item(index) != nullptr; ++index) {
+  for (std::size_t index = 0; main.select_item(index) != nullptr; ++index) {
     if (main.current_item()->null_allowed == 0) continue;
     if (const ErrorCode result = set_initial_value(main); result != error::none) return result;
   }

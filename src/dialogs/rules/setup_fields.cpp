@@ -9,9 +9,9 @@ namespace korvex {
 namespace {
 
 // A settings file may hold any number; what is no action is shown as no choice.
-std::int32_t shown_choice(std::int32_t action) {
+std::optional<ExceededAction> shown_choice(ExceededAction action) {
   const bool is_action = action == exceeded_action::initialize || action == exceeded_action::repeat;
-  return is_action ? action : no_exceeded_choice;
+  return is_action ? std::optional(action) : std::nullopt;
 }
 
 bool is_format(std::string_view generation_text) {
@@ -72,7 +72,7 @@ SetupFields fields_of(const ItemDisplay& display, const SetupFields& before) {
       fields.enumeration_path = display.enumeration_path;
       break;
     default:
-      fields.exceeded = no_exceeded_choice;
+      fields.exceeded.reset();
       break;
   }
   return fields;
@@ -96,11 +96,11 @@ void confirm_type(SetupFields& fields, ClDGCol& item) {
   }
 }
 
-std::int32_t index_of_item(const ClDGColList& items, std::string_view name) {
+std::optional<std::size_t> index_of_item(const ClDGColList& items, std::string_view name) {
   for (std::size_t i = 0; i < items.size(); ++i) {
-    if (items[i]->name == name) return static_cast<std::int32_t>(i);
+    if (items[i]->name == name) return i;
   }
-  return -1;
+  return std::nullopt;
 }
 
 bool is_changed(const SetupFields& fields, ClColMain& main) {
@@ -110,12 +110,12 @@ bool is_changed(const SetupFields& fields, ClColMain& main) {
     return differ(fields, stored);
   }
   // A reference takes over the settings of its source as they are.
-  const std::int32_t source = index_of_item(main.items, fields.reference);
-  if (source < 0 || shown.generation_type == generation_type::none) return true;
-  return differ(fields_of(main.items[static_cast<std::size_t>(source)]->display(), {}), stored);
+  const std::optional<std::size_t> source = index_of_item(main.items, fields.reference);
+  if (!source || shown.generation_type == generation_type::none) return true;
+  return differ(fields_of(main.items[*source]->display(), {}), stored);
 }
 
-SetupEnablement enablement(const SetupFields& fields, std::int32_t generation_type,
+SetupEnablement enablement(const SetupFields& fields, GenerationType generation_type,
                            bool enumeration_name_shown) {
   SetupEnablement enabled;
   if (fields.type_index < type_entry::initial_value ||

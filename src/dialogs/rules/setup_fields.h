@@ -11,15 +11,16 @@ namespace korvex {
 
 // Entries of the generation type list.
 namespace type_entry {
-inline constexpr std::int32_t none = -1;
-inline constexpr std::int32_t initial_value = 0;
-inline constexpr std::int32_t range = 1;
-inline constexpr std::int32_t reference = 2;
-inline constexpr std::int32_t enumeration = 3;
+enum Entry : std::int32_t {
+  none = -1,
+  initial_value = 0,
+  range = 1,
+  reference = 2,
+  enumeration = 3,
+};
 }  // namespace type_entry
 
-// Neither action for an exceeded end value is chosen; otherwise the choice is an exceeded_action.
-inline constexpr std::int32_t no_exceeded_choice = -1;
+using TypeEntry = type_entry::Entry;
 
 // Proposed where no increment stands yet.
 inline constexpr const char* first_increment = "1";
@@ -27,7 +28,7 @@ inline constexpr const char* first_increment = "1";
 // What the controls of the format dialog hold. Texts are code page 932, the path is the file
 // system's bytes.
 struct SetupFields {
-  std::int32_t type_index = type_entry::none;
+  TypeEntry type_index = type_entry::none;
   std::string reference;         // name of the item
   std::string enumeration_name;  // file name and extension only
   std::string enumeration_path;
@@ -36,7 +37,7 @@ struct SetupFields {
   std::string end;
   std::string increment;
   bool custom = false;
-  std::int32_t exceeded = no_exceeded_choice;
+  std::optional<ExceededAction> exceeded;
 };
 
 // The fields that show an item's settings. `before` are those of the item shown until now: an item
@@ -49,8 +50,8 @@ SetupFields fields_of(const ItemDisplay& display, const SetupFields& before);
 // file.
 void confirm_type(SetupFields& fields, ClDGCol& item);
 
-// The place of the first item with exactly this name, -1 without one.
-std::int32_t index_of_item(const ClDGColList& items, std::string_view name);
+// The place of the first item with exactly this name.
+std::optional<std::size_t> index_of_item(const ClDGColList& items, std::string_view name);
 
 // Whether storing the fields would change the settings of the current item, of which there must be
 // one.
@@ -71,7 +72,7 @@ struct SetupEnablement {
 
 // `generation_type` is that of the item's stored settings; `enumeration_name_shown` tells whether
 // the file name's control holds any text.
-SetupEnablement enablement(const SetupFields& fields, std::int32_t generation_type,
+SetupEnablement enablement(const SetupFields& fields, GenerationType generation_type,
                            bool enumeration_name_shown);
 
 }  // namespace korvex

@@ -13,7 +13,7 @@
 namespace korvex {
 
 EnumerationStored choose_enumeration(ClColMain& main, const std::string& path,
-                                     std::int32_t exceeded_action) {
+                                     ExceededAction exceeded_action) {
   if (path.empty()) return {.code = error::enumeration_file_missing};
   ClDGCol& item = *main.current_item();
   // The check reads the item's record, which an item without settings lacks.

@@ -26,7 +26,7 @@ struct EnumerationStored {
 // the item's settings, also for an item that may not be NULL. A refused file leaves the settings as
 // they were, but see `leaves_settings`.
 EnumerationStored choose_enumeration(ClColMain& main, const std::string& path,
-                                     std::int32_t exceeded_action);
+                                     ExceededAction exceeded_action);
 
 // Asks the user for a value list; a path that settings cannot hold is refused.
 std::optional<std::string> ask_for_enumeration_file(const std::string& folder);

@@ -55,7 +55,7 @@ ValuePreview preview_values(ItemGenerator& item) {
   return preview;
 }
 
-ValuePreview preview_settings(const ClFmtColInf& column, std::int32_t layout_kind) {
+ValuePreview preview_settings(const ClFmtColInf& column, LayoutKind layout_kind) {
   constexpr bool no_quotation = false;
   ItemGenerator item(column, layout_kind, no_quotation);
   return preview_values(item);
@@ -93,7 +93,7 @@ ValuePreview preview_list_for(const FmtColRec& settings, const std::string& path
 
 }  // namespace
 
-ValuePreview preview_range(const ClDGCol& item, std::int32_t layout_kind, const RangeEntry& entry,
+ValuePreview preview_range(const ClDGCol& item, LayoutKind layout_kind, const RangeEntry& entry,
                            const RangeRules& rules) {
   ClColMain trial;
   trial.settings.begin(some_level, no_records, layout_kind);
@@ -116,10 +116,10 @@ ValuePreview preview_list(const ClColMain& main, const std::string& path) {
   return column != nullptr ? preview_list_for(column->record, path) : ValuePreview{};
 }
 
-ValuePreview preview_reference(const ClColMain& main, std::int32_t source_index) {
+ValuePreview preview_reference(const ClColMain& main, std::size_t source_index) {
   if (const ErrorCode code = check_copy(main, source_index); code != error::none)
     return {.code = code};
-  const ClDGCol& source = *main.items[static_cast<std::size_t>(source_index)];
+  const ClDGCol& source = *main.items[source_index];
   const ClFmtColInf* column = main.settings.find_column(source.item_number);
   if (column == nullptr) return {};
   switch (column->record.generation_type) {

@@ -28,14 +28,14 @@ inline constexpr std::uint64_t list_bytes_looked_at = 4 * 1024 * 1024;
 
 // Of a range that has been entered for an item. Checked as store_range checks it, and stored
 // nowhere.
-ValuePreview preview_range(const ClDGCol& item, std::int32_t layout_kind, const RangeEntry& entry,
+ValuePreview preview_range(const ClDGCol& item, LayoutKind layout_kind, const RangeEntry& entry,
                            const RangeRules& rules);
 
 // Of a list that has been chosen for the current item.
 ValuePreview preview_list(const ClColMain& main, const std::string& path);
 
 // Of the item that the current item is to refer to; nothing for one with the initial value.
-ValuePreview preview_reference(const ClColMain& main, std::int32_t source_index);
+ValuePreview preview_reference(const ClColMain& main, std::size_t source_index);
 
 // The preview in words, UTF-8; empty for nothing.
 std::string preview_text(const ValuePreview& preview, const Messages& messages);

@@ -201,16 +201,17 @@ bool FormDialog::is_checked(int id) const { return button(id)->isChecked(); }
 
 void FormDialog::set_checked(int id, bool is_checked) { button(id)->setChecked(is_checked); }
 
-int FormDialog::radio_choice(int first_id, int second_id) const {
-  if (is_checked(first_id)) return 0;
-  return is_checked(second_id) ? 1 : -1;
+std::optional<ExceededAction> FormDialog::exceeded_choice() const {
+  if (is_checked(control_id::exceeded_initialize)) return exceeded_action::initialize;
+  if (is_checked(control_id::exceeded_repeat)) return exceeded_action::repeat;
+  return std::nullopt;
 }
 
-void FormDialog::set_radio_choice(int first_id, int second_id, int choice) {
-  turn_off(control<QRadioButton>(first_id));
-  turn_off(control<QRadioButton>(second_id));
-  if (choice == 0) set_checked(first_id, true);
-  if (choice == 1) set_checked(second_id, true);
+void FormDialog::set_exceeded_choice(std::optional<ExceededAction> choice) {
+  turn_off(control<QRadioButton>(control_id::exceeded_initialize));
+  turn_off(control<QRadioButton>(control_id::exceeded_repeat));
+  if (choice == exceeded_action::initialize) set_checked(control_id::exceeded_initialize, true);
+  if (choice == exceeded_action::repeat) set_checked(control_id::exceeded_repeat, true);
 }
 
 void FormDialog::enter_presses(int control_id, int button_id) {

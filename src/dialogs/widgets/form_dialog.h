@@ -4,10 +4,13 @@
 #include <QDialog>
 #include <cassert>
 #include <initializer_list>
+#include <optional>
 #include <span>
 #include <type_traits>
 #include <unordered_map>
 #include <vector>
+
+#include "values/records.h"
 
 class QPushButton;
 
@@ -123,9 +126,9 @@ class FormDialog : public QDialog {
   bool is_checked(int id) const;
   void set_checked(int id, bool is_checked);
 
-  // Which of two radio buttons is on: 0 the first, 1 the second, -1 neither.
-  int radio_choice(int first_id, int second_id) const;
-  void set_radio_choice(int first_id, int second_id, int choice);
+  // The two radio buttons for an exceeded end value; nothing when neither is on.
+  std::optional<ExceededAction> exceeded_choice() const;
+  void set_exceeded_choice(std::optional<ExceededAction> choice);
 
   void keyPressEvent(QKeyEvent* event) override;
   void changeEvent(QEvent* event) override;

@@ -10,7 +10,7 @@ namespace korvex {
 
 namespace {
 
-std::string item_header(std::int32_t kind) {
+std::string item_header(LayoutKind kind) {
   return kind == layout_kind::record_file ? "Item" : "Column";
 }
 
@@ -24,7 +24,7 @@ std::string repeat_number(ClDGCol& item, std::int32_t number) {
 
 }  // namespace
 
-std::vector<ItemColumn> generation_columns(std::int32_t layout_kind) {
+std::vector<ItemColumn> generation_columns(LayoutKind layout_kind) {
   return {
       {item_header(layout_kind), 3, name},
       {"Desc", 3, description},
@@ -38,7 +38,7 @@ std::vector<ItemColumn> generation_columns(std::int32_t layout_kind) {
   };
 }
 
-std::vector<ItemColumn> selection_columns(std::int32_t layout_kind) {
+std::vector<ItemColumn> selection_columns(LayoutKind layout_kind) {
   return {{item_header(layout_kind), 6, name}, {"Desc", 4, description}};
 }
 

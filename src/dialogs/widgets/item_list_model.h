@@ -17,8 +17,8 @@ struct ItemColumn {
 };
 
 // The items with all their settings, or just their names and descriptions.
-std::vector<ItemColumn> generation_columns(std::int32_t layout_kind);
-std::vector<ItemColumn> selection_columns(std::int32_t layout_kind);
+std::vector<ItemColumn> generation_columns(LayoutKind layout_kind);
+std::vector<ItemColumn> selection_columns(LayoutKind layout_kind);
 
 // Shows the items of a control file, a row each; holds no text of its own but asks for it whenever
 // a row is drawn. Does not own the items, which must outlive it and keep their number.

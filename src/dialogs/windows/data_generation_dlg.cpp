@@ -31,7 +31,6 @@ using platform::MessageKind;
 
 constexpr std::size_t offending_names_shown = 256;
 constexpr std::int32_t locked = 1;
-constexpr int no_quotation = 0;
 
 constexpr int repeat_choice_controls[] = {control_id::repeat_group, control_id::repeats};
 constexpr int repeat_number_controls[] = {control_id::level_label,   control_id::level,
@@ -42,7 +41,7 @@ constexpr int repeat_number_controls[] = {control_id::level_label,   control_id:
 }  // namespace
 
 ClDataGenerationDlg::ClDataGenerationDlg(QWidget* parent, const std::string& control_path,
-                                         std::int32_t run_mode, std::int32_t quotation_lock)
+                                         RunMode run_mode, std::int32_t quotation_lock)
     : FormDialog(parent), messages_(main_), quotation_lock_(quotation_lock) {
   main_.control_path = control_path;
   main_.set_run_mode(run_mode);
@@ -134,7 +133,7 @@ void ClDataGenerationDlg::fill_list() {
 void ClDataGenerationDlg::choose_quotation() {
   auto* const choice = control<QComboBox>(control_id::quotation);
   const bool is_locked = quotation_lock_ == locked;
-  choice->setCurrentIndex(is_locked ? no_quotation : main_.settings.quotation());
+  choice->setCurrentIndex(is_locked ? quotation::none : main_.settings.quotation());
   if (is_locked) enable({control_id::quotation, control_id::quotation_label}, false);
 }
 
@@ -203,7 +202,7 @@ void ClDataGenerationDlg::open_setup() {
 
 void ClDataGenerationDlg::delete_current_settings() {
   if (current_row_ < 0) return;
-  main_.select_item(current_row_);
+  select_current_item();
   list_->setFocus();
   delete_settings(main_);
   apply_row_rules(RowRules{});
@@ -280,8 +279,8 @@ void ClDataGenerationDlg::on_ok() {
 }
 
 void ClDataGenerationDlg::save() {
-  const int quotation = control<QComboBox>(control_id::quotation)->currentIndex();
-  const ErrorCode result = main_.settings.save(std::max(quotation, no_quotation));
+  const int chosen = control<QComboBox>(control_id::quotation)->currentIndex();
+  const ErrorCode result = main_.settings.save(std::max(Quotation{chosen}, quotation::none));
   switch (result) {
     case error::none:
       return main_.run_mode() == run_mode::data_file_dialog ? generate() : end(dialog_result::ok);

@@ -24,7 +24,7 @@ class ClDataGenerationDlg : public FormDialog {
  public:
   // `run_mode` is 1 to generate a data file on OK, 2 for the settings alone. A `quotation_lock` of
   // 1 fixes the choice of quotation marks to none. run() answers 1 for OK, 2 for Cancel.
-  ClDataGenerationDlg(QWidget* parent, const std::string& control_path, std::int32_t run_mode,
+  ClDataGenerationDlg(QWidget* parent, const std::string& control_path, RunMode run_mode,
                       std::int32_t quotation_lock);
   ~ClDataGenerationDlg() override;
 
@@ -33,6 +33,9 @@ class ClDataGenerationDlg : public FormDialog {
 
   // -1 until a row is selected, as in an empty list.
   int current_row() const { return current_row_; }
+
+  // Makes its item the one that operations on the settings go to.
+  void select_current_item() { main_.select_item(static_cast<std::size_t>(current_row_)); }
 
   // Selects a row and brings it into view; -1 changes nothing.
   void move_to_row(int row);

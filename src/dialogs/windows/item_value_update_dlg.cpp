@@ -30,8 +30,6 @@ namespace {
 
 using platform::MessageKind;
 
-constexpr std::int32_t no_quotation = 0;
-
 constexpr int value_controls[] = {control_id::start,     control_id::start_label,
                                   control_id::end,       control_id::end_label,
                                   control_id::increment, control_id::increment_label};
@@ -93,8 +91,7 @@ bool ClItemValueUpdateDlg::initialise() {
   fill_labels();
   if (!main_.items.empty()) show_item(start_position());
   enable_range(false);
-  set_radio_choice(control_id::exceeded_initialize, control_id::exceeded_repeat,
-                   exceeded_action::initialize);
+  set_exceeded_choice(exceeded_action::initialize);
   auto* const name = control<CodePageEdit>(control_id::update_name);
   const auto length = static_cast<int>(name->text().size());
   name->setSelection(length, -length);  // all of it, seen from its beginning
@@ -121,14 +118,13 @@ void ClItemValueUpdateDlg::fill_labels() {
 }
 
 // The header's number of records is the item's position here, from 1.
-int ClItemValueUpdateDlg::start_position() const {
-  const std::int32_t position = main_.header().records;
-  const auto count = static_cast<std::int32_t>(main_.items.size());
-  return position < 1 || position > count ? 0 : position - 1;
+std::size_t ClItemValueUpdateDlg::start_position() const {
+  const auto position = static_cast<std::size_t>(std::max(main_.header().records, 1));
+  return position > main_.items.size() ? 0 : position - 1;
 }
 
-void ClItemValueUpdateDlg::show_item(int position) {
-  const ClDGCol& item = *main_.items[static_cast<std::size_t>(position)];
+void ClItemValueUpdateDlg::show_item(std::size_t position) {
+  const ClDGCol& item = *main_.items[position];
   auto* const name = control<CodePageEdit>(control_id::update_name);
   name->set_bytes(item.name);
   name->setCursorPosition(0);  // a long name is seen from its beginning
@@ -144,15 +140,15 @@ void ClItemValueUpdateDlg::explain_named_item() {
 }
 
 const ClDGCol* ClItemValueUpdateDlg::named_item() const {
-  const int position =
+  const auto position =
       index_of_item(main_.items, control<CodePageEdit>(control_id::update_name)->bytes());
-  return position < 0 ? nullptr : main_.items[static_cast<std::size_t>(position)].get();
+  return position ? main_.items[*position].get() : nullptr;
 }
 
-int ClItemValueUpdateDlg::named_position() {
+std::optional<std::size_t> ClItemValueUpdateDlg::named_position() {
   const std::string name = control<CodePageEdit>(control_id::update_name)->bytes();
-  const int position = name.empty() ? -1 : index_of_item(main_.items, name);
-  if (position < 0) {
+  const auto position = name.empty() ? std::nullopt : index_of_item(main_.items, name);
+  if (!position) {
     refuse(name.empty() ? error::name_not_set : error::name_not_selectable, {},
            control_id::update_name);
   }
@@ -185,15 +181,13 @@ void ClItemValueUpdateDlg::enable_custom_format(bool on) {
 
 void ClItemValueUpdateDlg::select_type(int entry) {
   if (entry != type_entry::range) return enable_range(false);
-  const int position = named_position();
-  if (position >= 0) propose_range(position);
+  if (const auto position = named_position()) propose_range(*main_.items[*position]);
 }
 
-void ClItemValueUpdateDlg::propose_range(int position) {
+void ClItemValueUpdateDlg::propose_range(const ClDGCol& item) {
   auto* const format = control<CodePageEdit>(control_id::format);
   if (format->text().isEmpty()) {
-    format->set_bytes(
-        default_format(main_.items[static_cast<std::size_t>(position)]->attributes()));
+    format->set_bytes(default_format(item.attributes()));
   }
   enable_range(true);
   auto* const increment = control<CodePageEdit>(control_id::increment);
@@ -247,13 +241,13 @@ bool ClItemValueUpdateDlg::refuse(ErrorCode code, std::string_view hint, int con
 }
 
 void ClItemValueUpdateDlg::on_ok() {
-  const int position = named_position();
-  if (position < 0) return;
-  main_.select_item(position);
+  const auto position = named_position();
+  if (!position) return;
+  main_.select_item(*position);
   if (!store()) return;
   save_examples();
   if (!may_save(main_)) return;
-  if (const ErrorCode result = main_.settings.save(no_quotation); result != error::none) {
+  if (const ErrorCode result = main_.settings.save(quotation::none); result != error::none) {
     refuse(result, {}, 0);
     return;
   }

@@ -28,11 +28,11 @@ class ClItemValueUpdateDlg : public FormDialog {
   void connect_commands();
   bool load();
   void fill_labels();
-  void show_item(int position);
-  int start_position() const;
+  void show_item(std::size_t position);
+  std::size_t start_position() const;
 
   void select_type(int entry);
-  void propose_range(int position);
+  void propose_range(const ClDGCol& item);
   void add_example();
   void delete_example();
   void browse_items();
@@ -40,8 +40,8 @@ class ClItemValueUpdateDlg : public FormDialog {
   void explain_named_item();
   // The first item with the name in the control, null without one.
   const ClDGCol* named_item() const;
-  // Its place; tells the user when there is none, and answers -1.
-  int named_position();
+  // Its place; tells the user when there is none.
+  std::optional<std::size_t> named_position();
   void enable_range(bool on);
   void enable_custom_format(bool on);
 

@@ -22,7 +22,7 @@ QVariant ReferenceModel::data(const QModelIndex& index, int role) const {
     case Qt::EditRole:
       return shown(main_.items[static_cast<std::size_t>(index.row())]->name);
     case Qt::ToolTipRole: {
-      const ErrorCode code = check_copy(main_, index.row());
+      const ErrorCode code = check_copy(main_, static_cast<std::size_t>(index.row()));
       return code == error::none ? QVariant() : QString::fromStdString(messages_.text(code).utf8());
     }
     default:
@@ -33,7 +33,9 @@ QVariant ReferenceModel::data(const QModelIndex& index, int role) const {
 Qt::ItemFlags ReferenceModel::flags(const QModelIndex& index) const {
   if (!index.isValid()) return {};
   constexpr Qt::ItemFlags greyed = Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
-  return check_copy(main_, index.row()) == error::none ? greyed | Qt::ItemIsEnabled : greyed;
+  return check_copy(main_, static_cast<std::size_t>(index.row())) == error::none
+             ? greyed | Qt::ItemIsEnabled
+             : greyed;
 }
 
 void offer_references(QComboBox& box, const ClColMain& main, const Messages& messages) {
@@ -44,10 +46,12 @@ void offer_references(QComboBox& box, const ClColMain& main, const Messages& mes
   box.setCompleter(finder);
 }
 
-int chosen_reference(const QComboBox& box) {
-  const int chosen = box.currentIndex();
-  if (chosen >= 0 && box.itemText(chosen) == box.currentText()) return chosen;
-  return box.findText(box.currentText(), Qt::MatchExactly | Qt::MatchCaseSensitive);
+std::optional<std::size_t> chosen_reference(const QComboBox& box) {
+  int chosen = box.currentIndex();
+  if (chosen < 0 || box.itemText(chosen) != box.currentText()) {
+    chosen = box.findText(box.currentText(), Qt::MatchExactly | Qt::MatchCaseSensitive);
+  }
+  return chosen < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(chosen));
 }
 
 }  // namespace korvex

@@ -31,6 +31,6 @@ void offer_references(QComboBox& box, const ClColMain& main, const Messages& mes
 
 // The place of the item that the box names: the one chosen from the list, also where names look
 // alike, else the first one that is shown like what was typed; -1 for none.
-int chosen_reference(const QComboBox& box);
+std::optional<std::size_t> chosen_reference(const QComboBox& box);
 
 }  // namespace korvex

@@ -15,7 +15,7 @@
 
 namespace korvex {
 
-ClSelectItemDlg::ClSelectItemDlg(QWidget* parent, ClDGColList& items, std::int32_t layout_kind,
+ClSelectItemDlg::ClSelectItemDlg(QWidget* parent, ClDGColList& items, LayoutKind layout_kind,
                                  const Messages& messages, std::string name)
     : FormDialog(parent),
       items_(items),
@@ -119,9 +119,9 @@ bool ClSelectItemDlg::eventFilter(QObject* watched, QEvent* event) {
 void ClSelectItemDlg::on_ok() {
   const std::string wanted = control<CodePageEdit>(control_id::selected_name)->bytes();
   if (wanted.empty()) return refuse(error::name_not_set);
-  const int position = index_of_item(items_, wanted);
-  if (position < 0) return refuse(error::no_such_name);
-  position_ = position;
+  const auto position = index_of_item(items_, wanted);
+  if (!position) return refuse(error::no_such_name);
+  position_ = static_cast<int>(*position);
   end(dialog_result::ok);
 }
 

@@ -17,10 +17,10 @@ class ClItemListCtrl;
 class ClSelectItemDlg : public FormDialog {
  public:
   // `name` is shown first. Items and messages must outlive the dialog.
-  ClSelectItemDlg(QWidget* parent, ClDGColList& items, std::int32_t layout_kind,
+  ClSelectItemDlg(QWidget* parent, ClDGColList& items, LayoutKind layout_kind,
                   const Messages& messages, std::string name);
 
-  int position() const { return position_; }
+  std::size_t position() const { return static_cast<std::size_t>(position_); }
 
  protected:
   bool initialise() override;
@@ -39,9 +39,9 @@ class ClSelectItemDlg : public FormDialog {
   const Messages& messages_;
   ItemListModel model_;
   ClItemListCtrl* list_;
-  std::int32_t layout_kind_;
+  LayoutKind layout_kind_;
   std::string name_;
-  int position_ = -1;
+  int position_ = -1;  // its row, -1 without one
 };
 
 }  // namespace korvex

@@ -115,7 +115,7 @@ bool ClSetupFormatDlg::initialise() {
   control<UpDown>(control_id::increment_stepper)
       ->set_buddy(control<QLineEdit>(control_id::increment));
   fill_labels();
-  parent_.main().select_item(parent_.current_row());
+  parent_.select_current_item();
   offer_references(*control<QComboBox>(control_id::reference), parent_.main(), parent_.messages());
   show_item();
   control(control_id::type)->setFocus();
@@ -143,7 +143,7 @@ ClDGCol& ClSetupFormatDlg::item() {
 }
 
 void ClSetupFormatDlg::show_item() {
-  parent_.main().select_item(parent_.current_row());
+  parent_.select_current_item();
   auto* const name = control<CodePageEdit>(control_id::item_name);
   name->set_bytes(item().name);
   name->setToolTip(QString::fromStdString(explain_item(item())));
@@ -156,7 +156,8 @@ void ClSetupFormatDlg::show_item() {
 void ClSetupFormatDlg::show_fields() {
   control<QComboBox>(control_id::type)->setCurrentIndex(fields_.type_index);
   auto* const reference = control<QComboBox>(control_id::reference);
-  reference->setCurrentIndex(index_of_item(parent_.main().items, fields_.reference));
+  const auto source = index_of_item(parent_.main().items, fields_.reference);
+  reference->setCurrentIndex(source ? static_cast<int>(*source) : -1);
   reference->setEditText(shown(fields_.reference));
   reference->lineEdit()->setCursorPosition(0);
   show_enumeration_name();
@@ -165,27 +166,27 @@ void ClSetupFormatDlg::show_fields() {
   control<CodePageEdit>(control_id::end)->set_bytes(fields_.end);
   control<CodePageEdit>(control_id::increment)->set_bytes(fields_.increment);
   set_checked(control_id::custom_format, fields_.custom);
-  set_radio_choice(control_id::exceeded_initialize, control_id::exceeded_repeat, fields_.exceeded);
+  set_exceeded_choice(fields_.exceeded);
 }
 
 void ClSetupFormatDlg::read_controls() {
   const auto bytes = [this](int id) { return control<CodePageEdit>(id)->bytes(); };
-  fields_.type_index = control<QComboBox>(control_id::type)->currentIndex();
+  fields_.type_index = TypeEntry{control<QComboBox>(control_id::type)->currentIndex()};
   fields_.format = bytes(control_id::format);
   fields_.start = bytes(control_id::start);
   fields_.end = bytes(control_id::end);
   fields_.increment = bytes(control_id::increment);
   fields_.custom = is_checked(control_id::custom_format);
-  fields_.exceeded = radio_choice(control_id::exceeded_initialize, control_id::exceeded_repeat);
+  fields_.exceeded = exceeded_choice();
 
   const auto* const reference = control<QComboBox>(control_id::reference);
-  const int source = chosen_reference(*reference);
-  fields_.reference = source >= 0 ? parent_.main().items[static_cast<std::size_t>(source)]->name
-                                  : static_cast<CodePageEdit*>(reference->lineEdit())->bytes();
+  const auto source = chosen_reference(*reference);
+  fields_.reference = source ? parent_.main().items[*source]->name
+                             : static_cast<CodePageEdit*>(reference->lineEdit())->bytes();
 }
 
 void ClSetupFormatDlg::apply_enablement() {
-  fields_.type_index = control<QComboBox>(control_id::type)->currentIndex();
+  fields_.type_index = TypeEntry{control<QComboBox>(control_id::type)->currentIndex()};
   fields_.custom = is_checked(control_id::custom_format);
   const bool has_name = !control<QLineEdit>(control_id::enumeration_name)->text().isEmpty();
   const SetupEnablement on = enablement(fields_, item().display().generation_type, has_name);
@@ -210,9 +211,8 @@ std::string ClSetupFormatDlg::preview() {
       values = preview_range(item(), main.layout_kind(), read_range(*this), setup_format_rules);
       break;
     case type_entry::reference:
-      if (const int source = chosen_reference(*control<QComboBox>(control_id::reference));
-          source >= 0) {
-        values = preview_reference(main, source);
+      if (const auto source = chosen_reference(*control<QComboBox>(control_id::reference))) {
+        values = preview_reference(main, *source);
       }
       break;
     case type_entry::enumeration:
@@ -290,7 +290,7 @@ void ClSetupFormatDlg::tell_stored() {
 // stored.
 bool ClSetupFormatDlg::settle_change() {
   read_controls();
-  parent_.main().select_item(parent_.current_row());
+  parent_.select_current_item();
   if (!is_changed(fields_, parent_.main())) return true;
   return !parent_.messages().ask(error::save_change) || store();
 }
@@ -312,7 +312,7 @@ void ClSetupFormatDlg::on_cancel() {
 
 bool ClSetupFormatDlg::store() {
   read_controls();
-  parent_.main().select_item(parent_.current_row());
+  parent_.select_current_item();
   bool is_stored = true;
   switch (fields_.type_index) {
     case type_entry::initial_value:
@@ -358,25 +358,24 @@ bool ClSetupFormatDlg::store_range_entry() {
 
 // No choice is stored as repeating.
 void ClSetupFormatDlg::show_stored_action() {
-  set_radio_choice(control_id::exceeded_initialize, control_id::exceeded_repeat,
-                   item().display().exceeded_action);
+  set_exceeded_choice(item().display().exceeded_action);
 }
 
 bool ClSetupFormatDlg::store_reference() {
-  const int source = chosen_reference(*control<QComboBox>(control_id::reference));
-  if (source < 0) {
+  const auto source = chosen_reference(*control<QComboBox>(control_id::reference));
+  if (!source) {
     const bool is_named = !fields_.reference.empty();
     return refuse({is_named ? error::no_such_reference : error::reference_not_set},
                   control_id::reference);
   }
-  const ErrorCode result = copy_settings(parent_.main(), source);
+  const ErrorCode result = copy_settings(parent_.main(), *source);
   return result == error::none || refuse({result}, control_id::reference);
 }
 
 bool ClSetupFormatDlg::store_enumeration() {
-  const std::int32_t action = is_checked(control_id::exceeded_initialize)
-                                  ? exceeded_action::initialize
-                                  : exceeded_action::repeat;
+  const ExceededAction action = is_checked(control_id::exceeded_initialize)
+                                    ? exceeded_action::initialize
+                                    : exceeded_action::repeat;
   const EnumerationStored stored =
       choose_enumeration(parent_.main(), fields_.enumeration_path, action);
   if (stored.code == 0) {

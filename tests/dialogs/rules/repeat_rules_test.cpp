@@ -81,7 +81,7 @@ TEST_F(RowRulesTest, FollowTheTypeAndTheRepeat) {
       5 1  | unchanged
       -1 0 | unchanged
   )")) {
-    display().generation_type = numbers(type_and_flag)[0];
+    display().generation_type = GenerationType{numbers(type_and_flag)[0]};
     display().repeat_flag = numbers(type_and_flag)[1];
     EXPECT_EQ(rules(), expected) << type_and_flag;
   }

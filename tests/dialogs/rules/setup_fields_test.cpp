@@ -14,13 +14,14 @@ namespace {
 std::string line(const SetupFields& f) {
   return std::to_string(f.type_index) + " r=" + f.reference + " n=" + f.enumeration_name +
          " p=" + f.enumeration_path + " f=" + f.format + " [" + f.start + "," + f.end + "," +
-         f.increment + "] c=" + (f.custom ? "1" : "0") + " x=" + std::to_string(f.exceeded);
+         f.increment + "] c=" + (f.custom ? "1" : "0") +
+         " x=" + std::to_string(f.exceeded.value_or(ExceededAction{-1}));
 }
 
 // Settings with something in every text, whatever the type shows of them.
 ItemDisplay display_of(std::int32_t type, std::int32_t action = exceeded_action::repeat) {
   ItemDisplay display;
-  display.generation_type = type;
+  display.generation_type = GenerationType{type};
   display.generation_text = "%2U";
   display.start = "1";
   display.end = "9";
@@ -28,13 +29,13 @@ ItemDisplay display_of(std::int32_t type, std::int32_t action = exceeded_action:
   display.enumeration_name = "a.txt";
   display.enumeration_path = "/lists/a.txt";
   display.custom_format = 1;
-  display.exceeded_action = action;
+  display.exceeded_action = ExceededAction{action};
   return display;
 }
 
 TEST(SetupFieldsTest, ShowWhatTheTypeHas) {
   SetupFields before = fields_of(display_of(4), {});
-  before.exceeded = 0;
+  before.exceeded = exceeded_action::initialize;
   before.format = before.start = before.end = before.increment = before.reference = "old";
   // Type and action; the initial value shows the choice of the item before.
   for (const auto& [stored, expected] : table<2>(R"(
@@ -71,7 +72,7 @@ TEST(SetupFieldsTest, ConfirmingATypeFillsOnlyWhatIsEmpty) {
     if (stored_type >= generation_type::range) item.display() = display_of(stored_type);
     item.display().generation_text = stored;
     SetupFields fields;
-    fields.type_index = numbers(types)[0];
+    fields.type_index = TypeEntry{numbers(types)[0]};
     fields.format = fields.start = fields.end = fields.increment = typed;
     fields.reference = "B";
     fields.enumeration_name = "a.txt";
@@ -105,13 +106,13 @@ TEST_F(ChangedFieldsTest, WhatIsShownIsUnchangedAndEveryFieldOfTheTypeCounts) {
       {[](SetupFields& f) { f.end = ""; }, {2}},
       {[](SetupFields& f) { f.increment = "+2"; }, {2}},
       {[](SetupFields& f) { f.custom = !f.custom; }, {2}},
-      {[](SetupFields& f) { f.exceeded = 0; }, {2, 4}},
+      {[](SetupFields& f) { f.exceeded = exceeded_action::initialize; }, {2, 4}},
       {[](SetupFields& f) { f.enumeration_name = "b.txt"; }, {4}},
       {[](SetupFields& f) { f.enumeration_path = "/other/a.txt"; }, {4}},
       {[](SetupFields& f) { f.reference = "C"; }, {3}},
-      {[](SetupFields& f) { f.type_index = 0; }, {0, 2, 3, 4}},
-      {[](SetupFields& f) { f.type_index = 1; }, {0, 1, 3, 4}},
-      {[](SetupFields& f) { f.type_index = 3; }, {0, 1, 2, 3}},
+      {[](SetupFields& f) { f.type_index = type_entry::initial_value; }, {0, 2, 3, 4}},
+      {[](SetupFields& f) { f.type_index = type_entry::range; }, {0, 1, 3, 4}},
+      {[](SetupFields& f) { f.type_index = type_entry::enumeration; }, {0, 1, 2, 3}},
   };
   for (const auto& [change, types] : changes) {
     for (std::int32_t type = 0; type <= 4; ++type) {

@@ -27,7 +27,7 @@ const SavedItem two_digits = {.item = {attribute::decimal, 0, 2, 2, 0},
 
 class DataGenerationDlgTest : public DialogTest {
  protected:
-  int run(const Steps& story, std::int32_t mode = run_mode::data_file_dialog,
+  int run(const Steps& story, RunMode mode = run_mode::data_file_dialog,
           std::int32_t quotation_lock = 0) {
     ClDataGenerationDlg dialog(nullptr, setup.control(), mode, quotation_lock);
     return play(dialog, story);
