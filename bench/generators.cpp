@@ -17,7 +17,7 @@
 namespace korvex {
 namespace {
 
-constexpr std::int32_t item_number = 1;
+constexpr ItemNumber item_number{1};
 constexpr std::int32_t level = 1;
 constexpr std::int32_t records = 1;
 

@@ -30,7 +30,7 @@ Entry read_entry(const std::string& line) {
 
 FmtColRec settings_of(const Entry& entry) {
   FmtColRec settings = {};
-  settings.item_number = 1;
+  settings.item_number = ItemNumber{1};
   settings.attribute = entry.item.attribute;
   settings.signed_flag = entry.item.signed_flag;
   settings.length = entry.item.length;
@@ -59,8 +59,8 @@ void save_settings(const Entry& entry) {
   ClFmtFile file;
   file.set_paths(settings_path, work_folder);
   require(file.load(1, records, entry.layout_kind) == 0, "there are no settings yet");
-  require(file.set_initial_value(1, entry.item) == 0, "the item gets settings");
-  FmtColRec& settings = file.find_column(1)->record;
+  require(file.set_initial_value(ItemNumber{1}, entry.item) == 0, "the item gets settings");
+  FmtColRec& settings = file.find_column(ItemNumber{1})->record;
   settings.generation_type = generation_type::enumeration;
   settings.exceeded_action = entry.exceeded_action;
   store_field(settings.enumeration_path, list_path);

@@ -41,7 +41,7 @@ bool save(const Entry& entry) {
   file.set_paths(settings_path, work_folder);
   if (!file.load(1, records, entry.layout_kind)) return false;
   file.edited().texts = entry.texts;
-  if (file.check_and_store(1, entry.item) != error::none) return false;
+  if (file.check_and_store(ItemNumber{1}, entry.item) != error::none) return false;
   require(file.save(quotation::double_mark) == 0, "what was accepted can be saved");
   return true;
 }
@@ -51,7 +51,7 @@ RangeTexts load(const Entry& entry) {
   ClFmtFile file;
   file.set_paths(settings_path, work_folder);
   require(file.load(1, records, entry.layout_kind) == 1, "what was saved can be loaded");
-  require(file.read_item(1) == true, "the item has its settings");
+  require(file.read_item(ItemNumber{1}) == true, "the item has its settings");
   return file.edited().texts;
 }
 

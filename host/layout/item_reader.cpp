@@ -52,7 +52,7 @@ LayoutItem read_item(const toml::table& table, const Layout& layout, std::int32_
   TableReader reader(table, "[[item]]", errors);
   LayoutItem item;
   item.place = reader.place();
-  item.number = reader.integer("number", 0).value_or(position);
+  item.number = ItemNumber{reader.integer("number", 0).value_or(position)};
   reader.require("name", "a string");
   item.name = item_text(reader, layout, "name", longest_item_name, &item.beyond_code_page);
   item.description =

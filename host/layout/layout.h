@@ -59,7 +59,7 @@ struct ItemValues {
 };
 
 struct LayoutItem {
-  std::int32_t number = 0;
+  ItemNumber number = no_item;
   std::string name;
   std::string description;
   ItemAttributes attributes;

@@ -155,7 +155,7 @@ void read_header(const toml::table& table, std::optional<std::int32_t> records, 
 }
 
 void check_numbers(const Layout& layout, std::vector<LayoutError>& errors) {
-  std::map<std::int32_t, std::uint32_t> lines;
+  std::map<ItemNumber, std::uint32_t> lines;
   for (const LayoutItem& item : layout.items) {
     const auto [taken, is_new] = lines.try_emplace(item.number, item.place.line);
     if (is_new) continue;
@@ -166,7 +166,7 @@ void check_numbers(const Layout& layout, std::vector<LayoutError>& errors) {
 }
 
 void check_levels(const Layout& layout, std::vector<LayoutError>& errors) {
-  std::map<std::int32_t, const LayoutItem*> items;
+  std::map<ItemNumber, const LayoutItem*> items;
   for (const LayoutItem& item : layout.items) {
     if (!item.values || !item.values->repeat || item.values->repeat->level == 0) continue;
     const RepeatSettings& repeat = *item.values->repeat;

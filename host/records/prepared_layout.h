@@ -104,7 +104,7 @@ class PreparedLayout {
   std::vector<PreparedItem> items_;
   std::vector<const LayoutItem*> left_out_;
   std::set<std::string> looked_at_;  // lists
-  std::set<std::int32_t> booleans_;  // the numbers of items
+  std::set<ItemNumber> booleans_;    // the numbers of items
   std::vector<std::unique_ptr<PreparedLayout>> relatives_;
   std::vector<std::unique_ptr<sources::Field>> fields_;  // they refer to all of the above
 };

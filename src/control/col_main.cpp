@@ -79,7 +79,7 @@ ErrorCode ClColMain::load() {
 
 ErrorCode ClColMain::load_short(platform::File& file) {
   const bool complete =
-      read_records<std::int32_t>(file, header_.item_count, [this](std::int32_t number) {
+      read_records<ItemNumber>(file, header_.item_count, [this](ItemNumber number) {
         auto item = std::make_unique<ClDGCol>();
         item->item_number = number;
         items.push_back(std::move(item));
@@ -129,11 +129,11 @@ ErrorCode ClColMain::write_temporary_control_file() {
 }
 
 ErrorCode ClColMain::write_short_form(platform::File& file) {
-  const std::vector<std::int32_t>& numbers = settings.saved_items();
+  const std::vector<ItemNumber>& numbers = settings.saved_items();
   header_.item_count = static_cast<std::int32_t>(numbers.size());
   platform::FileCause cause = file.write(&header_, sizeof header_);
   if (cause == platform::FileCause::none) {
-    cause = file.write(numbers.data(), numbers.size() * sizeof(std::int32_t));
+    cause = file.write(numbers.data(), numbers.size() * sizeof(ItemNumber));
   }
   if (cause == platform::FileCause::none) cause = file.close();
   return cause == platform::FileCause::none ? error::none : write_failure(cause);
@@ -150,7 +150,7 @@ bool ClColMain::build_default_settings() {
   return texts.has_value();
 }
 
-const ClDGCol* ClColMain::find_item(std::int32_t item_number) const {
+const ClDGCol* ClColMain::find_item(ItemNumber item_number) const {
   const auto place = items_by_number_.find(item_number);
   return place == items_by_number_.end() ? nullptr : place->second;
 }

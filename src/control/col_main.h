@@ -41,7 +41,7 @@ class ClColMain : public platform::Object {
   RunMode run_mode() const { return run_mode_; }
 
   // The first item with the number, of a control file in the long form; null when there is none.
-  const ClDGCol* find_item(std::int32_t item_number) const;
+  const ClDGCol* find_item(ItemNumber item_number) const;
 
   // Makes an item current; null for an index beyond the list.
   ClDGCol* select_item(std::size_t index);
@@ -74,7 +74,7 @@ class ClColMain : public platform::Object {
   void append_item(const ControlItem& record);
   ErrorCode write_short_form(platform::File& file);
 
-  std::unordered_map<std::int32_t, const ClDGCol*> items_by_number_;
+  std::unordered_map<ItemNumber, const ClDGCol*> items_by_number_;
   ControlHeader header_ = {};
   RunMode run_mode_ = run_mode::none;
   ClDGCol* current_item_ = nullptr;

@@ -26,7 +26,7 @@ struct ControlHeader {
 };
 
 struct ControlItem {
-  std::int32_t item_number;
+  ItemNumber item_number;
   char name[64];
   char description[28];
   Attribute attribute;

@@ -26,7 +26,7 @@ struct ItemDisplay {
   std::int32_t repeat_level = 0;
   std::int32_t repeat_count = 0;
   GenerationType generation_type = generation_type::none;
-  std::int32_t referenced_item = 0;
+  ItemNumber referenced_item = no_item;
   ExceededAction exceeded_action = exceeded_action::initialize;
   std::int32_t custom_format = 0;
 };
@@ -40,7 +40,7 @@ class ClDGCol : public platform::Object {
 
   std::string name;
   std::string description;
-  std::int32_t item_number = 0;
+  ItemNumber item_number = no_item;
   Attribute attribute = attribute::none;
   std::int32_t signed_flag = 0;
   std::int32_t length = 0;

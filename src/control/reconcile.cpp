@@ -33,7 +33,7 @@ ErrorCode show_reference(ClColMain& main, ClDGCol& item) {
     display.generation_text = source->name;
     return error::none;
   }
-  display.referenced_item = 0;
+  display.referenced_item = no_item;
   const ErrorCode result = main.settings.set_initial_value(item.item_number, item.attributes());
   if (result == error::none) show_initial_value(main, item);
   return result;

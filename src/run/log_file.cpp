@@ -26,7 +26,7 @@ FileCause write_log_to(ReplacingFile& file, const GenerationLog& log) {
                             static_cast<std::int32_t>(log.item_numbers.size()), 0};
   FileCause cause = file.write(&header, sizeof header);
   if (cause == FileCause::none) {
-    cause = file.write(log.item_numbers.data(), log.item_numbers.size() * sizeof(std::int32_t));
+    cause = file.write(log.item_numbers.data(), log.item_numbers.size() * sizeof(ItemNumber));
   }
   return cause == FileCause::none ? file.finish() : cause;
 }

@@ -22,7 +22,7 @@ static_assert(sizeof(LogHeader) == 16);
 struct GenerationLog {
   std::int32_t records = 0;
   std::int32_t level = 0;
-  std::vector<std::int32_t> item_numbers;  // in the order in which a record holds them
+  std::vector<ItemNumber> item_numbers;  // in the order in which a record holds them
 };
 
 // The work folder and the data file's base name with the extension ".log".

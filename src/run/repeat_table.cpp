@@ -37,7 +37,7 @@ class LevelUse {
 
  private:
   struct Taker {
-    std::int32_t item_number;
+    ItemNumber item_number;
     bool shared;
   };
   std::unordered_map<std::int32_t, Taker> takers_;
@@ -45,7 +45,7 @@ class LevelUse {
 
 }  // namespace
 
-ErrorCode check_repeat_level(const ClColMain& main, std::int32_t level, std::int32_t item_number) {
+ErrorCode check_repeat_level(const ClColMain& main, std::int32_t level, ItemNumber item_number) {
   const bool taken = std::any_of(main.items.begin(), main.items.end(), [&](const auto& item) {
     const FmtColRec* settings = repeat_settings(main, *item);
     return settings != nullptr && item->item_number != item_number &&

@@ -21,7 +21,7 @@ class ClRepeatData : public platform::Object {
   std::int32_t repeat_level = 0;
   std::int32_t repeat_count = 0;
   std::int32_t repetitions_done = 0;
-  std::int32_t item_number = 0;
+  ItemNumber item_number = no_item;
   bool innermost = false;
   ItemGenerator* item = nullptr;  // whose values the entry counts; owned by the run
   Steps hold = 1;  // records that each value of the item stands for, where that is known
@@ -35,7 +35,7 @@ inline const platform::RuntimeClass<ClRepeatData> repeat_data_class("ClRepeatDat
 using ClRepeatDataList = platform::ObjectList<ClRepeatData>;
 
 // Whether no other item (of another number) of the control file repeats at the level: -104.
-ErrorCode check_repeat_level(const ClColMain& main, std::int32_t level, std::int32_t item_number);
+ErrorCode check_repeat_level(const ClColMain& main, std::int32_t level, ItemNumber item_number);
 
 // The repeat table of a run: nested counters over the repeated items, which turn like an odometer
 // whose lowest digit is the highest level. Owns its entries.

@@ -163,7 +163,7 @@ void ClFmtFile::delete_file() {
   held_file_.discard();
 }
 
-Result<bool> ClFmtFile::read_item(std::int32_t item_number) {
+Result<bool> ClFmtFile::read_item(ItemNumber item_number) {
   const ClFmtLvlInf* level = com_.current_level();
   if (level == nullptr) return error::no_current_level;
   const ClFmtColInf* column = level->find_column(item_number);
@@ -182,13 +182,13 @@ Result<bool> ClFmtFile::read_item(std::int32_t item_number) {
   return true;
 }
 
-ErrorCode ClFmtFile::set_initial_value(std::int32_t item_number, const ItemAttributes& item) {
+ErrorCode ClFmtFile::set_initial_value(ItemNumber item_number, const ItemAttributes& item) {
   ClFmtLvlInf* level = com_.current_level();
   if (level == nullptr) return error::no_current_level;
   return level->set_initial_value(item_number, item);
 }
 
-void ClFmtFile::set_enumeration(std::int32_t item_number, const std::string& path,
+void ClFmtFile::set_enumeration(ItemNumber item_number, const std::string& path,
                                 ExceededAction exceeded_action) {
   FmtColRec& settings = find_column(item_number)->record;
   settings.generation_type = generation_type::enumeration;
@@ -196,19 +196,19 @@ void ClFmtFile::set_enumeration(std::int32_t item_number, const std::string& pat
   store_field(settings.enumeration_path, path);
 }
 
-ErrorCode ClFmtFile::copy_settings(std::int32_t target, std::int32_t source,
+ErrorCode ClFmtFile::copy_settings(ItemNumber target, ItemNumber source,
                                    const ItemAttributes& item) {
   ClFmtLvlInf* level = com_.current_level();
   if (level == nullptr) return error::no_current_level;
   return level->copy_settings(target, source, item);
 }
 
-ErrorCode ClFmtFile::delete_settings(std::int32_t item_number) {
+ErrorCode ClFmtFile::delete_settings(ItemNumber item_number) {
   ClFmtLvlInf* level = com_.current_level();
   return level == nullptr ? error::no_current_level : level->delete_settings(item_number);
 }
 
-ErrorCode ClFmtFile::check_and_store(std::int32_t item_number, const ItemAttributes& item) {
+ErrorCode ClFmtFile::check_and_store(ItemNumber item_number, const ItemAttributes& item) {
   ClFmtLvlInf* level = com_.current_level();
   if (level == nullptr) return error::no_current_level;
   if (edited_.texts.end.empty()) edited_.texts.end = largest_value_text(item);
@@ -218,7 +218,7 @@ ErrorCode ClFmtFile::check_and_store(std::int32_t item_number, const ItemAttribu
   return variable_count.code();
 }
 
-ClFmtColInf* ClFmtFile::find_column(std::int32_t item_number) const {
+ClFmtColInf* ClFmtFile::find_column(ItemNumber item_number) const {
   const ClFmtLvlInf* level = com_.current_level();
   return level == nullptr ? nullptr : level->find_column(item_number);
 }

@@ -26,7 +26,7 @@ using RunMode = run_mode::Mode;
 // One item's settings in the form in which they are edited.
 struct EditedSettings {
   GenerationType generation_type = generation_type::none;
-  std::int32_t referenced_item = 0;
+  ItemNumber referenced_item = no_item;
   std::int32_t variable_count = 0;  // directives of the last validated format
   RangeChoices choices;
   RangeTexts texts;
@@ -65,23 +65,23 @@ class ClFmtFile : public platform::Object {
   void disregard_protection() { is_protection_disregarded_ = true; }
 
   // Fills the edited copy when the item has settings, and answers whether it has. -68.
-  Result<bool> read_item(std::int32_t item_number);
+  Result<bool> read_item(ItemNumber item_number);
 
   // Changes of one item. After a failure nothing has changed.
-  ErrorCode set_initial_value(std::int32_t item_number, const ItemAttributes& item);
-  ErrorCode copy_settings(std::int32_t target, std::int32_t source, const ItemAttributes& item);
+  ErrorCode set_initial_value(ItemNumber item_number, const ItemAttributes& item);
+  ErrorCode copy_settings(ItemNumber target, ItemNumber source, const ItemAttributes& item);
 
   // Makes an item with the initial value take its values from a file, which is not looked at.
-  void set_enumeration(std::int32_t item_number, const std::string& path,
+  void set_enumeration(ItemNumber item_number, const std::string& path,
                        ExceededAction exceeded_action);
-  ErrorCode delete_settings(std::int32_t item_number);
+  ErrorCode delete_settings(ItemNumber item_number);
 
   // Validates and stores texts and choices of the edited copy; an empty end text stands for the
   // largest value that the attribute holds.
-  ErrorCode check_and_store(std::int32_t item_number, const ItemAttributes& item);
+  ErrorCode check_and_store(ItemNumber item_number, const ItemAttributes& item);
 
   // Null without settings. Owned by this object.
-  ClFmtColInf* find_column(std::int32_t item_number) const;
+  ClFmtColInf* find_column(ItemNumber item_number) const;
 
   ClFmtLvlInf* current_level() const { return com_.current_level(); }
 
@@ -97,7 +97,7 @@ class ClFmtFile : public platform::Object {
 
   // After a save in run mode 1: the numbers of all items of the level, in the order in which their
   // settings came into being.
-  const std::vector<std::int32_t>& saved_items() const { return saved_items_; }
+  const std::vector<ItemNumber>& saved_items() const { return saved_items_; }
 
   bool is_held() const { return held_file_.is_open(); }
 
@@ -118,7 +118,7 @@ class ClFmtFile : public platform::Object {
   RunMode run_mode_ = run_mode::none;
   Quotation quotation_ = quotation::none;
   bool is_protection_disregarded_ = false;
-  std::vector<std::int32_t> saved_items_;
+  std::vector<ItemNumber> saved_items_;
 };
 
 inline const platform::RuntimeClass<ClFmtFile> fmt_file_class("ClFmtFile");

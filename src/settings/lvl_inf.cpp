@@ -42,7 +42,7 @@ auto guard_memory(Operation operation) -> decltype(operation()) {
 
 }  // namespace
 
-ClFmtColInf* ClFmtLvlInf::find_column(std::int32_t item_number) const {
+ClFmtColInf* ClFmtLvlInf::find_column(ItemNumber item_number) const {
   const auto place = places_.find(item_number);
   return place == places_.end() ? nullptr : columns[place->second].get();
 }
@@ -63,14 +63,14 @@ bool ClFmtLvlInf::has_settings() const {
                      [](const auto& column) { return !column->elements.empty(); });
 }
 
-ClFmtColInf& ClFmtLvlInf::find_or_append(std::int32_t item_number) {
+ClFmtColInf& ClFmtLvlInf::find_or_append(ItemNumber item_number) {
   if (ClFmtColInf* column = find_column(item_number)) return *column;
   auto fresh = std::make_unique<ClFmtColInf>();
   fresh->record.item_number = item_number;
   return append(std::move(fresh));
 }
 
-ErrorCode ClFmtLvlInf::set_initial_value(std::int32_t item_number, const ItemAttributes& item) {
+ErrorCode ClFmtLvlInf::set_initial_value(ItemNumber item_number, const ItemAttributes& item) {
   return guard_memory([&] {
     ClFmtColInf prepared;
     prepared.set_elements({initial_value_element(item)});
@@ -80,7 +80,7 @@ ErrorCode ClFmtLvlInf::set_initial_value(std::int32_t item_number, const ItemAtt
     settings.item_number = item_number;
     settings.exceeded_action = exceeded_action::initialize;
     settings.generation_type = generation_type::initial_value;
-    settings.referenced_item = 0;
+    settings.referenced_item = no_item;
     settings.lead_element = 1;
     store_attributes(item, settings);
     store_field(settings.increment_text, "1");
@@ -91,7 +91,7 @@ ErrorCode ClFmtLvlInf::set_initial_value(std::int32_t item_number, const ItemAtt
   });
 }
 
-Result<std::int32_t> ClFmtLvlInf::check_and_store(std::int32_t item_number,
+Result<std::int32_t> ClFmtLvlInf::check_and_store(ItemNumber item_number,
                                                   const ItemAttributes& item,
                                                   const RangeTexts& texts,
                                                   const RangeChoices& choices) {
@@ -108,7 +108,7 @@ Result<std::int32_t> ClFmtLvlInf::check_and_store(std::int32_t item_number,
     settings.exceeded_action = choices.exceeded_action;
     settings.custom_format = choices.custom_format;
     settings.generation_type = generation_type::range;
-    settings.referenced_item = 0;
+    settings.referenced_item = no_item;
     store_attributes(item, settings);
     settings.digits = range->digits;
     settings.increment = range->increment;
@@ -123,7 +123,7 @@ Result<std::int32_t> ClFmtLvlInf::check_and_store(std::int32_t item_number,
   });
 }
 
-ErrorCode ClFmtLvlInf::copy_settings(std::int32_t target, std::int32_t source,
+ErrorCode ClFmtLvlInf::copy_settings(ItemNumber target, ItemNumber source,
                                      const ItemAttributes& item) {
   return guard_memory([&] {
     const ClFmtColInf* from = find_column(source);
@@ -151,7 +151,7 @@ ErrorCode ClFmtLvlInf::copy_settings(std::int32_t target, std::int32_t source,
   });
 }
 
-ErrorCode ClFmtLvlInf::delete_settings(std::int32_t item_number) {
+ErrorCode ClFmtLvlInf::delete_settings(ItemNumber item_number) {
   ClFmtColInf* column = find_column(item_number);
   if (column == nullptr || column->elements.empty()) return error::format_not_set;
   column->set_elements({});

@@ -28,7 +28,7 @@ class ClFmtLvlInf : public platform::Object {
   explicit ClFmtLvlInf(const FmtLvlRec& level) : record(level) {}
 
   // The item's settings, null when it has none. Owned by the level; valid until the next change.
-  ClFmtColInf* find_column(std::int32_t item_number) const;
+  ClFmtColInf* find_column(ItemNumber item_number) const;
 
   // Appends settings as read from a file. Of several with one number, the first is found.
   ClFmtColInf& append(std::unique_ptr<ClFmtColInf> column);
@@ -36,18 +36,18 @@ class ClFmtLvlInf : public platform::Object {
   // Whether any item has a format element, so that the level is worth storing.
   bool has_settings() const;
 
-  ErrorCode set_initial_value(std::int32_t item_number, const ItemAttributes& item);
+  ErrorCode set_initial_value(ItemNumber item_number, const ItemAttributes& item);
 
   // Answers the number of directives of the format.
-  Result<std::int32_t> check_and_store(std::int32_t item_number, const ItemAttributes& item,
+  Result<std::int32_t> check_and_store(ItemNumber item_number, const ItemAttributes& item,
                                        const RangeTexts& texts, const RangeChoices& choices);
 
   // Copies what generates the source's values. A target without settings yet takes `item`, its own
   // attributes; the repeat settings and the referenced item stay the target's.
-  ErrorCode copy_settings(std::int32_t target, std::int32_t source, const ItemAttributes& item);
+  ErrorCode copy_settings(ItemNumber target, ItemNumber source, const ItemAttributes& item);
 
   // Empties the item's settings; its place in the list stays. -36 when it has none.
-  ErrorCode delete_settings(std::int32_t item_number);
+  ErrorCode delete_settings(ItemNumber item_number);
 
   FmtLvlRec record = {};
   platform::ObjectList<ClFmtColInf> columns;
@@ -56,9 +56,9 @@ class ClFmtLvlInf : public platform::Object {
 
  private:
   // The item's column, made and appended if there is none.
-  ClFmtColInf& find_or_append(std::int32_t item_number);
+  ClFmtColInf& find_or_append(ItemNumber item_number);
 
-  std::unordered_map<std::int32_t, std::size_t> places_;
+  std::unordered_map<ItemNumber, std::size_t> places_;
 };
 
 inline const platform::RuntimeClass<ClFmtLvlInf> fmt_lvl_inf_class("ClFmtLvlInf");

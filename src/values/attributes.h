@@ -26,6 +26,9 @@ enum Code : std::int32_t {
 
 using Attribute = attribute::Code;
 
+// What an item is called by in files, which is not its place among the items.
+enum ItemNumber : std::int32_t { no_item = 0 };
+
 // What an item is, as the control file says.
 struct ItemAttributes {
   Attribute attribute = attribute::none;

@@ -153,7 +153,7 @@ struct FmtItemRec {
 
 // The settings of one item; `element_count` FmtItemRec follow it in the file.
 struct FmtColRec {
-  std::int32_t item_number;
+  ItemNumber item_number;
   std::int32_t element_count;
   std::int32_t lead_element;
   Attribute attribute;
@@ -166,7 +166,7 @@ struct FmtColRec {
   char format[format_text_size];
   ExceededAction exceeded_action;
   GenerationType generation_type;
-  std::int32_t referenced_item;
+  ItemNumber referenced_item;
   std::int32_t custom_format;
   std::int32_t repeat_flag;
   std::int32_t repeat_level;

@@ -167,7 +167,7 @@ TEST_F(ColMainTest, WritesATemporaryControlFile) {
   ASSERT_EQ(main.settings.load(1, 10, layout_kind::record_file), 0);
   for (const std::int32_t item : {30, 10, 20}) {
     main.settings.edited().texts = {"%5U", "1", "9", "1"};
-    ASSERT_EQ(main.settings.check_and_store(item, {attribute::decimal, 0, 5, 5, 0}), 0);
+    ASSERT_EQ(main.settings.check_and_store(ItemNumber{item}, {attribute::decimal, 0, 5, 5, 0}), 0);
   }
   ASSERT_EQ(main.settings.save(quotation::none), 0);
   ASSERT_EQ(main.write_temporary_control_file(), 0);

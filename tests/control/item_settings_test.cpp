@@ -28,7 +28,7 @@ class ItemSettingsTest : public testing::Test {
   }
   ClDGCol& item(std::size_t place) { return *setup.main->items[place]; }
   FmtColRec& record(std::int32_t number) {
-    return setup.main->settings.find_column(number)->record;
+    return setup.main->settings.find_column(ItemNumber{number})->record;
   }
 
   ReconcileSetup setup;
@@ -44,7 +44,7 @@ TEST_F(ItemSettingsTest, ACopyShowsWhatItsSourceShows) {
   const FmtColRec& own = record(2);  // its own attribute, so that it fits the next time
   EXPECT_EQ((std::vector<std::int32_t>{own.attribute, own.length, own.digits, own.custom_format}),
             (std::vector<std::int32_t>{4, 10, 6, 1}));
-  EXPECT_EQ(setup.main->settings.find_column(2)->elements.size(), 1U);
+  EXPECT_EQ(setup.main->settings.find_column(ItemNumber{2})->elements.size(), 1U);
 
   FmtColRec& first = record(1);
   first.generation_type = item(0).display().generation_type = generation_type::enumeration;
@@ -86,7 +86,7 @@ TEST(CheckReference, RefusesWhatIsOfAnotherKindOrWider) {
 TEST_F(ItemSettingsTest, DeletedSettingsAreGoneFromTheDisplayToo) {
   EXPECT_EQ(copy_settings(at(0), 0), -29);
   EXPECT_EQ(copy_settings(at(1), 2), -36);
-  EXPECT_EQ(setup.main->settings.find_column(2), nullptr);
+  EXPECT_EQ(setup.main->settings.find_column(ItemNumber{2}), nullptr);
   ASSERT_EQ(store_format(at(0), two_digits, false, false), 0);
   EXPECT_EQ(delete_settings(at(0)), 0);
   EXPECT_EQ(item(0).state, without_settings);

@@ -96,11 +96,11 @@ TEST_F(ReconcileTest, AReferenceToAVanishedItemBecomesTheInitialValue) {
     setup.load({{.item_number = 1, .digits = 1}, {.item_number = 2, .digits = 1}}, kind);
     EXPECT_EQ(reconcile(*setup.main), 1);
     EXPECT_EQ(shown(0), std::string("1 Init ") + (kind == 1 ? "Value" : "Null") + " [,,] 00 ref 0");
-    const FmtColRec& record = setup.main->settings.find_column(1)->record;
+    const FmtColRec& record = setup.main->settings.find_column(ItemNumber{1})->record;
     EXPECT_EQ(record.generation_type, 1);
     EXPECT_EQ(record.referenced_item, 0);
     EXPECT_EQ(record.repeat_level, 2) << "the repeat is no part of the values";
-    EXPECT_EQ(setup.main->settings.find_column(1)->elements[0]->record.kind, 0);
+    EXPECT_EQ(setup.main->settings.find_column(ItemNumber{1})->elements[0]->record.kind, 0);
   }
 }
 
@@ -123,7 +123,7 @@ TEST_F(ReconcileTest, AMismatchLeavesNoSettingsBehind) {
     EXPECT_EQ(setup.interface.messages.at(0).kind, MessageKind::plain);
     EXPECT_FALSE(platform::exists(setup.settings()));
     EXPECT_FALSE(setup.main->settings.is_held());
-    EXPECT_EQ(setup.main->settings.read_item(1).code(), -68);
+    EXPECT_EQ(setup.main->settings.read_item(ItemNumber{1}).code(), -68);
     EXPECT_EQ(read_file(setup.folder.file("out.csv")), "data");
     for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(shown(i), "0  [,,] 00 ref 0") << i;
   }

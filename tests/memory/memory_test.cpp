@@ -40,14 +40,18 @@ std::function<std::int32_t()> prepare_validation(Place& place) {
   const auto file = settings_file(place);
   static_cast<void>(file->load(1, 10, layout_kind::record_file));
   file->edited().texts = {"%3U'-'%2U", "001,01", "999,99", "1"};
-  return [file] { return file->check_and_store(9, {attribute::plain_character, 0, 6, 6, 0}); };
+  return [file] {
+    return file->check_and_store(ItemNumber{9}, {attribute::plain_character, 0, 6, 6, 0});
+  };
 }
 
 std::function<std::int32_t()> prepare_copy(Place& place) {
   writing_operation("Save").prepare(place)();
   const auto file = settings_file(place);
   static_cast<void>(file->load(1, 10, layout_kind::record_file));
-  return [file] { return file->copy_settings(9, 7, {attribute::decimal, 0, 5, 5, 0}); };
+  return [file] {
+    return file->copy_settings(ItemNumber{9}, ItemNumber{7}, {attribute::decimal, 0, 5, 5, 0});
+  };
 }
 
 std::function<std::int32_t()> prepare_control_load(Place& place) {

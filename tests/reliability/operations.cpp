@@ -48,7 +48,7 @@ std::shared_ptr<ClFmtFile> load_settings(const Place& place, std::int32_t expect
 std::shared_ptr<ClFmtFile> change_settings(const Place& place, std::int32_t expected) {
   const auto file = load_settings(place, expected);
   file->edited().texts = {"%5U", "1", "99999", "1"};
-  expect(file->check_and_store(7, {attribute::decimal, 0, 5, 5, 0}) == 0, "store");
+  expect(file->check_and_store(ItemNumber{7}, {attribute::decimal, 0, 5, 5, 0}) == 0, "store");
   return file;
 }
 
@@ -101,7 +101,8 @@ Attempt prepare_short_control_file(Place& place) {
   main->settings.set_run_mode(run_mode::data_file_dialog);
   expect(main->settings.load(1, 10, layout_kind::record_file) == 0, "load settings");
   main->settings.edited().texts = {"%5U", "1", "9", "1"};
-  expect(main->settings.check_and_store(30, {attribute::decimal, 0, 5, 5, 0}) == 0, "store");
+  expect(main->settings.check_and_store(ItemNumber{30}, {attribute::decimal, 0, 5, 5, 0}) == 0,
+         "store");
   expect(main->settings.save(quotation::none) == 0, "save");
   return [main] { return main->write_temporary_control_file(); };
 }
@@ -159,7 +160,7 @@ Attempt prepare_first_store(Place&) {
 constexpr std::int32_t many_records = 40'000;
 
 std::shared_ptr<ClGenerateDataFile> make_generator(Place& place) {
-  constexpr std::int32_t item_number = 7;
+  constexpr ItemNumber item_number{7};
   write_control_file(place, many_records, Bytes().i32(item_number));
   const auto file = load_settings(place, 0);
   file->edited().texts = {"'0123456789'%3U", "1", "999", "1"};

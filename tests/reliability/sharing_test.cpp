@@ -32,7 +32,7 @@ Result<std::int32_t> load(ClFmtFile& file, const GenerationSetup& setup) {
 
 ErrorCode store_count(ClFmtFile& file, int count) {
   file.edited().texts = {"%9U", "1", std::to_string(count), "1"};
-  return file.check_and_store(1, counter_item);
+  return file.check_and_store(ItemNumber{1}, counter_item);
 }
 
 std::int32_t generate(const GenerationSetup& setup) {
@@ -77,7 +77,7 @@ TEST(SharingTest, NoSaveIsLostBetweenProcesses) {
       ClFmtFile file;
       const Result<std::int32_t> loaded = load(file, setup);
       if (loaded.code() == error::cannot_open) continue;
-      if (loaded != 1 || file.read_item(1) != true) return 1;
+      if (loaded != 1 || file.read_item(ItemNumber{1}) != true) return 1;
       if (store_count(file, std::stoi(file.edited().texts.end) + 1) != 0) return 2;
       if (file.save(quotation::none) != 0) return 3;
       ++done;
@@ -90,7 +90,7 @@ TEST(SharingTest, NoSaveIsLostBetweenProcesses) {
 
   ClFmtFile file;
   ASSERT_EQ(load(file, setup), 1);
-  ASSERT_EQ(file.read_item(1), 1);
+  ASSERT_EQ(file.read_item(ItemNumber{1}), 1);
   EXPECT_EQ(std::stoi(file.edited().texts.end), first_count + processes * raises);
   EXPECT_TRUE(setup.outputs().empty());
 }

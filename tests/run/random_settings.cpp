@@ -346,7 +346,8 @@ std::string odd_field(RandomSettings& random, ClFmtColInf& column) {
 
 std::unique_ptr<ClFmtColInf> checked_column(const ItemSettings& settings) {
   ClFmtLvlInf level;
-  const auto stored = level.check_and_store(1, settings.item, settings.texts, {settings.action, 0});
+  const auto stored =
+      level.check_and_store(ItemNumber{1}, settings.item, settings.texts, {settings.action, 0});
   return stored ? std::move(level.columns.front()) : nullptr;
 }
 

@@ -26,12 +26,12 @@ class RepeatTableTest : public testing::Test {
     EXPECT_TRUE(main->settings.load(1, 0, layout_kind::record_file));
     for (const NamedItem& item : items) {
       auto named = std::make_unique<ClDGCol>();
-      named->item_number = item.number;
+      named->item_number = ItemNumber{item.number};
       named->name = item.name;
       main->items.push_back(std::move(named));
-      if (main->settings.find_column(item.number) != nullptr) continue;
+      if (main->settings.find_column(ItemNumber{item.number}) != nullptr) continue;
       auto column = std::make_unique<ClFmtColInf>();
-      column->record.item_number = item.number;
+      column->record.item_number = ItemNumber{item.number};
       column->record.repeat_flag = item.level != 0 ? 1 : 0;
       column->record.repeat_level = item.level;
       main->settings.current_level()->append(std::move(column));

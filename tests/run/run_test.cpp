@@ -44,7 +44,7 @@ class RandomLayout {
     if (random.one_in(12)) numbers.push_back(1);
     for (const std::int32_t number : numbers) {
       auto named = std::make_unique<ClDGCol>();
-      named->item_number = number;
+      named->item_number = ItemNumber{number};
       main.items.push_back(std::move(named));
     }
     main.settings.current_level()->record.repeat_flag = level_ > 0 ? 1 : 0;
@@ -60,7 +60,7 @@ class RandomLayout {
   void add_item(RandomSettings& random, std::int32_t number) {
     RandomItem item = random.one_in(3) ? random.draw_odd() : random.draw();
     FmtColRec& record = item.column->record;
-    record.item_number = number;
+    record.item_number = ItemNumber{number};
     if (random.one_in(4)) add_list(random, record);
     if (repeats_left_ > 0 && random.one_in(2)) {
       --repeats_left_;

@@ -20,10 +20,10 @@ class FmtFileTest : public testing::Test {
                      const std::string& start, const std::string& end,
                      const std::string& increment = "1") {
     file.edited().texts = {format, cp932(start), cp932(end), increment};
-    return file.check_and_store(item, attributes);
+    return file.check_and_store(ItemNumber{item}, attributes);
   }
 
-  FmtColRec& record(std::int32_t item) { return file.find_column(item)->record; }
+  FmtColRec& record(std::int32_t item) { return file.find_column(ItemNumber{item})->record; }
 
   SettingsFolder folder;
   ClFmtFile file;
@@ -31,12 +31,12 @@ class FmtFileTest : public testing::Test {
 
 TEST(FmtFile, WithoutALevelEveryOperationSaysSo) {
   ClFmtFile file;
-  EXPECT_EQ(file.read_item(1).code(), -68);
-  EXPECT_EQ(file.set_initial_value(1, decimal), -68);
-  EXPECT_EQ(file.copy_settings(1, 2, decimal), -68);
-  EXPECT_EQ(file.delete_settings(1), -68);
-  EXPECT_EQ(file.check_and_store(1, decimal), -68);
-  EXPECT_EQ(file.find_column(1), nullptr);
+  EXPECT_EQ(file.read_item(ItemNumber{1}).code(), -68);
+  EXPECT_EQ(file.set_initial_value(ItemNumber{1}, decimal), -68);
+  EXPECT_EQ(file.copy_settings(ItemNumber{1}, ItemNumber{2}, decimal), -68);
+  EXPECT_EQ(file.delete_settings(ItemNumber{1}), -68);
+  EXPECT_EQ(file.check_and_store(ItemNumber{1}, decimal), -68);
+  EXPECT_EQ(file.find_column(ItemNumber{1}), nullptr);
 }
 
 TEST_F(FmtFileTest, ValuesReadBackAsTheyWereEntered) {
@@ -54,7 +54,7 @@ TEST_F(FmtFileTest, ValuesReadBackAsTheyWereEntered) {
   )")) {
     ASSERT_EQ(store(1, item_of(item), format, start, end), 0) << format;
     file.edited().texts = {};
-    ASSERT_EQ(file.read_item(1), true);
+    ASSERT_EQ(file.read_item(ItemNumber{1}), true);
     const RangeTexts& texts = file.edited().texts;
     EXPECT_EQ(texts.format + texts.start + texts.end, format + cp932(start + end));
     EXPECT_EQ(texts.increment, "1");
@@ -64,10 +64,10 @@ TEST_F(FmtFileTest, ValuesReadBackAsTheyWereEntered) {
 TEST_F(FmtFileTest, ReadsTheFieldsOfAnItem) {
   file.edited().choices = {exceeded_action::repeat, 1};
   ASSERT_EQ(store_range(file, 8), 0);
-  record(8).referenced_item = 3;
+  record(8).referenced_item = ItemNumber{3};
   file.edited() = {};
-  EXPECT_EQ(file.read_item(9), 0);
-  ASSERT_EQ(file.read_item(8), 1);
+  EXPECT_EQ(file.read_item(ItemNumber{9}), 0);
+  ASSERT_EQ(file.read_item(ItemNumber{8}), 1);
   const EditedSettings& edited = file.edited();
   EXPECT_EQ(
       (std::vector<std::int32_t>{edited.generation_type, edited.referenced_item,
@@ -75,7 +75,7 @@ TEST_F(FmtFileTest, ReadsTheFieldsOfAnItem) {
       (std::vector<std::int32_t>{2, 3, 1, 1}));
   file.set_run_mode(run_mode::generator);
   file.edited().texts = {};
-  EXPECT_EQ(file.read_item(8), 1);
+  EXPECT_EQ(file.read_item(ItemNumber{8}), 1);
   EXPECT_EQ(file.edited().texts.format, "%5U");
   EXPECT_EQ(file.edited().texts.start, "") << "the generator reads no value texts";
 }
@@ -83,11 +83,11 @@ TEST_F(FmtFileTest, ReadsTheFieldsOfAnItem) {
 TEST_F(FmtFileTest, TheInitialValueReplacesEverything) {
   file.edited().choices = {exceeded_action::repeat, 1};
   ASSERT_EQ(store(1, {attribute::character, 1, 6, 6, 0}, "%2S'-'%3U", "AA,100", "AC,900", "2"), 0);
-  FmtColRec& before = file.find_column(1)->record;
+  FmtColRec& before = file.find_column(ItemNumber{1})->record;
   before.repeat_count = 4;
-  before.referenced_item = 5;
-  EXPECT_EQ(file.set_initial_value(1, decimal), 0);
-  EXPECT_EQ(file.set_initial_value(2, decimal), 0);
+  before.referenced_item = ItemNumber{5};
+  EXPECT_EQ(file.set_initial_value(ItemNumber{1}, decimal), 0);
+  EXPECT_EQ(file.set_initial_value(ItemNumber{2}, decimal), 0);
   ASSERT_EQ(file.save(quotation::none), 0);
 
   const ColumnFields expected = {1,   1,           1, 4, 1, 8, 5, 2, {.sign = 1, .low = 1},
@@ -102,10 +102,10 @@ TEST_F(FmtFileTest, TheInitialValueReplacesEverything) {
 
 TEST_F(FmtFileTest, DeletedSettingsLeaveThePlace) {
   for (const std::int32_t item : {1, 2}) ASSERT_EQ(store_range(file, item), 0);
-  EXPECT_EQ(file.delete_settings(1), 0);
-  EXPECT_EQ(file.delete_settings(1), -36);
-  EXPECT_EQ(file.copy_settings(2, 1, decimal), -36);
-  EXPECT_EQ(file.copy_settings(2, 9, decimal), -36);
+  EXPECT_EQ(file.delete_settings(ItemNumber{1}), 0);
+  EXPECT_EQ(file.delete_settings(ItemNumber{1}), -36);
+  EXPECT_EQ(file.copy_settings(ItemNumber{2}, ItemNumber{1}, decimal), -36);
+  EXPECT_EQ(file.copy_settings(ItemNumber{2}, ItemNumber{9}, decimal), -36);
   EXPECT_EQ(record(1).generation_type, 0);
   EXPECT_EQ(record(1).element_count, 0);
   ASSERT_EQ(store_range(file, 1), 0);
@@ -113,8 +113,8 @@ TEST_F(FmtFileTest, DeletedSettingsLeaveThePlace) {
   // A failed check keeps what was there.
   EXPECT_EQ(store_range(file, 1, "9", "1"), -18);
   EXPECT_EQ(store_range(file, 3, "x", "1"), -25);
-  EXPECT_EQ(file.find_column(3), nullptr);
-  ASSERT_EQ(file.read_item(1), true);
+  EXPECT_EQ(file.find_column(ItemNumber{3}), nullptr);
+  ASSERT_EQ(file.read_item(ItemNumber{1}), true);
   EXPECT_EQ(file.edited().texts.end, "99999");
   ASSERT_EQ(store(1, {attribute::character, 1, 3, 0, 0}, "%3S", "AAA", "AAC"), 0);
   EXPECT_EQ(record(1).digits, 3) << "the digits that count";
@@ -145,7 +145,7 @@ TEST(LargestValue, FillsTheItem) {
 
 TEST_F(FmtFileTest, AnEmptyEndStandsForTheLargestValue) {
   ASSERT_EQ(store(1, decimal, "%3.2D", "1", ""), 0);
-  EXPECT_EQ(field_text(file.find_column(1)->elements[0]->record.end_text), "+999.99");
+  EXPECT_EQ(field_text(file.find_column(ItemNumber{1})->elements[0]->record.end_text), "+999.99");
   EXPECT_EQ(store(1, {Attribute{5}, 0, 3, 3, 0}, "%3U", "1", ""), -25)
       << "letters, as for characters";
   EXPECT_EQ(store(1, {attribute::time, 0, 6, 6, 0}, "%T", "000000", ""), -38);

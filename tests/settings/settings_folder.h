@@ -28,7 +28,7 @@ struct SettingsFolder {
 inline ErrorCode store_range(ClFmtFile& file, std::int32_t item, const std::string& start = "1",
                              const std::string& end = "99999") {
   file.edited().texts = {"%5U", start, end, "1"};
-  return file.check_and_store(item, {attribute::decimal, 0, 5, 5, 0});
+  return file.check_and_store(ItemNumber{item}, {attribute::decimal, 0, 5, 5, 0});
 }
 
 }  // namespace korvex::test

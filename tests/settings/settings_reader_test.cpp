@@ -48,11 +48,11 @@ TEST(SettingsReader, ReadsTheRecordsAsTheyStand) {
   EXPECT_EQ(file.quotation(), 1);
   EXPECT_EQ(file.current_level()->record.records, 1000) << "the run's own number of records counts";
   EXPECT_EQ(file.current_level()->record.repeat_flag, 1);
-  ASSERT_NE(file.find_column(43), nullptr);
-  EXPECT_EQ(file.find_column(43)->record.repeat_count, 59);
-  ASSERT_EQ(file.find_column(43)->elements.size(), 1U);
-  EXPECT_EQ(file.find_column(43)->elements[0]->record.sequence, 61);
-  EXPECT_EQ(file.find_column(43)->elements[0]->record.end.year, 65535);
+  ASSERT_NE(file.find_column(ItemNumber{43}), nullptr);
+  EXPECT_EQ(file.find_column(ItemNumber{43})->record.repeat_count, 59);
+  ASSERT_EQ(file.find_column(ItemNumber{43})->elements.size(), 1U);
+  EXPECT_EQ(file.find_column(ItemNumber{43})->elements[0]->record.sequence, 61);
+  EXPECT_EQ(file.find_column(ItemNumber{43})->elements[0]->record.end.year, 65535);
 }
 
 TEST(SettingsReader, SelectsTheLevelOrAddsIt) {

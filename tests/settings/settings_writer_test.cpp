@@ -15,7 +15,7 @@ TEST(SettingsWriter, WritesARangeByteForByte) {
   ASSERT_EQ(folder.load(file, 3, 1000, 2), 0);
   file.edited().texts = {"%3.2D", "1.5", "99.99", "0.05"};
   file.edited().choices = {exceeded_action::repeat, 1};
-  ASSERT_EQ(file.check_and_store(7, {attribute::decimal, 1, 8, 5, 2}), 0);
+  ASSERT_EQ(file.check_and_store(ItemNumber{7}, {attribute::decimal, 1, 8, 5, 2}), 0);
   ASSERT_EQ(file.save(quotation::double_mark), 0);
 
   const ValueFields start = {1, 1, 150, "150", 0, "", {}};
@@ -78,17 +78,17 @@ TEST(SettingsWriter, ALevelWithoutSettingsGoes) {
   write_file(folder.path, settings_bytes({1, 1}));
   ClFmtFile file;
   ASSERT_EQ(folder.load(file, 2), 1);
-  ASSERT_EQ(file.delete_settings(201), 0);
+  ASSERT_EQ(file.delete_settings(ItemNumber{201}), 0);
   {
     const FaultyFileCalls full_disk({.call = 1, .error_number = ENOSPC, .kind = "write"});
     EXPECT_EQ(file.save(quotation::none), -27);
   }
   EXPECT_EQ(store_range(file, 201), 0) << "the level is still there to be worked on";
-  ASSERT_EQ(file.delete_settings(201), 0);
+  ASSERT_EQ(file.delete_settings(ItemNumber{201}), 0);
   EXPECT_EQ(file.save(quotation::none), 0);
   EXPECT_TRUE(same_bytes(settings_bytes({1}), read_file(folder.path)));
   EXPECT_EQ(file.save(quotation::none), -68) << "the level that was current is gone";
-  EXPECT_EQ(file.read_item(201).code(), -68);
+  EXPECT_EQ(file.read_item(ItemNumber{201}).code(), -68);
 }
 
 TEST(SettingsWriter, NothingLeftToWriteIsACode) {
@@ -98,7 +98,7 @@ TEST(SettingsWriter, NothingLeftToWriteIsACode) {
     ClFmtFile file;
     EXPECT_EQ(folder.load(file), code == -6 ? 0 : 1);
     if (code == -44) {
-      EXPECT_EQ(file.delete_settings(101), 0);
+      EXPECT_EQ(file.delete_settings(ItemNumber{101}), 0);
     }
     EXPECT_EQ(file.save(quotation::none), code);
     EXPECT_EQ(file.save(quotation::none), code);

@@ -60,14 +60,14 @@ class GenerationSetup {
     expect(file.load(level, 0, LayoutKind{layout_kind}).code(), "load");
     for (const SavedItem& item : items) {
       if (item.texts.format.empty()) {
-        expect(file.set_initial_value(item.number, item.item), "initial value");
+        expect(file.set_initial_value(ItemNumber{item.number}, item.item), "initial value");
         continue;
       }
       file.edited().texts = item.texts;
       file.edited().choices.exceeded_action = item.action;
-      expect(file.check_and_store(item.number, item.item), item.texts.format);
+      expect(file.check_and_store(ItemNumber{item.number}, item.item), item.texts.format);
       if (item.repeat_level == 0) continue;
-      FmtColRec& record = file.find_column(item.number)->record;
+      FmtColRec& record = file.find_column(ItemNumber{item.number})->record;
       record.repeat_level = item.repeat_level;
       record.repeat_flag = record.repeat_count = 1;
       file.current_level()->record.repeat_flag = 1;

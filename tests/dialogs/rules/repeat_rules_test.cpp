@@ -101,7 +101,7 @@ TEST_F(RowRulesTest, ARepeatIsStoredInBothPlaces) {
   ASSERT_GE(store_format(main, {"%2U", "1", "9", "1"}, false, true), 0);
   store_repeat(main, *main.items[0], {true, 5, 6});
   EXPECT_EQ(rules(), "repeat edit delete 1/5/6");
-  const FmtColRec& record = main.settings.find_column(1)->record;
+  const FmtColRec& record = main.settings.find_column(ItemNumber{1})->record;
   EXPECT_EQ((std::vector{record.repeat_flag, record.repeat_level, record.repeat_count}),
             (std::vector{1, 5, 6}));
   main.items[1]->display().repeat_level = 9;  // but no repeat
@@ -112,7 +112,7 @@ TEST_F(RowRulesTest, AListThatWasReplacedIsCountedAgain) {
   ASSERT_EQ(reset_settings(main), 0);
   const std::string path = setup.folder.file("list");
   set_enumeration(main, path, exceeded_action::repeat);
-  const FmtColRec& record = main.settings.find_column(1)->record;
+  const FmtColRec& record = main.settings.find_column(ItemNumber{1})->record;
   EnumerationCounts counts;
   write_file(path, "1\n2\n");
   EXPECT_EQ(counts.count(main, record), 2);

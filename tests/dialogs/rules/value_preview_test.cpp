@@ -58,7 +58,7 @@ TEST_F(ValuePreviewTest, ShowsWhatARangeGives) {
     EXPECT_TRUE(text(preview).starts_with(shown)) << format << "\n" << text(preview);
     EXPECT_TRUE(preview.code != 0 || text(preview) == shown) << text(preview);
   }
-  EXPECT_EQ(main.settings.find_column(1), nullptr);
+  EXPECT_EQ(main.settings.find_column(ItemNumber{1}), nullptr);
   EXPECT_EQ(main.items[0]->display().generation_type, generation_type::none);
 }
 
