@@ -18,7 +18,7 @@ namespace korvex {
 namespace {
 
 constexpr ItemNumber item_number{1};
-constexpr std::int32_t level = 1;
+constexpr SettingsLevel level{1};
 constexpr std::int32_t records = 1;
 
 constexpr std::size_t block_size = 64 * 1024;

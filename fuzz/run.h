@@ -49,7 +49,7 @@ class World {
 struct RunRequest {
   std::int32_t records = 0;
   LayoutKind layout_kind = layout_kind::record_file;
-  std::int32_t level = 1;
+  SettingsLevel level{1};
   std::vector<std::int32_t> items = {1};
   OutputOption output_option = plain_output;
   int cancel_at_poll = 0;

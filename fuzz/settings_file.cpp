@@ -20,21 +20,21 @@ constexpr std::size_t most_items = 40;
 constexpr std::size_t most_bytes = 64 * 1024;
 
 struct Choices {
-  std::int32_t level;
+  SettingsLevel level;
   OutputOption output_option;
   int cancel_at_poll;
   bool takes_items_twice;
   bool changes_layout;
 
   explicit Choices(unsigned bits)
-      : level(static_cast<std::int32_t>(bits & 3u)),
+      : level(static_cast<SettingsLevel>(bits & 3u)),
         output_option((bits & 4u) != 0 ? guarded_output : plain_output),
         cancel_at_poll((bits & 8u) != 0 ? records / 2 : 0),
         takes_items_twice((bits & 16u) != 0),
         changes_layout((bits & 32u) != 0) {}
 };
 
-Result<std::int32_t> load(ClFmtFile& file, std::int32_t level, LayoutKind layout_kind) {
+Result<std::int32_t> load(ClFmtFile& file, SettingsLevel level, LayoutKind layout_kind) {
   file.set_paths(settings_path, work_folder);
   return file.load(level, records, layout_kind);
 }
@@ -60,7 +60,7 @@ std::vector<ControlItem> read_items(ClFmtFile& file) {
 
 // Loads the file, saves it and loads it again: the same items with the same bytes. Answers the
 // items.
-std::vector<ControlItem> save_and_compare(World& world, std::int32_t level,
+std::vector<ControlItem> save_and_compare(World& world, SettingsLevel level,
                                           LayoutKind layout_kind) {
   std::vector<ControlItem> items;
   {

@@ -46,12 +46,12 @@ std::vector<const LayoutItem*> find_unfit_items(const Layout& layout, const ClFm
 }
 
 std::vector<ItemFailure> find_shared_levels(const Layout& layout, const ClFmtFile& file) {
-  const auto level_of = [&](const LayoutItem& item) -> std::optional<std::int32_t> {
+  const auto level_of = [&](const LayoutItem& item) -> std::optional<RepeatLevel> {
     const ClFmtColInf* column = file.find_column(item.number);
     const bool repeats = column != nullptr && column->record.repeat_flag != 0;
     return repeats ? std::optional(column->record.repeat_level) : std::nullopt;
   };
-  std::unordered_map<std::int32_t, int> takers;
+  std::unordered_map<RepeatLevel, int> takers;
   for (const LayoutItem& item : layout.items) {
     if (const auto level = level_of(item)) ++takers[*level];
   }

@@ -18,7 +18,7 @@ namespace korvex::host {
 
 // How often an item repeats its values, at its place among the nested repeats.
 struct RepeatSettings {
-  std::int32_t level = 0;
+  RepeatLevel level{};
   std::int32_t count = 0;
   SourcePlace place = {};  // of the level
 };
@@ -77,7 +77,7 @@ struct Layout {
   LayoutKind kind{};
   std::int32_t records = 0;
   std::optional<std::int32_t> own_records;  // that the file says
-  std::int32_t level = 1;
+  SettingsLevel level{1};
   bool null_default = false;
   Quotation quotation = quotation::none;
   std::string table;  // UTF-8, of a database that is loaded; empty when the layout names none

@@ -143,7 +143,7 @@ void read_header(const toml::table& table, std::optional<std::int32_t> records, 
   const auto own_records = reader.integer("records", 0);
   layout.own_records = own_records;
   layout.records = records.value_or(own_records.value_or(0));
-  layout.level = reader.integer("level", 0).value_or(1);
+  layout.level = SettingsLevel{reader.integer("level", 0).value_or(1)};
   layout.null_default = reader.boolean("null_default").value_or(false);
   const auto quote = reader.choice("quote", quote_names);
   layout.quotation = static_cast<Quotation>(quote.value_or(quotation::none));
@@ -166,7 +166,7 @@ void check_numbers(const Layout& layout, std::vector<LayoutError>& errors) {
 }
 
 void check_levels(const Layout& layout, std::vector<LayoutError>& errors) {
-  std::map<ItemNumber, const LayoutItem*> items;
+  std::map<RepeatLevel, const LayoutItem*> items;
   for (const LayoutItem& item : layout.items) {
     if (!item.values || !item.values->repeat || item.values->repeat->level == 0) continue;
     const RepeatSettings& repeat = *item.values->repeat;

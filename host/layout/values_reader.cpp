@@ -56,7 +56,7 @@ void read_repeat(TableReader& values_reader, ItemValues& values, std::vector<Lay
   reader.require("level", "the level of the repeat, 1 for the outermost");
   reader.require("count", "how often the values repeat");
   const SourcePlace place = reader.place("level");
-  values.repeat = RepeatSettings{reader.integer("level", 0).value_or(0),
+  values.repeat = RepeatSettings{RepeatLevel{reader.integer("level", 0).value_or(0)},
                                  reader.integer("count", 0).value_or(0), place};
   reader.reject_unknown_keys();
 }

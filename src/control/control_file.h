@@ -17,7 +17,7 @@ struct ControlHeader {
   LayoutKind layout_kind;
   std::int32_t null_default;
   std::int32_t host_value;
-  std::int32_t level;
+  SettingsLevel level;
   std::int32_t item_count;
   char data_path[control_path_size];
   char settings_path[control_path_size];

@@ -23,7 +23,7 @@ struct ItemDisplay {
   std::string enumeration_name;  // file name and extension only
   std::string enumeration_path;
   std::int32_t repeat_flag = 0;
-  std::int32_t repeat_level = 0;
+  RepeatLevel repeat_level{};
   std::int32_t repeat_count = 0;
   GenerationType generation_type = generation_type::none;
   ItemNumber referenced_item = no_item;

@@ -15,7 +15,7 @@ struct FieldFacts {
   // Repeats. Each value stands for `hold` records and the item goes through its values `rounds`
   // times for each value of the next outer level, until all repeats are over.
   bool is_repeated = false;
-  std::int32_t level = 0;
+  RepeatLevel level{};
   Steps hold = 1;
   Steps rounds = 1;
   Steps repeats_end = 0;  // records; after them it goes on like any other item

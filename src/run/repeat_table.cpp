@@ -10,8 +10,6 @@ namespace korvex {
 
 namespace {
 
-constexpr std::int32_t outermost_level = 1;
-
 const FmtColRec* repeat_settings(const ClColMain& main, const ClDGCol& item) {
   const ClFmtColInf* column = main.settings.find_column(item.item_number);
   return column != nullptr && column->record.repeat_flag != 0 ? &column->record : nullptr;
@@ -30,7 +28,7 @@ class LevelUse {
     }
   }
 
-  bool is_shared(std::int32_t level) const {
+  bool is_shared(RepeatLevel level) const {
     const auto place = takers_.find(level);
     return place != takers_.end() && place->second.shared;
   }
@@ -40,12 +38,12 @@ class LevelUse {
     ItemNumber item_number;
     bool shared;
   };
-  std::unordered_map<std::int32_t, Taker> takers_;
+  std::unordered_map<RepeatLevel, Taker> takers_;
 };
 
 }  // namespace
 
-ErrorCode check_repeat_level(const ClColMain& main, std::int32_t level, ItemNumber item_number) {
+ErrorCode check_repeat_level(const ClColMain& main, RepeatLevel level, ItemNumber item_number) {
   const bool taken = std::any_of(main.items.begin(), main.items.end(), [&](const auto& item) {
     const FmtColRec* settings = repeat_settings(main, *item);
     return settings != nullptr && item->item_number != item_number &&
@@ -97,7 +95,7 @@ ErrorCode RepeatTable::build(ClColMain& main) {
   return error::none;
 }
 
-ClRepeatData* RepeatTable::find_level(std::int32_t repeat_level) const {
+ClRepeatData* RepeatTable::find_level(RepeatLevel repeat_level) const {
   const auto place = by_level_.find(repeat_level);
   return place == by_level_.end() ? nullptr : place->second;
 }
@@ -123,7 +121,7 @@ bool RepeatTable::advance() {
       entry.finished = true;
       entry.repetitions_done = 0;
     }
-    if (entry.level_order == outermost_level && entry.finished) return true;
+    if (entry.is_outermost() && entry.finished) return true;
   }
   return false;
 }

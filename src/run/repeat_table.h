@@ -17,14 +17,16 @@ class ItemGenerator;
 class ClRepeatData : public platform::Object {
  public:
   bool finished = false;  // completed its repetitions in the current cycle of the enclosing level
-  std::int32_t level_order = 0;  // 1 for the lowest level, the outermost
-  std::int32_t repeat_level = 0;
+  std::int32_t level_order = 0;  // 1 for the lowest level, which need not be 1
+  RepeatLevel repeat_level{};
   std::int32_t repeat_count = 0;
   std::int32_t repetitions_done = 0;
   ItemNumber item_number = no_item;
   bool innermost = false;
   ItemGenerator* item = nullptr;  // whose values the entry counts; owned by the run
   Steps hold = 1;  // records that each value of the item stands for, where that is known
+
+  bool is_outermost() const { return level_order == 1; }
 
   // How often the item goes through its values; settings from outside may say anything.
   Steps rounds() const { return static_cast<Steps>(std::max(repeat_count, 1)); }
@@ -35,7 +37,7 @@ inline const platform::RuntimeClass<ClRepeatData> repeat_data_class("ClRepeatDat
 using ClRepeatDataList = platform::ObjectList<ClRepeatData>;
 
 // Whether no other item (of another number) of the control file repeats at the level: -104.
-ErrorCode check_repeat_level(const ClColMain& main, std::int32_t level, ItemNumber item_number);
+ErrorCode check_repeat_level(const ClColMain& main, RepeatLevel level, ItemNumber item_number);
 
 // The repeat table of a run: nested counters over the repeated items, which turn like an odometer
 // whose lowest digit is the highest level. Owns its entries.
@@ -48,7 +50,7 @@ class RepeatTable {
   bool is_empty() const { return entries_.empty(); }
 
   // Null when there is none. Entries keep their addresses.
-  ClRepeatData* find_level(std::int32_t repeat_level) const;
+  ClRepeatData* find_level(RepeatLevel repeat_level) const;
   ClRepeatData* next_inner(const ClRepeatData& entry) const;
 
   // Turns the counters after a record. True once the outermost level has completed all of its
@@ -76,7 +78,7 @@ class RepeatTable {
 
  private:
   ClRepeatDataList entries_;  // in ascending level order
-  std::unordered_map<std::int32_t, ClRepeatData*> by_level_;
+  std::unordered_map<RepeatLevel, ClRepeatData*> by_level_;
   Steps end_ = endless;
 };
 

@@ -103,6 +103,12 @@ enum Kind : std::int32_t {
 
 using LayoutKind = layout_kind::Kind;
 
+// A settings file holds one set of settings for each of its levels.
+enum SettingsLevel : std::int32_t {};
+
+// How the repeats of items nest: those of the outermost level turn last.
+enum RepeatLevel : std::int32_t { outermost_level = 1 };
+
 // What stands around the values of quoted attributes.
 namespace quotation {
 enum Mark : std::int32_t {
@@ -169,14 +175,14 @@ struct FmtColRec {
   ItemNumber referenced_item;
   std::int32_t custom_format;
   std::int32_t repeat_flag;
-  std::int32_t repeat_level;
+  RepeatLevel repeat_level;
   std::int32_t repeat_count;
   char enumeration_path[enumeration_path_size];
 };
 
 // One level of the file: where its data area stands and what it holds.
 struct FmtLvlRec {
-  std::int32_t level;
+  SettingsLevel level;
   std::int32_t data_offset;
   std::int32_t records;
   std::int32_t data_size;

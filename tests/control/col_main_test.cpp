@@ -164,7 +164,7 @@ TEST_F(ColMainTest, WritesATemporaryControlFile) {
                               .work_folder = work};
   ASSERT_EQ(load(main, control_bytes(header, {{}})), 0);
   main.settings.set_run_mode(run_mode::data_file_dialog);
-  ASSERT_EQ(main.settings.load(1, 10, layout_kind::record_file), 0);
+  ASSERT_EQ(main.settings.load(SettingsLevel{1}, 10, layout_kind::record_file), 0);
   for (const std::int32_t item : {30, 10, 20}) {
     main.settings.edited().texts = {"%5U", "1", "9", "1"};
     ASSERT_EQ(main.settings.check_and_store(ItemNumber{item}, {attribute::decimal, 0, 5, 5, 0}), 0);

@@ -41,7 +41,7 @@ std::shared_ptr<ClFmtFile> load_settings(const Place& place, std::int32_t expect
   auto file = std::make_shared<ClFmtFile>();
   file->set_run_mode(run_mode::data_file_dialog);
   file->set_paths(place.file("out.fif"), place.work());
-  expect(file->load(1, 10, layout_kind::record_file) == expected, "load");
+  expect(file->load(SettingsLevel{1}, 10, layout_kind::record_file) == expected, "load");
   return file;
 }
 
@@ -99,7 +99,7 @@ Attempt prepare_short_control_file(Place& place) {
   main->set_run_mode(run_mode::data_file_dialog);
   expect(main->load() == 0, "load");
   main->settings.set_run_mode(run_mode::data_file_dialog);
-  expect(main->settings.load(1, 10, layout_kind::record_file) == 0, "load settings");
+  expect(main->settings.load(SettingsLevel{1}, 10, layout_kind::record_file) == 0, "load settings");
   main->settings.edited().texts = {"%5U", "1", "9", "1"};
   expect(main->settings.check_and_store(ItemNumber{30}, {attribute::decimal, 0, 5, 5, 0}) == 0,
          "store");
@@ -108,7 +108,9 @@ Attempt prepare_short_control_file(Place& place) {
 }
 
 Attempt prepare_log(Place& place) {
-  return [path = place.file("out.log")] { return write_log(path, {5, 1, {1, 2, 3}}); };
+  return [path = place.file("out.log")] {
+    return write_log(path, {5, SettingsLevel{1}, std::vector<ItemNumber>(3)});
+  };
 }
 
 Attempt prepare_log_over_old(Place& place) {

@@ -23,7 +23,7 @@ class RepeatTableTest : public testing::Test {
     main->set_run_mode(run_mode::settings_only);
     EXPECT_EQ(main->load(), 0);
     main->settings.set_run_mode(run_mode::settings_only);
-    EXPECT_TRUE(main->settings.load(1, 0, layout_kind::record_file));
+    EXPECT_TRUE(main->settings.load(SettingsLevel{1}, 0, layout_kind::record_file));
     for (const NamedItem& item : items) {
       auto named = std::make_unique<ClDGCol>();
       named->item_number = ItemNumber{item.number};
@@ -33,7 +33,7 @@ class RepeatTableTest : public testing::Test {
       auto column = std::make_unique<ClFmtColInf>();
       column->record.item_number = ItemNumber{item.number};
       column->record.repeat_flag = item.level != 0 ? 1 : 0;
-      column->record.repeat_level = item.level;
+      column->record.repeat_level = RepeatLevel{item.level};
       main->settings.current_level()->append(std::move(column));
     }
     RepeatTable table;
@@ -67,10 +67,11 @@ TEST_F(RepeatTableTest, RefusesLevels) {
 
 TEST_F(RepeatTableTest, ChecksALevelAgainstOtherItems) {
   ASSERT_EQ(build({{1, 1}, {2, 2}, {3, 0}}), 0);
-  EXPECT_EQ(check_repeat_level(*main, 1, 2), -104);
-  EXPECT_EQ(check_repeat_level(*main, 1, 1), 0) << "its own";
-  EXPECT_EQ(check_repeat_level(*main, 3, 2), 0);
-  EXPECT_EQ(check_repeat_level(*main, 0, 1), 0) << "without its flag a level is none";
+  EXPECT_EQ(check_repeat_level(*main, RepeatLevel{1}, ItemNumber{2}), -104);
+  EXPECT_EQ(check_repeat_level(*main, RepeatLevel{1}, ItemNumber{1}), 0) << "its own";
+  EXPECT_EQ(check_repeat_level(*main, RepeatLevel{3}, ItemNumber{2}), 0);
+  EXPECT_EQ(check_repeat_level(*main, RepeatLevel{0}, ItemNumber{1}), 0)
+      << "without its flag a level is none";
 }
 
 }  // namespace

@@ -34,7 +34,7 @@ class RandomLayout {
         quotation(random.one_in(2)),
         repeats_left_(random.one_in(3) ? 3 : 0) {
     main.settings.set_run_mode(run_mode::settings_only);
-    main.settings.begin(1, 0, layout_kind);
+    main.settings.begin(SettingsLevel{1}, 0, layout_kind);
     std::vector<std::int32_t> numbers;
     const std::int64_t count = random.one_in(4) ? 1 : random.between(2, 6);
     for (std::int32_t number = 1; number <= count; ++number) {
@@ -65,7 +65,7 @@ class RandomLayout {
     if (repeats_left_ > 0 && random.one_in(2)) {
       --repeats_left_;
       record.repeat_flag = 1;
-      record.repeat_level = ++level_;
+      record.repeat_level = RepeatLevel{++level_};
       record.repeat_count = static_cast<std::int32_t>(random.between(1, 3));
     }
     description += "\n  " + item.description() + ", list of " +

@@ -57,7 +57,7 @@ class GenerationSetup {
                      std::int32_t quotation = 0, std::int32_t level = 1) const {
     ClFmtFile file;
     file.set_paths(settings(), folder.path());
-    expect(file.load(level, 0, LayoutKind{layout_kind}).code(), "load");
+    expect(file.load(SettingsLevel{level}, 0, LayoutKind{layout_kind}).code(), "load");
     for (const SavedItem& item : items) {
       if (item.texts.format.empty()) {
         expect(file.set_initial_value(ItemNumber{item.number}, item.item), "initial value");
@@ -68,7 +68,7 @@ class GenerationSetup {
       expect(file.check_and_store(ItemNumber{item.number}, item.item), item.texts.format);
       if (item.repeat_level == 0) continue;
       FmtColRec& record = file.find_column(ItemNumber{item.number})->record;
-      record.repeat_level = item.repeat_level;
+      record.repeat_level = RepeatLevel{item.repeat_level};
       record.repeat_flag = record.repeat_count = 1;
       file.current_level()->record.repeat_flag = 1;
     }

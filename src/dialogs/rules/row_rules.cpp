@@ -48,7 +48,7 @@ std::optional<RowRules> row_rules(const ClColMain& main, ClDGCol& item) {
 
 void store_repeat(const ClColMain& main, ClDGCol& item, const RepeatFields& fields) {
   const std::int32_t flag = fields.is_repeated ? 1 : 0;
-  const auto level = static_cast<std::int32_t>(fields.level);
+  const auto level = static_cast<RepeatLevel>(fields.level);
   const auto count = static_cast<std::int32_t>(fields.count);
   ItemDisplay& display = item.display();
   display.repeat_flag = flag;

@@ -13,7 +13,6 @@ namespace korvex {
 
 namespace {
 
-constexpr std::int32_t first_level = 1;
 constexpr std::size_t name_limit = 128;
 
 bool is_not_null_without_format(ClDGCol& item) {
@@ -42,7 +41,7 @@ void check_items(ClColMain& main, SaveCheck& check, bool& has_first_level) {
         return;
       }
       ++check.repeated_items;
-      has_first_level |= display.repeat_level == first_level;
+      has_first_level |= display.repeat_level == outermost_level;
     }
     if (check.not_null_name.empty() && is_not_null_without_format(*item)) {
       check.not_null_row = row;

@@ -16,7 +16,7 @@ namespace korvex {
 namespace {
 
 constexpr Steps first_values = 3;
-constexpr std::int32_t some_level = 1;
+constexpr SettingsLevel some_level{1};
 constexpr std::int32_t no_records = 0;
 
 // The next value of the item, or the code that would fail a run.

@@ -68,7 +68,7 @@ class RowRulesTest : public testing::Test {
 };
 
 TEST_F(RowRulesTest, FollowTheTypeAndTheRepeat) {
-  display().repeat_level = 3;
+  display().repeat_level = RepeatLevel{3};
   display().repeat_count = 4;
   for (const auto& [type_and_flag, expected] : table<2>(R"(
       0 1  | 0/0/0
@@ -102,9 +102,10 @@ TEST_F(RowRulesTest, ARepeatIsStoredInBothPlaces) {
   store_repeat(main, *main.items[0], {true, 5, 6});
   EXPECT_EQ(rules(), "repeat edit delete 1/5/6");
   const FmtColRec& record = main.settings.find_column(ItemNumber{1})->record;
-  EXPECT_EQ((std::vector{record.repeat_flag, record.repeat_level, record.repeat_count}),
-            (std::vector{1, 5, 6}));
-  main.items[1]->display().repeat_level = 9;  // but no repeat
+  EXPECT_EQ(
+      (std::vector<std::int32_t>{record.repeat_flag, record.repeat_level, record.repeat_count}),
+      (std::vector{1, 5, 6}));
+  main.items[1]->display().repeat_level = RepeatLevel{9};  // but no repeat
   EXPECT_EQ(highest_repeat_level(main), 5U);
 }
 

@@ -29,7 +29,7 @@ ClDGColList make_items(int count) {
     display.start = "1";
     display.end = "9";
     display.increment = "2";
-    display.repeat_level = 4;
+    display.repeat_level = RepeatLevel{4};
     display.repeat_count = 7;
     items.push_back(std::move(item));
   }
