@@ -2,18 +2,16 @@
 
 #include <set>
 
+#include "lists/enumeration_check.h"
 #include "platform/path.h"
 #include "platform/printable_text.h"
 #include "platform/settings_store.h"
 #include "run/log_file.h"
+#include "settings/settings_upgrade.h"
 
 namespace korvex::host {
 
 namespace {
-
-// Behind the names of the files that they belong to.
-constexpr const char* report_extension = ".err";
-constexpr const char* upgrade_extension = ".w";
 
 // A value list, and what names it.
 struct List {
@@ -90,12 +88,12 @@ std::vector<LayoutError> find_file_conflicts(const Layout& layout,
     check(files.replace(path, role), path, role, place);
   };
   write(layout.settings, "the settings file", layout.settings_place);
-  replace(layout.settings + upgrade_extension, "the settings file's temporary file",
+  replace(upgrade_path(layout.settings), "the settings file's temporary file",
           layout.settings_place);
   write(layout.data, "the data file", layout.data_place);
   replace(log_path(layout.work, layout.data), "the log file", layout.data_place);
   for (const List& list : lists) {
-    replace(list.path + report_extension, "the error file", list.place);
+    replace(error_file_path(list.path), "the error file", list.place);
   }
   return errors;
 }

@@ -9,7 +9,7 @@
 
 #include "host/layout/source_place.h"
 #include "host/records/misread_texts.h"
-#include "host/ways/result.h"
+#include "host/ways/refusal.h"
 
 namespace korvex::host {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/ways/result.h"
+#include "host/ways/refusal.h"
 
 namespace korvex::sources {
 

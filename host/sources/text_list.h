@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "host/sources/source.h"
-#include "host/ways/result.h"
+#include "host/ways/refusal.h"
 
 namespace korvex::sources {
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "host/ways/result.h"
+#include "host/ways/refusal.h"
 
 namespace korvex::ways {
 

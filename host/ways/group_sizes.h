@@ -9,7 +9,7 @@
 #include "host/ways/key.h"
 #include "host/ways/limits.h"
 #include "host/ways/permutation.h"
-#include "host/ways/result.h"
+#include "host/ways/refusal.h"
 
 namespace korvex::ways {
 

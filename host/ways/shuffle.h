@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "host/ways/permutation.h"
-#include "host/ways/result.h"
+#include "host/ways/refusal.h"
 
 // Indices without replacement. All follow from the key and the record alone; what these objects
 // keep is the order that was asked for last, which records in a row share. So one object is of one

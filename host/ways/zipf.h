@@ -5,7 +5,7 @@
 
 #include "host/ways/fraction.h"
 #include "host/ways/key.h"
-#include "host/ways/result.h"
+#include "host/ways/refusal.h"
 
 namespace korvex::ways {
 

@@ -122,7 +122,7 @@ Result<std::int32_t> load_values(ClColMain& main, const std::string& path,
   File file;
   result = open_values(path, file);
   if (result != error::none) return result;
-  main.error_file_path = path + ".err";
+  main.error_file_path = error_file_path(path);
   BadLineReport report(main.error_file_path, main.layout_kind());
   if (!report.open()) return error::enumeration_report_cannot_open;
 
@@ -184,6 +184,8 @@ Result<std::int32_t> look_into_enumeration(ClColMain& main, const std::string& p
   is_whole = bytes_left > 0;
   return result;
 }
+
+std::string error_file_path(const std::string& path) { return path + ".err"; }
 
 Result<std::int32_t> load_enumeration(ClColMain& main, const std::string& path,
                                       const FmtColRec& settings, ClEnumDataList& values) {

@@ -32,10 +32,13 @@ Result<std::int32_t> look_into_enumeration(ClColMain& main, const std::string& p
                                            std::int32_t& line, ClEnumDataList& values,
                                            bool& is_whole);
 
-// The same as the check for a run that writes a file: every bad line is reported in the file `path`
-// with ".err" behind it, whose path `main` receives. -135 when a line was bad; the report then
-// stays, otherwise it is removed. Also -123 and -124 when the report cannot be opened or written.
-// After a failure `values` is not to be used.
+// Where a run reports the bad lines of a list: the path with ".err" appended.
+std::string error_file_path(const std::string& path);
+
+// The same as the check for a run that writes a file: every bad line is reported in the list's
+// error file, whose path `main` receives. -135 when a line was bad; the report then stays,
+// otherwise it is removed. Also -123 and -124 when the report cannot be opened or written. After a
+// failure `values` is not to be used.
 Result<std::int32_t> load_enumeration(ClColMain& main, const std::string& path,
                                       const FmtColRec& settings, ClEnumDataList& values);
 

@@ -73,7 +73,6 @@ ErrorCode RepeatTable::build(ClColMain& main) {
     auto entry = std::make_unique<ClRepeatData>();
     entry->repeat_level = settings->repeat_level;
     entry->repeat_count = settings->repeat_count;
-    entry->item_number = settings->item_number;
     by_level_.emplace(entry->repeat_level, entry.get());
     entries_.push_back(std::move(entry));
   }

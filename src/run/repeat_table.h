@@ -21,7 +21,6 @@ class ClRepeatData : public platform::Object {
   RepeatLevel repeat_level{};
   std::int32_t repeat_count = 0;
   std::int32_t repetitions_done = 0;
-  ItemNumber item_number = no_item;
   bool innermost = false;
   ItemGenerator* item = nullptr;  // whose values the entry counts; owned by the run
   Steps hold = 1;  // records that each value of the item stands for, where that is known

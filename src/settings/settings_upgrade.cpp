@@ -164,7 +164,7 @@ ErrorCode upgrade(const std::string& path, LayoutKind layout_kind) {
   if (opened != FileCause::none) return error::cannot_open;
 
   platform::ReplacingFile work;
-  if (work.create_as(path + ".w", path, {.is_synchronised = true}) != FileCause::none) {
+  if (work.create_as(upgrade_path(path), path, {.is_synchronised = true}) != FileCause::none) {
     return error::cannot_open;
   }
   const Result<bool> is_old = needs_upgrade(source, layout_kind);
@@ -178,6 +178,8 @@ ErrorCode upgrade(const std::string& path, LayoutKind layout_kind) {
 }
 
 }  // namespace
+
+std::string upgrade_path(const std::string& path) { return path + ".w"; }
 
 ErrorCode upgrade_settings_file(const std::string& path, LayoutKind layout_kind) {
   try {

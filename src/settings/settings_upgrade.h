@@ -4,12 +4,15 @@
 #include <string>
 
 #include "values/error_codes.h"
+#include "values/records.h"
 
 namespace korvex {
 
+// The work file of an upgrade: the path with ".w" appended.
+std::string upgrade_path(const std::string& path);
+
 // Rewrites a file of the previous version in place as one of the current version, through a work
-// file beside it (the path with ".w" appended), which replaces the old file in one step. A current
-// or missing file is left alone.
+// file beside it, which replaces the old file in one step. A current or missing file is left alone.
 //
 // Codes: -1 memory, -2 the file or the work file cannot be opened, -3 truncated, -5 no settings
 // file, -57 of another layout kind, -4 too large for the current version, -26 or -27 writing
