@@ -139,7 +139,7 @@ ErrorCode ClColMain::write_short_form(platform::File& file) {
   return cause == platform::FileCause::none ? error::none : write_failure(cause);
 }
 
-void ClColMain::append_error_text(std::int32_t code, std::string& text) const {
+void ClColMain::append_error_text(ErrorCode code, std::string& text) const {
   korvex::append_error_text(code, header_.layout_kind, text);
 }
 

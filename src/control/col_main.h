@@ -32,7 +32,7 @@ class ClColMain : public platform::Object {
   // -1, -2, -26, -27; nothing is left behind on a failure.
   ErrorCode write_temporary_control_file();
 
-  void append_error_text(std::int32_t code, std::string& text) const;
+  void append_error_text(ErrorCode code, std::string& text) const;
 
   // The texts that the current item's attribute proposes, in `default_texts`; false without.
   bool build_default_settings();

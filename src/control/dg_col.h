@@ -22,13 +22,13 @@ struct ItemDisplay {
   std::string increment;
   std::string enumeration_name;  // file name and extension only
   std::string enumeration_path;
-  std::int32_t repeat_flag = 0;
+  bool is_repeated = false;
   RepeatLevel repeat_level{};
   std::int32_t repeat_count = 0;
   GenerationType generation_type = generation_type::none;
   ItemNumber referenced_item = no_item;
   ExceededAction exceeded_action = exceeded_action::initialize;
-  std::int32_t custom_format = 0;
+  bool is_custom = false;
 };
 
 // One item (or column) of the control file. Owns its display copy, which is made when it is first

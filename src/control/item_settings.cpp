@@ -70,7 +70,7 @@ ErrorCode store_format(ClColMain& main, const RangeTexts& texts, bool initialize
   display.end = has_values ? edited.texts.end : "";
   display.increment = has_values ? edited.texts.increment : "";
   display.exceeded_action = edited.choices.exceeded_action;
-  display.custom_format = edited.choices.custom_format;
+  display.is_custom = edited.choices.custom_format != 0;
   return error::none;
 }
 
@@ -109,7 +109,7 @@ ErrorCode copy_settings(ClColMain& main, std::size_t source_index) {
   display.end = from.end;
   display.increment = from.increment;
   display.exceeded_action = from.exceeded_action;
-  display.custom_format = from.custom_format;
+  display.is_custom = from.is_custom;
   display.enumeration_name = from.enumeration_name;
   display.enumeration_path = from.enumeration_path;
   return error::none;

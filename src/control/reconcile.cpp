@@ -46,8 +46,8 @@ ErrorCode show_settings(ClColMain& main, ClDGCol& item, const FmtColRec& stored)
   display.generation_type = edited.generation_type;
   display.referenced_item = edited.referenced_item;
   display.exceeded_action = edited.choices.exceeded_action;
-  display.custom_format = edited.choices.custom_format;
-  display.repeat_flag = stored.repeat_flag;
+  display.is_custom = edited.choices.custom_format != 0;
+  display.is_repeated = stored.repeat_flag != 0;
   display.repeat_level = stored.repeat_level;
   display.repeat_count = stored.repeat_count;
   display.enumeration_path = field_text(stored.enumeration_path);

@@ -13,6 +13,7 @@ namespace {
 using namespace korvex;
 
 constexpr std::int32_t not_shown = -1;
+constexpr std::int32_t locked = 1;
 
 WindowInterface& interface() {
   static WindowInterface instance;
@@ -56,7 +57,7 @@ std::int32_t run_data_generation(const char* control_path, void* parent, std::in
       [&] {
         const CallOwner owner(parent);
         ClDataGenerationDlg dialog(owner_widget(parent), control_path, RunMode{run_mode},
-                                   quotation_lock);
+                                   quotation_lock == locked);
         return run_owned(dialog, parent);
       },
       not_shown);

@@ -127,7 +127,7 @@ enum Code : std::int32_t {
 
 // The number under which the user finds a code: 99002 for -2.
 inline constexpr std::int64_t message_number_base = 99000;
-constexpr std::int64_t message_number(std::int32_t code) {
+constexpr std::int64_t message_number(Code code) {
   const std::int64_t wide = code;
   return message_number_base + (wide < 0 ? -wide : wide);
 }

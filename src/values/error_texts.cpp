@@ -192,12 +192,12 @@ constexpr std::array texts = std::to_array<ErrorText>({
     {-138, "No enumeration file.\nSpecify a file name."},
 });
 
-bool names_enumeration_line(std::int32_t code) {
+bool names_enumeration_line(ErrorCode code) {
   return code <= error::enumeration_value_too_long &&
          code >= error::enumeration_decimals_not_allowed;
 }
 
-std::string_view layout_word(std::int32_t code, LayoutKind layout) {
+std::string_view layout_word(ErrorCode code, LayoutKind layout) {
   if (layout == layout_kind::record_file) return "Item";
   const bool about_table =
       code == error::settings_mismatch || code == error::settings_mismatch_deleted;
@@ -217,13 +217,13 @@ std::string with_word(std::string_view message, std::string_view word) {
 
 std::span<const ErrorText> error_texts() { return texts; }
 
-std::string error_message(std::int32_t code, LayoutKind layout) {
+std::string error_message(ErrorCode code, LayoutKind layout) {
   const auto row = std::find_if(texts.begin(), texts.end(),
                                 [code](const ErrorText& entry) { return entry.code == code; });
   return row == texts.end() ? std::string() : with_word(row->text, layout_word(code, layout));
 }
 
-void append_error_text(std::int32_t code, LayoutKind layout, std::string& text) {
+void append_error_text(ErrorCode code, LayoutKind layout, std::string& text) {
   if (names_enumeration_line(code)) {
     text = enumeration_line_prefix;
   } else {

@@ -51,7 +51,7 @@ class ReconcileSetup : public GenerationSetup {
     const ItemDisplay& d = main->items.at(place)->display();
     return std::to_string(d.generation_type) + " " + d.generation_text + " [" + d.start + "," +
            d.end + "," + d.increment + "] " + std::to_string(d.exceeded_action) +
-           std::to_string(d.custom_format) + " ref " + std::to_string(d.referenced_item);
+           std::to_string(d.is_custom) + " ref " + std::to_string(d.referenced_item);
   }
 
   std::unique_ptr<ClColMain> main;

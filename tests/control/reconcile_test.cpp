@@ -77,8 +77,9 @@ TEST_F(ReconcileTest, ShowsTheSettingsOfEachType) {
     const ItemDisplay& listed = setup.main->items[2]->display();
     EXPECT_EQ(listed.enumeration_name, "my.towns.txt");
     EXPECT_EQ(listed.enumeration_path, "/lists/my.towns.txt");
-    EXPECT_EQ((std::vector{listed.repeat_flag, listed.repeat_level, listed.repeat_count}),
-              (std::vector{1, 4, 6}));
+    EXPECT_EQ(
+        (std::vector<std::int32_t>{listed.is_repeated, listed.repeat_level, listed.repeat_count}),
+        (std::vector{1, 4, 6}));
     EXPECT_FALSE(setup.main->mismatch);
     EXPECT_TRUE(setup.interface.messages.empty());
   }

@@ -31,10 +31,11 @@ TEST(FailureReportTest, ComposesTheMessageByCode) {
   ClColMain main;
   fill(main);
   for (const auto& [codes, before, behind] : cases) {
-    for (const std::int32_t code : codes) {
+    for (const std::int32_t number : codes) {
+      const ErrorCode code{number};
       std::string message;
       main.append_error_text(code, message);
-      const FailureReport described = describe_failure(ErrorCode(code), main);
+      const FailureReport described = describe_failure(code, main);
       EXPECT_TRUE(described.is_shown) << code;
       EXPECT_EQ(described.text.utf8(), before + message + behind);
       EXPECT_EQ(described.kind, MessageKind::warning) << code;

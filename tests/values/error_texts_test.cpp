@@ -39,7 +39,7 @@ TEST(ErrorTexts, EveryCodeHasItsNumberAndWording) {
     for (const std::int32_t layout : {0, 1, 2, 3}) {
       const std::string about = code == -70 || code == -71 ? "Table" : "Column";
       std::string text;
-      append_error_text(code, LayoutKind{layout}, text);
+      append_error_text(ErrorCode{code}, LayoutKind{layout}, text);
       EXPECT_EQ(text, replaced(message, "%s", layout == 1 ? "Item" : about)) << layout;
     }
   }
@@ -47,14 +47,14 @@ TEST(ErrorTexts, EveryCodeHasItsNumberAndWording) {
 
 TEST(ErrorTexts, AppendsExceptForEnumerationLines) {
   std::string text = "before ";
-  append_error_text(-2, layout_kind::record_file, text);
+  append_error_text(ErrorCode{-2}, layout_kind::record_file, text);
   EXPECT_EQ(text, "before 99002:Failed to open the control file.");
-  append_error_text(-125, layout_kind::record_file, text);
+  append_error_text(ErrorCode{-125}, layout_kind::record_file, text);
   EXPECT_EQ(text, "%d line of a enum file Data longer than Item has been defined.");
-  append_error_text(-90, layout_kind::record_file, text);
+  append_error_text(ErrorCode{-90}, layout_kind::record_file, text);
   EXPECT_EQ(text, "%d line of a enum file Data longer than Item has been defined.99090:");
   text.clear();
-  append_error_text(INT32_MIN, layout_kind::record_file, text);
+  append_error_text(ErrorCode{INT32_MIN}, layout_kind::record_file, text);
   EXPECT_EQ(text, "2147582648:") << "any code is safe";
 }
 

@@ -14,7 +14,7 @@ bool is_fixed_text(const ClColMain& main, const ClDGCol& item) {
 }
 
 RepeatFields repeat_of(const ItemDisplay& display) {
-  if (display.repeat_flag == 0) return {};
+  if (!display.is_repeated) return {};
   return {true, static_cast<std::uint32_t>(display.repeat_level),
           static_cast<std::uint32_t>(display.repeat_count)};
 }
@@ -47,15 +47,14 @@ std::optional<RowRules> row_rules(const ClColMain& main, ClDGCol& item) {
 }
 
 void store_repeat(const ClColMain& main, ClDGCol& item, const RepeatFields& fields) {
-  const std::int32_t flag = fields.is_repeated ? 1 : 0;
   const auto level = static_cast<RepeatLevel>(fields.level);
   const auto count = static_cast<std::int32_t>(fields.count);
   ItemDisplay& display = item.display();
-  display.repeat_flag = flag;
+  display.is_repeated = fields.is_repeated;
   display.repeat_level = level;
   display.repeat_count = count;
   if (ClFmtColInf* column = main.settings.find_column(item.item_number)) {
-    column->record.repeat_flag = flag;
+    column->record.repeat_flag = fields.is_repeated ? 1 : 0;
     column->record.repeat_level = level;
     column->record.repeat_count = count;
   }
@@ -66,7 +65,7 @@ std::uint32_t highest_repeat_level(const ClColMain& main) {
   for (const auto& item : main.items) {
     const ItemDisplay& display = item->display();
     // Levels below 0 come from crafted settings only.
-    if (display.repeat_flag == 0 || display.repeat_level < 0) continue;
+    if (!display.is_repeated || display.repeat_level < 0) continue;
     highest = std::max(highest, static_cast<std::uint32_t>(display.repeat_level));
   }
   return highest;

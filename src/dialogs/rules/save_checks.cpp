@@ -33,7 +33,7 @@ void check_items(ClColMain& main, SaveCheck& check, bool& has_first_level) {
     const auto& item = main.items[place];
     const auto row = static_cast<int>(place);
     const ItemDisplay& display = item->display();
-    if (display.repeat_flag != 0) {
+    if (display.is_repeated) {
       check.code = check_repeat_level(main, display.repeat_level, item->item_number);
       if (check.code != error::none) {
         check.row = row;

@@ -57,7 +57,7 @@ SetupFields fields_of(const ItemDisplay& display, const SetupFields& before) {
     case generation_type::range:
       fields.type_index = type_entry::range;
       fields.format = display.generation_text;
-      fields.custom = display.custom_format != 0;
+      fields.custom = display.is_custom;
       fields.start = display.start;
       fields.end = display.end;
       fields.increment = display.increment;

@@ -19,7 +19,7 @@ std::string name(ClDGCol& item) { return item.name; }
 std::string description(ClDGCol& item) { return item.description; }
 
 std::string repeat_number(ClDGCol& item, std::int32_t number) {
-  return item.display().repeat_flag != 0 ? std::to_string(number) : std::string();
+  return item.display().is_repeated ? std::to_string(number) : std::string();
 }
 
 }  // namespace

@@ -30,7 +30,6 @@ namespace {
 using platform::MessageKind;
 
 constexpr std::size_t offending_names_shown = 256;
-constexpr std::int32_t locked = 1;
 
 constexpr int repeat_choice_controls[] = {control_id::repeat_group, control_id::repeats};
 constexpr int repeat_number_controls[] = {control_id::level_label,   control_id::level,
@@ -41,8 +40,8 @@ constexpr int repeat_number_controls[] = {control_id::level_label,   control_id:
 }  // namespace
 
 ClDataGenerationDlg::ClDataGenerationDlg(QWidget* parent, const std::string& control_path,
-                                         RunMode run_mode, std::int32_t quotation_lock)
-    : FormDialog(parent), messages_(main_), quotation_lock_(quotation_lock) {
+                                         RunMode run_mode, bool is_quotation_locked)
+    : FormDialog(parent), messages_(main_), is_quotation_locked_(is_quotation_locked) {
   main_.control_path = control_path;
   main_.set_run_mode(run_mode);
   Ui::ClDataGenerationDlg().setupUi(this);
@@ -132,9 +131,8 @@ void ClDataGenerationDlg::fill_list() {
 
 void ClDataGenerationDlg::choose_quotation() {
   auto* const choice = control<QComboBox>(control_id::quotation);
-  const bool is_locked = quotation_lock_ == locked;
-  choice->setCurrentIndex(is_locked ? quotation::none : main_.settings.quotation());
-  if (is_locked) enable({control_id::quotation, control_id::quotation_label}, false);
+  choice->setCurrentIndex(is_quotation_locked_ ? quotation::none : main_.settings.quotation());
+  if (is_quotation_locked_) enable({control_id::quotation, control_id::quotation_label}, false);
 }
 
 ClDGCol& ClDataGenerationDlg::current_item() {

@@ -22,10 +22,10 @@ class ClItemListCtrl;
 // otherwise.
 class ClDataGenerationDlg : public FormDialog {
  public:
-  // `run_mode` is 1 to generate a data file on OK, 2 for the settings alone. A `quotation_lock` of
-  // 1 fixes the choice of quotation marks to none. run() answers 1 for OK, 2 for Cancel.
+  // OK generates a data file, or with run_mode::settings_only nothing but the settings. The lock
+  // fixes the choice of quotation marks to none. run() answers 1 for OK, 2 for Cancel.
   ClDataGenerationDlg(QWidget* parent, const std::string& control_path, RunMode run_mode,
-                      std::int32_t quotation_lock);
+                      bool is_quotation_locked);
   ~ClDataGenerationDlg() override;
 
   ClColMain& main() { return main_; }
@@ -80,7 +80,7 @@ class ClDataGenerationDlg : public FormDialog {
   EnumerationCounts enumeration_counts_;
   std::unique_ptr<ItemListModel> model_;  // once the items are known
   ClItemListCtrl* list_;
-  std::int32_t quotation_lock_;
+  bool is_quotation_locked_;
   int current_row_ = -1;
   RepeatFields repeat_;
   std::uint32_t highest_level_ = 0;

@@ -82,7 +82,7 @@ TEST_F(RowRulesTest, FollowTheTypeAndTheRepeat) {
       -1 0 | unchanged
   )")) {
     display().generation_type = GenerationType{numbers(type_and_flag)[0]};
-    display().repeat_flag = numbers(type_and_flag)[1];
+    display().is_repeated = numbers(type_and_flag)[1] != 0;
     EXPECT_EQ(rules(), expected) << type_and_flag;
   }
   // A text that never changes cannot repeat.

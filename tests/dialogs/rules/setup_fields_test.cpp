@@ -28,7 +28,7 @@ ItemDisplay display_of(std::int32_t type, std::int32_t action = exceeded_action:
   display.increment = "2";
   display.enumeration_name = "a.txt";
   display.enumeration_path = "/lists/a.txt";
-  display.custom_format = 1;
+  display.is_custom = true;
   display.exceeded_action = ExceededAction{action};
   return display;
 }

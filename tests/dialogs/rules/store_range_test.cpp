@@ -143,7 +143,7 @@ TEST_F(StoreRangeTest, AFormatWithoutVariablePartClearsTheValues) {
   EXPECT_TRUE(stored.clears_values);
   EXPECT_EQ(shown().generation_text, "'123'");
   EXPECT_EQ(shown().exceeded_action, exceeded_action::repeat);
-  EXPECT_EQ(shown().custom_format, 1);
+  EXPECT_TRUE(shown().is_custom);
 }
 
 }  // namespace

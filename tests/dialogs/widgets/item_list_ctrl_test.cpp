@@ -75,7 +75,7 @@ TEST_F(ItemListTest, ShowsAnItemsSettings) {
     return texts;
   };
   EXPECT_EQ(row(), "A_ITEM|顧客|%8U|1|9|2|||");
-  items_[0]->display().repeat_flag = 1;
+  items_[0]->display().is_repeated = true;
   EXPECT_EQ(row(), "A_ITEM|顧客|%8U|1|9|2|4|7|");
 }
 
