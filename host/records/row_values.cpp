@@ -10,6 +10,7 @@
 #include "host/sources/text_list.h"
 #include "platform/printable_text.h"
 #include "platform/read_file.h"
+#include "values/attributes.h"
 
 namespace korvex::host {
 
@@ -53,6 +54,13 @@ std::vector<ways::Fraction> weights_of(const sets::ValueTable& table) {
   return weights;
 }
 
+// The values of a number are the same where their texts mean the same number.
+std::unique_ptr<sources::Source> list_source(TextList texts, const LayoutItem& item) {
+  const bool is_number = is_numeric(item.attributes.attribute);
+  return sources::make_list_source(std::move(texts), is_number ? sources::Comparison::as_numbers
+                                                               : sources::Comparison::as_texts);
+}
+
 std::optional<RowValues> read_inline(const ListValues& list, const LayoutItem& item,
                                      const Layout& layout, std::vector<LayoutError>& errors) {
   const ValueRule rule(item, layout);
@@ -65,8 +73,7 @@ std::optional<RowValues> read_inline(const ListValues& list, const LayoutItem& i
   }
   if (errors.size() != errors_before) return std::nullopt;
   Rows rows = {std::to_string(texts.size()) + " values", {}};
-  return RowValues{
-      sources::make_list_source(TextList::of_values(std::move(texts))), {}, std::move(rows)};
+  return RowValues{list_source(TextList::of_values(std::move(texts)), item), {}, std::move(rows)};
 }
 
 // A list's file, with what is said of it.
@@ -120,9 +127,8 @@ class ListFile {
     if (const auto fault = find_fault(texts, first_line, item_, layout_)) {
       return fail(": " + *fault);
     }
-    return RowValues{sources::make_list_source(std::move(texts)),
-                     std::move(weights),
-                     {settled_path(list_.file), {}}};
+    return RowValues{
+        list_source(std::move(texts), item_), std::move(weights), {settled_path(list_.file), {}}};
   }
 
   const ListValues& list_;
@@ -160,7 +166,7 @@ std::optional<RowValues> read_rows(const BuiltinValues& builtin, const LayoutIte
     return std::nullopt;
   }
   return RowValues{
-      sources::make_list_source(std::move(texts)),
+      list_source(std::move(texts), item),
       weights_of(table),
       {"set " + std::string(column.table->set) + '.' + std::string(column.table->language),
        std::string(column.table->part)}};

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "host/sources/decimal.h"
 #include "host/sources/field.h"
 #include "host/sources/groups.h"
 
@@ -14,9 +15,6 @@ enum class Fold {
   least,  // no value without any
   most,
 };
-
-// How the values of children are compared.
-enum class Comparison { as_numbers, as_texts };
 
 // The children of each record. What is pointed to must outlive the source, and may be nothing that
 // others ask for records of their own.

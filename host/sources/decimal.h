@@ -9,6 +9,9 @@ namespace korvex::sources {
 
 inline constexpr unsigned most_decimals = 18;
 
+// What makes texts the same, and one of them less than another.
+enum class Comparison { as_numbers, as_texts };
+
 // An exact decimal number with up to 18 digits on either side of its point; sums of them may have
 // some more.
 class Decimal {

@@ -16,7 +16,10 @@ bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 class ListSource : public Source {
  public:
-  explicit ListSource(TextList list) : list_(std::move(list)) { assert(list_.size() > 0); }
+  ListSource(TextList list, Comparison comparison)
+      : list_(std::move(list)), comparison_(comparison) {
+    assert(list_.size() > 0);
+  }
 
   void append(std::uint64_t index, std::string& out) override {
     out += list_[static_cast<std::size_t>(index)];
@@ -25,12 +28,12 @@ class ListSource : public Source {
   std::optional<std::uint64_t> period() const override { return list_.size(); }
 
   Foresight foresight() const override {
-    if (!foresight_) foresight_ = list_.foresight();
+    if (!foresight_) foresight_ = list_.foresight(comparison_);
     return *foresight_;
   }
 
   Uniqueness uniqueness() const override {
-    if (!uniqueness_) uniqueness_ = list_.uniqueness();
+    if (!uniqueness_) uniqueness_ = list_.uniqueness(comparison_);
     return *uniqueness_;
   }
 
@@ -38,6 +41,7 @@ class ListSource : public Source {
 
  private:
   TextList list_;
+  Comparison comparison_;
   mutable std::optional<Foresight> foresight_;
   mutable std::optional<Uniqueness> uniqueness_;
 };
@@ -80,8 +84,26 @@ ways::Result<TextList> TextList::of_lines(std::string content) {
   return TextList(owner, std::move(lines));
 }
 
-Foresight TextList::foresight() const {
-  std::vector<std::string_view> sorted = *texts_;
+// Numbers without signs and zeros that say nothing.
+TextList TextList::compared(Comparison comparison) const {
+  if (comparison == Comparison::as_texts) return *this;
+  std::vector<std::string> texts;
+  for (const std::string_view text : *texts_) {
+    const std::optional<Decimal> number = Decimal::parse(text);
+    Decimal with_all_decimals = Decimal::of_units(0, most_decimals);
+    texts.emplace_back();
+    if (number && with_all_decimals.add(*number)) {
+      with_all_decimals.append(texts.back());
+    } else {
+      texts.back() = text;
+    }
+  }
+  return of_values(std::move(texts));
+}
+
+Foresight TextList::foresight(Comparison comparison) const {
+  const TextList same = compared(comparison);
+  std::vector<std::string_view> sorted = *same.texts_;
   std::sort(sorted.begin(), sorted.end());
   const auto end = std::unique(sorted.begin(), sorted.end());
   const bool has_empty = !sorted.empty() && sorted.front().empty();
@@ -91,16 +113,17 @@ Foresight TextList::foresight() const {
   return foresight;
 }
 
-Uniqueness TextList::uniqueness() const {
+Uniqueness TextList::uniqueness(Comparison comparison) const {
+  const TextList same = compared(comparison);
   std::unordered_set<std::string_view> met;
-  for (const std::string_view text : *texts_) {
+  for (const std::string_view text : *same.texts_) {
     if (!met.insert(text).second) return {met.size(), met.size()};
   }
   return {met.size(), endless};
 }
 
-std::unique_ptr<Source> make_list_source(TextList list) {
-  return std::make_unique<ListSource>(std::move(list));
+std::unique_ptr<Source> make_list_source(TextList list, Comparison comparison) {
+  return std::make_unique<ListSource>(std::move(list), comparison);
 }
 
 }  // namespace korvex::sources

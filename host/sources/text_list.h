@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/sources/decimal.h"
 #include "host/sources/source.h"
 #include "host/ways/refusal.h"
 
@@ -28,16 +29,20 @@ class TextList {
   std::string_view operator[](std::size_t i) const { return (*texts_)[i]; }
 
   // What is known of them, one after the other. Looks at them all.
-  Foresight foresight() const;
-  Uniqueness uniqueness() const;
+  Foresight foresight(Comparison comparison) const;
+  Uniqueness uniqueness(Comparison comparison) const;
 
  private:
+  // One text for all that are the same.
+  TextList compared(Comparison comparison) const;
+
   std::shared_ptr<const void> owner_;
   std::shared_ptr<const std::vector<std::string_view>> texts_;
 };
 
 // The texts of a list, which is not empty, by their places. Whether they differ, and their shape,
 // is found out when it is asked for the first time.
-std::unique_ptr<Source> make_list_source(TextList list);
+std::unique_ptr<Source> make_list_source(TextList list,
+                                         Comparison comparison = Comparison::as_texts);
 
 }  // namespace korvex::sources

@@ -110,7 +110,11 @@ TEST(TextLists, AreReadFromLinesOfAnyEnd) {
     ASSERT_EQ(read->size(), test.lines.size()) << test.content;
     for (std::size_t i = 0; i < test.lines.size(); ++i) EXPECT_EQ((*read)[i], test.lines[i]);
   }
-  EXPECT_EQ(TextList::of_values({"b", "", "a", "b", ""}).foresight().values, Count::of(2));
+  const TextList texts = TextList::of_values({"b", "", "a", "-0", "1", "+1.00", "01", "b", "0"});
+  EXPECT_EQ(texts.foresight(Comparison::as_texts).values, Count::of(7));
+  EXPECT_EQ(texts.foresight(Comparison::as_numbers).values, Count::of(4));
+  EXPECT_EQ(texts.uniqueness(Comparison::as_texts).different, 7);
+  EXPECT_EQ(texts.uniqueness(Comparison::as_numbers).different, 5);
 }
 
 struct TemplateCase {
