@@ -62,7 +62,7 @@ each VALUES SAYS
   "enumeration", file = {} | 41: file is a table, expected a string
   "enumeration", file = "/<x*267>" | 41: <*>path of 268 bytes, expected at most 267
   "enumeration", file = "f", format = "%U" | 55: <*>expected type "range"
-  "enumeration", file = "f", item = "B" | 53: <*>expected type "reference" or "key"
+  "enumeration", file = "f", item = "B" | 53: <*>expected type "reference" or "key" or "sum" or "count" or "least" or "most"
   "default", file = "f" | 37: file stands beside type "default", expected type "enumeration" or "list"
   "initial", start = 1 | 38: start stands beside type "initial", expected type "range"
   "initial", repeat = { level = 1, count = 2 } | 39: repeat stands beside type "initial", expected another type
