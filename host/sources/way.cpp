@@ -135,6 +135,8 @@ class Joint : public Rounds {
 };
 
 class Within : public Way {
+  static constexpr std::uint64_t nobody = endless;
+
  public:
   Within(ways::Key key, std::uint64_t period, std::shared_ptr<Groups> groups)
       : shuffle_(key, period), period_(period), groups_(std::move(groups)) {}
@@ -157,12 +159,11 @@ class Within : public Way {
   std::string doubt() const override { return "differs only within its group"; }
 
   std::optional<std::uint64_t> index(std::uint64_t record) override {
-    const std::optional<ways::Member> member = groups_->member(record);
-    if (!member) return std::nullopt;
-    return shuffle_.at(member->parent, member->place);
+    // The first record of a tree is alone in a group of nobody's.
+    const ways::Member alone = {.parent = nobody};
+    const ways::Member member = groups_->member(record).value_or(alone);
+    return shuffle_.at(member.parent, member.place);
   }
-
-  std::uint64_t records() const override { return groups_->have_all() ? endless : 0; }
 
  private:
   ways::ShuffleWithin shuffle_;

@@ -276,3 +276,14 @@ $ for i in $(seq 30); do printf '[[item]]\nname = "T%s"\nattribute = 1\nlength =
 $ printf '[[item]]\nname = "T31"\nattribute = 1\nlength = 9\nvalues = { type = "list", values = ["a"] }\n' >> t.toml
 >1 export t.toml -o -
   ! record 1, item T1: the value has more than 16777216 bytes
+# Items may need each other in long rows, but not without end, whichever of them comes first.
+each OPTION
+  -n
+  -r -n
+do
+  file n.toml
+    @own
+    @text T2000 type = "list", values = ["a"]
+  $ seq 1999 | sort <OPTION> | awk '{ printf "[[item]]\nname = \"T%d\"\nattribute = 1\nlength = 9\nvalues = { type = \"template\", text = \"{T%d}\" }\n", $1, $1 + 1 }' >> n.toml
+  >2 export n.toml -o -
+    ! n.toml:<n>:<n>: item T<n>: more than 1000 items need each other one after the other

@@ -198,6 +198,7 @@ class RandomPlan {
     for (int i = 0; i < 3; ++i) add_list();
     add_group();
     add_key();
+    add_tree();
     add_template();
     add_template();
   }
@@ -281,6 +282,14 @@ class RandomPlan {
     const std::vector<std::string> values = draw_values();
     parents_.push_back(std::make_unique<Field>(list(values), draw_way(values.size())));
     add(make_key_source(*parents_.back(), parents), draw_way(parents));
+  }
+
+  void add_tree() {
+    const auto tree = std::make_shared<Groups>(*ways::Tree::make(
+        ways::KeyFor<ways::Use::each>{key()}, records, {1, 1 + draw(9), ways::Shape::even, {}}));
+    add(list(numbers(records, "t")), parent_of(tree));
+    add(make_line_source(tree), forward());
+    add(list(numbers(9)), shuffled_within(key(), 9, tree));
   }
 
   void add_template() {
