@@ -46,7 +46,8 @@ std::string repetition_text(const Forecast::Set& set, std::uint64_t records) {
   const bool is_beyond_domain = records > set.combinations.most;
   if (is_beyond_domain) {
     text += (set.combinations.is_exact() ? ", " : ", at most ") +
-            std::to_string(set.combinations.most) + " different values, " +
+            std::to_string(set.combinations.most) +
+            (set.combinations.most == 1 ? " value, " : " different values, ") +
             sources::counted_records(records) + " asked";
   }
   if (uniqueness.is_exact()) {

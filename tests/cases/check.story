@@ -86,6 +86,18 @@ file orders.toml
   Unique DUE: cannot be told: DUE is drawn between two ends
   Unique NAME, ROLE: cannot be told: NAME points to values that may be equal, ROLE comes again after 3 records; the first 3 differ
   Unique ID, DUE: yes, all 10 records differ
+# Numbers are the same whatever zeros they begin with.
+file numbers.toml
+  [layout]
+  kind = "table"
+  records = 2
+  data = "n.csv"
+  @number N type = "list", values = ["1", "01"]
+>1 check numbers.toml --unique N
+  Item  Values  Course
+  N          1  starts again after 2 records
+  Records to export:   2
+  Unique N: no, 1 value, 2 records asked; record 2 is the first that repeats an earlier one
 >1 check orders.toml --records 13 --unique B
   Item        Values  Course
   ID             999  starts again after 999 records
