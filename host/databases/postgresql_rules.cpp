@@ -47,6 +47,14 @@ SELECT c.attnum, pg_catalog.pg_get_expr(k.conbin, 0) FROM chain c
 JOIN pg_catalog.pg_constraint k ON k.contypid OPERATOR(pg_catalog.=) c.type
 WHERE k.contype OPERATOR(pg_catalog.=) 'c' ORDER BY 1, 2)";
 
+constexpr const char* indexes_query = R"(
+SELECT i.indexrelid, pg_catalog.pg_get_indexdef(i.indexrelid, k, false),
+  pg_catalog.pg_get_expr(i.indpred, i.indrelid)
+FROM pg_catalog.pg_index i
+CROSS JOIN pg_catalog.generate_series(1, i.indnkeyatts::pg_catalog.int4) AS k
+WHERE i.indrelid OPERATOR(pg_catalog.=) $1::pg_catalog.oid AND i.indisunique
+  AND (i.indpred IS NOT NULL OR i.indexprs IS NOT NULL) ORDER BY 1, k)";
+
 // Of a trigger's kind, 7 are the bits of FOR EACH ROW, BEFORE and INSERT.
 constexpr const char* triggers_query = R"(
 SELECT p.proname, p.prosrc, pg_catalog.encode(t.tgargs, 'escape')
@@ -129,6 +137,13 @@ class RuleReader {
     }
     read_partitions();
     read_triggers();
+    const PostgresqlRows members = connection_.query(indexes_query, 3, {table_.id});
+    for (int row = 0; row < members.size(); ++row) {
+      if (members.begins_group(row, 0)) {
+        rules_.unique_indexes.push_back({{}, std::string(members.text(row, 2))});
+      }
+      rules_.unique_indexes.back().members.emplace_back(members.text(row, 1));
+    }
     for (std::size_t i = 0; i < table_.columns.size(); ++i) {
       if (table_.columns[i].type == ColumnType::unknown) read_shape(i);
     }

@@ -76,6 +76,31 @@ std::vector<SqlWord> sql_words(std::string_view sql, Brackets brackets) {
   return words;
 }
 
+IndexText index_text(std::string_view create_index) {
+  IndexText index;
+  int depth = 0;
+  std::size_t begin = 0;  // of the member, or of the condition
+  bool is_list_over = false;
+  for (std::size_t place = skip_blanks(create_index, 0); place < create_index.size();
+       place = skip_blanks(create_index, place)) {
+    const std::size_t word_begin = place;
+    const SqlWord word = take_word(create_index, place, Brackets::quote_names);
+    if (is_list_over && index.condition.empty() && word.is_keyword("WHERE")) {
+      index.condition = create_index.substr(place);
+    }
+    if (is_list_over) continue;
+    if (word.is_symbol('(') && ++depth == 1) begin = place;
+    if (depth > 1) index.has_expression = true;
+    const bool ends_list = word.is_symbol(')') && --depth == 0;
+    if (ends_list || (depth == 1 && word.is_symbol(','))) {
+      index.members.emplace_back(create_index.substr(begin, word_begin - begin));
+      begin = place;
+    }
+    is_list_over = ends_list;
+  }
+  return index;
+}
+
 std::vector<std::string> check_texts(std::string_view create_table) {
   std::vector<std::string> texts;
   bool is_check = false;  // the word before was CHECK

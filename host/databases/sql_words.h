@@ -36,6 +36,14 @@ std::vector<std::size_t> names_in(const std::vector<SqlWord>& expression,
 // any.
 std::vector<SqlWord> check_expression(std::string_view create_table, std::string_view name);
 
+// What a CREATE INDEX says of the rows.
+struct IndexText {
+  std::vector<std::string> members;  // columns and expressions
+  std::string condition;             // behind WHERE
+  bool has_expression = false;
+};
+IndexText index_text(std::string_view create_index);
+
 // The texts of all CHECK constraints in a CREATE TABLE, without the parentheses around them.
 std::vector<std::string> check_texts(std::string_view create_table);
 

@@ -36,6 +36,15 @@ TableRules read_sqlite_rules(SqliteConnection& connection, const TableSchema& ta
   rows.bind(1, table.name);
   TableRules rules;
   if (rows.next()) rules.checks = check_texts(rows.text(0));
+  SqliteStatement indexes(connection,
+                          "SELECT sql FROM main.sqlite_schema WHERE type = 'index' AND tbl_name = ?"
+                          " COLLATE NOCASE AND sql LIKE 'CREATE UNIQUE%'");
+  indexes.bind(1, table.name);
+  while (indexes.next()) {
+    const IndexText index = index_text(indexes.text(0));
+    const bool is_plain = index.condition.empty() && !index.has_expression;
+    if (!is_plain) rules.unique_indexes.push_back({index.members, index.condition});
+  }
   return rules;
 }
 

@@ -41,12 +41,19 @@ struct ColumnShape {
   TypeShape shape;
 };
 
+// A unique index over expressions, or over a part of the rows.
+struct UniqueIndex {
+  std::vector<std::string> members;  // columns and expressions in SQL
+  std::string condition;             // of the rows that count; empty for all
+};
+
 struct TableRules {
   std::vector<std::string> checks;  // conditions in SQL
   std::vector<DomainCheck> domain_checks;
   std::vector<PartitionBound> partitions;
-  std::vector<std::size_t> filled;  // columns that a trigger gives values to
-  std::vector<ColumnShape> shapes;  // of columns whose type is unknown otherwise
+  std::vector<UniqueIndex> unique_indexes;  // beside the unique sets of the schema
+  std::vector<std::size_t> filled;          // columns that a trigger gives values to
+  std::vector<ColumnShape> shapes;          // of columns whose type is unknown otherwise
 };
 
 }  // namespace korvex::host

@@ -53,6 +53,13 @@ struct ColumnValues {
 // Nothing where no value is known that the database would take.
 std::optional<ColumnValues> make_values(const ColumnTask& task);
 
+// The way of a column: `shuffled` where no value may come twice.
+std::string order_of(bool is_unique);
+
+// Numbers as the type and its conditions allow; nothing for another type, and where none is
+// allowed.
+std::optional<ColumnValues> make_numbers(const ColumnTask& task);
+
 // Numbers from `least` to `most`, in units of the last of `decimals`, drawn or shuffled.
 ColumnValues number_values(std::int64_t least, std::int64_t most, int decimals, bool is_unique);
 
@@ -64,6 +71,9 @@ ColumnValues moment_values(const ColumnSchema& column, const ImportPeriod& perio
 
 // A text item with room for `length` characters.
 ItemAttributes text_attributes(std::size_t length);
+
+// An item for sums of numbers with so many decimals.
+ItemAttributes sum_attributes(int decimals);
 
 // How many characters a text column takes, the least that its conditions ask for, and the most.
 std::size_t text_limit(const ColumnTask& task);

@@ -64,6 +64,7 @@ DatabaseImport import_database(Database& database, const DatabaseImportOptions& 
                   options.is_plain,
                   layout_files(model),
                   wished_records(model, options.wish),
+                  options.is_plain ? Sums{} : find_sums(model),
                   {}};
   std::vector<FileDraft> lists;
   for (const std::size_t table : tables_in_order(model)) {

@@ -87,6 +87,13 @@ DatabaseModel read_database(Database& database, const TableChoice& choice, bool 
     table.schema = database.read_schema(each.name);
     // What is not asked for keeps its rows, and others may refer to them.
     table.is_kept = is_kept || !is_chosen;
+    const auto& columns = table.schema.columns;
+    const bool has_columns = std::any_of(columns.begin(), columns.end(),
+                                         [](const auto& column) { return !column.is_generated; });
+    if (!has_columns && !table.is_kept) {
+      model.left_out.push_back({each.name, "no column to fill"});
+      table.is_kept = true;
+    }
     table.rules = database.read_rules(table.schema);
     table.facts = read_facts(table.schema, table.rules, is_sqlite);
     add_partition_facts(table.schema, table.rules, table.facts);

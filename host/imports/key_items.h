@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "host/imports/key_plan.h"
@@ -20,10 +21,18 @@ class KeyItems {
   // The items of one key. Throws DatabaseError or Interrupted.
   void add(std::size_t use, std::vector<PlannedItem>& items);
 
+  // Two keys to one table of which the first is to be less, or another one: pairs of its records.
+  void pair(const ColumnOrder& order, std::vector<PlannedItem>& items);
+
   // The place within the group of the key with each.
   ColumnValues line() const;
 
  private:
+  struct CountedKey {
+    std::int64_t first = 0;
+    std::int64_t count = 0;
+  };
+  std::optional<CountedKey> counted_parent(const ColumnOrder& order) const;
   void add_layout(const KeyUse& use, std::vector<PlannedItem>& items);
   void add_list(const KeyUse& use, std::vector<PlannedItem>& items);
   void add_own(const KeyUse& use, std::vector<PlannedItem>& items);

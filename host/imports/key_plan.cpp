@@ -13,16 +13,19 @@ using Columns = std::vector<std::size_t>;
 
 class KeyPlanner {
  public:
-  KeyPlanner(const DatabaseModel& model, std::size_t table)
-      : model_(model), table_(model.tables[table].schema), facts_(model.tables[table].facts) {
+  KeyPlanner(const DatabaseModel& model, std::size_t table, const ForeignKey* summed)
+      : model_(model),
+        table_(model.tables[table].schema),
+        facts_(model.tables[table].facts),
+        summed_(summed) {
     plan_.columns.resize(table_.columns.size());
   }
 
   KeyPlan plan() {
     take_keys();
-    for (const Columns& set : table_.unique_sets) make_unique_alone(set);
+    for (const Columns& set : facts_.unique_sets) make_unique_alone(set);
     choose_hub();
-    for (const Columns& set : table_.unique_sets) make_unique_together(set);
+    for (const Columns& set : facts_.unique_sets) make_unique_together(set);
     return std::move(plan_);
   }
 
@@ -128,7 +131,7 @@ class KeyPlanner {
   // The key that is in most sets of several keys or columns: the other members follow its groups.
   void choose_hub() {
     std::map<std::size_t, int> sets;
-    for (const Columns& set : table_.unique_sets) {
+    for (const Columns& set : facts_.unique_sets) {
       const Members members = members_of(set);
       if (is_settled(members) || members.keys.size() + members.own.size() < 2) continue;
       for (const std::size_t key : members.keys) {
@@ -136,6 +139,10 @@ class KeyPlanner {
             !model_.tables[plan_.keys[key].parent].is_kept && !plan_.keys[key].key->is_to_own_table)
           ++sets[key];
       }
+    }
+    for (std::size_t key = 0; key < plan_.keys.size(); ++key) {
+      const bool is_free = !plan_.keys[key].is_unique && (sets.empty() || sets.contains(key));
+      if (summed_ != nullptr && plan_.keys[key].key == summed_ && is_free) sets = {{key, 1}};
     }
     int most = 0;
     for (const auto& [key, count] : sets) {
@@ -243,6 +250,7 @@ class KeyPlanner {
   const DatabaseModel& model_;
   const TableSchema& table_;
   const TableFacts& facts_;
+  const ForeignKey* const summed_;
   KeyPlan plan_;
 };
 
@@ -256,8 +264,8 @@ std::string column_names(const TableSchema& table, const std::vector<std::size_t
   return names;
 }
 
-KeyPlan plan_keys(const DatabaseModel& model, std::size_t table) {
-  return KeyPlanner(model, table).plan();
+KeyPlan plan_keys(const DatabaseModel& model, std::size_t table, const ForeignKey* summed) {
+  return KeyPlanner(model, table, summed).plan();
 }
 
 }  // namespace korvex::host

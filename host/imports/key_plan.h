@@ -47,7 +47,9 @@ struct KeyPlan {
   }
 };
 
-KeyPlan plan_keys(const DatabaseModel& model, std::size_t table);
+// `summed` is a key that is to have each, because a total is made of its records; null without.
+KeyPlan plan_keys(const DatabaseModel& model, std::size_t table,
+                  const ForeignKey* summed = nullptr);
 
 // The columns' names in a row.
 std::string column_names(const TableSchema& table, const std::vector<std::size_t>& columns);

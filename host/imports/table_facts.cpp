@@ -54,6 +54,7 @@ class FactReader {
   FactReader(const TableSchema& table, bool is_sqlite)
       : table_(table), brackets_(is_sqlite ? Brackets::quote_names : Brackets::are_symbols) {
     facts_.columns.resize(table.columns.size());
+    facts_.unique_sets = table.unique_sets;
   }
 
   void add_check(const std::string& text, std::optional<std::size_t> value) {
@@ -67,6 +68,26 @@ class FactReader {
       if (unread.columns.empty()) add_named(text, unread.columns);
       facts_.unread.push_back(std::move(unread));
     }
+  }
+
+  // Columns that must differ in some rows are made to differ in all, if that costs nothing; else no
+  // row is one of them, if that can be had.
+  void add_unique_index(const UniqueIndex& index) {
+    value_.reset();
+    std::vector<std::size_t> columns;
+    for (const std::string& member : index.members) {
+      add_columns(read_expression(member, brackets_), columns);
+    }
+    if (columns.empty()) return;
+    const bool has_keys_alone = std::all_of(columns.begin(), columns.end(), [&](std::size_t i) {
+      return is_of_key(i) || table_.columns[i].type == ColumnType::boolean;
+    });
+    if (has_keys_alone && !index.condition.empty()) {
+      TableFacts before = facts_;
+      if (take_negation(read_expression(index.condition, brackets_))) return;
+      facts_ = std::move(before);
+    }
+    facts_.unique_sets.push_back(std::move(columns));
   }
 
   TableFacts take_facts() { return std::move(facts_); }
@@ -141,6 +162,13 @@ class FactReader {
     }
   }
 
+  bool is_of_key(std::size_t column) const {
+    return std::any_of(table_.foreign_keys.begin(), table_.foreign_keys.end(),
+                       [&](const ForeignKey& key) {
+                         return std::count(key.columns.begin(), key.columns.end(), column) > 0;
+                       });
+  }
+
   bool take_null_test(const Expression& expression) {
     const auto column = find(expression.parts.front());
     if (!column) return false;
@@ -162,7 +190,11 @@ class FactReader {
   }
 
   bool take_choices(const Expression& expression) {
-    const auto column = find(expression.parts.front());
+    const Expression& tested = expression.parts.front();
+    // Texts that are in capitals stay so.
+    const bool is_folded =
+        (tested.is_call("upper") || tested.is_call("lower")) && tested.parts.size() == 1;
+    const auto column = find(is_folded ? tested.parts.front() : tested);
     std::vector<std::string> values;
     for (std::size_t i = 1; i < expression.parts.size(); ++i) {
       const auto value = constant_of(expression.parts[i]);
@@ -273,7 +305,7 @@ class FactReader {
     const Expression& left = expression.parts[0];
     const Expression& right = expression.parts[1];
     const auto is_fixed = [&](const Expression& side) {
-      return side.is(Kind::now) || constant_of(side).has_value();
+      return days_from_now(side).has_value() || constant_of(side).has_value();
     };
     if (is_fixed(right)) return take_bound(left, expression.text, right);
     if (is_fixed(left)) return take_bound(right, turned_round(expression.text), left);
@@ -313,7 +345,12 @@ class FactReader {
     const auto is_test = [](const Expression& side) {
       return side.is(Kind::is_null) || side.is(Kind::is_not_null);
     };
-    if (!is_test(left) || !is_test(right) || (sign != "=" && sign != "<>")) return false;
+    if (sign != "=" && sign != "<>") return false;
+    // Two conditions of which both, or just one, are to hold.
+    if (left.is(Kind::comparison) && right.is(Kind::comparison)) {
+      return take(left) && (sign == "=" ? take(right) : take_negation(right));
+    }
+    if (!is_test(left) || !is_test(right)) return false;
     const auto first = find(left.parts.front());
     const auto second = find(right.parts.front());
     if (!first || !second) return false;
@@ -379,6 +416,28 @@ class FactReader {
     return true;
   }
 
+  // `now() - interval '18 years'`: the days from now on.
+  static std::optional<int> days_from_now(const Expression& expression) {
+    if (expression.is(Kind::now)) return 0;
+    const bool is_sum = expression.is_call("+") || expression.is_call("-");
+    if (!is_sum || !expression.parts[0].is(Kind::now) || !expression.parts[1].is(Kind::constant)) {
+      return std::nullopt;
+    }
+    int count = 0;
+    char unit[16] = "";
+    if (std::sscanf(expression.parts[1].text.c_str(), "%6d %15s", &count, unit) < 1) {
+      return std::nullopt;
+    }
+    const std::string_view name = unit;
+    constexpr int days_of_year = 366;
+    constexpr int days_of_month = 31;
+    int days = name.starts_with("day") || name.empty() ? 1 : 0;
+    if (name.starts_with("year")) days = days_of_year;
+    if (name.starts_with("mon")) days = days_of_month;
+    if (name.starts_with("week")) days = 7;
+    return expression.text == "-" ? -count * days : count * days;
+  }
+
   // A comparison with a constant, which stands on the right.
   bool take_bound(const Expression& left, const std::string& sign, const Expression& right) {
     const auto constant = constant_of(right);
@@ -394,7 +453,7 @@ class FactReader {
       return true;
     }
     if (sign == "=" || sign == "<>") return false;
-    const ValueBound bound = {constant, sign.size() == 2};
+    const ValueBound bound = {constant, sign.size() == 2, days_from_now(right).value_or(0)};
     std::optional<ValueBound>& known = sign.front() == '<' ? facts.most : facts.least;
     const bool is_narrower = !known || !known->text || !constant ||
                              (sign.front() == '<' ? !is_below(*known->text, *constant)
@@ -413,6 +472,9 @@ class FactReader {
     if (!column) return false;
     for (const std::string_view function : {"length", "char_length", "character_length"}) {
       if (left.is_call(function)) return number && take_length(*column, sign, *number);
+    }
+    if ((left.is_call("upper") || left.is_call("lower")) && sign == "=") {
+      return take_one_of(*column, {constant});
     }
     const bool is_trimmed = &stripped(left) != &left;
     if (is_trimmed && constant.empty()) return take_length(*column, sign, 0);
@@ -447,6 +509,7 @@ TableFacts read_facts(const TableSchema& table, const TableRules& rules, bool is
   FactReader reader(table, is_sqlite);
   for (const std::string& check : rules.checks) reader.add_check(check, std::nullopt);
   for (const DomainCheck& check : rules.domain_checks) reader.add_check(check.text, check.column);
+  for (const UniqueIndex& index : rules.unique_indexes) reader.add_unique_index(index);
   return reader.take_facts();
 }
 

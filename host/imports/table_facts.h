@@ -15,6 +15,7 @@ namespace korvex::host {
 struct ValueBound {
   std::optional<std::string> text;
   bool is_inclusive = true;
+  int days = 0;  // from the present day on
 };
 
 // What the conditions of a table ask of one column.
@@ -56,7 +57,8 @@ struct UnreadCondition {
 struct TableFacts {
   std::vector<ColumnFacts> columns;
   std::vector<ColumnOrder> orders;
-  std::vector<std::vector<std::size_t>> together;  // all of them NULL, or none
+  std::vector<std::vector<std::size_t>> together;     // all of them NULL, or none
+  std::vector<std::vector<std::size_t>> unique_sets;  // of the schema and of its other indexes
   std::vector<UnreadCondition> unread;
 };
 

@@ -31,7 +31,7 @@ class TablePlanner {
         schema_(imported_.schema),
         facts_(imported_.facts.columns),
         orders_(imported_.facts.orders),
-        keys_(plan_keys(plan.model, table)),
+        keys_(plan_keys(plan.model, table, summed_key())),
         columns_(schema_.columns),
         items_(schema_.columns.size()) {
     if (!plan.is_plain) guesses_.emplace(imported_, keys_);
@@ -54,6 +54,32 @@ class TablePlanner {
   }
 
  private:
+  const ForeignKey* summed_key() const {
+    for (const auto& [total, source] : plan_.sums) {
+      if (source.table == table_) return source.key;
+    }
+    return nullptr;
+  }
+
+  // A total is made of the records that belong to this one.
+  bool take_sum(std::size_t i) {
+    const auto sum = plan_.sums.find({table_, i});
+    if (sum == plan_.sums.end()) return false;
+    const SumSource& source = sum->second;
+    const TableSchema& lines = plan_.model.tables[source.table].schema;
+    const std::string& part = lines.columns[source.column].name;
+    ColumnValues total;
+    total.attributes = sum_attributes(schema_.columns[i].scale);
+    total.keys = {{"type", toml_text("sum")},
+                  {"layout", toml_text(plan_.files[source.table])},
+                  {"key", toml_text(lines.columns[source.key->columns.front()].name)},
+                  {"item", toml_text(part)}};
+    items_[i].values = std::move(total);
+    items_[i].empty_share.clear();
+    items_[i].reason = "by its name: the sum of " + part + " in " + lines.name;
+    return true;
+  }
+
   // Others point to these columns, so they can't be empty, nor left to a trigger.
   void find_referenced() {
     for (const ImportedTable& other : plan_.model.tables) {
@@ -160,7 +186,7 @@ class TablePlanner {
       item.is_empty = true;
       return;
     }
-    if (!keys_.has_own_values(i)) return;
+    if (!keys_.has_own_values(i) || take_sum(i)) return;
     const bool is_distinct = keys_.columns[i].is_unique;
     if (guesses_ && !is_distinct) {
       guesses_->narrow(i, plan_.period, columns_[i], facts_[i], item);
@@ -250,6 +276,7 @@ class TablePlanner {
     for (std::size_t i = 0; i < items_.size(); ++i) {
       if (keys_.columns[i].kind == Kind::line) items_[i].values = keys.line();
     }
+    for (const ColumnOrder& order : orders_) keys.pair(order, items_);
   }
 
   // What the item's comment says of the column.

@@ -10,6 +10,7 @@
 #include "host/databases/database.h"
 #include "host/imports/column_values.h"
 #include "host/imports/database_model.h"
+#include "host/imports/sums.h"
 #include "host/layout/layout_writer.h"
 
 namespace korvex::host {
@@ -37,6 +38,7 @@ struct ImportPlan {
   bool is_plain = false;              // without guesses by names
   std::vector<std::string> files;     // of the layouts, by the tables' places
   std::vector<std::int64_t> records;  // that are wished for, and then those that are planned
+  Sums sums;
   std::map<std::size_t, PlannedTable> planned;
 };
 
