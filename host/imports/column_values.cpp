@@ -101,6 +101,10 @@ std::optional<ColumnValues> choices(const ColumnTask& task) {
   std::erase_if(values, [&](const std::string& value) {
     return std::count(task.facts.excluded.begin(), task.facts.excluded.end(), value) > 0;
   });
+  const std::vector<std::string> held = held_by(task);
+  std::erase_if(values, [&](const std::string& value) {
+    return std::binary_search(held.begin(), held.end(), value);
+  });
   if (values.empty()) return std::nullopt;
   return listed(std::move(values), task.is_unique);
 }

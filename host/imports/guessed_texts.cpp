@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "host/databases/type_mapping.h"
+#include "host/imports/set_values.h"
 #include "host/layout/own_text.h"
-#include "host/sets/catalogue.h"
 #include "host/ways/mixing.h"
 
 namespace korvex::host {
@@ -22,21 +22,6 @@ constexpr std::size_t digest_length = 64;
 
 std::uint64_t draw(std::uint64_t index, std::uint64_t use, std::uint64_t below) {
   return ways::absorb(ways::absorb(use, index), below) % below;
-}
-
-// The values of a column of a built-in set, each once.
-std::vector<std::string> set_values(const std::string& name, std::string_view language) {
-  std::vector<std::string> values;
-  const auto found = sets::find_column(name, language);
-  const auto* column = std::get_if<sets::Column>(&found);
-  if (column == nullptr) return values;
-  const sets::ValueTable table = sets::read_table(*column->table);
-  std::set<std::string_view> known;
-  for (std::size_t row = 0; row < table.row_count(); ++row) {
-    const std::string_view value = table.value(row, column->column);
-    if (!value.empty() && known.insert(value).second) values.emplace_back(value);
-  }
-  return values;
 }
 
 class TextGuesser {

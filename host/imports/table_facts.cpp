@@ -1,11 +1,8 @@
 #include "host/imports/table_facts.h"
 
 #include <algorithm>
-#include <charconv>
-#include <functional>
 
-#include "host/imports/expression.h"
-#include "host/text/any_case.h"
+#include "host/imports/condition_parts.h"
 
 namespace korvex::host {
 
@@ -13,59 +10,25 @@ namespace {
 
 using Kind = Expression::Kind;
 
-// What a comparison says when its sides change places, and when it is denied.
-std::string turned_round(const std::string& sign) {
-  if (sign == "<") return ">";
-  if (sign == "<=") return ">=";
-  if (sign == ">") return "<";
-  if (sign == ">=") return "<=";
-  return sign;
-}
-
-std::string denied(const std::string& sign) {
-  if (sign == "=") return "<>";
-  if (sign == "<>") return "=";
-  if (sign == "<") return ">=";
-  if (sign == "<=") return ">";
-  return sign == ">" ? "<=" : "<";
-}
-
-std::optional<int> whole_number(const std::string& text) {
-  int number = 0;
-  const char* const end = text.data() + text.size();
-  const auto [stop, failure] = std::from_chars(text.data(), end, number);
-  if (failure != std::errc() || stop != end) return std::nullopt;
-  return number;
-}
-
-// Whether one constant is below another: as numbers where both are, else as texts, which suits
-// dates.
-bool is_below(const std::string& left, const std::string& right) {
-  char* left_end = nullptr;
-  char* right_end = nullptr;
-  const long double a = std::strtold(left.c_str(), &left_end);
-  const long double b = std::strtold(right.c_str(), &right_end);
-  if (!left.empty() && !right.empty() && *left_end == '\0' && *right_end == '\0') return a < b;
-  return left < right;
-}
-
 class FactReader {
  public:
   FactReader(const TableSchema& table, bool is_sqlite)
-      : table_(table), brackets_(is_sqlite ? Brackets::quote_names : Brackets::are_symbols) {
+      : table_(table),
+        brackets_(is_sqlite ? Brackets::quote_names : Brackets::are_symbols),
+        columns_(table, brackets_) {
     facts_.columns.resize(table.columns.size());
     facts_.unique_sets = table.unique_sets;
   }
 
   void add_check(const std::string& text, std::optional<std::size_t> value) {
-    value_ = value;
+    columns_.set_value(value);
     const Expression expression = read_expression(text, brackets_);
     // What is read in part holds in part: each member of a conjunction counts for itself.
     if (!take(expression)) {
       UnreadCondition unread = {text, {}};
       if (value) unread.columns.push_back(*value);
-      add_columns(read_expression(text, brackets_), unread.columns);
-      if (unread.columns.empty()) add_named(text, unread.columns);
+      columns_.add(read_expression(text, brackets_), unread.columns);
+      if (unread.columns.empty()) columns_.add_named(text, unread.columns);
       facts_.unread.push_back(std::move(unread));
     }
   }
@@ -73,10 +36,10 @@ class FactReader {
   // Columns that must differ in some rows are made to differ in all, if that costs nothing; else no
   // row is one of them, if that can be had.
   void add_unique_index(const UniqueIndex& index) {
-    value_.reset();
+    columns_.set_value(std::nullopt);
     std::vector<std::size_t> columns;
     for (const std::string& member : index.members) {
-      add_columns(read_expression(member, brackets_), columns);
+      columns_.add(read_expression(member, brackets_), columns);
     }
     if (columns.empty()) return;
     const bool has_keys_alone = std::all_of(columns.begin(), columns.end(), [&](std::size_t i) {
@@ -93,41 +56,7 @@ class FactReader {
   TableFacts take_facts() { return std::move(facts_); }
 
  private:
-  std::optional<std::size_t> find(const Expression& expression) const {
-    if (!expression.is(Kind::column)) return std::nullopt;
-    if (value_ && is_same_in_any_case(expression.text, "VALUE")) return value_;
-    for (std::size_t i = 0; i < table_.columns.size(); ++i) {
-      if (table_.columns[i].name == expression.text) return i;
-    }
-    for (std::size_t i = 0; i < table_.columns.size(); ++i) {
-      if (is_same_in_any_case(table_.columns[i].name, expression.text)) return i;
-    }
-    return std::nullopt;
-  }
-
-  // What is no column's name can be a text, between marks that SQLite takes for both.
-  std::optional<std::string> constant_of(const Expression& expression) const {
-    if (expression.is(Kind::constant) || expression.is(Kind::truth)) return expression.text;
-    const bool is_quoted_text = expression.is(Kind::column) && !find(expression) && !value_;
-    return is_quoted_text ? std::optional(expression.text) : std::nullopt;
-  }
-
   ColumnFacts& facts_of(std::size_t column) { return facts_.columns[column]; }
-
-  void add_columns(const Expression& expression, std::vector<std::size_t>& columns) const {
-    const auto column = find(expression);
-    if (column && std::count(columns.begin(), columns.end(), *column) == 0) {
-      columns.push_back(*column);
-    }
-    for (const Expression& part : expression.parts) add_columns(part, columns);
-  }
-
-  // Of a text that is no tree: the columns whose names are among its words.
-  void add_named(const std::string& text, std::vector<std::size_t>& columns) const {
-    std::vector<std::string> names;
-    for (const ColumnSchema& column : table_.columns) names.push_back(column.name);
-    columns = names_in(sql_words(text, brackets_), names);
-  }
 
   bool take(const Expression& expression) {
     switch (expression.kind) {
@@ -152,7 +81,7 @@ class FactReader {
       case Kind::truth:
         return expression.text == "true";
       case Kind::column: {
-        const auto column = find(expression);
+        const auto column = columns_.find(expression);
         return column && take_one_of(*column, {"true"});
       }
       case Kind::call:
@@ -170,7 +99,7 @@ class FactReader {
   }
 
   bool take_null_test(const Expression& expression) {
-    const auto column = find(expression.parts.front());
+    const auto column = columns_.find(expression.parts.front());
     if (!column) return false;
     ColumnFacts& facts = facts_of(*column);
     (expression.is(Kind::is_null) ? facts.is_always_null : facts.is_never_null) = true;
@@ -194,16 +123,16 @@ class FactReader {
     // Texts that are in capitals stay so.
     const bool is_folded =
         (tested.is_call("upper") || tested.is_call("lower")) && tested.parts.size() == 1;
-    const auto column = find(is_folded ? tested.parts.front() : tested);
+    const auto column = columns_.find(is_folded ? tested.parts.front() : tested);
     std::vector<std::string> values;
     for (std::size_t i = 1; i < expression.parts.size(); ++i) {
-      const auto value = constant_of(expression.parts[i]);
+      const auto value = columns_.constant_of(expression.parts[i]);
       if (value) values.push_back(*value);
       if (!value && !expression.parts[i].is(Kind::null_value)) return false;
     }
     if (column) return take_one_of(*column, std::move(values));
     // So many of some columns: none or all is the one that says something of its own.
-    const auto counted = counted_columns(expression.parts.front());
+    const auto counted = columns_.counted(expression.parts.front());
     if (counted.size() < 2 ||
         values != std::vector{std::string("0"), std::to_string(counted.size())}) {
       return false;
@@ -213,23 +142,13 @@ class FactReader {
   }
 
   bool take_pattern(const Expression& expression) {
-    const auto pattern = constant_of(expression.parts[1]);
-    const auto column = find(stripped(expression.parts[0]));
+    const auto pattern = columns_.constant_of(expression.parts[1]);
+    const auto column = columns_.find(stripped(expression.parts[0]));
     if (!column || !pattern) return false;
     const std::string& sign = expression.text;
     if (sign == "GLOB") return false;
     (sign.front() == '~' ? facts_of(*column).regular : facts_of(*column).like).push_back(*pattern);
     return true;
-  }
-
-  // Without the functions that leave the texts of no blanks as they are.
-  static const Expression& stripped(const Expression& expression) {
-    for (const std::string_view function : {"trim", "btrim", "ltrim", "rtrim"}) {
-      if (expression.is_call(function) && expression.parts.size() == 1) {
-        return stripped(expression.parts.front());
-      }
-    }
-    return expression;
   }
 
   // All equal to something of one column: choices. Otherwise the first branch that can be had,
@@ -242,11 +161,11 @@ class FactReader {
       const bool is_equality = part.is(Kind::comparison) && part.text == "=";
       if (!is_equality && !part.is(Kind::is_in)) are_choices = false;
       if (!are_choices) break;
-      const auto own = find(part.parts.front());
+      const auto own = columns_.find(part.parts.front());
       are_choices = own && (!column || *own == *column);
       column = own;
       for (std::size_t i = 1; i < part.parts.size() && are_choices; ++i) {
-        const auto value = constant_of(part.parts[i]);
+        const auto value = columns_.constant_of(part.parts[i]);
         are_choices = value.has_value();
         if (value) values.push_back(*value);
       }
@@ -283,17 +202,17 @@ class FactReader {
         }
         return take(turned);
       case Kind::is_in: {
-        const auto column = find(inner.parts.front());
+        const auto column = columns_.find(inner.parts.front());
         if (!column) return false;
         for (std::size_t i = 1; i < inner.parts.size(); ++i) {
-          const auto value = constant_of(inner.parts[i]);
+          const auto value = columns_.constant_of(inner.parts[i]);
           if (!value) return false;
           facts_of(*column).excluded.push_back(*value);
         }
         return true;
       }
       case Kind::column: {
-        const auto column = find(inner);
+        const auto column = columns_.find(inner);
         return column && take_one_of(*column, {"false"});
       }
       default:
@@ -305,12 +224,12 @@ class FactReader {
     const Expression& left = expression.parts[0];
     const Expression& right = expression.parts[1];
     const auto is_fixed = [&](const Expression& side) {
-      return days_from_now(side).has_value() || constant_of(side).has_value();
+      return days_from_now(side).has_value() || columns_.constant_of(side).has_value();
     };
     if (is_fixed(right)) return take_bound(left, expression.text, right);
     if (is_fixed(left)) return take_bound(right, turned_round(expression.text), left);
-    const auto first = find(left);
-    const auto second = find(right);
+    const auto first = columns_.find(left);
+    const auto second = columns_.find(right);
     if (first && second) return take_order(*first, expression.text, *second);
     if (take_letter_case(left, right, expression.text)) return true;
     if (take_letter_case(right, left, expression.text)) return true;
@@ -331,10 +250,10 @@ class FactReader {
   // `code = upper(code)`.
   bool take_letter_case(const Expression& plain, const Expression& changed,
                         const std::string& sign) {
-    const auto column = find(plain);
+    const auto column = columns_.find(plain);
     const bool is_upper = changed.is_call("upper");
     if (!column || sign != "=" || (!is_upper && !changed.is_call("lower"))) return false;
-    if (changed.parts.size() != 1 || find(changed.parts.front()) != column) return false;
+    if (changed.parts.size() != 1 || columns_.find(changed.parts.front()) != column) return false;
     facts_of(*column).letter_case =
         is_upper ? ColumnFacts::LetterCase::upper : ColumnFacts::LetterCase::lower;
     return true;
@@ -351,36 +270,14 @@ class FactReader {
       return take(left) && (sign == "=" ? take(right) : take_negation(right));
     }
     if (!is_test(left) || !is_test(right)) return false;
-    const auto first = find(left.parts.front());
-    const auto second = find(right.parts.front());
+    const auto first = columns_.find(left.parts.front());
+    const auto second = columns_.find(right.parts.front());
     if (!first || !second) return false;
     if ((left.kind == right.kind) == (sign == "=")) {
       facts_.together.push_back({*first, *second});
       return true;
     }
     return take_counted({*first, *second}, "=", 1);
-  }
-
-  // The columns of `num_nonnulls(a, b)` and of `(a IS NOT NULL) + (b IS NOT NULL)`.
-  std::vector<std::size_t> counted_columns(const Expression& expression) const {
-    std::vector<std::size_t> columns;
-    std::vector<const Expression*> waiting = {&expression};
-    while (!waiting.empty()) {
-      const Expression& next = *waiting.back();
-      waiting.pop_back();
-      if (next.is_call("+") || next.is_call("num_nonnulls")) {
-        for (auto part = next.parts.rbegin(); part != next.parts.rend(); ++part) {
-          waiting.push_back(&*part);
-        }
-        continue;
-      }
-      const bool is_of_call = expression.is_call("num_nonnulls");
-      if (!is_of_call && !next.is(Kind::is_not_null)) return {};
-      const auto column = find(is_of_call ? next : next.parts.front());
-      if (!column) return {};
-      columns.push_back(*column);
-    }
-    return columns;
   }
 
   // So many of some columns are given: the first ones are, those that are too many never.
@@ -416,35 +313,13 @@ class FactReader {
     return true;
   }
 
-  // `now() - interval '18 years'`: the days from now on.
-  static std::optional<int> days_from_now(const Expression& expression) {
-    if (expression.is(Kind::now)) return 0;
-    const bool is_sum = expression.is_call("+") || expression.is_call("-");
-    if (!is_sum || !expression.parts[0].is(Kind::now) || !expression.parts[1].is(Kind::constant)) {
-      return std::nullopt;
-    }
-    int count = 0;
-    char unit[16] = "";
-    if (std::sscanf(expression.parts[1].text.c_str(), "%6d %15s", &count, unit) < 1) {
-      return std::nullopt;
-    }
-    const std::string_view name = unit;
-    constexpr int days_of_year = 366;
-    constexpr int days_of_month = 31;
-    int days = name.starts_with("day") || name.empty() ? 1 : 0;
-    if (name.starts_with("year")) days = days_of_year;
-    if (name.starts_with("mon")) days = days_of_month;
-    if (name.starts_with("week")) days = 7;
-    return expression.text == "-" ? -count * days : count * days;
-  }
-
   // A comparison with a constant, which stands on the right.
   bool take_bound(const Expression& left, const std::string& sign, const Expression& right) {
-    const auto constant = constant_of(right);
+    const auto constant = columns_.constant_of(right);
     if (left.is(Kind::call)) {
       return constant && take_bound_of_call(left, sign, *constant);
     }
-    const auto column = find(left);
+    const auto column = columns_.find(left);
     if (!column) return false;
     ColumnFacts& facts = facts_of(*column);
     if (constant && sign == "=") return take_one_of(*column, {*constant});
@@ -465,10 +340,10 @@ class FactReader {
   bool take_bound_of_call(const Expression& left, const std::string& sign,
                           const std::string& constant) {
     const auto number = whole_number(constant);
-    const auto counted = counted_columns(left);
+    const auto counted = columns_.counted(left);
     if (counted.size() > 1) return number && take_counted(counted, sign, *number);
     if (left.parts.empty()) return false;
-    const auto column = find(stripped(left.parts.front()));
+    const auto column = columns_.find(stripped(left.parts.front()));
     if (!column) return false;
     for (const std::string_view function : {"length", "char_length", "character_length"}) {
       if (left.is_call(function)) return number && take_length(*column, sign, *number);
@@ -490,7 +365,7 @@ class FactReader {
 
   bool take_call(const Expression& expression) {
     if (expression.is_call("json_valid") && expression.parts.size() == 1) {
-      const auto column = find(expression.parts.front());
+      const auto column = columns_.find(expression.parts.front());
       if (column && facts_of(*column).json_type.empty()) facts_of(*column).json_type = "object";
       return column.has_value();
     }
@@ -499,7 +374,7 @@ class FactReader {
 
   const TableSchema& table_;
   const Brackets brackets_;
-  std::optional<std::size_t> value_;  // what VALUE stands for, in a domain
+  ConditionColumns columns_;
   TableFacts facts_;
 };
 

@@ -17,6 +17,13 @@ sql
   postgresql: CREATE TABLE y (id integer PRIMARY KEY, x integer NOT NULL); CREATE TABLE x (id integer PRIMARY KEY, y integer NOT NULL REFERENCES y);
   postgresql: ALTER TABLE y ADD FOREIGN KEY (x) REFERENCES x;
   sqlite: CREATE TABLE x (id integer PRIMARY KEY, y integer NOT NULL REFERENCES y); CREATE TABLE y (id integer PRIMARY KEY, x integer NOT NULL REFERENCES x);
+  CREATE TABLE pal (a integer NOT NULL REFERENCES customer, b integer NOT NULL REFERENCES customer, PRIMARY KEY (a, b), CHECK (a < b));
+  CREATE TABLE account (id integer PRIMARY KEY, owner integer NOT NULL REFERENCES customer, is_main boolean NOT NULL);
+  CREATE UNIQUE INDEX main_account ON account (owner) WHERE is_main;
+  CREATE TABLE buyer (id integer PRIMARY KEY, first_name varchar(40) NOT NULL, "lastName" varchar(40) NOT NULL, email varchar(80) NOT NULL UNIQUE,
+    ort varchar(40) NOT NULL, filename varchar(40) NOT NULL, created_at timestamp NOT NULL, updated_at timestamp NOT NULL, deleted_at timestamp,
+    status varchar(10) NOT NULL CHECK (status IN ('new', 'paid', 'shipped', 'returned')), shipped_at timestamp, total decimal(9,2) NOT NULL);
+  CREATE TABLE buyer_line (id integer PRIMARY KEY, buyer integer NOT NULL REFERENCES buyer, amount decimal(7,2) NOT NULL);
   CREATE VIEW seen AS SELECT 1 AS one;
 postgresql: sql
   CREATE TYPE mood AS ENUM ('sad', 'happy'); CREATE TYPE pair AS (x integer, y text);
@@ -48,6 +55,18 @@ query SELECT count(DISTINCT n) > 2 FROM (SELECT count(*) AS n FROM orders GROUP 
   sqlite: 1
   postgresql: t
 query SELECT count(*) FROM employee WHERE boss >= id
+  0
+# What names say: an address is made of its person's name, moments follow each other, a state decides which there are, and
+# a total is the sum of its lines.
+query SELECT count(*) FROM buyer WHERE lower(substr(first_name, 1, 1)) <> substr(email, 1, 1) OR updated_at < created_at
+  0
+query SELECT count(*) FROM buyer WHERE (shipped_at IS NOT NULL) <> (status IN ('shipped', 'returned')) OR deleted_at < created_at
+  0
+query SELECT count(*) FROM buyer b WHERE round(total, 2) <> (SELECT round(coalesce(sum(amount), 0), 2) FROM buyer_line l WHERE l.buyer = b.id)
+  0
+$ grep -c "by its name" f/buyer.toml; korvex import "<target>" -o plain --plain --tables buyer 2>&1 | tail -1; grep "by its name" plain/buyer.toml | wc -l
+  5
+  1 layout: plain
   0
 
 # Some tables, and those whose rows stay as they are; so many records; nothing is written over.

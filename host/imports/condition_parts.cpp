@@ -1,0 +1,131 @@
+#include "host/imports/condition_parts.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+
+#include "host/text/any_case.h"
+
+namespace korvex::host {
+
+using Kind = Expression::Kind;
+
+std::string turned_round(const std::string& sign) {
+  if (sign == "<") return ">";
+  if (sign == "<=") return ">=";
+  if (sign == ">") return "<";
+  if (sign == ">=") return "<=";
+  return sign;
+}
+
+std::string denied(const std::string& sign) {
+  if (sign == "=") return "<>";
+  if (sign == "<>") return "=";
+  if (sign == "<") return ">=";
+  if (sign == "<=") return ">";
+  return sign == ">" ? "<=" : "<";
+}
+
+std::optional<int> whole_number(const std::string& text) {
+  int number = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, failure] = std::from_chars(text.data(), end, number);
+  if (failure != std::errc() || stop != end) return std::nullopt;
+  return number;
+}
+
+bool is_below(const std::string& left, const std::string& right) {
+  char* left_end = nullptr;
+  char* right_end = nullptr;
+  const long double a = std::strtold(left.c_str(), &left_end);
+  const long double b = std::strtold(right.c_str(), &right_end);
+  if (!left.empty() && !right.empty() && *left_end == '\0' && *right_end == '\0') return a < b;
+  return left < right;
+}
+
+const Expression& stripped(const Expression& expression) {
+  for (const std::string_view function : {"trim", "btrim", "ltrim", "rtrim"}) {
+    if (expression.is_call(function) && expression.parts.size() == 1) {
+      return stripped(expression.parts.front());
+    }
+  }
+  return expression;
+}
+
+std::optional<int> days_from_now(const Expression& expression) {
+  if (expression.is(Kind::now)) return 0;
+  const bool is_sum = expression.is_call("+") || expression.is_call("-");
+  if (!is_sum || !expression.parts[0].is(Kind::now) || !expression.parts[1].is(Kind::constant)) {
+    return std::nullopt;
+  }
+  int count = 0;
+  char unit[16] = "";
+  if (std::sscanf(expression.parts[1].text.c_str(), "%6d %15s", &count, unit) < 1) {
+    return std::nullopt;
+  }
+  const std::string_view name = unit;
+  constexpr int days_of_year = 366;
+  constexpr int days_of_month = 31;
+  int days = name.starts_with("day") || name.empty() ? 1 : 0;
+  if (name.starts_with("year")) days = days_of_year;
+  if (name.starts_with("mon")) days = days_of_month;
+  if (name.starts_with("week")) days = 7;
+  return expression.text == "-" ? -count * days : count * days;
+}
+
+std::optional<std::size_t> ConditionColumns::find(const Expression& expression) const {
+  if (!expression.is(Kind::column)) return std::nullopt;
+  if (value_ && is_same_in_any_case(expression.text, "VALUE")) return value_;
+  for (std::size_t i = 0; i < table_.columns.size(); ++i) {
+    if (table_.columns[i].name == expression.text) return i;
+  }
+  for (std::size_t i = 0; i < table_.columns.size(); ++i) {
+    if (is_same_in_any_case(table_.columns[i].name, expression.text)) return i;
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> ConditionColumns::constant_of(const Expression& expression) const {
+  if (expression.is(Kind::constant) || expression.is(Kind::truth)) return expression.text;
+  const bool is_quoted_text = expression.is(Kind::column) && !find(expression) && !value_;
+  return is_quoted_text ? std::optional(expression.text) : std::nullopt;
+}
+
+void ConditionColumns::add(const Expression& expression, std::vector<std::size_t>& columns) const {
+  const auto column = find(expression);
+  if (column && std::count(columns.begin(), columns.end(), *column) == 0) {
+    columns.push_back(*column);
+  }
+  for (const Expression& part : expression.parts) add(part, columns);
+}
+
+void ConditionColumns::add_named(const std::string& text, std::vector<std::size_t>& columns) const {
+  std::vector<std::string> names;
+  for (const ColumnSchema& column : table_.columns) names.push_back(column.name);
+  columns = names_in(sql_words(text, brackets_), names);
+}
+
+std::vector<std::size_t> ConditionColumns::counted(const Expression& expression) const {
+  std::vector<std::size_t> columns;
+  std::vector<const Expression*> waiting = {&expression};
+  while (!waiting.empty()) {
+    const Expression& next = *waiting.back();
+    waiting.pop_back();
+    if (next.is_call("+") || next.is_call("num_nonnulls")) {
+      for (auto part = next.parts.rbegin(); part != next.parts.rend(); ++part) {
+        waiting.push_back(&*part);
+      }
+      continue;
+    }
+    const bool is_of_call = expression.is_call("num_nonnulls");
+    if (!is_of_call && !next.is(Kind::is_not_null)) return {};
+    const auto column = find(is_of_call ? next : next.parts.front());
+    if (!column) return {};
+    columns.push_back(*column);
+  }
+  return columns;
+}
+
+}  // namespace korvex::host
