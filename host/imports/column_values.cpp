@@ -13,7 +13,6 @@ namespace korvex::host {
 
 namespace {
 
-
 constexpr std::size_t samples = 200;  // of a type or pattern, for a column that repeats
 constexpr std::size_t default_text = 200;
 constexpr int letters = 5;  // in one directive
