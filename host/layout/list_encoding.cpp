@@ -20,8 +20,6 @@ constexpr std::size_t looked_at = 64 * 1024;
 constexpr unsigned char lowest_katakana = 0xA1;
 constexpr unsigned char last_lead_of_latin_1 = 0xC3;
 
-bool is_ascii(char byte) { return (byte & 0x80) == 0; }
-
 bool is_letter(char byte) { return std::isalpha(static_cast<unsigned char>(byte)) != 0; }
 
 // Whether a character of UTF-8 is likely one. Two bytes that could be katakana tell little, unless
@@ -44,7 +42,7 @@ struct Look {
 // Looks at a further piece, which does not begin in the middle of a character. `is_cut` as above.
 void look_at(std::string_view text, bool is_cut, Look& look) {
   for (std::size_t place = 0; place < text.size();) {
-    if (is_ascii(text[place])) {
+    if (platform::is_ascii(text[place])) {
       ++place;
       continue;
     }
@@ -84,7 +82,8 @@ std::optional<MisreadCharacter> first_character(const std::string& path, bool is
   std::string line;
   for (std::int64_t number = 1; std::getline(stream, line); ++number) {
     check_interruption();
-    const auto first = std::find_if_not(line.begin(), line.end(), is_ascii);
+    const auto first = std::find_if_not(line.begin(), line.end(),
+                                        [](char byte) { return platform::is_ascii(byte); });
     if (first == line.end()) continue;
     auto offset = static_cast<std::size_t>(first - line.begin());
     if (is_lacking && exact_code_page_text(line, &offset)) continue;

@@ -6,7 +6,9 @@
 #include "courses/course_cursor.h"
 #include "courses/enum_data_list.h"
 #include "courses/item_course.h"
+#include "host/ways/shuffle.h"
 #include "platform/printable_text.h"
+#include "platform/utf8.h"
 #include "values/error_texts.h"
 
 namespace korvex::host {
@@ -40,16 +42,102 @@ std::string repeated_course(const FieldFacts& field) {
 class Decoder {
  public:
   void append(std::string_view text, std::string& out) {
+    if (platform::is_ascii(text)) {
+      out += text;
+    } else {
+      out += decoded(text);
+    }
+  }
+
+  // Stands until the next call.
+  const std::string& decoded(std::string_view text) {
     if (!decoder_.decode(text, decoded_)) {
       throw BadValue(platform::printable_from_code_page(text) +
                      " has bytes without meaning in code page 932, expected characters");
     }
-    out += decoded_;
+    return decoded_;
   }
 
  private:
   CodePageDecoder decoder_;
   std::string decoded_;
+};
+
+// The texts of an item by their steps. Those in a row cost least.
+class CourseTexts {
+ public:
+  CourseTexts(const ItemGenerator& item, LayoutKind layout_kind)
+      : course_(*ItemCourse::of(item.column(), layout_kind)) {
+    for (const auto& element : course_.elements()) {
+      cursors_.emplace_back(*element);
+      // Elements count in characters of one kind, so that the first text tells it of all.
+      is_ascii_ = is_ascii_ && platform::is_ascii(cursors_.back().text());
+    }
+  }
+
+  void append(Steps step, std::string& out) {
+    const std::size_t begin = out.size();
+    if (step == latest_ + 1) {
+      append_next(step, out);
+    } else {
+      append_anywhere(step, out);
+    }
+    latest_ = step;
+    if (is_ascii_) return;
+    const std::string& decoded = decoder_.decoded(std::string_view(out).substr(begin));
+    out.replace(begin, std::string::npos, decoded);
+  }
+
+ private:
+  void append_anywhere(Steps step, std::string& out) const {
+    char text[Course::max_text_size];
+    const std::size_t shown = course_.shown_at(step);
+    for (std::size_t i = 0; i < shown; ++i) {
+      const Course& element = *course_.elements()[i];
+      const Steps restart = element.facts().restart;
+      element.write(step < restart ? step : step % restart, text);
+      out.append(text, element.facts().size);
+    }
+  }
+
+  void append_next(Steps step, std::string& out) {
+    for (CourseCursor& cursor : cursors_) {
+      if (in_a_row_ == latest_) {
+        cursor.advance(step);
+      } else {
+        cursor.seek(step);
+      }
+    }
+    in_a_row_ = step;
+    const std::size_t shown = course_.shown_at(step);
+    for (std::size_t i = 0; i < shown; ++i) out += cursors_[i].text();
+  }
+
+  ItemCourse course_;
+  std::vector<CourseCursor> cursors_;
+  Steps in_a_row_ = 0;  // where the cursors are
+  Steps latest_ = 0;
+  bool is_ascii_ = true;
+  Decoder decoder_;
+};
+
+class ListTexts {
+ public:
+  ListTexts(const ItemGenerator& item, LayoutKind) : cursor_(*item.enumeration()) {}
+
+  void append(Steps index, std::string& out) {
+    const auto wanted = static_cast<std::int32_t>(index);
+    if (wanted == cursor_.index() + 1) {
+      cursor_.next();
+    } else {
+      cursor_.seek(wanted);
+    }
+    decoder_.append(cursor_.value(), out);
+  }
+
+ private:
+  EnumCursor cursor_;
+  Decoder decoder_;
 };
 
 bool counts_in_digits(std::int32_t kind) {
@@ -80,7 +168,7 @@ sources::TextShape shape_of(const ClFmtColInf& column, const ItemCourse& course)
     cursor.seek(0);
     first += cursor.text();
   }
-  is_ascii = is_ascii && std::none_of(first.begin(), first.end(), [](char c) { return c < 0; });
+  is_ascii = is_ascii && platform::is_ascii(first);
   const bool is_cut = course.is_cut_at_end();
   sources::TextShape shape;
   shape.never_empty = !first.empty() && (!is_cut || course.size_at(course.end() - 1) > 0);
@@ -113,13 +201,14 @@ sources::Uniqueness uniqueness_of(const ItemFacts& facts) {
   return {facts.different, is_exact ? facts.different : sources::endless};
 }
 
+// An item's field in the records as they are generated.
 class EngineSource : public sources::Source {
  public:
-  EngineSource(std::shared_ptr<EngineRecords> records, std::size_t field, const FieldFacts& facts)
-      : records_(std::move(records)), field_(field), course_(course_of(facts)) {
+  EngineSource(const ItemGenerator& generator, const FieldFacts& facts, LayoutKind layout_kind)
+      : course_(course_of(facts)) {
     if (!facts.values) return;
     const ItemFacts& item = *facts.values;
-    foresight_ = foresight_of(records_->item(field), item, records_->layout_kind());
+    foresight_ = foresight_of(generator, item, layout_kind);
     const bool ends = item.has_end() && item.runs_empty;
     foresight_.shape.never_empty = foresight_.shape.never_empty && !ends;
     is_repeated_ = facts.is_repeated;
@@ -136,9 +225,6 @@ class EngineSource : public sources::Source {
     is_injective_ = item.is_injective();
   }
 
-  void append(std::uint64_t record, std::string& out) override {
-    decoder_.append(records_->value(record, field_), out);
-  }
   std::optional<std::uint64_t> period() const override { return std::nullopt; }
   sources::Foresight foresight() const override { return foresight_; }
   sources::Uniqueness uniqueness() const override { return uniqueness_; }
@@ -155,73 +241,73 @@ class EngineSource : public sources::Source {
   }
 
  private:
-  std::shared_ptr<EngineRecords> records_;
-  std::size_t field_;
   std::string course_;
   sources::Foresight foresight_;
   sources::Uniqueness uniqueness_;
   bool is_repeated_ = false;
   bool is_injective_ = false;
+};
+
+// The field of an item that needs the records as a whole: it repeats, or goes step by step.
+class RecordField : public EngineSource {
+ public:
+  RecordField(std::shared_ptr<EngineRecords> records, std::size_t field, const FieldFacts& facts)
+      : EngineSource(records->item(field), facts, records->layout_kind()),
+        records_(std::move(records)),
+        field_(field) {}
+
+  void append(std::uint64_t record, std::string& out) override {
+    decoder_.append(records_->value(record, field_), out);
+  }
+
+ private:
+  std::shared_ptr<EngineRecords> records_;
+  std::size_t field_;
   Decoder decoder_;
 };
 
-// What is known of an item's values as long as a way leads through them.
+// The field of an item that goes its own way, so that nothing else of its records is made.
+template <class Texts>
+class LoneField : public EngineSource {
+ public:
+  LoneField(const ItemGenerator& item, const FieldFacts& facts, LayoutKind layout_kind)
+      : EngineSource(item, facts, layout_kind),
+        cycles_(*item.cycle()),
+        starts_again_(item.repeats_from_start()),
+        texts_(item, layout_kind) {}
+
+  void append(std::uint64_t record, std::string& out) override {
+    if (record >= cycles_.period() && !starts_again_) return;
+    texts_.append(cycles_.place_of(record), out);
+  }
+
+ private:
+  ways::Rounds cycles_;
+  bool starts_again_;
+  Texts texts_;
+};
+
+// The values of an item as long as a way leads through them.
+template <class Texts>
 class ItemSource : public sources::Source {
  public:
   ItemSource(const ItemGenerator& item, const ItemFacts& facts, LayoutKind layout_kind)
       : period_(facts.has_end() ? facts.end : facts.period),
         foresight_(foresight_of(item, facts, layout_kind)),
-        uniqueness_(host::uniqueness_of(facts)) {}
+        uniqueness_(host::uniqueness_of(facts)),
+        texts_(item, layout_kind) {}
 
+  void append(std::uint64_t step, std::string& out) override { texts_.append(step, out); }
   std::optional<std::uint64_t> period() const override { return period_; }
   sources::Foresight foresight() const override { return foresight_; }
   sources::Uniqueness uniqueness() const override { return uniqueness_; }
   std::string_view doubt() const override { return "may have equal values"; }
 
- protected:
-  Decoder decoder_;
-
  private:
   std::optional<std::uint64_t> period_;
   sources::Foresight foresight_;
   sources::Uniqueness uniqueness_;
-};
-
-class CourseSource : public ItemSource {
- public:
-  CourseSource(const ItemGenerator& item, const ItemFacts& facts, LayoutKind layout_kind,
-               ItemCourse course)
-      : ItemSource(item, facts, layout_kind), course_(std::move(course)) {
-    for (const auto& element : course_.elements()) cursors_.emplace_back(*element);
-  }
-
-  void append(std::uint64_t step, std::string& out) override {
-    text_.clear();
-    for (std::size_t i = 0; i < course_.shown_at(step); ++i) {
-      cursors_[i].seek(step);
-      text_ += cursors_[i].text();
-    }
-    decoder_.append(text_, out);
-  }
-
- private:
-  ItemCourse course_;
-  std::vector<CourseCursor> cursors_;
-  std::string text_;
-};
-
-class EnumerationSource : public ItemSource {
- public:
-  EnumerationSource(const ItemGenerator& item, const ItemFacts& facts, LayoutKind layout_kind)
-      : ItemSource(item, facts, layout_kind), cursor_(*item.enumeration()) {}
-
-  void append(std::uint64_t index, std::string& out) override {
-    cursor_.seek(static_cast<std::int32_t>(index));
-    decoder_.append(cursor_.value(), out);
-  }
-
- private:
-  EnumCursor cursor_;
+  Texts texts_;
 };
 
 }  // namespace
@@ -246,7 +332,15 @@ std::string_view EngineRecords::value(std::uint64_t record, std::size_t field) {
 
 std::unique_ptr<sources::Source> make_engine_source(std::shared_ptr<EngineRecords> records,
                                                     std::size_t field, const FieldFacts& facts) {
-  return std::make_unique<EngineSource>(std::move(records), field, facts);
+  const ItemGenerator& item = records->item(field);
+  const LayoutKind layout_kind = records->layout_kind();
+  if (facts.is_repeated || !item.cycle()) {
+    return std::make_unique<RecordField>(std::move(records), field, facts);
+  }
+  if (item.enumeration() != nullptr) {
+    return std::make_unique<LoneField<ListTexts>>(item, facts, layout_kind);
+  }
+  return std::make_unique<LoneField<CourseTexts>>(item, facts, layout_kind);
 }
 
 std::unique_ptr<sources::Source> make_course_source(const ItemGenerator& item,
@@ -255,10 +349,9 @@ std::unique_ptr<sources::Source> make_course_source(const ItemGenerator& item,
   const ItemFacts facts = item.facts();
   if (!facts.has_end() && !facts.period) return nullptr;
   if (item.enumeration() != nullptr) {
-    return std::make_unique<EnumerationSource>(item, facts, layout_kind);
+    return std::make_unique<ItemSource<ListTexts>>(item, facts, layout_kind);
   }
-  return std::make_unique<CourseSource>(item, facts, layout_kind,
-                                        *ItemCourse::of(item.column(), layout_kind));
+  return std::make_unique<ItemSource<CourseTexts>>(item, facts, layout_kind);
 }
 
 }  // namespace korvex::host

@@ -4,6 +4,7 @@
 #include "host/text/code_page_text.h"
 #include "platform/codepage.h"
 #include "platform/printable_text.h"
+#include "platform/utf8.h"
 
 namespace korvex::host {
 
@@ -23,7 +24,7 @@ class ExportStream : public RecordStream {
       // The layout says where it has a name that the code page lacks, which leaves it empty here.
       names_.back() = platform::from_utf8(item.item->name).value_or(std::string());
     }
-    values_.resize(names_.size());
+    encoded_.resize(names_.size());
     format_ = make_record_format(choices_, names_, prepared.items());
   }
 
@@ -78,13 +79,14 @@ class ExportStream : public RecordStream {
       return;
     }
     ++next_;
-    for (std::size_t i = 0; i < fields_.size(); ++i) {
-      if (encode(fields_[i], values_[i])) continue;
+    for (std::size_t i = 0; i < fields_.size() && encodes(); ++i) {
+      const std::string_view value = fields_[i];
+      if (encode(fields_[i], encoded_[i])) continue;
       failure_ =
-          "record " + std::to_string(next_) + ", item " + name_of(i) + ": " + bad_text(fields_[i]);
+          "record " + std::to_string(next_) + ", item " + name_of(i) + ": " + bad_text(value);
       return;
     }
-    format_->append(values_, text_);
+    format_->append(fields_, text_);
     if (next_ == static_cast<Steps>(prepared_.layout().records)) format_->end(text_);
   }
 
@@ -92,14 +94,22 @@ class ExportStream : public RecordStream {
     return platform::printable(prepared_.items()[item].item->name);
   }
 
-  bool encode(std::string_view value, std::string& encoded) {
-    if (source_.encoding() == TextEncoding::code_page) return encode_code_page(value, encoded);
-    if (!choices_.in_code_page) {
-      encoded = value;
+  // Whether values come in another encoding than the one that is written.
+  bool encodes() const {
+    return source_.encoding() == TextEncoding::code_page || choices_.in_code_page;
+  }
+
+  // Makes the value one in the encoding that is written, with `room` for it where it needs any.
+  // False when it can't be.
+  bool encode(std::string_view& value, std::string& room) {
+    if (platform::is_ascii(value)) return true;
+    if (source_.encoding() == TextEncoding::code_page) {
+      if (!decoder_.decode(value, room)) return false;
+      if (!choices_.in_code_page) value = room;
       return true;
     }
-    const auto text = exact_code_page_text(value);
-    encoded = text.value_or(std::string());
+    auto text = exact_code_page_text(value);
+    if (text) value = room = std::move(*text);
     return text.has_value();
   }
 
@@ -110,12 +120,6 @@ class ExportStream : public RecordStream {
     }
     return platform::printable_from_code_page(value) +
            " has bytes without meaning in code page 932, expected characters";
-  }
-
-  bool encode_code_page(std::string_view value, std::string& encoded) {
-    const bool is_whole = decoder_.decode(value, encoded);
-    if (choices_.in_code_page) encoded = value;
-    return is_whole;
   }
 
   PreparedLayout& prepared_;
@@ -130,7 +134,7 @@ class ExportStream : public RecordStream {
   Steps piece_begin_ = 0;
   bool piece_has_head_ = false;
   std::vector<std::string_view> fields_;
-  std::vector<std::string> values_;
+  std::vector<std::string> encoded_;  // room for values that are written otherwise
   std::string text_;
   std::string failure_;
 };

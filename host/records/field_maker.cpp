@@ -249,8 +249,9 @@ std::unique_ptr<Source> FieldMaker::make_offset(std::size_t i, const OffsetValue
     plan_.report(i, offset.to.place, "to is below from, expected the larger number");
     return nullptr;
   }
-  return sources::make_offset_source(*other, is_moment ? moment_scale(form) : std::move(units),
-                                     plan_.way_key<Use::order>(i), distance);
+  return sources::make_offset_source(
+      *other, is_moment ? moment_scale(form, plan_.layout().kind) : std::move(units),
+      plan_.way_key<Use::order>(i), distance);
 }
 
 std::unique_ptr<Source> FieldMaker::make_template(std::size_t i, const TemplateValues& values) {

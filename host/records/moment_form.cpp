@@ -14,20 +14,24 @@ constexpr int first_year_of_1900s = 70;  // of two digits: 70 to 99, the others 
 
 bool is_digit(char character) { return character >= '0' && character <= '9'; }
 
-// The digits of a moment in groups: `sizes` says how many each has. Between the groups may stand
-// one character. False when the text is something else.
-template <std::size_t Groups>
-bool find_groups(std::string_view text, const std::array<std::size_t, Groups>& sizes,
-                 std::array<const char*, Groups>& groups) {
-  std::size_t place = 0;
-  for (std::size_t i = 0; i < Groups; ++i) {
-    if (i > 0 && place < text.size() && !is_digit(text[place])) ++place;
-    groups[i] = text.data() + place;
-    for (std::size_t end = place + sizes[i]; place < end; ++place) {
-      if (place >= text.size() || !is_digit(text[place])) return false;
+// The digits of a moment in groups of so many. Between the groups may stand one character. False
+// when the text is something else.
+template <std::size_t... Sizes>
+bool find_groups(std::string_view text, std::array<const char*, sizeof...(Sizes)>& groups) {
+  const char* next = text.data();
+  const char* const end = next + text.size();
+  bool has_digits = true;
+  std::size_t group = 0;
+  const auto take = [&](std::size_t size) {
+    if (group > 0 && next < end && !is_digit(*next)) ++next;
+    if (static_cast<std::size_t>(end - next) < size) return false;
+    groups[group++] = next;
+    for (const char* const begin = next; next < begin + size; ++next) {
+      has_digits = has_digits & is_digit(*next);
     }
-  }
-  return place == text.size();
+    return true;
+  };
+  return (take(Sizes) && ...) && has_digits && next == end;
 }
 
 char* put(char* out, const char* digits, std::size_t count, char separator) {
@@ -40,8 +44,8 @@ char* put(char* out, const char* digits, std::size_t count, char separator) {
 bool write_date(std::string_view text, char* out) {
   std::array<const char*, 3> parts;
   std::size_t year_digits = 4;
-  if (!find_groups<3>(text, {4, 2, 2}, parts)) {
-    if (!find_groups<3>(text, {2, 2, 2}, parts)) return false;
+  if (!find_groups<4, 2, 2>(text, parts)) {
+    if (!find_groups<2, 2, 2>(text, parts)) return false;
     year_digits = 2;
     const int year = (parts[0][0] - '0') * 10 + (parts[0][1] - '0');
     out = put(out, year >= first_year_of_1900s ? "19" : "20", 2, '\0');
@@ -54,7 +58,7 @@ bool write_date(std::string_view text, char* out) {
 
 bool write_time(std::string_view text, char* out) {
   std::array<const char*, 3> parts;
-  if (!find_groups<3>(text, {2, 2, 2}, parts)) return false;
+  if (!find_groups<2, 2, 2>(text, parts)) return false;
   out = put(out, parts[0], 2, ':');
   out = put(out, parts[1], 2, ':');
   put(out, parts[2], 2, '\0');

@@ -1,7 +1,6 @@
 #include "host/records/moment_scale.h"
 
 #include <chrono>
-#include <cstdio>
 #include <string>
 
 namespace korvex::host {
@@ -42,30 +41,53 @@ std::optional<std::int64_t> read_time(std::string_view text) {
   return (hour * 60 + minute) * 60 + second;
 }
 
-bool append_date(std::int64_t days, std::string& out) {
+// How moments of a kind of layout are written: what stands between digits, or nothing.
+struct Separators {
+  std::string_view date;
+  std::string_view time;
+};
+
+Separators separators_of(LayoutKind layout_kind) {
+  if (layout_kind == layout_kind::record_file) return {"", ""};
+  return {layout_kind == layout_kind::iso ? "-" : "/", ":"};
+}
+
+void append_digits(unsigned number, std::size_t count, std::string& out) {
+  const std::size_t begin = out.size();
+  out.resize(begin + count);
+  for (std::size_t i = begin + count; i > begin; number /= 10) {
+    out[--i] = static_cast<char>('0' + number % 10);
+  }
+}
+
+bool append_date(std::int64_t days, std::string_view separator, std::string& out) {
   if (days < first_day.time_since_epoch().count() || days > last_day.time_since_epoch().count()) {
     return false;
   }
   const Date date{std::chrono::sys_days{std::chrono::days{days}}};
-  char text[32];
-  std::snprintf(text, sizeof text, "%04d-%02u-%02u", static_cast<int>(date.year()),
-                static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()));
-  out += text;
+  append_digits(static_cast<unsigned>(static_cast<int>(date.year())), 4, out);
+  out += separator;
+  append_digits(static_cast<unsigned>(date.month()), 2, out);
+  out += separator;
+  append_digits(static_cast<unsigned>(date.day()), 2, out);
   return true;
 }
 
-bool append_time(std::int64_t seconds, std::string& out) {
+bool append_time(std::int64_t seconds, std::string_view separator, std::string& out) {
   if (seconds < 0 || seconds >= seconds_a_day) return false;
-  const int second = static_cast<int>(seconds);
-  char text[48];
-  std::snprintf(text, sizeof text, "%02d:%02d:%02d", second / 3600, second / 60 % 60, second % 60);
-  out += text;
+  const auto second = static_cast<unsigned>(seconds);
+  append_digits(second / 3600, 2, out);
+  out += separator;
+  append_digits(second / 60 % 60, 2, out);
+  out += separator;
+  append_digits(second % 60, 2, out);
   return true;
 }
 
 class MomentScale : public sources::Scale {
  public:
-  explicit MomentScale(MomentForm form) : form_(form) {}
+  MomentScale(MomentForm form, LayoutKind layout_kind)
+      : form_(form), separators_(separators_of(layout_kind)) {}
 
   std::optional<std::int64_t> read(std::string_view text) const override {
     MomentText converter;
@@ -81,22 +103,23 @@ class MomentScale : public sources::Scale {
   }
 
   bool append(std::int64_t number, std::string& out) const override {
-    if (form_ == MomentForm::iso_date) return append_date(number, out);
-    if (form_ == MomentForm::iso_time) return append_time(number, out);
+    if (form_ == MomentForm::iso_date) return append_date(number, separators_.date, out);
+    if (form_ == MomentForm::iso_time) return append_time(number, separators_.time, out);
     const std::int64_t second = (number % seconds_a_day + seconds_a_day) % seconds_a_day;
-    if (!append_date((number - second) / seconds_a_day, out)) return false;
+    if (!append_date((number - second) / seconds_a_day, separators_.date, out)) return false;
     out += ' ';
-    return append_time(second, out);
+    return append_time(second, separators_.time, out);
   }
 
  private:
   MomentForm form_;
+  Separators separators_;
 };
 
 }  // namespace
 
-std::unique_ptr<sources::Scale> moment_scale(MomentForm form) {
-  return std::make_unique<MomentScale>(form);
+std::unique_ptr<sources::Scale> moment_scale(MomentForm form, LayoutKind layout_kind) {
+  return std::make_unique<MomentScale>(form, layout_kind);
 }
 
 }  // namespace korvex::host

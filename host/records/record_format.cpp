@@ -1,6 +1,8 @@
 #include "host/records/record_format.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 
 #include "host/databases/sql_names.h"
 #include "host/records/moment_form.h"
@@ -24,11 +26,17 @@ class ValueText {
         is_boolean_(prepared.is_boolean),
         form_(moment_form(prepared.item->attributes.attribute)) {}
 
-  // Valid until the next call.
+  // Valid until the next call, and as long as the value.
   std::string_view convert(std::string_view value) {
     is_number_ = is_numeric_ && take_number(value);
-    return is_number_ ? std::string_view(number_) : moment_.convert(form_, value);
+    if (is_number_) return number_;
+    const std::string_view text = moment_.convert(form_, value);
+    is_moment_ = text.data() != value.data();
+    return text;
   }
+
+  // Whether the last value consists of digits and what stands between them.
+  bool is_number_or_moment() const { return is_number_ || is_moment_; }
 
   // Whether the last value is one that JSON and SQL write without quotation marks.
   bool is_number() const { return is_number_; }
@@ -41,28 +49,37 @@ class ValueText {
   bool take_number(std::string_view text) {
     const bool is_minus = text.starts_with('-');
     if (is_minus || text.starts_with('+')) text.remove_prefix(1);
-    const std::size_t point = std::min(text.find('.'), text.size());
-    std::string_view whole = text.substr(0, point);
-    const std::string_view fraction = point < text.size() ? text.substr(point + 1) : "";
-    const auto is_digits = [](std::string_view digits) {
-      return digits.find_first_not_of("0123456789") == std::string_view::npos;
-    };
-    if ((whole.empty() && fraction.empty()) || !is_digits(whole) || !is_digits(fraction)) {
-      return false;
+    std::size_t size = text.size();
+    std::size_t point = size;
+    for (std::size_t i = 0; i < size; ++i) {
+      if (is_digit(text[i])) continue;
+      if (text[i] != '.' || point != size) return false;
+      point = i;
     }
-    whole.remove_prefix(std::min(whole.find_first_not_of('0'), whole.size()));
-    const bool is_zero = whole.empty() && fraction.find_first_not_of('0') == std::string_view::npos;
-    number_ = is_minus && !is_zero ? "-" : "";
-    number_ += whole.empty() ? std::string_view("0") : whole;
-    if (!fraction.empty()) number_.append(".").append(fraction);
+    const bool has_point = point != size;
+    if (size == (has_point ? 1 : 0)) return false;
+    if (point + 1 == size) --size;
+    std::size_t zeros = 0;  // that say nothing
+    while (zeros + 1 < point && text[zeros] == '0') ++zeros;
+    number_ = {text.data() + zeros, size - zeros};
+    const bool is_negative = is_minus && number_.find_first_not_of("0.") != std::string_view::npos;
+    if (point == 0 || is_negative) {
+      changed_ = is_negative ? "-" : "";
+      if (point == 0) changed_ += '0';
+      number_ = changed_ += number_;
+    }
     return true;
   }
+
+  static bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
   bool is_numeric_;
   bool is_boolean_;
   MomentForm form_;
   bool is_number_ = false;
-  std::string number_;
+  bool is_moment_ = false;
+  std::string_view number_;
+  std::string changed_;
   MomentText moment_;
 };
 
@@ -70,54 +87,35 @@ std::vector<ValueText> texts_of(const std::vector<PreparedItem>& items) {
   return {items.begin(), items.end()};
 }
 
-// Fields between separators.
-class Lines : public RecordFormat {
+// Characters that a field can't hold as they are.
+class Specials {
  public:
-  Lines(const std::vector<std::string>& names, const std::vector<PreparedItem>& items, bool header)
-      : names_(names), texts_(texts_of(items)), header_(header) {}
-
-  void begin(std::string& out) override {
-    if (header_) append_line(names_, out, [](std::size_t, std::string_view name) { return name; });
+  explicit constexpr Specials(std::string_view characters) {
+    for (const char c : characters) is_special_[static_cast<unsigned char>(c)] = true;
   }
 
-  void append(const std::vector<std::string>& values, std::string& out) override {
-    append_line(values, out,
-                [this](std::size_t i, std::string_view value) { return texts_[i].convert(value); });
+  constexpr bool has(char c) const { return is_special_[static_cast<unsigned char>(c)]; }
+  bool has_any_of(std::string_view text) const {
+    bool found = false;
+    for (const char c : text) found = found | has(c);
+    return found;
   }
-
- protected:
-  virtual char separator() const = 0;
-  virtual std::string_view line_end() const = 0;
-  virtual void append_field(std::string_view value, std::string& out) const = 0;
-  virtual void append_lone_empty(std::string&) const {}
 
  private:
-  template <typename Convert>
-  void append_line(const std::vector<std::string>& fields, std::string& out, Convert convert) {
-    for (std::size_t i = 0; i < fields.size(); ++i) {
-      if (i > 0) out += separator();
-      append_field(convert(i, fields[i]), out);
-      end_field(out);
-    }
-    // An empty line would be no record at all.
-    if (fields.size() == 1 && fields.front().empty()) append_lone_empty(out);
-    out += line_end();
-  }
-
-  const std::vector<std::string>& names_;
-  std::vector<ValueText> texts_;
-  bool header_;
+  std::array<bool, 256> is_special_ = {};
 };
 
-class Csv : public Lines {
+class Csv {
  public:
-  using Lines::Lines;
+  static constexpr char separator = ',';
+  static constexpr std::string_view line_end = "\r\n";
+  static constexpr std::string_view lone_empty = "\"\"";
 
- private:
-  char separator() const override { return ','; }
-  std::string_view line_end() const override { return "\r\n"; }
-  void append_field(std::string_view value, std::string& out) const override {
-    if (value.find_first_of(",\"\r\n") == std::string_view::npos) {
+  explicit Csv(const FormatChoices&) {}
+
+  void append_field(std::string_view value, std::string& out) const {
+    static constexpr Specials specials(",\"\r\n");
+    if (!specials.has_any_of(value)) {
       out += value;
       return;
     }
@@ -128,37 +126,82 @@ class Csv : public Lines {
     }
     out += '"';
   }
-  void append_lone_empty(std::string& out) const override { out += "\"\""; }
 };
 
-class Tsv : public Lines {
+class Tsv {
  public:
-  Tsv(const std::vector<std::string>& names, const std::vector<PreparedItem>& items,
-      const FormatChoices& choices)
-      : Lines(names, items, choices.header), in_code_page_(choices.in_code_page) {}
+  static constexpr char separator = '\t';
+  static constexpr std::string_view line_end = "\n";
+  static constexpr std::string_view lone_empty = "";
 
- private:
-  char separator() const override { return '\t'; }
-  std::string_view line_end() const override { return "\n"; }
-  void append_field(std::string_view value, std::string& out) const override {
+  explicit Tsv(const FormatChoices& choices) : in_code_page_(choices.in_code_page) {}
+
+  void append_field(std::string_view value, std::string& out) const {
+    static constexpr std::string_view characters = "\t\n\r\\";
+    static constexpr Specials specials(characters);
     for (std::size_t i = 0; i < value.size(); ++i) {
       const char c = value[i];
       // The second byte of a character of the code page may look like a backslash.
       if (in_code_page_ && platform::is_lead_byte(c) && i + 1 < value.size()) {
         out += value.substr(i++, 2);
-        continue;
-      }
-      const std::size_t special = std::string_view("\t\n\r\\").find(c);
-      if (special == std::string_view::npos) {
-        out += c;
-      } else {
+      } else if (specials.has(c)) {
         out += '\\';
-        out += std::string_view("tnr\\")[special];
+        out += std::string_view("tnr\\")[characters.find(c)];
+      } else {
+        out += c;
       }
     }
   }
 
+ private:
   bool in_code_page_;
+};
+
+// Fields between separators.
+template <class Form>
+class Lines : public RecordFormat {
+ public:
+  Lines(const std::vector<std::string>& names, const std::vector<PreparedItem>& items,
+        const FormatChoices& choices)
+      : names_(names.begin(), names.end()),
+        texts_(texts_of(items)),
+        form_(choices),
+        header_(choices.header) {}
+
+  void begin(std::string& out) override {
+    if (!header_) return;
+    append_line(names_, out,
+                [&](std::size_t, std::string_view name) { form_.append_field(name, out); });
+  }
+
+  void append(std::span<const std::string_view> values, std::string& out) override {
+    append_line(values, out, [&](std::size_t i, std::string_view value) {
+      const std::string_view text = texts_[i].convert(value);
+      if (texts_[i].is_number_or_moment()) {
+        out += text;
+      } else {
+        form_.append_field(text, out);
+      }
+    });
+  }
+
+ private:
+  template <typename Append>
+  void append_line(std::span<const std::string_view> fields, std::string& out, Append append) {
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+      if (i > 0) out += Form::separator;
+      append(i, fields[i]);
+      end_field(out);
+    }
+    // An empty line would be no record at all.
+    if (fields.size() == 1 && fields.front().empty()) out += Form::lone_empty;
+    out += Form::line_end;
+  }
+
+  std::vector<std::string_view> names_;
+  std::vector<ValueText> texts_;
+  Form form_;
+  bool header_;
 };
 
 void append_json_text(std::string_view text, std::string& out) {
@@ -200,7 +243,7 @@ class JsonLines : public RecordFormat {
     }
   }
 
-  void append(const std::vector<std::string>& values, std::string& out) override {
+  void append(std::span<const std::string_view> values, std::string& out) override {
     for (std::size_t i = 0; i < values.size(); ++i) {
       out += keys_[i];
       const std::string_view text = texts_[i].convert(values[i]);
@@ -234,7 +277,7 @@ class SqlInserts : public RecordFormat {
     head_ += ") VALUES\n";
   }
 
-  void append(const std::vector<std::string>& values, std::string& out) override {
+  void append(std::span<const std::string_view> values, std::string& out) override {
     out += in_insert_ == 0 ? head_ : ",\n";
     for (std::size_t i = 0; i < values.size(); ++i) {
       out += i == 0 ? "(" : ", ";
@@ -282,9 +325,9 @@ std::unique_ptr<RecordFormat> make_record_format(const FormatChoices& choices,
                                                  const std::vector<PreparedItem>& items) {
   switch (choices.dialect) {
     case Dialect::csv:
-      return std::make_unique<Csv>(names, items, choices.header);
+      return std::make_unique<Lines<Csv>>(names, items, choices);
     case Dialect::tsv:
-      return std::make_unique<Tsv>(names, items, choices);
+      return std::make_unique<Lines<Tsv>>(names, items, choices);
     case Dialect::json_lines:
       return std::make_unique<JsonLines>(names, items);
     case Dialect::sql:

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -30,7 +32,7 @@ class RecordFormat {
 
   // Appends what comes before the first record, a record, what comes after the last.
   virtual void begin(std::string&) {}
-  virtual void append(const std::vector<std::string>& values, std::string& out) = 0;
+  virtual void append(std::span<const std::string_view> values, std::string& out) = 0;
   virtual void end(std::string&) {}
 
   // The next record is this one, counted from 0: what is written from here on is what would have

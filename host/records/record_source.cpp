@@ -45,14 +45,14 @@ bool RecordSource::next(std::vector<std::string_view>& values) {
 }
 
 bool RecordSource::next_of_fields(std::vector<std::string_view>& values) {
-  values.clear();
+  const auto& fields = prepared_.fields();
+  values.resize(fields.size());
   std::size_t i = 0;
   try {
-    for (const auto& field : prepared_.fields()) {
-      values.push_back(field->text(next_).value_or(std::string_view()));
-      const auto fault = rules_[i] ? rules_[i]->fault(values.back()) : std::nullopt;
-      if (fault) throw BadValue("the value " + *fault);
-      ++i;
+    for (; i < values.size(); ++i) {
+      values[i] = fields[i]->text_or_empty(next_);
+      if (!rules_[i]) continue;
+      if (const auto fault = rules_[i]->fault(values[i])) throw BadValue("the value " + *fault);
     }
   } catch (const BadValue& bad) {
     failure_ = "record " + std::to_string(next_ + 1) + ", item " +

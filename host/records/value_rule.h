@@ -5,6 +5,8 @@
 #include <string_view>
 
 #include "host/layout/layout.h"
+#include "host/records/moment_form.h"
+#include "lists/enumeration_value.h"
 
 namespace korvex::host {
 
@@ -19,10 +21,11 @@ class ValueRule {
   std::optional<std::string> fault(std::string_view text) const;
 
  private:
-  const LayoutItem* item_;
   const Layout* layout_;
   std::size_t most_;  // characters of a text
   bool is_text_;
+  MomentForm moment_form_;
+  EnumerationRule list_rule_;
 };
 
 }  // namespace korvex::host

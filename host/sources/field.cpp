@@ -6,24 +6,16 @@
 
 namespace korvex::sources {
 
-std::optional<std::string_view> Field::text(std::uint64_t record) {
-  if (latest_record_ != record) {
-    text_.clear();
-    has_value_ = make_text(record);
-    latest_record_ = record;
+void Field::make_text(std::uint64_t record) {
+  latest_record_ = endless;  // as long as there is no text
+  text_.clear();
+  bool is_empty = false;
+  for (const auto& emptiness : emptiness_) is_empty = is_empty || emptiness->is_empty(record);
+  if (!is_empty) {
+    const std::uint64_t index = way_->index(record);
+    if (index != no_index) source_->append(index, text_);
   }
-  if (!has_value_) return std::nullopt;
-  return text_;
-}
-
-bool Field::make_text(std::uint64_t record) {
-  for (const std::unique_ptr<Emptiness>& emptiness : emptiness_) {
-    if (emptiness->is_empty(record)) return false;
-  }
-  const std::optional<std::uint64_t> index = way_->index(record);
-  if (!index) return false;
-  source_->append(*index, text_);
-  return !text_.empty();
+  latest_record_ = record;
 }
 
 const Foresight& Field::foresight() const {

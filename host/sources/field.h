@@ -29,7 +29,16 @@ class Field {
 
   // The text of a record; nothing where it has no value. Stands until the next record is asked for:
   // until then it costs nothing to ask again. Empty or not, a record uses up its index.
-  std::optional<std::string_view> text(std::uint64_t record);
+  std::optional<std::string_view> text(std::uint64_t record) {
+    const std::string_view text = text_or_empty(record);
+    return text.empty() ? std::nullopt : std::optional(text);
+  }
+
+  // The same with an empty text where there is no value.
+  std::string_view text_or_empty(std::uint64_t record) {
+    if (latest_record_ != record) make_text(record);
+    return text_;
+  }
 
   // Found out when it is asked for the first time.
   const Foresight& foresight() const;
@@ -55,7 +64,7 @@ class Field {
   Thing thing() const { return {this}; }
 
  private:
-  bool make_text(std::uint64_t record);
+  void make_text(std::uint64_t record);
   Foresight foresee() const;
   Foresight foresee_on_way() const;
   bool tells_index() const;
@@ -64,8 +73,7 @@ class Field {
   std::shared_ptr<Way> way_;
   std::vector<std::unique_ptr<Emptiness>> emptiness_;
   mutable std::optional<Foresight> foresight_;
-  std::optional<std::uint64_t> latest_record_;
-  bool has_value_ = false;
+  std::uint64_t latest_record_ = endless;  // none yet
   std::string text_;
 };
 

@@ -12,7 +12,7 @@ class KeySource : public Source {
   KeySource(Field& field, std::uint64_t records) : field_(field), records_(records) {}
 
   void append(std::uint64_t index, std::string& out) override {
-    out += field_.text(index).value_or("");
+    out += field_.text_or_empty(index);
   }
 
   std::optional<std::uint64_t> period() const override { return records_; }

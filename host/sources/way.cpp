@@ -11,7 +11,7 @@ namespace {
 
 class Counting : public Way {
  public:
-  std::optional<std::uint64_t> index(std::uint64_t record) override { return record; }
+  std::uint64_t index(std::uint64_t record) override { return record; }
   Count indices() const override { return Count::of(endless); }
   bool is_in_order() const override { return true; }
   void tell(Knowledge& knowledge) const override { knowledge.add({thing()}, the_record); }
@@ -19,14 +19,9 @@ class Counting : public Way {
 };
 
 // Goes through all indices of a period, round after round.
-class Rounds : public Way {
+class InRounds : public Way {
  public:
-  Rounds(std::uint64_t period, End end) : period_(period), end_(end) { assert(period >= 1); }
-
-  std::optional<std::uint64_t> index(std::uint64_t record) final {
-    if (record >= period_ && end_ == End::stop) return std::nullopt;
-    return index_in_rounds(record);
-  }
+  InRounds(std::uint64_t period, End end) : period_(period), end_(end) { assert(period >= 1); }
 
   std::uint64_t records() const override { return stops() ? period_ : endless; }
   Count indices() const override { return Count::of(period_); }
@@ -35,7 +30,7 @@ class Rounds : public Way {
   // Once they are over, records are alike.
   std::optional<Cycle> cycle() const override {
     if (stops()) return Cycle{period_, 1};
-    return std::nullopt;
+    return {};
   }
 
   void tell(Knowledge& knowledge) const override {
@@ -56,49 +51,56 @@ class Rounds : public Way {
     return (stops() ? "is empty" : what) + (" after " + counted_records(period_));
   }
   bool stops() const { return end_ == End::stop; }
+  bool is_over(std::uint64_t record) const { return record >= period_ && stops(); }
 
  private:
-  virtual std::uint64_t index_in_rounds(std::uint64_t record) = 0;
-
   std::uint64_t period_;
   End end_;
 };
 
-class InOrder : public Rounds {
+class InOrder : public InRounds {
  public:
-  using Rounds::Rounds;
+  InOrder(std::uint64_t period, End end) : InRounds(period, end), rounds_(period) {}
 
+  std::uint64_t index(std::uint64_t record) override {
+    return is_over(record) ? no_index : rounds_.place_of(record);
+  }
   bool is_in_order() const override { return true; }
   std::optional<Cycle> cycle() const override {
-    if (stops()) return Rounds::cycle();
+    if (stops()) return InRounds::cycle();
     return Cycle{0, period()};
   }
   std::string course() const override { return after_a_round("starts again"); }
 
  private:
-  std::uint64_t index_in_rounds(std::uint64_t record) override { return record % period(); }
+  ways::Rounds rounds_;
 };
 
-class Shuffled : public Rounds {
+class Shuffled : public InRounds {
  public:
   Shuffled(ways::Key key, std::uint64_t period, End end)
-      : Rounds(period, end), shuffle_(key, period) {}
+      : InRounds(period, end), shuffle_(key, period) {}
+
+  std::uint64_t index(std::uint64_t record) override {
+    return is_over(record) ? no_index : shuffle_.at(record);
+  }
 
   std::string course() const override {
     return "shuffled, " + after_a_round("starts again in another order");
   }
 
  private:
-  std::uint64_t index_in_rounds(std::uint64_t record) override { return shuffle_.at(record); }
-
   ways::Shuffle shuffle_;
 };
 
-class Joint : public Rounds {
+class Joint : public InRounds {
  public:
   Joint(std::shared_ptr<ways::JointShuffle> shuffle, std::size_t item, End end)
-      : Rounds(shuffle->combinations(), end), shuffle_(std::move(shuffle)), item_(item) {}
+      : InRounds(shuffle->combinations(), end), shuffle_(std::move(shuffle)), item_(item) {}
 
+  std::uint64_t index(std::uint64_t record) override {
+    return is_over(record) ? no_index : shuffle_->at(record, item_);
+  }
   Count indices() const override { return Count::of(shuffle_->period(item_)); }
 
   // Only all items together are the record. One that ends knows whether the end has come.
@@ -126,10 +128,6 @@ class Joint : public Rounds {
   }
 
  private:
-  std::uint64_t index_in_rounds(std::uint64_t record) override {
-    return shuffle_->at(record, item_);
-  }
-
   std::shared_ptr<ways::JointShuffle> shuffle_;
   std::size_t item_;
 };
@@ -158,7 +156,7 @@ class Within : public Way {
 
   std::string doubt() const override { return "differs only within its group"; }
 
-  std::optional<std::uint64_t> index(std::uint64_t record) override {
+  std::uint64_t index(std::uint64_t record) override {
     // The first record of a tree is alone in a group of nobody's.
     const ways::Member alone = {.parent = nobody};
     const ways::Member member = groups_->member(record).value_or(alone);
@@ -175,7 +173,7 @@ class Random : public Way {
  public:
   Random(ways::Key key, std::uint64_t period) : key_(key), period_(period) {}
 
-  std::optional<std::uint64_t> index(std::uint64_t record) override {
+  std::uint64_t index(std::uint64_t record) override {
     return ways::draw_below(key_, record, period_);
   }
 
@@ -192,7 +190,7 @@ class ByZipf : public Way {
   ByZipf(ways::Key key, std::uint64_t period, ways::Skew skew)
       : zipf_(key, period, skew), period_(period) {}
 
-  std::optional<std::uint64_t> index(std::uint64_t record) override { return zipf_.at(record); }
+  std::uint64_t index(std::uint64_t record) override { return zipf_.at(record); }
   Count indices() const override { return {1, period_}; }
   std::string course() const override { return "drawn, the first values most often"; }
 
@@ -212,9 +210,7 @@ class Weighted : public Way {
     }
   }
 
-  std::optional<std::uint64_t> index(std::uint64_t record) override {
-    return shares_.category_of(record);
-  }
+  std::uint64_t index(std::uint64_t record) override { return shares_.category_of(record); }
 
   Count indices() const override { return Count::of(taken_); }
   std::string course() const override { return "drawn in exact shares"; }
@@ -235,9 +231,9 @@ class ParentOf : public Way {
  public:
   explicit ParentOf(std::shared_ptr<Groups> groups) : groups_(std::move(groups)) {}
 
-  std::optional<std::uint64_t> index(std::uint64_t record) override {
+  std::uint64_t index(std::uint64_t record) override {
     const std::optional<ways::Member> member = groups_->member(record);
-    if (!member) return std::nullopt;
+    if (!member) return no_index;
     return member->parent;
   }
 
@@ -265,8 +261,8 @@ class AnyBefore : public Way {
  public:
   explicit AnyBefore(ways::Key key) : key_(key) {}
 
-  std::optional<std::uint64_t> index(std::uint64_t record) override {
-    if (record == 0) return std::nullopt;
+  std::uint64_t index(std::uint64_t record) override {
+    if (record == 0) return no_index;
     return ways::draw_below(key_, record, record);
   }
 

@@ -9,6 +9,7 @@
 namespace korvex::host {
 
 std::optional<std::string> exact_code_page_text(std::string_view utf8, std::size_t* bad_offset) {
+  if (platform::is_ascii(utf8)) return std::string(utf8);
   std::size_t lacking = utf8.size();
   std::optional<std::string> text = platform::from_utf8(utf8, &lacking);
   const std::string_view known = utf8.substr(0, lacking);
@@ -28,8 +29,6 @@ constexpr std::size_t all_codes = 0x10000;
 constexpr std::size_t longest_character = 3;
 constexpr std::string_view unknown_character = "\xEF\xBF\xBD";
 
-bool is_ascii(char byte) { return (byte & 0x80) == 0; }
-
 std::size_t code_of(char lead, char trail) {
   return std::size_t{static_cast<unsigned char>(lead)} * single_bytes +
          static_cast<unsigned char>(trail);
@@ -38,7 +37,7 @@ std::size_t code_of(char lead, char trail) {
 }  // namespace
 
 bool CodePageDecoder::decode(std::string_view text, std::string& out) {
-  if (std::all_of(text.begin(), text.end(), is_ascii)) {
+  if (platform::is_ascii(text)) {
     out.assign(text);
     return true;
   }
@@ -78,7 +77,7 @@ bool CodePageDecoder::decode_characters(std::string_view text, std::string& out)
   bool is_known = true;
   for (std::size_t i = 0; i < text.size() && is_known; ++i) {
     const char byte = text[i];
-    if (is_ascii(byte)) {
+    if (platform::is_ascii(byte)) {
       *place++ = byte;
       continue;
     }

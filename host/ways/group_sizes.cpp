@@ -51,7 +51,8 @@ GroupSizes::GroupSizes(KeyFor<Use::each> key, std::uint64_t records, std::uint64
       most_(std::min(bounds.most, records)),
       blocks_(std::max<std::uint64_t>(1, parents / block_parents)),
       least_block_parents_(parents / blocks_),
-      keeps_order_(bounds.keeps_order) {
+      keeps_order_(bounds.keeps_order),
+      orders_(key) {
   for (std::uint64_t i = 0; i < tables_.size(); ++i) {
     const std::uint64_t block_size = least_block_parents_ + i;
     if (block_size == 0 || block_size > parents) continue;
@@ -145,14 +146,13 @@ GroupSizes::Block GroupSizes::block(std::uint64_t number) const {
 // Which of all parents has a slot of its block's table.
 std::uint64_t GroupSizes::parent_at(const Block& block, std::uint64_t slot) const {
   if (keeps_order_) return block.first_parent + slot;
-  const Permutation order(key_, block.parents, {.round = block.number});
-  return block.first_parent + order.at(slot);
+  return block.first_parent + orders_.of(block.parents, {.round = block.number}).at(slot);
 }
 
 std::uint64_t GroupSizes::slot_of(const Block& block, std::uint64_t parent) const {
   const std::uint64_t place = parent - block.first_parent;
   if (keeps_order_) return place;
-  return Permutation(key_, block.parents, {.round = block.number}).place_of(place);
+  return orders_.of(block.parents, {.round = block.number}).place_of(place);
 }
 
 // The parent that would have the record if all had the same part of them stands in the right block,

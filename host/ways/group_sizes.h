@@ -8,8 +8,8 @@
 #include "host/ways/group_shape.h"
 #include "host/ways/key.h"
 #include "host/ways/limits.h"
-#include "host/ways/permutation.h"
 #include "host/ways/refusal.h"
+#include "host/ways/shuffle.h"
 
 namespace korvex::ways {
 
@@ -102,6 +102,7 @@ class GroupSizes {
   std::uint64_t blocks_;
   std::uint64_t least_block_parents_;
   bool keeps_order_;
+  mutable Orders orders_;  // of the slots of blocks, with that of the latest block
   // For the smaller and the larger number of parents of a block, the smaller and the larger number
   // of records.
   std::array<std::array<Sums, 2>, 2> tables_;

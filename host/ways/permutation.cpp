@@ -15,13 +15,13 @@ namespace {
 // The fewer numbers, the longer two places of one remainder stay related.
 unsigned steps_for(std::uint64_t n) { return n <= 256 ? 10 : n <= 4096 ? 8 : 6; }
 
-std::uint64_t step_value(std::uint64_t half, std::uint64_t key) {
-  std::uint64_t value = (half + key) * (std::rotl(key, 32) | 1);
+}  // namespace
+
+std::uint64_t Permutation::Step::value(std::uint64_t half) const {
+  std::uint64_t value = (half + key) * factor;
   value ^= value >> 32;
   return value * golden;
 }
-
-}  // namespace
 
 Permutation::Permutation(Key key, std::uint64_t n, Tweak tweak) : n_(n) {
   assert(n >= 1 && n <= most_indices);
@@ -42,8 +42,11 @@ void Permutation::draw_table(std::uint64_t state) {
 }
 
 void Permutation::draw_steps(std::uint64_t state) {
-  steps_ = steps_for(n_);
-  for (unsigned i = 0; i < steps_; ++i) step_keys_[i] = absorb(state, i);
+  step_count_ = steps_for(n_);
+  for (unsigned i = 0; i < step_count_; ++i) {
+    const std::uint64_t key = absorb(state, i);
+    steps_[i] = {key, std::rotl(key, 32) | 1};
+  }
   remainder_bits_ = static_cast<unsigned>(std::bit_width(n_ - 1)) / 2;
   const std::uint64_t remainders = std::uint64_t{1} << remainder_bits_;
   quotients_ = n_ / remainders + (n_ % remainders != 0);
@@ -53,10 +56,10 @@ std::uint64_t Permutation::forward(std::uint64_t place) const {
   const unsigned shift = 64 - remainder_bits_;
   std::uint64_t quotient = place >> remainder_bits_;
   std::uint64_t remainder = place & ((std::uint64_t{1} << remainder_bits_) - 1);
-  for (unsigned i = 0; i < steps_; i += 2) {
-    quotient += part_of(step_value(remainder, step_keys_[i]), quotients_);
+  for (unsigned i = 0; i < step_count_; i += 2) {
+    quotient += part_of(steps_[i].value(remainder), quotients_);
     if (quotient >= quotients_) quotient -= quotients_;
-    remainder ^= step_value(quotient, step_keys_[i + 1]) >> shift;
+    remainder ^= steps_[i + 1].value(quotient) >> shift;
   }
   return quotient << remainder_bits_ | remainder;
 }
@@ -65,12 +68,51 @@ std::uint64_t Permutation::backward(std::uint64_t number) const {
   const unsigned shift = 64 - remainder_bits_;
   std::uint64_t quotient = number >> remainder_bits_;
   std::uint64_t remainder = number & ((std::uint64_t{1} << remainder_bits_) - 1);
-  for (unsigned i = steps_; i > 0; i -= 2) {
-    remainder ^= step_value(quotient, step_keys_[i - 1]) >> shift;
-    const std::uint64_t moved = part_of(step_value(remainder, step_keys_[i - 2]), quotients_);
+  for (unsigned i = step_count_; i > 0; i -= 2) {
+    remainder ^= steps_[i - 1].value(quotient) >> shift;
+    const std::uint64_t moved = part_of(steps_[i - 2].value(remainder), quotients_);
     quotient += quotient < moved ? quotients_ - moved : std::uint64_t{0} - moved;
   }
   return quotient << remainder_bits_ | remainder;
+}
+
+std::size_t Permutation::at(std::uint64_t first, std::span<std::uint64_t> numbers) const {
+  const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(numbers.size(), n_ - first));
+  if (n_ <= most_in_table) {
+    std::copy_n(table_.begin() + first, count, numbers.begin());
+  } else if (count == 1) {
+    numbers.front() = at(first);
+  } else {
+    for (std::size_t done = 0; done < count; done += most_at_once) {
+      forward(first + done, numbers.subspan(done, std::min(most_at_once, count - done)));
+    }
+  }
+  return count;
+}
+
+// Step by step for all of them, so that none waits for what is multiplied for another.
+void Permutation::forward(std::uint64_t first, std::span<std::uint64_t> numbers) const {
+  const unsigned shift = 64 - remainder_bits_;
+  std::array<std::uint64_t, most_at_once> quotients;
+  std::array<std::uint64_t, most_at_once> remainders;
+  for (std::size_t k = 0; k < numbers.size(); ++k) {
+    quotients[k] = (first + k) >> remainder_bits_;
+    remainders[k] = (first + k) & ((std::uint64_t{1} << remainder_bits_) - 1);
+  }
+  for (unsigned i = 0; i < step_count_; i += 2) {
+    const Step move = steps_[i];
+    const Step change = steps_[i + 1];
+    for (std::size_t k = 0; k < numbers.size(); ++k) {
+      std::uint64_t quotient = quotients[k] + part_of(move.value(remainders[k]), quotients_);
+      if (quotient >= quotients_) quotient -= quotients_;
+      quotients[k] = quotient;
+      remainders[k] ^= change.value(quotient) >> shift;
+    }
+  }
+  for (std::size_t k = 0; k < numbers.size(); ++k) {
+    numbers[k] = quotients[k] << remainder_bits_ | remainders[k];
+    while (numbers[k] >= n_) numbers[k] = forward(numbers[k]);
+  }
 }
 
 std::uint64_t Permutation::place_of(std::uint64_t number) const {

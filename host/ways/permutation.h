@@ -1,7 +1,9 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <span>
 
 #include "host/ways/key.h"
 
@@ -40,22 +42,36 @@ class Permutation {
     return place;
   }
 
+  // The numbers at places in a row, from `first` on, as many as there is room and places for: so
+  // many are answered. Takes less time for each than asking for them one by one, since none waits
+  // for another.
+  std::size_t at(std::uint64_t first, std::span<std::uint64_t> numbers) const;
+
   // The place of a number below n.
   std::uint64_t place_of(std::uint64_t number) const;
 
  private:
   static constexpr unsigned most_steps = 10;
+  static constexpr std::size_t most_at_once = 16;
+
+  struct Step {
+    std::uint64_t key = 0;
+    std::uint64_t factor = 0;
+
+    std::uint64_t value(std::uint64_t half) const;
+  };
 
   void draw_table(std::uint64_t state);
   void draw_steps(std::uint64_t state);
   std::uint64_t forward(std::uint64_t place) const;
+  void forward(std::uint64_t first, std::span<std::uint64_t> numbers) const;
   std::uint64_t backward(std::uint64_t number) const;
 
   std::uint64_t n_;
   // Either the table, or what the network consists of.
   std::array<std::uint8_t, most_in_table> table_{};
-  std::array<std::uint64_t, most_steps> step_keys_{};
-  unsigned steps_ = 0;
+  std::array<Step, most_steps> steps_{};
+  unsigned step_count_ = 0;
   std::uint64_t quotients_ = 0;
   unsigned remainder_bits_ = 0;
 };

@@ -9,6 +9,11 @@ namespace {
 
 constexpr std::uint64_t least_block = 1024;
 
+std::uint64_t block_size(const Proportions& proportions) {
+  const std::uint64_t parts = proportions.parts();
+  return parts * (least_block / parts + (least_block % parts != 0));
+}
+
 }  // namespace
 
 Result<Proportions> Proportions::of_weights(std::span<const Fraction> weights) {
@@ -40,31 +45,31 @@ Proportions Proportions::of_share(Fraction share) {
 }
 
 // The nearest place to each bound; the last one is the size of the block.
-ExactShares::Ends ExactShares::ends(const Proportions& proportions, std::uint64_t block_size) {
+ExactShares::Ends ExactShares::ends(const Proportions& proportions, std::uint64_t size) {
   const Wide parts = proportions.parts();
   Ends ends;
   for (const std::uint64_t bound : proportions.bounds()) {
-    ends.push_back(
-        static_cast<std::uint64_t>((2 * Wide{bound} * block_size + parts) / (2 * parts)));
+    ends.push_back(static_cast<std::uint64_t>((2 * Wide{bound} * size + parts) / (2 * parts)));
   }
   return ends;
 }
 
 ExactShares::ExactShares(Key key, const Proportions& proportions, std::uint64_t records)
-    : orders_(key) {
+    : orders_(key),
+      blocks_(block_size(proportions)),
+      whole_blocks_(records / blocks_.period()),
+      whole_(ends(proportions, blocks_.period())),
+      last_(ends(proportions, records % blocks_.period())) {
   assert(records <= most_records);
-  const std::uint64_t parts = proportions.parts();
-  block_size_ = parts * (least_block / parts + (least_block % parts != 0));
-  whole_blocks_ = records / block_size_;
-  whole_ = ends(proportions, block_size_);
-  last_ = ends(proportions, records % block_size_);
 }
 
 std::size_t ExactShares::category_of(std::uint64_t record) {
-  const std::uint64_t block = record / block_size_;
+  const std::uint64_t place_in_block = blocks_.place_of(record);
+  const std::uint64_t block = blocks_.latest();
   const Ends& block_ends = block < whole_blocks_ ? whole_ : last_;
-  const std::uint64_t place =
-      orders_.of(block_ends.back(), {.round = block}).at(record % block_size_);
+  const std::uint64_t place = places_.at(record, [&](std::span<std::uint64_t> places) {
+    return orders_.of(block_ends.back(), {.round = block}).at(place_in_block, places);
+  });
   return static_cast<std::size_t>(std::upper_bound(block_ends.begin(), block_ends.end(), place) -
                                   block_ends.begin());
 }

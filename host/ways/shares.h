@@ -52,10 +52,11 @@ class ExactShares {
   // The upper ends of the categories among the places of a block.
   using Ends = std::vector<std::uint64_t>;
 
-  static Ends ends(const Proportions& proportions, std::uint64_t block_size);
+  static Ends ends(const Proportions& proportions, std::uint64_t size);
 
   Orders orders_;
-  std::uint64_t block_size_;
+  NumbersAhead places_;
+  Rounds blocks_;
   std::uint64_t whole_blocks_;
   Ends whole_;
   Ends last_;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -32,19 +34,69 @@ class Orders {
   std::optional<Permutation> latest_;
 };
 
+// Numbers of records in a row, found together once two records in a row were asked for.
+class NumbersAhead {
+ public:
+  // `find` gives the numbers of the record and those after it, as many as it can, at least one.
+  template <typename Find>
+  std::uint64_t at(std::uint64_t record, Find find) {
+    const std::uint64_t ahead = record - first_;
+    if (ahead < known_) return numbers_[ahead];
+    const bool is_next = ahead == known_ && known_ > 0;
+    first_ = record;
+    known_ = find(std::span(numbers_).first(is_next ? numbers_.size() : 1));
+    return numbers_.front();
+  }
+
+ private:
+  std::array<std::uint64_t, 16> numbers_ = {};
+  std::uint64_t first_ = 0;  // record
+  std::uint64_t known_ = 0;
+};
+
+// In which round of a period records are, and at which place of it. Divides only where another
+// round begins than that of the record before.
+class Rounds {
+ public:
+  // For periods from 1 on.
+  explicit Rounds(std::uint64_t period) : period_(period) {}
+
+  std::uint64_t place_of(std::uint64_t record) {
+    if (record - begin_ >= period_) {
+      latest_ = record / period_;
+      begin_ = latest_ * period_;
+    }
+    return record - begin_;
+  }
+
+  // That of the record whose place was asked for last.
+  std::uint64_t latest() const { return latest_; }
+  std::uint64_t period() const { return period_; }
+
+ private:
+  std::uint64_t period_;
+  std::uint64_t latest_ = 0;
+  std::uint64_t begin_ = 0;  // of the latest round
+};
+
 // Every index below the period once in each round, every round in an order of its own.
 class Shuffle {
  public:
   // For periods from 1 to 2^63.
-  Shuffle(Key key, std::uint64_t period) : orders_(key), period_(period) {}
+  Shuffle(Key key, std::uint64_t period) : orders_(key), rounds_(period) {}
 
   std::uint64_t at(std::uint64_t record) {
-    return orders_.of(period_, {.round = record / period_}).at(record % period_);
+    return indices_.at(record, [&](std::span<std::uint64_t> indices) {
+      const std::uint64_t place = rounds_.place_of(record);
+      const Permutation& order = orders_.of(rounds_.period(), {.round = rounds_.latest()});
+      return order.at(place, indices);
+    });
   }
 
  private:
   Orders orders_;
-  std::uint64_t period_;
+  Rounds rounds_;
+  NumbersAhead indices_;
 };
 
 // Every combination of the indices of several items once before any comes again: one shuffle over
@@ -84,16 +136,17 @@ class JointShuffle {
 class ShuffleWithin {
  public:
   // For periods from 1 to 2^63.
-  ShuffleWithin(Key key, std::uint64_t period) : orders_(key), period_(period) {}
+  ShuffleWithin(Key key, std::uint64_t period) : orders_(key), rounds_(period) {}
 
   // `member`: its place within the group, from 0.
   std::uint64_t at(std::uint64_t parent, std::uint64_t member) {
-    return orders_.of(period_, {.round = member / period_, .parent = parent}).at(member % period_);
+    const std::uint64_t place = rounds_.place_of(member);
+    return orders_.of(rounds_.period(), {.round = rounds_.latest(), .parent = parent}).at(place);
   }
 
  private:
   Orders orders_;
-  std::uint64_t period_;
+  Rounds rounds_;
 };
 
 }  // namespace korvex::ways

@@ -162,8 +162,16 @@ class NumberCourse : public Course {
     // out.
     char digits[max_number_digits];
     constexpr auto base = static_cast<std::uint64_t>(half_base);
-    write_nine(digits, static_cast<std::uint32_t>(size / base));
+    if (size < base) {
+      std::memset(digits, '0', half_digits);
+    } else {
+      write_nine(digits, static_cast<std::uint32_t>(size / base));
+    }
     write_nine(digits + half_digits, static_cast<std::uint32_t>(size % base));
+    if (decimals_ == 0 && !counting_.is_signed) {
+      std::memcpy(out, digits + max_number_digits - facts_.size, facts_.size);
+      return;
+    }
     char text[max_number_digits + longest_frame];
     char* to = text + width_;
     const char* from = digits + max_number_digits;

@@ -7,6 +7,8 @@
 #include <cerrno>
 #include <system_error>
 
+#include "platform/utf8.h"
+
 namespace korvex::platform {
 
 namespace {
@@ -51,10 +53,6 @@ class Converter {
 
   iconv_t handle_;
 };
-
-bool is_ascii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char byte) { return byte_value(byte) < 0x80; });
-}
 
 // The value of the character at `text`, which is then shortened by it; 0 at the end and for a lead
 // byte with nothing behind it.

@@ -2,9 +2,28 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace korvex::platform {
+
+inline bool is_ascii(char byte) { return (static_cast<unsigned char>(byte) & 0x80) == 0; }
+
+// Such a text is the same in UTF-8 and in code page 932.
+inline bool is_ascii(std::string_view text) {
+  constexpr std::uint64_t high_bits = 0x8080808080808080;
+  std::uint64_t bits = 0;
+  std::size_t left = text.size();
+  const char* next = text.data();
+  for (; left >= sizeof bits; left -= sizeof bits, next += sizeof bits) {
+    std::uint64_t word;
+    std::memcpy(&word, next, sizeof word);
+    bits |= word;
+  }
+  for (; left > 0; --left) bits |= static_cast<std::uint64_t>(*next++);
+  return (bits & high_bits) == 0;
+}
 
 // Of a character that began before.
 inline bool is_continuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
