@@ -12,11 +12,14 @@
 
 #include "host/engine/layout_messages.h"
 #include "host/layout/layout_reader.h"
+#include "host/layout/layout_writer.h"
 #include "host/layout/new_item.h"
 #include "host/layout/table_reader.h"
 #include "host/process/exit_status.h"
 #include "host/process/replaced_output.h"
 #include "host/process/signals.h"
+#include "host/sets/catalogue.h"
+#include "host/sources/template_text.h"
 #include "platform/printable_text.h"
 
 namespace korvex::host {
@@ -71,7 +74,107 @@ class Dialogue {
   std::ostream& messages_;
 };
 
+std::string take_yes(std::string_view text, bool& is_yes) {
+  constexpr std::array<std::string_view, 2> answers = {"yes", "no"};
+  if (std::find(answers.begin(), answers.end(), text) == answers.end()) {
+    return "one of " + list_names(answers);
+  }
+  is_yes = text == "yes";
+  return {};
+}
+
+// A column of a built-in set: its name, and its language where it has several.
+void ask_set(Dialogue& dialogue, NewValues& values) {
+  std::string name;
+  sets::Column column;
+  bool needs_language = false;
+  const auto take = [&](const std::string& language) -> std::string {
+    const auto found = sets::find_column(name, language);
+    if (const auto* fault = std::get_if<sets::Fault>(&found)) {
+      needs_language = fault->key == sets::Fault::Key::language;
+      constexpr std::string_view before = "expected ";
+      return fault->text.substr(fault->text.find(before) + before.size());
+    }
+    column = std::get<sets::Column>(found);
+    values.source = {{"type", toml_text("builtin")}, {"set", toml_text(name)}};
+    if (!language.empty()) values.source.emplace_back("language", toml_text(language));
+    return {};
+  };
+  dialogue.ask("    Set, as \"korvex sets\" lists them", "people.given",
+               [&](std::string_view text) {
+                 name = text;
+                 const std::string fault = take("");
+                 return needs_language ? std::string() : fault;
+               });
+  if (needs_language) {
+    dialogue.ask("    Language", "en",
+                 [&](std::string_view text) { return take(std::string(text)); });
+  }
+  if (column.table == nullptr) return;
+  const sets::ValueTable table = sets::read_table(*column.table);
+  for (std::size_t row = 0; row < table.row_count(); ++row) {
+    values.note_size(table.value(row, column.column));
+  }
+}
+
+// Texts of items that are there already.
+std::string take_template(std::string_view text, const NewLayout& layout, NewValues& values) {
+  std::vector<sources::TemplatePart> parts;
+  if (const auto fault = sources::parse_template(text, parts)) return fault->text;
+  for (const sources::TemplatePart& part : parts) {
+    const bool is_there = part.item.empty() ||
+                          std::any_of(layout.items.begin(), layout.items.end(),
+                                      [&](const NewItem& item) { return item.name == part.item; });
+    if (!is_there) return "items that are there already in place of " + part.item;
+  }
+  values.source = {{"type", toml_text("template")}, {"text", toml_text(text)}};
+  return {};
+}
+
+// Where the values of an item come from, in which order, and how many there are.
+void ask_values(Dialogue& dialogue, const NewLayout& layout, NewItem& item) {
+  std::vector<std::string_view> choices = {"range", "list"};
+  if (is_character(item.attributes.attribute)) choices.insert(choices.end(), {"set", "template"});
+  std::string_view kind;
+  const std::string names = choices.size() == 2 ? "range, list" : "range, list, set, template";
+  dialogue.ask("  Values (" + names + ")", "range", [&](std::string_view text) -> std::string {
+    const auto found = std::find(choices.begin(), choices.end(), text);
+    if (found == choices.end()) return "one of " + list_names(choices);
+    kind = *found;
+    return {};
+  });
+  if (kind == "list") {
+    dialogue.ask("    Values, with commas", "",
+                 [&](std::string_view text) { return take_list(text, item.values); });
+  } else if (kind == "set") {
+    ask_set(dialogue, item.values);
+  } else if (kind == "template") {
+    dialogue.ask("    Text, with items as {NAME}", "",
+                 [&](std::string_view text) { return take_template(text, layout, item.values); });
+  }
+  if (kind != "template") {
+    dialogue.ask("    Order (forward, shuffled, random, zipf)",
+                 kind == "range" ? "shuffled" : "random",
+                 [&](std::string_view text) { return take_order(text, item.values); });
+  }
+  dialogue.ask("    Share of empty values", "0",
+               [&](std::string_view text) { return take_share(text, item.values); });
+}
+
+void ask_size(Dialogue& dialogue, NewItem& item) {
+  const bool has_digits = needs_decimals(item.attributes);
+  const std::int32_t proposal = std::max(has_digits ? 8 : 10, item.values.longest);
+  dialogue.ask(has_digits ? "  Digits" : "  Length", std::to_string(proposal),
+               [&](std::string_view text) { return take_size(text, item); });
+  if (has_digits) {
+    dialogue.ask("  Decimals among them", "0",
+                 [&](std::string_view text) { return take_decimals(text, item); });
+  }
+}
+
 void ask_items(Dialogue& dialogue, NewLayout& layout) {
+  dialogue.ask("Values that look real (yes, no)", "no",
+               [&](std::string_view text) { return take_yes(text, layout.is_believable); });
   while (!dialogue.has_ended()) {
     NewItem item;
     bool is_last = false;
@@ -84,15 +187,8 @@ void ask_items(Dialogue& dialogue, NewLayout& layout) {
     if (is_last) return;
     dialogue.ask("  Attribute", "character",
                  [&](std::string_view text) { return take_attribute(text, item); });
-    if (!dialogue.has_ended() && needs_size(item.attributes)) {
-      const bool has_digits = needs_decimals(item.attributes);
-      dialogue.ask(has_digits ? "  Digits" : "  Length", has_digits ? "8" : "10",
-                   [&](std::string_view text) { return take_size(text, item); });
-      if (has_digits) {
-        dialogue.ask("  Decimals among them", "0",
-                     [&](std::string_view text) { return take_decimals(text, item); });
-      }
-    }
+    if (!dialogue.has_ended() && layout.is_believable) ask_values(dialogue, layout, item);
+    if (!dialogue.has_ended() && needs_size(item.attributes)) ask_size(dialogue, item);
     if (!dialogue.has_ended()) layout.items.push_back(item);
   }
 }

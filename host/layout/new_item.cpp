@@ -8,6 +8,7 @@
 #include "formatlang/default_settings.h"
 #include "host/layout/attribute_names.h"
 #include "host/layout/item_size.h"
+#include "host/layout/layout_writer.h"
 #include "platform/codepage.h"
 #include "values/records.h"
 
@@ -24,24 +25,6 @@ std::optional<std::int32_t> number_in(std::string_view text, std::int32_t lowest
   const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), value);
   const bool is_whole = failure == std::errc() && end == text.data() + text.size();
   return is_whole && value >= lowest && value <= highest ? std::optional(value) : std::nullopt;
-}
-
-// A TOML string.
-std::string quoted(std::string_view text) {
-  static constexpr std::string_view digits = "0123456789ABCDEF";
-  std::string result = "\"";
-  for (const char c : text) {
-    const auto code = static_cast<unsigned char>(c);
-    if (c == '"' || c == '\\') result += '\\';
-    if (code < 0x20 || code == 0x7F) {
-      result += "\\u00";
-      result += digits[code >> 4];
-      result += digits[code & 0xF];
-    } else {
-      result += c;
-    }
-  }
-  return result + '"';
 }
 
 // "key = value  # comment", one below the other.
@@ -69,27 +52,37 @@ void append_size(const ItemAttributes& item, std::ostream& out) {
   }
 }
 
-// The first item explains the keys.
-void append_item(const NewItem& item, bool explains, std::ostream& out) {
-  const ItemAttributes& attributes = item.attributes;
-  out << "\n[[item]]\n";
-  append_key("name", quoted(item.name), "", out);
-  append_key("attribute", quoted(attribute_name(attributes.attribute)), "", out);
-  if (is_numeric(attributes.attribute)) {
-    append_key("signed", attributes.signed_flag != 0 ? "true" : "false", "", out);
-  }
-  append_size(attributes, out);
+// The range of an attribute, with a word on each key.
+void append_range(const ItemAttributes& attributes, bool explains, std::ostream& out) {
   const RangeTexts texts = default_settings(attributes).value_or(RangeTexts{});
   const auto append = [&](std::string_view key, const std::string& text, std::string_view comment) {
-    append_key(key, quoted(platform::to_utf8(text)), explains ? comment : "", out);
+    append_key(key, toml_text(platform::to_utf8(text)), explains ? comment : "", out);
   };
-  out << "[item.values]\n";
   append("type", "range", "or \"initial\" (empty), \"reference\", \"enumeration\"");
   append("format", texts.format, "");
   append("start", texts.start, "");
   append("end", texts.end, "");
   append("increment", texts.increment, "above 0, at most 9; with a minus to count down");
   append("exceeded", "repeat", "behind the end: from the start, or \"initialize\": empty");
+}
+
+// The first item explains the keys.
+void append_item(const NewItem& item, bool explains, std::ostream& out) {
+  const ItemAttributes& attributes = item.attributes;
+  out << "\n[[item]]\n";
+  append_key("name", toml_text(item.name), "", out);
+  append_key("attribute", toml_text(attribute_name(attributes.attribute)), "", out);
+  if (is_numeric(attributes.attribute)) {
+    append_key("signed", attributes.signed_flag != 0 ? "true" : "false", "", out);
+  }
+  append_size(attributes, out);
+  out << "[item.values]\n";
+  for (const auto& [key, value] : item.values.source) append_key(key, value, "", out);
+  if (item.values.source.empty()) append_range(attributes, explains, out);
+  if (!item.values.order.empty()) append_key("order", toml_text(item.values.order), "", out);
+  if (!item.values.empty.empty()) {
+    append_key("empty", toml_text(item.values.empty), "share of records without a value", out);
+  }
 }
 
 }  // namespace
@@ -131,9 +124,11 @@ std::string take_size(std::string_view text, NewItem& item) {
   const bool is_signed = has_numbers && text.ends_with('+');
   if (is_signed) text.remove_suffix(1);
   const std::int32_t highest = has_numbers ? max_number_digits : longest_text;
-  const auto size = number_in(text, 1, highest);
+  const std::int32_t lowest = item.values.longest;
+  const auto size = number_in(text, lowest, highest);
   if (!size) {
-    return (has_numbers ? "digits from 1 to " : "a length from 1 to ") + std::to_string(highest) +
+    return (has_numbers ? "digits from " : "a length from ") + std::to_string(lowest) + " to " +
+           std::to_string(highest) +
            (has_numbers ? ", with a + behind them for a signed number" : "");
   }
   if (is_signed) attributes.signed_flag = 1;
@@ -170,14 +165,19 @@ std::string take_item(std::string_view text, NewItem& item) {
 
 std::string layout_text(const NewLayout& layout) {
   std::ostringstream out;
-  out << "# What a data file holds. `korvex preview` shows its first records, `korvex generate` "
-         "writes it.\n\n"
-      << "[layout]\n";
-  append_key("kind", quoted(layout.kind), "\"record\", \"table\" or \"iso\": line ends and dates",
-             out);
+  out << "# What a data file holds. `korvex preview` shows its first records, `korvex "
+      << (layout.is_believable ? "export" : "generate") << "` writes it.\n\n[layout]\n";
+  append_key("kind", toml_text(layout.kind),
+             "\"record\", \"table\" or \"iso\": line ends and dates", out);
   append_key("records", std::to_string(layout.records), "", out);
-  append_key("data", quoted(layout.data), "", out);
-  append_key("quote", quoted("none"), "\"double\": texts and dates between quotation marks", out);
+  append_key("data", toml_text(layout.data), "", out);
+  append_key("quote", toml_text("none"), "\"double\": texts and dates between quotation marks",
+             out);
+  if (layout.is_believable) {
+    append_key("encoding", toml_text("utf-8"), "", out);
+    append_key("ways", "1", "the version of shuffling and drawing, so that records stay", out);
+    append_key("sets", "1", "the same of names and places", out);
+  }
   for (std::size_t i = 0; i < layout.items.size(); ++i) {
     append_item(layout.items[i], i == 0, out);
   }

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/layout/new_values.h"
 #include "values/attributes.h"
 
 namespace korvex::host {
@@ -12,6 +13,7 @@ namespace korvex::host {
 struct NewItem {
   std::string name;  // UTF-8
   ItemAttributes attributes;
+  NewValues values;
 };
 
 // Which numbers a new item needs.
@@ -33,6 +35,7 @@ struct NewLayout {
   std::string kind = "record";
   std::string data = "data.csv";
   std::int32_t records = 1000;
+  bool is_believable = false;  // has sources and ways, and takes any character
   std::vector<NewItem> items;
 };
 std::string layout_text(const NewLayout& layout);

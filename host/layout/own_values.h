@@ -1,7 +1,9 @@
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -76,6 +78,10 @@ using OwnValues = std::variant<std::monostate, ListValues, BuiltinValues, Templa
                                LineValues, OffsetValues, ChildrenValues>;
 
 enum class Order { forward, shuffled, random, zipf };
+
+// As layouts name them.
+inline constexpr std::array<std::string_view, 4> order_names = {"forward", "shuffled", "random",
+                                                                "zipf"};
 
 // Which value a record takes.
 struct WayRules {

@@ -8,8 +8,6 @@ namespace korvex::host {
 
 namespace {
 
-constexpr std::array<std::string_view, 4> order_names = {"forward", "shuffled", "random", "zipf"};
-
 // Where the way goes, which needs a period.
 constexpr std::array<std::string_view, 6> way_keys = {"order",   "joint", "within",
                                                       "weights", "skew",  "group"};

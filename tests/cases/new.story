@@ -51,6 +51,7 @@ cat mine.toml
   < many
   < 12
   <
+  <
   < ID
   < int
   < integer
@@ -64,7 +65,7 @@ cat mine.toml
   < 2
   <
   ! Data file [data.csv]: Records [1000]: expected a number from 0 to 2147483647
-  ! Records [1000]: Name of item 1: expected a name of up to 63 bytes in code page 932
+  ! Records [1000]: Values that look real (yes, no) [no]: Name of item 1: expected a name of up to 63 bytes in code page 932
   ! Name of item 1:   Attribute [character]: expected one of "character", "decimal", "plain-character", "national", "number", "integer", "small-integer", "date", "time", "timestamp"
   !   Attribute [character]: Name of item 2, empty to end:   Attribute [character]:   Length [10]: Name of item 3, empty to end:   Attribute [character]:   Digits [8]:   Decimals among them [0]: expected decimals from 0 to 5
   !   Decimals among them [0]: Name of item 4, empty to end: <end>
@@ -75,9 +76,78 @@ cat mine.toml
   < table
   <
   < 5
+  <
   < ID
-  ! Kind of file (record, table, iso) [record]: Data file [data.csv]: Records [1000]: Name of item 1:   Attribute [character]: 
+  ! Kind of file (record, table, iso) [record]: Data file [data.csv]: Records [1000]: Values that look real (yes, no) [no]: Name of item 1:   Attribute [character]: 
   ! the answers ended, no layout was written
 $ ls gone.toml 2> /dev/null || grep records asked.toml
   # What a data file holds. `korvex preview` shows its first records, `korvex generate` writes it.
   records     = 12
+
+# Who wants values that look real is asked where they come from; what is chosen shows at once.
+> tty new -o lively.toml --kind iso --data d.csv --records 8
+  < perhaps
+  < yes
+  < ID
+  < decimal
+  < set
+  < range
+  <
+  <
+  < 3
+  <
+  < FIRST
+  <
+  < set
+  < people.names
+  < people.given
+  < xx
+  < fr
+  <
+  < 0
+  < 3
+  <
+  < STATE
+  <
+  < list
+  < open,,closed
+  < open, "on hold"
+  < sorted
+  < shuffled
+  < 1.5
+  < 1/4
+  <
+  < MAIL
+  <
+  < template
+  < {FIRST|upper}{NAME}
+  < {FIRST|ascii|lower}{ID}@example.org
+  <
+  < 40
+  <
+  ! Values that look real (yes, no) [no]: expected one of "yes", "no"
+  ! Values that look real (yes, no) [no]: Name of item 1:   Attribute [character]:   Values (range, list) [range]: expected one of "range", "list"
+  !   Values (range, list) [range]:     Order (forward, shuffled, random, zipf) [shuffled]:     Share of empty values [0]:   Digits [8]:   Decimals among them [0]: Name of item 2, empty to end:   Attribute [character]:   Values (range, list, set, template) [range]:     Set, as "korvex sets" lists them [people.given]: expected one of "people.family", "people.family_ascii", "people.given", "people.given_ascii", "people.sex"
+  !     Set, as "korvex sets" lists them [people.given]:     Language [en]: expected one of "de", "en", "es", "fr", "ja"
+  !     Language [en]:     Order (forward, shuffled, random, zipf) [random]:     Share of empty values [0]:   Length [10]: expected a length from 10 to 32767
+  !   Length [10]: Name of item 3, empty to end:   Attribute [character]:   Values (range, list, set, template) [range]:     Values, with commas: expected values with a comma between each two
+  !     Values, with commas:     Order (forward, shuffled, random, zipf) [random]: expected one of "forward", "shuffled", "random", "zipf"
+  !     Order (forward, shuffled, random, zipf) [random]:     Share of empty values [0]: expected a share from 0 to 1
+  !     Share of empty values [0]:   Length [10]: Name of item 4, empty to end:   Attribute [character]:   Values (range, list, set, template) [range]:     Text, with items as {NAME}: expected items that are there already in place of NAME
+  !     Text, with items as {NAME}:     Share of empty values [0]:   Length [10]: Name of item 5, empty to end: <end>
+> preview lively.toml -n 4
+   ID  FIRST     STATE      MAIL
+  844  Stéphane  open       stephane844@example.org
+  738  René      "on hold"  rene738@example.org
+  811  Chloé     open       chloe811@example.org
+  097  Pascal    "on hold"  pascal097@example.org
+$ sed -n '/MAIL/,$p; /encoding/,/sets/p' lively.toml
+  encoding    = "utf-8"
+  ways        = 1               # the version of shuffling and drawing, so that records stay
+  sets        = 1               # the same of names and places
+  name        = "MAIL"
+  attribute   = "character"
+  length      = 40
+  [item.values]
+  type        = "template"
+  text        = "{FIRST|ascii|lower}{ID}@example.org"
