@@ -138,8 +138,8 @@ sources::End FieldWays::end_of(const Given& given) const {
   // The settings know more than the values, which may be those of another item.
   const ClFmtColInf* column = plan_.column(given.giver);
   const ExceededAction action = column != nullptr
-                                  ? column->record.exceeded_action
-                                  : plan_.values_of(given.giver)->choices.exceeded_action;
+                                    ? column->record.exceeded_action
+                                    : plan_.values_of(given.giver)->choices.exceeded_action;
   return action == exceeded_action::initialize ? sources::End::stop : sources::End::repeat;
 }
 
