@@ -1,7 +1,7 @@
 # Completes the command line of korvex in bash.
 
 # The commands.
-_korvex_commands="generate count edit format update import load show sets check preview export new"
+_korvex_commands="generate count edit format update import load show sets check preview export new verify plan"
 
 # The built-in sets.
 _korvex_sets="awkward colours companies countries currencies email jobs languages people phone places \
@@ -21,6 +21,8 @@ _korvex_options() {
     preview) echo "-n --records" ;;
     export) echo "-o --output --format --encoding --header --table --records --part --force --quiet" ;;
     new) echo "-o --output --kind --data --records --item" ;;
+    plan) echo "--for --parts --max-bytes -o --output --format --encoding --header --table --records" ;;
+    verify) echo "--content --sample --parts --format --encoding --header --table --records --keep-settings" ;;
     "") echo "--version" ;;
   esac
   echo "-h --help"
@@ -30,7 +32,7 @@ _korvex_options() {
 _korvex_takes_value() {
   case $1 in
     -n | -o | --rows | --language | --records | --output | --output-option | --format | --encoding | --table | \
-      --unique | --part | --kind | --data | --item) return 0 ;;
+      --unique | --part | --parts | --max-bytes | --for | --sample | --kind | --data | --item) return 0 ;;
   esac
   return 1
 }
@@ -66,6 +68,7 @@ _korvex_value() {
   case $3:$1 in
     *:-o | *:--output | *:--data) _korvex_files "$2" ;;
     *:--format) _korvex_words "csv tsv jsonl sql" "$2" ;;
+    plan:--for) _korvex_words "slurm parallel kubernetes make" "$2" ;;
     *:--encoding) _korvex_words "utf-8 cp932" "$2" ;;
     *:--kind) _korvex_words "record table iso" "$2" ;;
     *:--output-option) _korvex_words "0 2" "$2" ;;
@@ -93,6 +96,7 @@ _korvex_database() {
 _korvex_argument() {
   case $1:$2 in
     show:0) _korvex_files "$3" ;;
+    verify:[1-9]*) _korvex_files "$3" ;;
     sets:0) _korvex_words "$_korvex_sets" "$3" ;;
     import:0 | load:1) _korvex_database "$3" ;;
     import:* | new:* | *:[1-9]*) ;;

@@ -182,6 +182,10 @@ ssize_t readlink(const char*, char*, size_t) { return fail(EINVAL); }
 
 int mkdir(const char*, mode_t) { return 0; }
 
+int fsetxattr(int, const char*, const void*, size_t, int) { return fail(ENOTSUP); }
+
+ssize_t getxattr(const char*, const char*, void*, size_t) { return fail(ENOTSUP); }
+
 constexpr platform::FileCalls table = {
     .open = open,
     .close = close,
@@ -201,6 +205,8 @@ constexpr platform::FileCalls table = {
     .unlink = unlink,
     .readlink = readlink,
     .mkdir = mkdir,
+    .fsetxattr = fsetxattr,
+    .getxattr = getxattr,
 };
 
 }  // namespace

@@ -6,16 +6,11 @@
 #include <ostream>
 
 #include "host/commands/common_options.h"
+#include "host/commands/format_options.h"
 #include "host/layout/table_reader.h"
 #include "host/process/exit_status.h"
 
 namespace korvex::host {
-
-namespace {
-
-const std::vector<std::pair<std::string, bool>> encodings = {{"utf-8", false}, {"cp932", true}};
-
-}  // namespace
 
 LayoutCommands::LayoutCommands(CLI::App& app) {
   check_ = add_command(
@@ -48,21 +43,12 @@ void LayoutCommands::add_preview_options(CLI::App& command) {
 }
 
 void LayoutCommands::add_export_options(CLI::App& command) {
-  FormatChoices& format = export_options_.format;
   add_layouts(command, export_options_.layout);
   command
       .add_option("-o,--output", export_options_.output,
                   "the file, - for standard output; for a folder of layouts, a folder")
       ->required();
-  command.add_option("--format", format.dialect, "csv, tsv, jsonl or sql (default: csv)")
-      ->transform(one_of(dialect_names))
-      ->type_name("FORMAT");
-  command.add_option("--encoding", format.in_code_page, "utf-8 or cp932 (default: utf-8)")
-      ->transform(one_of(encodings))
-      ->type_name("ENCODING");
-  command.add_flag("--header", format.header, "csv, tsv: a first line with the names");
-  command.add_option("--table", format.table,
-                     "sql: the table (default: the layout's, or the data file's name)");
+  add_format(command, export_options_.format);
   add_records(command, export_options_.records);
   add_part(command, export_options_.part, export_options_.force);
   command.add_flag("--quiet", export_options_.quiet, "print no line about the result");
@@ -88,11 +74,7 @@ std::optional<int> LayoutCommands::run(std::ostream& out, std::ostream& messages
     return run_new(new_options_, has_terminal ? &std::cin : nullptr, out, messages);
   }
   if (!export_->parsed()) return std::nullopt;
-  if (export_options_.format.dialect == Dialect::json_lines &&
-      export_options_.format.in_code_page) {
-    messages << "--encoding is cp932, expected utf-8 for --format jsonl" << std::endl;
-    return exit_status::wrong_usage;
-  }
+  if (!is_possible(export_options_.format, messages)) return exit_status::wrong_usage;
   if (export_options_.part && export_options_.output == "-") {
     messages << "--output is -, expected a file for --part" << std::endl;
     return exit_status::wrong_usage;

@@ -17,6 +17,7 @@
 #include "host/commands/import_command.h"
 #include "host/commands/layout_commands.h"
 #include "host/commands/load_command.h"
+#include "host/commands/part_commands.h"
 #include "host/commands/sets_command.h"
 #include "host/commands/show.h"
 #include "host/layout/table_reader.h"
@@ -241,6 +242,7 @@ int run_program(int argc, const char* const* argv, const ModuleFunctions& functi
       add_command(app, "sets", "List the built-in sets of values, or show one",
                   [&](CLI::App& command) { add_sets_options(command, sets_options); });
   LayoutCommands layout_commands(app);
+  PartCommands part_commands(app);
 
   std::vector<std::string> connections = connections_among(argc, argv);
   if (argc > 1 && argv[1][0] != '-') {
@@ -272,6 +274,7 @@ int run_program(int argc, const char* const* argv, const ModuleFunctions& functi
   }
   if (print_wrong_variables(messages)) return exit_status::wrong_usage;
   if (const auto status = layout_commands.run(out, messages)) return *status;
+  if (const auto status = part_commands.run(out, messages)) return *status;
   if (show->parsed()) return run_show(shown_file, out, messages);
   if (sets->parsed()) return run_sets(sets_options, out, messages);
   if (import->parsed()) return run_import(import_options, out, messages);

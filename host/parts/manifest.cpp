@@ -1,13 +1,11 @@
 #include "host/parts/manifest.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <array>
 #include <charconv>
 
 #include "host/parts/digest.h"
 #include "host/process/signals.h"
+#include "platform/file.h"
 
 namespace korvex::host {
 
@@ -15,7 +13,7 @@ namespace {
 
 constexpr std::string_view title = "korvex part 1\n";
 constexpr std::string_view digest_key = "digest ";
-constexpr int checksum_base = 16;
+constexpr int hexadecimal_base = 16;
 
 // The names of tables are the only part of a manifest that may be long.
 constexpr std::size_t most_bytes = 64 * 1024;
@@ -24,6 +22,13 @@ std::string digest_of(std::string_view lines) {
   Digest digest;
   digest.add(lines);
   return digest.text();
+}
+
+std::string hexadecimal(std::uint64_t number) {
+  std::array<char, 2 * sizeof number> digits;
+  const auto end =
+      std::to_chars(digits.data(), digits.data() + digits.size(), number, hexadecimal_base);
+  return std::string(digits.data(), end.ptr);
 }
 
 // Reads the lines of a manifest in their order.
@@ -59,6 +64,11 @@ class Lines {
 
 }  // namespace
 
+std::string mark_of(const Manifest& manifest) {
+  return part_text(manifest.part) + " " + hexadecimal(manifest.checksum) + " " +
+         manifest.fingerprint;
+}
+
 std::string text_of(const Manifest& manifest) {
   std::string text(title);
   const auto add = [&](std::string_view key, const std::string& value) {
@@ -69,10 +79,7 @@ std::string text_of(const Manifest& manifest) {
   add("before", std::to_string(manifest.records.first));
   add("records", std::to_string(manifest.records.size()));
   add("bytes", std::to_string(manifest.bytes));
-  std::array<char, 16> digits;
-  const auto end =
-      std::to_chars(digits.data(), digits.data() + digits.size(), manifest.checksum, checksum_base);
-  add("checksum", std::string(digits.data(), end.ptr));
+  add("checksum", hexadecimal(manifest.checksum));
   add("form", manifest.form);
   add("layout", manifest.fingerprint);
   return text + std::string(digest_key) + digest_of(text) + "\n";
@@ -87,24 +94,25 @@ std::optional<Manifest> parse_manifest(std::string_view text) {
   manifest.records.first = lines.number("before");
   manifest.records.end = sum(manifest.records.first, lines.number("records"));
   manifest.bytes = lines.number("bytes");
-  manifest.checksum = lines.number("checksum", checksum_base);
+  manifest.checksum = lines.number("checksum", hexadecimal_base);
   manifest.form = lines.value("form");
   manifest.fingerprint = lines.value("layout");
   if (!lines.is_good() || text_of(manifest) != text) return std::nullopt;
   return manifest;
 }
 
-std::optional<Manifest> read_manifest(const std::string& path) {
-  // A pipe there would wait for a writer.
-  const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (descriptor < 0) return std::nullopt;
-  std::string text(most_bytes, '\0');
-  const ssize_t size =
-      platform::retry_interrupted([&] { return ::read(descriptor, text.data(), text.size()); });
-  ::close(descriptor);
+std::optional<Manifest> read_manifest(const std::string& path, bool* is_there) {
   check_interruption();
-  if (size < 0) return std::nullopt;
-  return parse_manifest(std::string_view(text).substr(0, static_cast<std::size_t>(size)));
+  platform::File file;
+  const platform::FileCause cause = file.open_for_reading(path, platform::Sharing::unlocked);
+  if (is_there != nullptr) *is_there = cause == platform::FileCause::none;
+  std::string text(most_bytes, '\0');
+  std::size_t size = 0;
+  if (cause != platform::FileCause::none || !file.is_regular() ||
+      file.read(text.data(), text.size(), size) != platform::FileCause::none) {
+    return std::nullopt;
+  }
+  return parse_manifest(std::string_view(text).substr(0, size));
 }
 
 }  // namespace korvex::host

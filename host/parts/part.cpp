@@ -49,6 +49,13 @@ RecordRange records_of(Part part, Steps records) {
           boundary(records, part.number, part.parts)};
 }
 
+Part part_with(Steps record, std::uint64_t parts, Steps records) {
+  // Rounding moves it by one part at most.
+  Part part = {static_cast<std::uint64_t>(Wide{record} * parts / records) + 1, parts};
+  while (records_of(part, records).end <= record) ++part.number;
+  return part;
+}
+
 std::string part_path(const std::string& whole, Part part) {
   const std::string parts = std::to_string(part.parts);
   std::string number = std::to_string(part.number);

@@ -31,6 +31,9 @@ std::string part_text(Part part);
 // The records of a part, out of so many. Sizes of parts differ by one at most.
 RecordRange records_of(Part part, Steps records);
 
+// The part that a record is in.
+Part part_with(Steps record, std::uint64_t parts, Steps records);
+
 // `data.csv.part-03-of-64`: with zeros so that names sort as the parts follow each other.
 std::string part_path(const std::string& whole, Part part);
 

@@ -1,18 +1,13 @@
 #include "host/parts/part_maker.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <fstream>
 #include <ostream>
-#include <vector>
 
 #include "host/parts/checksum.h"
 #include "host/parts/fingerprint.h"
+#include "host/parts/part_state.h"
 #include "host/process/distinct_files.h"
 #include "host/process/exit_status.h"
 #include "host/process/replaced_output.h"
-#include "host/process/signals.h"
 #include "platform/printable_text.h"
 
 namespace korvex::host {
@@ -21,8 +16,6 @@ namespace {
 
 // The disk has a part before its manifest says so.
 constexpr bool is_synchronised = true;
-
-constexpr std::size_t read_size = 256 * 1024;
 
 // Says which file the part would take the place of although its records come from it. Answers
 // whether it would.
@@ -40,31 +33,20 @@ bool replaces_read_file(const PreparedLayout& prepared, const std::string& path,
   return false;
 }
 
-bool is_complete(const std::string& path, const Manifest& expected) {
-  const auto manifest = read_manifest(manifest_path(path));
-  struct stat status = {};
-  return manifest && manifest->is_same_part(expected) && ::stat(path.c_str(), &status) == 0 &&
-         S_ISREG(status.st_mode) && static_cast<std::uint64_t>(status.st_size) == manifest->bytes;
-}
-
-// Whether the bytes of a file are those of the manifest.
-bool holds(const std::string& path, const Manifest& manifest) {
-  std::ifstream file(path, std::ios::binary);
-  std::vector<char> block(read_size);
-  Checksum checksum;
-  while (file) {
-    check_interruption();
-    file.read(block.data(), std::ssize(block));
-    checksum.add({block.data(), static_cast<std::size_t>(file.gcount())});
-  }
-  return checksum.bytes() == manifest.bytes && checksum.value() == manifest.checksum;
-}
-
 // Puts a file in its place.
 bool finish(ReplacedOutput& output, std::ostream& messages) {
   output.finish();
   if (output.failure().empty()) return true;
   messages << output.failure() << std::endl;
+  return false;
+}
+
+// A manifest that is there may be of other records.
+bool remove_manifest(const std::string& path, std::ostream& messages) {
+  const platform::FileCause cause = platform::remove_file(manifest_path(path));
+  if (cause == platform::FileCause::none || platform::is_missing(cause)) return true;
+  messages << platform::printable(manifest_path(path))
+           << ": can't be removed, expected a file that can be replaced" << std::endl;
   return false;
 }
 
@@ -86,16 +68,16 @@ bool write_part(RecordStream& stream, const std::string& path, Manifest& manifes
                 std::ostream& messages) {
   ReplacedOutput output(path, is_synchronised);
   if (!write_records(stream, output, manifest, messages)) return false;
-  // A manifest that is there may be of other records.
-  if (output.failure().empty()) ::unlink(manifest_path(path).c_str());
-  const platform::FileIdentity written = output.identity();
+  output.new_file().set_mark(mark_of(manifest));
+  const platform::FileIdentity written = output.new_file().identity();
+  if (output.failure().empty() && !remove_manifest(path, messages)) return false;
   if (!finish(output, messages)) return false;
   ReplacedOutput proof(manifest_path(path), is_synchronised);
   proof.write(text_of(manifest));
   if (!finish(proof, messages)) return false;
-  if (platform::identity_of(path) == written || holds(path, manifest)) return true;
+  if (platform::identity_of(path) == written || has_bytes_of(path, manifest)) return true;
   // Another worker has put a part of another layout in its place, and says so itself.
-  ::unlink(manifest_path(path).c_str());
+  platform::remove_file(manifest_path(path));
   messages << platform::printable(path) << ": another run has replaced it" << std::endl;
   return false;
 }

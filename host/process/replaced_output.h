@@ -26,8 +26,8 @@ class ReplacedOutput {
   // Writes out what write() has gathered.
   void flush();
 
-  // Which file is being written, until finish(); not for standard output.
-  platform::FileIdentity identity() { return replacing_.file().identity(); }
+  // The file that is being written beside its place, until finish().
+  platform::File& new_file() { return replacing_.file(); }
 
   // Puts the file in its place.
   void finish();

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <new>
@@ -25,6 +26,9 @@ constexpr unsigned new_file_mode = 0666;
 
 // A file that is replaced this often while it is being opened is out of reach.
 constexpr int max_replacements = 100;
+
+// How the system knows the marks of files.
+constexpr const char* mark_name = "user.korvex.mark";
 
 // The system says the same of a missing file and of a missing folder.
 FileCause cause_of_failed_open(const std::string& path, int number) {
@@ -66,9 +70,24 @@ FileCause note_file_error(int number) {
   return cause_from_errno(number);
 }
 
+std::optional<std::string> mark_of_file(const std::string& path) {
+  std::array<char, longest_mark> text;
+  const ssize_t size = file_calls().getxattr(path.c_str(), mark_name, text.data(), text.size());
+  if (size < 0) return std::nullopt;
+  return std::string(text.data(), static_cast<std::size_t>(size));
+}
+
+std::optional<std::uint64_t> size_of_file(const std::string& path) {
+  struct stat status = {};
+  if (file_calls().fstatat(AT_FDCWD, path.c_str(), &status, 0) != 0 || !S_ISREG(status.st_mode)) {
+    return std::nullopt;
+  }
+  return static_cast<std::uint64_t>(status.st_size);
+}
+
 FileIdentity identity_of(const std::string& path) {
   struct stat status = {};
-  if (::stat(path.c_str(), &status) != 0) return std::nullopt;
+  if (file_calls().fstatat(AT_FDCWD, path.c_str(), &status, 0) != 0) return std::nullopt;
   return std::pair(status.st_dev, status.st_ino);
 }
 
@@ -228,8 +247,13 @@ FileCause File::write(const void* data, std::size_t size) {
 
 FileIdentity File::identity() const {
   struct stat status = {};
-  if (::fstat(descriptor_, &status) != 0) return std::nullopt;
+  if (file_calls().fstat(descriptor_, &status) != 0) return std::nullopt;
   return std::pair(status.st_dev, status.st_ino);
+}
+
+bool File::set_mark(std::string_view text) {
+  return text.size() <= longest_mark &&
+         file_calls().fsetxattr(descriptor_, mark_name, text.data(), text.size(), 0) == 0;
 }
 
 FileCause File::flush() {

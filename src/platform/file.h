@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace korvex::platform {
@@ -104,6 +105,10 @@ class File {
   // Size in bytes of a regular file; 0 for anything else.
   FileCause size(std::uint64_t& bytes);
 
+  // Gives the file a short text that is not among its bytes and stays with it under any name, or
+  // takes the place of an older one. False where the file system keeps none.
+  bool set_mark(std::string_view text);
+
   bool is_open() const { return descriptor_ >= 0; }
   bool is_regular() const { return regular_; }
   FileIdentity identity() const;
@@ -141,6 +146,13 @@ class File {
   std::unique_ptr<char[]> buffer_;
   std::size_t buffered_ = 0;
 };
+
+// The mark of the file that the path leads to; nothing when it has none, or a longer one than this.
+inline constexpr std::size_t longest_mark = 255;
+std::optional<std::string> mark_of_file(const std::string& path);
+
+// The size of the regular file that the path leads to; nothing for anything else.
+std::optional<std::uint64_t> size_of_file(const std::string& path);
 
 // Removes the name. not_found when there is none.
 FileCause remove_file(const std::string& path);

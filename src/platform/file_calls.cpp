@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -38,6 +39,8 @@ const FileCalls& system_file_calls() {
       .unlink = ::unlink,
       .readlink = ::readlink,
       .mkdir = ::mkdir,
+      .fsetxattr = ::fsetxattr,
+      .getxattr = ::getxattr,
   };
   return calls;
 }

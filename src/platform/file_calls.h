@@ -28,6 +28,8 @@ struct FileCalls {
   int (*unlink)(const char* path);
   ssize_t (*readlink)(const char* path, char* target, size_t size);
   int (*mkdir)(const char* path, mode_t mode);
+  int (*fsetxattr)(int descriptor, const char* name, const void* value, size_t size, int flags);
+  ssize_t (*getxattr)(const char* path, const char* name, void* value, size_t size);
 };
 
 // The table in use: the system's, unless a FileCallsOverride is alive.

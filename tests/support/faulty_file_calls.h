@@ -129,6 +129,8 @@ class FaultyFileCalls {
       .unlink = Wrapped<&Calls::unlink, "unlink">::call,
       .readlink = Wrapped<&Calls::readlink, "readlink">::call,
       .mkdir = Wrapped<&Calls::mkdir, "mkdir">::call,
+      .fsetxattr = Wrapped<&Calls::fsetxattr, "fsetxattr">::call,
+      .getxattr = Wrapped<&Calls::getxattr, "getxattr">::call,
   };
 
   platform::FileCallsOverride override_;

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <iosfwd>
+#include <optional>
+
+#include "host/commands/plan_command.h"
+#include "host/commands/verify_command.h"
+
+namespace korvex::host {
+
+// The commands around the parts of a file: plan them, and verify that they are there.
+class PartCommands {
+ public:
+  // The commands stay tied to this object, which stays where it is.
+  explicit PartCommands(CLI::App& app);
+  PartCommands(const PartCommands&) = delete;
+  PartCommands& operator=(const PartCommands&) = delete;
+
+  // Runs the one that was given; the program's exit status, nothing when it was another command.
+  std::optional<int> run(std::ostream& out, std::ostream& messages) const;
+
+ private:
+  void add_verify_options(CLI::App& command);
+  void add_plan_options(CLI::App& command);
+
+  const CLI::App* verify_ = nullptr;
+  const CLI::App* plan_ = nullptr;
+  VerifyOptions verify_options_;
+  PlanOptions plan_options_;
+};
+
+}  // namespace korvex::host

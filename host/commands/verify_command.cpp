@@ -1,0 +1,28 @@
+#include "host/commands/verify_command.h"
+
+#include "host/parts/verifier.h"
+#include "host/process/exit_status.h"
+
+namespace korvex::host {
+
+int run_verify(const VerifyOptions& options, bool has_format, std::ostream& out,
+               std::ostream& messages) {
+  PreparedLayout prepared;
+  const Settings settings = options.keep_settings ? Settings::kept : Settings::of_layout;
+  const int status =
+      prepared.prepare(options.layout, options.records, messages, {.settings = settings});
+  if (status != exit_status::done) return status;
+  VerifyChoices choices;
+  if (has_format) choices.form = {.is_data_file = false, .format = options.format};
+  choices.content = options.content;
+  choices.places = static_cast<std::uint64_t>(options.places);
+  choices.parts = static_cast<std::uint64_t>(options.parts);
+  Verifier verifier(prepared, choices, out, messages);
+  const std::vector<std::string> names =
+      options.files.empty() ? std::vector{prepared.layout().data} : options.files;
+  bool is_good = true;
+  for (const std::string& name : names) is_good = verifier.verify(name) && is_good;
+  return is_good ? exit_status::done : exit_status::failed;
+}
+
+}  // namespace korvex::host

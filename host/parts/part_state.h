@@ -1,0 +1,26 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "host/parts/manifest.h"
+
+namespace korvex::host {
+
+// What manifest, size and mark say of a part. Its bytes are read only where it has changed after
+// its manifest was written.
+struct PartState {
+  std::string fault = {};                 // what it is instead of complete, as "missing"
+  std::optional<Manifest> manifest = {};  // nothing when it can't be read
+  bool is_proven = false;                 // mark or bytes say that the manifest is the file's own
+};
+
+PartState state_of_part(const std::string& path, const Manifest& expected);
+
+// Whether a part needs not be made: its state says so, and is proven, or its bytes prove it.
+bool is_complete(const std::string& path, const Manifest& expected);
+
+// Whether the bytes of a file are those that a manifest tells of.
+bool has_bytes_of(const std::string& path, const Manifest& manifest);
+
+}  // namespace korvex::host
