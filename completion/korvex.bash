@@ -1,7 +1,7 @@
 # Completes the command line of korvex in bash.
 
 # The commands.
-_korvex_commands="generate count edit format update import load show sets check preview export new verify plan"
+_korvex_commands="generate count edit format update import load show sets check preview export new report verify plan"
 
 # The built-in sets.
 _korvex_sets="awkward colours companies countries currencies email jobs languages people phone places \
@@ -20,6 +20,7 @@ _korvex_options() {
     check) echo "--records --unique" ;;
     preview) echo "-n --records" ;;
     export) echo "-o --output --format --encoding --header --table --records --part --force --quiet" ;;
+    report) echo "-o --output" ;;
     new) echo "-o --output --kind --data --records --item" ;;
     plan) echo "--for --parts --max-bytes -o --output --format --encoding --header --table --records" ;;
     verify) echo "--content --sample --parts --format --encoding --header --table --records --keep-settings" ;;

@@ -10,7 +10,7 @@
 #include "host/process/distinct_files.h"
 #include "host/process/exit_status.h"
 #include "host/process/signals.h"
-#include "host/records/prepared_layout.h"
+#include "host/records/layout_keys.h"
 #include "host/text/text_table.h"
 #include "platform/printable_text.h"
 
@@ -18,31 +18,13 @@ namespace korvex::host {
 
 namespace {
 
-// A key of a layout: items that take those of one record of another.
-struct Key {
-  std::string parent;  // the path of the other, as it leads there
-  std::string names;   // as they are printed
-  std::vector<std::string> parent_items;
-};
-
-// Items of one group take one record.
-std::vector<Key> keys_of(const PreparedLayout& prepared) {
-  std::vector<Key> keys;
-  std::map<std::pair<std::string, std::string>, std::size_t> groups;
-  for (const PreparedItem& each : prepared.items()) {
-    const ItemValues* values = each.item->values.get();
-    const auto* key = values == nullptr ? nullptr : std::get_if<KeyValues>(&values->own);
-    if (key == nullptr) continue;
-    std::size_t place = keys.size();
-    if (values->group) {
-      place = groups.try_emplace({key->layout, values->group->text}, place).first->second;
-    }
-    if (place == keys.size()) keys.push_back({settled_path(key->layout), {}, {}});
-    keys[place].names +=
-        (keys[place].names.empty() ? "" : ", ") + platform::printable(each.item->name);
-    keys[place].parent_items.push_back(key->item.text);
+// Names in a row.
+std::string printed(const std::vector<std::string>& names) {
+  std::string list;
+  for (const std::string& name : names) {
+    list += (list.empty() ? "" : ", ") + platform::printable(name);
   }
-  return keys;
+  return list;
 }
 
 // A layout of the folder, and what is foretold of it.
@@ -77,9 +59,9 @@ class FolderCheck {
     for (const auto& member : members_) {
       check_interruption();
       const std::vector<UniqueSet> sets = own_sets(*member->prepared);
-      const std::vector<Key> keys = keys_of(*member->prepared);
+      const std::vector<LayoutKeyUse> keys = keys_of(*member->prepared);
       for (const UniqueSet& set : sets) check_set(*member, set);
-      for (const Key& key : keys) check_key(*member, key);
+      for (const LayoutKeyUse& key : keys) check_key(*member, key);
       table.add({TextTable::plain(member->name()),
                  TextTable::plain(std::to_string(member->forecast.records())),
                  TextTable::plain(std::to_string(sets.size())),
@@ -104,23 +86,23 @@ class FolderCheck {
 
   // A key leads to a record of the other layout by the way it is made; it leads to one alone where
   // no two of them have the same. Whether they are in the database then is what is asked here.
-  void check_key(const Member& member, const Key& key) {
+  void check_key(const Member& member, const LayoutKeyUse& key) {
     const auto place = places_.find(key.parent);
     if (place == places_.end()) {
-      faults_.push_back(member.name() + ": key " + key.names + ": leads to " +
+      faults_.push_back(member.name() + ": key " + printed(key.items) + ": leads to " +
                         platform::printable(key.parent) + ", which is no layout of this folder");
       return;
     }
     const Member& parent = *members_[place->second];
     UniqueSet set;
+    set.names = printed(key.parent_items);
     for (const std::string& name : key.parent_items) {
-      set.names += (set.names.empty() ? "" : ", ") + platform::printable(name);
       if (const auto item = parent.prepared->find_item(name)) set.items.push_back(*item);
     }
     const SetAnswer answer = answer_of(set, parent.forecast);
     if (answer.holds) return;
-    faults_.push_back(member.name() + ": key " + key.names + ": leads to " + set.names + " of " +
-                      parent.name() + ", where not all differ: " + answer.text);
+    faults_.push_back(member.name() + ": key " + printed(key.items) + ": leads to " + set.names +
+                      " of " + parent.name() + ", where not all differ: " + answer.text);
   }
 
   std::ostream& out_;

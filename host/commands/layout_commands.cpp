@@ -23,6 +23,8 @@ LayoutCommands::LayoutCommands(CLI::App& app) {
   new_ = add_command(app, "new",
                      "Write a layout to start from; asks on a terminal for what no option says",
                      [this](CLI::App& command) { add_new_options(command); });
+  report_ = add_command(app, "report", "Write a page that shows what the records are like",
+                        [this](CLI::App& command) { add_report_options(command); });
 }
 
 void LayoutCommands::add_check_options(CLI::App& command) {
@@ -66,9 +68,17 @@ void LayoutCommands::add_new_options(CLI::App& command) {
                      "them; a + behind the size for a signed number; once for each item");
 }
 
+void LayoutCommands::add_report_options(CLI::App& command) {
+  add_layouts(command, report_options_.layout);
+  command
+      .add_option("-o,--output", report_options_.output, "the page (HTML), - for standard output")
+      ->required();
+}
+
 std::optional<int> LayoutCommands::run(std::ostream& out, std::ostream& messages) const {
   if (check_->parsed()) return run_check(check_options_, out, messages);
   if (preview_->parsed()) return run_preview(preview_options_, out, messages);
+  if (report_->parsed()) return run_report(report_options_, out, messages);
   if (new_->parsed()) {
     const bool has_terminal = ::isatty(STDIN_FILENO) == 1;
     return run_new(new_options_, has_terminal ? &std::cin : nullptr, out, messages);

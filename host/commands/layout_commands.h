@@ -8,6 +8,7 @@
 #include "host/commands/export_command.h"
 #include "host/commands/new_command.h"
 #include "host/commands/preview_command.h"
+#include "host/commands/report_command.h"
 
 namespace korvex::host {
 
@@ -28,15 +29,18 @@ class LayoutCommands {
   void add_preview_options(CLI::App& command);
   void add_export_options(CLI::App& command);
   void add_new_options(CLI::App& command);
+  void add_report_options(CLI::App& command);
 
   const CLI::App* check_ = nullptr;
   const CLI::App* preview_ = nullptr;
   const CLI::App* export_ = nullptr;
   const CLI::App* new_ = nullptr;
+  const CLI::App* report_ = nullptr;
   CheckOptions check_options_;
   PreviewOptions preview_options_;
   ExportOptions export_options_;
   NewOptions new_options_;
+  ReportOptions report_options_;
 };
 
 }  // namespace korvex::host

@@ -1,0 +1,192 @@
+#include "host/commands/report_command.h"
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <ostream>
+
+#include "host/commands/report_page.h"
+#include "host/layout/layout_folder.h"
+#include "host/process/distinct_files.h"
+#include "host/process/exit_status.h"
+#include "host/process/replaced_output.h"
+#include "host/process/signals.h"
+#include "host/records/forecast.h"
+#include "host/records/layout_keys.h"
+#include "host/records/moment_form.h"
+#include "host/records/record_source.h"
+#include "host/text/code_page_text.h"
+#include "platform/codepage.h"
+#include "platform/path.h"
+#include "platform/printable_text.h"
+#include "values/attributes.h"
+
+namespace korvex::host {
+
+namespace {
+
+// Of longer tables, so many records are looked at, in runs from all over them.
+constexpr std::uint64_t most_records = 20'000;
+constexpr std::uint64_t run_length = 100;
+constexpr std::size_t shown_records = 10;
+
+std::string file_name(const std::string& path) { return std::string(platform::base_name(path)); }
+
+// What an item of the program's own is made of.
+std::string own_source(const ItemValues& values) {
+  if (const auto* key = std::get_if<KeyValues>(&values.own)) {
+    return "key: " + key->item.text + " of " + file_name(key->layout);
+  }
+  if (const auto* set = std::get_if<BuiltinValues>(&values.own)) {
+    return "set " + set->set.text + (set->language.text.empty() ? "" : ", " + set->language.text);
+  }
+  if (const auto* list = std::get_if<ListValues>(&values.own)) {
+    return list->file.empty() ? "list of " + std::to_string(list->values.size()) + " values"
+                              : "list " + file_name(list->file);
+  }
+  if (const auto* line = std::get_if<LineValues>(&values.own)) {
+    return "line: place within " + line->of.text;
+  }
+  if (const auto* offset = std::get_if<OffsetValues>(&values.own)) {
+    return "offset: " + offset->of.text + " and " + offset->from.text + " to " + offset->to.text;
+  }
+  return values.own_keys.empty() ? "own" : values.own_keys.front().text;
+}
+
+std::string source_of(const LayoutItem& item) {
+  if (item.values == nullptr) return "the settings that the settings file keeps";
+  const ItemValues& values = *item.values;
+  const auto text = [](const std::string& code_page) { return platform::to_utf8(code_page); };
+  switch (values.source) {
+    case ValueSource::initial:
+      return "no value";
+    case ValueSource::range:
+      return "range " + text(values.texts.format) + ": " + text(values.texts.start) + " to " +
+             text(values.texts.end);
+    case ValueSource::attribute_default:
+      return "the default of its attribute";
+    case ValueSource::reference:
+      return "reference to " + values.item_name;
+    case ValueSource::enumeration:
+      return "list " + file_name(values.file);
+    case ValueSource::own:
+      return own_source(values);
+  }
+  return {};
+}
+
+ColumnScale scale_of(const LayoutItem& item) {
+  const auto attribute = item.attributes.attribute;
+  if (moment_form(attribute) != MomentForm::as_it_is) return ColumnScale::moments;
+  return is_numeric(attribute) ? ColumnScale::numbers : ColumnScale::texts;
+}
+
+// The records of a layout as somebody reads them.
+class ReadableRecords {
+ public:
+  explicit ReadableRecords(PreparedLayout& prepared) : prepared_(prepared), source_(prepared) {}
+
+  // Nothing is shown after a failure, which failure() tells.
+  template <typename Take>
+  void take(std::uint64_t first, std::uint64_t count, Take take) {
+    source_.seek(first);
+    for (; count > 0 && source_.next(values_); --count) {
+      check_interruption();
+      for (std::size_t i = 0; i < values_.size(); ++i) {
+        std::string_view value = values_[i];
+        if (source_.encoding() == TextEncoding::code_page) {
+          decoder_.decode(value, text_);
+          value = text_;
+        }
+        const MomentForm form = moment_form(prepared_.items()[i].item->attributes.attribute);
+        take(i, moment_.convert(form, value));
+      }
+    }
+  }
+
+  const std::string& failure() const { return source_.failure(); }
+
+ private:
+  PreparedLayout& prepared_;
+  RecordSource source_;
+  CodePageDecoder decoder_;
+  std::vector<std::string_view> values_;
+  std::string text_;
+  MomentText moment_;
+};
+
+ReportedTable table_of(PreparedLayout& prepared) {
+  const Layout& layout = prepared.layout();
+  const Forecast forecast(prepared);
+  ReportedTable table;
+  table.name = layout.table.empty() ? file_name(layout.file) : layout.table;
+  table.records = forecast.records();
+  for (std::size_t i = 0; i < prepared.items().size(); ++i) {
+    const LayoutItem& item = *prepared.items()[i].item;
+    table.columns.push_back(
+        {item.name, source_of(item), forecast.item(i).course, ColumnSummary(scale_of(item))});
+  }
+  ReadableRecords records(prepared);
+  const std::uint64_t looked_at = std::min(table.records, most_records);
+  for (std::uint64_t done = 0; done < looked_at; done += run_length) {
+    // Runs of the same length, evenly apart; all records where they are few.
+    const std::uint64_t first =
+        table.records <= most_records
+            ? done
+            : done / run_length * (table.records / (most_records / run_length));
+    records.take(
+        first, std::min(run_length, looked_at - done),
+        [&](std::size_t i, std::string_view value) { table.columns[i].summary.add(value); });
+  }
+  if (looked_at < table.records) {
+    table.note =
+        "the figures are those of " + std::to_string(looked_at) + " of them, taken all over";
+  }
+  records.take(0, shown_records, [&](std::size_t i, std::string_view value) {
+    if (i == 0) table.samples.emplace_back();
+    table.samples.back().emplace_back(value);
+  });
+  if (!records.failure().empty()) table.note = records.failure();
+  return table;
+}
+
+}  // namespace
+
+int run_report(const ReportOptions& options, std::ostream& out, std::ostream& messages) {
+  const auto layouts = layouts_at(options.layout, messages);
+  if (!layouts) return exit_status::wrong_usage;
+  std::vector<std::unique_ptr<PreparedLayout>> prepared;
+  std::map<std::string, std::size_t> places;
+  DistinctFiles files;
+  int worst = exit_status::done;
+  for (const std::string& layout : *layouts) {
+    prepared.push_back(std::make_unique<PreparedLayout>());
+    worst = std::max(worst, prepared.back()->prepare(layout, std::nullopt, messages));
+    places[settled_path(layout)] = places.size();
+  }
+  if (worst != exit_status::done) return worst;
+  for (const auto& each : prepared) each->add_read_files(files);
+  const auto role =
+      options.output == "-" ? std::nullopt : files.write(options.output, "the report");
+  if (role) {
+    messages << platform::printable(options.output) << ": is " << *role
+             << ", expected a file of its own" << std::endl;
+    return exit_status::wrong_usage;
+  }
+  ReplacedOutput output(options.output, out);
+  std::vector<ReportedTable> tables;
+  for (const auto& each : prepared) {
+    tables.push_back(table_of(*each));
+    for (const LayoutKeyUse& key : keys_of(*each)) {
+      const auto parent = places.find(key.parent);
+      if (parent != places.end()) tables.back().parents.push_back(parent->second);
+    }
+  }
+  output.write(report_page(file_name(settled_path(options.layout)), tables));
+  output.finish();
+  if (output.failure().empty()) return exit_status::done;
+  messages << output.failure() << std::endl;
+  return exit_status::failed;
+}
+
+}  // namespace korvex::host
