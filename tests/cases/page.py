@@ -3,7 +3,7 @@
 A block ```toml that begins with "# NAME" is that file, or has items for it; any other changes the file that was named last. One
 that begins with "name" has keys of the item of that name. Items take the places of those of the same name, or come after
 them; a file that began without items has just those of the block. In a block ```console, "$ " is what a reader types, and
-what follows is what the program shows, but for seconds.
+what follows is what the program shows, but for seconds. The reader finds the examples in the folder "examples".
 """
 
 import re
@@ -80,4 +80,5 @@ def steps_of(lines):
             kept = parts if kept else kept
         elif kind == "console":
             for command, shown in typed_in(block):
-                yield changed(command, f"$ {{ {command.text[2:]}\n}} 2>&1 | tr -d '\\r'"), shown
+                typed = re.sub(r"\bexamples/", "<examples>/", command.text[2:])
+                yield changed(command, f"$ {{ {typed}\n}} 2>&1 | tr -d '\\r'"), shown
