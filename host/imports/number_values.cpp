@@ -115,17 +115,17 @@ std::optional<ColumnValues> make_numbers(const ColumnTask& task) {
   const int decimals = limits->decimals;
   const auto least = bound_units(task.facts.least, decimals, 1);
   const auto most = bound_units(task.facts.most, decimals, -1);
+  const std::int64_t width = task.is_unique
+                                 ? std::max<std::int64_t>(task.records * 10, plain_numbers)
+                                 : scaled(plain_numbers, decimals);
+  // What the conditions bound on both sides is theirs; elsewhere the width bounds it.
   std::int64_t end = std::min(most.value_or(limits->largest), limits->largest);
-  std::int64_t start = least.value_or(std::min<std::int64_t>(1, end));
+  std::int64_t start = least.value_or(end > 0 ? 1 : end - width + 1);
   if (task.is_unique && task.largest && decimals == 0 && *task.largest >= start) {
     if (*task.largest >= end) return std::nullopt;
     start = *task.largest + 1;
   }
-  const std::int64_t width = task.is_unique
-                                 ? std::max<std::int64_t>(task.records * 10, plain_numbers)
-                                 : scaled(plain_numbers, decimals);
-  if (end - width > start) end = most && !least && !task.is_unique ? end : start + width - 1;
-  if (most && !least && end - width > 0) start = std::max(start, end - width);
+  if (!most && end - width > start) end = start + width - 1;
   for (const std::string& excluded : task.facts.excluded) {
     if (excluded == decimal_text(start, decimals) && start < end) ++start;
     if (excluded == decimal_text(end, decimals) && start < end) --end;
