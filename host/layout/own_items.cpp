@@ -63,15 +63,27 @@ std::vector<bool> engine_items(const Layout& layout) {
 
 std::vector<LayoutError> find_own_keys(const Layout& layout) {
   std::vector<LayoutError> errors;
+  const OwnKey* first = nullptr;
+  std::string first_item;
+  std::size_t others = 0;
   for (const LayoutItem& item : layout.items) {
     errors.insert(errors.end(), item.beyond_code_page.begin(), item.beyond_code_page.end());
     if (is_plain(item)) continue;
-    const OwnKey& first = item.values->own_keys.front();
-    errors.push_back(
-        {first.place, "item " + platform::printable(item.name) + ": " + first.text +
-                          " is unknown to this command, expected values that a data "
-                          "file can be generated from; \"korvex export\" writes these"});
+    if (first != nullptr) {
+      ++others;
+      continue;
+    }
+    first = &item.values->own_keys.front();
+    first_item = platform::printable(item.name);
   }
+  if (first == nullptr) return errors;
+  std::string text = "item " + first_item + ": " + first->text + " is unknown to this command";
+  if (others > 0) {
+    text += ", and so are keys of " + std::to_string(others) +
+            (others == 1 ? " other item" : " other items");
+  }
+  errors.push_back({first->place, text + ", expected values that a data file can be generated "
+                                         "from; \"korvex export\" writes these"});
   return errors;
 }
 

@@ -27,8 +27,8 @@ std::vector<ReferenceTargets> follow_references(const Layout& layout);
 // them. The others have sources of the program's own, or take over the values of an item.
 std::vector<bool> engine_items(const Layout& layout);
 
-// What the module cannot take: an error for each item with the first key that it does not know, and
-// for each character that its code page lacks.
+// What the module cannot take: an error for each character that its code page lacks, and one for
+// all keys that it does not know, since another command is the answer to all of them.
 std::vector<LayoutError> find_own_keys(const Layout& layout);
 
 }  // namespace korvex::host
