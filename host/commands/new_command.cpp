@@ -131,6 +131,13 @@ std::string take_template(std::string_view text, const NewLayout& layout, NewVal
   return {};
 }
 
+// Templates and references find an item by its name, so no two may share one.
+std::string reject_used_name(const NewLayout& layout, const NewItem& item) {
+  const bool is_used = std::any_of(layout.items.begin(), layout.items.end(),
+                                   [&](const NewItem& other) { return other.name == item.name; });
+  return is_used ? "a name that no other item has" : "";
+}
+
 // Where the values of an item come from, in which order, and how many there are.
 void ask_values(Dialogue& dialogue, const NewLayout& layout, NewItem& item) {
   std::vector<std::string_view> choices = {"range", "list"};
@@ -182,7 +189,9 @@ void ask_items(Dialogue& dialogue, NewLayout& layout) {
     dialogue.ask("Name of item " + place + (layout.items.empty() ? "" : ", empty to end"), "",
                  [&](std::string_view text) {
                    is_last = text.empty() && !layout.items.empty();
-                   return is_last ? std::string() : take_name(text, item);
+                   if (is_last) return std::string();
+                   const std::string expected = take_name(text, item);
+                   return expected.empty() ? reject_used_name(layout, item) : expected;
                  });
     if (is_last) return;
     dialogue.ask("  Attribute", "character",
@@ -227,7 +236,8 @@ bool take_options(const NewOptions& options, NewLayout& layout, std::ostream& me
   if (options.records) layout.records = *options.records;
   for (const std::string& text : options.items) {
     NewItem item;
-    const std::string expected = take_item(text, item);
+    std::string expected = take_item(text, item);
+    if (expected.empty()) expected = reject_used_name(layout, item);
     if (!expected.empty()) return reject("--item " + text, expected);
     layout.items.push_back(item);
   }
@@ -264,9 +274,17 @@ int run_new(const NewOptions& options, std::istream* in, std::ostream& out,
   ReplacedOutput output(options.output, out);
   output.write(text);
   output.finish();
-  if (output.failure().empty()) return exit_status::done;
-  messages << output.failure() << std::endl;
-  return exit_status::failed;
+  if (!output.failure().empty()) {
+    messages << output.failure() << std::endl;
+    return exit_status::failed;
+  }
+  if (options.output != "-") {
+    const std::string written = platform::printable(options.output);
+    const std::size_t count = layout.items.size();
+    out << count << (count == 1 ? " item: " : " items: ") << written << "\n"
+        << "next: korvex preview " << written << std::endl;
+  }
+  return exit_status::done;
 }
 
 }  // namespace korvex::host

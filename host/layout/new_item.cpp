@@ -71,7 +71,8 @@ void append_item(const NewItem& item, bool explains, std::ostream& out) {
   const ItemAttributes& attributes = item.attributes;
   out << "\n[[item]]\n";
   append_key("name", toml_text(item.name), "", out);
-  append_key("attribute", toml_text(attribute_name(attributes.attribute)), "", out);
+  append_key("attribute", toml_text(attribute_name(attributes.attribute)),
+             explains ? "\"national\" is full-width, \"plain-character\" never quoted" : "", out);
   if (is_numeric(attributes.attribute)) {
     append_key("signed", attributes.signed_flag != 0 ? "true" : "false", "", out);
   }
@@ -166,7 +167,10 @@ std::string take_item(std::string_view text, NewItem& item) {
 std::string layout_text(const NewLayout& layout) {
   std::ostringstream out;
   out << "# What a data file holds. `korvex preview` shows its first records, `korvex "
-      << (layout.is_believable ? "export" : "generate") << "` writes it.\n\n[layout]\n";
+      << (layout.is_believable ? "export -o FILE" : "generate") << "` writes it.\n"
+      << "# \"man korvex-layout\" has every key, also for names, places, lists and templates, "
+         "which "
+         "`korvex export` writes.\n\n[layout]\n";
   append_key("kind", toml_text(layout.kind),
              "\"record\", \"table\" or \"iso\": line ends and dates", out);
   append_key("records", std::to_string(layout.records), "", out);

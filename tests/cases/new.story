@@ -7,7 +7,7 @@ do
   > new -o <KIND>.toml --kind <KIND> --data d.csv --records 5 --item A:character:1 --item B:character:32767 --item C:plain-character:3 --item D:national:70 --item E:decimal:18 --item F:decimal:18+:18 --item G:decimal:7+:2 --item H:number:1 --item I:number:10:10 --item J:integer --item K:small-integer --item L:date --item M:time --item N:timestamp --item '名前"\\:date' ...
   $ korvex export <KIND>.toml -o - --format jsonl 2> /dev/null | sed -n '5{ s/う*う/う/g; s/1970-01-//g; p }'
     {"A":"E","B":"AAAAE","C":"AAE","D":"う","E":5,"F":0.000000000000000005,"G":0.05,"H":5,"I":0.0000000005,"J":5,"K":5,"L":"05","M":"00:00:04","N":"01 09:00:04","名前\"\\\\":"05"}
-$ korvex new --item A:date | tail -n +4
+$ korvex new --item A:date | tail -n +5
   kind        = "record"        # "record", "table" or "iso": line ends and dates
   records     = 1000
   data        = "data.csv"
@@ -15,7 +15,7 @@ $ korvex new --item A:date | tail -n +4
 
   [[item]]
   name        = "A"
-  attribute   = "date"
+  attribute   = "date"          # "national" is full-width, "plain-character" never quoted
   [item.values]
   type        = "range"         # or "initial" (empty), "reference", "enumeration"
   format      = "%4YMD"
@@ -33,6 +33,7 @@ each OPTIONS SAYS
   --item A:date:8 | <*>
   --item A:decimal:3:4 | <*>
   --item :date | <*>
+  --item A:date --item A:time | --item A:time: <*>
   --data l.toml --item A:date | <*>
   --kind record | <*>
 do
@@ -55,6 +56,7 @@ cat mine.toml
   < ID
   < int
   < integer
+  < ID
   < NAME
   <
   < 4
@@ -64,10 +66,13 @@ cat mine.toml
   < 9
   < 2
   <
+  3 items: asked.toml
+  next: korvex preview asked.toml
   ! Data file [data.csv]: Records [1000]: expected a number from 0 to 2147483647
   ! Records [1000]: Values that look real (yes, no) [no]: Name of item 1: expected a name of up to 63 bytes in code page 932
   ! Name of item 1:   Attribute [character]: expected one of "character", "decimal", "plain-character", "national", "number", "integer", "small-integer", "date", "time", "timestamp"
-  !   Attribute [character]: Name of item 2, empty to end:   Attribute [character]:   Length [10]: Name of item 3, empty to end:   Attribute [character]:   Digits [8]:   Decimals among them [0]: expected decimals from 0 to 5
+  !   Attribute [character]: Name of item 2, empty to end: expected a name that no other item has
+  ! Name of item 2, empty to end:   Attribute [character]:   Length [10]: Name of item 3, empty to end:   Attribute [character]:   Digits [8]:   Decimals among them [0]: expected decimals from 0 to 5
   !   Decimals among them [0]: Name of item 4, empty to end: <end>
 > preview asked.toml -n 1
            ID  NAME      SUM
@@ -125,6 +130,8 @@ $ ls gone.toml 2> /dev/null || grep records asked.toml
   <
   < 40
   <
+  4 items: lively.toml
+  next: korvex preview lively.toml
   ! Values that look real (yes, no) [no]: expected one of "yes", "no"
   ! Values that look real (yes, no) [no]: Name of item 1:   Attribute [character]:   Values (range, list) [range]: expected one of "range", "list"
   !   Values (range, list) [range]:     Order (forward, shuffled, random, zipf) [shuffled]:     Share of empty values [0]:   Digits [8]:   Decimals among them [0]: Name of item 2, empty to end:   Attribute [character]:   Values (range, list, set, template) [range]:     Set, as "korvex sets" lists them [people.given]: expected one of "people.family", "people.family_ascii", "people.given", "people.given_ascii", "people.sex"
