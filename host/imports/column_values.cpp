@@ -240,7 +240,16 @@ ItemAttributes text_attributes(std::size_t length) {
   return {attribute::character, 0, size, size, 0};
 }
 
+const std::vector<std::string>& choices_of(const ColumnTask& task) {
+  return task.facts.choices ? *task.facts.choices : task.column.choices;
+}
+
 std::size_t text_limit(const ColumnTask& task) {
+  std::size_t longest = 0;
+  for (const std::string& each : choices_of(task)) {
+    longest = std::max(longest, character_count(each));
+  }
+  if (longest > 0) return longest;
   std::size_t limit =
       task.column.length > 0 ? static_cast<std::size_t>(task.column.length) : default_text;
   if (task.facts.most_length && *task.facts.most_length > 0) {

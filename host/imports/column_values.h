@@ -75,6 +75,9 @@ ItemAttributes text_attributes(std::size_t length);
 // An item for sums of numbers with so many decimals.
 ItemAttributes sum_attributes(int decimals);
 
+// What a column's conditions or its type let one choose from; empty for anything else.
+const std::vector<std::string>& choices_of(const ColumnTask& task);
+
 // How many characters a text column takes, the least that its conditions ask for, and the most.
 std::size_t text_limit(const ColumnTask& task);
 

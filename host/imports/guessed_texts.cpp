@@ -27,7 +27,7 @@ std::uint64_t draw(std::uint64_t index, std::uint64_t use, std::uint64_t below) 
 class TextGuesser {
  public:
   TextGuesser(const ColumnTask& task, const TextCompany& company)
-      : task_(task), company_(company), limit_(text_limit(task)) {}
+      : task_(task), company_(company), choices_(choices_of(task)), limit_(text_limit(task)) {}
 
   std::optional<GuessedText> guess(Meaning meaning) {
     switch (meaning) {
@@ -159,6 +159,7 @@ class TextGuesser {
   bool fits(const std::string& value) const {
     const std::size_t size = character_count(value);
     const auto least = static_cast<std::size_t>(std::max(task_.facts.least_length.value_or(0), 0));
+    if (!choices_.empty() && std::count(choices_.begin(), choices_.end(), value) == 0) return false;
     return size <= limit_ && size >= least;
   }
 
@@ -206,9 +207,9 @@ class TextGuesser {
   bool has_person() const { return !company_.given_name.empty() && !company_.family_name.empty(); }
 
   std::optional<GuessedText> full_names() {
-    constexpr std::size_t longest = 40;
+    constexpr std::size_t long_enough = 40;
     const bool is_japanese = company_.language == "ja";
-    if (has_person() && limit_ >= longest && !task_.is_unique) {
+    if (has_person() && limit_ >= long_enough && !task_.is_unique) {
       const std::string given = "{" + company_.given_name + "}";
       const std::string family = "{" + company_.family_name + "}";
       return composed(is_japanese ? family + " " + given : given + " " + family,
@@ -269,9 +270,9 @@ class TextGuesser {
   }
 
   std::optional<GuessedText> emails() {
-    constexpr std::size_t longest = 60;
+    constexpr std::size_t long_enough = 60;
     const bool is_latin = company_.language != "ja";
-    if (has_person() && is_latin && limit_ >= longest && !company_.number.empty()) {
+    if (has_person() && is_latin && limit_ >= long_enough && !company_.number.empty()) {
       return composed("{" + company_.given_name + "|ascii|lower}.{" + company_.family_name +
                           "|ascii|lower}{" + company_.number + "}@example.org",
                       "made of the name, at a domain that reaches nobody");
@@ -371,6 +372,7 @@ class TextGuesser {
 
   const ColumnTask& task_;
   const TextCompany& company_;
+  const std::vector<std::string>& choices_;  // that the column asks for; empty for any text
   const std::size_t limit_;
 };
 
@@ -381,10 +383,13 @@ std::optional<GuessedText> guess_text(Meaning meaning, const ColumnTask& task,
   const ColumnFacts& facts = task.facts;
   const bool excludes_texts = std::any_of(facts.excluded.begin(), facts.excluded.end(),
                                           [](const std::string& text) { return !text.empty(); });
-  const bool is_free = !facts.choices && facts.regular.empty() && facts.like.empty() &&
-                       !excludes_texts && facts.json_type.empty() &&
+  const bool is_free = facts.regular.empty() && facts.like.empty() && !excludes_texts &&
+                       facts.json_type.empty() &&
                        facts.letter_case == ColumnFacts::LetterCase::any && !facts.is_bounded();
-  if (task.column.type != ColumnType::text || !is_free) return std::nullopt;
+  // Choices are a list of their own, but a sex is the given name's where they have its words.
+  const bool is_fitting = choices_of(task).empty() ? task.column.type == ColumnType::text
+                                                   : meaning == Meaning::sex && company.has_given;
+  if (!is_free || !is_fitting) return std::nullopt;
   return TextGuesser(task, company).guess(meaning);
 }
 

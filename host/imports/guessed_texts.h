@@ -17,8 +17,9 @@ struct TextCompany {
   std::string_view language;  // of the built-in sets
   std::string given_name;     // columns of one person, that always have values; empty without
   std::string family_name;
-  std::string number;     // the primary key, where it counts on
-  bool has_city = false;  // of the same address
+  std::string number;      // the primary key, where it counts on
+  bool has_city = false;   // of the same address
+  bool has_given = false;  // a given name of the same person
 };
 
 // Values for a text column of some meaning. Nothing where the column is too short for them, or

@@ -198,6 +198,7 @@ TextCompany TableGuesses::company_of(std::size_t column, const NameMeaning& mean
   if (is_there(family)) company.family_name = schema_.columns[*family].name;
   company.number = number_;
   company.has_city = find(M::city, meaning.others).has_value();
+  company.has_given = given.has_value();
   return company;
 }
 

@@ -24,7 +24,7 @@ sql
     ort varchar(40) NOT NULL, filename varchar(40) NOT NULL, created_at timestamp NOT NULL, updated_at timestamp NOT NULL, deleted_at timestamp,
     status varchar(10) NOT NULL CHECK (status IN ('new', 'paid', 'shipped', 'returned')), shipped_at timestamp, total decimal(9,2) NOT NULL);
   CREATE TABLE buyer_line (id integer PRIMARY KEY, buyer integer NOT NULL REFERENCES buyer, amount decimal(7,2) NOT NULL);
-  CREATE TABLE teacher (id integer PRIMARY KEY, first_name varchar(40) NOT NULL, points integer NOT NULL CHECK (points BETWEEN 100 AND 90000));
+  CREATE TABLE teacher (id integer PRIMARY KEY, first_name varchar(40) NOT NULL, gender char(1) NOT NULL CHECK (gender IN ('f', 'x', 'm')), points integer NOT NULL CHECK (points BETWEEN 100 AND 90000));
   CREATE VIEW seen AS SELECT 1 AS one;
 postgresql: sql
   CREATE TYPE mood AS ENUM ('sad', 'happy'); CREATE TYPE pair AS (x integer, y text);
@@ -68,6 +68,8 @@ query SELECT count(*) FROM buyer b WHERE round(total, 2) <> (SELECT round(coales
 $ grep -c "by its name" f/buyer.toml; korvex import "<target>" -o plain --plain --tables buyer 2>&1 | tail -1; grep "by its name" plain/buyer.toml | wc -l
   5
   1 layout: plain
+  0
+query SELECT count(*) FROM (SELECT first_name FROM teacher GROUP BY first_name HAVING count(DISTINCT gender) > 1) strange
   0
 query SELECT count(*) FROM (SELECT max(points) AS most FROM teacher) facts WHERE most < 80000
   0
