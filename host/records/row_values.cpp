@@ -1,6 +1,7 @@
 #include "host/records/row_values.h"
 
 #include <cstring>
+#include <filesystem>
 #include <utility>
 
 #include "host/layout/own_text.h"
@@ -17,6 +18,23 @@ namespace korvex::host {
 namespace {
 
 using sources::TextList;
+
+// A list is kept in memory with the place of each value. That has room for some times this size.
+constexpr std::uintmax_t most_list_bytes = 256 * 1024 * 1024;
+
+// Why a file is not read at all: a device or a pipe may have no end. One that can't be looked at is
+// left to the reader, which knows the reason.
+std::optional<std::string> refusal_of_file(const std::string& path) {
+  namespace fs = std::filesystem;
+  std::error_code failure;
+  const fs::file_status status = fs::status(path, failure);
+  if (failure || !fs::exists(status) || fs::is_directory(status)) return std::nullopt;
+  if (!fs::is_regular_file(status)) return ", which is not a regular file";
+  const std::uintmax_t size = fs::file_size(path, failure);
+  if (failure || size <= most_list_bytes) return std::nullopt;
+  return ", which has " + std::to_string(size) + " bytes, expected at most " +
+         std::to_string(most_list_bytes);
+}
 
 // What is wrong with a text of an item, as the end of a message.
 std::optional<std::string> fault_of(std::string_view text, const ValueRule& rule,
@@ -84,6 +102,7 @@ class ListFile {
       : list_(list), item_(item), layout_(layout), errors_(errors) {}
 
   std::optional<RowValues> read() {
+    if (const auto refusal = refusal_of_file(list_.file)) return fail(*refusal);
     std::string content;
     if (const int failure = platform::read_file(list_.file, content); failure != 0) {
       return fail(std::string(", which cannot be read: ") + std::strerror(failure));

@@ -72,6 +72,7 @@ file long.txt
   short
   far too long a text
 file empty.txt
+$ truncate -s 300M huge.txt
 each VALUES SAYS
   "list" | 10: [item.values] has neither values nor file, expected <*>
   "list", values = [] | 36: values is an array, expected an array of strings and integers, at least one
@@ -81,6 +82,8 @@ each VALUES SAYS
   "list", values = ["a", "far too long a text"] | 42: the value <*>
   "list", values = ["é"] | 37: <*>"é" at place 1, expected characters of code page 932, or encoding = "utf-8" in [layout]
   "list", file = "none.txt" | 34: <*>none.txt, which cannot be read: No such file or directory
+  "list", file = "/dev/zero" | 34: <*>/dev/zero, which is not a regular file
+  "list", file = "huge.txt" | 34: <*>huge.txt, which has 314572800 bytes, expected at most 268435456
   "list", file = "bad.txt" | 34: <*>bad.txt: line 1 is not UTF-8, expected a text in UTF-8
   "list", file = "long.txt" | 34: <*>long.txt: line 2 has 19 bytes <*>
   "list", file = "empty.txt" | 34: <*>empty.txt, which is empty, expected a value a line
