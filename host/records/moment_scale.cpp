@@ -73,15 +73,18 @@ bool append_date(std::int64_t days, std::string_view separator, std::string& out
   return true;
 }
 
-bool append_time(std::int64_t seconds, std::string_view separator, std::string& out) {
-  if (seconds < 0 || seconds >= seconds_a_day) return false;
-  const auto second = static_cast<unsigned>(seconds);
+// After the last second of a day comes the first, as on a clock.
+std::int64_t second_of_day(std::int64_t seconds) {
+  return (seconds % seconds_a_day + seconds_a_day) % seconds_a_day;
+}
+
+void append_time(std::int64_t seconds, std::string_view separator, std::string& out) {
+  const auto second = static_cast<unsigned>(second_of_day(seconds));
   append_digits(second / 3600, 2, out);
   out += separator;
   append_digits(second / 60 % 60, 2, out);
   out += separator;
   append_digits(second % 60, 2, out);
-  return true;
 }
 
 class MomentScale : public sources::Scale {
@@ -104,11 +107,15 @@ class MomentScale : public sources::Scale {
 
   bool append(std::int64_t number, std::string& out) const override {
     if (form_ == MomentForm::iso_date) return append_date(number, separators_.date, out);
-    if (form_ == MomentForm::iso_time) return append_time(number, separators_.time, out);
-    const std::int64_t second = (number % seconds_a_day + seconds_a_day) % seconds_a_day;
+    if (form_ == MomentForm::iso_time) {
+      append_time(number, separators_.time, out);
+      return true;
+    }
+    const std::int64_t second = second_of_day(number);
     if (!append_date((number - second) / seconds_a_day, separators_.date, out)) return false;
     out += ' ';
-    return append_time(second, separators_.time, out);
+    append_time(second, separators_.time, out);
+    return true;
   }
 
  private:

@@ -5,6 +5,7 @@
 
 #include "host/sources/saturating.h"
 #include "host/ways/draw.h"
+#include "platform/printable_text.h"
 
 namespace korvex::sources {
 namespace {
@@ -21,8 +22,10 @@ class OffsetSource : public Source {
     if (!text) return;
     const std::optional<std::int64_t> from = scale_->read(*text);
     std::int64_t number = ways::draw_between(key_, record, distance_.least, distance_.most);
-    if (!from || __builtin_add_overflow(*from, number, &number)) return;
-    scale_->append(number, out);
+    if (!from || __builtin_add_overflow(*from, number, &number) || !scale_->append(number, out)) {
+      throw BadValue("nothing can be added to the value \"" + platform::printable(*text) +
+                     "\" of the other item, or the sum is too large");
+    }
   }
 
   std::optional<std::uint64_t> period() const override { return std::nullopt; }

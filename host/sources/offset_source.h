@@ -17,8 +17,8 @@ struct Distance {
 };
 
 // The value of another field of the same record, which must outlive the source, plus a distance
-// that is drawn evenly. No value where the other has none, is none of the scale, or is too near to
-// its end.
+// that is drawn evenly. No value where the other has none. A value that is none of the scale, or
+// too near to its end, is a BadValue.
 std::unique_ptr<Source> make_offset_source(Field& of, std::unique_ptr<Scale> scale,
                                            ways::KeyFor<ways::Use::order> key, Distance distance);
 
