@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "host/layout/own_text.h"
+#include "host/records/moment_form.h"
+#include "host/records/moment_scale.h"
 #include "host/text/code_page_text.h"
 #include "platform/printable_text.h"
 #include "platform/utf8.h"
@@ -20,9 +22,9 @@ ItemAttributes listed(ItemAttributes attributes) {
   return attributes;
 }
 
-bool is_moment(MomentForm form, std::string_view text) {
-  MomentText moment;
-  return moment.convert(form, text).data() != text.data();
+std::unique_ptr<sources::Scale> moments_of(const LayoutItem& item, const Layout& layout) {
+  const MomentForm form = moment_form(item.attributes.attribute);
+  return form == MomentForm::as_it_is ? nullptr : moment_scale(form, layout.kind);
 }
 
 }  // namespace
@@ -32,7 +34,7 @@ ValueRule::ValueRule(const LayoutItem& item, const Layout& layout)
       most_(static_cast<std::size_t>(std::max(effective_digits(item.attributes), 0))),
       is_text_(is_character(item.attributes.attribute) ||
                (layout.is_utf8 && is_national(item.attributes.attribute))),
-      moment_form_(moment_form(item.attributes.attribute)),
+      moments_(moments_of(item, layout)),
       list_rule_(listed(item.attributes)) {}
 
 std::optional<std::string> ValueRule::fault(std::string_view text) const {
@@ -43,9 +45,10 @@ std::optional<std::string> ValueRule::fault(std::string_view text) const {
     return "has " + std::to_string(count) + " characters, expected at most " +
            std::to_string(most_);
   }
-  if (moment_form_ != MomentForm::as_it_is) {
-    if (is_moment(moment_form_, text)) return std::nullopt;
-    return "is \"" + platform::printable(text) + "\", expected digits as 20240229 or 235959";
+  if (moments_ != nullptr) {
+    if (moments_->read(text)) return std::nullopt;
+    return "is \"" + platform::printable(text) +
+           "\", expected a date or time that exists, with digits as 20240229 or 235959";
   }
   // ASCII is stored as it is; what the code page lacks is refused where the layout is read.
   if (platform::is_ascii(text) && list_rule_.check(text) == error::none) return std::nullopt;

@@ -1,11 +1,12 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "host/layout/layout.h"
-#include "host/records/moment_form.h"
+#include "host/sources/scale.h"
 #include "lists/enumeration_value.h"
 
 namespace korvex::host {
@@ -24,7 +25,7 @@ class ValueRule {
   const Layout* layout_;
   std::size_t most_;  // characters of a text
   bool is_text_;
-  MomentForm moment_form_;
+  std::unique_ptr<sources::Scale> moments_;  // null for what is no date, time or timestamp
   EnumerationRule list_rule_;
 };
 

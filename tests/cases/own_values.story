@@ -212,16 +212,20 @@ file l.toml
   digits = 5
   decimals = 2
   values = { type = "offset", of = "PRICE", from = -1.5, to = -1.5 }
+  @text TEXT type = "initial"
 > export l.toml -o - --records 5
-  2024-02-27,2024-02-28,23:59:58,23:59:59,9.95,8.45<0D>
-  2024-02-28,2024-02-29,23:59:59,00:00:00,9.95,8.45<0D>
-  2024-02-29,2024-03-01,23:59:58,23:59:59,9.95,8.45<0D>
-  2024-03-01,2024-03-02,23:59:59,00:00:00,9.95,8.45<0D>
-  ,,23:59:58,23:59:59,9.95,8.45<0D>
+  2024-02-27,2024-02-28,23:59:58,23:59:59,9.95,8.45,<0D>
+  2024-02-28,2024-02-29,23:59:59,00:00:00,9.95,8.45,<0D>
+  2024-02-29,2024-03-01,23:59:58,23:59:59,9.95,8.45,<0D>
+  2024-03-01,2024-03-02,23:59:59,00:00:00,9.95,8.45,<0D>
+  ,,23:59:58,23:59:59,9.95,8.45,<0D>
 each OLD NEW SAYS
   decimals = 2 | decimals = 20 | item SALE: of names an item of 20 decimals, expected at most 18
   to = 1 | to = 0 | to is below from, expected the larger number
   from = -1.5 | from = -1.555 | item SALE: from is "-1.555", expected a number with at most 2 decimals
+  of = "DAY" | of = "TEXT" | item DUE: of names "TEXT", expected a date, a time, a timestamp or a number
+  of = "DAY" | of = "AT" | item DUE: of names "AT", expected an item with values of the same kind
+  "235959" | "240000" | the value is "240000", expected a date or time that exists, <*>
   of = "DAY" | of = "DUE" | item DUE: of leads back to the item: DUE (l.toml:<n>:<n>) -> DUE, expected no cycle
 do
   $ cp l.toml old.toml
