@@ -106,6 +106,26 @@ std::string singular(const std::string& word) {
   return word;
 }
 
+const Phrase* find_phrase(std::string_view words) {
+  const auto all = known_phrases();
+  const auto found = std::find_if(all.begin(), all.end(),
+                                  [&](const Phrase& phrase) { return phrase.words == words; });
+  return found == all.end() ? nullptr : &*found;
+}
+
+// A moment is known by its verb: `paid_on` and `paid_date` are `paid`, `closed_on` is `closed at`.
+const Phrase* find_moment(const std::string& words) {
+  for (const std::string_view end : {" at", " on", " date", " time"}) {
+    if (!words.ends_with(end)) continue;
+    const std::string verb = words.substr(0, words.size() - end.size());
+    for (const std::string& form : {verb, verb + " at"}) {
+      const Phrase* const found = find_phrase(form);
+      if (found != nullptr && is_moment(found->meaning)) return found;
+    }
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 std::optional<NameMeaning> find_meaning(std::string_view name) {
@@ -117,10 +137,9 @@ std::optional<NameMeaning> find_meaning(std::string_view name) {
   // The longest phrase that ends the name.
   for (std::size_t begin = 0; begin < words.size(); ++begin) {
     const std::string end = joined(words, begin);
-    const auto all = known_phrases();
-    const auto found = std::find_if(all.begin(), all.end(),
-                                    [&](const Phrase& phrase) { return phrase.words == end; });
-    if (found == all.end()) continue;
+    const Phrase* found = find_phrase(end);
+    if (found == nullptr) found = find_moment(end);
+    if (found == nullptr) continue;
     return NameMeaning{found->meaning,
                        found->language,
                        end,

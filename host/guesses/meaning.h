@@ -64,6 +64,7 @@ enum class Meaning {
   priority,
   // moments
   birth,
+  creation,  // of the row
   begin,
   change,
   payment,
@@ -74,6 +75,8 @@ enum class Meaning {
   due,
   removal,
 };
+
+constexpr bool is_moment(Meaning meaning) { return meaning >= Meaning::birth; }
 
 // A language of names and of the built-in sets.
 enum class NameLanguage { english, german, japanese };
@@ -86,6 +89,7 @@ struct NameMeaning {
 };
 
 // The meaning of a column's name, by its last words: `billing_city` is a city, `city_id` is none.
+// A moment may end in `at`, `on`, `date` or `time`.
 std::optional<NameMeaning> find_meaning(std::string_view name);
 
 // What the rows of a table are, by the words of its name.

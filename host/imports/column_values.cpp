@@ -216,9 +216,11 @@ std::optional<ColumnValues> times(const ColumnTask& task) {
   made.keys = {{"type", toml_text("range")},
                {"format", toml_text("%T")},
                {"start", toml_text("000000")},
-               {"end", toml_text("235959")},
+               {"end", toml_text(task.is_followed ? "175959" : "235959")},
                {"order", order_of(task.is_unique)}};
-  made.period = static_cast<std::uint64_t>(seconds_of_day);
+  made.is_measured = true;
+  made.period =
+      static_cast<std::uint64_t>(task.is_followed ? seconds_of_day * 3 / 4 : seconds_of_day);
   return made;
 }
 

@@ -28,6 +28,7 @@ struct ColumnTask {
   ImportPeriod period = {};
   std::int64_t records = 0;
   bool is_unique = false;
+  bool is_followed = false;         // by a later moment, which is to have room
   bool counts_on = false;           // one number after the other, as keys do
   bool has_readable_texts = false;  // words for a text of which nothing is known
   // What a unique column holds already.

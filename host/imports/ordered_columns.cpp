@@ -12,6 +12,8 @@ using Order = ColumnOrder::Kind;
 
 constexpr std::int64_t longest_days = 90;
 constexpr std::int64_t seconds_of_day = 86'400;
+constexpr std::int64_t longest_hours = 2;  // of times, which are to stay on one day
+constexpr std::int64_t seconds_of_hour = 3600;
 
 std::string value_of(const ColumnValues& values, std::string_view name) {
   for (const LayoutKey& key : values.keys) {
@@ -76,13 +78,17 @@ void make_offset(const ImportedTable& table, const ColumnOrder& order,
   PlannedItem& left = items[order.left];
   PlannedItem& right = items[order.right];
   const std::int64_t least = order.kind == Order::less ? 1 : 0;
-  const bool is_date = left.values->attributes.attribute == attribute::date;
-  const bool is_moment = is_date || left.values->attributes.attribute == attribute::timestamp;
+  const auto attribute = left.values->attributes.attribute;
+  const bool is_date = attribute == attribute::date;
+  const bool is_time = attribute == attribute::time;
+  const bool is_moment = is_date || is_time || attribute == attribute::timestamp;
   std::string from = std::to_string(least);
   std::string to;
   if (is_moment) {
     const std::int64_t days = order.days > 0 ? order.days : longest_days;
-    to = std::to_string(is_date ? days : days * seconds_of_day);
+    to = std::to_string(is_date   ? days
+                        : is_time ? longest_hours * seconds_of_hour
+                                  : days * seconds_of_day);
   } else {
     const std::int64_t distance = make_room(table, order, *left.values, *right.values);
     const int decimals = left.values->attributes.decimals;

@@ -48,19 +48,21 @@ struct Stage {
 };
 
 constexpr std::array stages = std::to_array<Stage>({
-    {M::begin, 0, 0, {}},
-    {M::payment, 1, 14, {"paid", "bezahlt", "支払済"}},
-    {M::shipment, 2, 7, {"shipped", "sent", "versandt", "dispatched", "出荷済"}},
-    {M::delivery, 3, 7, {"delivered", "geliefert", "received", "配達済"}},
-    {M::giving_back, 4, 30, {"returned", "refunded"}},
-    {M::end, 4, 60, {"completed", "closed", "done", "finished", "resolved", "ended"}},
-    {M::due, 1, 30, {}},
-    {M::change, 1, 90, {}},
-    {M::removal, 5, 90, {"deleted", "cancelled", "canceled", "archived", "storniert", "removed"}},
+    {M::creation, 0, 0, {}},
+    {M::begin, 1, 30, {}},
+    {M::payment, 2, 14, {"paid", "bezahlt", "支払済"}},
+    {M::shipment, 3, 7, {"shipped", "sent", "versandt", "dispatched", "出荷済"}},
+    {M::delivery, 4, 7, {"delivered", "geliefert", "received", "配達済"}},
+    {M::giving_back, 5, 30, {"returned", "refunded"}},
+    {M::end, 5, 60, {"completed", "closed", "done", "finished", "resolved", "ended"}},
+    {M::due, 2, 30, {}},
+    {M::change, 2, 90, {}},
+    {M::removal, 6, 90, {"deleted", "cancelled", "canceled", "archived", "storniert", "removed"}},
 });
 
-constexpr int removal_rank = 5;
-constexpr int last_chained_rank = 3;
+constexpr int begin_rank = 1;
+constexpr int last_chained_rank = 4;
+constexpr int removal_rank = 6;
 
 const Stage* stage_of(Meaning meaning) {
   const auto found = std::find_if(stages.begin(), stages.end(),
@@ -207,16 +209,15 @@ void TableGuesses::narrow(std::size_t column, const ImportPeriod& period, Column
   using namespace std::chrono;
   if (!meanings_[column]) return;
   const NameMeaning& meaning = *meanings_[column];
-  const bool is_moment = stage_of(meaning.meaning) != nullptr || meaning.meaning == M::birth;
   const std::string reason = "by its name: \"" + meaning.phrase + "\"";
-  if (is_moment && schema.type == ColumnType::text && schema.length == 0 &&
+  if (is_moment(meaning.meaning) && schema.type == ColumnType::text && schema.length == 0 &&
       schema.declared_type != "text" && facts.regular.empty() && facts.like.empty() &&
       !facts.choices) {
     schema.type = meaning.phrase.ends_with("date") || meaning.meaning == M::birth
                       ? ColumnType::date
                       : ColumnType::timestamp;
     item.reason = reason;
-  } else if (is_moment && is_whole(schema)) {
+  } else if (is_moment(meaning.meaning) && is_whole(schema)) {
     if (set_bounds(seconds_text(period.first), seconds_text(period.last), facts)) {
       item.reason = reason + ", in seconds since 1970";
     }
@@ -224,11 +225,11 @@ void TableGuesses::narrow(std::size_t column, const ImportPeriod& period, Column
   }
   if (meaning.meaning == M::birth && !facts.is_bounded() &&
       (schema.type == ColumnType::date || schema.type == ColumnType::timestamp)) {
-    // No range of days begins earlier.
+    // No range of days begins earlier, and who works on the first of the other days is of age.
     constexpr year first_year{1970};
     constexpr int youngest = 18;
     facts.least = ValueBound{sql_day(first_year / January / 2), true};
-    facts.most = ValueBound{sql_day((period.last.year() - years(youngest)) / January / 1), true};
+    facts.most = ValueBound{sql_day((period.first.year() - years(youngest)) / January / 1), true};
     item.reason = reason;
   }
   if (!is_number(schema)) return;
@@ -280,15 +281,17 @@ std::vector<ColumnOrder> TableGuesses::orders() const {
   for (std::size_t i = 0; i < meanings_.size(); ++i) {
     const Stage* const stage = meanings_[i] ? stage_of(meanings_[i]->meaning) : nullptr;
     if (stage == nullptr || stage->rank == 0) continue;
-    const bool is_chained =
-        stage->rank <= last_chained_rank && stage->meaning != M::due && stage->meaning != M::change;
+    // The last of the stages before it; what is in no chain follows the beginning.
+    const bool is_chained = stage->meaning != M::due && stage->meaning != M::change &&
+                            (stage->rank <= last_chained_rank || stage->meaning == M::giving_back);
+    const int most = is_chained ? stage->rank - 1 : begin_rank;
     std::optional<std::size_t> before;
     int rank = -1;
     for (std::size_t j = 0; j < meanings_.size(); ++j) {
       const Stage* const other = meanings_[j] ? stage_of(meanings_[j]->meaning) : nullptr;
       if (other == nullptr || other->meaning == M::due || other->meaning == M::change) continue;
-      const int most = is_chained || stage->meaning == M::giving_back ? stage->rank : 1;
-      if (other->rank >= most || other->rank <= rank) continue;
+      // Of two beginnings, the nearest in front of the column is its own.
+      if (other->rank > most || other->rank < rank || (other->rank == rank && j > i)) continue;
       if (schema_.columns[j].type != schema_.columns[i].type) continue;
       before = j;
       rank = other->rank;

@@ -131,9 +131,9 @@ class TablePlanner {
     ColumnTask task{.column = columns_[i], .facts = facts_[i], .period = plan_.period};
     task.records = plan_.records[table_];
     task.is_unique = keys_.columns[i].is_unique;
-    const bool is_followed = std::any_of(orders_.begin(), orders_.end(),
-                                         [&](const ColumnOrder& order) { return order.left == i; });
-    if (is_followed) {
+    task.is_followed = std::any_of(orders_.begin(), orders_.end(),
+                                   [&](const ColumnOrder& order) { return order.left == i; });
+    if (task.is_followed) {
       task.period.last = std::chrono::sys_days(task.period.last) - room_for_followers;
     }
     const auto& sets = schema_.unique_sets;

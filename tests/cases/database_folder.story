@@ -24,7 +24,8 @@ sql
     ort varchar(40) NOT NULL, filename varchar(40) NOT NULL, created_at timestamp NOT NULL, updated_at timestamp NOT NULL, deleted_at timestamp,
     status varchar(10) NOT NULL CHECK (status IN ('new', 'paid', 'shipped', 'returned')), shipped_at timestamp, total decimal(9,2) NOT NULL);
   CREATE TABLE buyer_line (id integer PRIMARY KEY, buyer integer NOT NULL REFERENCES buyer, amount decimal(7,2) NOT NULL);
-  CREATE TABLE teacher (id integer PRIMARY KEY, first_name varchar(40) NOT NULL, gender char(1) NOT NULL CHECK (gender IN ('f', 'x', 'm')), points integer NOT NULL CHECK (points BETWEEN 100 AND 90000));
+  CREATE TABLE teacher (id integer PRIMARY KEY, first_name varchar(40) NOT NULL, gender char(1) NOT NULL CHECK (gender IN ('f', 'x', 'm')), points integer NOT NULL CHECK (points BETWEEN 100 AND 90000),
+    birth_date date NOT NULL, hired_on date NOT NULL, issued_on date, due_on date NOT NULL, paid_on date, start_time time NOT NULL, end_time time NOT NULL);
   CREATE VIEW seen AS SELECT 1 AS one;
 postgresql: sql
   CREATE TYPE mood AS ENUM ('sad', 'happy'); CREATE TYPE pair AS (x integer, y text);
@@ -70,6 +71,10 @@ $ grep -c "by its name" f/buyer.toml; korvex import "<target>" -o plain --plain 
   1 layout: plain
   0
 query SELECT count(*) FROM (SELECT first_name FROM teacher GROUP BY first_name HAVING count(DISTINCT gender) > 1) strange
+  0
+query SELECT count(*) FROM teacher WHERE due_on < issued_on OR paid_on < issued_on OR end_time < start_time
+  0
+query SELECT count(*) FROM (SELECT max(birth_date) AS born, min(hired_on) AS hired FROM teacher) ages WHERE CAST(substr(CAST(hired AS text), 1, 4) AS integer) - CAST(substr(CAST(born AS text), 1, 4) AS integer) < 18
   0
 query SELECT count(*) FROM (SELECT max(points) AS most FROM teacher) facts WHERE most < 80000
   0
