@@ -7,6 +7,7 @@
 
 #include "host/guesses/name_words.h"
 #include "host/imports/calendar_days.h"
+#include "host/imports/flags.h"
 
 namespace korvex::host {
 
@@ -81,11 +82,6 @@ const Stage* stage_of_state(const std::string& state) {
   }
   return nullptr;
 }
-
-constexpr std::array<std::string_view, 8> seldom_true = {
-    "deleted", "archived", "banned", "locked", "admin", "superuser", "staff", "blocked"};
-constexpr std::array<std::string_view, 7> mostly_true = {
-    "active", "enabled", "verified", "confirmed", "visible", "published", "available"};
 
 // What an address is of, when it is none of a street.
 constexpr std::array<std::string_view, 6> other_addresses = {"mac",    "wallet", "memory",
@@ -331,7 +327,7 @@ void TableGuesses::add_conditions(std::vector<PlannedItem>& items) const {
   }
 }
 
-// Columns of one place, or one person, take one row.
+// Columns of one place, or one person, take one row, and are empty together.
 void TableGuesses::add_groups(std::vector<PlannedItem>& items) const {
   std::map<std::string, std::vector<std::size_t>> groups;
   for (std::size_t i = 0; i < items.size(); ++i) {
@@ -348,6 +344,7 @@ void TableGuesses::add_groups(std::vector<PlannedItem>& items) const {
       return std::any_of(keys.begin(), keys.end(),
                          [](const LayoutKey& key) { return key.value == toml_text("shuffled"); });
     });
+    const std::string* empty = nullptr;
     const std::size_t giver = shuffled == members.end() ? members.front() : *shuffled;
     for (const std::size_t i : members) {
       if (i != giver) {
@@ -355,25 +352,25 @@ void TableGuesses::add_groups(std::vector<PlannedItem>& items) const {
                       [](const LayoutKey& key) { return key.name == "order"; });
       }
       items[i].group = name;
+      if (items[i].empty_share.empty()) continue;
+      if (empty != nullptr) {
+        items[i].empty_share.clear();
+        items[i].empty_with = *empty;
+      } else {
+        empty = &schema_.columns[i].name;
+      }
     }
   }
 }
 
 void TableGuesses::finish(std::vector<PlannedItem>& items) const {
   add_conditions(items);
-  add_groups(items);
   for (std::size_t i = 0; i < items.size(); ++i) {
-    if (schema_.columns[i].type != ColumnType::boolean || !items[i].values) continue;
-    if (items[i].values->listed.size() != 2) continue;
-    const std::vector<std::string> words = name_words(schema_.columns[i].name);
-    const auto is_among = [&](const auto& list) {
-      return !words.empty() && std::count(list.begin(), list.end(), words.back()) > 0;
-    };
-    const bool is_seldom = is_among(seldom_true);
-    if (!is_seldom && !is_among(mostly_true)) continue;
-    items[i].values->keys = {{"weights", is_seldom ? "[19, 1]" : "[1, 9]"}};
-    items[i].reason = is_seldom ? "by its name: seldom true" : "by its name: mostly true";
+    const bool is_removal = meanings_[i] && meanings_[i]->meaning == M::removal;
+    if (is_removal) follow_flag(schema_, i, name_words(meanings_[i]->phrase).front(), items);
   }
+  add_groups(items);
+  weigh_flags(schema_, items);
 }
 
 }  // namespace korvex::host

@@ -25,7 +25,8 @@ sql
     status varchar(10) NOT NULL CHECK (status IN ('new', 'paid', 'shipped', 'returned')), shipped_at timestamp, total decimal(9,2) NOT NULL);
   CREATE TABLE buyer_line (id integer PRIMARY KEY, buyer integer NOT NULL REFERENCES buyer, amount decimal(7,2) NOT NULL);
   CREATE TABLE teacher (id integer PRIMARY KEY, first_name varchar(40) NOT NULL, gender char(1) NOT NULL CHECK (gender IN ('f', 'x', 'm')), points integer NOT NULL CHECK (points BETWEEN 100 AND 90000),
-    birth_date date NOT NULL, hired_on date NOT NULL, issued_on date, due_on date NOT NULL, paid_on date, start_time time NOT NULL, end_time time NOT NULL);
+    birth_date date NOT NULL, hired_on date NOT NULL, issued_on date, due_on date NOT NULL, paid_on date, start_time time NOT NULL, end_time time NOT NULL,
+    city varchar(40), postcode varchar(10), active boolean NOT NULL, deleted_at timestamp);
   CREATE VIEW seen AS SELECT 1 AS one;
 postgresql: sql
   CREATE TYPE mood AS ENUM ('sad', 'happy'); CREATE TYPE pair AS (x integer, y text);
@@ -73,6 +74,8 @@ $ grep -c "by its name" f/buyer.toml; korvex import "<target>" -o plain --plain 
 query SELECT count(*) FROM (SELECT first_name FROM teacher GROUP BY first_name HAVING count(DISTINCT gender) > 1) strange
   0
 query SELECT count(*) FROM teacher WHERE due_on < issued_on OR paid_on < issued_on OR end_time < start_time
+  0
+query SELECT count(*) FROM teacher WHERE (city IS NULL) <> (postcode IS NULL) OR (deleted_at IS NOT NULL AND active)
   0
 query SELECT count(*) FROM (SELECT max(birth_date) AS born, min(hired_on) AS hired FROM teacher) ages WHERE CAST(substr(CAST(hired AS text), 1, 4) AS integer) - CAST(substr(CAST(born AS text), 1, 4) AS integer) < 18
   0
