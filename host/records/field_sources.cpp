@@ -1,5 +1,6 @@
 #include "host/records/field_sources.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -19,6 +20,10 @@ bool is_of_rows(const OwnValues& own) {
 }
 
 }  // namespace
+
+std::uint64_t FieldSources::Values::parent_records() const {
+  return static_cast<std::uint64_t>(parent->layout().records);
+}
 
 bool FieldSources::takes_a_way(std::size_t i) const {
   const ItemValues* values = plan_.values_of(i);
@@ -95,7 +100,7 @@ std::unique_ptr<FieldSources::Values> FieldSources::look_for_parent(std::size_t 
                      ", which some records leave empty, expected one that always has a value");
     return nullptr;
   }
-  if (parent->layout().records == 0 && parent != &self_) {
+  if (parent->layout().records == 0 && parent != &self_ && plan_.records() > 0) {
     plan_.report(i, key.layout_place,
                  "layout leads to " + platform::printable(key.layout) + ", which has no records");
     return nullptr;
@@ -104,7 +109,8 @@ std::unique_ptr<FieldSources::Values> FieldSources::look_for_parent(std::size_t 
   found->parent = parent;
   found->parent_item = *item;
   found->parent_place = key.item.place;
-  found->period = static_cast<std::uint64_t>(parent->layout().records);
+  // Nobody goes the way to no records, but it has to lead somewhere.
+  found->period = std::max<std::uint64_t>(1, found->parent_records());
   found->rows.of = "layout " + settled_path(key.layout);
   return found;
 }

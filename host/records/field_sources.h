@@ -30,6 +30,8 @@ class FieldSources {
     std::uint64_t period = 0;
     std::vector<ways::Fraction> weights;  // that come with the values
     Rows rows;                            // of lists, sets and layouts
+
+    std::uint64_t parent_records() const;
   };
 
   // The run has the items that have settings; `self` is the layout of the plan as the family knows

@@ -107,7 +107,8 @@ std::shared_ptr<sources::Groups> FieldWays::make_groups(std::size_t i) {
     const auto tree = ways::Tree::make(draw, plan_.records(), *key.each);
     return tree ? std::make_shared<sources::Groups>(*tree) : report(tree.reason());
   }
-  const auto sizes = ways::GroupSizes::make(draw, plan_.records(), found->period, *key.each);
+  const auto sizes =
+      ways::GroupSizes::make(draw, plan_.records(), found->parent_records(), *key.each);
   return sizes ? std::make_shared<sources::Groups>(*sizes) : report(sizes.reason());
 }
 

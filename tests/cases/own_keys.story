@@ -59,7 +59,7 @@ files
 each OLD NEW SAYS
   = [1, 5] | = [5, 1] | each is from 5 to 1, expected the smaller number first
   = [1, 5] | = [1, 2] | item CUSTOMER: each: <*>
-  = [1, 5] | = -1 | each is -1, expected numbers of records from 0 on
+  = [1, 5] | = -1 | each is -1, expected numbers of records from 0 to 1000000000000000000
   = [1, 5] | = "x" | each is "x", expected a number of records, <*>
   = [1, 5] | = { least = 1 } | each has no most, expected the largest number of records
   = [1, 5] | = 3, order = "random" | order stands beside each, expected one of the two
@@ -74,6 +74,20 @@ do
     2
     orders.toml:<n>:<n>: <SAYS>
   $ mv old.toml orders.toml
+
+# A table may be empty with those that lead to it, not before them.
+each EACH
+  [0, 2]
+  [1, 5]
+do
+  $ cp orders.toml old.toml; cp customers.toml old.customers; sed -i 's/^records *=.*/records = 0/' customers.toml
+  $ sed -i 's/each = .1, 5./each = <EACH>/' orders.toml; sed 's/"default"/"key", layout = "customers.toml", item = "ID", order = "random"/' orders.toml > any.toml
+  $ for t in orders any; do korvex check $t.toml --records 0 >/dev/null && korvex export $t.toml --records 0 -o - | wc -c; done
+    0
+    0
+  $ korvex check orders.toml --records 1 2>&1 | grep -o "which has no records" | sort -u
+    which has no records
+  $ mv old.toml orders.toml; mv old.customers customers.toml; rm any.toml
 
 # Layouts may lead to each other, and items to earlier records of their own layout. Only an item that
 # leads back to itself can't be.
