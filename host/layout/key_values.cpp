@@ -21,7 +21,9 @@ std::optional<std::uint64_t> read_count(TableReader& reader, const toml::node* n
       static_cast<std::uint64_t>(number->get()) <= ways::most_records) {
     return static_cast<std::uint64_t>(number->get());
   }
-  if (node != nullptr) reader.report_type("each", *node, "numbers of records from 0 on");
+  if (node != nullptr)
+    reader.report_type("each", *node,
+                       "numbers of records from 0 to " + std::to_string(ways::most_records));
   return std::nullopt;
 }
 

@@ -83,8 +83,11 @@ std::variant<Tables, Fault> find_tables_in(std::string_view language, std::int32
   return tables;
 }
 
-std::variant<Tables, Fault> find_tables(std::string_view name, std::string_view language,
-                                        std::int32_t version) {
+namespace {
+
+// Messages call the name as it was given.
+std::variant<Tables, Fault> look_for_tables(std::string_view name, std::string_view given,
+                                            std::string_view language, std::int32_t version) {
   if (auto fault = find_fault(version)) return std::move(*fault);
   const auto [set, column] = parse_name(name);
   for (const UserFault& fault : user_tables().faults) {
@@ -109,12 +112,19 @@ std::variant<Tables, Fault> find_tables(std::string_view name, std::string_view 
     if (!table->language.empty()) languages.emplace(table->language);
     if (!is_in_other(*table, language)) found.push_back(table);
   }
-  if (columns.empty()) return unexpected(Fault::Key::set, name, sets);
+  if (columns.empty()) return unexpected(Fault::Key::set, given, sets);
   if (has_dot && !columns.contains(std::string(name))) {
-    return unexpected(Fault::Key::set, name, columns);
+    return unexpected(Fault::Key::set, given, columns);
   }
   if (found.empty()) return unexpected(Fault::Key::language, language, languages);
   return found;
+}
+
+}  // namespace
+
+std::variant<Tables, Fault> find_tables(std::string_view name, std::string_view language,
+                                        std::int32_t version) {
+  return look_for_tables(name, name, language, version);
 }
 
 std::variant<Column, Fault> find_column(std::string_view name, std::string_view language,
@@ -122,7 +132,7 @@ std::variant<Column, Fault> find_column(std::string_view name, std::string_view 
   // Without its column a set is as wrong as with one that it does not have.
   const std::string_view column = parse_name(name).column;
   const std::string whole = column.empty() ? std::string(name) + "." : std::string(name);
-  auto found = find_tables(whole, language, version);
+  auto found = look_for_tables(whole, name, language, version);
   if (auto* fault = std::get_if<Fault>(&found)) return std::move(*fault);
   // The one in the language, should there also be one for all.
   const Table* table = std::get<Tables>(found).back();

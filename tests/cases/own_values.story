@@ -89,11 +89,13 @@ each VALUES SAYS
   "list", file = "empty.txt" | 34: <*>empty.txt, which is empty, expected a value a line
   "list", file = "places.tsv", column = "x" | 57: column is "x", expected one of "city", "country"
   "builtin" | 10: [item.values] has no set, expected <*>
-  "builtin", set = "peple" | 36: set is "peple<*>", expected one of <*>
+  "builtin", set = "peple" | 36: set is "peple", expected one of <*>
   "builtin", set = "people.given", language = "xx" | 63: language is "xx", expected one of <*>
   "builtin", set = "people.given", language = "fr" | 36: set "people.given": line <n> has the character <*>, or encoding = "utf-8" in [layout]
   "template" | 10: [item.values] has no text, expected <*>
   "template", text = "{B" | 39: text: expected "}" <*>
+  "builtin", set = "people" | 36: set is "people", expected one of "people.<*>
+  "list", values = ["a"], order = "random", exceeded = "initialize" | 72: exceeded stands beside order "random", expected order "forward" or "shuffled"
   "template", text = "{B|up}" | 42: text: is no filter: "up", <*>
   "template", text = "\u3042\\あ{X}" | 49: item A: text names "X", expected an item of the records
   "template", text = """\"あ{B|}""" | 47: text: is no filter: "", <*>
