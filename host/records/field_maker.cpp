@@ -10,6 +10,7 @@
 #include "host/records/layout_family.h"
 #include "host/records/moment_scale.h"
 #include "host/records/prepared_layout.h"
+#include "host/records/value_rule.h"
 #include "host/sources/children_source.h"
 #include "host/sources/decimal.h"
 #include "host/sources/key_source.h"
@@ -28,6 +29,18 @@ namespace {
 
 // Fields ask each other, each in a call of its own.
 constexpr std::size_t most_nested_fields = 1000;
+
+// So many records are tried before the first one is written: what does not fit is most often wrong
+// from the start, and then its place in the layout can be named.
+constexpr std::uint64_t tried_records = 256;
+
+// Where it is said what an item takes; nothing for items that are not tried.
+std::optional<SourcePlace> tried_place(const ItemValues& values) {
+  if (const auto* key = std::get_if<KeyValues>(&values.own)) return key->item.place;
+  if (const auto* line = std::get_if<LineValues>(&values.own)) return line->of.place;
+  if (const auto* offset = std::get_if<OffsetValues>(&values.own)) return offset->of.place;
+  return std::nullopt;
+}
 
 // The steps that lead from an item back to it: each item, and where it names the next one.
 std::string text_of_circle(const std::vector<MakingStep>& path, const FieldMaker& maker,
@@ -106,7 +119,10 @@ void FieldMaker::make_field(std::size_t i) {
   makings_[i].state = State::in_the_making;
   family_.path().push_back({this, i, plan_.item(i).place});
   auto field = field_on_way(i);
-  if (field != nullptr && plan_.values_of(i) != nullptr) add_emptiness(i, *field);
+  if (field != nullptr && plan_.values_of(i) != nullptr) {
+    add_emptiness(i, *field);
+    try_records(i, *field);
+  }
   makings_[i].field = std::move(field);
   family_.path().pop_back();
   makings_[i].state = State::made;
@@ -279,6 +295,27 @@ std::unique_ptr<Source> FieldMaker::make_template(std::size_t i, const TemplateV
     composed.push_back({part.literal, field, part.filters});
   }
   return sources::make_template_source(std::move(composed));
+}
+
+void FieldMaker::try_records(std::size_t i, Field& field) {
+  const auto place = tried_place(*plan_.values_of(i));
+  if (!place || !plan_.errors().empty()) return;
+  const ValueRule rule(plan_.item(i), plan_.layout());
+  const auto report = [&](const std::string& who, const std::string& fault) {
+    plan_.report(i, *place, who + ": the value " + fault);
+  };
+  if (std::holds_alternative<LineValues>(plan_.values_of(i)->own)) {
+    const std::string last = std::to_string(field.source().foresight().values.least);
+    if (const auto fault = rule.fault(last)) return report("the last line of a group", *fault);
+  }
+  try {
+    for (std::uint64_t record = 0; record < std::min(plan_.records(), tried_records); ++record) {
+      const auto fault = rule.fault(field.text_or_empty(record));
+      if (fault) return report("record " + std::to_string(record + 1), *fault);
+    }
+  } catch (const sources::BadValue&) {
+    // Of this item or of one that it takes: named with its record when that is made.
+  }
 }
 
 void FieldMaker::add_emptiness(std::size_t i, Field& field) {

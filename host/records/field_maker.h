@@ -60,6 +60,7 @@ class FieldMaker {
                                                FieldMaker& others);
   std::unique_ptr<sources::Source> make_template(std::size_t i, const TemplateValues& values);
   void add_emptiness(std::size_t i, sources::Field& field);
+  void try_records(std::size_t i, sources::Field& field);
 
   LayoutFamily& family_;
   FieldPlan plan_;

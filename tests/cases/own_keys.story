@@ -66,6 +66,7 @@ each OLD NEW SAYS
   each = [1, 5] | order = "random" | item NO: of is "CUSTOMER", expected an item of type "key" with each
   customers.toml", item = "ID" | none.toml", item = "ID" | item CUSTOMER: layout leads to <*>none.toml, which can't be used as it is
   customers.toml", item = "ID" | customers.toml", item = "IT" | item CUSTOMER: item is "IT", expected an item of the records of <*>customers.toml
+  item = "ID", each | item = "NAME", each | item CUSTOMER: record 1: the value is "<*>", expected what the item's size and sign allow
   item = "NAME", group | item = "NAME", each = 1, group | item NAME: group "c" has the way of item CUSTOMER already, expected one way
 do
   $ cp orders.toml old.toml
