@@ -95,7 +95,6 @@ each VALUES SAYS
   "template" | 10: [item.values] has no text, expected <*>
   "template", text = "{B" | 39: text: expected "}" <*>
   "builtin", set = "people" | 36: set is "people", expected one of "people.<*>
-  "list", values = ["a"], order = "random", exceeded = "initialize" | 72: exceeded stands beside order "random", expected order "forward" or "shuffled"
   "template", text = "{B|up}" | 42: text: is no filter: "up", <*>
   "template", text = "\u3042\\あ{X}" | 49: item A: text names "X", expected an item of the records
   "template", text = """\"あ{B|}""" | 47: text: is no filter: "", <*>
