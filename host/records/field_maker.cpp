@@ -240,12 +240,6 @@ std::unique_ptr<Source> FieldMaker::make_offset(std::size_t i, const OffsetValue
   const ItemAttributes& attributes = plan_.item(*plan_.find(offset.of.text)).attributes;
   const MomentForm form = moment_form(attributes.attribute);
   const bool is_moment = form != MomentForm::as_it_is;
-  if (!is_moment && !is_numeric(attributes.attribute)) {
-    plan_.report(i, offset.of.place,
-                 "of names " + quoted_text(offset.of.text) +
-                     ", expected a date, a time, a timestamp or a number");
-    return nullptr;
-  }
   const Attribute own = plan_.item(i).attributes.attribute;
   const bool is_like_other = is_moment ? moment_form(own) == form : is_numeric(own);
   if (!is_like_other && !is_character(own)) {

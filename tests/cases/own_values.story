@@ -224,7 +224,7 @@ each OLD NEW SAYS
   decimals = 2 | decimals = 20 | item SALE: of names an item of 20 decimals, expected at most 18
   to = 1 | to = 0 | to is below from, expected the larger number
   from = -1.5 | from = -1.555 | item SALE: from is "-1.555", expected a number with at most 2 decimals
-  of = "DAY" | of = "TEXT" | item DUE: of names "TEXT", expected a date, a time, a timestamp or a number
+  of = "DAY" | of = "TEXT" | item DUE: of names "TEXT", expected an item with values of the same kind
   of = "DAY" | of = "AT" | item DUE: of names "AT", expected an item with values of the same kind
   "235959" | "240000" | the value is "240000", expected a date or time that exists, <*>
   of = "DAY" | of = "DUE" | item DUE: of leads back to the item: DUE (l.toml:<n>:<n>) -> DUE, expected no cycle
