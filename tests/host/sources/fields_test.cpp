@@ -122,13 +122,14 @@ TEST(Fields, FoldWhatIsNoNumberAsTextOrNotAtAll) {
 }
 
 TEST(Fields, LieAtADistanceFromOthers) {
-  Field price(list({"10.00", "-0.50", "x", "", "1.005", "92233720368547758.00"}),
+  Field price(list({"10.00", "-0.50", "", "x", "1.005", "92233720368547758.00"}),
               forward(6, End::repeat));
   const auto offset = [&](Distance distance) {
     return Field(make_offset_source(price, number_scale(2), {{4}}, distance), forward());
   };
   Field fixed = offset({60, 60});
-  EXPECT_EQ(texts(fixed, 0, 6), "10.60 0.10 - - - - ");
+  EXPECT_EQ(texts(fixed, 0, 3), "10.60 0.10 - ");
+  for (std::uint64_t record : {3, 4, 5}) EXPECT_THROW(fixed.text(record), BadValue) << record;
   Field drawn = offset({-3, 3});
   std::map<std::string, int> counts;
   for (std::uint64_t record = 0; record < 6000; record += 6) {
