@@ -1,16 +1,16 @@
 #include "host/imports/table_planner.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 #include "host/imports/key_items.h"
 #include "host/imports/key_plan.h"
-#include "host/imports/lists.h"
 #include "host/imports/ordered_columns.h"
 #include "host/imports/table_guesses.h"
+#include "host/imports/table_layout.h"
 #include "host/layout/own_text.h"
 #include "host/process/signals.h"
+#include "host/sources/saturating.h"
 
 namespace korvex::host {
 
@@ -18,7 +18,6 @@ namespace {
 
 using Kind = ColumnRole::Kind;
 
-constexpr std::size_t longest_item_name = 63;
 // What follows a moment is to be over at the time of the import, too.
 constexpr std::chrono::days room_for_followers{120};
 
@@ -49,7 +48,7 @@ class TablePlanner {
     if (guesses_) guesses_->finish(items_);
     follow_orders(orders_, imported_, items_);
     add_keys();
-    write();
+    write_layout(plan_, table_, keys_, items_, planned_);
     return std::move(planned_);
   }
 
@@ -214,14 +213,12 @@ class TablePlanner {
   std::uint64_t period_of(std::size_t column) const {
     const ColumnRole& role = keys_.columns[column];
     if (role.kind == Kind::key) return parent_records(keys_.keys[role.key]);
-    return items_[column].values ? items_[column].values->period
-                                 : std::numeric_limits<std::uint64_t>::max();
+    return items_[column].values ? items_[column].values->period : sources::endless;
   }
 
   std::uint64_t parent_records(const KeyUse& use) const {
     const bool is_planned = use.parent < plan_.files.size() && !plan_.files[use.parent].empty();
-    return is_planned ? static_cast<std::uint64_t>(plan_.records[use.parent])
-                      : std::numeric_limits<std::uint64_t>::max();
+    return is_planned ? static_cast<std::uint64_t>(plan_.records[use.parent]) : sources::endless;
   }
 
   void limit_to(std::uint64_t count, const std::string& columns) {
@@ -244,9 +241,7 @@ class TablePlanner {
     if (!keys_.hub) return;
     const std::uint64_t parents = parent_records(keys_.keys[*keys_.hub]);
     const KeyUse& hub = keys_.keys[*keys_.hub];
-    if (most_in_group_ < std::numeric_limits<std::uint64_t>::max() / parents) {
-      limit_to(parents * most_in_group_, column_names(schema_, hub.key->columns));
-    }
+    limit_to(sources::product(parents, most_in_group_), column_names(schema_, hub.key->columns));
   }
 
   bool has_within(std::size_t i) const {
@@ -262,10 +257,7 @@ class TablePlanner {
       const std::string& joint = is_first_of_key ? keys_.keys[role.key].joint : role.joint;
       if (joint.empty()) continue;
       std::uint64_t& product = products.try_emplace(joint, 1).first->second;
-      const std::uint64_t period = period_of(i);
-      product = period > std::numeric_limits<std::uint64_t>::max() / product
-                    ? std::numeric_limits<std::uint64_t>::max()
-                    : product * period;
+      product = sources::product(product, period_of(i));
     }
     for (const auto& [joint, product] : products) limit_to(product, joint);
   }
@@ -279,117 +271,6 @@ class TablePlanner {
     for (const ColumnOrder& order : orders_) keys.pair(order, items_);
   }
 
-  // What the item's comment says of the column.
-  std::vector<std::string> remarks_of(std::size_t i) const {
-    const ColumnSchema& column = schema_.columns[i];
-    std::string text = column.declared_type.empty() ? "no type" : column.declared_type;
-    if (!column.nullable) text += ", not null";
-    if (keys_.columns[i].is_unique) text += ", unique";
-    if (keys_.columns[i].kind == Kind::key) {
-      text += ", refers to " + keys_.keys[keys_.columns[i].key].key->table;
-    }
-    std::vector<std::string> remarks = {text};
-    if (!items_[i].reason.empty()) remarks.push_back(items_[i].reason);
-    for (const UnreadCondition& unread : imported_.facts.unread) {
-      if (std::count(unread.columns.begin(), unread.columns.end(), i) > 0) {
-        remarks.push_back("a condition that korvex can't read: " + unread.text);
-      }
-    }
-    if (items_[i].is_gap) remarks.emplace_back("korvex: needs a value");
-    return remarks;
-  }
-
-  bool takes_name(std::size_t i) {
-    const std::string& name = schema_.columns[i].name;
-    if (character_count(name) <= longest_item_name &&
-        std::none_of(name.begin(), name.end(),
-                     [](char letter) { return static_cast<unsigned char>(letter) < ' '; })) {
-      return true;
-    }
-    planned_.remarks.push_back("column " + name + ": left out, its name is none of an item");
-    return false;
-  }
-
-  void write() {
-    LayoutDraft& layout = planned_.layout;
-    layout.table = schema_.name;
-    layout.records = static_cast<std::int32_t>(plan_.records[table_]);
-    layout.is_utf8 = true;
-    planned_.file = plan_.files[table_];
-    layout.data = planned_.file.substr(0, planned_.file.rfind('.')) + ".csv";
-    planned_.attributes.resize(items_.size());
-    for (std::size_t i = 0; i < items_.size(); ++i) {
-      if (items_[i].is_left_out || !takes_name(i)) continue;
-      layout.items.push_back(item_draft(i));
-      planned_.attributes[i] = layout.items.back().attributes;
-      if (items_[i].is_gap) {
-        ++planned_.gaps;
-        planned_.remarks.push_back("column " + schema_.columns[i].name + " (" +
-                                   schema_.columns[i].declared_type + "): needs a value");
-      }
-    }
-    write_unique_sets();
-    for (const std::string& remark : keys_.remarks) note(remark);
-    layout.remarks.insert(
-        layout.remarks.begin(),
-        "The table " + schema_.name + ": an item's values go to the column of its name.");
-  }
-
-  // Those whose columns all have items: another column's values are the database's business.
-  void write_unique_sets() {
-    LayoutDraft& layout = planned_.layout;
-    for (const std::vector<std::size_t>& set : schema_.unique_sets) {
-      std::vector<std::string> names;
-      for (const std::size_t column : set) {
-        const std::string& name = schema_.columns[column].name;
-        const bool has_item = std::any_of(layout.items.begin(), layout.items.end(),
-                                          [&](const ItemDraft& item) { return item.name == name; });
-        if (has_item) names.push_back(name);
-      }
-      if (names.size() == set.size()) layout.unique.push_back(std::move(names));
-    }
-  }
-
-  ItemDraft item_draft(std::size_t i) {
-    PlannedItem& item = items_[i];
-    ItemDraft draft;
-    draft.name = schema_.columns[i].name;
-    draft.nullable = item.is_nullable;
-    draft.remarks = remarks_of(i);
-    draft.attributes = text_attributes(1);
-    if (item.is_empty || !item.values) return draft;
-    ColumnValues& values = *item.values;
-    draft.attributes = values.attributes;
-    draft.values.source = ValuesDraft::Source::by_keys;
-    if (!values.listed.empty()) {
-      draft.values.keys =
-          list_keys(std::move(values.listed), planned_.file, draft.name, planned_.lists);
-    }
-    const ColumnRole& role = keys_.columns[i];
-    for (LayoutKey& key : values.keys) {
-      const bool is_replaced = key.name == "order" && (role.has_within || !role.joint.empty());
-      if (!is_replaced) draft.values.keys.push_back(std::move(key));
-    }
-    if (role.kind == Kind::own && role.has_within) {
-      draft.values.keys.push_back({"within", toml_text(hub_item())});
-    }
-    if (role.kind == Kind::own && !role.joint.empty()) {
-      draft.values.keys.push_back({"joint", toml_text(role.joint)});
-    }
-    if (!item.group.empty()) draft.values.keys.push_back({"group", toml_text(item.group)});
-    if (!draft.nullable) return draft;
-    if (!item.when.empty()) draft.values.keys.push_back({"when", item.when});
-    if (!item.empty_share.empty()) draft.values.keys.push_back({"empty", item.empty_share});
-    if (!item.empty_with.empty()) {
-      draft.values.keys.push_back({"empty_with", toml_text(item.empty_with)});
-    }
-    return draft;
-  }
-
-  const std::string& hub_item() const {
-    return schema_.columns[keys_.keys[*keys_.hub].key->columns.front()].name;
-  }
-
   ImportPlan& plan_;
   const std::size_t table_;
   const ImportedTable& imported_;
@@ -400,7 +281,7 @@ class TablePlanner {
   std::vector<ColumnSchema> columns_;  // with the types of guesses
   std::optional<TableGuesses> guesses_;
   std::vector<PlannedItem> items_;
-  std::uint64_t most_in_group_ = std::numeric_limits<std::uint64_t>::max();
+  std::uint64_t most_in_group_ = sources::endless;
   PlannedTable planned_;
 };
 

@@ -1,0 +1,157 @@
+#include "host/imports/table_layout.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "host/imports/lists.h"
+#include "host/layout/own_text.h"
+
+namespace korvex::host {
+
+namespace {
+
+using Kind = ColumnRole::Kind;
+
+constexpr std::size_t longest_item_name = 63;
+
+class LayoutWriter {
+ public:
+  LayoutWriter(const ImportPlan& plan, std::size_t table, const KeyPlan& keys,
+               std::vector<PlannedItem>& items, PlannedTable& planned)
+      : plan_(plan),
+        table_(table),
+        imported_(plan.model.tables[table]),
+        schema_(imported_.schema),
+        keys_(keys),
+        items_(items),
+        planned_(planned) {}
+
+  void run() {
+    LayoutDraft& layout = planned_.layout;
+    layout.table = schema_.name;
+    layout.records = static_cast<std::int32_t>(plan_.records[table_]);
+    layout.is_utf8 = true;
+    planned_.file = plan_.files[table_];
+    layout.data = planned_.file.substr(0, planned_.file.rfind('.')) + ".csv";
+    planned_.attributes.resize(items_.size());
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+      if (items_[i].is_left_out || !takes_name(i)) continue;
+      layout.items.push_back(item_draft(i));
+      planned_.attributes[i] = layout.items.back().attributes;
+      if (items_[i].is_gap) {
+        ++planned_.gaps;
+        planned_.remarks.push_back("column " + schema_.columns[i].name + " (" +
+                                   schema_.columns[i].declared_type + "): needs a value");
+      }
+    }
+    write_unique_sets();
+    layout.remarks.insert(layout.remarks.end(), keys_.remarks.begin(), keys_.remarks.end());
+    layout.remarks.insert(
+        layout.remarks.begin(),
+        "The table " + schema_.name + ": an item's values go to the column of its name.");
+  }
+
+ private:
+  // What the item's comment says of the column.
+  std::vector<std::string> remarks_of(std::size_t i) const {
+    const ColumnSchema& column = schema_.columns[i];
+    std::string text = column.declared_type.empty() ? "no type" : column.declared_type;
+    if (!column.nullable) text += ", not null";
+    if (keys_.columns[i].is_unique) text += ", unique";
+    if (keys_.columns[i].kind == Kind::key) {
+      text += ", refers to " + keys_.keys[keys_.columns[i].key].key->table;
+    }
+    std::vector<std::string> remarks = {text};
+    if (!items_[i].reason.empty()) remarks.push_back(items_[i].reason);
+    for (const UnreadCondition& unread : imported_.facts.unread) {
+      if (std::count(unread.columns.begin(), unread.columns.end(), i) > 0) {
+        remarks.push_back("a condition that korvex can't read: " + unread.text);
+      }
+    }
+    if (items_[i].is_gap) remarks.emplace_back("korvex: needs a value");
+    return remarks;
+  }
+
+  bool takes_name(std::size_t i) {
+    const std::string& name = schema_.columns[i].name;
+    if (character_count(name) <= longest_item_name &&
+        std::none_of(name.begin(), name.end(),
+                     [](char letter) { return static_cast<unsigned char>(letter) < ' '; })) {
+      return true;
+    }
+    planned_.remarks.push_back("column " + name + ": left out, its name is none of an item");
+    return false;
+  }
+
+  // Those whose columns all have items: another column's values are the database's business.
+  void write_unique_sets() {
+    LayoutDraft& layout = planned_.layout;
+    for (const std::vector<std::size_t>& set : schema_.unique_sets) {
+      std::vector<std::string> names;
+      for (const std::size_t column : set) {
+        const std::string& name = schema_.columns[column].name;
+        const bool has_item = std::any_of(layout.items.begin(), layout.items.end(),
+                                          [&](const ItemDraft& item) { return item.name == name; });
+        if (has_item) names.push_back(name);
+      }
+      if (names.size() == set.size()) layout.unique.push_back(std::move(names));
+    }
+  }
+
+  ItemDraft item_draft(std::size_t i) {
+    PlannedItem& item = items_[i];
+    ItemDraft draft;
+    draft.name = schema_.columns[i].name;
+    draft.nullable = item.is_nullable;
+    draft.remarks = remarks_of(i);
+    draft.attributes = text_attributes(1);
+    if (item.is_empty || !item.values) return draft;
+    ColumnValues& values = *item.values;
+    draft.attributes = values.attributes;
+    draft.values.source = ValuesDraft::Source::by_keys;
+    if (!values.listed.empty()) {
+      draft.values.keys =
+          list_keys(std::move(values.listed), planned_.file, draft.name, planned_.lists);
+    }
+    const ColumnRole& role = keys_.columns[i];
+    for (LayoutKey& key : values.keys) {
+      const bool is_replaced = key.name == "order" && (role.has_within || !role.joint.empty());
+      if (!is_replaced) draft.values.keys.push_back(std::move(key));
+    }
+    if (role.kind == Kind::own && role.has_within) {
+      draft.values.keys.push_back({"within", toml_text(hub_item())});
+    }
+    if (role.kind == Kind::own && !role.joint.empty()) {
+      draft.values.keys.push_back({"joint", toml_text(role.joint)});
+    }
+    if (!item.group.empty()) draft.values.keys.push_back({"group", toml_text(item.group)});
+    if (!draft.nullable) return draft;
+    if (!item.when.empty()) draft.values.keys.push_back({"when", item.when});
+    if (!item.empty_share.empty()) draft.values.keys.push_back({"empty", item.empty_share});
+    if (!item.empty_with.empty()) {
+      draft.values.keys.push_back({"empty_with", toml_text(item.empty_with)});
+    }
+    return draft;
+  }
+
+  const std::string& hub_item() const {
+    return schema_.columns[keys_.keys[*keys_.hub].key->columns.front()].name;
+  }
+
+  const ImportPlan& plan_;
+  const std::size_t table_;
+  const ImportedTable& imported_;
+  const TableSchema& schema_;
+  const KeyPlan& keys_;
+  std::vector<PlannedItem>& items_;
+  PlannedTable& planned_;
+};
+
+}  // namespace
+
+void write_layout(const ImportPlan& plan, std::size_t table, const KeyPlan& keys,
+                  std::vector<PlannedItem>& items, PlannedTable& planned) {
+  LayoutWriter(plan, table, keys, items, planned).run();
+}
+
+}  // namespace korvex::host
