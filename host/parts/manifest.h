@@ -18,12 +18,6 @@ struct Manifest {
   std::uint64_t checksum = 0;
   std::string form;         // as text_of() says it
   std::string fingerprint;  // of all that the bytes depend on
-
-  // Whether the two parts are of the same records in the same form: their bytes are equal.
-  bool is_same_part(const Manifest& other) const {
-    return part == other.part && records == other.records && form == other.form &&
-           fingerprint == other.fingerprint;
-  }
 };
 
 // A short text that tells the file of a part from any other, and from the same part of another

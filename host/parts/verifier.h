@@ -71,7 +71,6 @@ class Verifier {
   OutputForm form_;
   std::unique_ptr<RecordStream> stream_;
   std::map<std::string, std::string> fingerprints_;  // by forms
-  std::map<std::uint64_t, std::uint64_t> complete_;  // sets of the present name, with their bytes
   std::uint64_t bytes_ = 0;                          // of what was looked at last
   std::mt19937_64 random_;
 };

@@ -98,8 +98,6 @@ enum Code : std::int32_t {
   too_many_repeats = -109,
   repeat_exceeds_records = -110,
   target_read_denied = -111,
-  target_folder_missing = -112,
-  target_delete_denied = -113,
   target_missing = -114,
   target_in_use = -115,
   target_write_denied = -116,
