@@ -210,6 +210,8 @@ class EngineSource : public sources::Source {
     const ItemFacts& item = *facts.values;
     foresight_ = foresight_of(generator, item, layout_kind);
     const bool ends = item.has_end() && item.runs_empty;
+    if (foresight_.shape.never_empty) foresight_.gaps = 0;
+    foresight_.end = end_of(facts);
     foresight_.shape.never_empty = foresight_.shape.never_empty && !ends;
     is_repeated_ = facts.is_repeated;
     if (is_repeated_) {
@@ -315,6 +317,13 @@ class ItemSource : public sources::Source {
 std::string course_of(const FieldFacts& facts) {
   if (!facts.values) return untold;
   return facts.is_repeated ? repeated_course(facts) : plain_course(*facts.values);
+}
+
+std::uint64_t end_of(const FieldFacts& facts) {
+  if (!facts.values) return sources::endless;
+  const ItemFacts& item = *facts.values;
+  if (!item.has_end() || !item.runs_empty) return sources::endless;
+  return facts.is_repeated ? facts.repeats_end : item.end;
 }
 
 std::string_view EngineRecords::value(std::uint64_t record, std::size_t field) {

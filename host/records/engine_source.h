@@ -42,6 +42,9 @@ inline const std::string untold = "cannot be told in closed form";
 // How the values of a field go, in words: "starts again after 52 records".
 std::string course_of(const FieldFacts& facts);
 
+// From this record on the field is empty; endless where that never comes, or is unknown.
+std::uint64_t end_of(const FieldFacts& facts);
+
 // A field of the records as they are generated: repeats and all.
 std::unique_ptr<sources::Source> make_engine_source(std::shared_ptr<EngineRecords> records,
                                                     std::size_t field, const FieldFacts& facts);

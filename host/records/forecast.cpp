@@ -83,32 +83,47 @@ Forecast::Set Forecast::set_of_engine(std::vector<const FieldFacts*> facts) cons
   return set;
 }
 
-Forecast::Set Forecast::set(std::span<const std::size_t> items, EmptyValues empty) const {
-  const bool has_values_alone = std::all_of(items.begin(), items.end(), [&](std::size_t i) {
-    if (const FieldFacts* facts = facts_[i]) return facts->values && !facts->values->runs_empty;
-    return prepared_.fields()[i]->foresight().shape.never_empty;
-  });
-  return empty == EmptyValues::same || has_values_alone ? set_of_all(items) : set_of_values(items);
+// An item has no gaps where none of its texts is without a byte.
+Forecast::Presence Forecast::presence_of(std::size_t i) const {
+  const ItemValues* values = prepared_.items()[i].item->values.get();
+  if (values != nullptr && values->source == ValueSource::initial) return {0, 0};
+  if (!prepared_.is_plain()) {
+    const sources::Foresight& foresight = prepared_.fields()[i]->foresight();
+    return {foresight.end, foresight.gaps};
+  }
+  const FieldFacts& facts = *facts_[i];
+  if (!facts.values) return {};
+  const std::vector<TextRun>& texts = facts.values->texts;
+  const bool has_gaps =
+      std::any_of(texts.begin(), texts.end(), [](const TextRun& run) { return run.bytes == 0; });
+  return {end_of(facts), has_gaps ? sources::endless : 0};
 }
 
-// Of the records that have a value in all of the items. Which ones do is not foreseen where the
-// engine makes them.
+Forecast::Set Forecast::set(std::span<const std::size_t> items, EmptyValues empty) const {
+  return empty == EmptyValues::same ? set_of_all(items) : set_of_values(items);
+}
+
+// Of the records that have a value in all of the items. Two of the first records that are the same
+// may both lack one, so that it takes more records until two with values are.
 Forecast::Set Forecast::set_of_values(std::span<const std::size_t> items) const {
   Set set = set_of_all(items);
-  std::uint64_t without = 0;
+  std::uint64_t end = records_;
+  std::uint64_t gaps = 0;
   std::vector<const sources::Field*> fields;
   for (const std::size_t i : items) {
-    const ItemValues* values = prepared_.items()[i].item->values.get();
-    if (values != nullptr && values->source == ValueSource::initial) {
-      set.uniqueness = {endless, endless};
-      return set;
-    }
-    if (facts_[i] != nullptr) return set;
-    fields.push_back(prepared_.fields()[i].get());
-    without = sum(without, fields.back()->foresight().empty.most);
+    const Presence presence = presence_of(i);
+    end = std::min(end, presence.end);
+    gaps = sources::sum(gaps, presence.gaps);
+    if (!prepared_.is_plain()) fields.push_back(prepared_.fields()[i].get());
   }
-  set.uniqueness.different = std::max(set.uniqueness.different, sources::different_values(fields));
-  set.uniqueness.repeated = std::max(set.uniqueness.different, sum(set.combinations.most, without));
+  if (end == records_ && gaps == 0) return set;
+  sources::Uniqueness& uniqueness = set.uniqueness;
+  uniqueness.different = std::max(uniqueness.different, sources::different_values(fields));
+  if (gaps > 0) uniqueness.repeated = sources::sum(set.combinations.most, gaps);
+  uniqueness.repeated = std::max(uniqueness.repeated, uniqueness.different);
+  // The records from the end on are the same as no other.
+  if (uniqueness.different >= end) uniqueness.different = sources::endless;
+  if (uniqueness.repeated >= end) uniqueness.repeated = sources::endless;
   return set;
 }
 

@@ -46,8 +46,15 @@ class Forecast {
   const std::vector<FieldFacts>& engine_fields() const { return engine_fields_; }
 
  private:
+  // From `end` on no record has a value, and at most `gaps` of those before have none.
+  struct Presence {
+    std::uint64_t end = sources::endless;
+    std::uint64_t gaps = sources::endless;
+  };
+
   Set set_of_all(std::span<const std::size_t> items) const;
   Set set_of_values(std::span<const std::size_t> items) const;
+  Presence presence_of(std::size_t i) const;
   std::vector<const FieldFacts*> engine_facts(std::span<const std::size_t> items) const;
   Set set_of_engine(std::vector<const FieldFacts*> facts) const;
 

@@ -15,7 +15,9 @@ class EmptyShare : public Emptiness {
       : shares_(key, ways::Proportions::of_share(share), records) {}
 
   bool is_empty(std::uint64_t record) override { return shares_.category_of(record) == 0; }
-  Count records() const override { return Count::of(shares_.count(0)); }
+  std::uint64_t end() const override { return shares_.count(1) == 0 ? 0 : endless; }
+  std::uint64_t gaps() const override { return shares_.count(1) == 0 ? 0 : shares_.count(0); }
+  std::uint64_t least_empty() const override { return shares_.count(0); }
   std::optional<Cycle> cycle() const override {
     if (shares_.count(0) == 0 || shares_.count(1) == 0) return Cycle();
     return std::nullopt;
@@ -30,7 +32,9 @@ class EmptyWith : public Emptiness {
   explicit EmptyWith(Field& other) : other_(other) {}
 
   bool is_empty(std::uint64_t record) override { return !other_.text(record); }
-  Count records() const override { return other_.foresight().empty; }
+  std::uint64_t end() const override { return other_.foresight().end; }
+  std::uint64_t gaps() const override { return other_.foresight().gaps; }
+  std::uint64_t least_empty() const override { return other_.foresight().least_empty; }
   std::optional<Cycle> cycle() const override { return other_.foresight().cycle; }
 
  private:
@@ -48,7 +52,9 @@ class EmptyUnless : public Emptiness {
     const std::optional<std::string_view> text = other_.text(record);
     return !text || !std::binary_search(texts_.begin(), texts_.end(), *text);
   }
-  Count records() const override { return {other_.foresight().empty.least, endless}; }
+  std::uint64_t end() const override { return other_.foresight().end; }
+  std::uint64_t gaps() const override { return endless; }
+  std::uint64_t least_empty() const override { return other_.foresight().least_empty; }
   std::optional<Cycle> cycle() const override { return other_.foresight().cycle; }
 
  private:

@@ -21,8 +21,12 @@ class Emptiness {
 
   virtual bool is_empty(std::uint64_t record) = 0;
 
-  // How many of all records it leaves empty.
-  virtual Count records() const = 0;
+  // It leaves all records empty from this one on, and at most `gaps` of those before.
+  virtual std::uint64_t end() const = 0;
+  virtual std::uint64_t gaps() const = 0;
+
+  // So many of all records it leaves empty, if not more.
+  virtual std::uint64_t least_empty() const = 0;
 
   // Of the records that it leaves empty; nothing where none is known.
   virtual std::optional<Cycle> cycle() const = 0;

@@ -33,6 +33,9 @@ Foresight Field::foresee_on_way() const {
     const bool differ = source_->uniqueness().different >= period && field.shape.never_empty;
     field.values = {differ ? indices.least : 0, std::min(field.values.most, indices.most)};
   }
+  field.end = way_->end();
+  field.gaps = endless;
+  field.least_empty = 0;
   field.all_after = way_->all_after();
   field.cycle = way_->cycle();
   field.follows = way_.get();
@@ -41,19 +44,22 @@ Foresight Field::foresee_on_way() const {
 
 Foresight Field::foresee() const {
   Foresight field = source_->period() ? foresee_on_way() : source_->foresight();
+  // Not every way that lacks an index for some records ends.
+  if (field.shape.never_empty && way_->records() == way_->end()) field.gaps = 0;
   field.shape.never_empty = field.shape.never_empty && way_->records() == endless;
-  field.empty = {0, field.shape.never_empty ? 0 : endless};
   for (const std::unique_ptr<Emptiness>& emptiness : emptiness_) {
-    const Count records = emptiness->records();
-    field.empty = {std::max(field.empty.least, records.least), sum(field.empty.most, records.most)};
+    field.end = std::min(field.end, emptiness->end());
+    field.gaps = sum(field.gaps, emptiness->gaps());
+    field.least_empty = std::max(field.least_empty, emptiness->least_empty());
     const std::optional<Cycle> cycle = emptiness->cycle();
     field.cycle =
         cycle && field.cycle ? std::optional(common_cycle(*cycle, *field.cycle)) : std::nullopt;
     field.follows = nullptr;
   }
-  if (field.empty.most > 0) field.shape.never_empty = false;
+  const bool has_empty = field.gaps > 0 || field.end != endless;
+  if (has_empty) field.shape.never_empty = false;
   // Emptiness may hide values.
-  if (!emptiness_.empty() && field.empty.most > 0) {
+  if (!emptiness_.empty() && has_empty) {
     field.values.least = 0;
     field.all_after = endless;
   }
@@ -64,8 +70,8 @@ Foresight Field::foresee() const {
 // indices, or are one record.
 bool Field::tells_index() const {
   const Foresight& field = foresight();
-  return emptiness_.empty() || (field.empty.most <= 1 && source_->foresight().shape.never_empty &&
-                                way_->records() == endless);
+  return emptiness_.empty() ||
+         (field.gaps <= 1 && field.end == endless && source_->foresight().shape.never_empty);
 }
 
 void Field::tell(Knowledge& knowledge) const {
@@ -97,7 +103,7 @@ std::uint64_t Field::first_repeated() const {
 
 std::string Field::course(std::uint64_t records) const {
   std::string course = source_->period() ? way_->course() : source_->course(records);
-  const Count& empty = foresight().empty;
+  const Count empty = foresight().empty(records);
   if (emptiness_.empty() || empty.most == 0) return course;
   course += "; empty in ";
   if (empty.least == 0) return course + "some records";

@@ -62,12 +62,21 @@ struct Foresight {
   // holds for any number.
   Count values;
   std::uint64_t all_after = endless;
-  // How many of all records have no text.
-  Count empty;
+  // From this record on none has a text; of those before it at most `gaps` have none.
+  std::uint64_t end = endless;
+  std::uint64_t gaps = endless;
+  // So many of all records have no text, if not more.
+  std::uint64_t least_empty = 0;
   // Of the texts, empty or not; nothing where none is known.
   std::optional<Cycle> cycle;
   // The way whose index alone decides the text; null where there is more to it.
   const Way* follows = nullptr;
+
+  // How many of so many records, all that there are, have no text.
+  Count empty(std::uint64_t records) const {
+    const std::uint64_t after = records - std::min(end, records);
+    return {std::min(std::max(least_empty, after), records), std::min(sum(gaps, after), records)};
+  }
 };
 
 }  // namespace korvex::sources

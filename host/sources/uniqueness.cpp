@@ -22,7 +22,7 @@ std::uint64_t values_and_none(const Foresight& field) {
 bool comes_twice(std::span<const Field* const> fields) {
   if (fields.empty()) return false;
   const Foresight& first = fields.front()->foresight();
-  if (fields.size() == 1 && first.empty.least > 1) return true;
+  if (fields.size() == 1 && first.least_empty > 1) return true;
   return first.follows != nullptr && first.follows->comes_twice() &&
          std::all_of(fields.begin(), fields.end(), [&](const Field* field) {
            return field->foresight().follows == first.follows;

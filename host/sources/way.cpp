@@ -23,7 +23,8 @@ class InRounds : public Way {
  public:
   InRounds(std::uint64_t period, End end) : period_(period), end_(end) { assert(period >= 1); }
 
-  std::uint64_t records() const override { return stops() ? period_ : endless; }
+  std::uint64_t records() const override { return end(); }
+  std::uint64_t end() const override { return stops() ? period_ : endless; }
   Count indices() const override { return Count::of(period_); }
   std::uint64_t all_after() const override { return period_; }
 

@@ -30,6 +30,9 @@ class Way {
   // So many records from the first on have an index.
   virtual std::uint64_t records() const { return endless; }
 
+  // From this record on none has an index.
+  virtual std::uint64_t end() const { return endless; }
+
   // How many different indices are taken, as soon as there are `all_after()` records; the upper
   // bound holds for any number.
   virtual Count indices() const = 0;
