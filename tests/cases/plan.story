@@ -60,8 +60,9 @@ $ SLURM_ARRAY_JOB_ID=8 SLURM_ARRAY_TASK_ID=3 bash plan
 
 @planned kubernetes -o d --format sql --table "a \$(b)'c"
 # The client, where there is one, reads it as what it is.
-$ if command -v kubectl > said; then kubectl patch --local -f plan -p {} -o yaml > typed; else cp plan typed; fi; grep -E 'completionMode|completions|parallelism|mountPath|hostPath|restartPolicy' typed | wc -l
-  6
+$ if command -v kubectl > said; then kubectl patch --local -f plan -p {} -o yaml > typed; else cp plan typed; fi; grep -E 'completions|parallelism|mountPath|hostPath|restartPolicy' typed | wc -l; grep completionMode plan
+  5
+    completionMode: Indexed
 $ echo none > bad; sed -n 's/"$//; s/\\\(.\)/\1/g; s/[$][$](/$(/g; s/^ *- "part=/part=/p' plan > pod; for i in 0 1 2 3 4 5 6 7 8 9 10 11; do JOB_COMPLETION_INDEX=$i sh pod; done; korvex export "it's a \$(layout).toml" -o whole --format sql --table "a \$(b)'c" --quiet
 @joined
 
