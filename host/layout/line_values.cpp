@@ -8,7 +8,7 @@ namespace {
 constexpr std::array<std::string_view, 1> keys = {"of"};
 
 void read(const ValuesReading& reading) {
-  reading.reader.require("of", "the name of an item of type \"key\" with each");
+  reading.reader.require("of", "the name of an item with type = \"key\" and each");
   if (const auto of = placed_text(reading.reader, "of")) reading.values.own = LineValues{*of};
 }
 

@@ -99,7 +99,7 @@ struct WayRules {
 // A value only where another item has one of some texts.
 struct Condition {
   PlacedText item;
-  std::vector<std::string> texts;
+  std::vector<PlacedText> texts;
 };
 
 // Which records have no value.

@@ -106,9 +106,7 @@ void read_when(TableReader& reader, EmptinessRules& emptiness, std::vector<Layou
     Condition condition;
     const toml::source_position& begin = key.source().begin;
     condition.item = {std::string(key.str()), {begin.line, begin.column}};
-    for (PlacedText& text : placed_texts(conditions, any_text, key.str())) {
-      condition.texts.push_back(std::move(text.text));
-    }
+    condition.texts = placed_texts(conditions, any_text, key.str());
     emptiness.when.push_back(std::move(condition));
   }
 }

@@ -201,6 +201,22 @@ sources::Uniqueness uniqueness_of(const ItemFacts& facts) {
   return {facts.different, is_exact ? facts.different : sources::endless};
 }
 
+// So many texts of an item are looked at for one that may be missing.
+constexpr Steps most_looked_at = 100'000;
+
+// Whether one of the first `count` texts is the wanted one; true where there are too many to look.
+template <class Texts>
+bool may_have(Texts& texts, Steps count, std::string_view wanted) {
+  if (count > most_looked_at) return true;
+  std::string text;
+  for (Steps step = 0; step < count; ++step) {
+    text.clear();
+    texts.append(step, text);
+    if (text == wanted) return true;
+  }
+  return false;
+}
+
 // An item's field in the records as they are generated.
 class EngineSource : public sources::Source {
  public:
@@ -282,6 +298,7 @@ class LoneField : public EngineSource {
     if (record >= cycles_.period() && !starts_again_) return;
     texts_.append(cycles_.place_of(record), out);
   }
+  bool may_give(std::string_view text) override { return may_have(texts_, cycles_.period(), text); }
 
  private:
   ways::Rounds cycles_;
@@ -301,6 +318,7 @@ class ItemSource : public sources::Source {
 
   void append(std::uint64_t step, std::string& out) override { texts_.append(step, out); }
   std::optional<std::uint64_t> period() const override { return period_; }
+  bool may_give(std::string_view text) override { return may_have(texts_, *period_, text); }
   sources::Foresight foresight() const override { return foresight_; }
   sources::Uniqueness uniqueness() const override { return uniqueness_; }
   std::string_view doubt() const override { return "may have equal values"; }

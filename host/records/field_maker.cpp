@@ -218,7 +218,7 @@ std::shared_ptr<sources::Groups> FieldMaker::children_of(std::size_t i,
   if (!key || !others.ways_.makes_groups(*key)) {
     plan_.report(i, values.key.place,
                  "key is " + quoted_text(values.key.text) +
-                     ", expected an item of type \"key\" with each of the records of " +
+                     ", expected an item with type = \"key\" and each in " +
                      platform::printable(values.layout));
     return nullptr;
   }
@@ -331,9 +331,18 @@ void FieldMaker::add_emptiness(std::size_t i, Field& field) {
     }
   }
   for (const Condition& condition : rules.when) {
-    if (Field* other = need(i, condition.item, "when")) {
-      field.add_emptiness(sources::empty_unless(*other, condition.texts));
+    Field* other = need(i, condition.item, "when");
+    if (other == nullptr) continue;
+    std::vector<std::string> texts;
+    for (const PlacedText& text : condition.texts) {
+      texts.push_back(text.text);
+      if (other->may_have(text.text)) continue;
+      plan_.report(i, text.place,
+                   "when has " + quoted_text(text.text) + ", which " +
+                       platform::printable(condition.item.text) +
+                       " never is, expected one of its values");
     }
+    field.add_emptiness(sources::empty_unless(*other, std::move(texts)));
   }
 }
 

@@ -25,7 +25,7 @@ std::shared_ptr<sources::Groups> FieldWays::named_groups(std::size_t i, const Pl
   if (other && makes_groups(*other)) return groups_of(*other);
   plan_.report(i, name.place,
                std::string(key) + " is " + quoted_text(name.text) +
-                   ", expected an item of type \"key\" with each");
+                   ", expected an item with type = \"key\" and each");
   return nullptr;
 }
 

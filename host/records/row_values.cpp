@@ -36,6 +36,10 @@ std::optional<std::string> refusal_of_file(const std::string& path) {
          std::to_string(most_list_bytes);
 }
 
+std::string of_item(const LayoutItem& item) {
+  return "item " + platform::printable(item.name) + ": ";
+}
+
 // What is wrong with a text of an item, as the end of a message.
 std::optional<std::string> fault_of(std::string_view text, const ValueRule& rule,
                                     const Layout& layout) {
@@ -86,7 +90,7 @@ std::optional<RowValues> read_inline(const ListValues& list, const LayoutItem& i
   std::vector<std::string> texts;
   for (const PlacedText& value : list.values) {
     if (const auto fault = rule.fault(value.text))
-      errors.push_back({value.place, "the value " + *fault});
+      errors.push_back({value.place, of_item(item) + "the value " + *fault});
     texts.push_back(value.text);
   }
   if (errors.size() != errors_before) return std::nullopt;
@@ -112,8 +116,8 @@ class ListFile {
 
  private:
   std::nullopt_t fail(const std::string& what) {
-    errors_.push_back(
-        {list_.file_place, "file leads to " + platform::printable(list_.file) + what});
+    errors_.push_back({list_.file_place,
+                       of_item(item_) + "file leads to " + platform::printable(list_.file) + what});
     return std::nullopt;
   }
 
@@ -132,9 +136,9 @@ class ListFile {
     const auto& table = std::get<sets::ValueTable>(read);
     const auto column = table.find_column(list_.column->text);
     if (!column) {
-      errors_.push_back(
-          {list_.column->place, "column is \"" + platform::printable(list_.column->text) +
-                                    "\", expected one of " + list_names(table.columns())});
+      errors_.push_back({list_.column->place,
+                         of_item(item_) + "column is \"" + platform::printable(list_.column->text) +
+                             "\", expected one of " + list_names(table.columns())});
       return std::nullopt;
     }
     return finish(column_of(table, *column, owner), 2, weights_of(table));
@@ -173,7 +177,8 @@ std::optional<RowValues> read_rows(const BuiltinValues& builtin, const LayoutIte
     const char* key = is_language                               ? "language "
                       : fault->key == sets::Fault::Key::version ? "the version of the set "
                                                                 : "set ";
-    errors.push_back({is_language ? builtin.language.place : builtin.set.place, key + fault->text});
+    errors.push_back({is_language ? builtin.language.place : builtin.set.place,
+                      of_item(item) + key + fault->text});
     return std::nullopt;
   }
   const sets::Column column = std::get<sets::Column>(found);
@@ -181,7 +186,8 @@ std::optional<RowValues> read_rows(const BuiltinValues& builtin, const LayoutIte
   // The texts stand in the program, or are kept as long as it runs.
   TextList texts = column_of(table, column.column, nullptr);
   if (const auto fault = find_fault(texts, 2, item, layout)) {
-    errors.push_back({builtin.set.place, "set \"" + builtin.set.text + "\": " + *fault});
+    errors.push_back(
+        {builtin.set.place, of_item(item) + "set \"" + builtin.set.text + "\": " + *fault});
     return std::nullopt;
   }
   return RowValues{

@@ -40,6 +40,9 @@ class Field {
     return text_;
   }
 
+  // Whether any record may have the text: false where it is known that none has.
+  bool may_have(std::string_view text) { return !text.empty() && source_->may_give(text); }
+
   // Found out when it is asked for the first time.
   const Foresight& foresight() const;
 

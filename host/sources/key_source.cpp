@@ -16,6 +16,7 @@ class KeySource : public Source {
   }
 
   std::optional<std::uint64_t> period() const override { return records_; }
+  bool may_give(std::string_view text) override { return field_.may_have(text); }
 
   Foresight foresight() const override {
     Foresight foresight = field_.foresight();

@@ -33,6 +33,10 @@ class Source {
   // by `never_empty` alone, and a source with a period need not tell its cycle.
   virtual Foresight foresight() const = 0;
 
+  // Whether some index may have the text. False only where it is known that none has, which may
+  // take a look at each of them. Asked before records are made.
+  virtual bool may_give(std::string_view) { return true; }
+
   // For how long the texts differ, one after the other.
   virtual Uniqueness uniqueness() const { return {}; }
 

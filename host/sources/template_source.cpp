@@ -38,6 +38,12 @@ class TemplateSource : public Source {
 
   std::optional<std::uint64_t> period() const override { return std::nullopt; }
 
+  bool may_give(std::string_view text) override {
+    const ComposedPart& part = parts_.front();
+    const bool is_as_it_is = parts_.size() == 1 && part.literal.empty() && part.filters.empty();
+    return !is_as_it_is || part.field == nullptr || part.field->may_have(text);
+  }
+
   Foresight foresight() const override;
   void tell(Knowledge& knowledge, Thing text) const override;
   std::string course(std::uint64_t records) const override {

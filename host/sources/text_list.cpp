@@ -37,6 +37,8 @@ class ListSource : public Source {
     return *uniqueness_;
   }
 
+  bool may_give(std::string_view text) override { return list_.has(text); }
+
   std::string_view doubt() const override { return "has equal values"; }
 
  private:
@@ -67,6 +69,10 @@ TextList::TextList(std::shared_ptr<const void> owner, std::vector<std::string_vi
 TextList TextList::of_values(std::vector<std::string> values) {
   const auto owner = std::make_shared<const std::vector<std::string>>(std::move(values));
   return TextList(owner, {owner->begin(), owner->end()});
+}
+
+bool TextList::has(std::string_view text) const {
+  return std::find(texts_->begin(), texts_->end(), text) != texts_->end();
 }
 
 ways::Result<TextList> TextList::of_lines(std::string content) {

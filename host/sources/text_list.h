@@ -28,6 +28,8 @@ class TextList {
   std::size_t size() const { return texts_->size(); }
   std::string_view operator[](std::size_t i) const { return (*texts_)[i]; }
 
+  bool has(std::string_view text) const;
+
   // What is known of them, one after the other. Looks at them all.
   Foresight foresight(Comparison comparison) const;
   Uniqueness uniqueness(Comparison comparison) const;

@@ -63,7 +63,7 @@ each OLD NEW SAYS
   = [1, 5] | = "x" | each is "x", expected a number of records, <*>
   = [1, 5] | = { least = 1 } | each has no most, expected the largest number of records
   = [1, 5] | = 3, order = "random" | order stands beside each, expected one of the two
-  each = [1, 5] | order = "random" | item NO: of is "CUSTOMER", expected an item of type "key" with each
+  each = [1, 5] | order = "random" | item NO: of is "CUSTOMER", expected an item with type = "key" and each
   customers.toml", item = "ID" | none.toml", item = "ID" | item CUSTOMER: layout leads to <*>none.toml, which can't be used as it is
   customers.toml", item = "ID" | customers.toml", item = "IT" | item CUSTOMER: item is "IT", expected an item of the records of <*>customers.toml
   item = "ID", each | item = "NAME", each | item CUSTOMER: record 1: the value is "<*>", expected what the item's size and sign allow

@@ -65,8 +65,8 @@ $ for i in 1 2 3; do korvex export orders.toml -o p --part $i/3 --quiet; done; c
 
 each OLD NEW SAYS
   lines.toml | none.toml | <n>: item TOTAL: layout leads to none.toml, which can't be used as it is
-  key = "ORDER" | key = "SENT" | <n>: item TOTAL: key is "SENT", expected an item of type "key" with each of the records of lines.toml
-  key = "ORDER" | key = "X" | <n>: item TOTAL: key is "X", expected an item of type "key" with each of the records of lines.toml
+  key = "ORDER" | key = "SENT" | <n>: item TOTAL: key is "SENT", expected an item with type = "key" and each in lines.toml
+  key = "ORDER" | key = "X" | <n>: item TOTAL: key is "X", expected an item with type = "key" and each in lines.toml
   lines.toml", key = "ORDER" | orders.toml", key = "CUSTOMER" | <n>: item TOTAL: key is "CUSTOMER", which leads to customers.toml, expected one that leads to this layout
   item = "AMOUNT" | item = "X" | <n>: item TOTAL: item is "X", expected an item of the records of lines.toml
   item = "AMOUNT" | item = "DAY" | <n>: item TOTAL: item is "DAY", expected a number of the records of lines.toml

@@ -79,7 +79,7 @@ each VALUES SAYS
   "list", values = ["a", 1.5] | 42: values has a floating-point number, expected a string or an integer
   "list", values = ["a"], file = "long.txt" | 50: file stands beside values, expected one of the two
   "list", values = ["a"], column = "c" | 52: column stands beside values, expected file
-  "list", values = ["a", "far too long a text"] | 42: the value <*>
+  "list", values = ["a", "far too long a text"] | 42: item A: the value <*>
   "list", values = ["é"] | 37: <*>"é" at place 1, expected characters of code page 932, or encoding = "utf-8" in [layout]
   "list", file = "none.txt" | 34: <*>none.txt, which cannot be read: No such file or directory
   "list", file = "/dev/zero" | 34: <*>/dev/zero, which is not a regular file
@@ -87,14 +87,14 @@ each VALUES SAYS
   "list", file = "bad.txt" | 34: <*>bad.txt: line 1 is not UTF-8, expected a text in UTF-8
   "list", file = "long.txt" | 34: <*>long.txt: line 2 has 19 bytes <*>
   "list", file = "empty.txt" | 34: <*>empty.txt, which is empty, expected a value a line
-  "list", file = "places.tsv", column = "x" | 57: column is "x", expected one of "city", "country"
+  "list", file = "places.tsv", column = "x" | 57: item A: column is "x", expected one of "city", "country"
   "builtin" | 10: [item.values] has no set, expected <*>
-  "builtin", set = "peple" | 36: set is "peple", expected one of <*>
-  "builtin", set = "people.given", language = "xx" | 63: language is "xx", expected one of <*>
-  "builtin", set = "people.given", language = "fr" | 36: set "people.given": line <n> has the character <*>, or encoding = "utf-8" in [layout]
+  "builtin", set = "peple" | 36: item A: set is "peple", expected one of <*>
+  "builtin", set = "people.given", language = "xx" | 63: item A: language is "xx", expected one of <*>
+  "builtin", set = "people.given", language = "fr" | 36: item A: set "people.given": line <n> has the character <*>, or encoding = "utf-8" in [layout]
   "template" | 10: [item.values] has no text, expected <*>
   "template", text = "{B" | 39: text: expected "}" <*>
-  "builtin", set = "people" | 36: set is "people", expected one of "people.<*>
+  "builtin", set = "people" | 36: item A: set is "people", expected one of "people.<*>
   "template", text = "{B|up}" | 42: text: is no filter: "up", <*>
   "template", text = "\u3042\\あ{X}" | 49: item A: text names "X", expected an item of the records
   "template", text = """\"あ{B|}""" | 47: text: is no filter: "", <*>
@@ -110,8 +110,9 @@ each VALUES SAYS
   "list", values = ["a"], order = "zipf", skew = 0 | 66: skew is 0, expected a number above 0, up to 10
   "list", values = ["a"], empty = 1.5 | 51: empty is 1.5: it is above 1, expected a share from 0 to 1
   "list", values = ["a"], empty = nan | 51: empty is nan: <*>, expected a share from 0 to 1
+  "list", values = ["a"], when = { B = ["x", "z"] } | 62: item A: when has "z", which B never is, expected one of its values
   "list", values = ["a"], empty_with = "X" | 56: item A: empty_with names "X", expected an item of the records
-  "list", values = ["a"], within = "B" | 52: item A: within is "B", expected an item of type "key" with each
+  "list", values = ["a"], within = "B" | 52: item A: within is "B", expected an item with type = "key" and each
   "list", values = ["a"], group = "b" | 51: item A: group "b" has items of other rows, expected items of one list, set or layout
   "list", values = ["a", "b"], group = "b", order = "random" | 69: item A: group "b" has the way of item B already, expected one way
   "list", values = ["a"], salt = ["b"] | 50: salt is an array, expected a string
@@ -179,7 +180,7 @@ file l.toml
   ! record 1, item Prénom: François has characters that code page 932 lacks, expected --encoding utf-8
 edit l.toml 山田 => 山田山
 >2 export l.toml -o -
-  ! l.toml:10:<n>: the value has 13 characters, expected at most 12
+  ! l.toml:10:<n>: item Prénom: the value has 13 characters, expected at most 12
 file l.toml
   @own encoding = "utf-8"
   @text L type = "list", values = ["long enough"]
