@@ -6,6 +6,8 @@
 #include <charconv>
 #include <string>
 
+#include "platform/digits.h"
+
 namespace korvex::host {
 
 namespace {
@@ -40,7 +42,7 @@ std::array<int, 2> sizes_of(std::string_view declared) {
   const char* const end = declared.data() + declared.size();
   const char* place = std::find(declared.data(), end, '(');
   for (int& size : sizes) {
-    place = std::find_if(place, end, [](unsigned char byte) { return std::isdigit(byte) != 0; });
+    place = std::find_if(place, end, platform::is_digit);
     place = std::from_chars(place, end, size).ptr;
     if (size > longest_value) size = 0;
   }

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 
 #include "host/guesses/name_words.h"
 #include "host/guesses/phrases.h"
+#include "platform/digits.h"
 
 namespace korvex::host {
 
@@ -131,7 +131,7 @@ const Phrase* find_moment(const std::string& words) {
 std::optional<NameMeaning> find_meaning(std::string_view name) {
   std::vector<std::string> words = name_words(name);
   // `address_2` is another address.
-  while (words.size() > 1 && std::isdigit(static_cast<unsigned char>(words.back().front())) != 0) {
+  while (words.size() > 1 && platform::is_digit(words.back().front())) {
     words.pop_back();
   }
   // The longest phrase that ends the name.

@@ -4,6 +4,8 @@
 #include <cctype>
 #include <utility>
 
+#include "platform/digits.h"
+
 namespace korvex::host {
 
 namespace {
@@ -33,7 +35,7 @@ enum class Sign { small, capital, digit, other, apart };
 Sign sign_of(char byte) {
   const auto letter = static_cast<unsigned char>(byte);
   if (letter >= 0x80) return Sign::other;
-  if (std::isdigit(letter) != 0) return Sign::digit;
+  if (platform::is_digit(byte)) return Sign::digit;
   if (std::isupper(letter) != 0) return Sign::capital;
   return std::islower(letter) != 0 ? Sign::small : Sign::apart;
 }

@@ -5,6 +5,8 @@
 #include <cctype>
 #include <utility>
 
+#include "platform/digits.h"
+
 namespace korvex::host {
 
 namespace {
@@ -279,7 +281,7 @@ class Parser {
     if (word.kind == SqlWord::Kind::text) return made(Kind::constant, word.text);
     if (word.kind == SqlWord::Kind::symbol) return lose();
     if (word.kind == SqlWord::Kind::quoted_name) return name(word.text);
-    if (std::isdigit(static_cast<unsigned char>(word.text.front())) != 0) return number(word.text);
+    if (platform::is_digit(word.text.front())) return number(word.text);
     return named(word);
   }
 

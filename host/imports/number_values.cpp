@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "host/imports/column_values.h"
+#include "platform/digits.h"
 
 namespace korvex::host {
 
@@ -13,8 +14,7 @@ constexpr std::int64_t most_number = 999'999'999'999'999'999;
 constexpr int most_decimals = 9;
 
 std::int64_t scaled(std::int64_t number, int decimals) {
-  for (; decimals > 0; --decimals) number *= 10;
-  return number;
+  return number * platform::power_of_ten<std::int64_t>(decimals);
 }
 
 // The value of a bound in units of a number of decimals, moved inside where it is not allowed

@@ -7,6 +7,7 @@
 #include "courses/enum_data_list.h"
 #include "courses/item_course.h"
 #include "host/ways/shuffle.h"
+#include "platform/digits.h"
 #include "platform/printable_text.h"
 #include "platform/utf8.h"
 #include "values/error_texts.h"
@@ -150,8 +151,6 @@ bool counts_in_letters(std::int32_t kind) {
   return kind == format_kind::upper_letters || kind == format_kind::lower_letters;
 }
 
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
-
 // What a step changes in a text are digits in the place of digits, and letters in that of letters.
 sources::TextShape shape_of(const ClFmtColInf& column, const ItemCourse& course) {
   std::string first;
@@ -173,8 +172,8 @@ sources::TextShape shape_of(const ClFmtColInf& column, const ItemCourse& course)
   sources::TextShape shape;
   shape.never_empty = !first.empty() && (!is_cut || course.size_at(course.end() - 1) > 0);
   if (is_ascii && !is_cut) shape.size = first.size();
-  shape.only_digits = only_digits && std::all_of(first.begin(), first.end(), is_digit);
-  shape.no_digits = no_digits && std::none_of(first.begin(), first.end(), is_digit);
+  shape.only_digits = only_digits && std::all_of(first.begin(), first.end(), platform::is_digit);
+  shape.no_digits = no_digits && std::none_of(first.begin(), first.end(), platform::is_digit);
   return shape;
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "platform/digits.h"
 #include "values/attributes.h"
 
 namespace korvex::host {
@@ -12,8 +13,6 @@ constexpr std::size_t iso_date_size = 10;
 constexpr std::size_t iso_time_size = 8;
 constexpr int first_year_of_1900s = 70;  // of two digits: 70 to 99, the others are of 2000
 
-bool is_digit(char character) { return character >= '0' && character <= '9'; }
-
 // The digits of a moment in groups of so many. Between the groups may stand one character. False
 // when the text is something else.
 template <std::size_t... Sizes>
@@ -23,11 +22,11 @@ bool find_groups(std::string_view text, std::array<const char*, sizeof...(Sizes)
   bool has_digits = true;
   std::size_t group = 0;
   const auto take = [&](std::size_t size) {
-    if (group > 0 && next < end && !is_digit(*next)) ++next;
+    if (group > 0 && next < end && !platform::is_digit(*next)) ++next;
     if (static_cast<std::size_t>(end - next) < size) return false;
     groups[group++] = next;
     for (const char* const begin = next; next < begin + size; ++next) {
-      has_digits = has_digits & is_digit(*next);
+      has_digits = has_digits & platform::is_digit(*next);
     }
     return true;
   };
@@ -47,7 +46,7 @@ bool write_date(std::string_view text, char* out) {
   if (!find_groups<4, 2, 2>(text, parts)) {
     if (!find_groups<2, 2, 2>(text, parts)) return false;
     year_digits = 2;
-    const int year = (parts[0][0] - '0') * 10 + (parts[0][1] - '0');
+    const int year = platform::number_of_digits<int>({parts[0], 2});
     out = put(out, year >= first_year_of_1900s ? "19" : "20", 2, '\0');
   }
   out = put(out, parts[0], year_digits, '-');

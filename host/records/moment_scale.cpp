@@ -3,6 +3,8 @@
 #include <chrono>
 #include <string>
 
+#include "platform/digits.h"
+
 namespace korvex::host {
 
 namespace {
@@ -20,9 +22,7 @@ const std::chrono::sys_days last_day =
 
 // Digits in a text that has them there.
 int number_at(std::string_view text, std::size_t place, std::size_t count) {
-  int number = 0;
-  for (const char digit : text.substr(place, count)) number = number * 10 + (digit - '0');
-  return number;
+  return platform::number_of_digits<int>(text.substr(place, count));
 }
 
 std::optional<std::int64_t> read_date(std::string_view text) {

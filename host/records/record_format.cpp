@@ -7,6 +7,7 @@
 #include "host/databases/sql_names.h"
 #include "host/records/moment_form.h"
 #include "platform/codepage.h"
+#include "platform/digits.h"
 #include "platform/path.h"
 #include "values/attributes.h"
 
@@ -52,7 +53,7 @@ class ValueText {
     std::size_t size = text.size();
     std::size_t point = size;
     for (std::size_t i = 0; i < size; ++i) {
-      if (is_digit(text[i])) continue;
+      if (platform::is_digit(text[i])) continue;
       if (text[i] != '.' || point != size) return false;
       point = i;
     }
@@ -70,8 +71,6 @@ class ValueText {
     }
     return true;
   }
-
-  static bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
   bool is_numeric_;
   bool is_boolean_;

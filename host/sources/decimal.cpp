@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/digits.h"
+
 namespace korvex::sources {
 namespace {
 
@@ -12,9 +14,9 @@ constexpr unsigned most_digits = most_decimals;
 // One unit of so many decimals, in units of the most.
 constexpr std::array<std::int64_t, most_digits + 1> units_of_decimals = [] {
   std::array<std::int64_t, most_digits + 1> units = {};
-  units.back() = 1;
-  for (std::size_t decimals = most_digits; decimals-- > 0;) {
-    units[decimals] = units[decimals + 1] * 10;
+  for (unsigned decimals = 0; decimals <= most_digits; ++decimals) {
+    units[decimals] =
+        platform::power_of_ten<std::int64_t>(static_cast<int>(most_digits - decimals));
   }
   return units;
 }();
@@ -23,12 +25,8 @@ constexpr std::int64_t unit_of(unsigned decimals) { return units_of_decimals[dec
 
 // Up to the most; nothing where there is anything else.
 std::optional<std::int64_t> read_digits(std::string_view digits) {
-  std::int64_t number = 0;
-  for (const char digit : digits) {
-    if (digit < '0' || digit > '9') return std::nullopt;
-    number = number * 10 + (digit - '0');
-  }
-  return number;
+  if (!std::all_of(digits.begin(), digits.end(), platform::is_digit)) return std::nullopt;
+  return platform::number_of_digits<std::int64_t>(digits);
 }
 
 }  // namespace

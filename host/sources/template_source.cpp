@@ -4,14 +4,13 @@
 #include <utility>
 
 #include "host/sources/uniqueness.h"
+#include "platform/digits.h"
 
 namespace korvex::sources {
 namespace {
 
 // Templates of templates may double a text again and again.
 constexpr std::size_t most_bytes = std::size_t{1} << 24;
-
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 class TemplateSource : public Source {
  public:
@@ -101,7 +100,7 @@ bool has_known_size(const PartShape& shape) {
 // sure.
 bool ends_digits_before(const std::vector<ComposedPart>& parts,
                         const std::vector<PartShape>& shapes, std::size_t i) {
-  if (!parts[i].literal.empty()) return !is_digit(parts[i].literal.back());
+  if (!parts[i].literal.empty()) return !platform::is_digit(parts[i].literal.back());
   return i == 0 || (shapes[i - 1].text.never_empty && shapes[i - 1].text.no_digits);
 }
 
@@ -109,7 +108,7 @@ bool ends_digits_before(const std::vector<ComposedPart>& parts,
 bool ends_digits_after(const std::vector<ComposedPart>& parts, const std::vector<PartShape>& shapes,
                        std::size_t i) {
   if (i + 1 == parts.size()) return true;
-  if (!parts[i + 1].literal.empty()) return !is_digit(parts[i + 1].literal.front());
+  if (!parts[i + 1].literal.empty()) return !platform::is_digit(parts[i + 1].literal.front());
   return shapes[i + 1].text.never_empty && shapes[i + 1].text.no_digits;
 }
 
@@ -165,9 +164,9 @@ TextShape TemplateSource::shape() const {
     if (!text.never_empty || !text.size) whole.size.reset();
     if (whole.size) *whole.size += part.literal.size() + *text.size;
     whole.only_digits = whole.only_digits && text.only_digits &&
-                        std::all_of(part.literal.begin(), part.literal.end(), is_digit);
+                        std::all_of(part.literal.begin(), part.literal.end(), platform::is_digit);
     whole.no_digits = whole.no_digits && text.no_digits &&
-                      std::none_of(part.literal.begin(), part.literal.end(), is_digit);
+                      std::none_of(part.literal.begin(), part.literal.end(), platform::is_digit);
   }
   return whole;
 }

@@ -6,13 +6,12 @@
 #include <unordered_set>
 #include <utility>
 
+#include "platform/digits.h"
 #include "platform/text_lines.h"
 #include "platform/utf8.h"
 
 namespace korvex::sources {
 namespace {
-
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 class ListSource : public Source {
  public:
@@ -54,8 +53,9 @@ TextShape shape_of(std::span<const std::string_view> texts) {
   for (const std::string_view text : texts) {
     if (text.empty()) return {};
     if (text.size() != shape.size) shape.size.reset();
-    shape.only_digits = shape.only_digits && std::all_of(text.begin(), text.end(), is_digit);
-    shape.no_digits = shape.no_digits && std::none_of(text.begin(), text.end(), is_digit);
+    shape.only_digits =
+        shape.only_digits && std::all_of(text.begin(), text.end(), platform::is_digit);
+    shape.no_digits = shape.no_digits && std::none_of(text.begin(), text.end(), platform::is_digit);
   }
   return shape;
 }

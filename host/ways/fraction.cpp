@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "host/ways/limits.h"
+#include "platform/digits.h"
 
 namespace korvex::ways {
 namespace {
@@ -14,8 +15,6 @@ constexpr int most_digits = 36;
 
 constexpr char not_a_number[] = "it is not a number such as 0.05 or 1/3";
 constexpr char too_exact[] = "it has more digits than can be taken exactly";
-
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 // Reads from the front of a text.
 class Scan {
@@ -34,10 +33,10 @@ class Scan {
   std::string digits() {
     std::string digits;
     while (!rest_.empty()) {
-      if (is_digit(rest_.front())) {
+      if (platform::is_digit(rest_.front())) {
         digits += rest_.front();
       } else if (rest_.front() != '_' || digits.empty() || rest_.size() < 2 ||
-                 !is_digit(rest_[1])) {
+                 !platform::is_digit(rest_[1])) {
         break;
       }
       rest_.remove_prefix(1);
@@ -53,17 +52,7 @@ class Scan {
 std::optional<Wide> number_of(std::string_view digits) {
   digits.remove_prefix(std::min(digits.find_first_not_of('0'), digits.size()));
   if (digits.size() > most_digits) return std::nullopt;
-  Wide number = 0;
-  for (const char digit : digits) number = number * 10 + static_cast<unsigned>(digit - '0');
-  return number;
-}
-
-// A power of ten; nothing above the largest that fits.
-std::optional<Wide> power_of_ten(int exponent) {
-  if (exponent > most_digits) return std::nullopt;
-  Wide power = 1;
-  for (; exponent > 0; --exponent) power *= 10;
-  return power;
+  return platform::number_of_digits<Wide>(digits);
 }
 
 Result<Fraction> reduced(Wide numerator, Wide denominator) {
@@ -131,11 +120,11 @@ Result<Fraction> parse_fraction(std::string_view text) {
   const std::optional<Wide> number = number_of(digits);
   if (!number) return Refusal{too_exact};
   if (*number == 0) return Fraction{};
-  const std::optional<Wide> power = power_of_ten(std::abs(exponent));
-  if (!power) return Refusal{too_exact};
-  if (exponent <= 0) return reduced(*number, *power);
-  if (*number > Fraction::most / *power) return Refusal{too_exact};
-  return reduced(*number * *power, 1);
+  if (std::abs(exponent) > most_digits) return Refusal{too_exact};
+  const Wide power = platform::power_of_ten<Wide>(std::abs(exponent));
+  if (exponent <= 0) return reduced(*number, power);
+  if (*number > Fraction::most / power) return Refusal{too_exact};
+  return reduced(*number * power, 1);
 }
 
 Result<Fraction> parse_share(std::string_view text) {

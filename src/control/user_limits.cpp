@@ -1,28 +1,21 @@
 #include "control/user_limits.h"
 
-#include <optional>
+#include <algorithm>
 
+#include "platform/digits.h"
 #include "values/error_codes.h"
 
 namespace korvex {
 
 namespace {
 
-// All digits, in 64-bit arithmetic that wraps; nothing at the first other character.
-std::optional<std::uint64_t> read_digits(std::string_view text) {
-  std::uint64_t value = 0;
-  for (const char c : text) {
-    if (c < '0' || c > '9') return std::nullopt;
-    value = value * 10 + static_cast<std::uint64_t>(c - '0');
-  }
-  return value;
-}
-
 std::uint64_t read_limit(const platform::SettingsStore& store, std::string_view name,
                          std::uint64_t default_value) {
   std::string text;
   if (read_store_value(store, name, limit_buffer_size, text) == 0) {
-    if (const auto value = read_digits(text)) return *value;
+    const bool is_number = std::all_of(text.begin(), text.end(), platform::is_digit);
+    // In 64-bit arithmetic that wraps.
+    if (is_number) return platform::number_of_digits<std::uint64_t>(text);
   }
   write_store_value(store, name, std::to_string(default_value));
   return default_value;

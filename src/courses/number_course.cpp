@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "courses/digit_pairs.h"
+#include "platform/digits.h"
 #include "values/number_text.h"
 #include "values/record_text.h"
 
@@ -102,10 +103,6 @@ std::optional<std::uint64_t> magnitude(const FmtValRec& value) {
   return static_cast<std::uint64_t>(value.high * half_base + value.low);
 }
 
-std::uint64_t power_of_ten(int exponent) {
-  return exponent == 0 ? 1 : 10 * power_of_ten(exponent - 1);
-}
-
 // The element as a point and digits between sign and end.
 bool has_usual_shape(const FmtItemRec& settings, bool is_signed) {
   const int digits = settings.digits;
@@ -152,7 +149,7 @@ class NumberCourse : public Course {
     facts_.size = width_ - dropped_;
     tell_end(numbers);
     const int visible = settings.decimals + (numbers.fraction_only ? 0 : digits_);
-    tell_texts(numbers, power_of_ten(visible));
+    tell_texts(numbers, platform::power_of_ten<std::uint64_t>(visible));
   }
 
   void write(Steps step, char* out) const override {

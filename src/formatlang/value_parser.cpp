@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/codepage.h"
+#include "platform/digits.h"
 #include "values/error_codes.h"
 #include "values/number_text.h"
 #include "values/ordinals.h"
@@ -16,8 +17,6 @@ namespace {
 // The counting part of a longer value: its last letters or its last two full-width characters.
 constexpr std::size_t counted_letters = 5;
 constexpr std::size_t counted_full_width_bytes = 4;
-
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 std::string_view without_leading_zeros(std::string_view text) {
   return text.substr(std::min(text.find_first_not_of('0'), text.size()));
@@ -66,7 +65,7 @@ ErrorCode parse_number(const FmtItemRec& element, std::string_view entered, FmtV
     decimals_left -= text.size() - point - 1;
     text.erase(point, 1);
   }
-  if (!std::all_of(text.begin(), text.end(), is_digit)) return error::value_not_numeric;
+  if (!std::all_of(text.begin(), text.end(), platform::is_digit)) return error::value_not_numeric;
   text.append(decimals_left, '0');
 
   const std::size_t low_size = std::min(text.size(), static_cast<std::size_t>(half_digits));

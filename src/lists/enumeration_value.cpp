@@ -1,6 +1,7 @@
 #include "lists/enumeration_value.h"
 
 #include "platform/codepage.h"
+#include "platform/digits.h"
 #include "values/error_codes.h"
 
 namespace korvex {
@@ -19,7 +20,7 @@ std::int64_t length_of(std::string_view value) { return static_cast<std::int64_t
 ErrorCode scan_number(std::string_view value, NumberScan& scan) {
   for (std::size_t i = 0; i < value.size(); ++i) {
     const char c = value[i];
-    if (c >= '0' && c <= '9') continue;
+    if (platform::is_digit(c)) continue;
     if (c == '+' || c == '-') {
       if (scan.has_sign) return error::enumeration_two_signs;
       if (i != 0) return error::enumeration_inner_sign;

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <limits>
 
+#include "platform/digits.h"
 #include "values/records.h"
 
 namespace korvex {
@@ -18,7 +19,6 @@ std::string half_text(std::int64_t half) {
 }
 
 bool is_blank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 // Skips blanks and takes one sign; true for a minus.
 bool take_sign(std::string_view& text) {
@@ -49,7 +49,7 @@ std::int64_t decimal_prefix(std::string_view text) {
   const bool negative = take_sign(text);
   constexpr std::int64_t limit = std::numeric_limits<std::int64_t>::max();
   std::int64_t value = 0;
-  for (; !text.empty() && is_digit(text.front()); text.remove_prefix(1)) {
+  for (; !text.empty() && platform::is_digit(text.front()); text.remove_prefix(1)) {
     const std::int64_t digit = text.front() - '0';
     value = value > (limit - digit) / 10 ? limit : value * 10 + digit;
   }
@@ -58,7 +58,7 @@ std::int64_t decimal_prefix(std::string_view text) {
 
 double fraction_prefix(std::string_view text) {
   const bool negative = take_sign(text);
-  if (text.empty() || !(is_digit(text.front()) || text.front() == '.')) return 0;
+  if (text.empty() || !(platform::is_digit(text.front()) || text.front() == '.')) return 0;
   double value = 0;
   const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
   if (result.ec == std::errc::result_out_of_range) value = std::numeric_limits<double>::max();

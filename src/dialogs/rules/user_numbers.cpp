@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "platform/digits.h"
 #include "run/repeat_count.h"
 
 namespace korvex {
@@ -21,9 +22,8 @@ std::string_view trimmed(std::string_view text) {
 NumberReading read_repeat_number(std::string_view text, std::uint32_t& number) {
   std::string_view digits = trimmed(text);
   if (digits.starts_with('+')) digits.remove_prefix(1);
-  const bool is_number = !digits.empty() && std::all_of(digits.begin(), digits.end(), [](char c) {
-    return c >= '0' && c <= '9';
-  });
+  const bool is_number =
+      !digits.empty() && std::all_of(digits.begin(), digits.end(), platform::is_digit);
   if (!is_number) return NumberReading::not_a_number;
   std::uint32_t value = 0;
   const auto [end, failure] = std::from_chars(digits.data(), digits.data() + digits.size(), value);

@@ -8,6 +8,8 @@
 #include <cstdlib>
 #include <optional>
 
+#include "platform/digits.h"
+
 namespace korvex {
 
 namespace {
@@ -23,12 +25,6 @@ struct WrittenNumber {
   int decimals;
 };
 
-qlonglong power_of_ten(int exponent) {
-  qlonglong power = 1;
-  for (int i = 0; i < exponent; ++i) power *= 10;
-  return power;
-}
-
 // Nothing for a text that is no number. One with more digits than any range has is taken for one
 // just beyond them.
 std::optional<WrittenNumber> read_number(const QString& text) {
@@ -41,9 +37,9 @@ std::optional<WrittenNumber> read_number(const QString& text) {
   const QString whole = match.captured(2);
   const QString fraction = match.captured(3);
   const auto decimals = static_cast<int>(fraction.size());
-  const qlonglong one = power_of_ten(decimals);
-  const qlonglong size =
-      whole.size() > most_digits ? power_of_ten(most_digits) : whole.toLongLong();
+  const qlonglong one = platform::power_of_ten<qlonglong>(decimals);
+  const qlonglong size = whole.size() > most_digits ? platform::power_of_ten<qlonglong>(most_digits)
+                                                    : whole.toLongLong();
   const qlonglong digits = size * one + fraction.toLongLong();
   return WrittenNumber{match.captured(1) == "-" ? -digits : digits, decimals};
 }
@@ -102,7 +98,7 @@ void UpDown::step(int change) {
   if (!buddy_) return;
   const std::optional<WrittenNumber> number = read_number(buddy_->text());
   if (!number) return;
-  const qlonglong one = power_of_ten(number->decimals);
+  const qlonglong one = platform::power_of_ten<qlonglong>(number->decimals);
   const qlonglong stepped =
       std::clamp(number->digits + change * one, minimum_ * one, maximum_ * one);
   const bool is_wrong_way = (stepped - number->digits) * change <= 0;
