@@ -1,24 +1,17 @@
 #include "host/commands/check_sets.h"
 
-#include <algorithm>
 #include <ostream>
-#include <sstream>
 #include <string_view>
 
 #include "host/layout/item_texts.h"
 #include "host/records/engine_source.h"
 #include "host/records/uniqueness.h"
 #include "platform/printable_text.h"
+#include "platform/text_lines.h"
 
 namespace korvex::host {
 
 namespace {
-
-std::string_view trimmed(std::string_view name) {
-  constexpr const char* blanks = " \t";
-  name.remove_prefix(std::min(name.find_first_not_of(blanks), name.size()));
-  return name.substr(0, name.find_last_not_of(blanks) + 1);
-}
 
 // Nothing when no item, or more than one, has the name.
 std::optional<std::size_t> find_item(const std::string& name, const PreparedLayout& prepared,
@@ -65,9 +58,8 @@ std::string repetition_text(const Forecast::Set& set, std::uint64_t records) {
 std::optional<UniqueSet> read_set(const std::string& names, const PreparedLayout& prepared,
                                   std::ostream& messages) {
   UniqueSet set;
-  std::istringstream list(names);
-  for (std::string text; std::getline(list, text, ',');) {
-    const std::string name(trimmed(text));
+  for (std::string_view list = names; !list.empty();) {
+    const std::string name(platform::trimmed(platform::take_until(list, ',')));
     const auto found = find_item(name, prepared, messages);
     if (!found) return std::nullopt;
     set.items.push_back(*found);

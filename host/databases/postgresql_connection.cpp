@@ -11,6 +11,7 @@
 #include "host/databases/connection_string.h"
 #include "host/databases/database.h"
 #include "host/process/signals.h"
+#include "platform/text_lines.h"
 
 namespace korvex::host {
 
@@ -19,10 +20,8 @@ namespace {
 // What is left of the time in which an interrupt ends a command.
 constexpr auto longest_cancel = std::chrono::milliseconds(50);
 
-std::string trimmed(std::string message) {
-  while (!message.empty() && message.back() == '\n') message.pop_back();
-  return message;
-}
+// A message of the client library, which ends its lines.
+std::string text_of(const char* message) { return std::string(platform::trimmed(message, "\n")); }
 
 // What comes of `work`, which no signal ends, in a thread of its own. The thread is left to itself,
 // with all that it works on, when nobody wants to wait for it any more.
@@ -189,12 +188,12 @@ void PostgresqlConnection::fail() const {
 // A server that ends a connection says why; behind a COPY the library only reads that when the COPY
 // is ended, and says itself that the connection is closed.
 std::string PostgresqlConnection::last_words() const {
-  std::string own = trimmed(PQerrorMessage(connection_));
+  std::string own = text_of(PQerrorMessage(connection_));
   if (PQstatus(connection_) != CONNECTION_BAD) return own;
   PQputCopyEnd(connection_, nullptr);
   while (const PostgresqlResult result{PQgetResult(connection_)}) {
     if (!diagnostic(result, PG_DIAG_SQLSTATE).empty()) {
-      return trimmed(PQresultErrorMessage(result.get()));
+      return text_of(PQresultErrorMessage(result.get()));
     }
   }
   return own;
@@ -202,7 +201,7 @@ std::string PostgresqlConnection::last_words() const {
 
 void PostgresqlConnection::fail(const PostgresqlResult& result) {
   check_interruption();
-  throw DatabaseError(trimmed(PQresultErrorMessage(result.get())));
+  throw DatabaseError(text_of(PQresultErrorMessage(result.get())));
 }
 
 void PostgresqlConnection::abandon() {

@@ -1,6 +1,5 @@
 #include "host/layout/layout_syntax.h"
 
-#include <algorithm>
 #include <string>
 
 #include "host/layout/key_parts.h"
@@ -13,18 +12,11 @@ namespace korvex::host {
 namespace {
 
 constexpr std::size_t longest_shown_line = 60;
-constexpr const char* blanks = " \t\r";
-
-std::string_view trimmed(std::string_view line) {
-  const std::size_t begin = std::min(line.find_first_not_of(blanks), line.size());
-  const std::size_t end = line.find_last_not_of(blanks);
-  return end == std::string_view::npos ? "" : line.substr(begin, end + 1 - begin);
-}
 
 // Empty behind the last line.
 std::string_view line_at(std::string_view text, std::uint32_t number) {
   for (std::uint32_t i = 1; i < number; ++i) platform::take_line(text);
-  return trimmed(platform::take_line(text));
+  return platform::trimmed(platform::take_line(text), " \t\r");
 }
 
 // The place alone says little to somebody who never saw the grammar.

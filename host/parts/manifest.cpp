@@ -6,6 +6,7 @@
 #include "host/parts/digest.h"
 #include "host/process/signals.h"
 #include "platform/file.h"
+#include "platform/text_lines.h"
 
 namespace korvex::host {
 
@@ -37,13 +38,9 @@ class Lines {
   explicit Lines(std::string_view text) : text_(text) {}
 
   std::string_view value(std::string_view key) {
-    const std::size_t end = text_.find('\n');
-    const std::string_view line = text_.substr(0, end);
-    is_good_ = is_good_ && end != std::string_view::npos && line.starts_with(key) &&
-               line.size() > key.size() && line[key.size()] == ' ';
-    if (!is_good_) return {};
-    text_.remove_prefix(end + 1);
-    return line.substr(key.size() + 1);
+    std::string_view line = platform::take_until(text_, '\n');
+    is_good_ = is_good_ && platform::take_until(line, ' ') == key;
+    return line;
   }
 
   std::uint64_t number(std::string_view key, int base = 10) {

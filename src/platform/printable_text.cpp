@@ -1,6 +1,6 @@
 #include "platform/printable_text.h"
 
-#include <algorithm>
+#include <optional>
 
 #include "platform/codepage.h"
 #include "platform/utf8.h"
@@ -21,15 +21,14 @@ bool is_control(unsigned value) { return value < 0x20 || value == 0x7F; }
 constexpr unsigned high_control_lead = 0xC2;
 bool is_high_control_trail(unsigned value) { return value >= 0x80 && value <= 0x9F; }
 
-}  // namespace
-
-std::string printable(std::string_view text) {
+// Control characters in the text are escaped, but for one that is kept where there is one.
+std::string printable_but(std::string_view text, std::optional<unsigned char> kept) {
   std::string out;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const auto value = static_cast<unsigned char>(text[i]);
     const std::size_t size = first_character_size(text.substr(i));
     const unsigned next = i + 1 < text.size() ? static_cast<unsigned char>(text[i + 1]) : 0;
-    if (size == 0 || is_control(value)) {
+    if (size == 0 || (is_control(value) && value != kept)) {
       out += escaped(value);
     } else if (value == high_control_lead && is_high_control_trail(next)) {
       out += escaped(next);
@@ -42,16 +41,11 @@ std::string printable(std::string_view text) {
   return out;
 }
 
-std::string printable_lines(std::string_view text) {
-  std::string out;
-  while (true) {
-    const std::size_t end = text.find('\n');
-    out += printable(text.substr(0, end));
-    if (end == std::string_view::npos) return out;
-    out += '\n';
-    text.remove_prefix(end + 1);
-  }
-}
+}  // namespace
+
+std::string printable(std::string_view text) { return printable_but(text, std::nullopt); }
+
+std::string printable_lines(std::string_view text) { return printable_but(text, '\n'); }
 
 std::string printable_from_code_page(std::string_view text) {
   return printable(shown_in_utf8(text));

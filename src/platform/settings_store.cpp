@@ -8,6 +8,7 @@
 #include <array>
 #include <chrono>
 #include <cstdlib>
+#include <optional>
 #include <thread>
 
 #include "platform/file.h"
@@ -15,6 +16,7 @@
 #include "platform/interruption.h"
 #include "platform/path.h"
 #include "platform/replacing_file.h"
+#include "platform/text_lines.h"
 
 namespace korvex::platform {
 
@@ -97,25 +99,16 @@ class StoreLock {
   bool held_ = false;
 };
 
-// The value part of the line that sets `name`; npos/0 when there is none.
-struct ValuePlace {
-  std::size_t offset = std::string::npos;
-  std::size_t size = 0;
-};
-
-ValuePlace find_value(const std::string& content, std::string_view name) {
-  for (std::size_t line = 0; line < content.size();) {
-    std::size_t end = content.find('\n', line);
-    if (end == std::string::npos) end = content.size();
-    if (content.compare(line, name.size(), name) == 0 && content[line + name.size()] == '=') {
-      const std::size_t value = line + name.size() + 1;
-      // A file edited elsewhere may end its lines with a carriage return as well.
-      const bool has_return = end > value && content[end - 1] == '\r';
-      return {value, end - value - (has_return ? 1 : 0)};
-    }
-    line = end + 1;
+// The value part of the line that sets `name`, where it stands; nothing when there is none. A file
+// edited elsewhere may end its lines with a carriage return as well.
+std::optional<std::string_view> find_value(std::string_view content, std::string_view name) {
+  while (!content.empty()) {
+    std::string_view value = take_line(content);
+    if (!value.starts_with(name)) continue;
+    value.remove_prefix(name.size());
+    if (value.starts_with('=')) return value.substr(1);
   }
-  return {};
+  return std::nullopt;
 }
 
 }  // namespace
@@ -133,9 +126,9 @@ StoreStatus SettingsStore::read(std::string_view name, std::string& value) const
   const FileCause cause = read_whole(path_, content);
   if (is_missing(cause)) return StoreStatus::key_missing;
   if (cause != FileCause::none) return StoreStatus::failure;
-  const ValuePlace place = find_value(content, name);
-  if (place.offset == std::string::npos) return StoreStatus::value_missing;
-  value = content.substr(place.offset, place.size);
+  const auto found = find_value(content, name);
+  if (!found) return StoreStatus::value_missing;
+  value = *found;
   return StoreStatus::ok;
 }
 
@@ -151,9 +144,9 @@ StoreStatus SettingsStore::write(std::string_view name, std::string_view value) 
   const FileCause cause = read_whole(path_, content);
   if (cause != FileCause::none && !is_missing(cause)) return StoreStatus::failure;
 
-  const ValuePlace place = find_value(content, name);
-  if (place.offset != std::string::npos) {
-    content.replace(place.offset, place.size, value);
+  if (const auto found = find_value(content, name)) {
+    const auto offset = static_cast<std::size_t>(found->data() - content.data());
+    content.replace(offset, found->size(), value);
   } else {
     if (!content.empty() && content.back() != '\n') content += '\n';
     content.append(name).append("=").append(value).append("\n");

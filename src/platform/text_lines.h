@@ -21,6 +21,12 @@ inline std::string_view take_line(std::string_view& text) {
   return line;
 }
 
+// The text without the blanks around it.
+inline std::string_view trimmed(std::string_view text, std::string_view blanks = " \t") {
+  text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+  return text.substr(0, text.find_last_not_of(blanks) + 1);
+}
+
 // What some programs write in front of UTF-8.
 inline void skip_byte_order_mark(std::string_view& text) {
   constexpr std::string_view mark = "\xEF\xBB\xBF";

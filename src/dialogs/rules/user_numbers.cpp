@@ -4,23 +4,13 @@
 #include <charconv>
 
 #include "platform/digits.h"
+#include "platform/text_lines.h"
 #include "run/repeat_count.h"
 
 namespace korvex {
 
-namespace {
-
-std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view blanks = " \t";
-  const auto first = text.find_first_not_of(blanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
-}  // namespace
-
 NumberReading read_repeat_number(std::string_view text, std::uint32_t& number) {
-  std::string_view digits = trimmed(text);
+  std::string_view digits = platform::trimmed(text);
   if (digits.starts_with('+')) digits.remove_prefix(1);
   const bool is_number =
       !digits.empty() && std::all_of(digits.begin(), digits.end(), platform::is_digit);
