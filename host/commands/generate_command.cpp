@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
-#include <fstream>
 #include <ostream>
-#include <vector>
+#include <string_view>
 
 #include "host/commands/data_summary.h"
 #include "host/commands/interface_choice.h"
@@ -24,6 +23,7 @@
 #include "host/records/prediction.h"
 #include "platform/path.h"
 #include "platform/printable_text.h"
+#include "platform/read_file.h"
 #include "run/record_writer.h"
 #include "values/error_codes.h"
 
@@ -33,17 +33,13 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::size_t count_block_size = 1024 * 1024;
-
 std::int64_t count_lines(const std::string& path) {
-  std::ifstream stream(path, std::ios::binary);
-  std::vector<char> block(count_block_size);
   std::int64_t lines = 0;
-  while (stream) {
-    check_interruption();
-    stream.read(block.data(), static_cast<std::streamsize>(block.size()));
-    lines += std::count(block.begin(), block.begin() + stream.gcount(), '\n');
-  }
+  platform::read_line_pieces(path, [&](std::string_view piece) {
+    lines += std::count(piece.begin(), piece.end(), '\n');
+    return true;
+  });
+  check_interruption();
   return lines;
 }
 

@@ -4,10 +4,13 @@
 #include <cctype>
 #include <cstddef>
 #include <filesystem>
-#include <fstream>
+#include <string>
 
 #include "host/process/signals.h"
 #include "host/text/code_page_text.h"
+#include "platform/file.h"
+#include "platform/read_file.h"
+#include "platform/text_lines.h"
 #include "platform/utf8.h"
 
 namespace korvex::host {
@@ -59,44 +62,39 @@ void look_at(std::string_view text, bool is_cut, Look& look) {
   }
 }
 
-// Pieces that end with a line, where a character ends too.
-template <typename Take>
-void read_pieces(std::istream& stream, const Take& take) {
-  std::string text;
-  while (stream) {
-    const std::size_t kept = text.size();
-    text.resize(kept + looked_at);
-    stream.read(text.data() + kept, static_cast<std::streamsize>(looked_at));
-    text.resize(kept + static_cast<std::size_t>(stream.gcount()));
-    const std::size_t end = stream ? text.rfind('\n') + 1 : text.size();
-    check_interruption();
-    if (!take(std::string_view(text).substr(0, end))) return;
-    text.erase(0, end);
-  }
+// The first character of a line beyond ASCII, or only one that the code page lacks.
+std::optional<MisreadCharacter> first_in_line(std::string_view line, bool is_lacking) {
+  const auto first = std::find_if_not(line.begin(), line.end(),
+                                      [](char byte) { return platform::is_ascii(byte); });
+  if (first == line.end()) return std::nullopt;
+  auto offset = static_cast<std::size_t>(first - line.begin());
+  if (is_lacking && exact_code_page_text(line, &offset)) return std::nullopt;
+  const std::string_view before = line.substr(0, offset);
+  line.remove_prefix(offset);
+  MisreadCharacter character;
+  character.place = 1 + std::count_if(before.begin(), before.end(),
+                                      [](char byte) { return !platform::is_continuation(byte); });
+  character.text = line.substr(0, platform::first_character_size(line));
+  character.is_in_code_page = !is_lacking;
+  return character;
 }
 
-// The first character beyond ASCII, or only one that the code page lacks. Its line is counted as an
-// editor does: the reader of the module counts the pieces of a long line, and cuts characters.
+// The same of a list. Its line is counted as an editor does: the reader of the module counts the
+// pieces of a long line, and cuts characters.
 std::optional<MisreadCharacter> first_character(const std::string& path, bool is_lacking) {
-  std::ifstream stream(path, std::ios::binary);
-  std::string line;
-  for (std::int64_t number = 1; std::getline(stream, line); ++number) {
-    check_interruption();
-    const auto first = std::find_if_not(line.begin(), line.end(),
-                                        [](char byte) { return platform::is_ascii(byte); });
-    if (first == line.end()) continue;
-    auto offset = static_cast<std::size_t>(first - line.begin());
-    if (is_lacking && exact_code_page_text(line, &offset)) continue;
-    const std::string_view text = line;
-    const auto before = text.substr(0, offset);
-    return MisreadCharacter{
-        number,
-        1 + std::count_if(before.begin(), before.end(),
-                          [](char byte) { return !platform::is_continuation(byte); }),
-        std::string(text.substr(offset, platform::first_character_size(text.substr(offset)))),
-        !is_lacking};
-  }
-  return std::nullopt;
+  std::optional<MisreadCharacter> found;
+  std::int64_t number = 0;
+  platform::read_line_pieces(path, [&](std::string_view piece) {
+    while (!piece.empty() && !found) {
+      check_interruption();
+      ++number;
+      found = first_in_line(platform::take_line(piece), is_lacking);
+    }
+    return !found;
+  });
+  check_interruption();
+  if (found) found->line = number;
+  return found;
 }
 
 // What comes out of a pipe would be gone for the one who generates.
@@ -115,21 +113,25 @@ bool looks_like_utf8(std::string_view text, bool is_cut) {
 
 bool file_looks_like_utf8(const std::string& path) {
   if (!may_be_looked_at(path)) return false;
-  std::ifstream stream(path, std::ios::binary);
+  platform::File file;
   std::string text(looked_at, '\0');
-  stream.read(text.data(), std::ssize(text));
-  text.resize(static_cast<std::size_t>(stream.gcount()));
-  return looks_like_utf8(text, text.size() == looked_at);
+  std::size_t size = 0;
+  if (file.open_for_reading(path, platform::Sharing::unlocked) != platform::FileCause::none) {
+    return false;
+  }
+  file.read(text.data(), text.size(), size);
+  text.resize(size);
+  return looks_like_utf8(text, size == looked_at);
 }
 
 std::optional<MisreadCharacter> find_misread_character(const std::string& path) {
   if (!may_be_looked_at(path)) return std::nullopt;
-  std::ifstream stream(path, std::ios::binary);
   Look look;
-  read_pieces(stream, [&](std::string_view piece) {
+  platform::read_line_pieces(path, [&](std::string_view piece) {
     look_at(piece, false, look);
     return look.is_utf8;
   });
+  check_interruption();
   if (!look.is_utf8 || !look.has_evidence) return std::nullopt;
   const auto lacking = first_character(path, true);
   return lacking ? lacking : first_character(path, false);

@@ -6,6 +6,7 @@
 #include <array>
 #include <cerrno>
 
+#include "platform/file.h"
 #include "platform/file_calls.h"
 #include "platform/interruption.h"
 
@@ -14,6 +15,7 @@ namespace korvex::platform {
 namespace {
 
 constexpr std::size_t block_size = 16 * 1024;
+constexpr std::size_t piece_size = 64 * 1024;
 
 int read_all(int descriptor, std::string& content) {
   std::array<char, block_size> block;
@@ -36,6 +38,25 @@ int read_file(const std::string& path, std::string& content) {
   const int failure = read_all(descriptor, content);
   file_calls().close(descriptor);
   return failure;
+}
+
+void read_line_pieces(const std::string& path, const std::function<bool(std::string_view)>& take) {
+  File file;
+  if (file.open_for_reading(path, Sharing::unlocked) != FileCause::none) return;
+  std::string text;
+  for (std::size_t count = piece_size; count == piece_size && received_signal() == 0;) {
+    const std::size_t kept = text.size();
+    text.resize(kept + piece_size);
+    const bool is_read = file.read(&text[kept], piece_size, count) == FileCause::none;
+    text.resize(kept + count);
+    // What is kept has no end of a line.
+    const std::size_t feed = std::string_view(text).substr(kept).rfind('\n');
+    const std::size_t line_end = feed == std::string_view::npos ? 0 : kept + feed + 1;
+    const std::size_t end = is_read && count == piece_size ? line_end : text.size();
+    if (!is_read) count = 0;
+    if (end > 0 && !take(std::string_view(text).substr(0, end))) return;
+    text.erase(0, end);
+  }
 }
 
 }  // namespace korvex::platform
