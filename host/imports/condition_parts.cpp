@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
-#include <cstdlib>
 #include <string_view>
 
+#include "host/imports/exact_number.h"
 #include "host/text/any_case.h"
 
 namespace korvex::host {
@@ -37,12 +37,9 @@ std::optional<int> whole_number(const std::string& text) {
 }
 
 bool is_below(const std::string& left, const std::string& right) {
-  char* left_end = nullptr;
-  char* right_end = nullptr;
-  const long double a = std::strtold(left.c_str(), &left_end);
-  const long double b = std::strtold(right.c_str(), &right_end);
-  if (!left.empty() && !right.empty() && *left_end == '\0' && *right_end == '\0') return a < b;
-  return left < right;
+  const auto a = ExactNumber::parse(left);
+  const auto b = ExactNumber::parse(right);
+  return a && b ? *a < *b : left < right;
 }
 
 const Expression& stripped(const Expression& expression) {

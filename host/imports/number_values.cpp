@@ -1,8 +1,8 @@
 #include <algorithm>
-#include <cmath>
 #include <limits>
 
 #include "host/imports/column_values.h"
+#include "host/imports/exact_number.h"
 #include "platform/digits.h"
 
 namespace korvex::host {
@@ -21,15 +21,14 @@ std::int64_t scaled(std::int64_t number, int decimals) {
 // itself.
 std::optional<std::int64_t> bound_units(const std::optional<ValueBound>& bound, int decimals,
                                         int inwards) {
-  if (!bound || !bound->text) return std::nullopt;
-  char* end = nullptr;
-  const long double number = std::strtold(bound->text->c_str(), &end);
-  if (bound->text->empty() || *end != '\0') return std::nullopt;
-  const long double units = number * static_cast<long double>(scaled(1, decimals));
-  if (std::abs(units) > static_cast<long double>(most_number)) return std::nullopt;
-  const long double whole = inwards > 0 ? std::ceil(units) : std::floor(units);
-  const bool is_moved = !bound->is_inclusive && whole == units;
-  return static_cast<std::int64_t>(whole) + (is_moved ? inwards : 0);
+  const auto number = bound && bound->text ? ExactNumber::parse(*bound->text) : std::nullopt;
+  const auto units = number ? number->in_units(decimals) : std::nullopt;
+  if (!number) return std::nullopt;
+  const bool is_inside = number->is_negative() == (inwards < 0);
+  // A bound beyond all numbers either allows none of them, or it is as good as none.
+  if (!units) return is_inside ? std::optional(inwards * (most_number + 1)) : std::nullopt;
+  const bool is_moved = units->is_exact ? !bound->is_inclusive : is_inside;
+  return units->number + (is_moved ? inwards : 0);
 }
 
 struct NumberLimits {
@@ -120,7 +119,7 @@ std::optional<ColumnValues> make_numbers(const ColumnTask& task) {
                                  : scaled(plain_numbers, decimals);
   // What the conditions bound on both sides is theirs; elsewhere the width bounds it.
   std::int64_t end = std::min(most.value_or(limits->largest), limits->largest);
-  std::int64_t start = least.value_or(end > 0 ? 1 : end - width + 1);
+  std::int64_t start = std::max(least.value_or(end > 0 ? 1 : end - width + 1), -limits->largest);
   if (task.is_unique && task.largest && decimals == 0 && *task.largest >= start) {
     if (*task.largest >= end) return std::nullopt;
     start = *task.largest + 1;

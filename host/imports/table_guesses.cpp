@@ -7,6 +7,7 @@
 
 #include "host/guesses/name_words.h"
 #include "host/imports/calendar_days.h"
+#include "host/imports/condition_parts.h"
 #include "host/imports/flags.h"
 
 namespace korvex::host {
@@ -118,11 +119,9 @@ std::string seconds_text(std::chrono::year_month_day day) {
 // Sets the bounds of a guess where the conditions leave both of them free or hold the guess.
 bool set_bounds(const std::string& least, const std::string& most, ColumnFacts& facts) {
   if (facts.choices) return false;
-  const auto number = [](const std::optional<ValueBound>& bound) {
-    return std::strtold(bound->text ? bound->text->c_str() : "", nullptr);
-  };
-  if (facts.least && number(facts.least) > std::strtold(least.c_str(), nullptr)) return false;
-  if (facts.most && number(facts.most) < std::strtold(most.c_str(), nullptr)) return false;
+  const std::string zero = "0";
+  if (facts.least && is_below(least, facts.least->text.value_or(zero))) return false;
+  if (facts.most && is_below(facts.most->text.value_or(zero), most)) return false;
   const bool is_open = facts.least && !facts.least->is_inclusive && facts.least->text == least;
   if (!is_open) facts.least = ValueBound{least, true};
   facts.most = ValueBound{most, true};

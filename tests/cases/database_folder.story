@@ -109,3 +109,17 @@ $ grep -A4 "needs a value" gap/gap.toml
   name      = "a"
   attribute = "character"
   digits    = 1
+# Bounds hold to the last digit, however they are written; where no item reaches them, a value is missing.
+sql CREATE TABLE bound (a decimal(6,2) NOT NULL CHECK (a > 0.285 AND a < 0.31), b decimal(9,0) NOT NULL CHECK (b > 1e3 AND b <= 1.002e3), c decimal(6,2) NOT NULL CHECK (c >= -0.295 AND c < -0.27), d decimal(38,0) NOT NULL CHECK (d > 5 AND d > 100000000000000000000000000001 AND d > 100000000000000000000000000000), e decimal(38,0) NOT NULL CHECK (e > -100000000000000000000000000000 AND e <= -2 AND e >= -3))
+>1 import "<target>" -o bound --tables bound ...
+  ! <*>bound: column d (<*>): needs a value
+  ! 1 column needs a value: look for "korvex: needs a value" in bound
+$ grep -hE '^(start|end) ' bound/bound.toml | tr -s ' '
+  start = "0.29"
+  end = "0.30"
+  start = "1001"
+  end = "1002"
+  start = "-0.29"
+  end = "-0.28"
+  start = "-3"
+  end = "-2"
