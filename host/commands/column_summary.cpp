@@ -4,7 +4,6 @@
 #include <charconv>
 #include <chrono>
 #include <cmath>
-#include <optional>
 
 namespace korvex::host {
 
@@ -13,45 +12,31 @@ namespace {
 constexpr std::size_t most_bars = 24;
 constexpr double seconds_a_day = 86400;
 
-template <typename Number>
-std::optional<Number> number_at(std::string_view text, std::size_t begin, std::size_t size) {
-  if (begin + size > text.size()) return std::nullopt;
-  Number number = 0;
-  const char* const end = text.data() + begin + size;
-  const auto [stop, failure] = std::from_chars(text.data() + begin, end, number);
+// A moment that is not in the calendar has a place beside those that are.
+double place_of_moment(const MomentNumbers& moment) {
+  const std::chrono::sys_days days = std::chrono::year(moment.year) /
+                                     std::chrono::month(moment.month) /
+                                     std::chrono::day(moment.day);
+  const double date = static_cast<double>(days.time_since_epoch().count()) * seconds_a_day;
+  return date + (moment.hour * 60 + moment.minute) * 60 + moment.second;
+}
+
+std::optional<double> number_of(std::string_view text) {
+  if (text.starts_with('+')) text.remove_prefix(1);
+  double number = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, failure] = std::from_chars(text.data(), end, number);
   if (failure != std::errc() || stop != end) return std::nullopt;
   return number;
 }
 
-// Seconds of "23:59:59" from a place on.
-std::optional<double> seconds_at(std::string_view text, std::size_t begin) {
-  const auto hours = number_at<int>(text, begin, 2);
-  const auto minutes = number_at<int>(text, begin + 3, 2);
-  const auto seconds = number_at<int>(text, begin + 6, 2);
-  if (!hours || !minutes || !seconds) return std::nullopt;
-  return (*hours * 60 + *minutes) * 60 + *seconds;
-}
-
-// Where "2024-02-29", "2024-02-29 23:59:59" or "23:59:59" stands in time.
-std::optional<double> moment_place(std::string_view text) {
-  if (text.size() > 2 && text[2] == ':') return seconds_at(text, 0);
-  const auto year = number_at<int>(text, 0, 4);
-  const auto month = number_at<unsigned>(text, 5, 2);
-  const auto day = number_at<unsigned>(text, 8, 2);
-  if (!year || !month || !day) return std::nullopt;
-  const std::chrono::sys_days days =
-      std::chrono::year(*year) / std::chrono::month(*month) / std::chrono::day(*day);
-  const double date = static_cast<double>(days.time_since_epoch().count()) * seconds_a_day;
-  return date + seconds_at(text, 11).value_or(0);
-}
-
-std::optional<double> place_of(std::string_view text, ColumnScale scale) {
-  if (scale == ColumnScale::moments) return moment_place(text);
-  if (text.starts_with('+')) text.remove_prefix(1);
-  return number_at<double>(text, 0, text.size());
-}
-
 }  // namespace
+
+std::optional<double> ColumnSummary::place_of(std::string_view text) const {
+  if (is_numeric_) return number_of(text);
+  const auto moment = moment_numbers(form_, text);
+  return moment ? std::optional(place_of_moment(*moment)) : std::nullopt;
+}
 
 void ColumnSummary::add(std::string_view value) {
   ++records_;
@@ -68,8 +53,8 @@ void ColumnSummary::add(std::string_view value) {
 }
 
 bool ColumnSummary::is_less(const std::string& left, const std::string& right) const {
-  if (scale_ != ColumnScale::numbers) return left < right;
-  return place_of(left, scale_).value_or(0) < place_of(right, scale_).value_or(0);
+  if (!is_numeric_) return left < right;
+  return place_of(left).value_or(0) < place_of(right).value_or(0);
 }
 
 std::string ColumnSummary::smallest() const {
@@ -89,7 +74,7 @@ std::string ColumnSummary::largest() const {
 std::vector<Bar> ColumnSummary::picture() const {
   if (counts_.empty()) return {};
   std::vector<Bar> bars;
-  if (scale_ != ColumnScale::texts) bars = along_scale();
+  if (has_scale()) bars = along_scale();
   if (bars.empty()) bars = by_frequency();
   const auto highest = std::max_element(
       bars.begin(), bars.end(),
@@ -103,7 +88,7 @@ std::vector<Bar> ColumnSummary::picture() const {
 std::vector<Bar> ColumnSummary::along_scale() const {
   std::vector<std::pair<double, std::uint64_t>> places;
   for (const auto& [text, count] : counts_) {
-    const auto place = place_of(text, scale_);
+    const auto place = place_of(text);
     if (!place || !std::isfinite(*place)) return {};
     places.emplace_back(*place, count);
   }

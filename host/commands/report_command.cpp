@@ -19,7 +19,6 @@
 #include "platform/codepage.h"
 #include "platform/path.h"
 #include "platform/printable_text.h"
-#include "values/attributes.h"
 
 namespace korvex::host {
 
@@ -75,12 +74,6 @@ std::string source_of(const LayoutItem& item) {
   return {};
 }
 
-ColumnScale scale_of(const LayoutItem& item) {
-  const auto attribute = item.attributes.attribute;
-  if (moment_form(attribute) != MomentForm::as_it_is) return ColumnScale::moments;
-  return is_numeric(attribute) ? ColumnScale::numbers : ColumnScale::texts;
-}
-
 // The records of a layout as somebody reads them.
 class ReadableRecords {
  public:
@@ -123,8 +116,8 @@ ReportedTable table_of(PreparedLayout& prepared) {
   table.records = forecast.records();
   for (std::size_t i = 0; i < prepared.items().size(); ++i) {
     const LayoutItem& item = *prepared.items()[i].item;
-    table.columns.push_back(
-        {item.name, source_of(item), forecast.item(i).course, ColumnSummary(scale_of(item))});
+    table.columns.push_back({item.name, source_of(item), forecast.item(i).course,
+                             ColumnSummary(item.attributes.attribute)});
   }
   ReadableRecords records(prepared);
   const std::uint64_t looked_at = std::min(table.records, most_records);

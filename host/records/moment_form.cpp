@@ -1,5 +1,6 @@
 #include "host/records/moment_form.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "platform/digits.h"
@@ -125,6 +126,30 @@ std::string_view MomentText::convert(MomentForm form, std::string_view value) {
   const bool is_moment =
       form != MomentForm::as_it_is && !value.empty() && write_moment(form, value, text_.data());
   return is_moment ? std::string_view(text_.data(), size_of(form)) : value;
+}
+
+std::optional<MomentNumbers> moment_numbers(MomentForm form, std::string_view value) {
+  MomentText converter;
+  std::string_view text = converter.convert(form, value);
+  // What is no moment comes back as it is.
+  if (text.data() == value.data()) return std::nullopt;
+  const auto take = [&](std::size_t digits) {
+    const int number = platform::number_of_digits<int>(text.substr(0, digits));
+    text.remove_prefix(std::min(digits + 1, text.size()));
+    return number;
+  };
+  MomentNumbers numbers;
+  if (form != MomentForm::iso_time) {
+    numbers.year = take(4);
+    numbers.month = static_cast<unsigned>(take(2));
+    numbers.day = static_cast<unsigned>(take(2));
+  }
+  if (form != MomentForm::iso_date) {
+    numbers.hour = take(2);
+    numbers.minute = take(2);
+    numbers.second = take(2);
+  }
+  return numbers;
 }
 
 }  // namespace korvex::host

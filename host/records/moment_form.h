@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "host/databases/table_schema.h"
@@ -36,5 +37,20 @@ class MomentText {
   static constexpr std::size_t longest_moment = 19;
   std::array<char, longest_moment> text_;
 };
+
+// What the digits of a moment say: its day need not be in the calendar, nor its time on the clock.
+// A form without a day has the first one that is counted.
+struct MomentNumbers {
+  int year = 1970;
+  unsigned month = 1;
+  unsigned day = 1;
+  int hour = 0;
+  int minute = 0;
+  int second = 0;
+};
+
+// The numbers of a value that can be put into the form, as far as the form has them; nothing for
+// any other.
+std::optional<MomentNumbers> moment_numbers(MomentForm form, std::string_view value);
 
 }  // namespace korvex::host

@@ -3,8 +3,6 @@
 #include <chrono>
 #include <string>
 
-#include "platform/digits.h"
-
 namespace korvex::host {
 
 namespace {
@@ -12,33 +10,22 @@ namespace {
 using Date = std::chrono::year_month_day;
 
 constexpr std::int64_t seconds_a_day = 24 * 60 * 60;
-constexpr std::size_t date_size = 10;
-constexpr std::size_t time_size = 8;
 
 const std::chrono::sys_days first_day =
     Date(std::chrono::year(1), std::chrono::January, std::chrono::day(1));
 const std::chrono::sys_days last_day =
     Date(std::chrono::year(9999), std::chrono::December, std::chrono::day(31));
 
-// Digits in a text that has them there.
-int number_at(std::string_view text, std::size_t place, std::size_t count) {
-  return platform::number_of_digits<int>(text.substr(place, count));
-}
-
-std::optional<std::int64_t> read_date(std::string_view text) {
-  const Date date(std::chrono::year(number_at(text, 0, 4)),
-                  std::chrono::month(static_cast<unsigned>(number_at(text, 5, 2))),
-                  std::chrono::day(static_cast<unsigned>(number_at(text, 8, 2))));
+std::optional<std::int64_t> day_of(const MomentNumbers& moment) {
+  const Date date(std::chrono::year(moment.year), std::chrono::month(moment.month),
+                  std::chrono::day(moment.day));
   if (!date.ok()) return std::nullopt;
   return std::chrono::sys_days(date).time_since_epoch().count();
 }
 
-std::optional<std::int64_t> read_time(std::string_view text) {
-  const int hour = number_at(text, 0, 2);
-  const int minute = number_at(text, 3, 2);
-  const int second = number_at(text, 6, 2);
-  if (hour > 23 || minute > 59 || second > 59) return std::nullopt;
-  return (hour * 60 + minute) * 60 + second;
+std::optional<std::int64_t> second_of(const MomentNumbers& moment) {
+  if (moment.hour > 23 || moment.minute > 59 || moment.second > 59) return std::nullopt;
+  return (moment.hour * 60 + moment.minute) * 60 + moment.second;
 }
 
 // How moments of a kind of layout are written: what stands between digits, or nothing.
@@ -93,14 +80,12 @@ class MomentScale : public sources::Scale {
       : form_(form), separators_(separators_of(layout_kind)) {}
 
   std::optional<std::int64_t> read(std::string_view text) const override {
-    MomentText converter;
-    const std::string_view moment = converter.convert(form_, text);
-    // What is no moment comes back as it is.
-    if (moment.data() == text.data()) return std::nullopt;
-    if (form_ == MomentForm::iso_date) return read_date(moment);
-    if (form_ == MomentForm::iso_time) return read_time(moment);
-    const auto day = read_date(moment.substr(0, date_size));
-    const auto second = read_time(moment.substr(date_size + 1, time_size));
+    const auto moment = moment_numbers(form_, text);
+    if (!moment) return std::nullopt;
+    if (form_ == MomentForm::iso_date) return day_of(*moment);
+    if (form_ == MomentForm::iso_time) return second_of(*moment);
+    const auto day = day_of(*moment);
+    const auto second = second_of(*moment);
     if (!day || !second) return std::nullopt;
     return *day * seconds_a_day + *second;
   }
