@@ -1,15 +1,15 @@
 #include "host/commands/import_command.h"
 
+#include <chrono>
 #include <filesystem>
+#include <memory>
 #include <ostream>
-#include <sstream>
 #include <stdexcept>
 #include <vector>
 
-#include "host/commands/import_folder.h"
-#include "host/databases/table_import.h"
 #include "host/engine/layout_messages.h"
 #include "host/engine/run_folders.h"
+#include "host/imports/database_import.h"
 #include "host/layout/layout_reader.h"
 #include "host/process/distinct_files.h"
 #include "host/process/exit_status.h"
@@ -22,95 +22,150 @@ namespace korvex::host {
 
 namespace {
 
+constexpr std::string_view sqlite_prefix = "sqlite:";
 // What a layout on standard output goes by.
-const std::string standard_name = "layout.toml";
+constexpr const char* standard_name = "layout.toml";
 
-// A file that stands in the way of one that the import would write; empty when there is none.
-std::string file_in_the_way(const ImportOptions& options, const TableImport& import) {
-  if (options.force) return {};
-  std::error_code ignored;
-  if (!options.output.empty() && std::filesystem::exists(options.output, ignored)) {
-    return options.output;
+// The patterns between the commas of an option.
+std::vector<std::string> patterns_of(const std::string& option) {
+  std::vector<std::string> patterns;
+  std::string pattern;
+  for (const char letter : option + ",") {
+    if (letter != ',') {
+      if (letter != ' ' || !pattern.empty()) pattern += letter;
+      continue;
+    }
+    if (!pattern.empty()) patterns.push_back(pattern);
+    pattern.clear();
   }
-  for (const auto& list : import.lists) {
-    // A link counts, wherever it leads.
-    const auto old = std::filesystem::symlink_status(list->path(), ignored);
-    if (std::filesystem::exists(old)) return list->path();
-  }
-  return {};
+  return patterns;
 }
 
-// Says which file of the import would take the place of the database, of what SQLite keeps beside
-// that, or of another file of the import. Answers whether there was one.
-bool print_conflict(const ImportOptions& options, const TableImport& import,
-                    std::ostream& messages) {
+DatabaseImportOptions import_options(const ImportOptions& options, bool is_sqlite) {
+  DatabaseImportOptions asked;
+  asked.choice = {patterns_of(options.whole.tables), patterns_of(options.whole.except),
+                  patterns_of(options.whole.keep)};
+  asked.wish.records = options.records;
+  asked.wish.scale = options.whole.scale;
+  asked.is_plain = options.whole.is_plain;
+  asked.is_sqlite = is_sqlite;
+  asked.today = std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now());
+  return asked;
+}
+
+// Where a file of the import goes.
+struct Place {
+  std::string path;       // empty for standard output
+  bool is_given = false;  // by the user, so that what a link leads to is meant
+};
+
+std::vector<Place> places_of(const ImportOptions& options, const DatabaseImport& import) {
+  const bool is_one = !options.table.empty();
+  const std::string folder = !is_one                  ? options.output
+                             : options.output.empty() ? "."
+                                                      : platform::folder_of(options.output);
+  std::vector<Place> places;
+  for (const FileDraft& file : import.files) {
+    places.push_back({platform::join_path(folder, file.name)});
+  }
+  if (is_one) places.front() = {options.output, true};
+  return places;
+}
+
+// Refuses to write over what is there, unless that is wanted, and over the database itself ever.
+void check_places(const ImportOptions& options, const std::vector<Place>& places) {
   DistinctFiles files;
   for (const std::string& file : database_files(options.database)) {
     files.read(file, "the database that is read");
   }
-  const std::string written = "another file of the import";
-  bool is_conflict = false;
-  const auto check = [&](const std::string& path, const std::optional<std::string>& role) {
-    if (!role || is_conflict) return;
-    is_conflict = true;
-    messages << platform::printable(path) << ": is " << *role << ", expected a file of its own"
-             << std::endl;
-  };
-  const std::string output = options.output.empty() ? "/dev/stdout" : options.output;
-  check(output, files.write(output, written));
-  for (const auto& list : import.lists) check(list->path(), files.replace(list->path(), written));
-  return is_conflict;
+  for (const auto& [path, is_given] : places) {
+    const std::string written = "another file of the import";
+    const auto role = is_given ? files.write(path.empty() ? "/dev/stdout" : path, written)
+                               : files.replace(path, written);
+    if (role) throw std::invalid_argument(path + ": is " + *role + ", expected a file of its own");
+  }
+  for (const auto& [path, is_given] : places) {
+    std::error_code ignored;
+    const auto old = is_given ? std::filesystem::status(path, ignored)
+                              : std::filesystem::symlink_status(path, ignored);
+    if (std::filesystem::exists(old) && !path.empty() && !options.force) {
+      throw std::runtime_error(path + " exists; --force replaces it");
+    }
+  }
 }
 
-// Writes the layout and keeps the lists, neither unless both can be had. Answers what went wrong.
-std::string keep(const TableImport& import, const std::string& text, const std::string& path,
+// All of the files or none; the layouts last, as they lead to the lists.
+void write_files(const std::vector<FileDraft>& files, const std::vector<Place>& places,
                  std::ostream& out) {
-  make_folder(platform::folder_of(path));
-  ReplacedOutput output(path.empty() ? "-" : path, out);
-  output.write(text);
-  output.flush();
-  if (!output.failure().empty()) return output.failure();
-  for (const auto& list : import.lists) list->keep();
-  output.finish();
-  return output.failure();
-}
-
-int import_into(const ImportOptions& options, std::ostream& out, std::ostream& messages) {
-  const std::string folder = options.output.empty() ? "." : platform::folder_of(options.output);
-  const auto database = open_database(options.database);
-  TableImport import = import_table(*database, options.table,
-                                    options.records.value_or(default_import_records), folder);
-  for (const std::string& remark : import.remarks) {
-    messages << platform::printable(options.table) << ": " << platform::printable(remark) << "\n";
-  }
-  for (const std::string& error : import.errors) {
-    messages << platform::printable(options.table) << ": error: " << platform::printable(error)
-             << "\n";
-  }
-  if (!import.errors.empty()) return exit_status::failed;
-  if (print_conflict(options, import, messages)) return exit_status::wrong_usage;
-  if (const std::string path = file_in_the_way(options, import); !path.empty()) {
-    messages << platform::printable(path) << " exists; --force replaces it\n";
-    return exit_status::failed;
-  }
-  std::ostringstream text;
-  write_layout(import.layout, text);
-  // What no run could use, say a layout in the place of its own log, is not written.
-  const std::string name = options.output.empty() ? standard_name : options.output;
-  if (print_layout_errors(parse_layout(text.str(), name, std::nullopt), messages)) {
-    return exit_status::wrong_usage;
+  std::vector<std::unique_ptr<ReplacedOutput>> outputs;
+  const auto check = [](const ReplacedOutput& output) {
+    if (!output.failure().empty()) throw std::runtime_error(output.failure());
+  };
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    const auto& [path, is_given] = places[i];
+    make_folder(platform::folder_of(path));
+    outputs.push_back(is_given ? std::make_unique<ReplacedOutput>(path.empty() ? "-" : path, out)
+                               : std::make_unique<ReplacedOutput>(path));
+    outputs.back()->write(files[i].content);
+    outputs.back()->flush();
+    check(*outputs.back());
   }
   check_interruption();
-  if (const std::string failure = keep(import, text.str(), options.output, out); !failure.empty()) {
-    messages << failure << "\n";
-    return exit_status::failed;
+  for (auto output = outputs.rbegin(); output != outputs.rend(); ++output) {
+    (*output)->finish();
+    check(**output);
   }
-  if (!options.output.empty()) {
-    const std::size_t count = import.layout.items.size();
-    out << count << (count == 1 ? " item: " : " items: ") << platform::printable(options.output)
-        << std::endl;
+}
+
+DatabaseImport plan_import(const ImportOptions& options) {
+  const bool is_sqlite = options.database.starts_with(sqlite_prefix);
+  const auto database = open_database(options.database);
+  return options.table.empty()
+             ? import_database(*database, import_options(options, is_sqlite))
+             : import_table(*database, options.table,
+                            options.records.value_or(default_import_records), is_sqlite);
+}
+
+std::string counted(std::size_t count, const std::string& things) {
+  return std::to_string(count) + " " + things + (count == 1 ? "" : "s");
+}
+
+int import_files(const ImportOptions& options, std::ostream& out, std::ostream& messages) {
+  const bool is_one = !options.table.empty();
+  if (options.output.empty() && !is_one) {
+    messages << "an import of all tables has no folder to go to, expected -o FOLDER" << std::endl;
+    return exit_status::wrong_usage;
   }
-  return exit_status::done;
+  const DatabaseImport import = plan_import(options);
+  for (const std::string& remark : import.remarks) {
+    messages << platform::printable(remark) << "\n";
+  }
+  if (import.layouts == 0) throw std::runtime_error("the database has no table to import");
+  if (is_one && import.items == 0)
+    throw std::runtime_error(options.table + ": no column can become an item");
+  if (is_one && import.gaps > 0) return exit_status::failed;
+  const std::vector<Place> places = places_of(options, import);
+  check_places(options, places);
+  // What no run could use is said now.
+  bool has_errors = false;
+  for (std::size_t i = 0; i < import.layouts; ++i) {
+    const std::string& path = places[i].path;
+    const LayoutReading reading =
+        parse_layout(import.files[i].content, path.empty() ? standard_name : path, std::nullopt,
+                     MissingLists::allowed);
+    has_errors = print_layout_errors(reading, messages) || has_errors;
+  }
+  if (is_one && has_errors) return exit_status::wrong_usage;
+  write_files(import.files, places, out);
+  if (options.output.empty()) return exit_status::done;
+  out << (is_one ? counted(import.items, "item") : counted(import.layouts, "layout")) << ": "
+      << platform::printable(options.output) << std::endl;
+  if (import.gaps > 0) {
+    messages << counted(import.gaps, "column") << (import.gaps == 1 ? " needs" : " need")
+             << " a value: look for \"korvex: needs a value\" in "
+             << platform::printable(options.output) << std::endl;
+  }
+  return import.gaps > 0 || has_errors ? exit_status::failed : exit_status::done;
 }
 
 }  // namespace
@@ -119,8 +174,7 @@ int run_import(const ImportOptions& given, std::ostream& out, std::ostream& mess
   ImportOptions options = given;
   if (options.output == "-") options.output.clear();
   try {
-    return options.table.empty() ? import_folder(options, out, messages)
-                                 : import_into(options, out, messages);
+    return import_files(options, out, messages);
   } catch (const std::invalid_argument& wrong) {
     messages << platform::printable_lines(wrong.what()) << std::endl;
     return exit_status::wrong_usage;

@@ -2,9 +2,10 @@
 
 #include <algorithm>
 
-#include "host/databases/type_mapping.h"
+#include "formatlang/value_parser.h"
 #include "host/imports/calendar_days.h"
 #include "host/imports/pattern_samples.h"
+#include "host/imports/range_course.h"
 #include "host/imports/type_samples.h"
 #include "host/layout/own_text.h"
 #include "values/records.h"
@@ -15,13 +16,16 @@ namespace {
 
 constexpr std::size_t samples = 200;  // of a type or pattern, for a column that repeats
 constexpr std::size_t default_text = 200;
-constexpr int letters = 5;  // in one directive
-constexpr std::int64_t seconds_of_day = 86'400;
-// What ranges of days and moments reach, without the days that the last moments are on.
-constexpr std::chrono::year_month_day first_day_of_ranges{
-    std::chrono::year(1970), std::chrono::January, std::chrono::day(2)};
-constexpr std::chrono::year_month_day last_day_of_ranges{
-    std::chrono::year(2038), std::chrono::January, std::chrono::day(18)};
+constexpr std::size_t default_item = 40;  // for a text without a limit
+constexpr int letters = 5;                // in one directive
+constexpr std::size_t digits = 10;        // of a text that is a number
+
+// A day that is a number of its digits, such as 20240229.
+std::chrono::year_month_day day_number(std::int64_t number) {
+  return {std::chrono::year(static_cast<int>(number / 10'000)),
+          std::chrono::month(static_cast<unsigned>(number / 100 % 100)),
+          std::chrono::day(static_cast<unsigned>(number % 100))};
+}
 
 std::optional<std::chrono::year_month_day> day_of(const std::optional<ValueBound>& bound,
                                                   const ImportPeriod& period) {
@@ -52,6 +56,9 @@ std::vector<std::string> held_by(const ColumnTask& task) {
 ColumnValues moments(const ColumnTask& task) {
   using namespace std::chrono;
   ImportPeriod period = task.period;
+  if (task.is_unique && task.form == DraftForm::settings) {
+    period = {day_number(first_date), day_number(last_date)};
+  }
   const auto least = day_of(task.facts.least, period);
   const auto most = day_of(task.facts.most, period);
   const auto length = sys_days(period.last) - sys_days(period.first);
@@ -70,6 +77,9 @@ ColumnValues moments(const ColumnTask& task) {
   if (!held.empty()) {
     const auto first = day_of(ValueBound{held.front(), true}, period);
     if (first) period = {sys_days(*first) - days(1) - length, sys_days(*first) - days(1)};
+    const sys_days earliest = day_number(first_date);
+    if (sys_days(period.first) < earliest && sys_days(period.last) > earliest)
+      period.first = earliest;
   }
   return moment_values(task.column, period, task.is_unique);
 }
@@ -126,6 +136,10 @@ std::optional<ColumnValues> shaped(const ColumnTask& task, const TypeShape& shap
   return listed(std::move(values), task.is_unique || is_range);
 }
 
+TypeShape plain_shape(std::string name) {
+  return {TypeShape::Kind::plain, std::move(name), {}, {}};
+}
+
 // Texts that all patterns of a column match: those of one are made, the others are left to hope.
 std::optional<ColumnValues> patterned(const ColumnTask& task) {
   const ColumnFacts& facts = task.facts;
@@ -144,43 +158,27 @@ std::optional<ColumnValues> patterned(const ColumnTask& task) {
   return listed(std::move(texts), task.is_unique);
 }
 
-ColumnUse use_of(const ColumnTask& task) {
-  ColumnUse use;
-  use.is_unique = task.is_unique;
-  use.records = task.records;
-  if (task.largest_text) use.largest_text = task.largest_text;
-  return use;
-}
-
-std::optional<ColumnValues> ranged(const MappedColumn& mapped, bool is_unique) {
-  if (mapped.distinct_values < 2) return std::nullopt;
-  ColumnValues made;
-  made.attributes = mapped.attributes;
-  made.attributes.signed_flag = 0;
-  made.period = static_cast<std::uint64_t>(mapped.distinct_values);
-  made.keys = {{"type", toml_text("range")},
-               {"format", toml_text(mapped.values.format)},
-               {"start", toml_text(mapped.values.start)},
-               {"end", toml_text(mapped.values.end)},
-               {"order", order_of(is_unique)}};
-  return made;
-}
-
-// Letters, as many as the column asks for: those beyond the directives stay the same.
+// Letters, as many as the column asks for: those beyond the directives stay the same. Numbers,
+// where a unique column has used the letters up.
 std::optional<ColumnValues> lettered(const ColumnTask& task) {
   const auto limit = static_cast<int>(std::min<std::size_t>(text_limit(task), default_text));
   const int least = std::max(task.facts.least_length.value_or(1), 1);
   if (limit < least) return std::nullopt;
   const int count = std::min(limit, letters);
   const bool is_lower = task.facts.letter_case == ColumnFacts::LetterCase::lower;
-  TextForm form = {
+  const TextForm form = {
       std::string(static_cast<std::size_t>(std::max(least - count, 0)), is_lower ? 'a' : 'A'),
       is_lower ? 'a' : 'A', is_lower ? 'z' : 'Z', static_cast<std::size_t>(count), ""};
-  auto made = ranged(map_text_form(form, use_of(task)), task.is_unique);
+  auto made = counted_texts(form, task);
+  const bool is_short = !made || made->period < static_cast<std::uint64_t>(task.records);
+  if (task.is_unique && is_short && limit > letters && least <= static_cast<int>(digits)) {
+    made =
+        counted_texts({"", '0', '9', std::min(digits, static_cast<std::size_t>(limit)), ""}, task);
+  }
   if (!made) return std::nullopt;
-  made->attributes = text_attributes(
-      task.column.length > 0 ? static_cast<std::size_t>(task.column.length)
-                             : std::max<std::size_t>(form.before.size() + form.count, 40));
+  made->attributes = text_attributes(task.column.length > 0
+                                         ? static_cast<std::size_t>(task.column.length)
+                                         : std::max(form.before.size() + form.count, default_item));
   return made;
 }
 
@@ -198,7 +196,7 @@ std::optional<ColumnValues> texts(const ColumnTask& task) {
   constexpr std::size_t longest_word = 16;
   const ColumnFacts& facts = task.facts;
   if (!facts.json_type.empty()) {
-    return shaped(task, {TypeShape::Kind::plain, "json", {}, {}});
+    return shaped(task, plain_shape("json"));
   }
   if (!facts.regular.empty() || !facts.like.empty()) return patterned(task);
   const bool is_free =
@@ -210,27 +208,24 @@ std::optional<ColumnValues> texts(const ColumnTask& task) {
   return lettered(task);
 }
 
-std::optional<ColumnValues> times(const ColumnTask& task) {
-  ColumnValues made;
-  made.attributes = {attribute::time, 0, 6, 6, 0};
-  made.keys = {{"type", toml_text("range")},
-               {"format", toml_text("%T")},
-               {"start", toml_text("000000")},
-               {"end", toml_text(task.is_followed ? "175959" : "235959")},
-               {"order", order_of(task.is_unique)}};
-  made.is_measured = true;
-  made.period =
-      static_cast<std::uint64_t>(task.is_followed ? seconds_of_day * 3 / 4 : seconds_of_day);
+constexpr std::size_t clock_length = 8;
+constexpr ItemAttributes time_item = {attribute::time, 0, 6, 6, 0};
+
+std::optional<ColumnValues> times(const ItemAttributes& item, const ColumnTask& task) {
+  auto made = range_values(item, {"%T", "000000", task.is_followed ? "175959" : "235959", "1"},
+                           task.is_unique);
+  if (made) made->is_measured = item.attribute == attribute::time;
   return made;
 }
 
-std::optional<ColumnValues> identifiers(const ColumnTask& task) {
-  const auto mapped = map_column(task.column, use_of(task));
-  return mapped ? ranged(*mapped, task.is_unique) : std::nullopt;
-}
-
-TypeShape plain_shape(std::string name) {
-  return {TypeShape::Kind::plain, std::move(name), {}, {}};
+// A word in the quotation marks of JSON goes where no list is wanted.
+std::optional<ColumnValues> json(const ColumnTask& task) {
+  if (task.form == DraftForm::ways || !task.facts.json_type.empty()) {
+    return shaped(task, plain_shape("json"));
+  }
+  auto made = counted_texts({"\"", 'A', 'Z', letters, "\""}, task);
+  if (made) made->attributes = text_attributes(default_item);
+  return made;
 }
 
 }  // namespace
@@ -262,6 +257,44 @@ std::size_t text_limit(const ColumnTask& task) {
                              task.column.length > 0 ? 0 : task.facts.least_length.value_or(0)));
 }
 
+std::optional<ColumnValues> range_values(const ItemAttributes& item, const RangeTexts& texts,
+                                         bool is_unique) {
+  const auto course = RangeCourse::of(item, texts);
+  if (!course) return std::nullopt;
+  ColumnValues made;
+  made.attributes = item;
+  made.period = course->values();
+  made.keys = {{"type", toml_text("range")},
+               {"format", toml_text(texts.format)},
+               {"start", toml_text(texts.start)},
+               {"end", toml_text(texts.end)}};
+  if (texts.increment != "1") made.keys.push_back({"increment", toml_text(texts.increment)});
+  made.keys.push_back({"order", order_of(is_unique)});
+  return made;
+}
+
+std::optional<ColumnValues> counted_texts(const TextForm& form, const ColumnTask& task) {
+  const bool is_number = form.lowest == '0';
+  const char directive = is_number ? 'U' : form.lowest == 'a' ? 's' : 'S';
+  const std::string before = form.before.empty() ? "" : "'" + form.before + "'";
+  const std::string after = form.behind.empty() ? "" : "'" + form.behind + "'";
+  RangeTexts texts = {before + "%" + std::to_string(form.count) + directive + after,
+                      std::string(form.count, form.lowest), std::string(form.count, form.highest),
+                      "1"};
+  const ItemAttributes item = text_attributes(form.before.size() + form.count + form.behind.size());
+  std::optional<std::string> last;
+  if (task.is_unique && task.largest_text) last = task.largest_text(form);
+  // The number that is left out is 0.
+  if (last || is_number) {
+    if (last) texts.start = last->substr(form.before.size(), form.count);
+    const auto course = RangeCourse::of(item, texts);
+    if (!course) return std::nullopt;
+    texts.start = course->text(1).substr(form.before.size(), form.count);
+  }
+  if (is_number) texts.start.erase(0, texts.start.find_first_not_of('0'));
+  return range_values(item, texts, task.is_unique);
+}
+
 // Days that no range of the layout language reaches.
 ColumnValues listed_days(const ImportPeriod& period, bool is_unique) {
   using namespace std::chrono;
@@ -275,29 +308,33 @@ ColumnValues listed_days(const ImportPeriod& period, bool is_unique) {
   return listed(std::move(values), is_unique);
 }
 
+// A moment as the layout language has it, not beyond the first and the last that it reaches.
+std::string moment_text(std::chrono::year_month_day day, std::int64_t time) {
+  if (day == day_number(first_date)) time = std::max(time, first_date_time);
+  if (day == day_number(last_date)) time = std::min(time, last_date_time);
+  const std::string clock = std::to_string(1'000'000 + time).substr(1);
+  return layout_day(day) + " " + clock;
+}
+
 ColumnValues moment_values(const ColumnSchema& column, const ImportPeriod& given, bool is_unique) {
   using namespace std::chrono;
+  constexpr std::int64_t last_time = 235959;
   ImportPeriod period = given;
   // A range has two values at least.
   if (sys_days(period.last) <= sys_days(period.first)) {
     period.last = sys_days(period.first) + days(1);
   }
   const bool is_date = column.type == ColumnType::date;
-  if (period.first < first_day_of_ranges || period.last > last_day_of_ranges) {
-    return listed_days(period, is_unique);
-  }
-  ColumnValues made;
-  made.attributes = is_date ? ItemAttributes{attribute::date, 0, 8, 8, 0}
-                            : ItemAttributes{attribute::timestamp, 0, 15, 15, 0};
-  made.keys = {{"type", toml_text("range")},
-               {"format", toml_text(is_date ? "%4YMD" : "%TS")},
-               {"start", toml_text(layout_day(period.first) + (is_date ? "" : " 000000"))},
-               {"end", toml_text(layout_day(period.last) + (is_date ? "" : " 235959"))},
-               {"order", order_of(is_unique)}};
-  const auto span = (sys_days(period.last) - sys_days(period.first)).count() + 1;
-  made.is_measured = true;
-  made.period = static_cast<std::uint64_t>(is_date ? span : span * seconds_of_day);
-  return made;
+  const ItemAttributes item = is_date ? ItemAttributes{attribute::date, 0, 8, 8, 0}
+                                      : ItemAttributes{attribute::timestamp, 0, 15, 15, 0};
+  auto made = range_values(
+      item,
+      {is_date ? "%4YMD" : "%TS", is_date ? layout_day(period.first) : moment_text(period.first, 0),
+       is_date ? layout_day(period.last) : moment_text(period.last, last_time), "1"},
+      is_unique);
+  if (!made) return listed_days(period, is_unique);
+  made->is_measured = true;
+  return std::move(*made);
 }
 
 std::optional<ColumnValues> make_values(const ColumnTask& task) {
@@ -314,15 +351,15 @@ std::optional<ColumnValues> make_values(const ColumnTask& task) {
     case ColumnType::timestamp:
       return moments(task);
     case ColumnType::time:
-      return times(task);
-    case ColumnType::uuid:
-      return identifiers(task);
-    case ColumnType::hex_binary:
-      return shaped(task, plain_shape("bytea"));
-    case ColumnType::json:
-      return shaped(task, plain_shape("json"));
+      return times(time_item, task);
     case ColumnType::interval:
-      return shaped(task, plain_shape("interval"));
+      return times(text_attributes(clock_length), task);
+    case ColumnType::uuid:
+      return counted_texts({"00000000-0000-4000-8000-", '0', '9', 12, ""}, task);
+    case ColumnType::hex_binary:
+      return counted_texts({"\\x", '0', '9', digits, ""}, task);
+    case ColumnType::json:
+      return json(task);
     case ColumnType::unknown:
       if (task.shape == nullptr) return texts(task);
       return shaped(task, *task.shape);

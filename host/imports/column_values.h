@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "formatlang/default_settings.h"
 #include "host/databases/table_rules.h"
 #include "host/databases/table_schema.h"
 #include "host/imports/table_facts.h"
@@ -20,12 +21,19 @@ struct ImportPeriod {
   std::chrono::year_month_day last;
 };
 
+// What a layout has its values from.
+enum class DraftForm {
+  ways,      // draws and shuffles, in UTF-8
+  settings,  // ranges and lists from their first value on, in code page 932, as every command takes
+};
+
 // A column that needs values of its own.
 struct ColumnTask {
   const ColumnSchema& column;
   const ColumnFacts& facts;
   const TypeShape* shape = nullptr;  // of a type that is unknown otherwise; null for any other
   ImportPeriod period = {};
+  DraftForm form = DraftForm::ways;
   std::int64_t records = 0;
   bool is_unique = false;
   bool is_followed = false;         // by a later moment, which is to have room
@@ -63,6 +71,16 @@ std::optional<ColumnValues> make_numbers(const ColumnTask& task);
 
 // Numbers from `least` to `most`, in units of the last of `decimals`, drawn or shuffled.
 ColumnValues number_values(std::int64_t least, std::int64_t most, int decimals, bool is_unique);
+
+// The item that a column's type names, for numbers; nothing for another type.
+std::optional<ItemAttributes> number_attributes(const ColumnSchema& column);
+
+// The values of a range with their way. Nothing for one that the library refuses.
+std::optional<ColumnValues> range_values(const ItemAttributes& item, const RangeTexts& texts,
+                                         bool is_unique);
+
+// Texts of a form, which go on after the largest that a unique column holds.
+std::optional<ColumnValues> counted_texts(const TextForm& form, const ColumnTask& task);
 
 // A number of units as SQL has it.
 std::string decimal_text(std::int64_t units, int decimals);

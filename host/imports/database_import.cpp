@@ -47,42 +47,83 @@ std::vector<std::string> layout_files(const DatabaseModel& model) {
   return files;
 }
 
+class Import {
+ public:
+  explicit Import(ImportPlan plan) : plan_(std::move(plan)) {}
+
+  PlannedTable& add(std::size_t table) {
+    check_interruption();
+    plan_table(plan_, table);
+    PlannedTable& planned = plan_.planned[table];
+    std::ostringstream text;
+    write_layout(planned.layout, text);
+    made_.files.push_back({planned.file, text.str()});
+    std::move(planned.lists.begin(), planned.lists.end(), std::back_inserter(lists_));
+    for (const std::string& remark : planned.remarks) say(planned, remark);
+    made_.gaps += planned.gaps;
+    made_.items += planned.layout.items.size();
+    return planned;
+  }
+
+  void say(const PlannedTable& table, const std::string& remark) {
+    made_.remarks.push_back(table.layout.table + ": " + remark);
+  }
+
+  DatabaseImport finish() {
+    made_.layouts = made_.files.size();
+    std::move(lists_.begin(), lists_.end(), std::back_inserter(made_.files));
+    return std::move(made_);
+  }
+
+ private:
+  ImportPlan plan_;
+  std::vector<FileDraft> lists_;
+  DatabaseImport made_;
+};
+
 }  // namespace
 
 DatabaseImport import_database(Database& database, const DatabaseImportOptions& options) {
   const DatabaseModel model = read_database(database, options.choice, options.is_sqlite);
-  DatabaseImport import;
-  for (const std::string& pattern : model.unmatched) {
-    import.remarks.push_back("no table is named " + pattern);
-  }
+  Import import({.model = model,
+                 .database = database,
+                 .period = period_before(options.today),
+                 .is_plain = options.is_plain,
+                 .files = layout_files(model),
+                 .records = wished_records(model, options.wish),
+                 .sums = options.is_plain ? Sums{} : find_sums(model)});
+  for (const std::size_t table : tables_in_order(model)) import.add(table);
+  DatabaseImport made = import.finish();
+  std::vector<std::string> first;
+  for (const std::string& pattern : model.unmatched)
+    first.push_back("no table is named " + pattern);
   for (const LeftOutTable& table : model.left_out) {
-    import.remarks.push_back(table.name + ": left out, " + table.reason);
+    first.push_back(table.name + ": left out, " + table.reason);
   }
-  ImportPlan plan{model,
-                  database,
-                  period_before(options.today),
-                  options.is_plain,
-                  layout_files(model),
-                  wished_records(model, options.wish),
-                  options.is_plain ? Sums{} : find_sums(model),
-                  {}};
-  std::vector<FileDraft> lists;
-  for (const std::size_t table : tables_in_order(model)) {
-    check_interruption();
-    plan_table(plan, table);
-    PlannedTable& planned = plan.planned[table];
-    std::ostringstream text;
-    write_layout(planned.layout, text);
-    import.files.push_back({planned.file, text.str()});
-    for (FileDraft& list : planned.lists) lists.push_back(std::move(list));
-    for (const std::string& remark : planned.remarks) {
-      import.remarks.push_back(planned.layout.table + ": " + remark);
-    }
-    import.gaps += planned.gaps;
+  made.remarks.insert(made.remarks.begin(), first.begin(), first.end());
+  return made;
+}
+
+DatabaseImport import_table(Database& database, const std::string& table, std::int64_t records,
+                            bool is_sqlite) {
+  DatabaseModel model;
+  model.is_sqlite = is_sqlite;
+  model.tables.push_back(read_table(database, table, is_sqlite));
+  const TableSchema& schema = model.tables.front().schema;
+  Import import({.model = model,
+                 .database = database,
+                 .period = {std::chrono::year(2024) / 1 / 1, std::chrono::year(2024) / 12 / 31},
+                 .form = DraftForm::settings,
+                 .is_plain = true,
+                 .files = layout_files(model),
+                 .records = {records}});
+  const PlannedTable& planned = import.add(0);
+  if (!schema.obstacle.empty()) import.say(planned, "load cannot fill it: " + schema.obstacle);
+  // The first says what the file is.
+  for (std::size_t i = 1; i < planned.layout.remarks.size(); ++i) {
+    import.say(planned, planned.layout.remarks[i]);
   }
-  import.layouts = import.files.size();
-  std::move(lists.begin(), lists.end(), std::back_inserter(import.files));
-  return import;
+  return import.finish();
 }
 
 }  // namespace korvex::host

@@ -21,6 +21,7 @@ struct DatabaseImportOptions {
 
 struct DatabaseImport {
   std::vector<FileDraft> files;      // the layouts, then their lists
+  std::size_t items = 0;             // of all layouts
   std::size_t layouts = 0;           // of the files, from the first on
   std::vector<std::string> remarks;  // one for each line
   std::size_t gaps = 0;
@@ -28,5 +29,10 @@ struct DatabaseImport {
 
 // Plans a layout for each table of a database. Throws DatabaseError or Interrupted.
 DatabaseImport import_database(Database& database, const DatabaseImportOptions& options);
+
+// Plans a layout for one table or view, whose values are in their order and without guesses. What
+// other tables hold stays: keys take their rows.
+DatabaseImport import_table(Database& database, const std::string& table, std::int64_t records,
+                            bool is_sqlite);
 
 }  // namespace korvex::host

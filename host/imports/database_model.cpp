@@ -62,6 +62,16 @@ std::size_t DatabaseModel::find(const ForeignKey& key) const {
   return static_cast<std::size_t>(found - tables.begin());
 }
 
+ImportedTable read_table(Database& database, const std::string& name, bool is_sqlite) {
+  ImportedTable table;
+  table.schema = database.read_schema(name);
+  table.rules = database.read_rules(table.schema);
+  table.facts = read_facts(table.schema, table.rules, is_sqlite);
+  add_partition_facts(table.schema, table.rules, table.facts);
+  table.rows = database.count_rows(table.schema, most_counted_rows);
+  return table;
+}
+
 DatabaseModel read_database(Database& database, const TableChoice& choice, bool is_sqlite) {
   DatabaseModel model;
   model.is_sqlite = is_sqlite;
@@ -83,8 +93,7 @@ DatabaseModel read_database(Database& database, const TableChoice& choice, bool 
       if (is_chosen) model.left_out.push_back({each.name, each.left_out});
       continue;
     }
-    ImportedTable table;
-    table.schema = database.read_schema(each.name);
+    ImportedTable table = read_table(database, each.name, is_sqlite);
     // What is not asked for keeps its rows, and others may refer to them.
     table.is_kept = is_kept || !is_chosen;
     const auto& columns = table.schema.columns;
@@ -94,10 +103,6 @@ DatabaseModel read_database(Database& database, const TableChoice& choice, bool 
       model.left_out.push_back({each.name, "no column to fill"});
       table.is_kept = true;
     }
-    table.rules = database.read_rules(table.schema);
-    table.facts = read_facts(table.schema, table.rules, is_sqlite);
-    add_partition_facts(table.schema, table.rules, table.facts);
-    table.rows = database.count_rows(table.schema, most_counted_rows);
     model.tables.push_back(std::move(table));
   }
   return model;

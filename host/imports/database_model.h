@@ -42,7 +42,9 @@ struct DatabaseModel {
   std::size_t find(const ForeignKey& key) const;
 };
 
-// Throws DatabaseError or Interrupted.
+// Throws DatabaseError or Interrupted, as the next one.
+ImportedTable read_table(Database& database, const std::string& name, bool is_sqlite);
+
 DatabaseModel read_database(Database& database, const TableChoice& choice, bool is_sqlite);
 
 }  // namespace korvex::host

@@ -5,7 +5,6 @@
 #include <set>
 #include <utility>
 
-#include "host/databases/type_mapping.h"
 #include "host/imports/set_values.h"
 #include "host/layout/own_text.h"
 #include "host/ways/mixing.h"
@@ -286,21 +285,12 @@ class TextGuesser {
     const std::size_t fixed = before.size() + behind.size();
     if (limit_ < fixed + 2) return std::nullopt;
     const std::size_t digits = std::min<std::size_t>(email_digits, limit_ - fixed);
-    ColumnUse use;
-    use.is_unique = true;
-    use.records = task_.records;
-    if (task_.largest_text) use.largest_text = task_.largest_text;
-    const MappedColumn mapped = map_text_form({before, '0', '9', digits, behind}, use);
-    if (mapped.distinct_values < task_.records) return std::nullopt;
+    auto values = counted_texts({before, '0', '9', digits, behind}, task_);
+    if (!values || values->period < wanted()) return std::nullopt;
     GuessedText text;
     text.what = "unique, and reach nobody";
+    text.values = std::move(*values);
     text.values.attributes = text_attributes(limit_);
-    text.values.period = static_cast<std::uint64_t>(mapped.distinct_values);
-    text.values.keys = {{"type", toml_text("range")},
-                        {"format", toml_text(mapped.values.format)},
-                        {"start", toml_text(mapped.values.start)},
-                        {"end", toml_text(mapped.values.end)},
-                        {"order", toml_text("shuffled")}};
     return text;
   }
 

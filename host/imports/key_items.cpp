@@ -19,11 +19,6 @@ constexpr std::uint64_t room_above_mean = 4;
 constexpr std::size_t key_length = 64;  // of an item whose parent is not known yet
 constexpr std::int32_t line_digits = 9;
 
-bool fits_a_line(std::string_view text) {
-  return !text.empty() &&
-         text.find_first_of(std::string_view("\0\t\r\n", 4)) == std::string_view::npos;
-}
-
 std::string joined(const std::vector<std::string>& texts) {
   std::string line;
   for (const std::string& text : texts) line += (line.empty() ? "" : "\t") + text;
@@ -53,14 +48,20 @@ void KeyItems::add(std::size_t place, std::vector<PlannedItem>& items) {
   for (const std::size_t column : use.key->columns) {
     if (items[column].is_empty) return leave_empty(use, items[column].reason, items);
   }
-  const bool has_layout = use.parent < plan_.files.size() && !plan_.files[use.parent].empty();
-  if (use.parent == table_ && has_layout) {
-    add_own(use, items);
-  } else if (has_layout) {
-    add_layout(use, items);
-  } else {
+  if (is_list(place)) {
     add_list(use, items);
+  } else if (use.parent == table_) {
+    add_own(use, items);
+  } else {
+    add_layout(use, items);
   }
+}
+
+bool KeyItems::is_list(std::size_t place) const {
+  const std::size_t parent = keys_.keys[place].parent;
+  if (parent >= plan_.files.size() || plan_.files[parent].empty()) return true;
+  return parent == table_ && plan_.form == DraftForm::settings &&
+         plan_.model.tables[table_].rows > 0;
 }
 
 void KeyItems::add_layout(const KeyUse& use, std::vector<PlannedItem>& items) {
@@ -88,6 +89,9 @@ void KeyItems::add_layout(const KeyUse& use, std::vector<PlannedItem>& items) {
 // its own.
 void KeyItems::add_own(const KeyUse& use, std::vector<PlannedItem>& items) {
   const bool has_root = may_be_empty(use, items);
+  if (has_root && plan_.form == DraftForm::settings) {
+    return leave_empty(use, "refers to " + use.key->table + ", which has no rows yet", items);
+  }
   for (std::size_t place = 0; place < use.key->columns.size(); ++place) {
     PlannedItem& item = items[use.key->columns[place]];
     const std::string& name = use.key->referenced_columns[place];
@@ -114,15 +118,26 @@ void KeyItems::add_own(const KeyUse& use, std::vector<PlannedItem>& items) {
   }
 }
 
-// The rows that are there, or as many as a list may have.
-void KeyItems::add_list(const KeyUse& use, std::vector<PlannedItem>& items) {
-  std::vector<std::vector<std::string>> rows;
+// The rows that are there, or as many as a list may have; those that a unique key has are not free.
+std::optional<KeyItems::Rows> KeyItems::read_rows(const KeyUse& use,
+                                                  std::vector<PlannedItem>& items) {
+  const std::string& table = use.key->table;
+  const bool is_encoded = plan_.form == DraftForm::settings;
+  std::int64_t unfit = 0;
+  Rows rows;
   std::set<std::vector<std::string>> taken;
   const auto read = [&](const ForeignKey& key, const auto& take) {
     plan_.database.read_keys(key, [&](const std::vector<std::string_view>& texts) {
       check_interruption();
-      if (std::all_of(texts.begin(), texts.end(), fits_a_line)) {
-        take(std::vector<std::string>(texts.begin(), texts.end()));
+      std::vector<std::string> row;
+      for (const std::string_view text : texts) {
+        auto line = list_line(text, is_encoded);
+        if (line) row.push_back(std::move(*line));
+      }
+      if (row.size() < texts.size()) {
+        ++unfit;
+      } else {
+        take(std::move(row));
       }
     });
   };
@@ -137,12 +152,38 @@ void KeyItems::add_list(const KeyUse& use, std::vector<PlannedItem>& items) {
       read(own, [&](std::vector<std::string> row) { taken.insert(std::move(row)); });
     }
     read(*use.key, [&](std::vector<std::string> row) {
-      if (rows.size() < most_listed_keys && !taken.contains(row)) rows.push_back(std::move(row));
+      const bool has_room = is_encoded || rows.size() < most_listed_keys;
+      if (has_room && !taken.contains(row)) rows.push_back(std::move(row));
     });
   } catch (const KeysUnreadable& failure) {
-    return leave_empty(use, "its keys cannot be read: " + std::string(failure.what()), items);
+    leave_empty(use, "refers to " + table + ", which cannot be read: " + failure.what(), items);
+    return std::nullopt;
   }
-  if (rows.empty()) return leave_empty(use, use.key->table + " has no keys that are free", items);
+  if (unfit > 0) {
+    planned_.remarks.push_back(column_names(schema_, use.key->columns) + ": keys of " + table +
+                               " left out, as a list cannot hold them: " + std::to_string(unfit));
+  }
+  if (!rows.empty()) return rows;
+  const std::string why = unfit > 0       ? "none of whose keys can be in a list"
+                          : taken.empty() ? "which has no rows yet (load " + table + " first)"
+                                          : "which has no keys that are free";
+  leave_empty(use, "refers to " + table + ", " + why, items);
+  return std::nullopt;
+}
+
+void KeyItems::add_list(const KeyUse& use, std::vector<PlannedItem>& items) {
+  const auto rows = read_rows(use, items);
+  if (!rows) return;
+  if (plan_.form == DraftForm::ways) {
+    add_table(use, *rows, items);
+  } else {
+    add_columns(use, *rows, items);
+  }
+  for (const std::size_t column : use.key->columns) items[column].values->period = rows->size();
+  finish(use, items);
+}
+
+void KeyItems::add_table(const KeyUse& use, const Rows& rows, std::vector<PlannedItem>& items) {
   std::size_t longest = 1;
   std::string content =
       use.key->columns.size() == 1 ? "" : joined(use.key->referenced_columns) + "\n";
@@ -162,10 +203,20 @@ void KeyItems::add_list(const KeyUse& use, std::vector<PlannedItem>& items) {
     }
     items[use.key->columns[place]].values = std::move(values);
   }
-  if (use.is_unique) {
-    plan_.records[table_] = std::min(plan_.records[table_], static_cast<std::int64_t>(rows.size()));
+}
+
+// Lists that go side by side, so that a record's values are those of one row.
+void KeyItems::add_columns(const KeyUse& use, const Rows& rows, std::vector<PlannedItem>& items) {
+  for (std::size_t place = 0; place < use.key->columns.size(); ++place) {
+    const std::size_t column = use.key->columns[place];
+    ColumnValues values;
+    for (const auto& row : rows) values.listed.push_back(row[place]);
+    items[column].values = std::move(values);
   }
-  finish(use, items);
+  if (use.key->columns.size() == 1) return;
+  planned_.layout.remarks.push_back(column_names(schema_, use.key->columns) +
+                                    ": together the key of " + use.key->table +
+                                    ", their lists belong together line by line");
 }
 
 void KeyItems::leave_empty(const KeyUse& use, const std::string& why,
@@ -232,11 +283,11 @@ std::optional<KeyItems::CountedKey> KeyItems::counted_parent(const ColumnOrder& 
   }
   for (const ItemDraft& item : parent->second.layout.items) {
     if (item.name != left->key->referenced_columns.front()) continue;
-    const auto start = std::find_if(item.values.keys.begin(), item.values.keys.end(),
+    const auto start = std::find_if(item.values.begin(), item.values.end(),
                                     [](const LayoutKey& key) { return key.name == "start"; });
-    const bool counts_on = std::none_of(item.values.keys.begin(), item.values.keys.end(),
+    const bool counts_on = std::none_of(item.values.begin(), item.values.end(),
                                         [](const LayoutKey& key) { return key.name == "order"; });
-    if (start == item.values.keys.end() || !counts_on || item.attributes.decimals > 0) break;
+    if (start == item.values.end() || !counts_on || item.attributes.decimals > 0) break;
     return CountedKey{std::atoll(start->value.c_str() + 1), plan_.records[left->parent]};
   }
   return std::nullopt;

@@ -18,6 +18,9 @@ class KeyItems {
   KeyItems(ImportPlan& plan, std::size_t table, const KeyPlan& keys, std::uint64_t most_in_group,
            PlannedTable& planned);
 
+  // Whether a key takes the rows that are there, not those of a layout.
+  bool is_list(std::size_t use) const;
+
   // The items of one key. Throws DatabaseError or Interrupted.
   void add(std::size_t use, std::vector<PlannedItem>& items);
 
@@ -35,6 +38,10 @@ class KeyItems {
   std::optional<CountedKey> counted_parent(const ColumnOrder& order) const;
   void add_layout(const KeyUse& use, std::vector<PlannedItem>& items);
   void add_list(const KeyUse& use, std::vector<PlannedItem>& items);
+  using Rows = std::vector<std::vector<std::string>>;
+  std::optional<Rows> read_rows(const KeyUse& use, std::vector<PlannedItem>& items);
+  void add_table(const KeyUse& use, const Rows& rows, std::vector<PlannedItem>& items);
+  void add_columns(const KeyUse& use, const Rows& rows, std::vector<PlannedItem>& items);
   void add_own(const KeyUse& use, std::vector<PlannedItem>& items);
   void leave_empty(const KeyUse& use, const std::string& why, std::vector<PlannedItem>& items);
   std::vector<LayoutKey> way_of(const KeyUse& use) const;

@@ -13,11 +13,13 @@ using Columns = std::vector<std::size_t>;
 
 class KeyPlanner {
  public:
-  KeyPlanner(const DatabaseModel& model, std::size_t table, const ForeignKey* summed)
+  KeyPlanner(const DatabaseModel& model, std::size_t table, const ForeignKey* summed,
+             const std::function<bool(std::size_t)>& has_enough)
       : model_(model),
         table_(model.tables[table].schema),
         facts_(model.tables[table].facts),
-        summed_(summed) {
+        summed_(summed),
+        has_enough_(has_enough) {
     plan_.columns.resize(table_.columns.size());
   }
 
@@ -160,20 +162,17 @@ class KeyPlanner {
            !facts_.columns[column].choices && !facts_.columns[column].is_bounded();
   }
 
-  // Whether a column has values for any number of rows.
+  // Whether a column's values may all be different without looking odd, and are enough.
   bool is_rich(std::size_t column) const {
-    const ColumnSchema& schema = table_.columns[column];
     const ColumnFacts& facts = facts_.columns[column];
     if (facts.choices || facts.is_bounded() || facts.most_length) return false;
-    constexpr int rich_length = 5;
-    switch (schema.type) {
+    switch (table_.columns[column].type) {
       case ColumnType::integer32:
       case ColumnType::integer64:
       case ColumnType::uuid:
       case ColumnType::timestamp:
-        return true;
       case ColumnType::text:
-        return schema.length == 0 || schema.length >= rich_length;
+        return has_enough_(column);
       default:
         return false;
     }
@@ -251,21 +250,23 @@ class KeyPlanner {
   const TableSchema& table_;
   const TableFacts& facts_;
   const ForeignKey* const summed_;
+  const std::function<bool(std::size_t)>& has_enough_;
   KeyPlan plan_;
 };
 
 }  // namespace
 
 std::string column_names(const TableSchema& table, const std::vector<std::size_t>& columns) {
-  std::string names;
+  std::string names = columns.size() == 1 ? "column " : "columns ";
   for (const std::size_t column : columns) {
-    names += (names.empty() ? "" : ", ") + table.columns[column].name;
+    names += (column == columns.front() ? "" : ", ") + table.columns[column].name;
   }
   return names;
 }
 
-KeyPlan plan_keys(const DatabaseModel& model, std::size_t table, const ForeignKey* summed) {
-  return KeyPlanner(model, table, summed).plan();
+KeyPlan plan_keys(const DatabaseModel& model, std::size_t table, const ForeignKey* summed,
+                  const std::function<bool(std::size_t)>& has_enough) {
+  return KeyPlanner(model, table, summed, has_enough).plan();
 }
 
 }  // namespace korvex::host

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -48,10 +49,11 @@ struct KeyPlan {
 };
 
 // `summed` is a key that is to have each, because a total is made of its records; null without.
-KeyPlan plan_keys(const DatabaseModel& model, std::size_t table,
-                  const ForeignKey* summed = nullptr);
+// `has_enough` tells whether a column has values for all records, beside those that it holds.
+KeyPlan plan_keys(const DatabaseModel& model, std::size_t table, const ForeignKey* summed,
+                  const std::function<bool(std::size_t)>& has_enough);
 
-// The columns' names in a row.
+// The columns' names in a row, as messages call them.
 std::string column_names(const TableSchema& table, const std::vector<std::size_t>& columns);
 
 }  // namespace korvex::host

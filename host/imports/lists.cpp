@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "host/text/code_page_text.h"
+#include "lists/enumeration_value.h"
 #include "platform/utf8.h"
 
 namespace korvex::host {
@@ -11,6 +13,8 @@ namespace {
 // As many as a person still reads in a line.
 constexpr std::size_t most_values_in_layout = 16;
 constexpr std::size_t most_text_in_layout = 400;
+// A longer line would be read as several.
+constexpr std::size_t longest_line = 32'768;
 
 }  // namespace
 
@@ -37,6 +41,40 @@ std::string add_list_file(const std::string& layout_file, const std::string& col
   }
   lists.push_back({name, std::move(content)});
   return name;
+}
+
+std::optional<std::string> list_line(std::string_view text, bool is_encoded) {
+  // A tab separates the columns of a table.
+  const std::string_view refused = is_encoded ? std::string_view("\0\r\n", 3) : "\t\r\n";
+  const bool is_line = !text.empty() && text.find_first_of(refused) == std::string_view::npos &&
+                       text.find('\0') == std::string_view::npos;
+  if (!is_line) return std::nullopt;
+  if (!is_encoded) return std::string(text);
+  auto line = exact_code_page_text(text);
+  if (line && line->size() > longest_line) return std::nullopt;
+  return line;
+}
+
+std::vector<LayoutKey> enumeration_keys(const std::vector<std::string>& lines,
+                                        const ColumnSchema& column, const std::string& layout_file,
+                                        std::vector<FileDraft>& lists, ItemAttributes& item) {
+  std::string content;
+  std::size_t longest = static_cast<std::size_t>(
+      column.type == ColumnType::text && column.length > 0 ? column.length : 1);
+  // Where the two are numbers, they are numbers for other programs, too.
+  const bool is_flag = column.type == ColumnType::boolean && column.choices.front() == "0";
+  const auto number = is_flag ? std::optional(ItemAttributes{attribute::decimal, 1, 2, 1, 0})
+                              : number_attributes(column);
+  bool fits_number = number.has_value();
+  const EnumerationRule rule(number.value_or(text_attributes(1)));
+  for (const std::string& line : lines) {
+    longest = std::max(longest, line.size());
+    fits_number = fits_number && rule.check(line) == error::none;
+    content += line + "\n";
+  }
+  item = fits_number ? *number : text_attributes(longest);
+  const std::string file = add_list_file(layout_file, column.name, std::move(content), lists);
+  return {{"type", toml_text("enumeration")}, {"file", toml_text(file)}};
 }
 
 std::vector<LayoutKey> list_keys(std::vector<std::string> values, const std::string& layout_file,

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/imports/table_planner.h"
@@ -15,6 +17,15 @@ std::vector<LayoutKey> list_keys(std::vector<std::string> values, const std::str
 // Adds a file with the name of a layout and of what it is for, and answers its name.
 std::string add_list_file(const std::string& layout_file, const std::string& column,
                           std::string content, std::vector<FileDraft>& lists);
+
+// A line of a list, in code page 932 where that is asked for; nothing for a text that is none.
+std::optional<std::string> list_line(std::string_view text, bool is_encoded);
+
+// The keys of a list in code page 932, which always has a file, and the item for it: one for the
+// numbers of the column's type where all values fit, else a text with room for them.
+std::vector<LayoutKey> enumeration_keys(const std::vector<std::string>& lines,
+                                        const ColumnSchema& column, const std::string& layout_file,
+                                        std::vector<FileDraft>& lists, ItemAttributes& item);
 
 // A name without what a file's name, or the layout that has it, cannot hold.
 std::string file_name_part(std::string_view name);

@@ -19,6 +19,7 @@ struct PlannedItem {
   std::string empty_with;   // the column without whose value there is none
   std::string when;         // a condition as TOML has it, in place of a share
   std::string group;        // items of one row
+  int repeat_level = 0;     // 0 without repeats
   std::string reason;       // why its values are what they are, for the comment above it
 };
 

@@ -30,10 +30,15 @@ class Counter {
     return std::move(order_);
   }
 
-  // Keys lead nowhere else, few columns, and others refer to it: names and codes.
+  // Keys lead nowhere else, few columns, none of them a moment, and others refer to it: names and
+  // codes.
   bool is_lookup(std::size_t table) const {
     const TableSchema& schema = model_.tables[table].schema;
-    return referenced_.contains(table) && schema.foreign_keys.empty() &&
+    const bool has_moment =
+        std::any_of(schema.columns.begin(), schema.columns.end(), [](const ColumnSchema& column) {
+          return column.type == ColumnType::date || column.type == ColumnType::timestamp;
+        });
+    return referenced_.contains(table) && schema.foreign_keys.empty() && !has_moment &&
            schema.columns.size() <= most_lookup_columns;
   }
 

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "control/control_file.h"
 #include "host/imports/lists.h"
 #include "host/layout/own_text.h"
+#include "host/text/code_page_text.h"
 
 namespace korvex::host {
 
@@ -12,7 +14,7 @@ namespace {
 
 using Kind = ColumnRole::Kind;
 
-constexpr std::size_t longest_item_name = 63;
+constexpr std::size_t longest_item_name = sizeof(ControlItem::name) - 1;
 
 class LayoutWriter {
  public:
@@ -30,7 +32,7 @@ class LayoutWriter {
     LayoutDraft& layout = planned_.layout;
     layout.table = schema_.name;
     layout.records = static_cast<std::int32_t>(plan_.records[table_]);
-    layout.is_utf8 = true;
+    layout.is_utf8 = plan_.form == DraftForm::ways;
     planned_.file = plan_.files[table_];
     layout.data = planned_.file.substr(0, planned_.file.rfind('.')) + ".csv";
     planned_.attributes.resize(items_.size());
@@ -39,9 +41,9 @@ class LayoutWriter {
       layout.items.push_back(item_draft(i));
       planned_.attributes[i] = layout.items.back().attributes;
       if (items_[i].is_gap) {
-        ++planned_.gaps;
-        planned_.remarks.push_back("column " + schema_.columns[i].name + " (" +
-                                   schema_.columns[i].declared_type + "): needs a value");
+        report_gap(i, items_[i].reason);
+      } else if (items_[i].is_empty) {
+        layout.remarks.push_back(label(i) + items_[i].reason + ", stays NULL");
       }
     }
     write_unique_sets();
@@ -72,14 +74,35 @@ class LayoutWriter {
     return remarks;
   }
 
+  std::string label(std::size_t i) const { return column_names(schema_, {i}) + ": "; }
+
+  void report_gap(std::size_t i, const std::string& why) {
+    ++planned_.gaps;
+    planned_.remarks.push_back(label(i) + why + ", but must not be NULL");
+  }
+
+  // Why a column's name is none that an item may have; empty for one that is.
+  std::string wrong_name(const std::string& name) const {
+    const bool is_encoded = plan_.form == DraftForm::settings;
+    if (name.find_first_of("\r\n") != std::string::npos) return "its name has a line end";
+    const auto encoded = is_encoded ? exact_code_page_text(name) : std::optional(name);
+    if (!encoded) return "its name has a character that code page 932 lacks";
+    const std::size_t size = is_encoded ? encoded->size() : character_count(name);
+    if (size <= longest_item_name) return {};
+    return "its name has " + std::to_string(size) +
+           (is_encoded ? " bytes in code page 932" : " characters") + ", expected at most " +
+           std::to_string(longest_item_name);
+  }
+
   bool takes_name(std::size_t i) {
-    const std::string& name = schema_.columns[i].name;
-    if (character_count(name) <= longest_item_name &&
-        std::none_of(name.begin(), name.end(),
-                     [](char letter) { return static_cast<unsigned char>(letter) < ' '; })) {
-      return true;
+    const ColumnSchema& column = schema_.columns[i];
+    const std::string why = wrong_name(column.name);
+    if (why.empty()) return true;
+    if (column.nullable || column.has_default) {
+      planned_.remarks.push_back(label(i) + why + ", left out");
+    } else {
+      report_gap(i, why);
     }
-    planned_.remarks.push_back("column " + name + ": left out, its name is none of an item");
     return false;
   }
 
@@ -105,33 +128,65 @@ class LayoutWriter {
     draft.nullable = item.is_nullable;
     draft.remarks = remarks_of(i);
     draft.attributes = text_attributes(1);
-    if (item.is_empty || !item.values) return draft;
+    if (item.is_empty || !item.values) {
+      draft.values = {{"type", toml_text("initial")}};
+      return draft;
+    }
     ColumnValues& values = *item.values;
     draft.attributes = values.attributes;
-    draft.values.source = ValuesDraft::Source::by_keys;
+    if (plan_.form == DraftForm::settings) {
+      set_plain_values(i, draft);
+      return draft;
+    }
     if (!values.listed.empty()) {
-      draft.values.keys =
-          list_keys(std::move(values.listed), planned_.file, draft.name, planned_.lists);
+      draft.values = list_keys(std::move(values.listed), planned_.file, draft.name, planned_.lists);
     }
     const ColumnRole& role = keys_.columns[i];
     for (LayoutKey& key : values.keys) {
       const bool is_replaced = key.name == "order" && (role.has_within || !role.joint.empty());
-      if (!is_replaced) draft.values.keys.push_back(std::move(key));
+      if (!is_replaced) draft.values.push_back(std::move(key));
     }
     if (role.kind == Kind::own && role.has_within) {
-      draft.values.keys.push_back({"within", toml_text(hub_item())});
+      draft.values.push_back({"within", toml_text(hub_item())});
     }
     if (role.kind == Kind::own && !role.joint.empty()) {
-      draft.values.keys.push_back({"joint", toml_text(role.joint)});
+      draft.values.push_back({"joint", toml_text(role.joint)});
     }
-    if (!item.group.empty()) draft.values.keys.push_back({"group", toml_text(item.group)});
+    if (!item.group.empty()) draft.values.push_back({"group", toml_text(item.group)});
     if (!draft.nullable) return draft;
-    if (!item.when.empty()) draft.values.keys.push_back({"when", item.when});
-    if (!item.empty_share.empty()) draft.values.keys.push_back({"empty", item.empty_share});
+    if (!item.when.empty()) draft.values.push_back({"when", item.when});
+    if (!item.empty_share.empty()) draft.values.push_back({"empty", item.empty_share});
     if (!item.empty_with.empty()) {
-      draft.values.keys.push_back({"empty_with", toml_text(item.empty_with)});
+      draft.values.push_back({"empty_with", toml_text(item.empty_with)});
     }
     return draft;
+  }
+
+  // Ranges, references and lists in their own order.
+  void set_plain_values(std::size_t i, ItemDraft& draft) {
+    ColumnValues& values = *items_[i].values;
+    if (!values.listed.empty()) {
+      std::vector<std::string> lines;
+      for (const std::string& value : values.listed) {
+        auto line =
+            keys_.columns[i].kind == Kind::key ? std::optional(value) : list_line(value, true);
+        if (line) {
+          lines.push_back(std::move(*line));
+        } else {
+          planned_.remarks.push_back(label(i) + "the value \"" + value +
+                                     "\" left out, as a list of code page 932 cannot hold it");
+        }
+      }
+      draft.values = enumeration_keys(lines, schema_.columns[i], planned_.file, planned_.lists,
+                                      draft.attributes);
+    } else {
+      std::erase_if(values.keys, [](const LayoutKey& key) { return key.name == "order"; });
+      draft.values = std::move(values.keys);
+    }
+    if (items_[i].repeat_level > 0) {
+      draft.values.push_back(
+          {"repeat", "{ level = " + std::to_string(items_[i].repeat_level) + ", count = 1 }"});
+    }
   }
 
   const std::string& hub_item() const {

@@ -30,8 +30,9 @@ class TablePlanner {
         schema_(imported_.schema),
         facts_(imported_.facts.columns),
         orders_(imported_.facts.orders),
-        keys_(plan_keys(plan.model, table, summed_key())),
         columns_(schema_.columns),
+        keys_(plan_keys(plan.model, table, summed_key(),
+                        [this](std::size_t i) { return has_enough(i); })),
         items_(schema_.columns.size()) {
     if (!plan.is_plain) guesses_.emplace(imported_, keys_);
   }
@@ -44,10 +45,18 @@ class TablePlanner {
       orders_.insert(orders_.end(), guessed.begin(), guessed.end());
     }
     for (std::size_t i = 0; i < items_.size(); ++i) make_own(i);
+    add_keys(true);
+    nest_joined();
     limit_records();
     if (guesses_) guesses_->finish(items_);
-    follow_orders(orders_, imported_, items_);
-    add_keys();
+    if (plan_.form == DraftForm::ways) {
+      follow_orders(orders_, imported_, items_);
+    } else {
+      for (const ColumnOrder& order : orders_) {
+        note({order.left, order.right}, "compared by a condition, which their values may not meet");
+      }
+    }
+    add_keys(false);
     write_layout(plan_, table_, keys_, items_, planned_);
     return std::move(planned_);
   }
@@ -119,17 +128,26 @@ class TablePlanner {
     const auto& filled = imported_.rules.filled;
     const bool is_filled = std::count(filled.begin(), filled.end(), i) > 0 &&
                            !items_[i].is_referenced && keys_.has_own_values(i);
-    if (column.is_generated) note(column.name + ": computed by the database");
-    if (is_filled) note(column.name + ": filled by a trigger");
+    if (column.is_generated) note({i}, "computed by the database, left out");
+    if (is_filled) note({i}, "filled by a trigger, left out");
     return column.is_generated || is_filled;
   }
 
-  void note(const std::string& text) { planned_.layout.remarks.push_back(text); }
+  void note(const std::vector<std::size_t>& columns, const std::string& text) {
+    planned_.layout.remarks.push_back(column_names(schema_, columns) + ": " + text);
+  }
 
-  ColumnTask task_of(std::size_t i) {
+  // Asked while the keys are planned: nothing else of the plan is there yet.
+  bool has_enough(std::size_t i) const {
+    const auto values = make_values(task_of(i, true));
+    return values && values->period >= static_cast<std::uint64_t>(plan_.records[table_]);
+  }
+
+  ColumnTask task_of(std::size_t i, bool is_unique) const {
     ColumnTask task{.column = columns_[i], .facts = facts_[i], .period = plan_.period};
+    task.form = plan_.form;
     task.records = plan_.records[table_];
-    task.is_unique = keys_.columns[i].is_unique;
+    task.is_unique = is_unique;
     task.is_followed = std::any_of(orders_.begin(), orders_.end(),
                                    [&](const ColumnOrder& order) { return order.left == i; });
     if (task.is_followed) {
@@ -154,7 +172,7 @@ class TablePlanner {
     return task;
   }
 
-  std::vector<std::string> held_texts(std::size_t i) {
+  std::vector<std::string> held_texts(std::size_t i) const {
     ForeignKey own;
     own.quoted_table = schema_.quoted_name;
     own.referenced_columns = {schema_.columns[i].name};
@@ -180,7 +198,7 @@ class TablePlanner {
       return;
     }
     if (facts_[i].is_always_null || keys_.columns[i].kind == Kind::empty) {
-      item.reason = facts_[i].is_always_null ? "another column has a value in its place"
+      item.reason = facts_[i].is_always_null ? "a condition keeps it without a value"
                                              : "a key that can't be followed beside another one";
       item.is_empty = true;
       return;
@@ -190,7 +208,7 @@ class TablePlanner {
     if (guesses_ && !is_distinct) {
       guesses_->narrow(i, plan_.period, columns_[i], facts_[i], item);
     }
-    const ColumnTask task = task_of(i);
+    const ColumnTask task = task_of(i, is_distinct);
     if (guesses_) item.values = guesses_->text_values(i, task, item);
     if (!item.values) item.values = make_values(task);
     if (!item.values) leave_without_values(i);
@@ -200,10 +218,13 @@ class TablePlanner {
     const ColumnSchema& column = schema_.columns[i];
     PlannedItem& item = items_[i];
     item.is_empty = true;
-    if (column.nullable && !facts_[i].is_never_null) {
-      item.reason = "no value is known for the type or its conditions, stays NULL";
-    } else if (column.has_default) {
-      note(column.name + ": left to its default");
+    item.reason = "no value is known for the type or its conditions";
+    if (keys_.columns[i].is_unique && imported_.rows > 0) {
+      item.reason = "no value is known behind those that it holds";
+    }
+    if (column.nullable && !facts_[i].is_never_null) return;
+    if (column.has_default) {
+      note({i}, "left to its default");
       item.is_left_out = true;
     } else {
       item.is_gap = true;
@@ -212,8 +233,9 @@ class TablePlanner {
 
   std::uint64_t period_of(std::size_t column) const {
     const ColumnRole& role = keys_.columns[column];
-    if (role.kind == Kind::key) return parent_records(keys_.keys[role.key]);
-    return items_[column].values ? items_[column].values->period : sources::endless;
+    const auto& values = items_[column].values;
+    if (values && values->period > 0) return values->period;
+    return role.kind == Kind::key ? parent_records(keys_.keys[role.key]) : sources::endless;
   }
 
   std::uint64_t parent_records(const KeyUse& use) const {
@@ -221,18 +243,19 @@ class TablePlanner {
     return is_planned ? static_cast<std::uint64_t>(plan_.records[use.parent]) : sources::endless;
   }
 
-  void limit_to(std::uint64_t count, const std::string& columns) {
+  void limit_to(std::uint64_t count, const std::vector<std::size_t>& columns) {
     std::int64_t& records = plan_.records[table_];
     if (count >= static_cast<std::uint64_t>(records)) return;
     records = static_cast<std::int64_t>(count);
-    note(columns + ": unique, with only " + std::to_string(count) + " different values");
+    note(columns, "unique, with only " + std::to_string(count) +
+                      " different values: the layout has " + std::to_string(count) + " records");
   }
 
   void limit_records() {
     for (std::size_t i = 0; i < items_.size(); ++i) {
       const ColumnRole& role = keys_.columns[i];
       const bool is_unique_key = role.kind == Kind::key && keys_.keys[role.key].is_unique;
-      if (role.is_unique || is_unique_key) limit_to(period_of(i), schema_.columns[i].name);
+      if (role.is_unique || is_unique_key) limit_to(period_of(i), {i});
       if (has_within(i)) {
         most_in_group_ = std::min(most_in_group_, period_of(i));
       }
@@ -241,7 +264,7 @@ class TablePlanner {
     if (!keys_.hub) return;
     const std::uint64_t parents = parent_records(keys_.keys[*keys_.hub]);
     const KeyUse& hub = keys_.keys[*keys_.hub];
-    limit_to(sources::product(parents, most_in_group_), column_names(schema_, hub.key->columns));
+    limit_to(sources::product(parents, most_in_group_), hub.key->columns);
   }
 
   bool has_within(std::size_t i) const {
@@ -249,25 +272,59 @@ class TablePlanner {
     return role.has_within || (role.kind == Kind::key && keys_.keys[role.key].has_within);
   }
 
-  void limit_joined() {
-    std::map<std::string, std::uint64_t> products;
-    for (std::size_t i = 0; i < items_.size(); ++i) {
-      const ColumnRole& role = keys_.columns[i];
-      const bool is_first_of_key = role.kind == Kind::key && role.place == 0;
-      const std::string& joint = is_first_of_key ? keys_.keys[role.key].joint : role.joint;
-      if (joint.empty()) continue;
-      std::uint64_t& product = products.try_emplace(joint, 1).first->second;
-      product = sources::product(product, period_of(i));
-    }
-    for (const auto& [joint, product] : products) limit_to(product, joint);
+  // The set whose members take each combination once; empty for none.
+  const std::string& joint_of(std::size_t i) const {
+    const ColumnRole& role = keys_.columns[i];
+    const bool is_first_of_key = role.kind == Kind::key && role.place == 0;
+    return is_first_of_key ? keys_.keys[role.key].joint : role.joint;
   }
 
-  void add_keys() {
+  void limit_joined() {
+    struct Joined {
+      std::vector<std::size_t> columns;
+      std::uint64_t combinations = 1;
+    };
+    std::map<std::string, Joined> sets;
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+      const std::string& joint = joint_of(i);
+      if (joint.empty() || items_[i].is_empty) continue;
+      Joined& set = sets[joint];
+      set.columns.push_back(i);
+      set.combinations = sources::product(set.combinations, period_of(i));
+    }
+    for (const auto& [joint, set] : sets) limit_to(set.combinations, set.columns);
+  }
+
+  // Without ways, repeats give each combination of one set once.
+  void nest_joined() {
+    if (plan_.form == DraftForm::ways) return;
+    std::string nested;
+    int level = 0;
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+      const std::string& joint = joint_of(i);
+      const bool is_wide = keys_.columns[i].kind == Kind::key &&
+                           keys_.keys[keys_.columns[i].key].key->columns.size() > 1;
+      if (joint.empty() || !items_[i].values) continue;
+      if (nested.empty()) nested = joint;
+      if (nested == joint && !is_wide) {
+        items_[i].repeat_level = ++level;
+      } else {
+        note({i}, "unique together with others, which their values may not be");
+      }
+    }
+  }
+
+  // The keys that lead to lists, or all others.
+  void add_keys(bool to_lists) {
     KeyItems keys(plan_, table_, keys_, most_in_group_, planned_);
-    for (std::size_t use = 0; use < keys_.keys.size(); ++use) keys.add(use, items_);
+    for (std::size_t use = 0; use < keys_.keys.size(); ++use) {
+      if (keys.is_list(use) == to_lists) keys.add(use, items_);
+    }
+    if (to_lists) return;
     for (std::size_t i = 0; i < items_.size(); ++i) {
       if (keys_.columns[i].kind == Kind::line) items_[i].values = keys.line();
     }
+    if (plan_.form == DraftForm::settings) return;
     for (const ColumnOrder& order : orders_) keys.pair(order, items_);
   }
 
@@ -277,8 +334,8 @@ class TablePlanner {
   const TableSchema& schema_;
   std::vector<ColumnFacts> facts_;  // with the bounds of guesses
   std::vector<ColumnOrder> orders_;
-  const KeyPlan keys_;
   std::vector<ColumnSchema> columns_;  // with the types of guesses
+  const KeyPlan keys_;
   std::optional<TableGuesses> guesses_;
   std::vector<PlannedItem> items_;
   std::uint64_t most_in_group_ = sources::endless;

@@ -35,11 +35,12 @@ struct ImportPlan {
   const DatabaseModel& model;
   Database& database;
   ImportPeriod period;
+  DraftForm form = DraftForm::ways;
   bool is_plain = false;              // without guesses by names
   std::vector<std::string> files;     // of the layouts, by the tables' places
   std::vector<std::int64_t> records;  // that are wished for, and then those that are planned
-  Sums sums;
-  std::map<std::size_t, PlannedTable> planned;
+  Sums sums = {};
+  std::map<std::size_t, PlannedTable> planned = {};
 };
 
 // Plans a table and adds it to those that are planned; the tables that its keys lead to come before

@@ -72,33 +72,6 @@ void write_keys(const std::vector<LayoutKey>& keys, std::ostream& out) {
   }
 }
 
-void write_values(const ValuesDraft& values, std::ostream& out) {
-  out << "[item.values]\n";
-  switch (values.source) {
-    case ValuesDraft::Source::initial:
-      out << "type = \"initial\"\n";
-      break;
-    case ValuesDraft::Source::range:
-      out << "type      = \"range\"\nformat    = " << toml_text(values.format)
-          << "\nstart     = " << toml_text(values.start)
-          << "\nend       = " << toml_text(values.end) << "\n";
-      if (values.increment != "1") out << "increment = " << toml_text(values.increment) << "\n";
-      break;
-    case ValuesDraft::Source::enumeration:
-      out << "type = \"enumeration\"\nfile = " << toml_text(values.file) << "\n";
-      break;
-    case ValuesDraft::Source::reference:
-      out << "type = \"reference\"\nitem = " << toml_text(values.item_name) << "\n";
-      break;
-    case ValuesDraft::Source::by_keys:
-      write_keys(values.keys, out);
-      break;
-  }
-  if (values.repeat_level > 0) {
-    out << "repeat = { level = " << values.repeat_level << ", count = 1 }\n";
-  }
-}
-
 void write_item(const ItemDraft& item, std::ostream& out) {
   const ItemAttributes& attributes = item.attributes;
   out << "\n";
@@ -110,7 +83,8 @@ void write_item(const ItemDraft& item, std::ostream& out) {
   out << "digits    = " << attributes.digits << "\nlength    = " << attributes.length << "\n";
   if (attributes.decimals > 0) out << "decimals  = " << attributes.decimals << "\n";
   if (!item.nullable) out << "nullable  = false\n";
-  write_values(item.values, out);
+  out << "[item.values]\n";
+  write_keys(item.values, out);
 }
 
 // A set of one item is its name.

@@ -23,28 +23,13 @@ std::string toml_text(std::string_view text);
 // Several of them, in brackets.
 std::string toml_texts(const std::vector<std::string>& texts);
 
-// The values of an item that is yet to be written down.
-struct ValuesDraft {
-  enum class Source { initial, range, enumeration, reference, by_keys };
-
-  Source source = Source::initial;
-  std::string format;  // range
-  std::string start;
-  std::string end;
-  std::string increment = "1";
-  std::string file;             // enumeration: the list's path, seen from the layout
-  std::string item_name;        // reference
-  int repeat_level = 0;         // 0 without a repeat
-  std::vector<LayoutKey> keys;  // by_keys: all of them, the type first
-};
-
 // An item that is yet to be written down. Texts are UTF-8.
 struct ItemDraft {
   std::string name;
   std::vector<std::string> remarks;  // comment lines above the item
   ItemAttributes attributes = {};
   bool nullable = true;
-  ValuesDraft values;
+  std::vector<LayoutKey> values;  // the type first
 };
 
 struct LayoutDraft {

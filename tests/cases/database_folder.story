@@ -101,7 +101,7 @@ sql CREATE TABLE gap (id integer PRIMARY KEY, a integer NOT NULL CHECK (a > 5 AN
 >1 import "<target>" -o gap --tables gap,missing
   1 layout: gap
   ! no table is named missing
-  ! <*>gap: column a (<*>): needs a value
+  ! <*>gap: column a: no value is known<*>, but must not be NULL
   ! 1 column needs a value: look for "korvex: needs a value" in gap
 $ grep -A4 "needs a value" gap/gap.toml
   # korvex: needs a value
@@ -112,7 +112,7 @@ $ grep -A4 "needs a value" gap/gap.toml
 # Bounds hold to the last digit, however they are written; where no item reaches them, a value is missing.
 sql CREATE TABLE bound (a decimal(6,2) NOT NULL CHECK (a > 0.285 AND a < 0.31), b decimal(9,0) NOT NULL CHECK (b > 1e3 AND b <= 1.002e3), c decimal(6,2) NOT NULL CHECK (c >= -0.295 AND c < -0.27), d decimal(38,0) NOT NULL CHECK (d > 5 AND d > 100000000000000000000000000001 AND d > 100000000000000000000000000000), e decimal(38,0) NOT NULL CHECK (e > -100000000000000000000000000000 AND e <= -2 AND e >= -3))
 >1 import "<target>" -o bound --tables bound ...
-  ! <*>bound: column d (<*>): needs a value
+  ! <*>bound: column d: no value is known<*>
   ! 1 column needs a value: look for "korvex: needs a value" in bound
 $ grep -hE '^(start|end) ' bound/bound.toml | tr -s ' '
   start = "0.29"

@@ -49,19 +49,19 @@ postgresql: sql
   CREATE TABLE secret (id integer PRIMARY KEY, a integer REFERENCES parent, b integer NOT NULL);
   GRANT SELECT, INSERT ON secret TO poor;
 each TABLE SAYS
-  big | error: column id: no range of values remains behind the largest that it holds (9223372036854775807), but must not be NULL
-  sqlite: lost | column a: refers to nowhere, which cannot be read: no such table: nowhere, stays NULL<0A>lost: error: column b: refers to nowhere, which cannot be read: no such table: nowhere, but must not be NULL
-  postgresql: full | error: column id: no range of values remains behind the largest that it holds (2147483647), but must not be NULL
+  big | column id: no value is known behind those that it holds, but must not be NULL
+  sqlite: lost | column b: refers to nowhere, which cannot be read: no such table: nowhere, but must not be NULL<0A>lost: column a: refers to nowhere, which cannot be read: no such table: nowhere, stays NULL
+  postgresql: full | column id: no value is known behind those that it holds, but must not be NULL
 do
   >1 import "<target>" <TABLE> -o none.toml --records 10
     ! <TABLE>: <SAYS>
   $1 test -e none.toml
 each TABLE LOAD COUNT SAYS HAS
-  used_up | : | 1 | column v: no range of values remains behind the largest that it holds, stays NULL | type = "initial"
-  room | load | 11 | column k: no range of values remains behind the largest that it holds (999999999999999999), stays NULL | type = "initial"
-  pair | load | 11 | | start     = "6"
-  edge | load | 11 | | start     = "2147483641"<0A>end       = "999999999999999999"
-  sqlite: wide | load | 11 | | start     = "3000000001"<0A>end       = "999999999999999999"
+  used_up | : | 1 | column v: no value is known behind those that it holds, stays NULL | type = "initial"
+  room | load | 11 | column k: no value is known behind those that it holds, stays NULL | type = "initial"
+  pair | load | 11 | | start  = "6"
+  edge | load | 11 | | start  = "2147483641"<0A>end    = "999999999999999999"
+  sqlite: wide | load | 11 | | start  = "3000000001"<0A>end    = "999999999999999999"
   sqlite: astray | : | 0 | column a: refers to parent, which cannot be read: no such column: k.gone, stays NULL | type = "initial"
   postgresql: part | load | 10 | | file = "part.k.txt"
   postgresql: whole | load | 20 | | file = "whole.k.txt"
@@ -137,7 +137,7 @@ sqlite: > import "<target>" longer -o longer.toml
   ! longer: column nnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnn: its name has 64 bytes in code page 932, expected at most 63, left out
 >1 import "<target>" bare -o bare.toml
   ! bare: column prié: its name has a character that code page 932 lacks, left out
-  ! bare: error: no column can become an item
+  ! bare: no column can become an item
 >1 import "<target>" nothing
   ! <*>no such table: nothing (the database has <*>, ...)
 >2 load names.toml nothing names

@@ -2,7 +2,7 @@
 databases sqlite postgresql
 @shop
 >1 import "<target>" orders -o orders.toml
-  ! orders: error: column customer_id: refers to customers, which has no rows yet (load customers first), but must not be NULL
+  ! orders: column customer_id: refers to customers, which has no rows yet (load customers first), but must not be NULL
 @imported customers 1000
 @loaded customers
 query SELECT count(*), count(DISTINCT email), min(since), max(since) FROM customers
@@ -12,7 +12,7 @@ query SELECT count(*) FROM customers WHERE active
 @imported orders 100000
 edit orders.toml "0.01" => "5.00"
 edit orders.toml increment = "0.01" => increment = "0.05"
-$ korvex check orders.toml --unique id --unique customer_id,amount | grep -E '^(customer|amount|Records|Unique)'
+$ korvex check orders.toml --unique customer_id,amount | grep -E '^(customer|amount|Records|Unique)'
   customer_id        1000  starts again after 1000 records
   amount            19900  starts again after 19900 records
   Records to generate: 100000

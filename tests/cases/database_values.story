@@ -12,7 +12,7 @@ edit marks.toml table   = "marks" =>
 >2 load marks.toml "<target>"
   ! marks.toml: [layout] has no table, expected one there or TABLE on the command line
 edit marks.toml kind    = "table" => kind    = "record"<0A>quote   = "double"
-edit marks.toml type      = "range"<0A>format    = "%5S"<0A>start     = "AAAAA"<0A>end       = "ZZZZZ" => type = "enumeration"<0A>file = "words.txt"
+edit marks.toml type   = "range"<0A>format = "%5S"<0A>start  = "AAAAA"<0A>end    = "ZZZZZ" => type = "enumeration"<0A>file = "words.txt"
 edit marks.toml "%5S" => "\"1,'%5S"
 > load marks.toml "<target>" marks --records 4 ...
 query SELECT "a ""b\", rest FROM marks ORDER BY id
@@ -31,7 +31,7 @@ query SELECT count(*) FROM pairs
 sql INSERT INTO parts VALUES ('acme', 'a,1'), ('acme', 'b'), ('bolt', 'ö'), ('x', 'y')
 > import "<target>" lines -o lines.toml
   3 items: lines.toml
-  ! lines: columns maker, code: keys of parts left out, as a list of code page 932 cannot hold them: 1
+  ! lines: columns maker, code: keys of parts left out, as a list cannot hold them: 1
   ! lines: columns maker, code: together the key of parts, their lists belong together line by line
 @loaded lines
 query SELECT maker, code, count(*) FROM lines GROUP BY maker, code ORDER BY 1, 2
@@ -41,21 +41,20 @@ query SELECT maker, code, count(*) FROM lines GROUP BY maker, code ORDER BY 1, 2
 > import "<target>" tree -o tree.toml
   3 items: tree.toml
   ! tree: column twice: computed by the database, left out
-  ! tree: column shape: no item suits the type <*>, stays NULL
 @loaded tree
 query SELECT count(*), sum(twice), count(shape) FROM tree WHERE parent_id = id
-  1000|1001000|0
+  1000|1001000|1000
 
 # Moments from a list, and e-mail addresses from a format.
 @imported orders 1000
 $ seq -f '2024-02-%g 08:30:00' 10 29 > placed_at.txt
-edit orders.toml attribute = "timestamp"<0A>digits    = 15<0A>length    = 15<0A>nullable  = false<0A>[item.values]<0A>type      = "range"<0A>format    = "%TS"<0A>start     = "20240101 000000"<0A>end       = "20241231 235959"<0A> => attribute = "character"<0A>length    = 19<0A>[item.values]<0A>type = "enumeration"<0A>file = "placed_at.txt"<0A>
+edit orders.toml attribute = "timestamp"<0A>digits    = 15<0A>length    = 15<0A>nullable  = false<0A>[item.values]<0A>type   = "range"<0A>format = "%TS"<0A>start  = "20240101 000000"<0A>end    = "20241231 235959"<0A> => attribute = "character"<0A>length    = 19<0A>[item.values]<0A>type   = "enumeration"<0A>file = "placed_at.txt"<0A>
 @loaded orders
 query SELECT count(*), count(DISTINCT placed_at), min(placed_at), max(placed_at) FROM orders
   1000|20|2024-02-10 08:30:00|2024-02-29 08:30:00
 sql DELETE FROM orders; DELETE FROM pairs; DELETE FROM customers
 @imported customers 1000
-edit customers.toml "%5S"<0A>start     = "AAAAA"<0A>end       = "ZZZZZ" => "'user'%6U'@example.org'"<0A>start     = 1<0A>end       = 999999
+edit customers.toml "%5S"<0A>start  = "AAAAA"<0A>end    = "ZZZZZ" => "'user'%6U'@example.org'"<0A>start  = 1<0A>end    = 999999
 @loaded customers
 query SELECT min(email), max(email) FROM customers
   user000001@example.org|user001000@example.org

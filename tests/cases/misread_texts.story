@@ -91,7 +91,7 @@ sql
   CREATE TABLE goods (k varchar(9) NOT NULL REFERENCES parents, "b〜" integer);
 > import "<target>" goods -o goods.toml
   1 item: goods.toml
-  ! goods: column k: keys of parents left out, as a list of code page 932 cannot hold them: 2
+  ! goods: column k: keys of parents left out, as a list cannot hold them: 2
   ! goods: column b〜: its name has a character that code page 932 lacks, left out
 cat goods.k.txt cp932
   x
