@@ -42,6 +42,13 @@ class ChildrenSource : public Source {
   std::uint64_t most_children() const { return children_.groups->largest().most; }
   Count values() const { return children_.field->foresight().values; }
 
+  // Whether each record has children, and all of these have values. Of a tree some have none.
+  bool all_have_values() const {
+    const Groups& groups = *children_.groups;
+    return groups.have_all() && groups.parents_with_records().least >= groups.parents() &&
+           children_.key == nullptr && children_.field->foresight().shape.never_empty;
+  }
+
  private:
   Children children_;
   void (*pause_)();
@@ -123,6 +130,7 @@ class ExtremeSource : public ChildrenSource {
   Foresight foresight() const override {
     Foresight foresight;
     foresight.values.most = values().most;
+    foresight.shape.never_empty = all_have_values();
     return foresight;
   }
 

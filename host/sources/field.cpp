@@ -35,7 +35,7 @@ Foresight Field::foresee_on_way() const {
   }
   field.end = way_->end();
   field.gaps = endless;
-  field.least_empty = 0;
+  field.least_empty = way_->gaps();
   field.all_after = way_->all_after();
   field.cycle = way_->cycle();
   field.follows = way_.get();
@@ -44,9 +44,8 @@ Foresight Field::foresee_on_way() const {
 
 Foresight Field::foresee() const {
   Foresight field = source_->period() ? foresee_on_way() : source_->foresight();
-  // Not every way that lacks an index for some records ends.
-  if (field.shape.never_empty && way_->records() == way_->end()) field.gaps = 0;
-  field.shape.never_empty = field.shape.never_empty && way_->records() == endless;
+  if (field.shape.never_empty) field.gaps = way_->gaps();
+  field.shape.never_empty = field.shape.never_empty && way_->gives_all();
   for (const std::unique_ptr<Emptiness>& emptiness : emptiness_) {
     field.end = std::min(field.end, emptiness->end());
     field.gaps = sum(field.gaps, emptiness->gaps());
@@ -85,13 +84,16 @@ void Field::tell_of_values(Knowledge& knowledge) const {
     return;
   }
   way_->tell(knowledge);
+  // Where a text may be empty for an index, the records without an index look like that.
+  const bool is_end_seen = source_->foresight().shape.never_empty || way_->gives_all();
+  const std::uint64_t told = is_end_seen ? endless : way_->gaps() > 0 ? 0 : way_->end();
   const std::uint64_t different = source_->uniqueness().different;
-  const bool is_end_seen = source_->foresight().shape.never_empty || way_->records() == endless;
   if (different >= *source_->period()) {
-    knowledge.add({thing()}, way_->thing(), is_end_seen ? endless : way_->records());
-  } else if (way_->is_in_order()) {
-    knowledge.add({thing()}, the_record, different);
+    knowledge.add({thing()}, way_->thing(), told);
+    return;
   }
+  if (way_->is_in_order()) knowledge.add({thing()}, the_record, different);
+  source_->tell_of_row(knowledge, {.text = thing(), .row = way_->thing(), .records = told});
 }
 
 std::uint64_t Field::first_repeated() const {
@@ -101,14 +103,17 @@ std::uint64_t Field::first_repeated() const {
   return repeated < source_->period().value_or(endless) ? repeated : endless;
 }
 
+std::string Field::course_of_texts(std::uint64_t records) const {
+  return source_->period() ? way_->course() : source_->course(records);
+}
+
 std::string Field::course(std::uint64_t records) const {
-  std::string course = source_->period() ? way_->course() : source_->course(records);
+  const std::string course = course_of_texts(records);
   const Count empty = foresight().empty(records);
-  if (emptiness_.empty() || empty.most == 0) return course;
-  course += "; empty in ";
-  if (empty.least == 0) return course + "some records";
-  return course + (empty.is_exact() ? "" : "at least ") + std::to_string(empty.least) + " of " +
-         counted_records(records);
+  if (empty.most == 0) return course;
+  if (empty.least == 0) return course + "; may be empty in some records";
+  return course + "; empty in " + (empty.is_exact() ? "" : "at least ") +
+         std::to_string(empty.least) + " of " + counted_records(records);
 }
 
 std::string Field::doubt() const {

@@ -58,6 +58,9 @@ class Field {
   // How the texts go over so many records, in words: "drawn; empty in 3 of 12 records".
   std::string course(std::uint64_t records) const;
 
+  // The same without a word on what is empty.
+  std::string course_of_texts(std::uint64_t records) const;
+
   // Why the record does not follow from the text: "is ...". Asked only where it does not.
   std::string doubt() const;
 

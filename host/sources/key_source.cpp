@@ -37,6 +37,10 @@ class KeySource : public Source {
     return *uniqueness_;
   }
 
+  void tell_of_row(Knowledge& knowledge, const TextOfRow& text) const override {
+    knowledge.add_text_of_row(text, field_, records_);
+  }
+
   std::string_view doubt() const override { return "points to values that may be equal"; }
 
  private:

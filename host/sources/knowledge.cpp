@@ -5,11 +5,12 @@
 #include <optional>
 #include <utility>
 
+#include "host/sources/uniqueness.h"
+
 namespace korvex::sources {
-namespace {
 
 // Things that follow, and among how many records.
-class Reached {
+class Knowledge::Reached {
  public:
   std::uint64_t records(const Thing& thing) const {
     const auto found = things_.find(thing);
@@ -27,10 +28,34 @@ class Reached {
   std::map<Thing, std::uint64_t> things_;
 };
 
-}  // namespace
-
 void Knowledge::add(std::vector<Thing> from, Thing to, std::uint64_t records) {
   rules_.push_back({std::move(from), to, records});
+}
+
+void Knowledge::add_text_of_row(const TextOfRow& text, const Field& field, std::uint64_t rows) {
+  Row& row = rows_[text.row];
+  row.rows = rows;
+  row.parts.push_back({text, &field});
+}
+
+// Whether a row was reached that was not, or further. One text alone has told of its row already.
+bool Knowledge::reach_rows(Reached& reached) const {
+  bool is_further = false;
+  for (const auto& [thing, row] : rows_) {
+    std::vector<const Field*> known;
+    std::uint64_t records = endless;
+    for (const PartOfRow& part : row.parts) {
+      const std::uint64_t known_records =
+          std::min(part.text.records, reached.records(part.text.text));
+      if (known_records == 0) continue;
+      records = std::min(records, known_records);
+      known.push_back(part.field);
+    }
+    if (known.size() < 2 || records <= reached.records(thing)) continue;
+    if (uniqueness_of(known, row.rows).different < row.rows) continue;
+    is_further = reached.raise(thing, records) || is_further;
+  }
+  return is_further;
 }
 
 // Each pass applies all rules, until none reaches further. What a thing is reached with is the
@@ -45,6 +70,7 @@ std::uint64_t Knowledge::records_told_by(const std::vector<Thing>& known) const 
       for (const Thing& thing : rule.from) records = std::min(records, reached.records(thing));
       is_further = reached.raise(rule.to, records) || is_further;
     }
+    is_further = is_further || reach_rows(reached);
   }
   // Cycles side by side tell a record apart for as long as their common one. The further the
   // records go, the fewer of them are known.

@@ -3,12 +3,15 @@
 #include <compare>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <set>
 #include <vector>
 
 #include "host/sources/foresight.h"
 
 namespace korvex::sources {
+
+class Field;
 
 // Something that each record has one of: the text of a field, an index, a parent, its own number.
 // It is known by an object of the plan, and by a number where that object stands for several.
@@ -21,6 +24,13 @@ struct Thing {
 
 // The record's own number: who knows it knows the record.
 inline constexpr Thing the_record;
+
+// The text that a record takes of a row, among the first records.
+struct TextOfRow {
+  Thing text;
+  Thing row;
+  std::uint64_t records = endless;
+};
 
 // What follows from what: records with the same of some things have the same of another. Uniqueness
 // is nothing else than that the record itself follows.
@@ -35,6 +45,10 @@ class Knowledge {
 
   // Records with the same thing are the same, or both in the cycle and whole periods apart.
   void add_cycle(Thing thing, Cycle cycle) { cycles_.push_back({thing, cycle}); }
+
+  // The texts of a row are those that fields have in one of so many records of their own. Who knows
+  // enough of them knows the row.
+  void add_text_of_row(const TextOfRow& text, const Field& field, std::uint64_t rows);
 
   // Among how many first records the record follows from what is known, as far as the rules tell; 0
   // when it does not follow.
@@ -52,8 +66,21 @@ class Knowledge {
     Cycle cycle;
   };
 
+  struct PartOfRow {
+    TextOfRow text;
+    const Field* field;
+  };
+  struct Row {
+    std::uint64_t rows;
+    std::vector<PartOfRow> parts;
+  };
+
+  class Reached;
+  bool reach_rows(Reached& reached) const;
+
   std::set<Thing> told_;
   std::vector<Rule> rules_;
+  std::map<Thing, Row> rows_;
   std::vector<ThingInCycle> cycles_;
 };
 

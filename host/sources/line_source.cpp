@@ -26,6 +26,7 @@ class LineSource : public Source {
     foresight.shape = {.never_empty = groups_->have_all(), .size = {}, .only_digits = true};
     foresight.values = groups_->largest();
     foresight.all_after = groups_->records();
+    if (!groups_->have_all()) foresight.gaps = foresight.least_empty = 1;
     return foresight;
   }
 

@@ -33,6 +33,10 @@ class OffsetSource : public Source {
   Foresight foresight() const override {
     const Foresight& of = of_.foresight();
     Foresight foresight;
+    foresight.shape.never_empty = of.shape.never_empty;
+    foresight.end = of.end;
+    foresight.gaps = of.gaps;
+    foresight.least_empty = of.least_empty;
     const std::uint64_t others =
         static_cast<std::uint64_t>(distance_.most) - static_cast<std::uint64_t>(distance_.least);
     foresight.values.most = product(of.values.most, sum(others, 1));

@@ -43,6 +43,9 @@ class Source {
   // What follows from the text beyond its index, and what it follows from.
   virtual void tell(Knowledge&, Thing /*text*/) const {}
 
+  // The same of a source with a period, whose index does not follow from the text alone.
+  virtual void tell_of_row(Knowledge&, const TextOfRow&) const {}
+
   // How the texts go over so many records, in words: "starts again after 3 records". Asked of a
   // source that follows the record.
   virtual std::string course(std::uint64_t) const { return {}; }

@@ -47,7 +47,7 @@ class TemplateSource : public Source {
   void tell(Knowledge& knowledge, Thing text) const override;
   std::string course(std::uint64_t records) const override {
     const Field* field = only_field();
-    return field != nullptr ? field->course(records) : "made of other items";
+    return field != nullptr ? field->course_of_texts(records) : "made of other items";
   }
   std::string_view doubt() const override { return "cannot be taken apart into items that differ"; }
 
@@ -55,6 +55,7 @@ class TemplateSource : public Source {
   // The field that alone decides the text, and can be told from it; null for any other template.
   const Field* only_field() const;
   TextShape shape() const;
+  void foresee_empty(const std::vector<const Field*>& fields, Foresight& whole) const;
   static void append_filtered(std::string_view text, const std::vector<Filter>& filters,
                               std::string& out) {
     if (filters.empty()) {
@@ -131,7 +132,10 @@ Foresight TemplateSource::foresight() const {
     foresight.values.most = most_combinations(fields);
   }
   foresight.cycle = Cycle();
-  if (!fields.empty()) foresight.follows = fields.front()->foresight().follows;
+  if (!fields.empty()) {
+    foresight.follows = fields.front()->foresight().follows;
+    foresee_empty(fields, foresight);
+  }
   for (const Field* field : fields) {
     const Foresight& part = field->foresight();
     foresight.cycle = part.cycle && foresight.cycle
@@ -150,6 +154,23 @@ void TemplateSource::tell(Knowledge& knowledge, Thing text) const {
     knowledge.add({text}, parts_[i].field->thing());
     parts_[i].field->tell(knowledge);
   }
+}
+
+// There is no text where no field has one, or where filters leave nothing of it.
+void TemplateSource::foresee_empty(const std::vector<const Field*>& fields,
+                                   Foresight& whole) const {
+  whole.end = 0;
+  for (const Field* field : fields) whole.end = std::max(whole.end, field->foresight().end);
+  const bool has_literal = std::any_of(
+      parts_.begin(), parts_.end(), [](const ComposedPart& part) { return !part.literal.empty(); });
+  for (const ComposedPart& part : parts_) {
+    if (part.field == nullptr || (!has_literal && !shape_of(part).is_unchanged)) continue;
+    const Foresight& field = part.field->foresight();
+    whole.gaps = std::min(whole.gaps, sum(field.gaps, whole.end - field.end));
+  }
+  const bool is_single = std::all_of(fields.begin(), fields.end(),
+                                     [&](const Field* field) { return field == fields.front(); });
+  if (is_single) whole.least_empty = fields.front()->foresight().least_empty;
 }
 
 // Literals make a text only beside a field that has one, or when there are no fields.

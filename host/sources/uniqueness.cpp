@@ -60,10 +60,9 @@ std::uint64_t most_combinations(std::span<const Field* const> fields) {
     }
   }
   for (const Followers& followers : all) {
-    const bool may_end = followers.way->records() != endless;
     combinations = product(
-        combinations,
-        std::min(followers.combinations, sum(followers.way->indices().most, may_end ? 1 : 0)));
+        combinations, std::min(followers.combinations, sum(followers.way->indices().most,
+                                                           followers.way->gives_all() ? 0 : 1)));
   }
   return combinations;
 }

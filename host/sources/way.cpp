@@ -23,7 +23,6 @@ class InRounds : public Way {
  public:
   InRounds(std::uint64_t period, End end) : period_(period), end_(end) { assert(period >= 1); }
 
-  std::uint64_t records() const override { return end(); }
   std::uint64_t end() const override { return stops() ? period_ : endless; }
   Count indices() const override { return Count::of(period_); }
   std::uint64_t all_after() const override { return period_; }
@@ -239,7 +238,7 @@ class ParentOf : public Way {
   }
 
   // The first record of a tree has none.
-  std::uint64_t records() const override { return groups_->have_all() ? endless : 0; }
+  std::uint64_t gaps() const override { return groups_->have_all() ? 0 : 1; }
   Count indices() const override { return groups_->parents_with_records(); }
   std::string course() const override {
     return "in groups of up to " + counted_records(groups_->largest().most);
@@ -267,8 +266,7 @@ class AnyBefore : public Way {
     return ways::draw_below(key_, record, record);
   }
 
-  // The first record has none.
-  std::uint64_t records() const override { return 0; }
+  std::uint64_t gaps() const override { return 1; }
   Count indices() const override { return {}; }
   std::string course() const override { return "an earlier record, drawn"; }
 

@@ -27,11 +27,10 @@ class Way {
   // An optional number, which compilers put together in memory, took three times as long.
   virtual std::uint64_t index(std::uint64_t record) = 0;
 
-  // So many records from the first on have an index.
-  virtual std::uint64_t records() const { return endless; }
-
-  // From this record on none has an index.
+  // So many of the first records have no index, and none from the end on; all others have one.
+  virtual std::uint64_t gaps() const { return 0; }
   virtual std::uint64_t end() const { return endless; }
+  bool gives_all() const { return gaps() == 0 && end() == endless; }
 
   // How many different indices are taken, as soon as there are `all_after()` records; the upper
   // bound holds for any number.

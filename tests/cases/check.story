@@ -86,6 +86,28 @@ file orders.toml
   Unique DUE: cannot be told: DUE is drawn between two ends
   Unique NAME, ROLE: cannot be told: NAME points to values that may be equal, ROLE comes again after 3 records; the first 3 differ
   Unique ID, DUE: yes, all 10 records differ
+# What is empty through other items is counted; columns of a key tell of its row together.
+file lines.toml
+  [layout]
+  kind = "table"
+  records = 12
+  data = "l.csv"
+  @number ID type = "key", layout = "orders.toml", item = "CUSTOMER", each = [0, 3], group = "order"
+  @number NO type = "key", layout = "orders.toml", item = "NO", group = "order"
+  @number LINE type = "line", of = "ID"
+  @number A type = "list", values = ["1", "2", "3"], empty = "1/3"
+  @number B type = "offset", of = "A", from = 1, to = 5
+  @item C 1 length=5 type = "template", text = "{A}x", empty = "1/4"
+> check lines.toml --unique ID,NO,LINE
+  Item    Values  Course
+  ID     up to 4  in groups of up to 3 records
+  NO     up to 4  in groups of up to 3 records
+  LINE         3  counts from 1 in each group
+  A      up to 3  starts again after 3 records; empty in 4 of 12 records
+  B     up to 12  drawn, at a distance from another item; empty in 4 of 12 records
+  C      up to 3  starts again after 3 records; empty in at least 4 of 12 records
+  Records to export:   12
+  Unique ID, NO, LINE: yes, all 12 records differ
 # Numbers are the same whatever zeros they begin with.
 file numbers.toml
   [layout]
@@ -107,7 +129,7 @@ file numbers.toml
   PRODUCT    up to 4  shuffled within each group, starts again in groups of more than 4 records
   ROLE             3  shuffled, starts again in another order after 3 records
   A          up to 4  shuffled, every combination once, starts again after 12 records; empty in 3 of 13 records
-  B                3  shuffled, every combination once, is empty after 12 records
+  B                3  shuffled, every combination once, is empty after 12 records; empty in 1 of 13 records
   SEEN             2  drawn in exact shares
   DUE       up to 13  drawn, at a distance from another item
   Records to export:   13

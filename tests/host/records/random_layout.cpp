@@ -17,8 +17,11 @@ class Table {
   std::uint64_t draw(std::uint64_t bound) { return ways::draw_below(key_, drawn_++, bound); }
   std::string draw_of(const Texts& texts) { return texts[draw(texts.size())]; }
 
-  std::string add(const std::string& values, const std::string& emptiness = "") {
+  // Of the texts that it can have, some may be named in conditions.
+  std::string add(const std::string& values, const std::string& emptiness = "",
+                  const std::string& texts = "") {
     const std::string name = prefix_ + std::to_string(items.size());
+    if (!texts.empty()) conditions_.push_back(name + " = [" + texts + "]");
     items.push_back(layout_item(name, values + emptiness));
     names_.push_back(name);
     if (emptiness.empty()) full_.push_back(name);
@@ -32,7 +35,7 @@ class Table {
       case 2:
         return ", empty_with = " + in_quotes(draw_of(names_));
       case 3:
-        return ", when = { " + draw_of(names_) + R"( = ["1", "a", "b", "x", "004"] })";
+        return conditions_.empty() ? "" : ", when = { " + draw_of(conditions_) + " }";
       default:
         return "";
     }
@@ -51,22 +54,27 @@ class Table {
            ", end = " + std::to_string(first + 1 + draw(90)) + draw_end();
   }
 
-  std::string draw_list() {
-    const std::string values =
-        draw_of({R"("a", "A", "b")", R"("a", "b", "a", "c", "")", R"("1", "12", "11", "2")",
-                 R"("Ä", "é", "山")", R"("10", "20", "30")", R"("x", "x-", "-")"});
-    return R"(type = "list", values = [)" + values + "]";
+  std::string draw_texts() {
+    return draw_of({R"("a", "A", "b")", R"("a", "b", "a", "c", "")", R"("1", "12", "11", "2")",
+                    R"("Ä", "é", "山")", R"("10", "20", "30")", R"("x", "x-", "-")"});
   }
+  std::string draw_list() { return R"(type = "list", values = [)" + draw_texts() + "]"; }
 
   void add_plain() {
     add(draw_range() + draw_way(), draw_emptiness());
     add(R"(type = "range", format = "%1s%1U", start = "a,1", end = ")" +
             draw_of({"c,9", "z,4", "b,2"}) + '"' + draw_end() + draw_way(),
         draw_emptiness());
-    add(R"(type = "list", values = ["a", "b", "c"], weights = [1, 0, 3])", draw_emptiness());
-    for (int i = 0; i < 2; ++i) add(draw_list() + draw_end() + draw_way(), draw_emptiness());
+    add(R"(type = "list", values = ["a", "b", "c"], weights = [1, 0, 3])", draw_emptiness(),
+        R"("a", "b")");
+    for (int i = 0; i < 2; ++i) {
+      const std::string texts = draw_texts();
+      add(R"(type = "list", values = [)" + texts + "]" + draw_end() + draw_way(), draw_emptiness(),
+          texts.substr(0, texts.find(',')));
+    }
     add(draw_range());
-    add(R"(type = "enumeration", file = "values.txt")" + draw_end() + draw_way());
+    add(R"(type = "enumeration", file = "values.txt")" + draw_end() + draw_way(), "",
+        R"("x", "z")");
   }
 
   void add_joint() {
@@ -112,6 +120,7 @@ class Table {
   std::uint64_t drawn_ = 0;
   Texts names_;
   Texts full_;
+  Texts conditions_;
 };
 
 }  // namespace

@@ -74,15 +74,19 @@ struct Tally {
   std::uint64_t asked = 0;
 };
 
-// All values of an item have come after so many records.
-void check_item(const Forecast& forecast, std::size_t item, std::uint64_t all_after,
+void check_item(const Forecast& forecast, std::size_t item, const sources::Foresight& foresight,
                 const Record& texts, Tally& tally) {
+  const auto empty = static_cast<std::uint64_t>(std::count(texts.begin(), texts.end(), ""));
+  const sources::Count told_empty = foresight.empty(texts.size());
+  ASSERT_LE(told_empty.least, empty);
+  ASSERT_GE(told_empty.most, empty);
+  tally.answers["empty"] += empty > 0 && told_empty.is_exact();
   std::set<std::string> values(texts.begin(), texts.end());
   values.erase("");
   const sources::Count told = forecast.item(item).values;
   ASSERT_LE(values.size(), told.most);
   tally.answers["values"] += told.is_exact();
-  if (!told.is_exact() || all_after <= texts.size()) {
+  if (!told.is_exact() || foresight.all_after <= texts.size()) {
     ASSERT_GE(values.size(), told.least);
   }
 }
@@ -119,8 +123,8 @@ TEST(RandomLayouts, AreForecastRightly) {
       const Forecast forecast(ready.prepared);
       for (std::size_t i = 0; i < layout->items.size(); ++i) {
         SCOPED_TRACE(layout->items[i]);
-        const std::uint64_t all_after = ready.prepared.fields()[i]->foresight().all_after;
-        check_item(forecast, i, all_after, column(records, i), tally);
+        const sources::Foresight& foresight = ready.prepared.fields()[i]->foresight();
+        check_item(forecast, i, foresight, column(records, i), tally);
         check_set(forecast, {i}, records, EmptyValues::same, tally);
         check_set(forecast, {i}, records, EmptyValues::different, tally);
         if (testing::Test::HasFatalFailure()) return;
@@ -141,6 +145,7 @@ TEST(RandomLayouts, AreForecastRightly) {
     }
   }
   EXPECT_GT(tally.answers["values"], 600);
+  EXPECT_GT(tally.answers["empty"], 200);
   EXPECT_GT(tally.answers["unique"], 500);
   EXPECT_GT(tally.answers["repeated"], 1500);
 }
