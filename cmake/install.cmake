@@ -27,31 +27,46 @@ function(compress source target)
   get_filename_component(folder ${target} DIRECTORY)
   add_custom_command(OUTPUT ${target}
     COMMAND ${CMAKE_COMMAND} -E make_directory ${folder}
-    COMMAND ${KORVEX_GZIP} -9nc ${CMAKE_SOURCE_DIR}/${source} > ${target}
+    COMMAND ${KORVEX_GZIP} -9nc ${source} > ${target}
     DEPENDS ${source} VERBATIM)
   set(compressed_files ${compressed_files} ${target} PARENT_SCOPE)
 endfunction()
-foreach(page korvex.1 korvex-layout.5)
-  set(compressed_page ${CMAKE_BINARY_DIR}/man/${page}.gz)
-  compress(man/${page} ${compressed_page})
-  string(REGEX REPLACE ".*\\." man section ${page})
+# The pages on files are made of the documents.
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+function(make_man document page summary)
+  string(REGEX MATCH "^(.*)\\.(.)$" name_and_section ${page})
+  set(script ${CMAKE_SOURCE_DIR}/scripts/make-man)
+  set(source ${CMAKE_SOURCE_DIR}/docs/${document})
+  add_custom_command(OUTPUT ${CMAKE_BINARY_DIR}/man/${page}
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_BINARY_DIR}/man
+    COMMAND ${Python3_EXECUTABLE} ${script} ${source} ${CMAKE_MATCH_1} ${CMAKE_MATCH_2} ${summary}
+      > ${CMAKE_BINARY_DIR}/man/${page}
+    DEPENDS ${script} ${source} VERBATIM)
+endfunction()
+make_man(layout-file.md korvex-layout.5 "what a data file of korvex holds")
+make_man(format-language.md korvex-format.5 "how values of a korvex layout are written and counted")
+foreach(page man/korvex.1 ${CMAKE_BINARY_DIR}/man/korvex-layout.5 ${CMAKE_BINARY_DIR}/man/korvex-format.5)
+  cmake_path(ABSOLUTE_PATH page)
+  cmake_path(GET page FILENAME page_name)
+  set(compressed_page ${CMAKE_BINARY_DIR}/man/${page_name}.gz)
+  compress(${page} ${compressed_page})
+  string(REGEX REPLACE ".*\\." man section ${page_name})
   install(FILES ${compressed_page} DESTINATION ${CMAKE_INSTALL_MANDIR}/${section} COMPONENT program)
 endforeach()
 set(changes ${CMAKE_BINARY_DIR}/packages/changelog.gz)
-compress(CHANGELOG.md ${changes})
+compress(${CMAKE_SOURCE_DIR}/CHANGELOG.md ${changes})
 add_custom_target(korvex_compressed_files ALL DEPENDS ${compressed_files})
 
 # The documents keep their places beside each other, so that the links between them lead somewhere.
 set(document_folder ${CMAKE_INSTALL_DATAROOTDIR}/doc)
-install(FILES README.md DESTINATION ${document_folder}/korvex COMPONENT program)
+install(FILES README.md CONTRIBUTING.md CHANGELOG.md DESTINATION ${document_folder}/korvex COMPONENT program)
 install(DIRECTORY docs examples DESTINATION ${document_folder}/korvex COMPONENT program
   PATTERN out EXCLUDE)
 # The windows look for their help where it is installed.
 file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/share/doc/korvex)
 file(CREATE_LINK ${CMAKE_SOURCE_DIR}/docs ${CMAKE_BINARY_DIR}/share/doc/korvex/docs SYMBOLIC)
 install(FILES bench/README.md DESTINATION ${document_folder}/korvex/bench COMPONENT program)
-install(FILES include/korvex/korvex.h DESTINATION ${document_folder}/korvex/include/korvex
-  COMPONENT program)
+install(DIRECTORY include DESTINATION ${document_folder}/korvex COMPONENT program)
 install(FILES completion/korvex.bash RENAME korvex
   DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT program)
 
