@@ -12,19 +12,19 @@ namespace korvex {
 namespace {
 
 // Fixed text of a format.
-class LiteralText : public LiteralElement {
+class LiteralText : public CopiedElement<LiteralText> {
  public:
-  using LiteralElement::LiteralElement;
+  using CopiedElement::CopiedElement;
 
   void restart() override { set_text(field_text(settings_.text)); }
   StepOutcome advance(ItemPass&) override { return StepOutcome::going; }
 };
 
 // A kind, or a way of counting, that nobody knows: it fails the run when its turn comes.
-class UnknownElement : public LiteralElement {
+class UnknownElement : public CopiedElement<UnknownElement> {
  public:
   UnknownElement(const ElementContext& context, const ClFmtItemInf& element, StepOutcome failure)
-      : LiteralElement(context, element), failure_(failure) {}
+      : CopiedElement(context, element), failure_(failure) {}
 
   void restart() override { set_text(field_text(settings_.start_text)); }
   StepOutcome advance(ItemPass&) override { return failure_; }
@@ -36,10 +36,10 @@ class UnknownElement : public LiteralElement {
 // Letters and full-width characters: part of the text is a number whose digits are characters, to
 // which the increment is added. An element that does not lead starts again by itself when it
 // passes its own end.
-class LiteralCharacters : public LiteralElement {
+class LiteralCharacters : public CopiedElement<LiteralCharacters> {
  public:
   LiteralCharacters(const ElementContext& context, const ClFmtItemInf& element)
-      : LiteralElement(context, element),
+      : CopiedElement(context, element),
         change_(counts_up() ? std::int64_t{context.increment.low}
                             : -std::int64_t{context.increment.low}) {
     if (settings_.kind == format_kind::upper_letters) base_letter_ = 'A';

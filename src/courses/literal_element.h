@@ -36,8 +36,10 @@ class LiteralElement {
  public:
   LiteralElement(const ElementContext& context, const ClFmtItemInf& element);
   virtual ~LiteralElement() = default;
-  LiteralElement(const LiteralElement&) = delete;
   LiteralElement& operator=(const LiteralElement&) = delete;
+
+  // One that goes on from here by itself.
+  virtual std::unique_ptr<LiteralElement> copy() const = 0;
 
   // An element without a text writes nothing and takes no step.
   bool is_off() const { return length_ == 0; }
@@ -56,6 +58,8 @@ class LiteralElement {
   virtual void restart() = 0;
 
  protected:
+  LiteralElement(const LiteralElement&) = default;
+
   bool counts_up() const { return increment_sign_ == sign_plus; }
   bool counts_down() const { return increment_sign_ == sign_minus; }
   void set_text(std::string_view text);
@@ -67,6 +71,17 @@ class LiteralElement {
   // The text written next.
   std::size_t length_ = 0;
   char text_[Course::max_text_size] = {};
+};
+
+// What each kind of element stands on, so that it can be copied.
+template <typename Kind, typename Base = LiteralElement>
+class CopiedElement : public Base {
+ public:
+  using Base::Base;
+
+  std::unique_ptr<LiteralElement> copy() const override {
+    return std::make_unique<Kind>(static_cast<const Kind&>(*this));
+  }
 };
 
 std::unique_ptr<LiteralElement> make_literal_element(const ElementContext& context,

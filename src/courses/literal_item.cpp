@@ -13,6 +13,10 @@ LiteralItem::LiteralItem(const ClFmtColInf& column, LayoutKind layout_kind) {
   }
 }
 
+LiteralItem::LiteralItem(const LiteralItem& other) : pass_(other.pass_) {
+  for (const auto& element : other.elements_) elements_.push_back(element->copy());
+}
+
 ErrorCode LiteralItem::write(char*& out, bool& ended) {
   pass_.date_overflow = false;
   for (const auto& element : elements_) {

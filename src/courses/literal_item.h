@@ -14,6 +14,9 @@ namespace korvex {
 class LiteralItem {
  public:
   LiteralItem(const ClFmtColInf& column, LayoutKind layout_kind);
+  LiteralItem(const LiteralItem& other);
+  LiteralItem(LiteralItem&&) = default;
+  LiteralItem& operator=(LiteralItem&&) = default;
 
   // Bytes that write() may need.
   std::size_t room() const { return elements_.size() * Course::max_text_size; }

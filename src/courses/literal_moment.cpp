@@ -95,9 +95,9 @@ bool is_minute(const MomentFields& f, const MomentFields& other) {
 }
 
 // Days on the calendar.
-class LiteralDate : public LiteralMoment {
+class LiteralDate : public CopiedElement<LiteralDate, LiteralMoment> {
  public:
-  using LiteralMoment::LiteralMoment;
+  using CopiedElement::CopiedElement;
 
  private:
   bool change_fields() override {
@@ -116,9 +116,9 @@ class LiteralDate : public LiteralMoment {
 };
 
 // Days without a calendar: every month has 31, and only one month is carried a step.
-class LiteralUncheckedDate : public LiteralMoment {
+class LiteralUncheckedDate : public CopiedElement<LiteralUncheckedDate, LiteralMoment> {
  public:
-  using LiteralMoment::LiteralMoment;
+  using CopiedElement::CopiedElement;
 
  private:
   bool change_fields() override {
@@ -147,9 +147,9 @@ class LiteralUncheckedDate : public LiteralMoment {
 };
 
 // Seconds of a day, which wrap at midnight.
-class LiteralTime : public LiteralMoment {
+class LiteralTime : public CopiedElement<LiteralTime, LiteralMoment> {
  public:
-  using LiteralMoment::LiteralMoment;
+  using CopiedElement::CopiedElement;
 
  private:
   bool change_fields() override {
@@ -160,9 +160,9 @@ class LiteralTime : public LiteralMoment {
 };
 
 // Seconds on the calendar.
-class LiteralTimestamp : public LiteralMoment {
+class LiteralTimestamp : public CopiedElement<LiteralTimestamp, LiteralMoment> {
  public:
-  using LiteralMoment::LiteralMoment;
+  using CopiedElement::CopiedElement;
 
  private:
   bool change_fields() override {

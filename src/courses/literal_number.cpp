@@ -18,10 +18,10 @@ bool fits_32_bits(std::int64_t value) {
          value <= std::numeric_limits<std::int32_t>::max();
 }
 
-class LiteralNumber : public LiteralElement {
+class LiteralNumber : public CopiedElement<LiteralNumber> {
  public:
   LiteralNumber(const ElementContext& context, const ClFmtItemInf& element)
-      : LiteralElement(context, element),
+      : CopiedElement(context, element),
         shape_{std::clamp(settings_.width, 0, max_width),
                std::clamp(settings_.digits, 0, max_number_digits),
                std::clamp(settings_.decimals, 0, max_number_digits)},
