@@ -14,6 +14,7 @@
 #include "courses/item_course.h"
 #include "courses/item_facts.h"
 #include "courses/line_block.h"
+#include "courses/literal_cycle.h"
 #include "courses/literal_item.h"
 #include "run/field_writer.h"
 #include "settings/col_inf.h"
@@ -49,6 +50,31 @@ struct FieldOutlook {
   std::int64_t records = 0;
 
   static constexpr std::int64_t no_end = std::numeric_limits<std::int64_t>::max();
+};
+
+// The first cycle of an item is unlike all others where its settings begin elsewhere than at the
+// start value.
+enum class CycleKind : std::uint8_t { first, later };
+
+// How many records with values of their own the first cycle of an item takes, and each later one.
+struct CycleLengths {
+  Steps first = endless;
+  Steps later = endless;
+};
+
+// The cycles of an item without a course.
+struct LiteralCycles {
+  LiteralCycle first;
+  LiteralCycle later;
+
+  LiteralCycle& of(CycleKind kind) { return kind == CycleKind::first ? first : later; }
+};
+
+// Where a member of repeats that have not finished stands in one of its cycles.
+struct MemberPlace {
+  CycleKind cycle = CycleKind::first;
+  Steps records = 0;     // with values of their own, since the cycle began
+  bool wrapped = false;  // the cycle has ended, and no counter has taken notice of it yet
 };
 
 // Writes one item's field record after record: its elements or enumeration values, quotation marks
@@ -114,6 +140,12 @@ class ItemGenerator {
 
   bool is_repeat_member() const { return is_repeat_member_; }
 
+  // Whether the repeats decide when the item takes a value. Not that of an item without values, nor
+  // of a list in several fields: such a member goes on in every record, and never ends a cycle.
+  bool turns_with_repeats() const {
+    return mode_ == AssemblyMode::repeat_member || mode_ == AssemblyMode::enumeration_repeat_member;
+  }
+
   // Whether the item's values have passed their end since this was last cleared (repeat members).
   bool wrapped() const { return wrapped_; }
   void clear_wrapped();
@@ -131,14 +163,20 @@ class ItemGenerator {
   // Back to where the item stands before the first record.
   void rewind();
 
-  // Takes the steps of so many records in which the item repeats nothing: in closed form, or cycle
-  // by cycle for an item that goes step by step.
-  void skip(Steps records);
+  // Puts the item to where it stands after so many records from the first, in which it repeats
+  // nothing.
+  void seek_plain(Steps records);
 
-  // Puts a member of repeats that have not finished to where it stands after so many values.
-  // `wrapped` tells whether the last of them ended a cycle that no counter has taken notice of yet.
-  // The item must have a cycle.
-  void seek_member(Steps values, bool wrapped);
+  // Puts an item that turns with the repeats to where it stands so many records after they have
+  // finished.
+  void seek_finished(Steps records);
+
+  // The cycles of a member of the repeats. An item without a course is asked for no more than
+  // `most` records, and what has no end by then counts as endless.
+  CycleLengths cycle_lengths(Steps most);
+
+  // Puts an item that turns with the repeats to a place while they go on.
+  void seek_member(const MemberPlace& wanted);
 
   // Whether the item starts again after its end, and is not empty from there on.
   bool repeats_from_start() const { return settings_.exceeded_action == exceeded_action::repeat; }
@@ -168,7 +206,11 @@ class ItemGenerator {
   bool takes_values_from_list() const {
     return mode_ == AssemblyMode::enumeration || mode_ == AssemblyMode::enumeration_repeat_member;
   }
-  void skip_literal(Steps values);
+  void skip(Steps records, CycleKind begun);
+  void skip_literal(Steps values, CycleKind begun);
+  void seek_member_list(const MemberPlace& wanted);
+  void seek_member_literal(const MemberPlace& wanted);
+  LiteralCycles& literal_cycles();
 
   FieldOutlook counting_outlook() const;
   FieldOutlook repeated_outlook(const RunState& run) const;
@@ -196,6 +238,7 @@ class ItemGenerator {
   Steps step_ = 0;
   bool is_empty_ = false;  // the values have passed their end, and nothing follows
   std::unique_ptr<LiteralItem> literal_;
+  std::unique_ptr<LiteralCycles> literal_cycles_;  // once a seek has asked for them
 
   std::int32_t fields_ = 0;
   AssemblyMode mode_ = AssemblyMode::plain;

@@ -28,57 +28,126 @@ void ItemGenerator::rewind() {
   }
 }
 
-void ItemGenerator::skip(Steps records) {
+void ItemGenerator::seek_plain(Steps records) {
+  rewind();
+  skip(records, CycleKind::first);
+}
+
+void ItemGenerator::seek_finished(Steps records) {
+  seek_member({CycleKind::later, 0, false});
+  if (repeats_from_start()) skip(records, CycleKind::later);
+}
+
+// From the first value of a cycle on.
+void ItemGenerator::skip(Steps records, CycleKind begun) {
   const Steps values = product(records, static_cast<Steps>(fields_));
   if (takes_values_from_list()) {
     const auto count = static_cast<Steps>(enumeration_->count());
-    const Steps index = sum(values, static_cast<Steps>(list_cursor_->index()));
     list_cursor_->seek(
-        static_cast<std::int32_t>(repeats_from_start() ? index % count : std::min(index, count)));
+        static_cast<std::int32_t>(repeats_from_start() ? values % count : std::min(values, count)));
   } else if (literal_ != nullptr) {
-    skip_literal(values);
-  } else if (!is_empty_) {
-    const Steps step = sum(step_, values);
-    is_empty_ = !repeats_from_start() && step >= course_->end();
-    place(step % course_->end());
+    skip_literal(values, begun);
+  } else {
+    is_empty_ = !repeats_from_start() && values >= course_->end();
+    place(values % course_->end());
   }
 }
 
-// Goes on to the end of the cycle and through the next one; all that follow are like that.
-void ItemGenerator::skip_literal(Steps values) {
-  std::string text(literal_->room(), '\0');
-  Steps cycle_begin = 0;
-  int cycles = 0;
-  for (Steps done = 0; done < values && !literal_->shows_nothing(); ++done) {
-    char* out = text.data();
-    bool ended = false;
-    if (literal_->write(out, ended) != 0) return;  // fails the record that comes to it
-    if (!ended) continue;
-    end_cycle();
-    if (++cycles == 2) {
-      const Steps length = done + 1 - cycle_begin;
-      done += (values - done - 1) / length * length;
+void ItemGenerator::skip_literal(Steps values, CycleKind begun) {
+  LiteralCycles& cycles = literal_cycles();
+  Steps length = cycles.of(begun).length(values);
+  if (values < length) {
+    *literal_ = cycles.of(begun).after(values);
+  } else if (!repeats_from_start()) {
+    literal_->switch_off();
+  } else {
+    if (begun == CycleKind::first) {
+      values -= length;
+      length = cycles.later.length(values);
     }
-    cycle_begin = done + 1;
+    *literal_ = cycles.later.after(values % length);
   }
 }
 
-void ItemGenerator::seek_member(Steps values, bool wrapped) {
-  const Steps end = *cycle();
-  wrapped_ = wrapped;
-  is_empty_ = false;
+LiteralCycles& ItemGenerator::literal_cycles() {
+  if (literal_cycles_ == nullptr) {
+    const LiteralItem first(column_, layout_kind_);
+    LiteralItem later(first);
+    later.restart();
+    literal_cycles_.reset(new LiteralCycles{LiteralCycle(first), LiteralCycle(later)});
+  }
+  return *literal_cycles_;
+}
+
+CycleLengths ItemGenerator::cycle_lengths(Steps most) {
+  if (!turns_with_repeats()) return {};
   if (takes_values_from_list()) {
-    list_cursor_->seek(static_cast<std::int32_t>(wrapped ? end : values % end));
+    const auto count = static_cast<Steps>(enumeration_->count());
+    return {count, count};
+  }
+  // Once a cycle has ended in a record, the other fields of that record don't begin the next.
+  const auto fields = static_cast<Steps>(fields_);
+  const auto records_of = [fields](Steps values) {
+    return values == endless ? endless : values / fields + (values % fields != 0 ? 1 : 0);
+  };
+  if (course_) {
+    const Steps records = records_of(course_->end());
+    return {records, records};
+  }
+  CycleLengths found;
+  found.first = records_of(literal_cycles().first.length(product(most, fields)));
+  if (found.first < most) {
+    found.later = records_of(literal_cycles().later.length(product(most - found.first, fields)));
+  }
+  return found;
+}
+
+void ItemGenerator::seek_member(const MemberPlace& wanted) {
+  wrapped_ = wanted.wrapped;
+  is_empty_ = false;
+  saved_text_.clear();
+  if (takes_values_from_list()) {
+    seek_member_list(wanted);
+  } else if (literal_ != nullptr) {
+    seek_member_literal(wanted);
+  } else {
+    const Steps values = product(wanted.records, static_cast<Steps>(fields_));
+    if (values > 0 && next_entry_ != nullptr) {
+      const Steps last = values <= course_->end() ? values - 1 : 0;
+      place(last);
+      for (std::size_t i = 0; i < course_->shown_at(last); ++i) saved_text_ += cursors_[i].text();
+      saved_text_ += closing();
+    }
+    place(wrapped_ ? 0 : values);
+  }
+}
+
+// A list whose end no counter takes notice of goes on there as it does without repeats.
+void ItemGenerator::seek_member_list(const MemberPlace& wanted) {
+  const auto count = static_cast<Steps>(enumeration_->count());
+  Steps index = wanted.records;
+  if (index > count) index = repeats_from_start() ? (index - 1) % count + 1 : count;
+  list_cursor_->seek(static_cast<std::int32_t>(index));
+}
+
+void ItemGenerator::seek_member_literal(const MemberPlace& wanted) {
+  LiteralCycles& cycles = literal_cycles();
+  LiteralCycle& cycle = cycles.of(wanted.cycle);
+  const Steps values = product(wanted.records, static_cast<Steps>(fields_));
+  const Steps length = cycle.length(values);
+  if (values == 0) {
+    *literal_ = cycle.after(0);
     return;
   }
-  saved_text_.clear();
-  if (values > 0 && next_entry_ != nullptr) {
-    const Steps last = (values - 1) % end;
-    place(last);
-    for (std::size_t i = 0; i < course_->shown_at(last); ++i) saved_text_ += cursors_[i].text();
-    saved_text_ += closing();
-  }
-  place(values % end);
+  // Past its end the item shows its first value over and over.
+  *literal_ = values <= length ? cycle.after(values - 1) : cycles.later.after(0);
+  saved_text_.resize(literal_->room());
+  char* out = saved_text_.data();
+  bool ended = values > length;
+  literal_->write(out, ended);
+  if (ended) literal_->restart();
+  saved_text_.resize(static_cast<std::size_t>(out - saved_text_.data()));
+  saved_text_ += closing();
 }
 
 }  // namespace korvex

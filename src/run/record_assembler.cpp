@@ -1,10 +1,12 @@
 #include "run/record_assembler.h"
 
+#include "platform/interruption.h"
+
 namespace korvex {
 
 void RecordAssembler::set_repeats(RepeatTable& repeats) {
   repeats_ = &repeats;
-  is_nested_ = repeats.nest();
+  turns_evenly_ = repeats.turn_evenly();
 }
 
 ErrorCode RecordAssembler::assemble(LineBlock& line) {
@@ -35,33 +37,10 @@ void RecordAssembler::finish_record() {
 void RecordAssembler::seek(Steps record) {
   run_ = {record == 0, false};
   for (ItemGenerator* item : fields_) {
-    item->rewind();
-    if (!item->is_repeat_member()) item->skip(record);
+    if (!item->turns_with_repeats()) item->seek_plain(record);
   }
-  if (repeats_ == nullptr) return;
-  repeats_->rewind();
-  if (is_nested_) {
-    run_.repeats_finished = repeats_->seek(record);
-  } else {
-    turn_repeats(record);
-  }
-}
-
-void RecordAssembler::turn_repeats(Steps records) {
-  LineBlock unused(0);
-  run_.first_record = true;
-  for (Steps done = 0; done < records; ++done) {
-    if (run_.repeats_finished) {
-      for (ItemGenerator* item : repeats_->items()) item->skip(records - done);
-      return;
-    }
-    for (ItemGenerator* item : fields_) {
-      // One that fails does so again in the record that comes to it.
-      if (item->is_repeat_member() && item->append(unused, run_) != error::none) return;
-    }
-    unused.clear();
-    finish_record();
-  }
+  if (repeats_ != nullptr) run_.repeats_finished = repeats_->seek(record);
+  is_lost_ = !all_have_courses_ && platform::is_interrupted();
 }
 
 }  // namespace korvex

@@ -30,26 +30,31 @@ class RecordAssembler {
   ErrorCode assemble(LineBlock& line, std::vector<std::size_t>& ends);
 
   // Goes to a record, counted from 0: what follows is what it would have been. Any order of records
-  // will do.
+  // will do. When the process is asked to end meanwhile, stepping stops anywhere: is_lost() then.
   void seek(Steps record);
 
-  // Whether seek() takes the same time for every record. Else it steps: repeats that have no closed
-  // form turn record by record from the first on until they finish, and an item without a course
-  // goes through its values up to the end of its second cycle.
-  bool seeks_directly() const { return all_have_courses_ && repeats_turn_in_closed_form(); }
-  bool repeats_turn_in_closed_form() const { return repeats_ == nullptr || is_nested_; }
+  // Whether seek() takes the same time for every record. Else it steps: an item without a course
+  // goes through its first two cycles once, as far as it is asked to, and at each seek from a mark
+  // to its place in a cycle.
+  bool seeks_directly() const { return all_have_courses_; }
+
+  // Whether the next records are none of the run's until another seek().
+  bool is_lost() const { return is_lost_; }
+
+  // Whether RepeatTable::turn_evenly() has answered so, or nothing repeats.
+  bool repeats_turn_evenly() const { return repeats_ == nullptr || turns_evenly_; }
 
   const std::vector<ItemGenerator*>& fields() const { return fields_; }
   const RunState& run() const { return run_; }
 
  private:
-  void turn_repeats(Steps records);
   void finish_record();
 
   std::vector<ItemGenerator*> fields_;
   RepeatTable* repeats_ = nullptr;
-  bool is_nested_ = false;
+  bool turns_evenly_ = false;
   bool all_have_courses_ = true;
+  bool is_lost_ = false;
   RunState run_;
 };
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <unordered_map>
 
-#include "run/item_generator.h"
 #include "values/error_codes.h"
 
 namespace korvex {
@@ -40,6 +39,18 @@ class LevelUse {
   };
   std::unordered_map<RepeatLevel, Taker> takers_;
 };
+
+// How many values stand in the first `records`, at least partly.
+Steps values_until(Steps records, Steps first_hold, Steps hold) {
+  if (records <= first_hold) return records > 0 ? 1 : 0;
+  const Steps later = records - first_hold;
+  return 1 + later / hold + (later % hold != 0 ? 1 : 0);
+}
+
+// So many records, up to the end of a turn.
+Steps whole(Steps records, Steps turn) {
+  return product(records / turn + (records % turn != 0 ? 1 : 0), turn);
+}
 
 }  // namespace
 
@@ -125,49 +136,72 @@ bool RepeatTable::advance() {
   return false;
 }
 
-bool RepeatTable::nest() {
-  Steps records = 1;
+bool RepeatTable::turn_evenly() {
+  for (const auto& entry : entries_) {
+    if (!entry->item->cycle()) return false;
+  }
+  tell_turns(endless);
+  return !inner_stays_finished_ || entries_.size() == 1;
+}
+
+// From the innermost entry outwards; items without a course are followed for `most` records.
+//
+// An outer item takes a value when the next inner level has finished its repetitions. That lasts
+// until a record in which the innermost item does not end its cycle. One of a single value ends it
+// in every record: once a level has finished, the next outer one then takes a value in each record,
+// but its counter still turns only together with the inner one.
+void RepeatTable::tell_turns(Steps most) {
+  Steps first_hold = 1;
+  Steps hold = 1;
+  Steps turn = 1;  // of the next inner counter
   for (auto place = entries_.rbegin(); place != entries_.rend(); ++place) {
     ClRepeatData& entry = **place;
-    const std::optional<Steps> cycle = entry.item->cycle();
-    if (!cycle || (entry.innermost && entries_.size() > 1 && *cycle == 1)) return false;
-    entry.hold = records;
-    records = product(records, product(entry.rounds(), *cycle));
+    const CycleLengths cycle = entry.item->cycle_lengths(values_until(most, first_hold, hold));
+    if (entry.innermost) inner_stays_finished_ = cycle.later == 1;
+    RepeatTurns& turns = entry.turns;
+    turns = {first_hold, hold, cycle, endless, endless};
+    turns.first_end = sum(first_hold, whole(product(cycle.first - 1, hold), turn));
+    turns.length = whole(product(cycle.later, hold), turn);
+    const Steps rounds = entry.rounds();
+    first_hold = sum(turns.first_end, product(rounds - 1, turns.length));
+    turn = inner_stays_finished_ ? turns.length : product(rounds, turns.length);
+    hold = inner_stays_finished_ ? 1 : turn;
   }
-  end_ = records;
-  return true;
+  end_ = first_hold;
 }
 
 bool RepeatTable::seek(Steps record) {
+  tell_turns(record);
   const bool is_over = record >= end_;
   for (const auto& entry : entries_) {
     if (is_over) {
-      entry->item->rewind();
-      entry->item->skip(record - end_);
-      continue;
+      entry->item->seek_finished(record - end_);
+    } else {
+      seek_entry(*entry, record);
     }
-    const Steps turn = product(entry->hold, *entry->item->cycle());
-    const Steps values = record / entry->hold + (record % entry->hold != 0 ? 1 : 0);
-    entry->repetitions_done = static_cast<std::int32_t>(record / turn % entry->rounds());
-    entry->finished = record > 0 && record % product(turn, entry->rounds()) == 0;
-    // The last value of a cycle waits for the inner levels before its end counts.
-    const bool is_wrapped = values > 0 && values % *entry->item->cycle() == 0 && record % turn != 0;
-    entry->item->seek_member(values, is_wrapped);
   }
   return is_over;
 }
 
-void RepeatTable::rewind() {
-  for (const auto& entry : entries_) {
-    entry->repetitions_done = 0;
-    entry->finished = false;
+void RepeatTable::seek_entry(ClRepeatData& entry, Steps record) {
+  const RepeatTurns& turns = entry.turns;
+  MemberPlace place;
+  Steps cycles = 0;
+  bool ends_here = false;
+  if (record < turns.first_end) {
+    place.records = values_until(record, turns.first_hold, turns.hold);
+  } else {
+    const Steps later = record - turns.first_end;
+    cycles = 1 + later / turns.length;
+    ends_here = later % turns.length == 0;
+    place.cycle = CycleKind::later;
+    place.records = values_until(later % turns.length, turns.hold, turns.hold);
   }
-}
-
-std::vector<ItemGenerator*> RepeatTable::items() const {
-  std::vector<ItemGenerator*> items;
-  for (const auto& entry : entries_) items.push_back(entry->item);
-  return items;
+  place.wrapped = place.records >= (cycles == 0 ? turns.cycle.first : turns.cycle.later);
+  entry.repetitions_done = static_cast<std::int32_t>(cycles % entry.rounds());
+  entry.finished =
+      inner_stays_finished_ ? cycles >= entry.rounds() : ends_here && entry.repetitions_done == 0;
+  if (entry.item->turns_with_repeats()) entry.item->seek_member(place);
 }
 
 }  // namespace korvex

@@ -8,10 +8,18 @@
 #include "control/col_main.h"
 #include "courses/steps.h"
 #include "platform/runtime_class.h"
+#include "run/item_generator.h"
 
 namespace korvex {
 
-class ItemGenerator;
+// When an entry's item takes its values, in records from the first one on.
+struct RepeatTurns {
+  Steps first_hold = 1;       // for so many the first value stands
+  Steps hold = 1;             // and each later one for so many
+  CycleLengths cycle;         // of the item
+  Steps first_end = endless;  // the counter takes notice of the first cycle's end after so many
+  Steps length = endless;     // and of every later one after so many more
+};
 
 // One repeated item in the table of nested counters.
 class ClRepeatData : public platform::Object {
@@ -23,7 +31,7 @@ class ClRepeatData : public platform::Object {
   std::int32_t repetitions_done = 0;
   bool innermost = false;
   ItemGenerator* item = nullptr;  // whose values the entry counts; owned by the run
-  Steps hold = 1;  // records that each value of the item stands for, where that is known
+  RepeatTurns turns;
 
   bool is_outermost() const { return level_order == 1; }
 
@@ -56,28 +64,26 @@ class RepeatTable {
   // repetitions; it must not be called again then.
   bool advance();
 
-  // Tells how the repeats go in closed form, once all entries have their items. False where they
-  // turn in a way that can only be seen by turning them: a member without a cycle of its own, or
-  // several levels around an innermost item of a single value, which no longer wait for it once it
-  // has finished.
-  bool nest();
+  // Tells how the repeats turn, once all entries have their items. Whether every value of an item
+  // stands for equally many records, as `hold` has it, and all cycles of an item are alike. They
+  // are not for a member without a cycle of its own, nor for several levels around an innermost
+  // item of a single value, which no longer wait for it once it has finished.
+  bool turn_evenly();
 
-  // After so many records all repeats are over; known once nest() has answered true.
+  // After so many records all repeats are over; known once turn_evenly() has answered true.
   Steps end() const { return end_; }
 
-  // Puts counters and items where they stand before a record. Needs nest(). Whether the repeats
-  // have finished by then.
+  // Puts counters and items where they stand before a record. Whether the repeats have finished by
+  // then. Takes the same time for every record, but for items without a course.
   bool seek(Steps record);
 
-  // Puts all counters where they stand before the first record.
-  void rewind();
-
-  // The items that the entries count.
-  std::vector<ItemGenerator*> items() const;
-
  private:
+  void tell_turns(Steps most);
+  void seek_entry(ClRepeatData& entry, Steps record);
+
   ClRepeatDataList entries_;  // in ascending level order
   std::unordered_map<RepeatLevel, ClRepeatData*> by_level_;
+  bool inner_stays_finished_ = false;  // from its first repetitions on: no record clears its flag
   Steps end_ = endless;
 };
 

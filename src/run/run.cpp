@@ -90,6 +90,7 @@ ItemGenerator& Run::item_generator(const ClFmtColInf& column) {
 }
 
 ErrorCode Run::append(LineBlock& lines, std::int64_t most) {
+  if (records_.is_lost()) return error::cancelled;
   if (blocks_->assemble(lines, most) > 0) {
     begins_ = blocks_->line_begins();
     return error::none;
@@ -109,6 +110,7 @@ ErrorCode Run::append(LineBlock& lines, std::int64_t most) {
 }
 
 ErrorCode Run::next(std::vector<std::string_view>& values) {
+  if (records_.is_lost()) return error::cancelled;
   line_.clear();
   if (const ErrorCode result = records_.assemble(line_, ends_); result != error::none)
     return result;
@@ -145,9 +147,9 @@ FieldFacts Run::facts_of(const ItemGenerator& item) const {
     field.is_repeated = true;
     field.level = settings.repeat_level;
     field.rounds = entry->rounds();
-    field.hold = entry->hold;
+    field.hold = entry->turns.hold;
     field.repeats_end = repeats_.end();
-    if (!records_.repeats_turn_in_closed_form()) return field;
+    if (!records_.repeats_turn_evenly()) return field;
   }
   if (!item.cycle()) return field;
   field.values = item.facts();

@@ -61,7 +61,8 @@ class Run {
   // -40.
   ErrorCode next(std::vector<std::string_view>& values);
 
-  // Goes to a record, as RecordAssembler says.
+  // Goes to a record, as RecordAssembler says. append() and next() answer -79 when that was
+  // interrupted.
   void seek(Steps record);
   bool seeks_directly() const { return records_.seeks_directly(); }
 

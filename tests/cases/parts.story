@@ -156,3 +156,20 @@ $ sed -i s/91/92/ own.txt; korvex export child.toml -o c --part 1/4 | sed 's/,.*
   part 1 of 4
 $ sed -i 's/shuffled/random/' own.toml; korvex export child.toml -o c --part 1/4 | sed 's/,.*//'
   part 1 of 4
+
+# The last of many parts is as near as the first, also around an innermost item of one value.
+file far.toml
+  [layout]
+  kind = "record"
+  records = 2000000000
+  data = "far.csv"
+  @item A 4 digits=9 type = "range", format = "%9U", start = 1, end = 999999999, repeat = { level = 1, count = 1000 }
+  @number B type = "enumeration", file = "one.txt", repeat = { level = 2, count = 1000 }
+file one.txt
+  7
+> generate far.toml --part 1000000/1000000
+  part 1000000 of 1000000, 2000 records, 26000 bytes: far.csv.part-1000000-of-1000000
+$ sed -n '1p;$p' far.csv.part-1000000-of-1000000
+  999997003,7,
+  999999002,7,
+> plan far.toml --for make --parts 64 ...

@@ -2,16 +2,19 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <iostream>
 #include <map>
 #include <set>
 
 #include "host/records/uniqueness.h"
+#include "platform/interruption.h"
 #include "run/random_settings.h"
 #include "run/reference_assembler.h"
 #include "support/bytes.h"
 #include "support/list_values.h"
+#include "support/table.h"
 
 // The records of a run, taken in blocks, one by one and from any record on, against a slow
 // reference.
@@ -241,8 +244,10 @@ TEST_F(RunTest, SeeksFarAway) {
     if (Expected(layout, 1).code != 0) continue;
     korvex::Run run;
     prepare(layout, run);
-    if (!run.seeks_directly()) continue;
-    const auto far = static_cast<Steps>(random.between(1'000'000, 1'000'000'000'000'000'000));
+    // Stepping takes its time where an item without a course has no end near by.
+    const auto far = static_cast<Steps>(run.seeks_directly()
+                                            ? random.between(1'000'000, 1'000'000'000'000'000'000)
+                                            : random.between(2 * records, 20'000));
     std::int32_t code = 0;
     run.seek(far);
     const std::string walked = take_lines(run, random, records, code);
@@ -252,6 +257,47 @@ TEST_F(RunTest, SeeksFarAway) {
         take_lines(run, random, records - static_cast<std::int64_t>(ahead), code);
     ASSERT_TRUE(walked.ends_with(sought)) << far << " and " << ahead << " more";
   }
+}
+
+// An item without a course, whose first cycle begins at 5 and all others at 1.
+TEST_F(RunTest, SeeksInLongCyclesWithoutACourse) {
+  constexpr Steps end = 150'000;
+  constexpr Steps first_cycle = end - 4;
+  const auto column = checked_column(
+      {item_of("4 0 9 9"), {"%9U", "1", std::to_string(end), "1"}, exceeded_action::repeat});
+  ASSERT_TRUE(column);
+  column->elements[0]->record.current.low = 5;
+  ItemGenerator item(*column, layout_kind::record_file, false);
+  RecordAssembler assembler;
+  assembler.add_field(item);
+  LineBlock line(0);
+  const auto value_at = [&](Steps record) {
+    assembler.seek(record);
+    line.clear();
+    EXPECT_EQ(assembler.assemble(line), 0);
+    return std::strtoull(std::string(line.data(), line.size()).c_str(), nullptr, 10);
+  };
+  // In this order: marks are thinned out on the way, and serve the places before them.
+  for (const Steps record :
+       {Steps{1024}, Steps{40'000}, Steps{1023}, first_cycle - 1, first_cycle, Steps{65'537},
+        first_cycle + end - 1, first_cycle + end, Steps{1'000'000'000'000}, Steps{3}}) {
+    EXPECT_EQ(value_at(record),
+              record < first_cycle ? record + 5 : (record - first_cycle) % end + 1)
+        << record;
+  }
+  // Asked to end, it stops on the way: nothing leads here, so no cycle ends.
+  column->record.lead_element = 0;
+  ItemGenerator without_end(*column, layout_kind::record_file, false);
+  RecordAssembler interrupted;
+  interrupted.add_field(without_end);
+  {
+    const platform::InterruptionWatch watch({SIGINT});
+    ASSERT_EQ(::raise(SIGINT), 0);
+    interrupted.seek(endless - 1);
+    EXPECT_TRUE(interrupted.is_lost());
+  }
+  interrupted.seek(0);
+  EXPECT_FALSE(interrupted.is_lost());
 }
 
 // What is told of the records that differ in some of their fields is true of those that come.
