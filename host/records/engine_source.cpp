@@ -6,6 +6,7 @@
 #include "courses/course_cursor.h"
 #include "courses/enum_data_list.h"
 #include "courses/item_course.h"
+#include "host/process/signals.h"
 #include "host/ways/shuffle.h"
 #include "platform/digits.h"
 #include "platform/printable_text.h"
@@ -345,8 +346,11 @@ std::uint64_t end_of(const FieldFacts& facts) {
 
 std::string_view EngineRecords::value(std::uint64_t record, std::size_t field) {
   if (latest_ != record) {
-    if (record != next_) run_.seek(record);
     latest_.reset();
+    if (record != next_) {
+      run_.seek(record);
+      check_interruption();
+    }
     if (const auto code = run_.next(values_); code != 0) {
       throw BadValue(error_message(code, layout_kind_));
     }

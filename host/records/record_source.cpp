@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/layout/failure_text.h"
+#include "host/process/signals.h"
 #include "host/records/engine_source.h"
 #include "platform/printable_text.h"
 
@@ -32,7 +33,9 @@ RecordSource::RecordSource(PreparedLayout& prepared)
 
 void RecordSource::seek(std::uint64_t record) {
   next_ = std::min(record, end_);
-  if (prepared_.is_plain()) prepared_.run().seek(next_);
+  if (!prepared_.is_plain()) return;
+  prepared_.run().seek(next_);
+  check_interruption();
 }
 
 bool RecordSource::next(std::vector<std::string_view>& values) {

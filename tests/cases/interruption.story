@@ -51,6 +51,13 @@ files
   o.csv
   w/
 
+# So does the way to a record far away, step by step where the first value is none of the item's cycle.
+edit l.toml type = "default" => type = "range", format = "%9U", start = 1, end = 999999999
+> generate l.toml --settings-only --quiet
+poke d.fif 768 5
+>130 until +0.3 INT generate l.toml --keep-settings --part 64/64
+edit l.toml type = "range", format = "%9U", start = 1, end = 999999999 => type = "default"
+
 # Reading a long list asks nobody whether to go on.
 $ yes 1 | head -n 15000000 > list.txt
 edit l.toml type = "default" => type = "enumeration", file = "list.txt"
