@@ -47,8 +47,7 @@ ValuePreview preview_values(ItemGenerator& item) {
     preview.first.push_back(*value);
   }
   if (preview.count == endless || preview.count <= first_values) return preview;
-  item.rewind();
-  item.skip(preview.count - 1);
+  item.seek_plain(preview.count - 1);
   const Result<std::string> last = take_value(item);
   preview.code = last.code();
   if (last) preview.last = *last;
