@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "host/sources/field.h"
-#include "host/sources/line_source.h"
+#include "host/sources/record_sources.h"
 #include "host/sources/text_list.h"
 #include "host/ways/draw.h"
 #include "host/ways/group_sizes.h"

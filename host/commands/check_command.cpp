@@ -1,21 +1,19 @@
-#include "host/commands/check_command.h"
-
 #include <algorithm>
 #include <filesystem>
 #include <ostream>
 #include <string>
 
-#include "host/commands/check_folder.h"
 #include "host/commands/check_sets.h"
+#include "host/commands/commands.h"
 #include "host/engine/layout_messages.h"
-#include "host/layout/layout_folder.h"
+#include "host/layout/layout_paths.h"
 #include "host/layout/own_items.h"
 #include "host/process/exit_status.h"
 #include "host/records/engine_source.h"
+#include "host/records/engine_uniqueness.h"
 #include "host/records/forecast.h"
-#include "host/records/prediction.h"
+#include "host/records/module_count.h"
 #include "host/records/prepared_layout.h"
-#include "host/records/uniqueness.h"
 #include "host/text/text_table.h"
 #include "platform/codepage.h"
 #include "platform/path.h"
@@ -87,7 +85,7 @@ void print_records(const PreparedLayout& prepared, const Forecast& forecast, std
 }
 
 // Of the data file. What stands in its place is overwritten, which makes room, too.
-bool print_sizes(const PreparedLayout& prepared, const std::optional<RepeatCount>& prediction,
+bool print_sizes(const PreparedLayout& prepared, const std::optional<RepeatCount>& module_count,
                  std::ostream& out) {
   const Layout& layout = prepared.layout();
   const auto size = prepared.run().size(static_cast<Steps>(layout.records));
@@ -95,7 +93,7 @@ bool print_sizes(const PreparedLayout& prepared, const std::optional<RepeatCount
   // The records of a table are loaded: no file, and no limit of one, is in their way.
   if (layout.kind == layout_kind::table) return true;
   out << "Predicted size:      "
-      << (prediction ? predicted_size_text(*prediction) : "not foretold by the module") << "\n";
+      << (module_count ? predicted_size_text(*module_count) : "not foretold by the module") << "\n";
   const auto free = free_space(layout.data);
   if (!free) return true;
   std::error_code failure;
@@ -112,9 +110,9 @@ bool print_sizes(const PreparedLayout& prepared, const std::optional<RepeatCount
 int run_check(const CheckOptions& options, std::ostream& out, std::ostream& messages) {
   if (is_folder(options.layout)) return check_folder(options, out, messages);
   PreparedLayout prepared;
-  std::optional<RepeatCount> prediction;
+  std::optional<RepeatCount> module_count;
   const int status =
-      prepared.prepare(options.layout, options.records, messages, {.prediction = &prediction});
+      prepared.prepare(options.layout, options.records, messages, {.module_count = &module_count});
   if (status != exit_status::done) return status;
   std::vector<UniqueSet> sets = own_sets(prepared);
   for (const std::string& names : options.unique) {
@@ -126,7 +124,7 @@ int run_check(const CheckOptions& options, std::ostream& out, std::ostream& mess
   print_items(prepared, forecast, out);
   print_records(prepared, forecast, out);
   // Of the records that the program makes, the size is the format's business.
-  bool is_good = !prepared.is_plain() || print_sizes(prepared, prediction, out);
+  bool is_good = !prepared.is_plain() || print_sizes(prepared, module_count, out);
   for (const UniqueSet& set : sets) {
     const SetAnswer answer = answer_of(set, forecast);
     out << "Unique " << set.names << ": " << answer.text << "\n";

@@ -1,12 +1,10 @@
-#include "host/commands/check_folder.h"
-
 #include <algorithm>
 #include <map>
 #include <memory>
 #include <ostream>
 
 #include "host/commands/check_sets.h"
-#include "host/layout/layout_folder.h"
+#include "host/layout/layout_paths.h"
 #include "host/process/distinct_files.h"
 #include "host/process/exit_status.h"
 #include "host/process/signals.h"

@@ -5,7 +5,7 @@
 
 #include "host/layout/item_texts.h"
 #include "host/records/engine_source.h"
-#include "host/records/uniqueness.h"
+#include "host/records/engine_uniqueness.h"
 #include "platform/printable_text.h"
 #include "platform/text_lines.h"
 

@@ -4,13 +4,17 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <cstdlib>
+#include <iosfwd>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "host/layout/table_reader.h"
 #include "host/parts/part.h"
+#include "host/records/record_format.h"
 #include "platform/printable_text.h"
 
 // What several commands take alike.
@@ -84,6 +88,22 @@ inline void add_part(CLI::App& command, std::optional<Part>& part, bool& force) 
           ->check(CLI::Validator(check, "", ""))
           ->type_name("I/N");
   command.add_flag("--force", force, "make the part also when it is complete")->needs(option);
+}
+
+// Adds the options that say how records are written.
+void add_format(CLI::App& command, FormatChoices& format);
+
+// Whether one of them was given.
+bool has_format(const CLI::App& command);
+
+// Whether the choices go together; says so otherwise.
+bool is_possible(const FormatChoices& format, std::ostream& messages);
+
+// The console, unless the user asks for the desktop: by the option, or by KORVEX_UI.
+inline void choose_interface(bool window) {
+  const char* chosen = std::getenv("KORVEX_UI");
+  const bool is_chosen = chosen != nullptr && !std::string_view(chosen).empty();
+  if (window || !is_chosen) ::setenv("KORVEX_UI", window ? "desktop" : "console", 1);
 }
 
 }  // namespace korvex::host

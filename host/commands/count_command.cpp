@@ -1,8 +1,7 @@
-#include "host/commands/count_command.h"
-
 #include <ostream>
 
-#include "host/commands/interface_choice.h"
+#include "host/commands/commands.h"
+#include "host/commands/common_options.h"
 #include "host/engine/control_writer.h"
 #include "host/engine/layout_messages.h"
 #include "host/engine/run_folders.h"
@@ -10,7 +9,7 @@
 #include "host/process/exit_status.h"
 #include "host/process/scratch_folder.h"
 #include "host/process/signals.h"
-#include "host/records/prediction.h"
+#include "host/records/module_count.h"
 #include "platform/printable_text.h"
 #include "run/generate_data_file.h"
 #include "values/error_codes.h"
@@ -51,9 +50,9 @@ int count(const Layout& layout, bool has_repeats, CheckRepeatCount check, std::o
   const std::int32_t verdict = check(control_file.path().c_str());
   check_interruption();
   if (verdict == 0) {
-    if (const auto prediction = predict(layout, has_repeats)) {
-      out << "Data items:          " << prediction->data_items << "\n"
-          << "Predicted size:      " << predicted_size_text(*prediction) << "\n";
+    if (const auto counted = module_count(layout, has_repeats)) {
+      out << "Data items:          " << counted->data_items << "\n"
+          << "Predicted size:      " << predicted_size_text(*counted) << "\n";
     }
   }
   out << "DGCheckRepeatCnt:    " << verdict

@@ -1,11 +1,10 @@
-#include "host/commands/edit_command.h"
-
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <functional>
 #include <ostream>
 
+#include "host/commands/commands.h"
 #include "host/commands/data_summary.h"
 #include "host/engine/control_writer.h"
 #include "host/engine/kept_settings.h"

@@ -1,13 +1,12 @@
-#include "host/commands/export_command.h"
-
 #include <algorithm>
 #include <filesystem>
 #include <map>
 #include <memory>
 #include <ostream>
 
+#include "host/commands/commands.h"
 #include "host/engine/layout_messages.h"
-#include "host/layout/layout_folder.h"
+#include "host/layout/layout_paths.h"
 #include "host/parts/part_maker.h"
 #include "host/process/distinct_files.h"
 #include "host/process/exit_status.h"

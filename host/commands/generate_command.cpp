@@ -1,13 +1,12 @@
-#include "host/commands/generate_command.h"
-
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <ostream>
 #include <string_view>
 
+#include "host/commands/commands.h"
+#include "host/commands/common_options.h"
 #include "host/commands/data_summary.h"
-#include "host/commands/interface_choice.h"
 #include "host/engine/control_writer.h"
 #include "host/engine/kept_settings.h"
 #include "host/engine/layout_messages.h"
@@ -20,10 +19,10 @@
 #include "host/process/exit_status.h"
 #include "host/process/scratch_folder.h"
 #include "host/process/signals.h"
-#include "host/records/prediction.h"
+#include "host/records/module_count.h"
+#include "platform/file.h"
 #include "platform/path.h"
 #include "platform/printable_text.h"
-#include "platform/read_file.h"
 #include "run/record_writer.h"
 #include "values/error_codes.h"
 
@@ -56,7 +55,7 @@ std::int64_t records_of(const Layout& layout, std::int32_t output_option) {
 std::uint64_t count_repeated_records(const Layout& layout, std::ostream& messages) {
   const ScratchFolder scratch;
   const auto copy = copy_layout(layout, scratch, messages);
-  const auto count = copy ? predict(*copy, true) : std::nullopt;
+  const auto count = copy ? module_count(*copy, true) : std::nullopt;
   return count ? count->data_items : 0;
 }
 

@@ -1,5 +1,3 @@
-#include "host/commands/import_command.h"
-
 #include <chrono>
 #include <filesystem>
 #include <memory>
@@ -7,6 +5,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "host/commands/commands.h"
 #include "host/engine/layout_messages.h"
 #include "host/engine/run_folders.h"
 #include "host/imports/database_import.h"

@@ -6,7 +6,6 @@
 #include <ostream>
 
 #include "host/commands/common_options.h"
-#include "host/commands/format_options.h"
 #include "host/layout/table_reader.h"
 #include "host/process/exit_status.h"
 

@@ -4,11 +4,7 @@
 #include <functional>
 #include <iosfwd>
 
-#include "host/commands/check_command.h"
-#include "host/commands/export_command.h"
-#include "host/commands/new_command.h"
-#include "host/commands/preview_command.h"
-#include "host/commands/report_command.h"
+#include "host/commands/commands.h"
 
 namespace korvex::host {
 

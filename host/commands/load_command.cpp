@@ -1,5 +1,3 @@
-#include "host/commands/load_command.h"
-
 #include <poll.h>
 #include <unistd.h>
 
@@ -12,13 +10,14 @@
 #include <ostream>
 #include <stdexcept>
 
+#include "host/commands/commands.h"
 #include "host/commands/load_plan.h"
 #include "host/commands/load_progress.h"
 #include "host/commands/load_records.h"
 #include "host/databases/database.h"
 #include "host/databases/load_order.h"
 #include "host/engine/layout_messages.h"
-#include "host/layout/layout_folder.h"
+#include "host/layout/layout_paths.h"
 #include "host/process/exit_status.h"
 #include "host/process/signals.h"
 #include "platform/printable_text.h"

@@ -1,5 +1,3 @@
-#include "host/commands/new_command.h"
-
 #include <poll.h>
 #include <unistd.h>
 
@@ -10,6 +8,7 @@
 #include <istream>
 #include <ostream>
 
+#include "host/commands/commands.h"
 #include "host/engine/layout_messages.h"
 #include "host/layout/layout_reader.h"
 #include "host/layout/layout_writer.h"

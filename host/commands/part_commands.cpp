@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "host/commands/common_options.h"
-#include "host/commands/format_options.h"
 #include "host/process/exit_status.h"
 
 namespace korvex::host {

@@ -4,8 +4,7 @@
 #include <iosfwd>
 #include <optional>
 
-#include "host/commands/plan_command.h"
-#include "host/commands/verify_command.h"
+#include "host/commands/commands.h"
 
 namespace korvex::host {
 

@@ -1,10 +1,9 @@
-#include "host/commands/plan_command.h"
-
 #include <algorithm>
 #include <filesystem>
 #include <ostream>
 #include <set>
 
+#include "host/commands/commands.h"
 #include "host/process/distinct_files.h"
 #include "host/process/exit_status.h"
 #include "platform/path.h"
@@ -87,10 +86,10 @@ int run_plan(const PlanOptions& options, bool has_format, std::ostream& out,
                        {.misread = is_export ? MisreadTexts::refused : MisreadTexts::warned,
                         .own_ways = is_export ? OwnWays::allowed : OwnWays::refused});
   if (status != exit_status::done) return status;
-  const Foresight foresight(prepared, {.is_data_file = !is_export, .format = options.format});
+  const PartEstimate estimate(prepared, {.is_data_file = !is_export, .format = options.format});
   const std::uint64_t parts = options.parts
                                   ? static_cast<std::uint64_t>(*options.parts)
-                                  : foresight.parts_below(*options.most_bytes, most_planned_parts);
+                                  : estimate.parts_below(*options.most_bytes, most_planned_parts);
   if (parts > most_planned_parts) {
     return refuse(messages, "more than " + std::to_string(most_planned_parts) +
                                 " parts, expected fewer or larger ones");
@@ -99,7 +98,7 @@ int run_plan(const PlanOptions& options, bool has_format, std::ostream& out,
   if (has_control_characters(plan.making)) {
     return refuse(messages, "a path or table has control characters, which a script can't name");
   }
-  out << script_of(plan, options.engine, foresight) << std::flush;
+  out << script_of(plan, options.engine, estimate) << std::flush;
   return exit_status::done;
 }
 

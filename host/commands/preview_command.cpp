@@ -1,10 +1,9 @@
-#include "host/commands/preview_command.h"
-
 #include <algorithm>
 #include <ostream>
 
+#include "host/commands/commands.h"
 #include "host/layout/failure_text.h"
-#include "host/layout/layout_folder.h"
+#include "host/layout/layout_paths.h"
 #include "host/process/exit_status.h"
 #include "host/process/signals.h"
 #include "host/records/record_source.h"

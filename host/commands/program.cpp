@@ -13,12 +13,10 @@
 #include <string_view>
 #include <tuple>
 
+#include "host/commands/commands.h"
 #include "host/commands/common_options.h"
-#include "host/commands/import_command.h"
 #include "host/commands/layout_commands.h"
-#include "host/commands/load_command.h"
 #include "host/commands/part_commands.h"
-#include "host/commands/sets_command.h"
 #include "host/commands/show.h"
 #include "host/layout/table_reader.h"
 #include "host/process/exit_status.h"

@@ -2,9 +2,7 @@
 
 #include <iosfwd>
 
-#include "host/commands/count_command.h"
-#include "host/commands/edit_command.h"
-#include "host/commands/generate_command.h"
+#include "host/commands/commands.h"
 
 namespace korvex::host {
 

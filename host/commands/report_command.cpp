@@ -1,12 +1,11 @@
-#include "host/commands/report_command.h"
-
 #include <algorithm>
 #include <map>
 #include <memory>
 #include <ostream>
 
+#include "host/commands/commands.h"
 #include "host/commands/report_page.h"
-#include "host/layout/layout_folder.h"
+#include "host/layout/layout_paths.h"
 #include "host/process/distinct_files.h"
 #include "host/process/exit_status.h"
 #include "host/process/replaced_output.h"

@@ -1,8 +1,7 @@
-#include "host/commands/sets_command.h"
-
 #include <algorithm>
 #include <ostream>
 
+#include "host/commands/commands.h"
 #include "host/process/exit_status.h"
 #include "host/sets/catalogue.h"
 #include "host/text/text_table.h"

@@ -1,5 +1,4 @@
-#include "host/commands/verify_command.h"
-
+#include "host/commands/commands.h"
 #include "host/parts/verifier.h"
 #include "host/process/exit_status.h"
 

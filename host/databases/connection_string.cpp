@@ -1,10 +1,10 @@
-#include "host/databases/connection_string.h"
-
 #include <libpq-fe.h>
 
 #include <memory>
 #include <stdexcept>
 #include <string_view>
+
+#include "host/databases/postgresql_database.h"
 
 namespace korvex::host {
 

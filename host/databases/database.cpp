@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "host/process/distinct_files.h"
-#include "platform/module_loader.h"
+#include "platform/plugin_loader.h"
 
 namespace korvex::host {
 
@@ -14,15 +14,15 @@ constexpr std::string_view postgresql_prefix = "postgresql:";
 // Of an address, which the client library reads whole.
 constexpr std::string_view address_prefixes[] = {"postgresql://", "postgres://"};
 
-std::unique_ptr<Database> open_with(const char* module_name, const std::string& target) {
+std::unique_ptr<Database> open_with(const char* plugin_name, const std::string& target) {
   const std::filesystem::path folder =
-      std::filesystem::path(platform::program_folder()) / KORVEX_MODULE_FOLDER;
+      std::filesystem::path(platform::program_folder()) / KORVEX_PLUGIN_FOLDER;
   std::string reason;
-  const auto* const module = static_cast<const DatabaseModule*>(
-      platform::load_module((folder / module_name).lexically_normal(), database_module_function,
-                            database_module_version, reason));
-  if (module == nullptr) throw DatabaseError("this kind of database was left out: " + reason);
-  return std::unique_ptr<Database>(module->open(target));
+  const auto* const plugin = static_cast<const DatabasePlugin*>(
+      platform::load_plugin((folder / plugin_name).lexically_normal(), database_plugin_function,
+                            database_plugin_version, reason));
+  if (plugin == nullptr) throw DatabaseError("this kind of database was left out: " + reason);
+  return std::unique_ptr<Database>(plugin->open(target));
 }
 
 }  // namespace

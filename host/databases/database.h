@@ -136,13 +136,13 @@ std::unique_ptr<Database> open_database(const std::string& target);
 // removes there without a look at what they are. None for a server.
 std::vector<std::string> database_files(const std::string& target);
 
-// What the module of each kind of database hands over. Program and modules are built and installed
-// together, so they may share C++ types; what a module throws is caught in the program.
-struct DatabaseModule {
+// What the plug-in of each kind of database hands over. Program and plug-ins are built and
+// installed together, so they may share C++ types; what a plug-in throws is caught in the program.
+struct DatabasePlugin {
   Database* (*open)(const std::string& target);  // a connection, which the caller owns
 };
 
-inline constexpr const char* database_module_function = "korvex_database_table";
-inline constexpr std::int32_t database_module_version = 2;
+inline constexpr const char* database_plugin_function = "korvex_database_table";
+inline constexpr std::int32_t database_plugin_version = 2;
 
 }  // namespace korvex::host

@@ -8,8 +8,8 @@
 #include <thread>
 #include <utility>
 
-#include "host/databases/connection_string.h"
 #include "host/databases/database.h"
+#include "host/databases/postgresql_database.h"
 #include "host/process/signals.h"
 #include "platform/text_lines.h"
 

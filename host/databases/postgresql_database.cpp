@@ -1,12 +1,11 @@
+#include "host/databases/postgresql_database.h"
+
 #include <cctype>
 #include <charconv>
 #include <limits>
 
 #include "host/databases/database.h"
 #include "host/databases/postgresql_connection.h"
-#include "host/databases/postgresql_loader.h"
-#include "host/databases/postgresql_rules.h"
-#include "host/databases/postgresql_schema.h"
 #include "host/databases/sql_names.h"
 
 namespace korvex::host {
@@ -154,9 +153,9 @@ class PostgresqlDatabase : public Database {
 extern "C" __attribute__((visibility("default"))) const void* korvex_database_table(
     std::int32_t version) {
   using korvex::host::Database;
-  static constexpr korvex::host::DatabaseModule table = {
+  static constexpr korvex::host::DatabasePlugin table = {
       [](const std::string& connection) -> Database* {
         return new korvex::host::PostgresqlDatabase(connection);
       }};
-  return version == korvex::host::database_module_version ? &table : nullptr;
+  return version == korvex::host::database_plugin_version ? &table : nullptr;
 }

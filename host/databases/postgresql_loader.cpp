@@ -1,12 +1,10 @@
-#include "host/databases/postgresql_loader.h"
-
 #include <algorithm>
 #include <charconv>
 #include <deque>
 
 #include "host/databases/copy_text.h"
+#include "host/databases/postgresql_database.h"
 #include "host/databases/postgresql_refusal.h"
-#include "host/databases/postgresql_sequences.h"
 #include "host/databases/sql_names.h"
 
 namespace korvex::host {

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "host/databases/copy_text.h"
-#include "host/databases/postgresql_schema.h"
+#include "host/databases/postgresql_database.h"
 #include "host/databases/sql_names.h"
 
 namespace korvex::host {

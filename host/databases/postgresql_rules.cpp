@@ -1,8 +1,7 @@
-#include "host/databases/postgresql_rules.h"
-
 #include <algorithm>
 #include <optional>
 
+#include "host/databases/postgresql_database.h"
 #include "host/databases/sql_words.h"
 
 namespace korvex::host {

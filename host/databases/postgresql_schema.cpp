@@ -1,9 +1,8 @@
-#include "host/databases/postgresql_schema.h"
-
 #include <algorithm>
 #include <array>
 
 #include "host/databases/database.h"
+#include "host/databases/postgresql_database.h"
 #include "host/databases/sql_names.h"
 
 namespace korvex::host {

@@ -1,7 +1,6 @@
-#include "host/databases/postgresql_sequences.h"
-
 #include <algorithm>
 
+#include "host/databases/postgresql_database.h"
 #include "host/databases/sql_names.h"
 
 namespace korvex::host {

@@ -1,9 +1,8 @@
+#include "host/databases/sqlite_database.h"
+
 #include "host/databases/database.h"
 #include "host/databases/sql_names.h"
 #include "host/databases/sqlite_connection.h"
-#include "host/databases/sqlite_loader.h"
-#include "host/databases/sqlite_rules.h"
-#include "host/databases/sqlite_schema.h"
 
 namespace korvex::host {
 
@@ -111,7 +110,7 @@ class SqliteDatabase : public Database {
 extern "C" __attribute__((visibility("default"))) const void* korvex_database_table(
     std::int32_t version) {
   using korvex::host::Database;
-  static constexpr korvex::host::DatabaseModule table = {
+  static constexpr korvex::host::DatabasePlugin table = {
       [](const std::string& file) -> Database* { return new korvex::host::SqliteDatabase(file); }};
-  return version == korvex::host::database_module_version ? &table : nullptr;
+  return version == korvex::host::database_plugin_version ? &table : nullptr;
 }

@@ -1,10 +1,8 @@
-#include "host/databases/sqlite_loader.h"
-
 #include <algorithm>
 
 #include "host/databases/sql_names.h"
+#include "host/databases/sqlite_database.h"
 #include "host/databases/sqlite_insertion.h"
-#include "host/databases/sqlite_schema.h"
 #include "host/process/signals.h"
 
 namespace korvex::host {

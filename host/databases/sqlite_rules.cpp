@@ -1,6 +1,5 @@
-#include "host/databases/sqlite_rules.h"
-
 #include "host/databases/sql_words.h"
+#include "host/databases/sqlite_database.h"
 
 namespace korvex::host {
 

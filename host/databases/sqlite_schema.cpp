@@ -1,11 +1,9 @@
-#include "host/databases/sqlite_schema.h"
-
 #include <algorithm>
 #include <map>
 
 #include "host/databases/database.h"
 #include "host/databases/sql_names.h"
-#include "host/databases/sqlite_types.h"
+#include "host/databases/sqlite_database.h"
 #include "host/text/any_case.h"
 
 namespace korvex::host {

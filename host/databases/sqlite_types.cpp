@@ -1,12 +1,11 @@
-#include "host/databases/sqlite_types.h"
-
 #include <algorithm>
 #include <array>
 #include <cctype>
 #include <charconv>
 #include <string>
 
-#include "platform/digits.h"
+#include "host/databases/sqlite_database.h"
+#include "platform/text_lines.h"
 
 namespace korvex::host {
 

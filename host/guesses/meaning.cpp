@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "host/guesses/name_words.h"
-#include "host/guesses/phrases.h"
-#include "platform/digits.h"
+#include "platform/text_lines.h"
 
 namespace korvex::host {
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -110,5 +111,19 @@ enum class TableKind {
   other,
 };
 TableKind kind_of_table(std::string_view name);
+
+// The words of a column's or table's name, in small letters: it is cut where no letter stands,
+// where a capital follows a small letter, in front of the last of several capitals, and between
+// letters and digits. ä, ö, ü and ß become ae, oe, ue and ss.
+std::vector<std::string> name_words(std::string_view name);
+
+// Words that a column's name can end with, with blanks in between, and what they say.
+struct Phrase {
+  std::string_view words;
+  Meaning meaning;
+  NameLanguage language;
+};
+
+std::span<const Phrase> known_phrases();
 
 }  // namespace korvex::host

@@ -1,10 +1,9 @@
-#include "host/guesses/name_words.h"
-
 #include <array>
 #include <cctype>
 #include <utility>
 
-#include "platform/digits.h"
+#include "host/guesses/meaning.h"
+#include "platform/text_lines.h"
 
 namespace korvex::host {
 

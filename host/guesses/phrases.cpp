@@ -1,6 +1,6 @@
-#include "host/guesses/phrases.h"
-
 #include <array>
+
+#include "host/guesses/meaning.h"
 
 namespace korvex::host {
 

@@ -4,7 +4,6 @@
 #include <charconv>
 
 #include "host/text/any_case.h"
-#include "platform/digits.h"
 #include "platform/text_lines.h"
 
 namespace korvex::host {

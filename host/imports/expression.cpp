@@ -5,7 +5,7 @@
 #include <cctype>
 #include <utility>
 
-#include "platform/digits.h"
+#include "platform/text_lines.h"
 
 namespace korvex::host {
 

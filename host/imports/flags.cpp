@@ -4,7 +4,7 @@
 #include <array>
 #include <string_view>
 
-#include "host/guesses/name_words.h"
+#include "host/guesses/meaning.h"
 #include "host/layout/own_text.h"
 
 namespace korvex::host {

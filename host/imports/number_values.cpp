@@ -3,7 +3,7 @@
 
 #include "host/imports/column_values.h"
 #include "host/imports/exact_number.h"
-#include "platform/digits.h"
+#include "platform/text_lines.h"
 #include "values/records.h"
 
 namespace korvex::host {

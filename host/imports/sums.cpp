@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/guesses/name_words.h"
+#include "host/guesses/meaning.h"
 #include "host/imports/key_plan.h"
 
 namespace korvex::host {

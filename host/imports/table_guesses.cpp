@@ -5,7 +5,7 @@
 #include <map>
 #include <utility>
 
-#include "host/guesses/name_words.h"
+#include "host/guesses/meaning.h"
 #include "host/imports/calendar_days.h"
 #include "host/imports/condition_parts.h"
 #include "host/imports/flags.h"

@@ -3,7 +3,7 @@
 #include "host/layout/layout_paths.h"
 #include "host/layout/own_text.h"
 #include "host/layout/value_types.h"
-#include "host/sources/children_source.h"
+#include "host/sources/record_sources.h"
 
 namespace korvex::host {
 

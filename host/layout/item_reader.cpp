@@ -1,10 +1,9 @@
 #include "host/layout/item_reader.h"
 
 #include "control/col_main.h"
-#include "host/layout/attribute_names.h"
+#include "host/layout/code_names.h"
 #include "host/layout/item_size.h"
 #include "host/layout/item_texts.h"
-#include "host/layout/values_reader.h"
 
 namespace korvex::host {
 

@@ -1,7 +1,7 @@
 #include "host/layout/layout_paths.h"
 #include "host/layout/own_text.h"
 #include "host/layout/value_types.h"
-#include "host/ways/limits.h"
+#include "host/ways/numbers.h"
 
 namespace korvex::host {
 

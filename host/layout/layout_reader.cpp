@@ -16,9 +16,9 @@
 #include "host/layout/table_reader.h"
 #include "host/layout/value_errors.h"
 #include "host/process/signals.h"
+#include "platform/file.h"
 #include "platform/path.h"
 #include "platform/printable_text.h"
-#include "platform/read_file.h"
 
 namespace korvex::host {
 

@@ -5,7 +5,7 @@
 #include <ostream>
 #include <utility>
 
-#include "host/layout/attribute_names.h"
+#include "host/layout/code_names.h"
 #include "platform/printable_text.h"
 #include "platform/utf8.h"
 

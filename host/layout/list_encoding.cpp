@@ -9,7 +9,6 @@
 #include "host/process/signals.h"
 #include "host/text/code_page_text.h"
 #include "platform/file.h"
-#include "platform/read_file.h"
 #include "platform/text_lines.h"
 #include "platform/utf8.h"
 

@@ -2,7 +2,6 @@
 
 #include <filesystem>
 
-#include "host/layout/character_text.h"
 #include "host/layout/item_texts.h"
 #include "host/layout/layout_paths.h"
 #include "host/layout/value_types.h"

@@ -6,7 +6,7 @@
 
 #include "control/control_file.h"
 #include "formatlang/default_settings.h"
-#include "host/layout/attribute_names.h"
+#include "host/layout/code_names.h"
 #include "host/layout/item_size.h"
 #include "host/layout/layout_writer.h"
 #include "platform/codepage.h"

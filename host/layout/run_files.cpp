@@ -7,7 +7,7 @@
 #include "platform/printable_text.h"
 #include "platform/settings_store.h"
 #include "run/log_file.h"
-#include "settings/settings_upgrade.h"
+#include "settings/settings_writer.h"
 
 namespace korvex::host {
 

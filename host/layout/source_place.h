@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace korvex::host {
 
@@ -21,5 +23,12 @@ struct PlacedText {
   std::string text;
   SourcePlace place;
 };
+
+// The line and the column, in characters, of a byte of a text.
+SourcePlace place_at(std::string_view text, std::size_t byte);
+
+// Where a byte of a string's value stands in the text of its layout, with escapes and lines in
+// between. `string` is the place of the string, in whichever of the four ways it is quoted.
+SourcePlace place_in_string(std::string_view text, SourcePlace string, std::size_t byte);
 
 }  // namespace korvex::host

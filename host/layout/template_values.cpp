@@ -1,5 +1,5 @@
 #include "host/layout/own_text.h"
-#include "host/layout/text_places.h"
+#include "host/layout/source_place.h"
 #include "host/layout/value_types.h"
 
 namespace korvex::host {

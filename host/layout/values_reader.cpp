@@ -1,10 +1,8 @@
-#include "host/layout/values_reader.h"
-
 #include <algorithm>
 #include <array>
 
+#include "host/layout/item_reader.h"
 #include "host/layout/value_types.h"
-#include "host/layout/way_reader.h"
 
 namespace korvex::host {
 

@@ -1,7 +1,6 @@
-#include "host/layout/way_reader.h"
-
 #include <array>
 
+#include "host/layout/item_reader.h"
 #include "host/layout/own_text.h"
 
 namespace korvex::host {

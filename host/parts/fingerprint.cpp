@@ -8,7 +8,7 @@
 #include "host/layout/layout_syntax.h"
 #include "host/parts/digest.h"
 #include "host/sets/catalogue.h"
-#include "platform/read_file.h"
+#include "platform/file.h"
 
 namespace korvex::host {
 

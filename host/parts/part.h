@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/records/record_range.h"
+#include "host/records/record_stream.h"
 
 namespace korvex::host {
 

@@ -1,10 +1,9 @@
-#include "host/parts/part_set.h"
-
 #include <algorithm>
 #include <filesystem>
 #include <map>
 
 #include "host/parts/part.h"
+#include "host/parts/part_state.h"
 #include "host/process/signals.h"
 #include "platform/path.h"
 

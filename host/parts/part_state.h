@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "host/parts/manifest.h"
 
@@ -22,5 +24,14 @@ bool is_complete(const std::string& path, const Manifest& expected);
 
 // Whether the bytes of a file are those that a manifest tells of.
 bool has_bytes_of(const std::string& path, const Manifest& manifest);
+
+// The parts of a file that stand in its folder, out of so many.
+struct PartSet {
+  std::uint64_t parts = 0;
+  std::vector<std::uint64_t> present;  // their numbers, in order, each once
+};
+
+// All sets that files with names of parts, or of their manifests, tell of.
+std::vector<PartSet> find_part_sets(const std::string& whole);
 
 }  // namespace korvex::host

@@ -149,15 +149,15 @@ std::string time_text(double seconds) {
   return seconds >= 10 ? std::to_string(std::lround(seconds)) + " s" : text;
 }
 
-std::string head_of(const Plan& plan, const Foresight& foresight) {
-  const std::string about = foresight.is_exact() ? "" : "about ";
+std::string head_of(const Plan& plan, const PartEstimate& estimate) {
+  const std::string about = estimate.is_exact() ? "" : "about ";
   const std::uint64_t parts = plan.parts;
   return "# Makes " + platform::printable(plan.whole) + " in " + std::to_string(parts) +
-         " parts: " + std::to_string(foresight.records()) + " records, " + about +
-         size_text(foresight.bytes()) + ".\n# A part has up to " +
-         std::to_string((foresight.records() + parts - 1) / parts) + " records and " + about +
-         size_text(foresight.largest_part(parts)) + "; one core makes it in about " +
-         time_text(foresight.seconds(parts)) + ", without what writing takes.";
+         " parts: " + std::to_string(estimate.records()) + " records, " + about +
+         size_text(estimate.bytes()) + ".\n# A part has up to " +
+         std::to_string((estimate.records() + parts - 1) / parts) + " records and " + about +
+         size_text(estimate.largest_part(parts)) + "; one core makes it in about " +
+         time_text(estimate.seconds(parts)) + ", without what writing takes.";
 }
 
 std::string kubernetes_command(const Plan& plan) {
@@ -198,7 +198,7 @@ std::string_view script_for(PlanEngine engine) {
 
 }  // namespace
 
-std::string script_of(const Plan& plan, PlanEngine engine, const Foresight& foresight) {
+std::string script_of(const Plan& plan, PlanEngine engine, const PartEstimate& estimate) {
   std::string making = shell_command(plan.making);
   std::string verifying = shell_command(plan.verifying);
   if (engine == PlanEngine::make) {
@@ -209,7 +209,7 @@ std::string script_of(const Plan& plan, PlanEngine engine, const Foresight& fore
       engine == PlanEngine::slurm ? most_slurm_tasks : most_pods_at_once;
   const auto [mounts, volumes] = kubernetes_folders(plan);
   const std::pair<std::string_view, std::string> values[] = {
-      {"HEAD", head_of(plan, foresight)},
+      {"HEAD", head_of(plan, estimate)},
       {"PARTS", std::to_string(plan.parts)},
       {"TASKS", std::to_string(std::min(plan.parts, most_tasks))},
       {"RETRIES", std::to_string(retries)},

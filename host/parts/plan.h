@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/parts/foresight.h"
+#include "host/parts/part_estimate.h"
 
 namespace korvex::host {
 
@@ -32,6 +32,6 @@ struct Plan {
 
 // The script with which an engine makes all parts: those that are complete stay, and what lacks is
 // made. It is as long for many parts as for few. It ends with an error when a part has failed.
-std::string script_of(const Plan& plan, PlanEngine engine, const Foresight& foresight);
+std::string script_of(const Plan& plan, PlanEngine engine, const PartEstimate& estimate);
 
 }  // namespace korvex::host

@@ -11,7 +11,7 @@
 #include "host/parts/file_comparison.h"
 #include "host/parts/manifest.h"
 #include "host/parts/output_form.h"
-#include "host/parts/part_set.h"
+#include "host/parts/part_state.h"
 
 namespace korvex::host {
 

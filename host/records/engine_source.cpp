@@ -8,8 +8,8 @@
 #include "courses/item_course.h"
 #include "host/process/signals.h"
 #include "host/ways/shuffle.h"
-#include "platform/digits.h"
 #include "platform/printable_text.h"
+#include "platform/text_lines.h"
 #include "platform/utf8.h"
 #include "values/error_texts.h"
 
@@ -179,21 +179,21 @@ sources::TextShape shape_of(const ClFmtColInf& column, const ItemCourse& course)
 }
 
 // What is known of an item's values, one after the other.
-sources::Foresight foresight_of(const ItemGenerator& item, const ItemFacts& facts,
-                                LayoutKind layout_kind) {
-  sources::Foresight foresight;
+sources::TextFacts text_facts_of(const ItemGenerator& item, const ItemFacts& facts,
+                                 LayoutKind layout_kind) {
+  sources::TextFacts text_facts;
   if (const ClEnumDataList* values = item.enumeration()) {
-    foresight.shape.never_empty = values->count() > 0;
+    text_facts.shape.never_empty = values->count() > 0;
   } else if (const auto course = ItemCourse::of(item.column(), layout_kind)) {
-    foresight.shape = shape_of(item.column(), *course);
+    text_facts.shape = shape_of(item.column(), *course);
   }
   const bool has_texts = std::any_of(facts.texts.begin(), facts.texts.end(),
                                      [](const TextRun& run) { return run.bytes > 0; });
-  foresight.values = {has_texts ? facts.different : 0,
-                      has_texts ? facts.distinct.value_or(sources::endless) : 0};
-  if (has_texts && facts.distinct) foresight.values.least = *facts.distinct;
-  foresight.all_after = facts.has_end() ? facts.end : facts.period.value_or(sources::endless);
-  return foresight;
+  text_facts.values = {has_texts ? facts.different : 0,
+                       has_texts ? facts.distinct.value_or(sources::endless) : 0};
+  if (has_texts && facts.distinct) text_facts.values.least = *facts.distinct;
+  text_facts.all_after = facts.has_end() ? facts.end : facts.period.value_or(sources::endless);
+  return text_facts;
 }
 
 sources::Uniqueness uniqueness_of(const ItemFacts& facts) {
@@ -224,33 +224,33 @@ class EngineSource : public sources::Source {
       : course_(course_of(facts)) {
     if (!facts.values) return;
     const ItemFacts& item = *facts.values;
-    foresight_ = foresight_of(generator, item, layout_kind);
+    text_facts_ = text_facts_of(generator, item, layout_kind);
     const bool ends = item.has_end() && item.runs_empty;
-    if (foresight_.shape.never_empty) foresight_.gaps = 0;
-    foresight_.end = end_of(facts);
-    foresight_.shape.never_empty = foresight_.shape.never_empty && !ends;
+    if (text_facts_.shape.never_empty) text_facts_.gaps = 0;
+    text_facts_.end = end_of(facts);
+    text_facts_.shape.never_empty = text_facts_.shape.never_empty && !ends;
     is_repeated_ = facts.is_repeated;
     if (is_repeated_) {
-      foresight_.all_after = sources::product(facts.hold, foresight_.all_after);
+      text_facts_.all_after = sources::product(facts.hold, text_facts_.all_after);
       return;
     }
     uniqueness_ = host::uniqueness_of(item);
     if (ends) {
-      foresight_.cycle = {item.end, 1};
+      text_facts_.cycle = {item.end, 1};
     } else if (item.period) {
-      foresight_.cycle = {0, *item.period};
+      text_facts_.cycle = {0, *item.period};
     }
     is_injective_ = item.is_injective();
   }
 
   std::optional<std::uint64_t> period() const override { return std::nullopt; }
-  sources::Foresight foresight() const override { return foresight_; }
+  sources::TextFacts text_facts() const override { return text_facts_; }
   sources::Uniqueness uniqueness() const override { return uniqueness_; }
-  void tell(sources::Knowledge& knowledge, sources::Thing text) const override {
+  void tell(sources::Dependencies& dependencies, sources::Thing text) const override {
     if (is_injective_) {
-      knowledge.add_cycle(text, *foresight_.cycle);
+      dependencies.add_cycle(text, *text_facts_.cycle);
     } else {
-      knowledge.add({text}, sources::the_record, uniqueness_.different);
+      dependencies.add({text}, sources::the_record, uniqueness_.different);
     }
   }
   std::string course(std::uint64_t) const override { return course_; }
@@ -260,7 +260,7 @@ class EngineSource : public sources::Source {
 
  private:
   std::string course_;
-  sources::Foresight foresight_;
+  sources::TextFacts text_facts_;
   sources::Uniqueness uniqueness_;
   bool is_repeated_ = false;
   bool is_injective_ = false;
@@ -312,20 +312,20 @@ class ItemSource : public sources::Source {
  public:
   ItemSource(const ItemGenerator& item, const ItemFacts& facts, LayoutKind layout_kind)
       : period_(facts.has_end() ? facts.end : facts.period),
-        foresight_(foresight_of(item, facts, layout_kind)),
+        text_facts_(text_facts_of(item, facts, layout_kind)),
         uniqueness_(host::uniqueness_of(facts)),
         texts_(item, layout_kind) {}
 
   void append(std::uint64_t step, std::string& out) override { texts_.append(step, out); }
   std::optional<std::uint64_t> period() const override { return period_; }
   bool may_give(std::string_view text) override { return may_have(texts_, *period_, text); }
-  sources::Foresight foresight() const override { return foresight_; }
+  sources::TextFacts text_facts() const override { return text_facts_; }
   sources::Uniqueness uniqueness() const override { return uniqueness_; }
   std::string_view doubt() const override { return "may have equal values"; }
 
  private:
   std::optional<std::uint64_t> period_;
-  sources::Foresight foresight_;
+  sources::TextFacts text_facts_;
   sources::Uniqueness uniqueness_;
   Texts texts_;
 };

@@ -8,15 +8,11 @@
 #include "host/engine/layout_messages.h"
 #include "host/process/signals.h"
 #include "host/records/layout_family.h"
-#include "host/records/moment_scale.h"
+#include "host/records/moment_form.h"
 #include "host/records/prepared_layout.h"
 #include "host/records/value_rule.h"
-#include "host/sources/children_source.h"
 #include "host/sources/decimal.h"
-#include "host/sources/key_source.h"
-#include "host/sources/line_source.h"
-#include "host/sources/offset_source.h"
-#include "host/sources/template_source.h"
+#include "host/sources/record_sources.h"
 #include "platform/printable_text.h"
 
 namespace korvex::host {
@@ -299,7 +295,7 @@ void FieldMaker::try_records(std::size_t i, Field& field) {
     plan_.report(i, *place, who + ": the value " + fault);
   };
   if (std::holds_alternative<LineValues>(plan_.values_of(i)->own)) {
-    const std::string last = std::to_string(field.source().foresight().values.least);
+    const std::string last = std::to_string(field.source().text_facts().values.least);
     if (const auto fault = rule.fault(last)) return report("the last line of a group", *fault);
   }
   try {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "host/layout/layout.h"
-#include "host/records/prepared_item.h"
+#include "host/records/prepared_layout.h"
 #include "host/ways/key.h"
 
 namespace korvex::host {

@@ -7,7 +7,7 @@
 #include "host/process/distinct_files.h"
 #include "host/records/engine_source.h"
 #include "host/records/prepared_layout.h"
-#include "host/ways/limits.h"
+#include "host/ways/numbers.h"
 #include "platform/printable_text.h"
 
 namespace korvex::host {

@@ -4,7 +4,7 @@
 
 #include "host/layout/own_items.h"
 #include "host/records/engine_source.h"
-#include "host/records/uniqueness.h"
+#include "host/records/engine_uniqueness.h"
 #include "host/sources/uniqueness.h"
 #include "platform/printable_text.h"
 
@@ -28,18 +28,18 @@ Count values_of(const FieldFacts& facts) {
 
 // What is unknown of all values follows at least from records that differ, or from their number.
 Count values_of(const sources::Field& field, std::uint64_t records) {
-  const sources::Foresight& foresight = field.foresight();
-  if (foresight.values.is_exact() && foresight.all_after != sources::endless) {
-    return foresight.values;
+  const sources::TextFacts& text_facts = field.text_facts();
+  if (text_facts.values.is_exact() && text_facts.all_after != sources::endless) {
+    return text_facts.values;
   }
   const sources::Field* const one = &field;
   const std::uint64_t different = sources::uniqueness_of({&one, 1}, records).different;
-  const std::uint64_t none = foresight.shape.never_empty ? 0 : 1;
-  if (foresight.cycle && different >= foresight.cycle->length() && none == 0) {
-    return Count::of(foresight.cycle->length());
+  const std::uint64_t none = text_facts.shape.never_empty ? 0 : 1;
+  if (text_facts.cycle && different >= text_facts.cycle->length() && none == 0) {
+    return Count::of(text_facts.cycle->length());
   }
   return {std::min(different, records) - std::min(none, records),
-          std::min(foresight.values.most, records)};
+          std::min(text_facts.values.most, records)};
 }
 
 }  // namespace
@@ -88,8 +88,8 @@ Forecast::Presence Forecast::presence_of(std::size_t i) const {
   const ItemValues* values = prepared_.items()[i].item->values.get();
   if (values != nullptr && values->source == ValueSource::initial) return {0, 0};
   if (!prepared_.is_plain()) {
-    const sources::Foresight& foresight = prepared_.fields()[i]->foresight();
-    return {foresight.end, foresight.gaps};
+    const sources::TextFacts& text_facts = prepared_.fields()[i]->text_facts();
+    return {text_facts.end, text_facts.gaps};
   }
   const FieldFacts& facts = *facts_[i];
   if (!facts.values) return {};
@@ -136,7 +136,7 @@ Forecast::Set Forecast::set_of_all(std::span<const std::size_t> items) const {
   Set set;
   set.uniqueness = sources::uniqueness_of(fields, records_);
   set.combinations.most = sources::most_combinations(fields);
-  if (fields.size() == 1 && fields.front()->foresight().shape.never_empty) {
+  if (fields.size() == 1 && fields.front()->text_facts().shape.never_empty) {
     set.combinations.least = values_of(*fields.front(), records_).least;
   }
   // Items that the engine repeats tell records apart only together.

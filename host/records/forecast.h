@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "host/records/prepared_layout.h"
-#include "host/sources/foresight.h"
+#include "host/sources/text_facts.h"
 #include "run/field_facts.h"
 
 namespace korvex::host {

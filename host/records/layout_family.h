@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "host/layout/source_place.h"
-#include "host/records/misread_texts.h"
+#include "host/records/prepared_layout.h"
 #include "host/ways/refusal.h"
 
 namespace korvex::host {

@@ -3,11 +3,14 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string_view>
 
 #include "host/databases/table_schema.h"
+#include "host/sources/scale.h"
 #include "values/attributes.h"
+#include "values/records.h"
 
 namespace korvex::host {
 
@@ -52,5 +55,9 @@ struct MomentNumbers {
 // The numbers of a value that can be put into the form, as far as the form has them; nothing for
 // any other.
 std::optional<MomentNumbers> moment_numbers(MomentForm form, std::string_view value);
+
+// Dates as days, times and timestamps as seconds. Reads and writes as the engine does in a kind of
+// layout, years with four digits.
+std::unique_ptr<sources::Scale> moment_scale(MomentForm form, LayoutKind layout_kind);
 
 }  // namespace korvex::host

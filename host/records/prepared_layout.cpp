@@ -13,7 +13,7 @@
 #include "host/process/exit_status.h"
 #include "host/process/signals.h"
 #include "host/records/layout_family.h"
-#include "host/records/prediction.h"
+#include "host/records/module_count.h"
 #include "lists/enumeration_check.h"
 #include "platform/printable_text.h"
 #include "values/error_codes.h"
@@ -99,7 +99,8 @@ int PreparedLayout::prepare_records(std::ostream& messages, const Preparation& h
   if (how.settings == Settings::of_layout) {
     const SettingsResult settings = write_settings_of(copy_);
     if (print_failures(settings, layout_, messages)) return exit_status::failed;
-    if (how.prediction != nullptr) *how.prediction = predict(copy_, settings.repeated_items > 0);
+    if (how.module_count != nullptr)
+      *how.module_count = module_count(copy_, settings.repeated_items > 0);
   }
   const int status = load(messages);
   // Settings may have lists of their own.

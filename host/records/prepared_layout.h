@@ -15,13 +15,24 @@
 #include "host/layout/layout.h"
 #include "host/process/distinct_files.h"
 #include "host/process/scratch_folder.h"
-#include "host/records/misread_texts.h"
-#include "host/records/prepared_item.h"
 #include "host/sources/field.h"
 #include "run/repeat_count.h"
 #include "run/run.h"
+#include "settings/col_inf.h"
 
 namespace korvex::host {
+
+// What becomes of texts that would be read as others than their writer meant: who only looks at the
+// records is warned, who stores them is stopped.
+enum class MisreadTexts { warned, refused };
+
+// An item that stands in the records, with its settings; null where its values are the program's
+// own.
+struct PreparedItem {
+  const LayoutItem* item = nullptr;
+  const ClFmtColInf* column = nullptr;
+  bool is_boolean = false;  // its list has no other values than "true" and "false"
+};
 
 // Whether a number of records that is asked for is that of all, or of the first that are looked at.
 enum class RecordsAsked { all, first };
@@ -37,7 +48,7 @@ struct Preparation {
   Settings settings = Settings::of_layout;
   OwnWays own_ways = OwnWays::allowed;
   RecordsAsked asked = RecordsAsked::all;
-  std::optional<RepeatCount>* prediction = nullptr;  // receives what the module foretells
+  std::optional<RepeatCount>* module_count = nullptr;  // receives what the module foretells
 };
 
 // A layout made ready for its records, as the generator would, but beside the user's files: it

@@ -7,8 +7,8 @@
 #include "host/databases/sql_names.h"
 #include "host/records/moment_form.h"
 #include "platform/codepage.h"
-#include "platform/digits.h"
 #include "platform/path.h"
+#include "platform/text_lines.h"
 #include "values/attributes.h"
 
 namespace korvex::host {

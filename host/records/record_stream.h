@@ -4,11 +4,20 @@
 #include <string>
 #include <string_view>
 
+#include "courses/steps.h"
 #include "host/records/prepared_layout.h"
 #include "host/records/record_format.h"
-#include "host/records/record_range.h"
 
 namespace korvex::host {
+
+// Some of the records of a layout, counted from 0: from the first up to the one before the end.
+struct RecordRange {
+  Steps first = 0;
+  Steps end = 0;
+
+  Steps size() const { return end - first; }
+  bool operator==(const RecordRange&) const = default;
+};
 
 // What a byte of the records belongs to.
 struct RecordPlace {

@@ -9,8 +9,8 @@
 #include "host/records/value_rule.h"
 #include "host/sets/catalogue.h"
 #include "host/sources/text_list.h"
+#include "platform/file.h"
 #include "platform/printable_text.h"
-#include "platform/read_file.h"
 #include "values/attributes.h"
 
 namespace korvex::host {
@@ -99,10 +99,10 @@ std::optional<RowValues> read_inline(const ListValues& list, const LayoutItem& i
 }
 
 // A list's file, with what is said of it.
-class ListFile {
+class ListReader {
  public:
-  ListFile(const ListValues& list, const LayoutItem& item, const Layout& layout,
-           std::vector<LayoutError>& errors)
+  ListReader(const ListValues& list, const LayoutItem& item, const Layout& layout,
+             std::vector<LayoutError>& errors)
       : list_(list), item_(item), layout_(layout), errors_(errors) {}
 
   std::optional<RowValues> read() {
@@ -165,7 +165,7 @@ class ListFile {
 std::optional<RowValues> read_rows(const ListValues& list, const LayoutItem& item,
                                    const Layout& layout, std::vector<LayoutError>& errors) {
   return list.file.empty() ? read_inline(list, item, layout, errors)
-                           : ListFile(list, item, layout, errors).read();
+                           : ListReader(list, item, layout, errors).read();
 }
 
 std::optional<RowValues> read_rows(const BuiltinValues& builtin, const LayoutItem& item,

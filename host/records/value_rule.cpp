@@ -4,7 +4,6 @@
 
 #include "host/layout/own_text.h"
 #include "host/records/moment_form.h"
-#include "host/records/moment_scale.h"
 #include "host/text/code_page_text.h"
 #include "platform/printable_text.h"
 #include "platform/utf8.h"

@@ -7,9 +7,9 @@
 
 #include "host/sets/tables.h"
 #include "host/sets/value_table.h"
+#include "platform/file.h"
 #include "platform/path.h"
 #include "platform/printable_text.h"
-#include "platform/read_file.h"
 
 namespace korvex::sets {
 

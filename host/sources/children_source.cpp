@@ -1,11 +1,10 @@
-#include "host/sources/children_source.h"
-
 #include <array>
 #include <charconv>
 #include <optional>
 #include <utility>
 
 #include "host/sources/decimal.h"
+#include "host/sources/record_sources.h"
 #include "host/sources/saturating.h"
 
 namespace korvex::sources {
@@ -19,7 +18,7 @@ class ChildrenSource : public Source {
       : children_(children), pause_(rules.pause) {}
 
   std::optional<std::uint64_t> period() const final { return std::nullopt; }
-  Foresight foresight() const override { return {}; }
+  TextFacts text_facts() const override { return {}; }
   std::string course(std::uint64_t) const final { return "computed from other records"; }
   std::string_view doubt() const final { return "is computed from other records"; }
 
@@ -40,13 +39,13 @@ class ChildrenSource : public Source {
   }
 
   std::uint64_t most_children() const { return children_.groups->largest().most; }
-  Count values() const { return children_.field->foresight().values; }
+  Count values() const { return children_.field->text_facts().values; }
 
   // Whether each record has children, and all of these have values. Of a tree some have none.
   bool all_have_values() const {
     const Groups& groups = *children_.groups;
     return groups.have_all() && groups.parents_with_records().least >= groups.parents() &&
-           children_.key == nullptr && children_.field->foresight().shape.never_empty;
+           children_.key == nullptr && children_.field->text_facts().shape.never_empty;
   }
 
  private:
@@ -55,9 +54,9 @@ class ChildrenSource : public Source {
   std::uint64_t seen_ = 0;
 };
 
-class SumSource : public ChildrenSource {
+class SumOfChildren : public ChildrenSource {
  public:
-  SumSource(const Children& children, const FoldRules& rules)
+  SumOfChildren(const Children& children, const FoldRules& rules)
       : ChildrenSource(children, rules), zero_(Decimal::of_units(0, rules.decimals)) {}
 
   void append(std::uint64_t record, std::string& out) override {
@@ -85,11 +84,11 @@ class CountSource : public ChildrenSource {
     out.append(digits.data(), end.ptr);
   }
 
-  Foresight foresight() const override {
-    Foresight foresight;
-    foresight.shape = {.never_empty = true, .size = {}, .only_digits = true};
-    foresight.values.most = sum(most_children(), 1);
-    return foresight;
+  TextFacts text_facts() const override {
+    TextFacts text_facts;
+    text_facts.shape = {.never_empty = true, .size = {}, .only_digits = true};
+    text_facts.values.most = sum(most_children(), 1);
+    return text_facts;
   }
 };
 
@@ -127,11 +126,11 @@ class ExtremeSource : public ChildrenSource {
     if (extreme) out += text_;
   }
 
-  Foresight foresight() const override {
-    Foresight foresight;
-    foresight.values.most = values().most;
-    foresight.shape.never_empty = all_have_values();
-    return foresight;
+  TextFacts text_facts() const override {
+    TextFacts text_facts;
+    text_facts.values.most = values().most;
+    text_facts.shape.never_empty = all_have_values();
+    return text_facts;
   }
 
  private:
@@ -142,7 +141,7 @@ class ExtremeSource : public ChildrenSource {
 }  // namespace
 
 std::unique_ptr<Source> make_children_source(const Children& children, const FoldRules& rules) {
-  if (rules.fold == Fold::sum) return std::make_unique<SumSource>(children, rules);
+  if (rules.fold == Fold::sum) return std::make_unique<SumOfChildren>(children, rules);
   if (rules.fold == Fold::count) return std::make_unique<CountSource>(children, rules);
   if (rules.comparison == Comparison::as_numbers) {
     return std::make_unique<ExtremeSource<ByNumber>>(children, rules);

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/digits.h"
+#include "platform/text_lines.h"
 
 namespace korvex::sources {
 namespace {

@@ -32,10 +32,10 @@ class EmptyWith : public Emptiness {
   explicit EmptyWith(Field& other) : other_(other) {}
 
   bool is_empty(std::uint64_t record) override { return !other_.text(record); }
-  std::uint64_t end() const override { return other_.foresight().end; }
-  std::uint64_t gaps() const override { return other_.foresight().gaps; }
-  std::uint64_t least_empty() const override { return other_.foresight().least_empty; }
-  std::optional<Cycle> cycle() const override { return other_.foresight().cycle; }
+  std::uint64_t end() const override { return other_.text_facts().end; }
+  std::uint64_t gaps() const override { return other_.text_facts().gaps; }
+  std::uint64_t least_empty() const override { return other_.text_facts().least_empty; }
+  std::optional<Cycle> cycle() const override { return other_.text_facts().cycle; }
 
  private:
   Field& other_;
@@ -52,10 +52,10 @@ class EmptyUnless : public Emptiness {
     const std::optional<std::string_view> text = other_.text(record);
     return !text || !std::binary_search(texts_.begin(), texts_.end(), *text);
   }
-  std::uint64_t end() const override { return other_.foresight().end; }
+  std::uint64_t end() const override { return other_.text_facts().end; }
   std::uint64_t gaps() const override { return endless; }
-  std::uint64_t least_empty() const override { return other_.foresight().least_empty; }
-  std::optional<Cycle> cycle() const override { return other_.foresight().cycle; }
+  std::uint64_t least_empty() const override { return other_.text_facts().least_empty; }
+  std::optional<Cycle> cycle() const override { return other_.text_facts().cycle; }
 
  private:
   Field& other_;

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "host/sources/foresight.h"
+#include "host/sources/text_facts.h"
 #include "host/ways/fraction.h"
 #include "host/ways/key.h"
 

@@ -18,16 +18,16 @@ void Field::make_text(std::uint64_t record) {
   latest_record_ = record;
 }
 
-const Foresight& Field::foresight() const {
-  if (!foresight_) foresight_ = foresee();
-  return *foresight_;
+const TextFacts& Field::text_facts() const {
+  if (!text_facts_) text_facts_ = foresee();
+  return *text_facts_;
 }
 
 // Of the source's texts, as the way takes them.
-Foresight Field::foresee_on_way() const {
+TextFacts Field::foresee_on_way() const {
   const std::uint64_t period = *source_->period();
   const Count indices = way_->indices();
-  Foresight field = source_->foresight();
+  TextFacts field = source_->text_facts();
   if (indices.least < period) {
     // Which of the texts are taken is unknown, unless they all differ.
     const bool differ = source_->uniqueness().different >= period && field.shape.never_empty;
@@ -42,8 +42,8 @@ Foresight Field::foresee_on_way() const {
   return field;
 }
 
-Foresight Field::foresee() const {
-  Foresight field = source_->period() ? foresee_on_way() : source_->foresight();
+TextFacts Field::foresee() const {
+  TextFacts field = source_->period() ? foresee_on_way() : source_->text_facts();
   if (field.shape.never_empty) field.gaps = way_->gaps();
   field.shape.never_empty = field.shape.never_empty && way_->gives_all();
   for (const std::unique_ptr<Emptiness>& emptiness : emptiness_) {
@@ -68,32 +68,32 @@ Foresight Field::foresee() const {
 // Whether records with the same text have the same index. Those without a text have none of the
 // indices, or are one record.
 bool Field::tells_index() const {
-  const Foresight& field = foresight();
+  const TextFacts& field = text_facts();
   return emptiness_.empty() ||
-         (field.gaps <= 1 && field.end == endless && source_->foresight().shape.never_empty);
+         (field.gaps <= 1 && field.end == endless && source_->text_facts().shape.never_empty);
 }
 
-void Field::tell(Knowledge& knowledge) const {
-  if (tells_index()) tell_of_values(knowledge);
+void Field::tell(Dependencies& dependencies) const {
+  if (tells_index()) tell_of_values(dependencies);
 }
 
-void Field::tell_of_values(Knowledge& knowledge) const {
-  if (!knowledge.is_new(thing())) return;
+void Field::tell_of_values(Dependencies& dependencies) const {
+  if (!dependencies.is_new(thing())) return;
   if (!source_->period()) {
-    source_->tell(knowledge, thing());
+    source_->tell(dependencies, thing());
     return;
   }
-  way_->tell(knowledge);
+  way_->tell(dependencies);
   // Where a text may be empty for an index, the records without an index look like that.
-  const bool is_end_seen = source_->foresight().shape.never_empty || way_->gives_all();
+  const bool is_end_seen = source_->text_facts().shape.never_empty || way_->gives_all();
   const std::uint64_t told = is_end_seen ? endless : way_->gaps() > 0 ? 0 : way_->end();
   const std::uint64_t different = source_->uniqueness().different;
   if (different >= *source_->period()) {
-    knowledge.add({thing()}, way_->thing(), told);
+    dependencies.add({thing()}, way_->thing(), told);
     return;
   }
-  if (way_->is_in_order()) knowledge.add({thing()}, the_record, different);
-  source_->tell_of_row(knowledge, {.text = thing(), .row = way_->thing(), .records = told});
+  if (way_->is_in_order()) dependencies.add({thing()}, the_record, different);
+  source_->tell_of_row(dependencies, {.text = thing(), .row = way_->thing(), .records = told});
 }
 
 std::uint64_t Field::first_repeated() const {
@@ -109,7 +109,7 @@ std::string Field::course_of_texts(std::uint64_t records) const {
 
 std::string Field::course(std::uint64_t records) const {
   const std::string course = course_of_texts(records);
-  const Count empty = foresight().empty(records);
+  const Count empty = text_facts().empty(records);
   if (empty.most == 0) return course;
   if (empty.least == 0) return course + "; may be empty in some records";
   return course + "; empty in " + (empty.is_exact() ? "" : "at least ") +

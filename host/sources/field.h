@@ -24,7 +24,7 @@ class Field {
   // With several, a record is empty where any of them says so.
   void add_emptiness(std::unique_ptr<Emptiness> emptiness) {
     emptiness_.push_back(std::move(emptiness));
-    foresight_.reset();
+    text_facts_.reset();
   }
 
   // The text of a record; nothing where it has no value. Stands until the next record is asked for:
@@ -44,16 +44,16 @@ class Field {
   bool may_have(std::string_view text) { return !text.empty() && source_->may_give(text); }
 
   // Found out when it is asked for the first time.
-  const Foresight& foresight() const;
+  const TextFacts& text_facts() const;
 
   // No more records than these are all different, as far as one text after the other can tell.
   std::uint64_t first_repeated() const;
 
   // What follows from the text, from the index, and from the fields that this one is made of.
-  void tell(Knowledge& knowledge) const;
+  void tell(Dependencies& dependencies) const;
 
   // The same for those records alone that have a value here.
-  void tell_of_values(Knowledge& knowledge) const;
+  void tell_of_values(Dependencies& dependencies) const;
 
   // How the texts go over so many records, in words: "drawn; empty in 3 of 12 records".
   std::string course(std::uint64_t records) const;
@@ -71,14 +71,14 @@ class Field {
 
  private:
   void make_text(std::uint64_t record);
-  Foresight foresee() const;
-  Foresight foresee_on_way() const;
+  TextFacts foresee() const;
+  TextFacts foresee_on_way() const;
   bool tells_index() const;
 
   std::unique_ptr<Source> source_;
   std::shared_ptr<Way> way_;
   std::vector<std::unique_ptr<Emptiness>> emptiness_;
-  mutable std::optional<Foresight> foresight_;
+  mutable std::optional<TextFacts> text_facts_;
   std::uint64_t latest_record_ = endless;  // none yet
   std::string text_;
 };

@@ -5,7 +5,7 @@
 #include <utility>
 #include <variant>
 
-#include "host/sources/knowledge.h"
+#include "host/sources/dependencies.h"
 #include "host/ways/group_sizes.h"
 #include "host/ways/tree.h"
 
@@ -62,10 +62,10 @@ class Groups {
 
   // A record is known by its parent and its place among that parent's records: who has neither is
   // the first one of a tree.
-  void tell(Knowledge& knowledge) const {
-    if (!knowledge.is_new(parent_thing())) return;
-    knowledge.add({parent_thing(), line_thing()}, the_record);
-    if (have_all() && largest().most <= 1) knowledge.add({}, line_thing());
+  void tell(Dependencies& dependencies) const {
+    if (!dependencies.is_new(parent_thing())) return;
+    dependencies.add({parent_thing(), line_thing()}, the_record);
+    if (have_all() && largest().most <= 1) dependencies.add({}, line_thing());
   }
 
  private:

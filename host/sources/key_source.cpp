@@ -1,7 +1,6 @@
-#include "host/sources/key_source.h"
-
 #include <algorithm>
 
+#include "host/sources/record_sources.h"
 #include "host/sources/uniqueness.h"
 
 namespace korvex::sources {
@@ -18,15 +17,15 @@ class KeySource : public Source {
   std::optional<std::uint64_t> period() const override { return records_; }
   bool may_give(std::string_view text) override { return field_.may_have(text); }
 
-  Foresight foresight() const override {
-    Foresight foresight = field_.foresight();
+  TextFacts text_facts() const override {
+    TextFacts text_facts = field_.text_facts();
     const std::uint64_t different = uniqueness().different;
-    if (different >= records_ && foresight.shape.never_empty) {
-      foresight.values = Count::of(records_);
-    } else if (records_ < foresight.all_after) {
-      foresight.values = {0, std::min(records_, foresight.values.most)};
+    if (different >= records_ && text_facts.shape.never_empty) {
+      text_facts.values = Count::of(records_);
+    } else if (records_ < text_facts.all_after) {
+      text_facts.values = {0, std::min(records_, text_facts.values.most)};
     }
-    return foresight;
+    return text_facts;
   }
 
   Uniqueness uniqueness() const override {
@@ -37,8 +36,8 @@ class KeySource : public Source {
     return *uniqueness_;
   }
 
-  void tell_of_row(Knowledge& knowledge, const TextOfRow& text) const override {
-    knowledge.add_text_of_row(text, field_, records_);
+  void tell_of_row(Dependencies& dependencies, const TextOfRow& text) const override {
+    dependencies.add_text_of_row(text, field_, records_);
   }
 
   std::string_view doubt() const override { return "points to values that may be equal"; }

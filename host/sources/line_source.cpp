@@ -1,8 +1,8 @@
-#include "host/sources/line_source.h"
-
 #include <array>
 #include <charconv>
 #include <utility>
+
+#include "host/sources/record_sources.h"
 
 namespace korvex::sources {
 namespace {
@@ -21,18 +21,18 @@ class LineSource : public Source {
 
   std::optional<std::uint64_t> period() const override { return std::nullopt; }
 
-  Foresight foresight() const override {
-    Foresight foresight;
-    foresight.shape = {.never_empty = groups_->have_all(), .size = {}, .only_digits = true};
-    foresight.values = groups_->largest();
-    foresight.all_after = groups_->records();
-    if (!groups_->have_all()) foresight.gaps = foresight.least_empty = 1;
-    return foresight;
+  TextFacts text_facts() const override {
+    TextFacts text_facts;
+    text_facts.shape = {.never_empty = groups_->have_all(), .size = {}, .only_digits = true};
+    text_facts.values = groups_->largest();
+    text_facts.all_after = groups_->records();
+    if (!groups_->have_all()) text_facts.gaps = text_facts.least_empty = 1;
+    return text_facts;
   }
 
-  void tell(Knowledge& knowledge, Thing text) const override {
-    groups_->tell(knowledge);
-    knowledge.add({text}, groups_->line_thing());
+  void tell(Dependencies& dependencies, Thing text) const override {
+    groups_->tell(dependencies);
+    dependencies.add({text}, groups_->line_thing());
   }
 
   std::string course(std::uint64_t) const override { return "counts from 1 in each group"; }

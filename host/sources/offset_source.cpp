@@ -1,8 +1,7 @@
-#include "host/sources/offset_source.h"
-
 #include <cassert>
 #include <utility>
 
+#include "host/sources/record_sources.h"
 #include "host/sources/saturating.h"
 #include "host/ways/draw.h"
 #include "platform/printable_text.h"
@@ -30,21 +29,21 @@ class OffsetSource : public Source {
 
   std::optional<std::uint64_t> period() const override { return std::nullopt; }
 
-  Foresight foresight() const override {
-    const Foresight& of = of_.foresight();
-    Foresight foresight;
-    foresight.shape.never_empty = of.shape.never_empty;
-    foresight.end = of.end;
-    foresight.gaps = of.gaps;
-    foresight.least_empty = of.least_empty;
+  TextFacts text_facts() const override {
+    const TextFacts& of = of_.text_facts();
+    TextFacts text_facts;
+    text_facts.shape.never_empty = of.shape.never_empty;
+    text_facts.end = of.end;
+    text_facts.gaps = of.gaps;
+    text_facts.least_empty = of.least_empty;
     const std::uint64_t others =
         static_cast<std::uint64_t>(distance_.most) - static_cast<std::uint64_t>(distance_.least);
-    foresight.values.most = product(of.values.most, sum(others, 1));
+    text_facts.values.most = product(of.values.most, sum(others, 1));
     if (is_fixed()) {
-      foresight.cycle = of.cycle;
-      foresight.follows = of.follows;
+      text_facts.cycle = of.cycle;
+      text_facts.follows = of.follows;
     }
-    return foresight;
+    return text_facts;
   }
 
   std::string course(std::uint64_t) const override {

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/sources/knowledge.h"
+#include "host/sources/dependencies.h"
 
 namespace korvex::sources {
 
@@ -31,7 +31,7 @@ class Source {
 
   // What is known of the texts if their indices are taken one after the other. Emptiness is counted
   // by `never_empty` alone, and a source with a period need not tell its cycle.
-  virtual Foresight foresight() const = 0;
+  virtual TextFacts text_facts() const = 0;
 
   // Whether some index may have the text. False only where it is known that none has, which may
   // take a look at each of them. Asked before records are made.
@@ -41,10 +41,10 @@ class Source {
   virtual Uniqueness uniqueness() const { return {}; }
 
   // What follows from the text beyond its index, and what it follows from.
-  virtual void tell(Knowledge&, Thing /*text*/) const {}
+  virtual void tell(Dependencies&, Thing /*text*/) const {}
 
   // The same of a source with a period, whose index does not follow from the text alone.
-  virtual void tell_of_row(Knowledge&, const TextOfRow&) const {}
+  virtual void tell_of_row(Dependencies&, const TextOfRow&) const {}
 
   // How the texts go over so many records, in words: "starts again after 3 records". Asked of a
   // source that follows the record.

@@ -1,10 +1,9 @@
-#include "host/sources/template_source.h"
-
 #include <algorithm>
 #include <utility>
 
+#include "host/sources/record_sources.h"
 #include "host/sources/uniqueness.h"
-#include "platform/digits.h"
+#include "platform/text_lines.h"
 
 namespace korvex::sources {
 namespace {
@@ -43,8 +42,8 @@ class TemplateSource : public Source {
     return !is_as_it_is || part.field == nullptr || part.field->may_have(text);
   }
 
-  Foresight foresight() const override;
-  void tell(Knowledge& knowledge, Thing text) const override;
+  TextFacts text_facts() const override;
+  void tell(Dependencies& dependencies, Thing text) const override;
   std::string course(std::uint64_t records) const override {
     const Field* field = only_field();
     return field != nullptr ? field->course_of_texts(records) : "made of other items";
@@ -55,7 +54,7 @@ class TemplateSource : public Source {
   // The field that alone decides the text, and can be told from it; null for any other template.
   const Field* only_field() const;
   TextShape shape() const;
-  void foresee_empty(const std::vector<const Field*>& fields, Foresight& whole) const;
+  void foresee_empty(const std::vector<const Field*>& fields, TextFacts& whole) const;
   static void append_filtered(std::string_view text, const std::vector<Filter>& filters,
                               std::string& out) {
     if (filters.empty()) {
@@ -79,7 +78,7 @@ struct PartShape {
 
 PartShape shape_of(const ComposedPart& part) {
   if (part.field == nullptr) return {};
-  PartShape shape = {true, part.filters.empty(), part.field->foresight().shape};
+  PartShape shape = {true, part.filters.empty(), part.field->text_facts().shape};
   // Filters leave digits alone. Of other letters they may change the size, and make digits of
   // others.
   shape.is_unchanged = shape.is_unchanged || shape.text.only_digits;
@@ -118,59 +117,59 @@ const Field* TemplateSource::only_field() const {
   return is_single && parts_.front().filters.empty() ? parts_.front().field : nullptr;
 }
 
-Foresight TemplateSource::foresight() const {
+TextFacts TemplateSource::text_facts() const {
   std::vector<const Field*> fields;
   for (const ComposedPart& part : parts_) {
     if (part.field != nullptr) fields.push_back(part.field);
   }
-  Foresight foresight;
-  foresight.shape = shape();
+  TextFacts text_facts;
+  text_facts.shape = shape();
   if (const Field* field = only_field()) {
-    foresight.values = field->foresight().values;
-    foresight.all_after = field->foresight().all_after;
+    text_facts.values = field->text_facts().values;
+    text_facts.all_after = field->text_facts().all_after;
   } else {
-    foresight.values.most = most_combinations(fields);
+    text_facts.values.most = most_combinations(fields);
   }
-  foresight.cycle = Cycle();
+  text_facts.cycle = Cycle();
   if (!fields.empty()) {
-    foresight.follows = fields.front()->foresight().follows;
-    foresee_empty(fields, foresight);
+    text_facts.follows = fields.front()->text_facts().follows;
+    foresee_empty(fields, text_facts);
   }
   for (const Field* field : fields) {
-    const Foresight& part = field->foresight();
-    foresight.cycle = part.cycle && foresight.cycle
-                          ? std::optional(common_cycle(*part.cycle, *foresight.cycle))
-                          : std::nullopt;
-    if (part.follows != foresight.follows) foresight.follows = nullptr;
+    const TextFacts& part = field->text_facts();
+    text_facts.cycle = part.cycle && text_facts.cycle
+                           ? std::optional(common_cycle(*part.cycle, *text_facts.cycle))
+                           : std::nullopt;
+    if (part.follows != text_facts.follows) text_facts.follows = nullptr;
   }
-  return foresight;
+  return text_facts;
 }
 
-void TemplateSource::tell(Knowledge& knowledge, Thing text) const {
+void TemplateSource::tell(Dependencies& dependencies, Thing text) const {
   std::vector<bool> recoverable = recoverable_parts(parts_);
   if (only_field() != nullptr) recoverable.front() = true;
   for (std::size_t i = 0; i < parts_.size(); ++i) {
     if (!recoverable[i]) continue;
-    knowledge.add({text}, parts_[i].field->thing());
-    parts_[i].field->tell(knowledge);
+    dependencies.add({text}, parts_[i].field->thing());
+    parts_[i].field->tell(dependencies);
   }
 }
 
 // There is no text where no field has one, or where filters leave nothing of it.
 void TemplateSource::foresee_empty(const std::vector<const Field*>& fields,
-                                   Foresight& whole) const {
+                                   TextFacts& whole) const {
   whole.end = 0;
-  for (const Field* field : fields) whole.end = std::max(whole.end, field->foresight().end);
+  for (const Field* field : fields) whole.end = std::max(whole.end, field->text_facts().end);
   const bool has_literal = std::any_of(
       parts_.begin(), parts_.end(), [](const ComposedPart& part) { return !part.literal.empty(); });
   for (const ComposedPart& part : parts_) {
     if (part.field == nullptr || (!has_literal && !shape_of(part).is_unchanged)) continue;
-    const Foresight& field = part.field->foresight();
+    const TextFacts& field = part.field->text_facts();
     whole.gaps = std::min(whole.gaps, sum(field.gaps, whole.end - field.end));
   }
   const bool is_single = std::all_of(fields.begin(), fields.end(),
                                      [&](const Field* field) { return field == fields.front(); });
-  if (is_single) whole.least_empty = fields.front()->foresight().least_empty;
+  if (is_single) whole.least_empty = fields.front()->text_facts().least_empty;
 }
 
 // Literals make a text only beside a field that has one, or when there are no fields.

@@ -4,8 +4,7 @@
 #include <array>
 #include <utility>
 
-#include "host/sources/ascii_form.h"
-#include "host/sources/letter_case.h"
+#include "host/sources/letter_forms.h"
 
 namespace korvex::sources {
 namespace {

@@ -6,7 +6,6 @@
 #include <unordered_set>
 #include <utility>
 
-#include "platform/digits.h"
 #include "platform/text_lines.h"
 #include "platform/utf8.h"
 
@@ -26,9 +25,9 @@ class ListSource : public Source {
 
   std::optional<std::uint64_t> period() const override { return list_.size(); }
 
-  Foresight foresight() const override {
-    if (!foresight_) foresight_ = list_.foresight(comparison_);
-    return *foresight_;
+  TextFacts text_facts() const override {
+    if (!text_facts_) text_facts_ = list_.text_facts(comparison_);
+    return *text_facts_;
   }
 
   Uniqueness uniqueness() const override {
@@ -43,7 +42,7 @@ class ListSource : public Source {
  private:
   TextList list_;
   Comparison comparison_;
-  mutable std::optional<Foresight> foresight_;
+  mutable std::optional<TextFacts> text_facts_;
   mutable std::optional<Uniqueness> uniqueness_;
 };
 
@@ -107,16 +106,16 @@ TextList TextList::compared(Comparison comparison) const {
   return of_values(std::move(texts));
 }
 
-Foresight TextList::foresight(Comparison comparison) const {
+TextFacts TextList::text_facts(Comparison comparison) const {
   const TextList same = compared(comparison);
   std::vector<std::string_view> sorted = *same.texts_;
   std::sort(sorted.begin(), sorted.end());
   const auto end = std::unique(sorted.begin(), sorted.end());
   const bool has_empty = !sorted.empty() && sorted.front().empty();
-  Foresight foresight;
-  foresight.shape = shape_of(*texts_);
-  foresight.values = Count::of(static_cast<std::size_t>(end - sorted.begin()) - has_empty);
-  return foresight;
+  TextFacts text_facts;
+  text_facts.shape = shape_of(*texts_);
+  text_facts.values = Count::of(static_cast<std::size_t>(end - sorted.begin()) - has_empty);
+  return text_facts;
 }
 
 Uniqueness TextList::uniqueness(Comparison comparison) const {

@@ -31,7 +31,7 @@ class TextList {
   bool has(std::string_view text) const;
 
   // What is known of them, one after the other. Looks at them all.
-  Foresight foresight(Comparison comparison) const;
+  TextFacts text_facts(Comparison comparison) const;
   Uniqueness uniqueness(Comparison comparison) const;
 
  private:

@@ -14,25 +14,25 @@ struct Followers {
   std::uint64_t combinations;  // of their values
 };
 
-std::uint64_t values_and_none(const Foresight& field) {
+std::uint64_t values_and_none(const TextFacts& field) {
   return sum(field.values.most, field.shape.never_empty ? 0 : 1);
 }
 
 // Whether two of all records are the same for certain, whatever their number.
 bool comes_twice(std::span<const Field* const> fields) {
   if (fields.empty()) return false;
-  const Foresight& first = fields.front()->foresight();
+  const TextFacts& first = fields.front()->text_facts();
   if (fields.size() == 1 && first.least_empty > 1) return true;
   return first.follows != nullptr && first.follows->comes_twice() &&
          std::all_of(fields.begin(), fields.end(), [&](const Field* field) {
-           return field->foresight().follows == first.follows;
+           return field->text_facts().follows == first.follows;
          });
 }
 
 std::optional<Cycle> common_cycle(std::span<const Field* const> fields) {
   Cycle common;
   for (const Field* field : fields) {
-    const std::optional<Cycle>& cycle = field->foresight().cycle;
+    const std::optional<Cycle>& cycle = field->text_facts().cycle;
     if (!cycle) return std::nullopt;
     common = common_cycle(common, *cycle);
   }
@@ -46,15 +46,15 @@ std::uint64_t most_combinations(std::span<const Field* const> fields) {
   std::vector<Followers> all;
   std::uint64_t combinations = 1;
   for (const Field* field : fields) {
-    const Foresight& foresight = field->foresight();
-    const std::uint64_t values = values_and_none(foresight);
+    const TextFacts& text_facts = field->text_facts();
+    const std::uint64_t values = values_and_none(text_facts);
     const auto found = std::find_if(all.begin(), all.end(), [&](const Followers& followers) {
-      return followers.way == foresight.follows;
+      return followers.way == text_facts.follows;
     });
-    if (foresight.follows == nullptr) {
+    if (text_facts.follows == nullptr) {
       combinations = product(combinations, values);
     } else if (found == all.end()) {
-      all.push_back({foresight.follows, values});
+      all.push_back({text_facts.follows, values});
     } else {
       found->combinations = product(found->combinations, values);
     }
@@ -68,24 +68,24 @@ std::uint64_t most_combinations(std::span<const Field* const> fields) {
 }
 
 std::uint64_t different_values(std::span<const Field* const> fields) {
-  Knowledge knowledge;
+  Dependencies dependencies;
   std::vector<Thing> known;
   for (const Field* field : fields) {
-    field->tell_of_values(knowledge);
+    field->tell_of_values(dependencies);
     known.push_back(field->thing());
   }
-  return knowledge.records_told_by(known);
+  return dependencies.records_told_by(known);
 }
 
 Uniqueness uniqueness_of(std::span<const Field* const> fields, std::uint64_t records) {
-  Knowledge knowledge;
+  Dependencies dependencies;
   std::vector<Thing> known;
   for (const Field* field : fields) {
-    field->tell(knowledge);
+    field->tell(dependencies);
     known.push_back(field->thing());
   }
   Uniqueness uniqueness = {1, most_combinations(fields)};
-  uniqueness.different = std::max(uniqueness.different, knowledge.records_told_by(known));
+  uniqueness.different = std::max(uniqueness.different, dependencies.records_told_by(known));
   if (const std::optional<Cycle> cycle = common_cycle(fields)) {
     uniqueness.repeated = std::min(uniqueness.repeated, cycle->length());
   }

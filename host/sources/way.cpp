@@ -14,7 +14,7 @@ class Counting : public Way {
   std::uint64_t index(std::uint64_t record) override { return record; }
   Count indices() const override { return Count::of(endless); }
   bool is_in_order() const override { return true; }
-  void tell(Knowledge& knowledge) const override { knowledge.add({thing()}, the_record); }
+  void tell(Dependencies& dependencies) const override { dependencies.add({thing()}, the_record); }
   std::string course() const override { return "follows the record"; }
 };
 
@@ -33,11 +33,11 @@ class InRounds : public Way {
     return {};
   }
 
-  void tell(Knowledge& knowledge) const override {
+  void tell(Dependencies& dependencies) const override {
     if (const auto known = cycle()) {
-      knowledge.add_cycle(thing(), *known);
+      dependencies.add_cycle(thing(), *known);
     } else {
-      knowledge.add({thing()}, the_record, period_);
+      dependencies.add({thing()}, the_record, period_);
     }
   }
 
@@ -104,19 +104,19 @@ class Joint : public InRounds {
   Count indices() const override { return Count::of(shuffle_->period(item_)); }
 
   // Only all items together are the record. One that ends knows whether the end has come.
-  void tell(Knowledge& knowledge) const override {
+  void tell(Dependencies& dependencies) const override {
     const Thing combination = {shuffle_.get(), shuffle_->items()};
-    knowledge.add({thing()}, {shuffle_.get(), item_});
+    dependencies.add({thing()}, {shuffle_.get(), item_});
     if (stops()) {
       const Thing combination_or_none = {this, 1};
-      knowledge.add({combination, thing()}, combination_or_none);
-      knowledge.add_cycle(combination_or_none, *cycle());
+      dependencies.add({combination, thing()}, combination_or_none);
+      dependencies.add_cycle(combination_or_none, *cycle());
     }
-    if (!knowledge.is_new(combination)) return;
+    if (!dependencies.is_new(combination)) return;
     std::vector<Thing> items;
     for (std::size_t i = 0; i < shuffle_->items(); ++i) items.push_back({shuffle_.get(), i});
-    knowledge.add(std::move(items), combination);
-    knowledge.add({combination}, the_record, shuffle_->combinations());
+    dependencies.add(std::move(items), combination);
+    dependencies.add({combination}, the_record, shuffle_->combinations());
   }
 
   std::string course() const override {
@@ -141,10 +141,10 @@ class Within : public Way {
 
   Count indices() const override { return {1, period_}; }
 
-  void tell(Knowledge& knowledge) const override {
-    groups_->tell(knowledge);
+  void tell(Dependencies& dependencies) const override {
+    groups_->tell(dependencies);
     if (groups_->largest().most > period_) return;
-    knowledge.add({thing(), groups_->parent_thing()}, groups_->line_thing());
+    dependencies.add({thing(), groups_->parent_thing()}, groups_->line_thing());
   }
 
   std::string course() const override {
@@ -216,8 +216,8 @@ class Weighted : public Way {
   std::string course() const override { return "drawn in exact shares"; }
   std::uint64_t all_after() const override { return records_; }
   bool comes_twice() const override { return largest_ > 1; }
-  void tell(Knowledge& knowledge) const override {
-    if (largest_ <= 1) knowledge.add({thing()}, the_record);
+  void tell(Dependencies& dependencies) const override {
+    if (largest_ <= 1) dependencies.add({thing()}, the_record);
   }
 
  private:
@@ -246,9 +246,9 @@ class ParentOf : public Way {
   std::uint64_t all_after() const override { return groups_->records(); }
   bool comes_twice() const override { return groups_->largest().least > 1; }
 
-  void tell(Knowledge& knowledge) const override {
-    groups_->tell(knowledge);
-    knowledge.add({thing()}, groups_->parent_thing());
+  void tell(Dependencies& dependencies) const override {
+    groups_->tell(dependencies);
+    dependencies.add({thing()}, groups_->parent_thing());
   }
 
   std::string doubt() const override { return "has several records for a value"; }

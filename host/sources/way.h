@@ -6,8 +6,8 @@
 #include <optional>
 #include <string>
 
+#include "host/sources/dependencies.h"
 #include "host/sources/groups.h"
-#include "host/sources/knowledge.h"
 #include "host/ways/key.h"
 #include "host/ways/shares.h"
 #include "host/ways/shuffle.h"
@@ -48,7 +48,7 @@ class Way {
   virtual bool comes_twice() const { return false; }
 
   // What follows from the index (or from there being none), and what it follows from.
-  virtual void tell(Knowledge&) const {}
+  virtual void tell(Dependencies&) const {}
 
   // How the indices go, in words: "starts again after 3 records".
   virtual std::string course() const = 0;

@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <optional>
 
-#include "host/ways/limits.h"
-#include "platform/digits.h"
+#include "host/ways/numbers.h"
+#include "platform/text_lines.h"
 
 namespace korvex::ways {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <cassert>
 
-#include "host/ways/limits.h"
-#include "host/ways/power.h"
+#include "host/ways/numbers.h"
+#include "host/ways/zipf.h"
 
 namespace korvex::ways {
 namespace {

@@ -4,10 +4,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "host/ways/count.h"
 #include "host/ways/group_shape.h"
 #include "host/ways/key.h"
-#include "host/ways/limits.h"
+#include "host/ways/numbers.h"
 #include "host/ways/refusal.h"
 #include "host/ways/shuffle.h"
 

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "host/ways/limits.h"
+#include "host/ways/numbers.h"
 
 // How numbers become others that look random: the one place where all drawing begins. The steps are
 // those of SplitMix64 (Steele, Lea, Flood: "Fast Splittable Pseudorandom Number Generators", 2014)

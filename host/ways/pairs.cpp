@@ -3,7 +3,7 @@
 #include <bit>
 #include <cassert>
 
-#include "host/ways/limits.h"
+#include "host/ways/numbers.h"
 
 namespace korvex::ways {
 namespace {

@@ -6,8 +6,8 @@
 #include <numeric>
 #include <utility>
 
-#include "host/ways/limits.h"
 #include "host/ways/mixing.h"
+#include "host/ways/numbers.h"
 
 namespace korvex::ways {
 namespace {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "host/ways/fraction.h"
-#include "host/ways/limits.h"
+#include "host/ways/numbers.h"
 #include "host/ways/shuffle.h"
 
 namespace korvex::ways {

@@ -1,6 +1,6 @@
 #include "host/ways/shuffle.h"
 
-#include "host/ways/limits.h"
+#include "host/ways/numbers.h"
 
 namespace korvex::ways {
 

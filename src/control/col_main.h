@@ -8,7 +8,7 @@
 #include "control/dg_col.h"
 #include "control/user_limits.h"
 #include "formatlang/default_settings.h"
-#include "platform/message_text.h"
+#include "platform/printable_text.h"
 #include "platform/runtime_class.h"
 #include "settings/fmt_file.h"
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/digits.h"
+#include "platform/text_lines.h"
 #include "values/error_codes.h"
 
 namespace korvex {

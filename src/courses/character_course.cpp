@@ -1,10 +1,8 @@
-#include "courses/character_course.h"
-
 #include <algorithm>
 #include <array>
 #include <cstring>
 
-#include "values/full_width_table.h"
+#include "courses/make_course.h"
 #include "values/ordinals.h"
 #include "values/record_text.h"
 

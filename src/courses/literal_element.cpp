@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "courses/literal_moment.h"
-#include "courses/literal_number.h"
 #include "values/ordinals.h"
 #include "values/record_text.h"
 

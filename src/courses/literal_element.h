@@ -87,4 +87,14 @@ class CopiedElement : public Base {
 std::unique_ptr<LiteralElement> make_literal_element(const ElementContext& context,
                                                      const ClFmtItemInf& element);
 
+// Numbers as a sign and a magnitude of two nine-digit halves, stepped by the increment's halves,
+// which settings from outside may fill with anything.
+std::unique_ptr<LiteralElement> make_literal_number(const ElementContext& context,
+                                                    const ClFmtItemInf& element);
+
+// Dates, times and timestamps in their fields, which settings from outside may fill with anything;
+// the end test compares plain texts.
+std::unique_ptr<LiteralElement> make_literal_moment(const ElementContext& context,
+                                                    const ClFmtItemInf& element);
+
 }  // namespace korvex

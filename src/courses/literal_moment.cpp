@@ -1,10 +1,9 @@
-#include "courses/literal_moment.h"
-
 #include <string>
 
 #include "courses/calendar.h"
+#include "courses/literal_element.h"
 #include "courses/moment_text.h"
-#include "courses/moment_wheels.h"
+#include "courses/wheel.h"
 #include "values/number_text.h"
 #include "values/record_text.h"
 

@@ -1,9 +1,8 @@
-#include "courses/literal_number.h"
-
 #include <algorithm>
 #include <limits>
 #include <string>
 
+#include "courses/literal_element.h"
 #include "values/number_text.h"
 #include "values/record_text.h"
 

@@ -1,8 +1,5 @@
 #include "courses/make_course.h"
 
-#include "courses/character_course.h"
-#include "courses/moment_course.h"
-#include "courses/number_course.h"
 #include "values/record_text.h"
 
 namespace korvex {

@@ -1,12 +1,11 @@
-#include "courses/moment_course.h"
-
 #include <algorithm>
 #include <cstdlib>
 #include <numeric>
 
 #include "courses/calendar.h"
+#include "courses/make_course.h"
 #include "courses/moment_text.h"
-#include "courses/moment_wheels.h"
+#include "courses/wheel.h"
 #include "values/record_text.h"
 
 namespace korvex {

@@ -1,12 +1,11 @@
-#include "courses/number_course.h"
-
 #include <algorithm>
 #include <array>
 #include <cstring>
 #include <optional>
 
 #include "courses/digit_pairs.h"
-#include "platform/digits.h"
+#include "courses/make_course.h"
+#include "platform/text_lines.h"
 #include "values/number_text.h"
 #include "values/record_text.h"
 

@@ -1,7 +1,6 @@
-#include "dialogs/dialogs_module.h"
-
 #include <string>
 
+#include "dialogs/dialogs_plugin.h"
 #include "dialogs/windows/data_generation_dlg.h"
 #include "dialogs/windows/display.h"
 #include "dialogs/windows/item_value_update_dlg.h"

@@ -3,11 +3,12 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "entry/desktop_module.h"
-#include "platform/console_interface.h"
+#include "platform/path.h"
+#include "platform/plugin_loader.h"
 #include "platform/printable_text.h"
 #include "platform/process.h"
 #include "platform/quiet_write.h"
+#include "platform/user_interface.h"
 
 namespace korvex {
 
@@ -109,6 +110,37 @@ platform::UserInterface* choose_interface() {
   static DesktopInterface desktop;
   if (is_desktop_asked()) return &desktop;
   return variable("KORVEX_UI") != "console" && names_display() ? &desktop : nullptr;
+}
+
+namespace {
+
+constexpr const char* plugin_name = "libkorvex-dialogs.so";
+
+const korvex_dialogs* load_dialogs(std::string& reason) {
+  const std::string folder = platform::library_folder(reinterpret_cast<const void*>(&open_desktop));
+  if (folder.empty()) {
+    reason = std::string(plugin_name) + " was not found";
+    return nullptr;
+  }
+  return static_cast<const korvex_dialogs*>(platform::load_plugin(
+      platform::join_path(folder, plugin_name), KORVEX_DIALOGS_SYMBOL, KORVEX_DIALOGS_ABI, reason));
+}
+
+}  // namespace
+
+const korvex_dialogs* load_desktop(std::string& reason) {
+  static const korvex_dialogs* loaded = nullptr;
+  if (loaded == nullptr) loaded = load_dialogs(reason);
+  return loaded;
+}
+
+const korvex_dialogs* open_desktop(std::string& reason) {
+  const korvex_dialogs* loaded = load_desktop(reason);
+  if (loaded == nullptr) return nullptr;
+  const char* failure = loaded->open_display();
+  if (failure == nullptr) return loaded;
+  reason = failure;
+  return nullptr;
 }
 
 }  // namespace korvex

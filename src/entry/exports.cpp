@@ -2,7 +2,6 @@
 #include <string>
 
 #include "entry/desktop_interface.h"
-#include "entry/desktop_module.h"
 #include "entry/failure_report.h"
 #include "korvex/korvex.h"
 #include "platform/file.h"

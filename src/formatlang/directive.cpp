@@ -1,7 +1,6 @@
-#include "formatlang/directive.h"
-
 #include <algorithm>
 
+#include "formatlang/format_parser.h"
 #include "values/error_codes.h"
 #include "values/number_text.h"
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "formatlang/directive.h"
 #include "formatlang/format_text.h"
 #include "platform/codepage.h"
 #include "values/error_codes.h"

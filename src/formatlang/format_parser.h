@@ -32,4 +32,11 @@ inline constexpr std::int64_t max_format_size = 128;
 Result<ParsedFormat> parse_format(const ItemAttributes& item, ValueClass item_class,
                                   std::string_view format, NationalCount national);
 
+// Reads one directive ("5D", "4YMD", without "%") by the grammar of the item's class into
+// `element`: kind, width, digits, decimals and, in a character item, the sign. `is_first` says
+// whether the element opens the format. Answers the element's size, or the code of the first rule
+// broken.
+Result<std::int32_t> read_directive(const ItemAttributes& item, ValueClass item_class,
+                                    std::string_view directive, bool is_first, FmtItemRec& element);
+
 }  // namespace korvex

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "platform/codepage.h"
-#include "platform/digits.h"
+#include "platform/text_lines.h"
 #include "values/error_codes.h"
 #include "values/number_text.h"
 #include "values/ordinals.h"

@@ -1,7 +1,7 @@
 #include "lists/enumeration_value.h"
 
 #include "platform/codepage.h"
-#include "platform/digits.h"
+#include "platform/text_lines.h"
 #include "values/error_codes.h"
 
 namespace korvex {

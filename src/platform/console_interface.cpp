@@ -1,5 +1,3 @@
-#include "platform/console_interface.h"
-
 #include <poll.h>
 #include <signal.h>
 #include <unistd.h>
@@ -13,6 +11,7 @@
 #include "platform/interruption.h"
 #include "platform/process.h"
 #include "platform/quiet_write.h"
+#include "platform/user_interface.h"
 
 namespace korvex::platform {
 

@@ -10,7 +10,7 @@
 // How the process is asked to end in order: a signal sets a flag, calls that wait return, and who
 // notices undoes what it has begun. What cannot be cut into pieces is finished first.
 //
-// The flag is the program's, for all that it loads: the library, the dialogs and the modules of
+// The flag is the program's, for all that it loads: the library, the dialogs and the plug-ins of
 // databases have none of their own. A program that links nothing but the library has no such flag;
 // the library watches SIGINT for it while a run shows its progress on a terminal.
 

@@ -1,5 +1,3 @@
-#include "platform/read_file.h"
-
 #include <fcntl.h>
 #include <poll.h>
 

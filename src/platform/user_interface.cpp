@@ -2,7 +2,6 @@
 
 #include <system_error>
 
-#include "platform/console_interface.h"
 #include "platform/process.h"
 
 namespace korvex::platform {

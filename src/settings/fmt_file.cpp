@@ -9,7 +9,6 @@
 #include "formatlang/default_settings.h"
 #include "platform/replacing_file.h"
 #include "settings/settings_reader.h"
-#include "settings/settings_upgrade.h"
 #include "settings/settings_writer.h"
 #include "values/error_codes.h"
 #include "values/file_failure.h"

@@ -1,5 +1,3 @@
-#include "settings/settings_upgrade.h"
-
 #include <algorithm>
 #include <cstring>
 #include <limits>
@@ -9,6 +7,7 @@
 #include "platform/file.h"
 #include "platform/replacing_file.h"
 #include "settings/settings_reader.h"
+#include "settings/settings_writer.h"
 #include "values/error_codes.h"
 #include "values/file_failure.h"
 #include "values/record_text.h"

@@ -4,7 +4,7 @@
 #include <charconv>
 #include <limits>
 
-#include "platform/digits.h"
+#include "platform/text_lines.h"
 #include "values/records.h"
 
 namespace korvex {

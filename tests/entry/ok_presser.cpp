@@ -8,7 +8,7 @@
 #include <QTimer>
 #include <cstdlib>
 
-#include "dialogs/dialogs_module.h"
+#include "dialogs/dialogs_plugin.h"
 
 namespace {
 

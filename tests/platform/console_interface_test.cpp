@@ -1,9 +1,8 @@
-#include "platform/console_interface.h"
-
 #include <signal.h>
 #include <unistd.h>
 
 #include "platform/interruption.h"
+#include "platform/user_interface.h"
 #include "support/bytes.h"
 #include "support/environment.h"
 

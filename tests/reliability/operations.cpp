@@ -15,7 +15,7 @@
 #include "platform/settings_store.h"
 #include "run/generate_data_file.h"
 #include "run/log_file.h"
-#include "settings/settings_upgrade.h"
+#include "settings/settings_writer.h"
 #include "support/control_bytes.h"
 #include "support/settings_bytes.h"
 

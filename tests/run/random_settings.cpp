@@ -7,7 +7,7 @@
 #include <sstream>
 
 #include "platform/codepage.h"
-#include "values/full_width_table.h"
+#include "values/ordinals.h"
 #include "values/record_text.h"
 
 namespace korvex::test {

@@ -8,7 +8,7 @@
 #include <map>
 #include <set>
 
-#include "host/records/uniqueness.h"
+#include "host/records/engine_uniqueness.h"
 #include "platform/interruption.h"
 #include "run/random_settings.h"
 #include "run/reference_assembler.h"

@@ -3,7 +3,7 @@
 #include <limits>
 
 #include "settings/settings_folder.h"
-#include "settings/settings_upgrade.h"
+#include "settings/settings_writer.h"
 
 namespace korvex {
 namespace {

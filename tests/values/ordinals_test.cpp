@@ -3,7 +3,6 @@
 #include <iconv.h>
 
 #include "support/bytes.h"
-#include "values/full_width_table.h"
 
 namespace korvex {
 namespace {

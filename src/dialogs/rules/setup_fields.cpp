@@ -1,7 +1,7 @@
 #include "dialogs/rules/setup_fields.h"
 
 #include "control/item_settings.h"
-#include "dialogs/rules/default_format.h"
+#include "dialogs/rules/initial_settings.h"
 #include "values/records.h"
 
 namespace korvex {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 
-#include "platform/digits.h"
 #include "platform/text_lines.h"
 #include "run/repeat_count.h"
 

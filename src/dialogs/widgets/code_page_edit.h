@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/message_text.h"
+#include "platform/printable_text.h"
 
 namespace korvex {
 

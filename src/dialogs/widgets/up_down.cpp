@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <optional>
 
-#include "platform/digits.h"
+#include "platform/text_lines.h"
 
 namespace korvex {
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QIcon>
 #include <string>
 
 namespace korvex {
@@ -14,5 +15,8 @@ bool open_display(std::string& reason);
 
 // Whether this thread may show windows already, without anything being made for it.
 bool has_display();
+
+// A table with its first row filled: for windows of a program that has no icon of its own.
+QIcon window_icon();
 
 }  // namespace korvex

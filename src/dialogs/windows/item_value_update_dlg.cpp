@@ -7,9 +7,9 @@
 
 #include "control/item_settings.h"
 #include "control/reconcile.h"
-#include "dialogs/rules/default_format.h"
 #include "dialogs/rules/explanations.h"
 #include "dialogs/rules/format_precheck.h"
+#include "dialogs/rules/initial_settings.h"
 #include "dialogs/rules/save_checks.h"
 #include "dialogs/rules/setup_fields.h"
 #include "dialogs/rules/store_range.h"

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "dialogs/rules/default_format.h"
 #include "dialogs/rules/explanations.h"
 #include "dialogs/rules/format_precheck.h"
+#include "dialogs/rules/initial_settings.h"
 #include "support/bytes.h"
 #include "support/table.h"
 

@@ -15,8 +15,8 @@
 #include "host/parts/part_maker.h"
 #include "host/parts/part_state.h"
 #include "host/parts/verifier.h"
+#include "platform/file.h"
 #include "platform/file_calls.h"
-#include "platform/read_file.h"
 #include "support/temp_folder.h"
 
 namespace korvex::host {

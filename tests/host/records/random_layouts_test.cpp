@@ -74,10 +74,10 @@ struct Tally {
   std::uint64_t asked = 0;
 };
 
-void check_item(const Forecast& forecast, std::size_t item, const sources::Foresight& foresight,
+void check_item(const Forecast& forecast, std::size_t item, const sources::TextFacts& text_facts,
                 const Record& texts, Tally& tally) {
   const auto empty = static_cast<std::uint64_t>(std::count(texts.begin(), texts.end(), ""));
-  const sources::Count told_empty = foresight.empty(texts.size());
+  const sources::Count told_empty = text_facts.empty(texts.size());
   ASSERT_LE(told_empty.least, empty);
   ASSERT_GE(told_empty.most, empty);
   tally.answers["empty"] += empty > 0 && told_empty.is_exact();
@@ -86,7 +86,7 @@ void check_item(const Forecast& forecast, std::size_t item, const sources::Fores
   const sources::Count told = forecast.item(item).values;
   ASSERT_LE(values.size(), told.most);
   tally.answers["values"] += told.is_exact();
-  if (!told.is_exact() || foresight.all_after <= texts.size()) {
+  if (!told.is_exact() || text_facts.all_after <= texts.size()) {
     ASSERT_GE(values.size(), told.least);
   }
 }
@@ -123,8 +123,8 @@ TEST(RandomLayouts, AreForecastRightly) {
       const Forecast forecast(ready.prepared);
       for (std::size_t i = 0; i < layout->items.size(); ++i) {
         SCOPED_TRACE(layout->items[i]);
-        const sources::Foresight& foresight = ready.prepared.fields()[i]->foresight();
-        check_item(forecast, i, foresight, column(records, i), tally);
+        const sources::TextFacts& text_facts = ready.prepared.fields()[i]->text_facts();
+        check_item(forecast, i, text_facts, column(records, i), tally);
         check_set(forecast, {i}, records, EmptyValues::same, tally);
         check_set(forecast, {i}, records, EmptyValues::different, tally);
         if (testing::Test::HasFatalFailure()) return;

@@ -7,12 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "host/sources/children_source.h"
 #include "host/sources/field.h"
-#include "host/sources/key_source.h"
-#include "host/sources/line_source.h"
-#include "host/sources/offset_source.h"
-#include "host/sources/template_source.h"
+#include "host/sources/record_sources.h"
 #include "host/sources/text_list.h"
 #include "host/sources/uniqueness.h"
 #include "host/ways/draw.h"
@@ -390,12 +386,12 @@ TEST(Uniqueness, IsKnownOfWhatIsMadeToBeUnique) {
 }
 
 // What is foretold of single fields is held against their records.
-TEST(Foresight, HoldsInTheRecords) {
+TEST(TextFacts, HoldsInTheRecords) {
   std::map<std::string, std::uint64_t> exact;
   for (std::uint64_t seed = 0; seed < 200; ++seed) {
     RandomPlan plan(seed);
     for (Field* field : plan.all_fields()) {
-      const Foresight told = field->foresight();
+      const TextFacts told = field->text_facts();
       std::vector<std::string> texts;
       for (std::uint64_t record = 0; record < RandomPlan::records; ++record) {
         texts.emplace_back(field->text(record).value_or(""));

@@ -3,10 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "host/sources/ascii_form.h"
 #include "host/sources/decimal.h"
-#include "host/sources/letter_case.h"
-#include "host/sources/template_source.h"
+#include "host/sources/letter_forms.h"
+#include "host/sources/record_sources.h"
 #include "host/sources/text_list.h"
 
 namespace korvex::sources {
@@ -111,8 +110,8 @@ TEST(TextLists, AreReadFromLinesOfAnyEnd) {
     for (std::size_t i = 0; i < test.lines.size(); ++i) EXPECT_EQ((*read)[i], test.lines[i]);
   }
   const TextList texts = TextList::of_values({"b", "", "a", "-0", "1", "+1.00", "01", "b", "0"});
-  EXPECT_EQ(texts.foresight(Comparison::as_texts).values, Count::of(7));
-  EXPECT_EQ(texts.foresight(Comparison::as_numbers).values, Count::of(4));
+  EXPECT_EQ(texts.text_facts(Comparison::as_texts).values, Count::of(7));
+  EXPECT_EQ(texts.text_facts(Comparison::as_numbers).values, Count::of(4));
   EXPECT_EQ(texts.uniqueness(Comparison::as_texts).different, 7);
   EXPECT_EQ(texts.uniqueness(Comparison::as_numbers).different, 5);
 }

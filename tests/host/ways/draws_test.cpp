@@ -9,7 +9,7 @@
 #include "host/ways/draw.h"
 #include "host/ways/fraction.h"
 #include "host/ways/key.h"
-#include "host/ways/limits.h"
+#include "host/ways/numbers.h"
 #include "host/ways/shares.h"
 #include "host/ways/statistics.h"
 #include "host/ways/zipf.h"

@@ -5,8 +5,8 @@
 #include <set>
 #include <vector>
 
-#include "host/ways/limits.h"
 #include "host/ways/mixing.h"
+#include "host/ways/numbers.h"
 #include "host/ways/pairs.h"
 #include "host/ways/permutation.h"
 #include "host/ways/shuffle.h"

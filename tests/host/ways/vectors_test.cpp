@@ -15,7 +15,6 @@
 #include "host/ways/key.h"
 #include "host/ways/pairs.h"
 #include "host/ways/permutation.h"
-#include "host/ways/power.h"
 #include "host/ways/shares.h"
 #include "host/ways/shuffle.h"
 #include "host/ways/tree.h"

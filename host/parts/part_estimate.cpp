@@ -1,0 +1,75 @@
+#include "host/parts/part_estimate.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+#include "host/parts/file_comparison.h"
+
+namespace korvex::host {
+
+namespace {
+
+constexpr Steps measured_places = 16;
+constexpr Steps records_at_a_place = 1000;
+
+// Records that were not measured may be longer.
+constexpr double margin = 1.1;
+
+}  // namespace
+
+PartEstimate::PartEstimate(PreparedLayout& prepared, const OutputForm& form)
+    : prepared_(prepared), records_(static_cast<Steps>(prepared.layout().records)) {
+  const auto stream = stream_of(prepared, form);
+  Steps measured = 0;
+  std::uint64_t bytes = 0;
+  const auto begin = std::chrono::steady_clock::now();
+  for (Steps place = 1; place <= measured_places; ++place) {
+    RecordRange range = records_of({place, measured_places}, records_);
+    range.end = std::min(range.end, sum(range.first, records_at_a_place));
+    measured += range.size();
+    bytes += size_of(*stream, {range, false});
+  }
+  const std::chrono::duration<double> time = std::chrono::steady_clock::now() - begin;
+  if (measured == 0) return;
+  const double share = static_cast<double>(records_) / static_cast<double>(measured);
+  seconds_ = time.count() * share;
+  bytes_ = static_cast<std::uint64_t>(std::ceil(static_cast<double>(bytes) * share));
+  const auto size = form.is_data_file ? prepared.run().size(records_) : std::nullopt;
+  is_exact_ = size.has_value();
+  if (size) bytes_ = *size;
+}
+
+std::uint64_t PartEstimate::size_before(Steps record) const {
+  return prepared_.run().size(record).value_or(0);
+}
+
+std::uint64_t PartEstimate::largest_part(std::uint64_t parts) const {
+  if (!is_exact_) {
+    return static_cast<std::uint64_t>(
+        std::ceil(margin * static_cast<double>(bytes_) / static_cast<double>(parts)));
+  }
+  std::uint64_t largest = 0;
+  std::uint64_t before = 0;
+  for (std::uint64_t number = 1; number <= parts; ++number) {
+    const std::uint64_t end = size_before(records_of({number, parts}, records_).end);
+    largest = std::max(largest, end - before);
+    before = end;
+  }
+  return largest;
+}
+
+double PartEstimate::seconds(std::uint64_t parts) const {
+  return seconds_ / static_cast<double>(parts);
+}
+
+std::uint64_t PartEstimate::parts_below(std::uint64_t bytes, std::uint64_t most) const {
+  std::uint64_t parts = std::max<std::uint64_t>(1, (bytes_ + bytes - 1) / bytes);
+  // Parts differ in size; a few more make all of them small enough.
+  constexpr std::uint64_t step = 64;
+  while (parts <= most && largest_part(parts) > bytes)
+    parts += std::max(parts / step, std::uint64_t{1});
+  return parts;
+}
+
+}  // namespace korvex::host
