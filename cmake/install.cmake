@@ -55,6 +55,8 @@ foreach(page man/korvex.1 ${CMAKE_BINARY_DIR}/man/korvex-layout.5 ${CMAKE_BINARY
 endforeach()
 set(changes ${CMAKE_BINARY_DIR}/packages/changelog.gz)
 compress(${CMAKE_SOURCE_DIR}/CHANGELOG.md ${changes})
+set(package_changes ${CMAKE_BINARY_DIR}/packages/changelog.Debian.gz)
+compress(${CMAKE_SOURCE_DIR}/cmake/debian/changelog ${package_changes})
 add_custom_target(korvex_compressed_files ALL DEPENDS ${compressed_files})
 
 # The documents keep their places beside each other, so that the links between them lead somewhere.

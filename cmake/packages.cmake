@@ -10,6 +10,13 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
+set(CPACK_POST_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/finish_packages.cmake)
+# The list of changes says how often this version has been packed.
+file(STRINGS cmake/debian/changelog newest LIMIT_COUNT 1)
+if(NOT newest MATCHES "\\(([0-9.]+)-([0-9]+)\\)" OR NOT CMAKE_MATCH_1 STREQUAL PROJECT_VERSION)
+  message(FATAL_ERROR "cmake/debian/changelog does not begin with version ${PROJECT_VERSION}: ${newest}")
+endif()
+set(CPACK_DEBIAN_PACKAGE_RELEASE ${CMAKE_MATCH_2})
 
 # Dependencies on the system's libraries are found; those between the components are on the very
 # same version.
@@ -25,13 +32,16 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "test data for record files and database tables (library)
 Generates files of comma-separated records from saved settings. Its windows
 are in korvex-dialogs, which it works without.")
-# Which package a program needs that is linked with the library.
+# Which package a program needs that is linked with the library, and from which version on each symbol
+# is in it.
+configure_file(cmake/debian/symbols.in ${CMAKE_BINARY_DIR}/packages/symbols @ONLY)
 file(WRITE ${CMAKE_BINARY_DIR}/packages/shlibs
   "libkorvex ${PROJECT_VERSION_MAJOR} ${runtime_package} (>= ${PROJECT_VERSION})\n")
 # The system's list of libraries is made anew when this one comes or goes.
 file(WRITE ${CMAKE_BINARY_DIR}/packages/triggers "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA
-  ${CMAKE_BINARY_DIR}/packages/shlibs ${CMAKE_BINARY_DIR}/packages/triggers)
+  ${CMAKE_BINARY_DIR}/packages/shlibs ${CMAKE_BINARY_DIR}/packages/symbols
+  ${CMAKE_BINARY_DIR}/packages/triggers)
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libkorvex-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
@@ -52,15 +62,17 @@ if(TARGET korvex_dialogs)
   set(CPACK_COMPONENT_DIALOGS_DESCRIPTION "test data for record files and database tables (windows)
 The windows in which settings are edited, and in which progress and messages
 show on a desktop.")
+  install(FILES cmake/debian/korvex-dialogs.overrides RENAME korvex-dialogs
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides COMPONENT dialogs)
   set(CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS korvex-dialogs)
   set(CPACK_DEBIAN_RUNTIME_PACKAGE_SUGGESTS korvex-dialogs)
 endif()
 
-# Each package says what changed, among its documents.
+# Each package says what changed, and who may do what with it, among its documents.
 foreach(component ${CPACK_COMPONENTS_ALL})
   string(TOUPPER ${component} name)
-  install(FILES ${changes} DESTINATION ${document_folder}/${CPACK_DEBIAN_${name}_PACKAGE_NAME}
-    COMPONENT ${component})
+  install(FILES ${changes} ${package_changes} ${CMAKE_SOURCE_DIR}/cmake/debian/copyright
+    DESTINATION ${document_folder}/${CPACK_DEBIAN_${name}_PACKAGE_NAME} COMPONENT ${component})
 endforeach()
 
 include(CPack)
