@@ -10,7 +10,7 @@ _korvex_sets="awkward colours companies countries currencies email jobs language
 # The options of a command.
 _korvex_options() {
   case $1 in
-    generate) echo "--records --part --force --output-option --keep-settings --settings-only --quiet --window" ;;
+    generate) echo "--records --part --force --jobs --output-option --keep-settings --settings-only --quiet --window" ;;
     count) echo "--records --window" ;;
     edit) echo "--records" ;;
     update) echo "--item" ;;
@@ -19,11 +19,11 @@ _korvex_options() {
     sets) echo "--language -n --rows --tsv" ;;
     check) echo "--records --unique" ;;
     preview) echo "-n --records" ;;
-    export) echo "-o --output --format --encoding --header --table --records --part --force --quiet" ;;
+    export) echo "-o --output --format --encoding --header --table --records --part --force --jobs --quiet" ;;
     report) echo "-o --output" ;;
     new) echo "-o --output --kind --data --records --item" ;;
     plan) echo "--for --parts --max-bytes -o --output --format --encoding --header --table --records" ;;
-    verify) echo "--content --sample --parts --format --encoding --header --table --records --keep-settings" ;;
+    verify) echo "--content --sample --jobs --parts --format --encoding --header --table --records --keep-settings" ;;
     "") echo "--version" ;;
   esac
   echo "-h --help"
@@ -33,7 +33,7 @@ _korvex_options() {
 _korvex_takes_value() {
   case $1 in
     -n | -o | --rows | --language | --records | --output | --output-option | --format | --encoding | --table | \
-      --unique | --part | --parts | --max-bytes | --for | --sample | --kind | --data | --item) return 0 ;;
+      --unique | --part | --parts | --max-bytes | --for | --sample | --jobs | --kind | --data | --item) return 0 ;;
   esac
   return 1
 }

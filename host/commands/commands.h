@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <iosfwd>
 #include <optional>
@@ -68,6 +69,7 @@ struct ExportOptions {
   std::optional<std::int32_t> records;
   FormatChoices format;
   std::optional<Part> part;
+  std::optional<std::size_t> jobs;
   bool force = false;
   bool quiet = false;
 };
@@ -82,6 +84,7 @@ struct GenerateOptions {
   std::string layout;
   std::optional<std::int32_t> records;
   std::optional<Part> part;
+  std::optional<std::size_t> jobs;
   bool force = false;
   std::int32_t output_option = 0;
   bool settings_only = false;
@@ -211,6 +214,7 @@ struct VerifyOptions {
   std::int32_t places = 0;
   std::int32_t parts = 0;
   bool keep_settings = false;
+  std::optional<std::size_t> jobs;
 };
 
 // Says of files whether they hold the records of a layout: what is complete on `out`, what is not

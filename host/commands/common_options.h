@@ -14,6 +14,7 @@
 
 #include "host/layout/table_reader.h"
 #include "host/parts/part.h"
+#include "host/process/generating_threads.h"
 #include "host/records/record_format.h"
 #include "platform/printable_text.h"
 
@@ -104,6 +105,23 @@ inline void choose_interface(bool window) {
   const char* chosen = std::getenv("KORVEX_UI");
   const bool is_chosen = chosen != nullptr && !std::string_view(chosen).empty();
   if (window || !is_chosen) ::setenv("KORVEX_UI", window ? "desktop" : "console", 1);
+}
+
+inline void add_jobs(CLI::App& command, std::optional<std::size_t>& jobs) {
+  const auto check = [](const std::string& text) -> std::string {
+    std::size_t number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, failure] = std::from_chars(text.data(), end, number);
+    if (failure == std::errc() && stop == end && number >= 1 && number <= most_jobs) return {};
+    return '"' + platform::printable(text) + "\" is no number from 1 to " +
+           std::to_string(most_jobs);
+  };
+  command
+      .add_option("--jobs", jobs,
+                  "threads that make the records (default: one for each processor, at most " +
+                      std::to_string(most_usual_jobs) + ")")
+      ->check(CLI::Validator(check, "", ""))
+      ->type_name("J");
 }
 
 }  // namespace korvex::host

@@ -10,6 +10,7 @@
 #include "host/parts/part_maker.h"
 #include "host/process/distinct_files.h"
 #include "host/process/exit_status.h"
+#include "host/process/generating_threads.h"
 #include "host/process/replaced_output.h"
 #include "platform/path.h"
 #include "platform/printable_text.h"
@@ -146,6 +147,7 @@ int run_export(const ExportOptions& options, std::ostream& out, std::ostream& me
   if (is_folder(options.layout) && !make_folder(options.output, messages)) {
     return exit_status::failed;
   }
+  set_jobs(options.jobs, options.part ? UsualJobs::one : UsualJobs::for_all_processors);
   const OutputForm form = {.is_data_file = false, .format = options.format};
   for (const Export& each : exports) {
     const int status =

@@ -17,6 +17,7 @@
 #include "host/layout/run_files.h"
 #include "host/parts/part_maker.h"
 #include "host/process/exit_status.h"
+#include "host/process/generating_threads.h"
 #include "host/process/scratch_folder.h"
 #include "host/process/signals.h"
 #include "host/records/module_count.h"
@@ -124,6 +125,7 @@ int generate_part(const GenerateOptions& options, std::ostream& out, std::ostrea
 
 int run_generate(const GenerateOptions& options, CreateData create_data, std::ostream& out,
                  std::ostream& messages) {
+  set_jobs(options.jobs, options.part ? UsualJobs::one : UsualJobs::for_all_processors);
   if (options.part) return generate_part(options, out, messages);
   // Settings that are kept may name other lists than the layout does.
   const MissingLists lists = options.keep_settings ? MissingLists::allowed : MissingLists::refused;

@@ -52,6 +52,7 @@ void LayoutCommands::add_export_options(CLI::App& command) {
   add_format(command, export_options_.format);
   add_records(command, export_options_.records);
   add_part(command, export_options_.part, export_options_.force);
+  add_jobs(command, export_options_.jobs);
   command.add_flag("--quiet", export_options_.quiet, "print no line about the result");
 }
 

@@ -54,6 +54,7 @@ void PartCommands::add_verify_options(CLI::App& command) {
       ->check(number_from(1))
       ->type_name("K")
       ->excludes(content);
+  add_jobs(command, verify_options_.jobs);
   command.add_option("--parts", verify_options_.parts, "all parts out of so many, and no whole")
       ->check(number_from(1))
       ->type_name("N");

@@ -33,6 +33,7 @@ void add_generate_options(CLI::App& command, GenerateOptions& options) {
   add_layout(command, options.layout);
   add_records(command, options.records);
   add_part(command, options.part, options.force);
+  add_jobs(command, options.jobs);
   command.add_option("--output-option", options.output_option,
                      "2 ends the data file below 2 GB, asks before repeats give more records than "
                      "requested, and gives the window a Cancel button (default: 0)");

@@ -1,6 +1,7 @@
 #include "host/commands/commands.h"
 #include "host/parts/verifier.h"
 #include "host/process/exit_status.h"
+#include "host/process/generating_threads.h"
 
 namespace korvex::host {
 
@@ -16,6 +17,7 @@ int run_verify(const VerifyOptions& options, bool has_format, std::ostream& out,
   choices.content = options.content;
   choices.places = static_cast<std::uint64_t>(options.places);
   choices.parts = static_cast<std::uint64_t>(options.parts);
+  set_jobs(options.jobs, options.content ? UsualJobs::for_all_processors : UsualJobs::one);
   Verifier verifier(prepared, choices, out, messages);
   const std::vector<std::string> names =
       options.files.empty() ? std::vector{prepared.layout().data} : options.files;

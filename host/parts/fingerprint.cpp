@@ -61,7 +61,7 @@ void add_records(const PreparedLayout& prepared, Digest& digest) {
     if (item.item->values) add_own_values(item.item->values->own, layout, digest);
   }
   for (const ItemGenerator* item : prepared.run().fields()) {
-    const ClEnumDataList* const list = item->enumeration();
+    const ClEnumDataList* const list = item->enumeration().get();
     if (list == nullptr) continue;
     digest.add(list->text());
     for (const std::uint16_t size : list->sizes()) digest.add(size);

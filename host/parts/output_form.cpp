@@ -1,5 +1,8 @@
 #include "host/parts/output_form.h"
 
+#include "host/process/generating_threads.h"
+#include "host/records/stream_team.h"
+
 namespace korvex::host {
 
 namespace {
@@ -73,7 +76,11 @@ std::optional<OutputForm> parse_output_form(std::string_view text) {
 }
 
 std::unique_ptr<RecordStream> stream_of(PreparedLayout& prepared, const OutputForm& form) {
-  return form.is_data_file ? data_file_stream(prepared) : export_stream(prepared, form.format);
+  const StreamMaker make = [form](PreparedLayout& layout) {
+    return form.is_data_file ? data_file_stream(layout) : export_stream(layout, form.format);
+  };
+  const std::size_t jobs = generating_jobs();
+  return jobs > 0 ? stream_by_threads(prepared, make, jobs) : make(prepared);
 }
 
 }  // namespace korvex::host

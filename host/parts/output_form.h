@@ -20,6 +20,7 @@ struct OutputForm {
 std::string text_of(const OutputForm& form);
 std::optional<OutputForm> parse_output_form(std::string_view text);
 
+// With as many threads as the command allows.
 std::unique_ptr<RecordStream> stream_of(PreparedLayout& prepared, const OutputForm& form);
 
 }  // namespace korvex::host

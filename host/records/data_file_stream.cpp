@@ -19,6 +19,7 @@ class DataFileStream : public RecordStream {
   void go_to(RecordRange range, bool) override {
     range_ = range;
     next_ = piece_begin_ = range.first;
+    failure_.clear();
     run_.seek(range.first);
   }
 

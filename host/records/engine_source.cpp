@@ -182,7 +182,7 @@ sources::TextShape shape_of(const ClFmtColInf& column, const ItemCourse& course)
 sources::TextFacts text_facts_of(const ItemGenerator& item, const ItemFacts& facts,
                                  LayoutKind layout_kind) {
   sources::TextFacts text_facts;
-  if (const ClEnumDataList* values = item.enumeration()) {
+  if (const ClEnumDataList* values = item.enumeration().get()) {
     text_facts.shape.never_empty = values->count() > 0;
   } else if (const auto course = ItemCourse::of(item.column(), layout_kind)) {
     text_facts.shape = shape_of(item.column(), *course);

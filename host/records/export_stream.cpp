@@ -31,6 +31,7 @@ class ExportStream : public RecordStream {
   void go_to(RecordRange range, bool has_head) override {
     range_ = range;
     next_ = piece_begin_ = range.first;
+    failure_.clear();
     has_head_ = piece_has_head_ = has_head;
     source_.seek(range.first);
     format_->go_to(range.first);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <ostream>
 #include <set>
+#include <sstream>
 
 #include "host/engine/layout_messages.h"
 #include "host/engine/run_folders.h"
@@ -53,6 +54,19 @@ int PreparedLayout::prepare_copy(const PreparedLayout& other, std::ostream& mess
                                  MisreadTexts misread) {
   layout_ = other.layout_;
   return prepare_records(messages, {.misread = misread});
+}
+
+bool PreparedLayout::prepare_like(const PreparedLayout& other) {
+  // All has been said once.
+  std::ostringstream unheard;
+  if (!other.is_plain()) {
+    if (prepare_copy(other, unheard, MisreadTexts::warned) != exit_status::done) return false;
+    return LayoutFamily(*this, unheard, MisreadTexts::warned).make_fields();
+  }
+  layout_ = other.layout_;
+  items_ = other.items_;
+  left_out_ = other.left_out_;
+  return run_.prepare_like(other.run_) == error::none;
 }
 
 void PreparedLayout::take_fields(std::vector<std::unique_ptr<sources::Field>> fields,

@@ -66,6 +66,10 @@ class PreparedLayout {
   // The same for a second copy of a layout that is prepared so far.
   int prepare_copy(const PreparedLayout& other, std::ostream& messages, MisreadTexts misread);
 
+  // The same for another copy of a layout that is prepared to the end, for a thread of its own. The
+  // other must outlive it, and not be in use meanwhile. False when it can't be had.
+  bool prepare_like(const PreparedLayout& other);
+
   // What a layout has in the end: fields, which ask those of other layouts.
   void take_fields(std::vector<std::unique_ptr<sources::Field>> fields,
                    std::vector<std::unique_ptr<PreparedLayout>> relatives);

@@ -33,6 +33,7 @@ RecordSource::RecordSource(PreparedLayout& prepared)
 
 void RecordSource::seek(std::uint64_t record) {
   next_ = std::min(record, end_);
+  failure_.clear();
   if (!prepared_.is_plain()) return;
   prepared_.run().seek(next_);
   check_interruption();

@@ -63,6 +63,7 @@ class LineBlock {
 
   // All bytes, and how many there are.
   char* data() { return buffer_.get(); }
+  const char* data() const { return buffer_.get(); }
   std::size_t size() const { return size_; }
 
   // The last byte of the current line, which must not be empty.

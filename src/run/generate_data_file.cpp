@@ -158,10 +158,12 @@ ErrorCode ClGenerateDataFile::write_records(platform::File& file) {
   return error::none;
 }
 
-// Blocks end where the percentage may rise, so that every percent is shown.
+// Blocks end where the percentage may rise, so that every percent is shown. Threads make the rest
+// as soon as it is seen to be worth it.
 ErrorCode ClGenerateDataFile::write_all(RecordWriter& writer, platform::ProgressSink& progress,
                                         ProgressMeter& meter) {
-  const std::int32_t records = main.header().records;
+  const std::int64_t records = main.header().records;
+  std::size_t threads = generating_threads();
   for (std::int64_t done = 0; done < records;) {
     ErrorCode result =
         run_.append(writer.lines(), std::min(records - done, meter.records_to_update(done)));
@@ -170,6 +172,33 @@ ErrorCode ClGenerateDataFile::write_all(RecordWriter& writer, platform::Progress
     done += std::ssize(run_.line_begins());
     if (progress.cancel_requested()) return error::cancelled;
     meter.update(done);
+    if (threads == 0 || writer.total_bytes() < line_piece_bytes) continue;
+    const Steps chunk = records_of_chunk(static_cast<Steps>(done), writer.total_bytes(),
+                                         static_cast<Steps>(records - done));
+    if (chunk > 0) {
+      LineTeam team(
+          run_, {static_cast<Steps>(done), static_cast<Steps>(records), chunk, writer.is_limited()},
+          threads);
+      if (team.has_threads()) return write_made(team, done, writer, progress, meter);
+    }
+    threads = 0;
+  }
+  return error::none;
+}
+
+// Writes what others make from record `done` on, with the same progress.
+ErrorCode ClGenerateDataFile::write_made(LineTeam& team, std::int64_t done, RecordWriter& writer,
+                                         platform::ProgressSink& progress, ProgressMeter& meter) {
+  while (const LinePiece* const piece = team.next()) {
+    ErrorCode result =
+        writer.accept_lines({piece->lines.data(), piece->lines.size()}, piece->begins);
+    if (result == error::none) result = piece->code;
+    if (result != error::none) return result;
+    for (const std::int64_t end = done + static_cast<std::int64_t>(piece->records); done < end;) {
+      done = std::min(end, done + meter.records_to_update(done));
+      if (progress.cancel_requested()) return error::cancelled;
+      meter.update(done);
+    }
   }
   return error::none;
 }

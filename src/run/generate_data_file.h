@@ -5,6 +5,7 @@
 #include "control/col_main.h"
 #include "platform/file.h"
 #include "platform/runtime_class.h"
+#include "run/line_team.h"
 #include "run/log_file.h"
 #include "run/progress.h"
 #include "run/record_writer.h"
@@ -47,6 +48,8 @@ class ClGenerateDataFile : public platform::Object {
   ErrorCode write_data_file();
   ErrorCode write_records(platform::File& file);
   ErrorCode write_all(RecordWriter& writer, platform::ProgressSink& progress, ProgressMeter& meter);
+  ErrorCode write_made(LineTeam& team, std::int64_t done, RecordWriter& writer,
+                       platform::ProgressSink& progress, ProgressMeter& meter);
 
   Run run_;
   GenerationLog log_;

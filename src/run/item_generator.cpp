@@ -36,7 +36,7 @@ void ItemGenerator::join_repeat(const ClRepeatData* next) {
   next_entry_ = next;
 }
 
-void ItemGenerator::set_enumeration(std::unique_ptr<ClEnumDataList> values) {
+void ItemGenerator::set_enumeration(std::shared_ptr<const ClEnumDataList> values) {
   enumeration_ = std::move(values);
   list_cursor_.emplace(*enumeration_);
   add_list_field();

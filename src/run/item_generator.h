@@ -126,11 +126,12 @@ class ItemGenerator {
   // for the innermost; both must outlive this object.
   void join_repeat(const ClRepeatData* next);
 
-  // Gives the item its enumeration values, for its first field.
-  void set_enumeration(std::unique_ptr<ClEnumDataList> values);
+  // Gives the item its enumeration values, for its first field. Items of other runs may have the
+  // same.
+  void set_enumeration(std::shared_ptr<const ClEnumDataList> values);
   bool has_enumeration() const { return enumeration_ != nullptr; }
   // Null without.
-  const ClEnumDataList* enumeration() const { return enumeration_.get(); }
+  const std::shared_ptr<const ClEnumDataList>& enumeration() const { return enumeration_; }
 
   // Tells of each further field with the item: in several it takes no values from its list.
   void add_list_field();
@@ -249,7 +250,7 @@ class ItemGenerator {
   bool wrapped_ = false;
   std::string saved_text_;
 
-  std::unique_ptr<ClEnumDataList> enumeration_;
+  std::shared_ptr<const ClEnumDataList> enumeration_;
   std::optional<EnumCursor> list_cursor_;
 
   std::string field_;  // the counting field that is written next

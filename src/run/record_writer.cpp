@@ -23,21 +23,35 @@ RecordWriter::RecordWriter(platform::File& file, OutputOption output_option)
       is_limited_(output_option == guarded_output) {}
 
 ErrorCode RecordWriter::accept_lines(std::span<const std::size_t> begins) {
-  const std::size_t end = lines_.size();
-  const std::uint64_t bytes = end - begins.front();
-  if (!is_limited_ || total_bytes_ + bytes < output_limit_bytes) {
-    total_bytes_ += bytes;
-    lines_.finish_lines(end);
-    return hand_over_blocks();
+  const std::size_t size = lines_.size();
+  const std::size_t end = accepted_end(size, begins);
+  total_bytes_ += end - begins.front();
+  lines_.finish_lines(end);
+  return end == size ? hand_over_blocks() : error::output_limit;
+}
+
+ErrorCode RecordWriter::accept_lines(std::string_view lines, std::span<const std::size_t> begins) {
+  if (const ErrorCode flushed = flush(); flushed != error::none) return flushed;
+  if (lines.empty()) return error::none;
+  const std::size_t end = accepted_end(lines.size(), begins);
+  total_bytes_ += end;
+  for (std::size_t begin = 0; begin < end; begin += block_size_) {
+    const std::size_t size = std::min(block_size_, end - begin);
+    const platform::FileCause cause = file_.write(lines.data() + begin, size);
+    if (cause != platform::FileCause::none) return write_failure(cause);
   }
+  return end == lines.size() ? error::none : error::output_limit;
+}
+
+// Where the lines end that are accepted, of those that end at `end`.
+std::size_t RecordWriter::accepted_end(std::size_t end, std::span<const std::size_t> begins) const {
+  if (!is_limited_ || total_bytes_ + (end - begins.front()) < output_limit_bytes) return end;
   // The line that reaches the limit begins where the last one ends that does not.
   const std::uint64_t room = output_limit_bytes - total_bytes_;
   const auto refused =
       std::partition_point(begins.begin() + 1, begins.end(),
                            [&](std::size_t line_end) { return line_end - begins.front() < room; });
-  lines_.finish_lines(refused[-1]);
-  total_bytes_ += refused[-1] - begins.front();
-  return error::output_limit;
+  return refused[-1];
 }
 
 ErrorCode RecordWriter::hand_over_blocks() {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 #include "courses/line_block.h"
 #include "platform/file.h"
@@ -27,10 +28,21 @@ class RecordWriter {
   // the first line that is not accepted, while those before it are.
   ErrorCode accept_lines(std::span<const std::size_t> begins);
 
+  // The same for lines that stand elsewhere, after those of lines(). They may be as many as others
+  // have made at once.
+  ErrorCode accept_lines(std::string_view lines, std::span<const std::size_t> begins);
+
+  // The bytes of all lines that were accepted.
+  std::uint64_t total_bytes() const { return total_bytes_; }
+
+  // Whether a line may be refused; otherwise nobody needs to know where lines begin.
+  bool is_limited() const { return is_limited_; }
+
   // Hands every accepted line to the file. 0, -26 or -27.
   ErrorCode flush();
 
  private:
+  std::size_t accepted_end(std::size_t end, std::span<const std::size_t> begins) const;
   ErrorCode hand_over_blocks();
 
   platform::File& file_;

@@ -29,10 +29,26 @@ LineForm line_form(const ClColMain& main) {
 }
 
 ErrorCode Run::prepare(ClColMain& main, LineForm form, const ListLoader& load_list) {
+  return prepare_with(main, form, [&](const ClFmtColInf& column) -> SharedList {
+    auto values = std::make_shared<ClEnumDataList>();
+    if (const ErrorCode result = load_list(column.record, *values); result != error::none) {
+      return result;
+    }
+    return SharedList(std::move(values));
+  });
+}
+
+ErrorCode Run::prepare_like(const Run& other) {
+  return prepare_with(*other.main_, other.form_, [&](const ClFmtColInf& column) -> SharedList {
+    return other.generators_.at(&column)->enumeration();
+  });
+}
+
+ErrorCode Run::prepare_with(ClColMain& main, LineForm form, const ListGiver& give_list) {
   main_ = &main;
   form_ = form;
   ErrorCode result = prepare_repeats();
-  if (result == error::none) result = prepare_items(load_list);
+  if (result == error::none) result = prepare_items(give_list);
   if (result != error::none) return result;
   if (repeats_are_in_use()) records_.set_repeats(repeats_);
   blocks_.emplace(records_, form_.layout_kind);
@@ -44,20 +60,20 @@ ErrorCode Run::prepare_repeats() {
   return repeats_.build(*main_);
 }
 
-ErrorCode Run::prepare_items(const ListLoader& load_list) {
+ErrorCode Run::prepare_items(const ListGiver& give_list) {
   for (const auto& item : main_->items) {
     const ClFmtColInf* column = main_->settings.find_column(item->item_number);
     if (column == nullptr) {
       item->state = item_state::without_settings;
       continue;
     }
-    const ErrorCode result = prepare_item(*column, load_list);
+    const ErrorCode result = prepare_item(*column, give_list);
     if (result != error::none) return result;
   }
   return fields().empty() ? error::no_format_for_item : error::none;
 }
 
-ErrorCode Run::prepare_item(const ClFmtColInf& column, const ListLoader& load_list) {
+ErrorCode Run::prepare_item(const ClFmtColInf& column, const ListGiver& give_list) {
   const FmtColRec& settings = column.record;
   ItemGenerator& generator = item_generator(column);
   records_.add_field(generator);
@@ -66,10 +82,9 @@ ErrorCode Run::prepare_item(const ClFmtColInf& column, const ListLoader& load_li
     if (generator.has_enumeration()) {
       generator.add_list_field();
     } else {
-      auto values = std::make_unique<ClEnumDataList>();
-      const ErrorCode result = load_list(settings, *values);
-      if (result != error::none) return result;
-      generator.set_enumeration(std::move(values));
+      SharedList values = give_list(column);
+      if (!values) return values.code();
+      generator.set_enumeration(std::move(*values));
     }
   }
   if (repeats_are_in_use() && settings.repeat_flag != 0) {
@@ -96,7 +111,10 @@ ErrorCode Run::append(LineBlock& lines, std::int64_t most) {
     return error::none;
   }
   const std::size_t begin = lines.size();
-  if (const ErrorCode result = records_.assemble(lines); result != error::none) return result;
+  if (const ErrorCode result = records_.assemble(lines); result != error::none) {
+    lines.move_cursor(lines.data() + begin);
+    return result;
+  }
   // A line feed ends the record; in an iso layout it takes the place of the last comma.
   if (form_.layout_kind == layout_kind::iso) {
     lines.back() = '\n';

@@ -45,6 +45,10 @@ class Run {
   // -78, -104, -108, -109 repeats; and what `load_list` answers.
   ErrorCode prepare(ClColMain& main, LineForm form, const ListLoader& load_list);
 
+  // Prepares the same records anew, from the first one on. The lists are the same ones. `other`
+  // must not be in use meanwhile; afterwards each may have a thread of its own.
+  ErrorCode prepare_like(const Run& other);
+
   bool repeats_are_in_use() const { return !repeats_.is_empty(); }
 
   // The items of a record's fields, in their order.
@@ -73,9 +77,13 @@ class Run {
   std::optional<std::uint64_t> size(Steps records) const;
 
  private:
+  using SharedList = Result<std::shared_ptr<const ClEnumDataList>>;
+  using ListGiver = std::function<SharedList(const ClFmtColInf&)>;
+
+  ErrorCode prepare_with(ClColMain& main, LineForm form, const ListGiver& give_list);
   ErrorCode prepare_repeats();
-  ErrorCode prepare_items(const ListLoader& load_list);
-  ErrorCode prepare_item(const ClFmtColInf& column, const ListLoader& load_list);
+  ErrorCode prepare_items(const ListGiver& give_list);
+  ErrorCode prepare_item(const ClFmtColInf& column, const ListGiver& give_list);
   ItemGenerator& item_generator(const ClFmtColInf& column);
   FieldFacts facts_of(const ItemGenerator& item) const;
 

@@ -12,7 +12,7 @@ constexpr std::uint64_t line_size = 1024 * 1024;
 // Writes lines of one size up to a last one that brings the total to `bytes`, so many of them in
 // the first block and in each later one; answers the code and how many bytes were handed over.
 std::pair<std::int32_t, std::uint64_t> write_up_to(std::uint64_t bytes, OutputOption option,
-                                                   int first_block = 1, int block = 1) {
+                                                   int first_block, int block, bool by_others) {
   const std::string line = std::string(line_size - 1, 'x') + "\n";
   const WriteCalls calls(0);
   platform::File file;
@@ -28,7 +28,13 @@ std::pair<std::int32_t, std::uint64_t> write_up_to(std::uint64_t bytes, OutputOp
       writer.lines().append(std::string_view(line).substr(line_size - size));
       bytes -= size;
     }
-    result = writer.accept_lines(begins);
+    if (by_others) {
+      const std::string lines(writer.lines().data(), writer.lines().size());
+      writer.lines().clear();
+      result = writer.accept_lines(lines, begins);
+    } else {
+      result = writer.accept_lines(begins);
+    }
   }
   EXPECT_EQ(writer.flush(), 0);
   file.close();
@@ -37,13 +43,18 @@ std::pair<std::int32_t, std::uint64_t> write_up_to(std::uint64_t bytes, OutputOp
 
 TEST(RecordWriterTest, StopsAtTheLineThatReachesTheLimitIfGuarded) {
   const std::uint64_t whole_lines = limit / line_size * line_size;
-  EXPECT_EQ(write_up_to(limit - 1, guarded_output), std::pair(0, limit - 1));
-  EXPECT_EQ(write_up_to(limit, guarded_output), std::pair(-76, whole_lines));
-  EXPECT_EQ(write_up_to(limit + 1, plain_output), std::pair(0, limit + 1));
-  // Wherever in a block that line stands.
-  for (int first = 1; first <= 5; ++first) {
-    EXPECT_EQ(write_up_to(limit + 9 * line_size, guarded_output, first, 5),
-              std::pair(-76, whole_lines));
+  for (const bool by_others : {false, true}) {
+    const auto up_to = [&](std::uint64_t bytes, OutputOption option, int first, int block) {
+      return write_up_to(bytes, option, first, block, by_others);
+    };
+    EXPECT_EQ(up_to(limit - 1, guarded_output, 1, 1), std::pair(0, limit - 1));
+    EXPECT_EQ(up_to(limit, guarded_output, 1, 1), std::pair(-76, whole_lines));
+    EXPECT_EQ(up_to(limit + 1, plain_output, 1, 1), std::pair(0, limit + 1));
+    // Wherever in a block that line stands.
+    for (int first = 1; first <= 5; ++first) {
+      EXPECT_EQ(up_to(limit + 9 * line_size, guarded_output, first, 5),
+                std::pair(-76, whole_lines));
+    }
   }
 }
 

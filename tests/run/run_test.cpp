@@ -10,6 +10,7 @@
 
 #include "host/records/engine_uniqueness.h"
 #include "platform/interruption.h"
+#include "run/line_team.h"
 #include "run/random_settings.h"
 #include "run/reference_assembler.h"
 #include "support/bytes.h"
@@ -162,6 +163,28 @@ std::string take_lines(Run& run, RandomSettings& random, std::int64_t count, std
   return text;
 }
 
+// The same from a record on, made by threads.
+std::string take_by_threads(Run& run, RandomSettings& random, Steps first, Steps end,
+                            std::int32_t& code) {
+  constexpr std::size_t threads[] = {1, 2, 3, 8};
+  run.seek(first);
+  LineTeam team(run,
+                {.first = first,
+                 .end = end,
+                 .chunk = static_cast<Steps>(random.between(1, 50)),
+                 .tells_lines = true,
+                 .piece_bytes = static_cast<std::size_t>(random.between(1, 3000))},
+                threads[random.between(0, 3)]);
+  EXPECT_TRUE(team.has_threads());
+  std::string text;
+  const LinePiece* piece = nullptr;
+  for (code = 0; code == 0 && (piece = team.next()) != nullptr; code = piece->code) {
+    EXPECT_EQ(piece->begins.size(), piece->records);
+    text.append(piece->lines.data(), piece->lines.size());
+  }
+  return text;
+}
+
 // A record with its fields told apart, put together again.
 std::string take_record(Run& run, const RandomLayout& layout) {
   std::vector<std::string_view> values;
@@ -212,6 +235,16 @@ TEST_F(RunTest, WritesAndSeeksWhatTheReferenceWrites) {
     ASSERT_TRUE(same_bytes(expected.lines, found));
     if (code == 0) {
       ASSERT_EQ(run.size(records).value_or(found.size()), found.size());
+    }
+
+    if (random.one_in(8)) {
+      const std::int64_t first =
+          random.between(0, std::min<std::int64_t>(expected.records(), records - 1));
+      ASSERT_TRUE(
+          same_bytes(expected.from(first, records),
+                     take_by_threads(run, random, static_cast<Steps>(first), records, code)))
+          << "by threads from record " << first;
+      ASSERT_EQ(code, expected.code);
     }
 
     std::vector<Steps> places = events(run);

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace korvex::platform {
+
+// Threads that work beside the one that has started them. Signals are none of their business: the
+// process takes them in a thread of its own.
+//
+// The destructor waits for their end, which is the work's to reach.
+class WorkerThreads {
+ public:
+  // What a thread does: its number, counted from 0, and how many there are. Must not throw.
+  using Work = std::function<void(std::size_t worker, std::size_t workers)>;
+
+  // Starts `most` threads; fewer, or none, where the system has no more for this user.
+  WorkerThreads(std::size_t most, Work work);
+  WorkerThreads(const WorkerThreads&) = delete;
+  WorkerThreads& operator=(const WorkerThreads&) = delete;
+
+  std::size_t count() const { return threads_.size(); }
+
+ private:
+  void run(std::size_t worker);
+
+  const Work work_;
+  std::mutex starting_;
+  std::vector<std::jthread> threads_;
+};
+
+// How many processors this process may use at the same time; at least 1.
+std::size_t usable_processors();
+
+}  // namespace korvex::platform
