@@ -37,7 +37,7 @@ are in korvex-dialogs, which it works without.")
 configure_file(cmake/debian/symbols.in ${CMAKE_BINARY_DIR}/packages/symbols @ONLY)
 file(WRITE ${CMAKE_BINARY_DIR}/packages/shlibs
   "libkorvex ${PROJECT_VERSION_MAJOR} ${runtime_package} (>= ${PROJECT_VERSION})\n")
-# The system's list of libraries is made anew when this one comes or goes.
+# The system's list of libraries is made again when this one comes or goes.
 file(WRITE ${CMAKE_BINARY_DIR}/packages/triggers "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA
   ${CMAKE_BINARY_DIR}/packages/shlibs ${CMAKE_BINARY_DIR}/packages/symbols

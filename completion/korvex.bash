@@ -52,7 +52,7 @@ _korvex_words() {
   mapfile -t COMPREPLY < <(compgen -W "$1" -- "$2")
 }
 
-# The items of the layout $1 whose names begin with $3, behind $2, which stands there already. Names
+# The items of the layout $1 whose names begin with $3, after $2, which is there already. Names
 # are only compared: compgen would run commands in them.
 _korvex_items() {
   local layout=${1//\\/} name
@@ -82,7 +82,7 @@ _korvex_value() {
   esac
 }
 
-# A database: its kind, and behind sqlite: a file.
+# A database: its kind, and after sqlite: a file.
 _korvex_database() {
   if [[ $1 == sqlite:* ]]; then
     _korvex_files "${1#sqlite:}"

@@ -24,7 +24,7 @@ class MemoryFiles {
   std::string get(const std::string& path) const;
   bool exists(const std::string& path) const;
 
-  // Where files stand, sorted.
+  // Where files are, sorted.
   std::vector<std::string> paths() const;
 
   // How many descriptors nobody has closed.

@@ -66,7 +66,7 @@ void put_control_file(World& world, const RunRequest& request, std::size_t count
                       std::string_view items);
 
 // Generates from the settings file of the world. A run that succeeds has written as many bytes as
-// measuring it foretells, one that fails has left no data file; nothing else is left behind.
+// measuring it predicts, one that fails has left no data file; nothing else is left.
 // Answers the run's code.
 ErrorCode generate(World& world, const RunRequest& request);
 

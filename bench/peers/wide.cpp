@@ -2,7 +2,7 @@
 // that reads its settings can come up to.
 //
 // A record differs from the one before it in the last characters of each field, seldom in more: the
-// rest stands in a line that is copied, and each field turns its last characters on a wheel.
+// rest is in a line that is copied, and each field turns its last characters on a wheel.
 
 #include <fcntl.h>
 #include <unistd.h>

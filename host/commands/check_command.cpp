@@ -84,7 +84,7 @@ void print_records(const PreparedLayout& prepared, const Forecast& forecast, std
       << forecast.records() << "\n";
 }
 
-// Of the data file. What stands in its place is overwritten, which makes room, too.
+// Of the data file. What is in its place is overwritten, which makes room, too.
 bool print_sizes(const PreparedLayout& prepared, const std::optional<RepeatCount>& module_count,
                  std::ostream& out) {
   const Layout& layout = prepared.layout();

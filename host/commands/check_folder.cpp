@@ -25,7 +25,7 @@ std::string printed(const std::vector<std::string>& names) {
   return list;
 }
 
-// A layout of the folder, and what is foretold of it.
+// A layout of the folder, and what is predicted for it.
 struct Member {
   explicit Member(std::unique_ptr<PreparedLayout> layout)
       : prepared(std::move(layout)), forecast(*prepared) {}

@@ -21,7 +21,7 @@ struct CheckOptions {
 };
 
 // Says what generating a layout will give, without generating: values of each item and what comes
-// behind them, the size of the file, the room on the disk, and whether the records differ in sets
+// after them, the size of the file, the room on the disk, and whether the records differ in sets
 // of items. Writes nothing. Results go to `out`, messages to `messages`; the program's exit status,
 // which is 1 also when the room is short or a set is not certainly different.
 int run_check(const CheckOptions& options, std::ostream& out, std::ostream& messages);
@@ -54,7 +54,7 @@ struct EditOptions {
 };
 
 // Lets the user edit a layout's settings in a dialog; `show` decides whether a data file is
-// generated behind it. A settings file that does not exist yet begins with the layout's values.
+// generated after it. A settings file that does not exist yet begins with the layout's values.
 // Results go to `out`, messages to `messages`; answers the program's exit status.
 int run_edit(const EditOptions& options, CreateFile show, std::ostream& out,
              std::ostream& messages);
@@ -151,7 +151,7 @@ struct NewOptions {
   std::optional<std::string> kind;
   std::optional<std::string> data;
   std::optional<std::int32_t> records;
-  // NAME:ATTRIBUTE, with :SIZE and :DECIMALS where the attribute needs them; a + behind the size
+  // NAME:ATTRIBUTE, with :SIZE and :DECIMALS where the attribute needs them; a + after the size
   // stands for a signed number.
   std::vector<std::string> items;
 };

@@ -35,7 +35,7 @@ bool gives_values(const Layout& layout) {
 }
 
 // Puts settings that no longer fit out of the module's reach, which would delete them. False when
-// that fails, of which the user is told.
+// that fails, which is reported to the user.
 bool keep_unfit_settings(const KeptSettings& kept, const Layout& layout, std::ostream& messages) {
   if (!print_unfit_items(kept.refused.unfit, layout, messages)) return true;
   std::string name;
@@ -46,7 +46,7 @@ bool keep_unfit_settings(const KeptSettings& kept, const Layout& layout, std::os
   return failure.empty();
 }
 
-// False when the layout's values were refused, of which the user is told.
+// False when the layout's values were refused, which is reported to the user.
 bool prepare_settings(const Layout& layout, std::ostream& messages) {
   make_output_folders(layout);
   std::error_code ignored;

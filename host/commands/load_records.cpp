@@ -19,7 +19,7 @@ std::string place(std::int64_t number, const std::vector<std::size_t>& columns,
   return text;
 }
 
-// The items that are to blame when the record cannot be told; empty when not even they are known.
+// The items that are to blame when the record is unknown; empty when not even they are known.
 std::string items(const std::vector<std::size_t>& columns, const LoadPlan& plan) {
   std::string text;
   for (const std::size_t column : columns) {

@@ -42,7 +42,7 @@ class LoadRecords {
   std::int64_t number_ = 0;
 };
 
-// Where a refused row comes from: record, items and values as far as they can be told, else an
+// Where a refused row comes from: record, items and values as far as they are known, else an
 // empty text. The row has passed by then, so the records are made once more up to it: generating is
 // by far the fastest part of a load, and the same settings give the same values.
 std::string place_of(const RefusedRow& row, PreparedLayout& prepared, const LoadPlan& plan);

@@ -22,7 +22,7 @@ Record record_at(std::string_view bytes, std::size_t offset) {
   return record;
 }
 
-// Whether exactly `count` records stand behind a header.
+// Whether exactly `count` records are after a header.
 bool holds_exactly(std::string_view bytes, std::size_t header_size, std::int32_t count,
                    std::size_t record_size) {
   if (bytes.size() < header_size || count < 0) return false;

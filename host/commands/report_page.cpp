@@ -95,7 +95,7 @@ std::string picture(const std::vector<Bar>& bars) {
   return out + "</svg>";
 }
 
-// In which column of boxes each table stands: after its parents. A key that closes a circle is left
+// In which column of boxes each table is: after its parents. A key that closes a circle is left
 // aside.
 class Depths {
  public:

@@ -16,7 +16,7 @@ constexpr std::string_view separators = "/?@";
 constexpr std::string_view port_characters = "0123456789,";
 
 // Library and server quote a value that they don't like. Where a blank was left out, or a whole
-// string stands in one value, it has the password in it.
+// string is in one value, it has the password in it.
 void check_value(std::string_view keyword, std::string_view value) {
   if (keyword == "port" && value.find_first_not_of(port_characters) != std::string_view::npos) {
     throw std::invalid_argument("the port of the database is no number");

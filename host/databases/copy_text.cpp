@@ -22,7 +22,7 @@ constexpr std::string_view name_separator = ", ";
 constexpr std::string_view digits = "0123456789";
 constexpr std::string_view utc_zone = "+00";  // which the connection asks for
 
-// The letter that stands for a byte behind a backslash; none for the bytes that stay.
+// The letter that stands for a byte after a backslash; none for the bytes that stay.
 constexpr auto escape_letters = [] {
   std::array<char, 256> letters = {};
   letters['\\'] = '\\';
@@ -149,7 +149,7 @@ CopyPlace find_copy_place(std::string_view context, std::string_view table,
     if (number == std::string::npos) continue;
     const char* const stop =
         std::from_chars(line.data() + number, line.data() + line.size(), place.line).ptr;
-    // Behind the column's name stands a colon, in some languages with a space in front of it.
+    // After the column's name is a colon, in some languages with a space in front of it.
     const std::string_view rest(stop, static_cast<std::size_t>(line.data() + line.size() - stop));
     for (const std::string& column : columns) {
       for (const char* behind : {":", " :"}) {

@@ -21,7 +21,7 @@ struct CopyPlace {
 CopyPlace find_copy_place(std::string_view context, std::string_view table,
                           const std::vector<std::string>& columns);
 
-// Where the columns of the key that `detail` speaks of (see below) stand among those of the COPY;
+// Where the columns of the key that `detail` speaks of (see below) are among those of the COPY;
 // none when one of them does not.
 std::vector<std::size_t> key_places(std::string_view detail,
                                     const std::vector<std::string>& columns);

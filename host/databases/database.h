@@ -37,13 +37,13 @@ using RowFields = std::vector<std::string_view>;
 
 // A row that the database refused; everything of the load is gone.
 struct RefusedRow {
-  std::optional<std::size_t> table;  // of the load; nothing when it can't be told
+  std::optional<std::size_t> table;  // of the load; nothing when it is unknown
   std::string message;               // the database's own
   std::vector<std::size_t> columns;  // of the load, those that the database blames
   std::int64_t record = 0;           // from 1; 0 when only `blame` can tell
 
   // Without a record: where to look for the row, and the columns that are to blame in one, none in
-  // a good one. It may ask the loader that threw; without it, the row can't be told.
+  // a good one. It may ask the loader that threw; without it, the row is unknown.
   std::int64_t first = 0;
   std::int64_t last = 0;
   std::function<std::vector<std::size_t>(const RowFields&)> blame;

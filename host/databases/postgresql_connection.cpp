@@ -24,7 +24,7 @@ constexpr auto longest_cancel = std::chrono::milliseconds(50);
 std::string text_of(const char* message) { return std::string(platform::trimmed(message, "\n")); }
 
 // What comes of `work`, which no signal ends, in a thread of its own. The thread is left to itself,
-// with all that it works on, when nobody wants to wait for it any more.
+// with all that it works on, when the caller no longer waits for it.
 template <typename Work>
 auto in_thread(Work work) {
   auto promise = std::make_shared<std::promise<decltype(work())>>();
@@ -79,7 +79,7 @@ void PostgresqlConnection::connect() {
   for (PostgresPollingStatusType next = PGRES_POLLING_WRITING; next != PGRES_POLLING_OK;) {
     if (next == PGRES_POLLING_FAILED || PQstatus(connection_) == CONNECTION_BAD) fail();
     wait(next == PGRES_POLLING_WRITING ? POLLOUT : POLLIN);
-    // A thread that is left behind keeps it.
+    // A thread that outlives the call keeps it.
     PGconn* const connection = std::exchange(connection_, nullptr);
     next = wait_for_thread([connection] { return PQconnectPoll(connection); });
     connection_ = connection;
@@ -185,7 +185,7 @@ void PostgresqlConnection::fail() const {
   throw DatabaseError(last_words());
 }
 
-// A server that ends a connection says why; behind a COPY the library only reads that when the COPY
+// A server that ends a connection says why; after a COPY the library only reads that when the COPY
 // is ended, and says itself that the connection is closed.
 std::string PostgresqlConnection::last_words() const {
   std::string own = text_of(PQerrorMessage(connection_));

@@ -24,7 +24,7 @@ class PostgresqlRefusals {
   // The columns of the load, as the server names them.
   const std::vector<std::string>& names() const { return names_; }
 
-  // Whether an error that was met behind all tables speaks of this one.
+  // Whether an error that was met after all tables speaks of this one.
   bool is_about(const PostgresqlResult& result) const;
 
   // `copied` is the table that a COPY of the rows goes to. Throws RowRefused, or DatabaseError for

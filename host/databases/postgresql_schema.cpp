@@ -9,7 +9,7 @@ namespace korvex::host {
 
 namespace {
 
-// A type's modifier holds sizes behind this many bytes of header.
+// A type's modifier holds sizes after this many bytes of header.
 constexpr int modifier_header = 4;
 constexpr int scale_bits = 0x7FF;
 constexpr int scale_sign = 0x400;

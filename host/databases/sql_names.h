@@ -63,7 +63,7 @@ inline std::string quoted_path(std::string_view written) {
   return path;
 }
 
-// Quoted names in a row, each between the texts that stand around it.
+// Quoted names in a row, each between the texts that are around it.
 inline std::string listed_names(const std::vector<std::string>& names, const std::string& separator,
                                 const std::string& before = "", const std::string& behind = "") {
   std::string list;
@@ -91,7 +91,7 @@ inline std::string no_such_table(const std::string& table, std::vector<std::stri
   return text + " (the database has " + list + ")";
 }
 
-// Where columns of a table stand among those of a load; columns that are not loaded are left out.
+// Where columns of a table are among those of a load; columns that are not loaded are left out.
 inline std::vector<std::size_t> places_among(const std::vector<std::size_t>& loaded,
                                              const std::vector<std::size_t>& columns) {
   std::vector<std::size_t> places;

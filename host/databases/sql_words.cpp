@@ -14,13 +14,13 @@ bool is_word_part(char byte) {
          (byte & 0x80) != 0;
 }
 
-// The end of a text that begins at a place and goes on behind the next `end`, or to the last byte.
+// The end of a text that begins at a place and continues after the next `end`, or to the last byte.
 std::size_t end_behind(std::string_view sql, std::size_t place, std::string_view end) {
   const std::size_t found = sql.find(end, place);
   return found == std::string_view::npos ? sql.size() : found + end.size();
 }
 
-// Takes what stands between two marks, the first of them at `place`, which then is behind the
+// Takes what is between two marks, the first of them at `place`, which then is after the
 // second. A mark that comes twice is one of the text.
 std::string take_marked(std::string_view sql, char mark, std::size_t& place) {
   std::string text;

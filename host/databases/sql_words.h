@@ -11,8 +11,8 @@ namespace korvex::host {
 struct SqlWord {
   enum class Kind {
     name,         // bare: a keyword, or a name without quotation marks
-    quoted_name,  // what stands between the marks of "a", [a] or `a`
-    text,         // what stands between apostrophes
+    quoted_name,  // what is between the marks of "a", [a] or `a`
+    text,         // what is written between apostrophes
     symbol,       // anything else, one character each
   };
   Kind kind = Kind::symbol;
@@ -22,7 +22,7 @@ struct SqlWord {
   bool is_keyword(std::string_view keyword) const;
 };
 
-// Whether `[a]` is a name, as SQLite takes it, or brackets stand around an index or an array.
+// Whether `[a]` is a name, as SQLite takes it, or brackets are around an index or an array.
 enum class Brackets { quote_names, are_symbols };
 
 // The words of an SQL text; blanks and comments are none. Takes any text, also one that is no SQL.
@@ -39,7 +39,7 @@ std::vector<SqlWord> check_expression(std::string_view create_table, std::string
 // What a CREATE INDEX says of the rows.
 struct IndexText {
   std::vector<std::string> members;  // columns and expressions
-  std::string condition;             // behind WHERE
+  std::string condition;             // after WHERE
   bool has_expression = false;
 };
 IndexText index_text(std::string_view create_index);

@@ -155,7 +155,7 @@ void SqliteInsertion::refuse(const RowFields& fields, int result) {
   throw RowRefused(std::move(row));
 }
 
-// The message names a CHECK, or shows it where it has no name; else it names columns behind the
+// The message names a CHECK, or shows it where it has no name; else it names columns after the
 // table's name.
 std::vector<std::size_t> SqliteInsertion::blamed_columns(const std::string& message) const {
   if (message.starts_with(failed_check)) {

@@ -5,7 +5,7 @@ namespace korvex::host {
 
 namespace {
 
-// Where the fields stand in the rows of "table_list".
+// Where the fields are in the rows of "table_list".
 namespace listed_field {
 enum { schema, name, kind };
 }

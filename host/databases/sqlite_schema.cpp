@@ -10,7 +10,7 @@ namespace korvex::host {
 
 namespace {
 
-// The kinds of columns that "table_xinfo" tells apart; the others are computed or hidden.
+// The kinds of columns that "table_xinfo" distinguishes; the others are computed or hidden.
 constexpr std::int64_t plain_column = 0;
 
 std::size_t find_column(const TableSchema& schema, std::string_view name) {
@@ -36,7 +36,7 @@ std::string pragma(const std::string& name, std::string_view argument) {
   return "PRAGMA main." + name + "(" + quoted_name(argument) + ")";
 }
 
-// Where the fields stand in the rows of the pragmas.
+// Where the fields are in the rows of the pragmas.
 namespace column_field {
 enum { name = 1, type, not_null, default_value, place_in_key, kind };
 }

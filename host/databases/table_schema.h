@@ -23,7 +23,7 @@ enum class ColumnType {
   timestamp,
   uuid,
   binary,
-  hex_binary,  // binary that is written as hexadecimal digits behind "\x"
+  hex_binary,  // binary that is written as hexadecimal digits after "\x"
   json,
   interval,
   unknown,

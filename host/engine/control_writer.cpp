@@ -23,7 +23,7 @@ ControlHeader header_of(const Layout& layout) {
   return header;
 }
 
-// What the code page lacks stands in layouts that never come to the module itself.
+// What the code page lacks is in layouts that never come to the module itself.
 std::string code_page_text(const std::string& text) {
   return platform::from_utf8(text).value_or(std::string());
 }

@@ -33,12 +33,12 @@ struct KeptSettings {
   std::vector<std::string> lists;  // value lists of the items that keep their settings
 };
 
-// Looks at a copy of the settings file; what stands in its place stays untouched. A file that
+// Looks at a copy of the settings file; what is in its place stays untouched. A file that
 // cannot be read is left to the module. Nothing, and a message, when there can be no copy.
 std::optional<KeptSettings> look_at_settings(const Layout& layout, Keeping keeping,
                                              std::ostream& messages);
 
-// Gives the settings file another name, which it puts into `name`: its own with ".1" behind it, or
+// Gives the settings file another name, which it puts into `name`: its own with ".1" after it, or
 // the first number that is free. Empty, or what went wrong.
 std::string move_settings_aside(const Layout& layout, std::string& name);
 

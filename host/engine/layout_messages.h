@@ -16,7 +16,7 @@ bool print_layout_errors(const Layout& layout, const std::vector<LayoutError>& e
                          std::ostream& messages);
 bool print_layout_errors(const LayoutReading& reading, std::ostream& messages);
 
-// Warns of items with impossible digits, which are used all the same.
+// Warns of items with impossible digits, which are used anyway.
 void print_digit_warnings(const Layout& layout, std::ostream& messages);
 
 // The same, and a warning, once for each, of value lists that are not in the code page in which

@@ -10,7 +10,7 @@
 namespace korvex::host {
 
 // The layout with a copy of its settings file in the folder, which is also its work folder; nothing
-// when there is no folder or no copy, of which the user is told.
+// when there is no folder or no copy, which is reported to the user.
 std::optional<Layout> copy_layout(const Layout& layout, const ScratchFolder& folder,
                                   std::ostream& messages);
 

@@ -112,7 +112,7 @@ enum class TableKind {
 };
 TableKind kind_of_table(std::string_view name);
 
-// The words of a column's or table's name, in small letters: it is cut where no letter stands,
+// The words of a column's or table's name, in small letters: it is cut where no letter is,
 // where a capital follows a small letter, in front of the last of several capitals, and between
 // letters and digits. ä, ö, ü and ß become ae, oe, ue and ss.
 std::vector<std::string> name_words(std::string_view name);

@@ -6,7 +6,7 @@
 
 namespace korvex::host {
 
-// How a day stands in a layout: 20240229.
+// How a day is written in a layout: 20240229.
 inline std::string layout_day(std::chrono::year_month_day day) {
   char text[16];
   std::snprintf(text, sizeof text, "%04d%02u%02u", static_cast<int>(day.year()),

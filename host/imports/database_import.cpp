@@ -20,7 +20,7 @@ ImportPeriod period_before(std::chrono::year_month_day today) {
   return {(today.year() - years(years_of_dates)) / January / 1, sys_days(today) - days(1)};
 }
 
-// The bare name where it is the only one, also for file systems that don't tell cases apart.
+// The bare name where it is the only one, also for file systems that ignore case.
 std::vector<std::string> layout_files(const DatabaseModel& model) {
   std::vector<std::string> files(model.tables.size());
   std::multiset<std::string> bare_names;

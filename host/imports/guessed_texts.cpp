@@ -219,7 +219,7 @@ class TextGuesser {
     if (given.empty() || family.empty()) return std::nullopt;
     std::set<std::string> known;
     std::vector<std::string> values;
-    // The lower of two draws: common names stand first.
+    // The lower of two draws: common names are first.
     const auto common = [](std::uint64_t i, std::uint64_t use, std::size_t size) {
       return std::min(draw(i, use, size), draw(i, use + 1, size));
     };

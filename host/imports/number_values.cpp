@@ -56,7 +56,7 @@ NumberLimits decimal_limits(int precision, int scale) {
   }
   const int decimals = std::clamp(scale, 0, most_decimals);
   const int digits = std::clamp(precision - (scale - decimals), 1, max_number_digits);
-  // A scale below 0 rounds in front of the point, one above the precision begins behind zeros.
+  // A scale below 0 rounds in front of the point, one above the precision begins after zeros.
   const int item_digits = std::max(precision - std::min(scale, 0), scale);
   return {is_wide ? attribute::number : attribute::decimal, item_digits, std::max(scale, 0),
           scaled(1, digits) - 1, decimals};

@@ -313,7 +313,7 @@ class FactReader {
     return true;
   }
 
-  // A comparison with a constant, which stands on the right.
+  // A comparison with a constant, which is on the right.
   bool take_bound(const Expression& left, const std::string& sign, const Expression& right) {
     const auto constant = columns_.constant_of(right);
     if (left.is(Kind::call)) {

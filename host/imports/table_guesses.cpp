@@ -40,7 +40,7 @@ constexpr std::array number_guesses = std::to_array<NumberGuess>({
     {M::priority, "1", "5"},
 });
 
-// Where in the life of a record a moment stands, the days up to it, and the words of a state that
+// Where in the life of a record a moment is, the days up to it, and the words of a state that
 // has got there.
 struct Stage {
   Meaning meaning;

@@ -28,7 +28,7 @@ bool is_named(const LayoutItem& item, std::string_view name);
 
 inline constexpr std::size_t unbounded = std::string::npos;
 
-// A text read from the key, in the module's code page; reports characters that cannot stand there
+// A text read from the key, in the module's code page; reports characters that cannot be there
 // and a text of more than `longest` bytes. Empty without a text and after an error. A character for
 // which the code page has another one is no error; it goes to `replaced`, where that is given.
 std::string character_text(TableReader& reader, std::string_view key,

@@ -26,7 +26,7 @@ struct RepeatSettings {
 // What an item takes its values from: what the module knows, or what the program adds to it.
 enum class ValueSource { initial, range, attribute_default, reference, enumeration, own };
 
-// Where the texts of a range stand; line 0 for one that is left out.
+// Where the texts of a range are; line 0 for one that is left out.
 struct RangePlaces {
   SourcePlace format;
   SourcePlace start;
@@ -73,7 +73,7 @@ struct LayoutItem {
 
 struct Layout {
   std::string file;  // the layout file, as named by the user
-  std::string text;  // what stands in it
+  std::string text;  // what is in it
   LayoutKind kind{};
   std::int32_t records = 0;
   std::optional<std::int32_t> own_records;  // that the file says

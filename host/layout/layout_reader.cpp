@@ -201,7 +201,7 @@ void read_items(TableReader& root, MissingLists lists, Layout& layout,
   check_levels(layout, errors);
   check_unique_sets(layout, errors);
   if (lists == MissingLists::refused) append_missing_lists(layout, errors);
-  // Nobody will get to storing the values: what is wrong with them is said with the rest.
+  // Nothing will get to storing the values: what is wrong with them is said with the rest.
   if (!errors.empty()) append_value_errors(layout, is_clean, errors);
 }
 

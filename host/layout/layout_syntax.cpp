@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t longest_shown_line = 60;
 
-// Empty behind the last line.
+// Empty after the last line.
 std::string_view line_at(std::string_view text, std::uint32_t number) {
   for (std::uint32_t i = 1; i < number; ++i) platform::take_line(text);
   return platform::trimmed(platform::take_line(text), " \t\r");

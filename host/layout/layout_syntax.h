@@ -11,7 +11,7 @@
 namespace korvex::host {
 
 // Reads a text as tables and keys into `table`, or answers the first error of its syntax: what
-// stands behind that cannot be told from what belongs to it.
+// follows that cannot be told from what belongs to it.
 std::optional<LayoutError> parse_syntax(std::string_view text, toml::table& table);
 
 // A table in a table for each part: what takes such a key in goes as deep into the stack, and no

@@ -25,7 +25,7 @@ constexpr unsigned char last_lead_of_latin_1 = 0xC3;
 bool is_letter(char byte) { return std::isalpha(static_cast<unsigned char>(byte)) != 0; }
 
 // Whether a character of UTF-8 is likely one. Two bytes that could be katakana tell little, unless
-// they are a letter of western Europe, or stand in a word of other letters.
+// they are a letter of western Europe, or are in a word of other letters.
 bool is_evidence(std::string_view text, std::size_t place, std::size_t size) {
   if (size > 2 || static_cast<unsigned char>(text[place + 1]) < lowest_katakana ||
       static_cast<unsigned char>(text[place]) <= last_lead_of_latin_1) {

@@ -38,7 +38,7 @@ std::vector<List> lists_of(const Layout& layout, const std::vector<std::string>&
   return lists;
 }
 
-// What values beyond the module's come from, which leaves no reports behind.
+// What values beyond the module's come from, which leaves no reports.
 void add_own_files(const Layout& layout, DistinctFiles& files) {
   for (const LayoutItem& item : layout.items) {
     if (!item.values) continue;

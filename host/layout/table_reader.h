@@ -19,7 +19,7 @@ inline constexpr std::size_t most_layout_errors = 1000;
 
 inline constexpr std::int32_t largest_integer = std::numeric_limits<std::int32_t>::max();
 
-// What stands at a node, for error messages: `"abc"`, `12`, `a table`.
+// What is at a node, for error messages: `"abc"`, `12`, `a table`.
 std::string describe(const toml::node& node);
 
 SourcePlace place_of(const toml::node& node);
@@ -46,7 +46,7 @@ class TableReader {
   // A text, or an integer as its decimal text.
   std::optional<std::string> text_or_integer(std::string_view key);
 
-  // The place in `names` of the text that stands at the key.
+  // The place in `names` of the text that is at the key.
   std::optional<std::size_t> choice(std::string_view key, std::span<const std::string_view> names);
 
   const toml::table* table(std::string_view key);
@@ -67,7 +67,7 @@ class TableReader {
   std::size_t error_count() const { return errors_.size(); }
   void report_type(std::string_view key, const toml::node& node, std::string_view expected);
 
-  // Every key that nobody asked for is an error.
+  // Every key that no reader asked for is an error.
   void reject_unknown_keys();
 
  private:

@@ -8,7 +8,7 @@
 
 namespace korvex::host {
 
-// What the module refuses of an item's values, at the text that it is about, with what stands
+// What the module refuses of an item's values, at the text that it is about, with what is
 // there.
 LayoutError value_error(const Layout& layout, const LayoutItem& item, ErrorCode code);
 

@@ -10,7 +10,7 @@
 
 namespace korvex::host {
 
-// What the reader of a type is handed: its table, and where to put what stands there.
+// What the reader of a type is handed: its table, and where to put what is there.
 struct ValuesReading {
   TableReader& reader;
   const Layout& layout;  // its header

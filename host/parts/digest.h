@@ -24,7 +24,7 @@ class Digest {
     add(std::string_view(reinterpret_cast<const char*>(&record), sizeof record));
   }
 
-  // In hexadecimal digits. The digest is then to begin anew.
+  // In hexadecimal digits. The digest is then to begin again.
   std::string text();
 
   static constexpr std::size_t text_size = 2 * SHA256_DIGEST_SIZE;

@@ -18,7 +18,7 @@ namespace {
 constexpr std::uint64_t data_version = 1;
 
 // The layout without what does not change the records: comments, blanks, the order of keys, and
-// keys whose values are where the files are, or are told apart here.
+// keys whose values are where the files are, or are distinguished here.
 std::string meaning_of(const Layout& layout) {
   toml::table table;
   if (parse_syntax(layout.text, table)) return layout.text;

@@ -9,7 +9,7 @@
 
 namespace korvex::host {
 
-// What stands beside a part that is complete. It is written after the part, so that there is none
+// What is beside a part that is complete. It is written after the part, so that there is none
 // beside one that is not.
 struct Manifest {
   Part part;

@@ -19,7 +19,7 @@ struct Part {
   bool operator==(const Part&) const = default;
 };
 
-// More parts than this nobody can lay in a folder.
+// More parts than this do not fit in a folder.
 inline constexpr std::uint64_t most_parts = 1'000'000'000;
 
 // Reads `3/64`: two whole numbers, the first from 1 to the second. Nothing for any other text.

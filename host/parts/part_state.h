@@ -25,7 +25,7 @@ bool is_complete(const std::string& path, const Manifest& expected);
 // Whether the bytes of a file are those that a manifest tells of.
 bool has_bytes_of(const std::string& path, const Manifest& manifest);
 
-// The parts of a file that stand in its folder, out of so many.
+// The parts of a file that are in its folder, out of so many.
 struct PartSet {
   std::uint64_t parts = 0;
   std::vector<std::uint64_t> present;  // their numbers, in order, each once

@@ -232,7 +232,7 @@ std::string Verifier::fault_of_content(const Piece& piece) {
   return fault.empty() ? file.check_end(bytes_) : fault;
 }
 
-// Where the offset of a record is not foretold, the nearer end of the part stands for it.
+// Where the offset of a record is not predicted, the nearer end of the part stands for it.
 std::string Verifier::fault_at(const Piece& piece, Steps record) {
   const RecordRange range = records_of_piece(piece);
   const auto offset = foretold_size({range.first, record});

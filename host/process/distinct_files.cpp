@@ -12,7 +12,7 @@ namespace korvex::host {
 namespace fs = std::filesystem;
 
 std::string settled_path(const std::string& path) {
-  // A link may lead to where nothing stands yet, which the library takes for its end.
+  // A link may lead to where nothing is yet, which the library takes for its end.
   std::string target = path;
   static_cast<void>(platform::resolve_links(target));
   std::error_code failure;

@@ -9,7 +9,7 @@
 
 namespace korvex::host {
 
-// Where a path leads in the end, whether or not something stands there yet: absolute, without links
+// Where a path leads in the end, whether or not something is there yet: absolute, without links
 // and detours.
 std::string settled_path(const std::string& path);
 

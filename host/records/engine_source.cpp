@@ -51,7 +51,7 @@ class Decoder {
     }
   }
 
-  // Stands until the next call.
+  // Valid until the next call.
   const std::string& decoded(std::string_view text) {
     if (!decoder_.decode(text, decoded_)) {
       throw BadValue(platform::printable_from_code_page(text) +

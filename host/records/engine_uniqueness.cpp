@@ -7,7 +7,7 @@ namespace korvex::host {
 namespace {
 
 // Items that all go on from their start in the same record. Two records are the same when every
-// item that runs empty has done so before both, and the others stand at the same place.
+// item that runs empty has done so before both, and the others are at the same place.
 class SideBySide {
  public:
   void add(const ItemFacts& item) {
@@ -62,7 +62,7 @@ HiddenTurn find_turn(const std::vector<const FieldFacts*>& repeats,
 
 Uniqueness of_repeats(const std::vector<const FieldFacts*>& set,
                       const std::vector<const FieldFacts*>& repeats) {
-  // Behind the repeats the set's items all start again, those that run empty are empty.
+  // After the repeats the set's items all start again, those that run empty are empty.
   const std::uint64_t end = repeats.front()->repeats_end;
   SideBySide behind;
   bool some_empty = false;

@@ -180,7 +180,7 @@ std::unique_ptr<Source> FieldMaker::make_children(std::size_t i, const ChildrenV
   if (others == nullptr) return nullptr;
   sources::Children children = {.groups = children_of(i, values, *others)};
   if (children.groups == nullptr) return nullptr;
-  // What has no parent's key is nobody's child, though it has its place among them.
+  // What has no parent's key is no record's child, though it has its place among them.
   const std::size_t key = *others->plan_.find(values.key.text);
   if (others->plan_.values_of(key)->emptiness.is_given()) {
     children.key = need(i, values.key.place, "key", *others, key);

@@ -109,7 +109,7 @@ std::unique_ptr<FieldSources::Values> FieldSources::look_for_parent(std::size_t 
   found->parent = parent;
   found->parent_item = *item;
   found->parent_place = key.item.place;
-  // Nobody goes the way to no records, but it has to lead somewhere.
+  // A way over no records is never taken, but it must be valid.
   found->period = std::max<std::uint64_t>(1, found->parent_records());
   found->rows.of = "layout " + settled_path(key.layout);
   return found;

@@ -8,11 +8,11 @@
 
 namespace korvex::host {
 
-// What the module foretells of a layout whose settings are a copy (the module deletes those that do
+// What the module predicts of a layout whose settings are a copy (the module deletes those that do
 // not fit); nothing when it can't.
 std::optional<RepeatCount> module_count(const Layout& copy, bool has_repeats);
 
-// The foretold size in words.
+// The predicted size in words.
 std::string predicted_size_text(const RepeatCount& count);
 
 }  // namespace korvex::host

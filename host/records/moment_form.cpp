@@ -16,7 +16,7 @@ constexpr std::size_t iso_date_size = 10;
 constexpr std::size_t iso_time_size = 8;
 constexpr int first_year_of_1900s = 70;  // of two digits: 70 to 99, the others are of 2000
 
-// The digits of a moment in groups of so many. Between the groups may stand one character. False
+// The digits of a moment in groups of so many. Between the groups may be one character. False
 // when the text is something else.
 template <std::size_t... Sizes>
 bool find_groups(std::string_view text, std::array<const char*, sizeof...(Sizes)>& groups) {
@@ -177,7 +177,7 @@ std::optional<std::int64_t> second_of(const MomentNumbers& moment) {
   return (moment.hour * 60 + moment.minute) * 60 + moment.second;
 }
 
-// How moments of a kind of layout are written: what stands between digits, or nothing.
+// How moments of a kind of layout are written: what is between digits, or nothing.
 struct Separators {
   std::string_view date;
   std::string_view time;

@@ -26,7 +26,7 @@ namespace korvex::host {
 // records is warned, who stores them is stopped.
 enum class MisreadTexts { warned, refused };
 
-// An item that stands in the records, with its settings; null where its values are the program's
+// An item that is in the records, with its settings; null where its values are the program's
 // own.
 struct PreparedItem {
   const LayoutItem* item = nullptr;
@@ -48,11 +48,11 @@ struct Preparation {
   Settings settings = Settings::of_layout;
   OwnWays own_ways = OwnWays::allowed;
   RecordsAsked asked = RecordsAsked::all;
-  std::optional<RepeatCount>* module_count = nullptr;  // receives what the module foretells
+  std::optional<RepeatCount>* module_count = nullptr;  // receives what the module predicts
 };
 
 // A layout made ready for its records, as the generator would, but beside the user's files: it
-// works on a copy of the settings file, and leaves nothing behind.
+// works on a copy of the settings file, and leaves no files.
 class PreparedLayout {
  public:
   // Reads the layout and checks its values. The program's exit status; all that went wrong is on

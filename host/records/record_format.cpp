@@ -36,7 +36,7 @@ class ValueText {
     return text;
   }
 
-  // Whether the last value consists of digits and what stands between them.
+  // Whether the last value consists of digits and what is between them.
   bool is_number_or_moment() const { return is_number_ || is_moment_; }
 
   // Whether the last value is one that JSON and SQL write without quotation marks.

@@ -15,7 +15,7 @@ namespace korvex::host {
 enum class TextEncoding { code_page, utf8 };
 
 // The records of a layout, one after the other from any of them on, with the values that generating
-// would give, or that the layout's own sources and ways give. Fields are told apart where they are
+// would give, or that the layout's own sources and ways give. Fields are separated where they are
 // made, so that a value may hold commas and quotation marks. Needs memory for one record.
 class RecordSource {
  public:
@@ -23,7 +23,7 @@ class RecordSource {
   explicit RecordSource(PreparedLayout& prepared);
 
   // The values of the next record, without quotation marks, an empty one where there is none; they
-  // stand until the next call. False at the end, and after a failure.
+  // are valid until the next call. False at the end, and after a failure.
   bool next(std::vector<std::string_view>& values);
 
   // Goes to a record, counted from 0, or to the end of all. Any order of records will do.

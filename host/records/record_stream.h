@@ -22,7 +22,7 @@ struct RecordRange {
 // What a byte of the records belongs to.
 struct RecordPlace {
   Steps record = 0;  // from 0
-  std::string item;  // as a terminal shows it; empty for what stands between the items
+  std::string item;  // as a terminal shows it; empty for what is between the items
 };
 
 // The records of a layout as the bytes that a file of them has: any range of them, whose bytes in a
@@ -36,8 +36,8 @@ class RecordStream {
   // with what comes before the first record, although that may not be in the range.
   virtual void go_to(RecordRange range, bool has_head) = 0;
 
-  // The next bytes, of whole records; they stand until the next call. Empty at the end, and after a
-  // failure. Throws Interrupted.
+  // The next bytes, of whole records; they are valid until the next call. Empty at the end, and
+  // after a failure. Throws Interrupted.
   virtual std::string_view next() = 0;
 
   // How many records the stream has given since go_to().

@@ -183,7 +183,7 @@ std::optional<RowValues> read_rows(const BuiltinValues& builtin, const LayoutIte
   }
   const sets::Column column = std::get<sets::Column>(found);
   const sets::ValueTable table = sets::read_table(*column.table);
-  // The texts stand in the program, or are kept as long as it runs.
+  // The texts are in the program, or are kept as long as it runs.
   TextList texts = column_of(table, column.column, nullptr);
   if (const auto fault = find_fault(texts, 2, item, layout)) {
     errors.push_back(

@@ -9,7 +9,7 @@
 #include "host/sources/source.h"
 #include "host/ways/fraction.h"
 
-// Values that stand in rows: those of lists and of built-in sets.
+// Values that are in rows: those of lists and of built-in sets.
 namespace korvex::host {
 
 // Which rows there are. Columns of one table share its rows; in a set of several tables, a row of

@@ -115,7 +115,7 @@ class StreamTeam : public RecordStream {
   }
 
   void make_chunk(RecordStream& stream, RecordRange range, Team::Outlet& outlet) const {
-    // One thread alone goes on where the stream stands.
+    // One thread alone goes on where the stream is.
     if (seeks_directly()) stream.go_to(range, false);
     const Steps before = stream.records();
     for (bool is_over = false; !is_over;) {

@@ -17,7 +17,7 @@ class ValueRule {
  public:
   ValueRule(const LayoutItem& item, const Layout& layout);
 
-  // Why the text cannot stand in the item: "has 31 characters, expected at most 30"; nothing when
+  // Why the text cannot be in the item: "has 31 characters, expected at most 30"; nothing when
   // it can.
   std::optional<std::string> fault(std::string_view text) const;
 

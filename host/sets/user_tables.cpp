@@ -32,7 +32,7 @@ std::string sets_folder() {
   return home.empty() ? "" : platform::join_path(platform::join_path(home, ".local/share"), ours);
 }
 
-// Names and texts of what was read stand here as long as the program runs.
+// Names and texts of what was read are here as long as the program runs.
 std::string_view keep(std::string text) {
   static std::deque<std::string> texts;
   return texts.emplace_back(std::move(text));

@@ -21,7 +21,7 @@ struct TableFault {
 // line has the names. The column "weight" is none of texts: it says how often each row comes.
 class ValueTable {
  public:
-  // A text in UTF-8; it has to outlast the table, whose values stand in it.
+  // A text in UTF-8; it has to outlast the table, whose values are in it.
   static std::variant<ValueTable, TableFault> read(std::string_view text);
 
   // Without the weights.

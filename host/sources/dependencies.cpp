@@ -72,7 +72,7 @@ std::uint64_t Dependencies::records_told_by(const std::vector<Thing>& known) con
     }
     is_further = is_further || reach_rows(reached);
   }
-  // Cycles side by side tell a record apart for as long as their common one. The further the
+  // Cycles side by side identify a record for as long as their common one. The further the
   // records go, the fewer of them are known.
   std::vector<std::pair<std::uint64_t, Cycle>> cycles;
   for (const ThingInCycle& in_cycle : cycles_) {

@@ -27,7 +27,7 @@ class Field {
     text_facts_.reset();
   }
 
-  // The text of a record; nothing where it has no value. Stands until the next record is asked for:
+  // The text of a record; nothing where it has no value. Valid until the next record is asked for:
   // until then it costs nothing to ask again. Empty or not, a record uses up its index.
   std::optional<std::string_view> text(std::uint64_t record) {
     const std::string_view text = text_or_empty(record);

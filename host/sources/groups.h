@@ -19,7 +19,7 @@ class Groups {
   explicit Groups(ways::GroupSizes sizes) : kinship_(std::move(sizes)) {}
   explicit Groups(ways::Tree tree) : kinship_(std::move(tree)) {}
 
-  // Nothing for the first record of a tree, which is nobody's child.
+  // Nothing for the first record of a tree, which is no record's child.
   std::optional<ways::Member> member(std::uint64_t record) {
     if (record < first_ || record - first_ >= latest_.count) {
       const std::optional<ways::Member> found = find(record);

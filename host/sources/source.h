@@ -10,7 +10,7 @@
 
 namespace korvex::sources {
 
-// Thrown for a value that can't stand in its record, or can't be made: what is wrong with it.
+// Thrown for a value that can't be in its record, or can't be made: what is wrong with it.
 class BadValue : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;

@@ -96,7 +96,7 @@ bool has_known_size(const PartShape& shape) {
   return !shape.has_field || (shape.text.never_empty && shape.text.size);
 }
 
-// Whether what stands before the text of part i (after the begin of the whole) ends digits for
+// Whether what is before the text of part i (after the begin of the whole) ends digits for
 // sure.
 bool ends_digits_before(const std::vector<ComposedPart>& parts,
                         const std::vector<PartShape>& shapes, std::size_t i) {
@@ -104,7 +104,7 @@ bool ends_digits_before(const std::vector<ComposedPart>& parts,
   return i == 0 || (shapes[i - 1].text.never_empty && shapes[i - 1].text.no_digits);
 }
 
-// The same of what stands after it.
+// The same of what is after it.
 bool ends_digits_after(const std::vector<ComposedPart>& parts, const std::vector<PartShape>& shapes,
                        std::size_t i) {
   if (i + 1 == parts.size()) return true;

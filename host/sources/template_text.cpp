@@ -24,7 +24,7 @@ std::optional<Filter> find_filter(std::string_view name) {
   return found->filter;
 }
 
-// Reads what stands between braces, at an offset of the template: an item and its filters.
+// Reads what is between braces, at an offset of the template: an item and its filters.
 std::optional<TemplateFault> parse_item(std::string_view inside, std::size_t offset,
                                         TemplatePart& part) {
   const std::size_t name_size = std::min(inside.find('|'), inside.size());

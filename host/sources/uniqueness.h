@@ -15,7 +15,7 @@ std::uint64_t most_combinations(std::span<const Field* const> fields);
 std::uint64_t different_values(std::span<const Field* const> fields);
 
 // For how long records differ in a set of fields, of so many records in all. Without making one.
-// Never too optimistic: where it can't be told, the two numbers differ.
+// Never too optimistic: where it is unknown, the two numbers differ.
 Uniqueness uniqueness_of(std::span<const Field* const> fields, std::uint64_t records);
 
 }  // namespace korvex::sources

@@ -157,7 +157,7 @@ class Within : public Way {
   std::string doubt() const override { return "differs only within its group"; }
 
   std::uint64_t index(std::uint64_t record) override {
-    // The first record of a tree is alone in a group of nobody's.
+    // The first record of a tree is alone in a group of no parent.
     const ways::Member alone = {.parent = nobody};
     const ways::Member member = groups_->member(record).value_or(alone);
     return shuffle_.at(member.parent, member.place);

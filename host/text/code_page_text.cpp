@@ -45,7 +45,7 @@ bool CodePageDecoder::decode(std::string_view text, std::string& out) {
   return decode_characters(text, out);
 }
 
-// One call for all codes: each call opens the system's converter anew.
+// One call for all codes: each call opens the system's converter again.
 void CodePageDecoder::build() {
   characters_.resize(all_codes);
   std::string lines;

@@ -26,7 +26,7 @@ class TextTable {
 
   void add(std::vector<Cell> row) { rows_.push_back(std::move(row)); }
 
-  // Columns whose texts stand at the right.
+  // Columns whose texts are at the right.
   void align_right(std::size_t column) { right_.push_back(column); }
 
   void print(std::ostream& out) const;

@@ -155,7 +155,7 @@ std::uint64_t GroupSizes::slot_of(const Block& block, std::uint64_t parent) cons
   return orders_.of(block.parents, {.round = block.number}).place_of(place);
 }
 
-// The parent that would have the record if all had the same part of them stands in the right block,
+// The parent that would have the record if all had the same part of them is in the right block,
 // since there these parts and the numbers of blocks add up alike.
 Member GroupSizes::member(std::uint64_t record) const {
   assert(record < records_);

@@ -32,7 +32,7 @@ struct Member {
   bool operator==(const Member&) const = default;
 };
 
-// The records of a parent, which stand together.
+// The records of a parent, which are together.
 struct Members {
   std::uint64_t first = 0;  // no record when there are none
   std::uint64_t count = 0;
@@ -42,7 +42,7 @@ struct Members {
 
 // Gives each of some parents a number of records between two bounds, in any shape, so that they
 // have all records together, exactly. Every record knows its parent and every parent its records,
-// without a look at others: parents stand in blocks of at least 1,024, all blocks have nearly the
+// without a look at others: parents are in blocks of at least 1,024, all blocks have nearly the
 // same number of records, and the sizes within a block are those of one of four tables, drawn into
 // another order for every block. So a billion parents take no more memory (70 KB) than a thousand.
 //

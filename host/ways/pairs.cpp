@@ -26,7 +26,7 @@ std::uint64_t pair_count(std::uint64_t n) {
   return n % 2 == 0 ? n / 2 * (n - 1) : (n - 1) / 2 * n;
 }
 
-// Before the pairs whose upper index is u stand u * (u - 1) / 2 others, so that u is the root of
+// Before the pairs whose upper index is u are u * (u - 1) / 2 others, so that u is the root of
 // twice the place, or the one after it.
 IndexPair pair_at(std::uint64_t place) {
   assert(place < most_indices);

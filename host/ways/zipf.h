@@ -51,7 +51,7 @@ class Zipf {
   std::vector<Cell> cells_;
 };
 
-// How many of its bits stand after the point of a power.
+// How many of its bits are after the point of a power.
 constexpr unsigned power_bits = 60;
 
 // x to the power of minus `exponent`, in parts of 2^power_bits, by integers alone, so that no

@@ -29,7 +29,7 @@ class ClColMain : public platform::Object {
 
   // Writes a control file in the short form into the work folder, for the items that the last save
   // of the settings collected, under a new temporary name, which becomes the control path.
-  // -1, -2, -26, -27; nothing is left behind on a failure.
+  // -1, -2, -26, -27; nothing is left after a failure.
   ErrorCode write_temporary_control_file();
 
   void append_error_text(ErrorCode code, std::string& text) const;

@@ -24,7 +24,7 @@ ErrorCode set_initial_value(ClColMain& main);
 // The same for any item: settings that are to be filled with something else begin like this.
 ErrorCode reset_settings(ClColMain& main);
 
-// Makes an item with the initial value take its values from a value list, which nobody looks
+// Makes an item with the initial value take its values from a value list, which no check looks
 // at here. Never fails.
 void set_enumeration(ClColMain& main, const std::string& path, ExceededAction exceeded_action);
 

@@ -20,7 +20,7 @@ int day_of_year(int year, int month, int day);
 // do on a calendar that carries.
 std::int64_t day_number(const MomentFields& fields);
 
-// Sets the date fields; false, and nothing set, when the day lies before 1970-01-01 or behind
+// Sets the date fields; false, and nothing set, when the day lies before 1970-01-01 or after
 // 2038-01-19.
 bool set_date(std::int64_t day, MomentFields& fields);
 

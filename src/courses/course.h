@@ -32,7 +32,7 @@ struct CourseFacts {
   // After so many texts it ends its item's cycle: the lead at its end value, any number where it
   // leaves its 18 digits.
   Steps end = endless;
-  // The elements behind it are missing in the last record of such a cycle.
+  // The elements after it are missing in the last record of such a cycle.
   bool cuts = false;
   // After so many texts it starts again by itself, while its item goes on.
   Steps restart = endless;

@@ -12,7 +12,7 @@
 namespace korvex {
 
 // One element on its way along its course: the text of the present step, and the run that it is in.
-// Steps inside a run turn the end of the text and ask nobody; the course is asked when a run ends.
+// Steps inside a run turn the end of the text without asking; the course is asked when a run ends.
 //
 // Keeps a reference to the course, which must outlive it.
 class CourseCursor {
@@ -35,7 +35,7 @@ class CourseCursor {
     wheel_step_ = run.change * entry_size;
   }
 
-  // Takes the step after which the item stands at `step`.
+  // Takes the step after which the item is at `step`.
   void advance(Steps step) {
     if (run_left_ == 0) {
       seek(step);
@@ -69,7 +69,7 @@ class CourseCursor {
 
   std::string_view text() const { return {text_, size_}; }
 
-  // What is left of the run: how many steps, where the wheel stands, how far it turns each time and
+  // What is left of the run: how many steps, where the wheel is, how far it turns each time and
   // how many characters it turns; none for a text that stays as it is.
   std::int64_t run_left() const { return run_left_; }
   const char* wheel_place() const { return wheel_place_; }

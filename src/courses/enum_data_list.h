@@ -35,7 +35,7 @@ class ClEnumDataList {
     sizes_.grow(room / 2 + 1, count_);
   }
 
-  // Lines that were read together and stand in one piece of memory; empty ones are no values.
+  // Lines that were read together and are in one piece of memory; empty ones are no values.
   void append(std::span<const std::string_view> lines) {
     const std::string_view last = lines.back();
     const auto bytes = static_cast<std::size_t>(last.data() + last.size() - lines.front().data());
@@ -66,7 +66,7 @@ class ClEnumDataList {
   std::size_t largest() const { return largest_; }
   bool has_one_size() const { return smallest_ == largest_; }
 
-  // All values in a row, and the size of each: what tells two lists apart.
+  // All values in a row, and the size of each: what distinguishes two lists.
   std::string_view text() const { return {text_.data(), end_}; }
   std::span<const std::uint16_t> sizes() const { return {sizes_.data(), count_}; }
 
@@ -94,7 +94,7 @@ class ClEnumDataList {
     }
   }
 
-  // With room behind the last value for the chunk as which it may be copied.
+  // With room after the last value for the chunk as which it may be copied.
   LargeArray<char> text_;
   std::size_t end_ = 0;
   LargeArray<Size> sizes_;
@@ -121,7 +121,7 @@ class EnumCursor {
     index_ = 0;
   }
 
-  // Goes to a value, or behind the last one.
+  // Goes to a value, or after the last one.
   void seek(std::int32_t index) {
     const auto wanted = static_cast<std::size_t>(index);
     const auto after = std::upper_bound(

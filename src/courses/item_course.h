@@ -10,7 +10,7 @@
 
 namespace korvex {
 
-// How one item goes through its values in closed form: the courses of its elements, which all stand
+// How one item goes through its values in closed form: the courses of its elements, which are all
 // at the same step, and the cycle that they make together. Owns the courses; refers to nothing.
 class ItemCourse {
  public:

@@ -33,9 +33,9 @@ struct ItemFacts {
   // The texts up to the end, without quotation marks; one endless run without an end.
   std::vector<TextRun> texts;
 
-  // The values come back after so many; nothing where that can't be told.
+  // The values come back after so many; nothing where that is unknown.
   std::optional<Steps> period;
-  // How many different ones there are until then; nothing where that can't be told.
+  // How many different ones there are until then; nothing where that is unknown.
   std::optional<Steps> distinct;
   // At least so many values from the first on are all different; exactly so many where `distinct`
   // is known.

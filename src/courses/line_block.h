@@ -17,7 +17,7 @@ inline void copy_short(char* out, const char* text, std::size_t size) {
   }
 }
 
-// Lines on their way to the file: finished ones, and behind them the one being assembled. Fields
+// Lines on their way to the file: finished ones, and after them the one being assembled. Fields
 // are written in place, so that a line is never copied before the file takes the block that it is
 // in. Room is asked for once a field; appending itself checks nothing.
 class LineBlock {
@@ -32,7 +32,7 @@ class LineBlock {
 
   std::size_t line_size() const { return size_ - line_begin_; }
 
-  // Finishes the lines up to the byte at `end`; what stands behind it stays unfinished.
+  // Finishes the lines up to the byte at `end`; what follows it stays unfinished.
   void finish_lines(std::size_t end) { line_begin_ = end; }
 
   // Drops `bytes` finished bytes from the front.

@@ -18,7 +18,7 @@ class LiteralText : public CopiedElement<LiteralText> {
   StepOutcome advance(ItemPass&) override { return StepOutcome::going; }
 };
 
-// A kind, or a way of counting, that nobody knows: it fails the run when its turn comes.
+// A kind, or a way of counting, that nobody knows: it fails the run when it is reached.
 class UnknownElement : public CopiedElement<UnknownElement> {
  public:
   UnknownElement(const ElementContext& context, const ClFmtItemInf& element, StepOutcome failure)

@@ -22,7 +22,7 @@ class LiteralItem {
   std::size_t room() const { return elements_.size() * Course::max_text_size; }
 
   // Writes the text at `out`, moves `out` to its end and takes the step. `ended` becomes true when
-  // the item's cycle is over. Settings that nobody knows have a code: -7, -40.
+  // the item's cycle is over. Unknown settings have a code: -7, -40.
   ErrorCode write(char*& out, bool& ended);
 
   void restart();

@@ -71,7 +71,7 @@ class LiteralNumber : public CopiedElement<LiteralNumber> {
     low_ = value.low;
   }
 
-  // Makes `text` the next to be written; a column with nothing but decimals drops what stands
+  // Makes `text` the next to be written; a column with nothing but decimals drops what is
   // before them.
   void show(std::string_view text) {
     const auto point = fraction_only_ ? text.rfind('.') : std::string_view::npos;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::int32_t short_width = 6;
 
-// Behind every date with a century: two-digit years that belong to none compare as they stand.
+// After every date with a century: two-digit years that belong to none compare as they stand.
 constexpr std::int64_t no_century = 1'000'000'000;
 
 std::int64_t with_century(std::int64_t short_date) {

@@ -41,7 +41,7 @@ class MomentLayout {
 
   bool compares_with_century() const { return width_is_short_; }
 
-  // What stands between month and day, and between minute and second; 0 for nothing.
+  // What is between month and day, and between minute and second; 0 for nothing.
   char date_separator() const { return date_separator_; }
   char time_separator() const { return time_separator_; }
 

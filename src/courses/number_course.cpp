@@ -263,7 +263,7 @@ class NumberCourse : public Course {
   const int digits_;
   const std::size_t decimals_;
   const std::size_t width_;  // with what a column of decimals drops
-  std::size_t dropped_ = 0;  // what stands before the point
+  std::size_t dropped_ = 0;  // what is before the point
   const std::int64_t start_;
   const std::int64_t change_;
   // What the text ends in, if it can end in a wheel's entry: digits, or the point and a digit.

@@ -68,7 +68,7 @@ bool runs_forward(std::string_view start, std::string_view end, Sign increment_s
   return increment_sign == sign_minus ? order > 0 : order < 0;
 }
 
-// Byte positions at which a list of full-width characters gets its commas: one behind each
+// Byte positions at which a list of full-width characters gets its commas: one after each
 // character, counted with the commas already there.
 constexpr std::size_t first_comma = 2;
 constexpr std::size_t comma_distance = 3;
@@ -82,7 +82,7 @@ std::string with_commas(std::string list, std::size_t element_count) {
   return list;
 }
 
-// One value of a character item: the text with a comma behind every full-width character, and those
+// One value of a character item: the text with a comma after every full-width character, and those
 // characters by themselves.
 struct SplitValue {
   std::string text;

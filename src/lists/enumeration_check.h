@@ -46,7 +46,7 @@ Result<std::int32_t> load_enumeration(ClColMain& main, const std::string& path,
 // one cause that the check is for. Every other cause passes.
 
 ErrorCode check_file_exists(const std::string& path);  // -114
-// -115: nobody else has it open, or with Sharing::shared nobody who wants it alone.
+// -115: no other process has it open, or with Sharing::shared no process that wants it alone.
 ErrorCode check_file_not_in_use(const std::string& path,
                                 platform::Sharing sharing = platform::Sharing::exclusive);
 ErrorCode check_file_readable(const std::string& path);  // -111

@@ -14,10 +14,10 @@ namespace korvex {
 // more than to look at all bytes and turn them into a bit each.
 class LineFeedScan {
  public:
-  // So many bytes must be readable behind the last line feed.
+  // So many bytes must be readable after the last line feed.
   static constexpr std::size_t overhang = 64;
 
-  // Goes on from `begin`, behind which there must be another line feed whenever next() is called.
+  // Goes on from `begin`, after which there must be another line feed whenever next() is called.
   void start(const char* begin) {
     window_ = begin;
     feeds_ = feeds_in(window_);

@@ -17,7 +17,7 @@ class LineReader {
  public:
   static constexpr std::size_t max_line_size = 32'768;
 
-  // So many bytes behind each line's begin may be read, whatever its length.
+  // So many bytes after each line's begin may be read, whatever its length.
   static constexpr std::size_t overhang = LineFeedScan::overhang;
 
   enum class Status { lines, end, failed };
@@ -26,7 +26,7 @@ class LineReader {
   explicit LineReader(platform::File& file);
 
   // The next lines, one or more, without their ends, each cut at a zero byte; valid until the next
-  // call. They stand one behind the other in the same memory.
+  // call. They are one after the other in the same memory.
   Status next(std::span<const std::string_view>& lines);
 
  private:
@@ -38,7 +38,7 @@ class LineReader {
   bool fill();
 
   platform::File& file_;
-  std::unique_ptr<char[]> buffer_;  // with a line feed behind its end, where scanning stops
+  std::unique_ptr<char[]> buffer_;  // with a line feed after its end, where scanning stops
   LineFeedScan feeds_;
   std::array<std::string_view, 256> lines_;
   std::size_t begin_ = 0;

@@ -55,7 +55,7 @@ class Converter {
 };
 
 // The value of the character at `text`, which is then shortened by it; 0 at the end and for a lead
-// byte with nothing behind it.
+// byte with nothing after it.
 unsigned take_character(std::string_view& text) {
   if (text.empty()) return 0;
   const unsigned first = byte_value(text.front());

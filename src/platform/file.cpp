@@ -128,7 +128,7 @@ FileCause File::open(const std::string& path, int flags, unsigned mode) {
   if (file_calls().fstat(descriptor_, &status) != 0) {
     const FileCause cause = note_file_error(errno);
     discard();
-    // Only a file that was not there is opened for creation: it must not stay behind the failure.
+    // Only a file that was not there is opened for creation: it must not remain after the failure.
     if ((flags & O_CREAT) != 0) remove_file(path);
     return cause;
   }
@@ -156,7 +156,7 @@ FileCause File::open_and_hold(const std::string& path, int flags, Sharing sharin
   for (int i = 0; i < max_replacements; ++i) {
     const FileCause cause = open(path, flags, new_file_mode);
     if (cause != FileCause::none) return cause;
-    // Nobody needs a device or a pipe for himself.
+    // No run needs a device or a pipe for itself alone.
     if (!regular_ && sharing == Sharing::exclusive) return FileCause::none;
     if (!hold_file(descriptor_, sharing)) break;
     if (sharing != Sharing::exclusive || stands_at(path)) return FileCause::none;
@@ -184,7 +184,7 @@ FileCause File::create(const std::string& path) {
     cause = open_and_hold(path, O_WRONLY | O_CREAT, Sharing::exclusive);
   }
   if (cause != FileCause::none || !regular_) return cause;
-  // A new file stays as it is: nothing must fail that would leave it behind.
+  // A new file stays as it is: nothing must fail that would leave a rest.
   std::uint64_t bytes = 0;
   if (size(bytes) == FileCause::none && bytes == 0) return FileCause::none;
   if (retry_interrupted([&] { return file_calls().ftruncate(descriptor_, 0); }) != 0) {
@@ -314,7 +314,7 @@ FileCause File::take_over_owner(const std::string& path) {
 void File::remove(const std::string& path) {
   // Still held, so that nobody else begins to write it before it is gone.
   if (regular_) {
-    // Where the links cannot be followed to their end, what stands on the way goes: a file that is
+    // Where the links cannot be followed to their end, what is on the way goes: a file that is
     // not whole must not stay under its name.
     try {
       std::string target = path;

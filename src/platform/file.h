@@ -13,7 +13,7 @@
 
 namespace korvex::platform {
 
-// Why a file operation failed, as far as the module tells causes apart.
+// Why a file operation failed, as far as the module distinguishes causes.
 enum class FileCause {
   none,
   not_found,          // no such file
@@ -29,13 +29,13 @@ FileCause cause_from_errno(int number);
 
 // The error number of the calling thread's last file operation that failed, EWOULDBLOCK for a file
 // that another one holds; 0 when none has failed since a file was opened. A cause says what the
-// module tells apart, this says why. Removing does not count, which may be cleaning up.
+// module distinguishes, this says why. Removing does not count, which may be cleaning up.
 int last_file_error();
 
 // Remembers the error number, and answers its cause.
 FileCause note_file_error(int number);
 
-// Whether an open failed because nothing stands under the path.
+// Whether an open failed because nothing is under the path.
 constexpr bool is_missing(FileCause cause) {
   return cause == FileCause::not_found || cause == FileCause::bad_path;
 }
@@ -48,7 +48,7 @@ enum class Sharing {
 };
 
 // Takes the lock for `sharing` on an open descriptor without waiting; it ends with the descriptor.
-// False when another open file stands in the way. A file system without locks lets everybody in.
+// False when another open file is in the way. A file system without locks lets everybody in.
 bool hold_file(int descriptor, Sharing sharing);
 
 // What a file is on the disk, whatever its name: device and number. Nothing for none.
@@ -75,8 +75,8 @@ class File {
   File& operator=(File&& other) noexcept;
 
   // Opens an existing file for reading. Fails with sharing_violation when the sharing asked for
-  // cannot be had. A file that somebody replaces meanwhile is opened anew: what
-  // is held alone is what stands under the path. Never blocks, also not on a pipe without a writer.
+  // cannot be had. A file that somebody replaces meanwhile is opened again: what
+  // is held alone is what is under the path. Never blocks, also not on a pipe without a writer.
   FileCause open_for_reading(const std::string& path, Sharing sharing);
 
   // Opens an existing file for writing, without changing it.
@@ -125,7 +125,7 @@ class File {
   // Closes without flushing.
   void discard();
 
-  // Gives the file the permissions and the owner of the one that stands at `path`, the owner as far
+  // Gives the file the permissions and the owner of the one that is at `path`, the owner as far
   // as the system lets this user. Nothing to do for what is no regular file.
   FileCause take_over_owner(const std::string& path);
 
@@ -158,8 +158,8 @@ std::optional<std::uint64_t> size_of_file(const std::string& path);
 // Removes the name. not_found when there is none.
 FileCause remove_file(const std::string& path);
 
-// Follows `path` while it is a link, also to a place where nothing stands yet. After a failure it
-// may stand anywhere on the way.
+// Follows `path` while it is a link, also to a place where nothing is yet. After a failure it
+// may be anywhere on the way.
 FileCause resolve_links(std::string& path);
 
 // Whether the path leads to something.

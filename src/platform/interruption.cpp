@@ -35,7 +35,7 @@ void note_signal(int number) {
   const std::int64_t now = now_ns();
   if (first_signal == 0) first_moment = now;
   int none = 0;
-  // A pipe without a reader sends its signal at every write, which is nobody's impatience.
+  // A pipe without a reader sends its signal at every write, which is no second request.
   if (!first_signal.compare_exchange_strong(none, number) && number != SIGPIPE &&
       now - first_moment > same_wish_ns) {
     ::_exit(signal_status_base + number);

@@ -9,7 +9,7 @@ namespace korvex::platform {
 // folder + "/" + name; the name alone when the folder is empty.
 std::string join_path(std::string_view folder, std::string_view name);
 
-// What stands after the last "/".
+// What is after the last "/".
 std::string_view base_name(std::string_view path);
 
 // The base name without the extension that begins at its last dot.

@@ -118,7 +118,7 @@ class PieceTeam {
   // 0: the team does nothing, and must not be asked.
   std::size_t workers() const { return threads_.count(); }
 
-  // The next piece, which stands until the next call; null after the last one.
+  // The next piece, which is valid until the next call; null after the last one.
   Piece* next() {
     if (is_taken_) outlet().pop();
     if (is_taken_ && ends_chunk_) ++chunk_;

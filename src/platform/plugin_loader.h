@@ -16,8 +16,8 @@ using PluginTable = const void* (*)(std::int32_t version);
 const void* load_plugin(const std::string& path, const char* function, std::int32_t version,
                         std::string& reason);
 
-// The folder of the library that the code stands in, wherever a link to it may lie; never the
-// working folder. Empty when it cannot be told.
+// The folder of the library that the code is in, wherever a link to it may lie; never the
+// working folder. Empty when it is unknown.
 std::string library_folder(const void* code);
 
 // The same for the program that runs.

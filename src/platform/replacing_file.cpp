@@ -63,7 +63,7 @@ FileCause copy_into_place(const std::string& from, const std::string& target,
 
 }  // namespace
 
-// A link or nothing at all holds nobody up.
+// A link, or nothing at all, blocks no process.
 FileCause ReplacingFile::hold_old() {
   struct stat status = {};
   if (file_calls().lstat(path_.c_str(), &status) != 0) {

@@ -24,7 +24,7 @@ std::unique_ptr<Object> create_object(std::string_view class_name);
 
 void register_class(std::string_view class_name, ObjectFactory factory);
 
-// One inline variable of this kind behind a class makes it known by name, in every program that
+// One inline variable of this kind after a class makes it known by name, in every program that
 // uses the class. The name must live as long as the program.
 template <typename T>
 struct RuntimeClass {

@@ -75,7 +75,7 @@ bool make_folders(const std::string& folder) {
 constexpr int lock_attempts = 20;
 constexpr auto lock_pause = std::chrono::milliseconds(10);
 
-// Keeps other writers out while it lives. Gives up when somebody does not let go.
+// Keeps other writers out while it lives. Gives up when another process keeps it.
 class StoreLock {
  public:
   explicit StoreLock(const std::string& path)

@@ -13,7 +13,7 @@ enum class StoreStatus { ok, key_missing, value_missing, failure };
 // Without a folder for the user's configuration, or with a key that is no plain name of a folder,
 // every operation fails.
 //
-// Reading opens the file anew each time, so what a user edits counts at once. Writing replaces the
+// Reading opens the file again each time, so what a user edits counts at once. Writing replaces the
 // file in one step under a lock, and keeps every line that it does not change. Safe between
 // processes; one object is used by one thread.
 class SettingsStore {

@@ -53,7 +53,7 @@ class UserInterface {
   // window or null. Without `cancel_allowed` the display offers no way to cancel.
   virtual std::unique_ptr<ProgressSink> open_progress(void* parent, bool cancel_allowed) = 0;
 
-  // Null where there is no window that it could stand on.
+  // Null where there is no window that it could be on.
   virtual std::unique_ptr<WaitCursor> show_wait_cursor() { return nullptr; }
 
   // Opens a text file in the user's editor, without waiting for it. 0, or the system's error
@@ -91,7 +91,7 @@ class UserInterfaceOverride {
 // KORVEX_ANSWER=yes|no answers it, "no" when unset. Progress is drawn on a terminal only.
 //
 // An interrupt (Ctrl-C) during a run counts as a wish to cancel whatever the run allows, so that no
-// half-written file stays behind; it is watched for only while a run's progress is open, and only
+// half-written file remains; it is watched for only while a run's progress is open, and only
 // where the process does not look after it.
 class ConsoleInterface : public UserInterface {
  public:

@@ -149,7 +149,7 @@ void BlockAssembler::write_few_lists(LineBlock& lines, std::size_t count,
   std::copy(fields.begin(), fields.end(), listed_.begin());
 }
 
-// What a copied chunk leaves behind its end is overwritten by what follows.
+// What a copied chunk leaves after its end is overwritten by what follows.
 template <typename Fields>
 void BlockAssembler::write_listed_fields(Fields& fields, LineBlock& lines, std::size_t count) {
   char* const base = lines.data();

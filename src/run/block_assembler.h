@@ -17,7 +17,7 @@ namespace korvex {
 //
 // Records are assembled together as long as the items foresee them: fields that keep their size,
 // and values of lists. First the values of lists are written, line by line, because they decide
-// where everything else stands, unless all are of one size; then each item writes its fields into
+// where everything else is, unless all are of one size; then each item writes its fields into
 // all lines, a run at a time.
 class BlockAssembler {
  public:
@@ -41,7 +41,7 @@ class BlockAssembler {
     FieldForm form = FieldForm::constant;
     bool is_listed = false;  // of a list with values of several sizes
     std::size_t offset = 0;  // from the line's begin, or from the end of the last listed field
-    std::size_t room = 0;    // behind it, up to the next listed field or the line's end
+    std::size_t room = 0;    // after it, up to the next listed field or the line's end
     std::string closing;
   };
 
@@ -71,7 +71,7 @@ class BlockAssembler {
 
   std::vector<Column> columns_;
   std::int64_t planned_ = 0;   // records that the columns still hold for
-  std::size_t tail_size_ = 0;  // of what stands behind the last listed field
+  std::size_t tail_size_ = 0;  // of what follows the last listed field
   std::size_t line_room_ = 0;  // for the longest line
   std::vector<ListedField> listed_;
 

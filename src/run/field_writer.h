@@ -6,13 +6,13 @@
 
 namespace korvex {
 
-// Where the fields of one item stand in the lines of a block: at the same distance from a place of
+// Where the fields of one item are in the lines of a block: at the same distance from a place of
 // each line.
 struct FieldPlaces {
   char* base = nullptr;
   const std::size_t* lines = nullptr;
   std::size_t offset = 0;
-  std::size_t room = 0;  // behind each field, whose bytes are written later
+  std::size_t room = 0;  // after each field, whose bytes are written later
 };
 
 // The end of an element's text, which turns from line to line, and where it stands in the field.
@@ -31,8 +31,8 @@ void write_fields(const FieldPlaces& places, std::int64_t count, std::string_vie
 // Turns one more tail of fields that have been written.
 void write_tails(const FieldPlaces& places, std::int64_t count, const TurningTail& tail);
 
-// Writes a text of its own into each line, with `closing` behind it, which must not be empty. The
-// texts have one size and stand one after the other; `first` is the first of them.
+// Writes a text of its own into each line, with `closing` after it, which must not be empty. The
+// texts have one size and are one after the other; `first` is the first of them.
 void write_texts(const FieldPlaces& places, std::int64_t count, std::string_view first,
                  std::string_view closing);
 

@@ -70,7 +70,7 @@ struct LiteralCycles {
   LiteralCycle& of(CycleKind kind) { return kind == CycleKind::first ? first : later; }
 };
 
-// Where a member of repeats that have not finished stands in one of its cycles.
+// Where a member of repeats that have not finished is in one of its cycles.
 struct MemberPlace {
   CycleKind cycle = CycleKind::first;
   Steps records = 0;     // with values of their own, since the cycle began
@@ -90,7 +90,7 @@ class ItemGenerator {
     return mode_ == AssemblyMode::plain ? append_plain(line) : append_other(line, run);
   }
 
-  // Whether records may ever be foreseen. An item that stands in several fields takes a step in
+  // Whether records may ever be foreseen. An item that is in several fields takes a step in
   // each of them.
   bool may_be_foreseen() const { return fields_ == 1; }
 
@@ -115,7 +115,7 @@ class ItemGenerator {
   void write_counting(FieldPlaces places, std::int64_t count, std::string_view closing);
   void write_values(FieldPlaces places, std::int64_t count, std::string_view closing);
 
-  // Where the next value of the list stands.
+  // Where the next value of the list is.
   EnumCursor& list_cursor() { return *list_cursor_; }
   std::size_t largest_value() const { return enumeration_->largest(); }
 
@@ -155,13 +155,13 @@ class ItemGenerator {
   const FmtColRec& settings() const { return settings_; }
 
   // How many values a cycle has; nothing where that is not told in closed form, because the item
-  // goes step by step or stands in several fields.
+  // goes step by step or is in several fields.
   std::optional<Steps> cycle() const;
 
   // What is known of the values of an item that has a cycle.
   ItemFacts facts() const;
 
-  // Back to where the item stands before the first record.
+  // Back to where the item is before the first record.
   void rewind();
 
   // Puts the item to where it stands after so many records from the first, in which it repeats

@@ -40,7 +40,7 @@ struct LinePiece {
 class LineTeam {
  public:
   struct Work {
-    Steps first = 0;  // where the run stands
+    Steps first = 0;  // where the run is
     Steps end = 0;    // after `first`
     Steps chunk = 0;  // records
     bool tells_lines = false;
@@ -52,10 +52,10 @@ class LineTeam {
   // for a signal give error::cancelled.
   LineTeam(Run& run, const Work& work, std::size_t threads);
 
-  // Whether there is a thread: the system may have none, and the run stands where it stood.
+  // Whether there is a thread: the system may have none, and the run is where it stood.
   bool has_threads() const { return team_->workers() > 0; }
 
-  // The next lines; they stand until the next call. Null after the last record. Throws
+  // The next lines; they are valid until the next call. Null after the last record. Throws
   // std::bad_alloc where a thread has failed for it.
   const LinePiece* next() { return team_->next(); }
 

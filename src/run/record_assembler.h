@@ -12,7 +12,7 @@ namespace korvex {
 // Assembles one record after the other, taking each through all items: whatever the items do.
 class RecordAssembler {
  public:
-  // Adds the next field of a record. An item that stands in several fields takes one step for each
+  // Adds the next field of a record. An item that is in several fields takes one step for each
   // of them.
   void add_field(ItemGenerator& item) {
     fields_.push_back(&item);

@@ -28,7 +28,7 @@ class RecordWriter {
   // the first line that is not accepted, while those before it are.
   ErrorCode accept_lines(std::span<const std::size_t> begins);
 
-  // The same for lines that stand elsewhere, after those of lines(). They may be as many as others
+  // The same for lines that are elsewhere, after those of lines(). They may be as many as others
   // have made at once.
   ErrorCode accept_lines(std::string_view lines, std::span<const std::size_t> begins);
 

@@ -9,7 +9,7 @@
 
 namespace korvex {
 
-// What the settings will produce, as far as it can be said beforehand.
+// What the settings will produce, as far as it can be said in advance.
 struct RepeatCount {
   std::uint64_t data_items = 0;
   std::uint64_t predicted_bytes = 0;  // too_large when it passes the file size limit

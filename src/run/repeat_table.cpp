@@ -40,7 +40,7 @@ class LevelUse {
   std::unordered_map<RepeatLevel, Taker> takers_;
 };
 
-// How many values stand in the first `records`, at least partly.
+// How many values are in the first `records`, at least partly.
 Steps values_until(Steps records, Steps first_hold, Steps hold) {
   if (records <= first_hold) return records > 0 ? 1 : 0;
   const Steps later = records - first_hold;

@@ -14,7 +14,7 @@ namespace korvex {
 
 // When an entry's item takes its values, in records from the first one on.
 struct RepeatTurns {
-  Steps first_hold = 1;       // for so many the first value stands
+  Steps first_hold = 1;       // for so many the first value stays
   Steps hold = 1;             // and each later one for so many
   CycleLengths cycle;         // of the item
   Steps first_end = endless;  // the counter takes notice of the first cycle's end after so many

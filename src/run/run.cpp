@@ -78,7 +78,7 @@ ErrorCode Run::prepare_item(const ClFmtColInf& column, const ListGiver& give_lis
   ItemGenerator& generator = item_generator(column);
   records_.add_field(generator);
   if (settings.generation_type == generation_type::enumeration) {
-    // An item that stands in several fields has its values already; it only takes them otherwise.
+    // An item that is in several fields has its values already; it only takes them otherwise.
     if (generator.has_enumeration()) {
       generator.add_list_field();
     } else {

@@ -20,7 +20,7 @@ namespace korvex {
 // How the records of a run become lines.
 struct LineForm {
   LayoutKind layout_kind{};
-  bool quotation = false;  // values of quoted attributes stand between quotation marks
+  bool quotation = false;  // values of quoted attributes are between quotation marks
 };
 
 // Reads the values of an item's list.
@@ -45,7 +45,7 @@ class Run {
   // -78, -104, -108, -109 repeats; and what `load_list` answers.
   ErrorCode prepare(ClColMain& main, LineForm form, const ListLoader& load_list);
 
-  // Prepares the same records anew, from the first one on. The lists are the same ones. `other`
+  // Prepares the same records again, from the first one on. The lists are the same ones. `other`
   // must not be in use meanwhile; afterwards each may have a thread of its own.
   ErrorCode prepare_like(const Run& other);
 
@@ -61,7 +61,7 @@ class Run {
   // Where the lines begin that the last call has appended.
   std::span<const std::size_t> line_begins() const { return begins_; }
 
-  // The values of the next record, without quotation marks; they stand until the next call. -7,
+  // The values of the next record, without quotation marks; they are valid until the next call. -7,
   // -40.
   ErrorCode next(std::vector<std::string_view>& values);
 

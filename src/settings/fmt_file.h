@@ -40,7 +40,7 @@ struct EditedSettings {
 // the current version). One thread.
 class ClFmtFile : public platform::Object {
  public:
-  // Where the file stands and where its temporary goes, whose name is fixed by the time of this
+  // Where the file is and where its temporary goes, whose name is fixed by the time of this
   // call. Comes before load.
   void set_paths(const std::string& file_path, const std::string& work_folder);
 
@@ -54,7 +54,7 @@ class ClFmtFile : public platform::Object {
   void begin(SettingsLevel level, std::int32_t records, LayoutKind layout_kind);
 
   // Writes all levels; the file is then no longer held. -44 or -6 when nothing is left to write and
-  // a file exists or not; -1, -2, -4, -26 (also: a file stands there that is not to be written),
+  // a file exists or not; -1, -2, -4, -26 (also: a file is there that is not to be written),
   // -27, -68.
   ErrorCode save(Quotation quotation);
 

@@ -58,7 +58,7 @@ std::uint64_t end_of_columns(platform::File& file, std::uint64_t size, const Fmt
   return end;
 }
 
-// How far into the file its levels reach: what lies behind is never read.
+// How far into the file its levels reach: what follows is never read.
 std::uint64_t end_of_levels(platform::File& file, const ClFmtCom& com) {
   std::uint64_t size = 0;
   if (file.size(size) != platform::FileCause::none) return 0;

@@ -19,10 +19,10 @@ inline constexpr std::string_view previous_magic = "TAMBO DATA FORMAT V2L1";
 // and eight bytes more.
 inline constexpr std::size_t previous_column_size = 388;
 
-// Whether the header begins with the magic and nothing but zeros behind it.
+// Whether the header begins with the magic and nothing but zeros after it.
 bool has_magic(const FmtHeadRec& header, std::string_view magic);
 
-// Reads records one after the other out of bytes that nobody vouches for.
+// Reads records one after the other out of untrusted bytes.
 class RecordCursor {
  public:
   RecordCursor(std::string_view bytes, std::size_t offset) : bytes_(bytes), offset_(offset) {}

@@ -34,7 +34,7 @@ void clean(FmtValRec& value) {
   clean_field(value.high_text);
 }
 
-// Texts keep nothing behind their terminators, reserved bytes are zero.
+// Texts keep nothing after their terminators, reserved bytes are zero.
 void clean(FmtItemRec& element) {
   for (FmtValRec* value : {&element.current, &element.start, &element.end}) clean(*value);
   clean_field(element.text);
@@ -87,7 +87,7 @@ class Upgrade {
     bytes_.insert(bytes_.end(), begin, begin + sizeof record);
   }
 
-  // The table's place is kept free: what stands in it is known only behind the data areas.
+  // The table's place is kept free: what is in it is known only after the data areas.
   ErrorCode read_level_table(std::int32_t count) {
     if (!cursor_.holds(count, sizeof(FmtLvlRec))) return error::cannot_read;
     for (std::int32_t i = 0; i < count; ++i) {

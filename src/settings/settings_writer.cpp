@@ -24,7 +24,7 @@ std::int64_t measure(ClFmtLvlInf& level) {
   return static_cast<std::int64_t>(bytes);
 }
 
-// Gives every level its place, one after the other behind the level table. Levels that share bytes
+// Gives every level its place, in a row after the level table. Levels that share bytes
 // of the file that they come from would make the new one far larger: they have no place.
 bool place_levels(ClFmtCom& com) {
   constexpr std::int64_t limit = std::numeric_limits<std::int32_t>::max();

@@ -11,7 +11,7 @@ using Kind = DataKind;
 using Largest = LargestValue;
 using Limit = FormatLimit;
 
-// The numbers behind some names are attributes that differ from their like in one thing alone.
+// Names with a number are those of attributes that differ from their like in one thing alone.
 // clang-format off
 constexpr AttributeTraits
     //            values            kind of data          quoted signed checks largest value                parts of a format

@@ -5,7 +5,7 @@
 namespace korvex {
 
 // Attributes, 1 to 32, say what kind of data an item holds. The ones that code mentions by
-// themselves have a name; what is known of all of them stands in one table, see traits_of. One that
+// themselves have a name; what is known of all of them is in one table, see traits_of. One that
 // comes from outside may be any number of 32 bits.
 namespace attribute {
 enum Code : std::int32_t {
@@ -72,7 +72,7 @@ enum class FormatLimit : std::uint8_t { none, text, number, number_or_text, mome
 struct AttributeTraits {
   ValueClass value_class;
   DataKind kind;
-  bool is_quoted;         // values stand between quotation marks when the file asks for them
+  bool is_quoted;         // values are between quotation marks when the file asks for them
   bool is_always_signed;  // whatever the control file says
   bool checks_digits;     // nothing is proposed where digits and decimals do not go together
   LargestValue largest;

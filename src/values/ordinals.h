@@ -25,7 +25,7 @@ void ordinal_to_full_width(std::int32_t ordinal, char* text, std::size_t size);
 
 // The full-width characters in counting order: every double-byte code that code page 932 assigns
 // from 0x8142 to 0xEEF6, ascending, then six more that stand outside that order. The code 0x81CA
-// stands at two places.
+// is at two places.
 inline constexpr std::int32_t full_width_count = 7334;
 
 // The two-byte code at `index`, 0 to full_width_count - 1, lead byte in the high half.

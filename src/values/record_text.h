@@ -14,7 +14,7 @@ std::string_view field_text(const char (&field)[Size]) {
 }
 
 // Stores `text` with the rest of the field zero. What does not fit is cut, so that the terminator
-// always stands.
+// is always kept.
 template <std::size_t Size>
 void store_field(char (&field)[Size], std::string_view text) {
   const std::size_t count = std::min(text.size(), Size - 1);

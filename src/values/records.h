@@ -6,7 +6,7 @@
 
 #include "values/attributes.h"
 
-// The fixed-layout records of a settings file and the numbers that stand in them. A number from a
+// The fixed-layout records of a settings file and the numbers that are in them. A number from a
 // file may be any of 32 bits, whatever its type names.
 //
 // Records are plain data, written to the file byte for byte: little-endian, packed, texts
@@ -109,7 +109,7 @@ enum SettingsLevel : std::int32_t {};
 // How the repeats of items nest: those of the outermost level turn last.
 enum RepeatLevel : std::int32_t { outermost_level = 1 };
 
-// What stands around the values of quoted attributes.
+// What is around the values of quoted attributes.
 namespace quotation {
 enum Mark : std::int32_t {
   none = 0,
@@ -180,7 +180,7 @@ struct FmtColRec {
   char enumeration_path[enumeration_path_size];
 };
 
-// One level of the file: where its data area stands and what it holds.
+// One level of the file: where its data area is and what it holds.
 struct FmtLvlRec {
   SettingsLevel level;
   std::int32_t data_offset;

@@ -1,4 +1,4 @@
-# How many values an item has, alone and repeated twice; the size is foretold from the items' lengths.
+# How many values an item has, alone and repeated twice; the size is predicted from the items' lengths.
 file tell
   # What count says, and what a guarded run asks about a repeat.
   sed 's/ REPEAT//' l.toml > plain.toml

@@ -77,7 +77,7 @@ postgresql: $ korvex import "<target> user=poor" secret -o secret.toml --records
   secret: column a: refers to parent, which cannot be read: permission denied for table parent, stays NULL
   3 items: secret.toml
 
-# It writes only its own files: folders are made, and a list stands beside the layout.
+# It writes only its own files: folders are made, and a list is beside the layout.
 @shop
 @imported customers 1000
 @loaded customers

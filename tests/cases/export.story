@@ -59,7 +59,7 @@ $ korvex export l.toml -o - --format sql --records 1001 --table 'a"b' | grep -n 
   502:INSERT INTO "a""b" ("N""1", "名", "D") VALUES
   1003:INSERT INTO "a""b" ("N""1", "名", "D") VALUES
 
-# A table may stand in a schema; what is no path of names is one name. The data file's name is no path.
+# A table may be in a schema; what is no path of names is one name. The data file's name is no path.
 each TABLE NAME
   s2.au | "s2"."au"
   a.b.c | "a"."b"."c"

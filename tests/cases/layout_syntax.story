@@ -1,4 +1,4 @@
-# The first error is named with its place, and nothing else: what stands below it may mean anything.
+# The first error is named with its place, and nothing else: what is below it may mean anything.
 def head
   [layout]
   kind = "record"

@@ -19,7 +19,7 @@ cat o/d.csv.part-2-of-3
   7,004,
   88,005,
   9,006,
-# No settings file and no log stand beside them.
+# No settings file and no log are beside them.
 files
   l.toml
   list.txt

@@ -11,7 +11,7 @@ file flaky
   case "$*" in *--part\ *) echo "$*" | grep -o 'part [0-9]*' >> made; esac
   case "$*" in *"--part $(cat bad)"*) echo none > none; mv none bad; kill -9 $$; esac
   exec korvex "$@"
-# A Slurm that knows only how to start a task anew.
+# A Slurm that knows only how to start a task again.
 file scontrol
   #!/bin/sh
   echo "$@"

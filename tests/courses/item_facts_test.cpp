@@ -121,7 +121,7 @@ TEST(ItemFactsTest, TellsWhatSettingsGive) {
               item.column->record.generation_type == generation_type::initial_value);
       if (HasFailure()) return;
     }
-    // Only a number that shows no more than its last digits, or counts behind its end beside
+    // Only a number that shows no more than its last digits, or counts beyond its end beside
     // another element, leaves something open.
     EXPECT_GE(told, is_odd ? 300 : 3000);
     EXPECT_LT(without_distinct, is_odd ? told : 150);
@@ -154,7 +154,7 @@ TEST(ItemFactsTest, CountsToEndsThatNoTestReaches) {
     expect_counts({item_of(item), {format, cp932(start), cp932(end), increment}},
                   std::stoull(period), std::stoull(distinct), endless_run.empty());
   }
-  // One character stands twice in the order of full-width characters.
+  // One character occurs twice in the order of full-width characters.
   expect_counts({item_of("11 0 128 64"), {"%N", "\x81\x42", "\xFA\x57", "1"}}, 7334, 7333, true);
   expect_counts({item_of("11 0 128 64"), {"%N", "\x81\x42", "\xFA\x57", "7"}}, 1048, 1048, true);
 }

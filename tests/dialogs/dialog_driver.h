@@ -123,7 +123,7 @@ inline Step click(int id) {
   };
 }
 
-// Replaces what stands in an edit.
+// Replaces what is in an edit.
 inline Step type(int id, const QString& text) {
   return [id, text](FormDialog& dialog) {
     EXPECT_TRUE(is_usable(dialog, id)) << id;

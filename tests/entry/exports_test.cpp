@@ -59,7 +59,7 @@ TEST(ExportsTest, AsksInTheHostsOwnNumber) {
 }
 
 // Guarded runs can be cancelled. With repeats they leave a margin: the percentage counts on more
-// records than are asked for, and the last step goes to 100 all the same.
+// records than are asked for, and the last step goes to 100 anyway.
 TEST(ExportsTest, ThePercentageLeavesAMarginForRepeats) {
   const std::tuple<std::int32_t, std::int32_t, std::vector<int>> cases[] = {
       {guarded, 1, {12, 25, 37, 50, 62, 100}},

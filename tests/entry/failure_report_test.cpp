@@ -18,7 +18,7 @@ TEST(FailureReportTest, ComposesTheMessageByCode) {
   const std::string context = "/lists/100%d.txt\n";
   const std::string report = "/lists/100%s.txt.err\n";
   const std::string failed = "Failed to generate data.\n";
-  // The codes, and what stands before and behind their numbered messages.
+  // The codes, and what is before and after their numbered messages.
   const std::tuple<std::vector<std::int32_t>, std::string, std::string> cases[] = {
       {{-1, -2, -7, -26, -28, -40, -78, -90, -101, -105, -108, -116, -120}, failed, ""},
       {{-137, -138, -139}, failed, ""},

@@ -79,7 +79,7 @@ struct MemoryOutcome : Outcome {
 
 class MemoryTest : public testing::TestWithParam<Operation> {
  protected:
-  // One attempt, which leaves no block and no descriptor behind.
+  // One attempt, which leaves no block and no descriptor.
   MemoryOutcome attempt(std::int64_t n, bool for_good) const {
     Place place(false);
     MemoryOutcome outcome;
@@ -107,7 +107,7 @@ class MemoryTest : public testing::TestWithParam<Operation> {
   const Operation& operation = GetParam();
 
  private:
-  // What promises no code for want of memory may raise instead.
+  // What promises no code for lack of memory may raise instead.
   static std::int32_t run_caught(const std::function<std::int32_t()>& run) {
     try {
       return run();

@@ -28,7 +28,7 @@ uid_t owner_of(const std::string& path) {
 
 TEST(ReplacingFile, FollowsALinkAndKeepsModeAndOwnerOfTheOldFile) {
   const TempFolder folder;
-  // What stands there, what it leads to, and the mode of that before and after.
+  // What is there, what it leads to, and the mode of that before and after.
   const std::tuple<const char*, const char*, unsigned, unsigned> cases[] = {
       {"target", "target", 0, 0640},  // nothing: as the mask leaves it
       {"link", "elsewhere/target", 0604, 0604},

@@ -56,7 +56,7 @@ struct Operation {
   std::vector<std::string> may_go = {};    // although they stood there before
   std::int32_t success = 0;
   std::int32_t write_failed = -26;  // the code of a failed write
-  std::int32_t disk_full = -27;     // the same for want of space
+  std::int32_t disk_full = -27;     // the same for lack of space
   bool crosses_file_systems = false;
 };
 

@@ -50,7 +50,7 @@ TEST(RecordWriterTest, StopsAtTheLineThatReachesTheLimitIfGuarded) {
     EXPECT_EQ(up_to(limit - 1, guarded_output, 1, 1), std::pair(0, limit - 1));
     EXPECT_EQ(up_to(limit, guarded_output, 1, 1), std::pair(-76, whole_lines));
     EXPECT_EQ(up_to(limit + 1, plain_output, 1, 1), std::pair(0, limit + 1));
-    // Wherever in a block that line stands.
+    // Wherever in a block that line is.
     for (int first = 1; first <= 5; ++first) {
       EXPECT_EQ(up_to(limit + 9 * line_size, guarded_output, first, 5),
                 std::pair(-76, whole_lines));

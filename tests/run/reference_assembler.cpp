@@ -51,7 +51,7 @@ void start_again(Element& element) {
   element.current = element.settings.start;
 }
 
-// A column that is nothing but decimals drops what stands before the point.
+// A column that is nothing but decimals drops what is before the point.
 std::string shown_number(const ReferenceItem& item, const std::string& text) {
   const auto point = text.rfind('.');
   const bool is_fraction = item.settings.digits == item.settings.decimals;
@@ -60,7 +60,7 @@ std::string shown_number(const ReferenceItem& item, const std::string& text) {
   return (has('+') ? "+" : has('-') ? "-" : "") + text.substr(point);
 }
 
-// Steps the two halves of a magnitude; behind zero the other sign begins.
+// Steps the two halves of a magnitude; after zero the other sign begins.
 std::int32_t step_number(const FmtValRec& increment, std::int32_t sub_kind, FmtValRec& value) {
   std::int64_t low = value.low;
   std::int64_t high = value.high;
@@ -187,7 +187,7 @@ void set_second(FmtValRec& value, std::int64_t second) {
   value.second = static_cast<std::uint16_t>(second % 60);
 }
 
-// Where the calendar ends the element starts again, false, and so does whatever leads behind it.
+// Where the calendar ends the element starts again, false, and so does whatever leads after it.
 bool step_date(std::int64_t days, Element& element) {
   FmtValRec& value = element.current;
   if (days > 0 && value.year == 2038 && value.month == 1 && value.day + days > 19) {
@@ -209,7 +209,7 @@ bool step_timestamp(std::int64_t seconds, FmtValRec& value) {
   return true;
 }
 
-// Every month has 31 days, and behind the end's year comes the start's.
+// Every month has 31 days, and after the end's year comes the start's.
 void step_unchecked_date(std::int64_t days, Element& element) {
   const int way = days > 0 ? 1 : -1;
   std::int64_t year = element.current.year;
@@ -388,7 +388,7 @@ std::int32_t ReferenceRun::append_field(ReferenceItem& item, std::string& line) 
   Entry* const entry = entry_of(item);
   const bool is_member = entry != nullptr && !is_finished;
   const bool waits = is_member && entry != &entries.back() && !is_first && !entry[1].finished;
-  // A list that stands in several fields takes its values from its elements.
+  // A list that is in several fields takes its values from its elements.
   const bool is_list = !item.list.empty() && std::count(fields.begin(), fields.end(), &item) == 1;
   std::int32_t result = 0;
   line += item.mark;

@@ -46,7 +46,7 @@ class RepeatTableTest : public testing::Test {
 };
 
 // A level taken twice comes before a missing first level, and both before the limit. An item that
-// stands twice is no other item, but it counts twice against the limit.
+// occurs twice is no other item, but it counts twice against the limit.
 TEST_F(RepeatTableTest, RefusesLevels) {
   const std::tuple<const char*, std::vector<NamedItem>, std::int32_t, std::int32_t> cases[] = {
       {"1", {{4, 2}, {3, 2}}, -104, 0},         {"1", {{1, 2}, {2, 3}}, -108, 0},

@@ -185,7 +185,7 @@ std::string take_by_threads(Run& run, RandomSettings& random, Steps first, Steps
   return text;
 }
 
-// A record with its fields told apart, put together again.
+// A record with its fields separated, put together again.
 std::string take_record(Run& run, const RandomLayout& layout) {
   std::vector<std::string_view> values;
   if (run.next(values) != 0) return "";

@@ -143,11 +143,11 @@ TEST(SettingsReader, RefusesClaimsThatTheFileDoesNotHold) {
       {good, 32, {-1, least, most, 100}, -3},               // level count
       {good, 32, {3}, -4},                                  // that makes items to levels
       {good, level_1 + 4, {-1, least, 1, 44, 107}, -4},     // offset of the current level
-      {good, level_1 + 4, {size, most}, -3},                // behind the end
+      {good, level_1 + 4, {size, most}, -3},                // after the end
       {good, level_1 + 16, {-1, least, most, 3, 100}, -3},  // column count
       {good, area_1 + 4, {-1, least, most, 4}, -3},         // element count
       {good, level_2 + 4, {-1, least, 1, 44, 107}, -4},     // offset of a raw level
-      {good, level_2 + 4, {size, most}, -3},                // behind the end
+      {good, level_2 + 4, {size, most}, -3},                // after the end
       {good, level_2 + 12, {-1, least, most, 1269}, -3},    // size of a raw level
       {old, 32, {-1, least, most, 1000}, -3},
       {old, 44 + 16, {-1, least, most, 1000}, -3},
@@ -163,7 +163,7 @@ TEST(SettingsReader, RefusesClaimsThatTheFileDoesNotHold) {
   }
 }
 
-// Nothing is read behind an offset of 0, whatever the counts beside it say.
+// Nothing is read after an offset of 0, whatever the counts beside it say.
 TEST(SettingsReader, AnOffsetOfZeroEndsTheAreas) {
   const SettingsFolder folder;
   for (const std::int32_t claimed : {-57, -1, 5}) {

@@ -75,7 +75,7 @@ class GenerationSetup {
     expect(file.save(Quotation{quotation}), "save");
   }
 
-  // What stands in the folder beside the files that the run was given.
+  // What is in the folder beside the files that the run was given.
   std::vector<std::string> outputs() const {
     std::vector<std::string> names = folder.names();
     std::erase_if(names, [](const std::string& name) {

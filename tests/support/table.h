@@ -8,7 +8,7 @@
 
 #include "values/attributes.h"
 
-// Tables of cases as texts: what differs between cases stands below each other, a case a line.
+// Tables of cases as texts: what differs between cases is below each other, a case a line.
 namespace korvex::test {
 
 template <std::size_t columns>

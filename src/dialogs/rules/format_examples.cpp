@@ -51,7 +51,7 @@ std::array<std::string, format_example_values.size()> FormatExamples::pieces() c
   std::array<std::string, format_example_values.size()> texts;
   std::size_t piece = 0;
   for (std::size_t i = default_format_examples.size(); i < entries_.size(); ++i) {
-    // The comma behind the last example of a piece is dropped, so it takes no room.
+    // The comma after the last example of a piece is dropped, so it takes no room.
     if (texts[piece].size() + entries_[i].size() > max_example_piece_size) ++piece;
     if (piece == texts.size()) break;
     texts[piece].append(entries_[i]).append(",");

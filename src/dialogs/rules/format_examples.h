@@ -22,7 +22,7 @@ inline constexpr std::array<std::string_view, 3> format_example_values = {"ListF
 inline constexpr std::size_t max_example_piece_size = 1023;
 
 // The list of formats that a user may pick from: the default ones, which cannot be deleted, and
-// behind them the user's own, which are kept in the settings store. Positions count from 0.
+// after them the user's own, which are kept in the settings store. Positions count from 0.
 class FormatExamples {
  public:
   FormatExamples();

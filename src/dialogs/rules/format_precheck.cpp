@@ -21,7 +21,7 @@ struct SplitFormat {
   std::string variable_text;
 };
 
-// Separates what stands between quotation marks from the rest. Going byte by byte is safe: the
+// Separates what is between quotation marks from the rest. Going byte by byte is safe: the
 // second byte of a double-byte character is never a blank, a quotation mark or a percent sign.
 Result<SplitFormat> split_format(std::string_view format) {
   if (format.empty() || (format.front() != '%' && format.front() != '\'')) {

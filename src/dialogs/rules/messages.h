@@ -10,7 +10,7 @@
 namespace korvex {
 
 // How a dialog tells the user of an error code: the code's numbered text in the wording of the
-// layout, with its number filled in, and what the place adds behind it. Does not own `main`, which
+// layout, with its number filled in, and what the place adds after it. Does not own `main`, which
 // must outlive it.
 class Messages {
  public:
@@ -30,7 +30,7 @@ class Messages {
   const ClColMain& main_;
 };
 
-// What names the item behind a message.
+// What names the item that a message is about.
 platform::MessageText name_suffix(const ClDGCol& item);
 
 }  // namespace korvex

@@ -22,7 +22,7 @@ enum Entry : std::int32_t {
 
 using TypeEntry = type_entry::Entry;
 
-// Proposed where no increment stands yet.
+// Proposed where no increment is yet.
 inline constexpr const char* first_increment = "1";
 
 // What the controls of the format dialog hold. Texts are code page 932, the path is the file

@@ -33,7 +33,7 @@ enum class RangePart { none, format, start, end, increment };
 struct RangeStored {
   ErrorCode code = error::none;       // what was refused
   RangePart wrong = RangePart::none;  // the text to be typed again
-  std::string_view hint;              // belongs behind the message of `code`
+  std::string_view hint;              // belongs after the message of `code`
   bool clears_values = false;         // the stored format takes no start, end and increment
 };
 
@@ -42,7 +42,7 @@ struct RangeStored {
 // beyond its range come when the new settings are stored already.
 RangeStored store_range(ClColMain& main, const RangeEntry& entry, const RangeRules& rules);
 
-// What the user should look at again, to be shown behind the message of a code from precheck_format
+// What the user should look at again, to be shown after the message of a code from precheck_format
 // or store_range; empty for most codes.
 std::string_view range_hint(ErrorCode code);
 

@@ -17,7 +17,7 @@ namespace korvex {
 
 struct EnumerationStored {
   ErrorCode code = error::none;       // what was refused
-  platform::MessageText suffix = {};  // belongs behind the message of `code`
+  platform::MessageText suffix = {};  // belongs after the message of `code`
   std::uint64_t number = 0;           // and into it: a line of the file
   bool leaves_settings = false;  // the item had none before and has got the initial value for now
 };
@@ -32,10 +32,10 @@ EnumerationStored choose_enumeration(ClColMain& main, const std::string& path,
 std::optional<std::string> ask_for_enumeration_file(const std::string& folder);
 
 // Opens a value list in the user's editor, when it can be read and written by this user and
-// nobody else has it open; says so otherwise.
+// no other process has it open; says so otherwise.
 void open_enumeration_file(const std::string& path, const Messages& messages);
 
-// Remembers how many values value lists have while a dialog is open, so that the count behind
+// Remembers how many values value lists have while a dialog is open, so that the count after
 // it need not read them again at each change. A file that was replaced or changed since is read
 // again.
 class EnumerationCounts {

@@ -73,7 +73,7 @@ std::unique_ptr<ClDGCol> copy_of(const ClDGCol& item) {
 }
 
 ValuePreview preview_list_for(const FmtColRec& settings, const std::string& path) {
-  ClColMain apart;  // what the check leaves behind is nobody's
+  ClColMain apart;  // what the check leaves here is dropped
   std::int32_t line = 0;
   auto values = std::make_unique<ClEnumDataList>();
   bool is_whole = true;

@@ -19,7 +19,7 @@ struct ValuePreview {
 
   std::vector<std::string> first = {};
   std::string last = {};  // empty when it is one of the first, or nobody knows it
-  Steps count = 0;        // until the values come back; `endless` where that can't be told
+  Steps count = 0;        // until the values come back; `endless` where that is unknown
   bool is_more = false;   // `count` is as far as was looked
 };
 

@@ -53,7 +53,7 @@ struct Difference {
   qsizetype new_length;
 };
 
-// `cursor` stands where the inserted part ends, which tells it from equal characters behind it.
+// `cursor` is where the inserted part ends, which tells it from equal characters after it.
 Difference compare(const QString& old_text, const QString& new_text, int cursor) {
   const qsizetype shorter = std::min(old_text.size(), new_text.size());
   const qsizetype most = std::min(shorter, new_text.size() - cursor);

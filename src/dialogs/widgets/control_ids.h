@@ -29,7 +29,7 @@ inline constexpr int count = 1010;
 inline constexpr int count_stepper = 1011;
 inline constexpr int update = 1026;
 
-// Data Generation: the controls that nobody sees.
+// Data Generation: the hidden controls.
 inline constexpr int output_group = 1502;
 inline constexpr int quotation_label = 1427;
 inline constexpr int quotation = 1428;

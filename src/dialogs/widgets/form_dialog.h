@@ -80,7 +80,7 @@ class FormDialog : public QDialog {
   // its owner.
   virtual void choose_place(const QRect& /*screen*/) {}
 
-  // The window's size with the frame that the desktop puts around it, which nobody knows before it
+  // The window's size with the frame that the desktop puts around it, which is unknown before it
   // is shown.
   QSize size_with_frame() const;
 

@@ -19,7 +19,7 @@ constexpr const char* page = "share/doc/korvex/docs/desktop.md";
 // From the library's folder up to the prefix that it was installed to: lib, or lib/ARCHITECTURE.
 constexpr int most_folders_up = 2;
 
-// Of the file that this code stands in, wherever a link to it may lie.
+// Of the file that this code is in, wherever a link to it may lie.
 QDir own_folder() {
   Dl_info place = {};
   if (::dladdr(reinterpret_cast<const void*>(&help_page), &place) == 0) return {};

@@ -48,7 +48,7 @@ QString fitted(const QByteArray& bytes, int width, int margin, const QFontMetric
   const std::string_view text(bytes.data(), static_cast<std::size_t>(bytes.size()));
   std::string kept = fit_text(text, width, margin,
                               [&](std::string_view part) { return drawn_width(part, metrics); });
-  // Fitting counts bytes and may leave the first one of a character behind, which would show as a
+  // Fitting counts bytes and may keep only the first one of a character, which would show as a
   // mark of its own in front of the dots.
   const std::string_view dots = "...";
   const std::size_t head = kept.size() - std::min(kept.size(), dots.size());

@@ -9,7 +9,7 @@ class QToolButton;
 namespace korvex {
 
 // Two arrows beside a line edit that holds a number: they, and the arrow keys in the edit, step it
-// by one within a range, from 0 when nothing stands there. Decimals stay as they are. The user may
+// by one within a range, from 0 when nothing is there. Decimals stay as they are. The user may
 // type beyond the range: a step towards it comes back into it, a step away from it does nothing. A
 // text that is no number stays. Each step can be undone in the edit.
 class UpDown : public QWidget {

@@ -28,7 +28,7 @@ namespace {
 QString variable(const char* name) { return qEnvironmentVariable(name); }
 
 // A connection that shows that the display can be reached. It stays open until Qt has its own:
-// some servers start anew when their last client leaves, and refuse everybody meanwhile.
+// some servers start again when their last client leaves, and refuse everybody meanwhile.
 class Connection {
  public:
   bool open_x11(QString& reason) {
@@ -87,7 +87,7 @@ bool has_plugin(const QString& name, QString& reason) {
 }
 
 // Whether Qt can show windows through a platform, named as QT_QPA_PLATFORM names it: a plug-in,
-// perhaps with arguments behind a colon.
+// perhaps with arguments after a colon.
 bool can_use_platform(const QString& platform, Connection& connection, QString& reason) {
   QString plugin = platform.section(':', 0, 0);
   bool is_reached = true;

@@ -104,7 +104,7 @@ bool ClItemValueUpdateDlg::load() {
   ErrorCode result = main_.load();
   if (result == error::none) result = reconcile(main_).code();
   if (result != error::none) return refuse(result, {}, 0);
-  return !main_.mismatch;  // of which the user was told
+  return !main_.mismatch;  // which was reported to the user
 }
 
 void ClItemValueUpdateDlg::fill_labels() {

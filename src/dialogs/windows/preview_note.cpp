@@ -60,7 +60,7 @@ void PreviewNote::look() noexcept {
   dialog_.update();
 }
 
-// To the left of OK, below whatever stands above it there.
+// To the left of OK, below whatever is above it there.
 QRect PreviewNote::room() const {
   const QRect ok = dialog_.control(control_id::ok)->geometry();
   const int left = dialog_.layout()->contentsMargins().left();

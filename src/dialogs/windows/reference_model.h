@@ -11,7 +11,7 @@ namespace korvex {
 
 // The names of all items, to choose one whose settings the current item takes over. What would be
 // refused cannot be chosen, and its tooltip says why. Asks for everything whenever it is shown, so
-// it never lags behind the settings. Does not own what it shows.
+// it never falls out of date with the settings. Does not own what it shows.
 class ReferenceModel : public QAbstractListModel {
  public:
   ReferenceModel(const ClColMain& main, const Messages& messages, QObject* parent);

@@ -129,7 +129,7 @@ class MessageBox : public QMessageBox {
 
 Answer WindowInterface::show_message(MessageKind kind, const platform::MessageText& text) {
   MessageBox box(kind, QString::fromStdString(text.utf8()), owner_widget(nullptr));
-  // Nobody waits while a message waits for him.
+  // The user does not wait while a message waits for an answer.
   std::optional<OverrideCursor> pointer;
   if (QApplication::overrideCursor() != nullptr) pointer.emplace(Qt::ArrowCursor);
   const int answer = box.exec();

@@ -55,7 +55,7 @@ TEST(ExplanationsTest, TellWhatTheDirectivesOfAFormatWrite) {
   )")) {
     EXPECT_EQ(explain_format(format), text) << format;
   }
-  // Equal directives once, and nothing that stands in fixed text.
+  // Equal directives once, and nothing that is in fixed text.
   EXPECT_EQ(explain_format(cp932("'表%9U'% 2 S%2S'%T'%3s")),
             "%2S: upper-case letters, for example AA\n%3s: lower-case letters, for example aaa");
   // What nobody can see is cut.

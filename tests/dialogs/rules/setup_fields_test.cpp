@@ -54,7 +54,7 @@ TEST(SetupFieldsTest, ShowWhatTheTypeHas) {
 }
 
 TEST(SetupFieldsTest, ConfirmingATypeFillsOnlyWhatIsEmpty) {
-  // Chosen and stored type, what stands in the format and its values, and the stored text.
+  // Chosen and stored type, what is in the format and its values, and the stored text.
   for (const auto& [types, typed, stored, expected] : table<4>(R"(
       1 0 |   |                  | 1 r= n= p=/a.txt f=%4U [,,1] c=0 x=0
       1 1 |   | Init Value       | 1 r= n= p=/a.txt f=%4U [,,1] c=0 x=0

@@ -134,7 +134,7 @@ TEST_F(StoreRangeTest, IntegersOutOfRangeAreStoredAllTheSame) {
 
 TEST_F(StoreRangeTest, AFormatWithoutVariablePartClearsTheValues) {
   open({attribute::integer, 0, 9, 9, 0});
-  // What the controls hold is looked at all the same.
+  // What the controls hold is looked at anyway.
   RangeStored stored = store({"'123'", "99999999999", "", ""});
   EXPECT_EQ(stored.code, error::start_out_of_range);
   EXPECT_FALSE(stored.clears_values);

@@ -69,7 +69,7 @@ TEST_F(CodePageEditTest, AnswersTheBytesThatWereSetAndConvertsWhatWasTyped) {
     if (!typed.isEmpty()) commit(typed);
     EXPECT_EQ(edit_.bytes(), after);
   }
-  // While an input method composes, anything may stand there.
+  // While an input method composes, anything may be there.
   edit_.set_bytes("");
   QInputMethodEvent composing(korean, {});
   QApplication::sendEvent(&edit_, &composing);
@@ -130,7 +130,7 @@ TEST_F(CodePageEditTest, EditsAroundBytesWithoutMeaning) {
 }
 
 TEST_F(CodePageEditTest, CutsToTheWholeCharactersThatFit) {
-  // What stands there, from where how much is selected, what is pasted and what stands there then.
+  // What is there, from where how much is selected, what is pasted and what is there then.
   const std::tuple<const char*, int, int, QString, QString> cases[] = {
       {"", 0, 0, "abcdefg", "abcde"}, {"", 0, 0, "あいう", "あい"},
       {"abc", 1, 0, "あい", "aあbc"}, {"abcd", 4, 0, "あ", "abcd"},

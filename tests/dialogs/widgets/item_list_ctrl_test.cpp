@@ -55,7 +55,7 @@ class ItemListTest : public testing::Test {
 
   QPoint middle_of(int row) const { return list_.visualRect(model_.index(row, 0)).center(); }
 
-  // The colour of a row behind its texts.
+  // The background colour of a row.
   QColor background(int row) {
     QPoint place = list_.visualRect(model_.index(row, 6)).center();
     return list_.viewport()->grab().toImage().pixelColor(place);

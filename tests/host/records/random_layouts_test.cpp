@@ -131,7 +131,7 @@ TEST(RandomLayouts, AreForecastRightly) {
       }
       const std::size_t count = layout->items.size();
       for (std::uint64_t set = 0; set < 3 * count; ++set) {
-        // Items that belong together stand near each other.
+        // Items that belong together are near each other.
         std::vector<std::size_t> items = {set % count};
         items.push_back((set + 1 + ways::draw_below({seed}, set, set < count ? 3 : count)) % count);
         if (set > 2 * count) items.push_back(ways::draw_below({set}, seed, count));

@@ -385,7 +385,7 @@ TEST(Uniqueness, IsKnownOfWhatIsMadeToBeUnique) {
   EXPECT_EQ(told({}), Pair(1, 1));
 }
 
-// What is foretold of single fields is held against their records.
+// What is predicted for single fields is held against their records.
 TEST(TextFacts, HoldsInTheRecords) {
   std::map<std::string, std::uint64_t> exact;
   for (std::uint64_t seed = 0; seed < 200; ++seed) {
