@@ -4,9 +4,10 @@
 /*
  * KORVEX: test data for record files and database tables.
  *
- * Five functions. Each is handed the path of a control file that the host has just written, does
- * its work, and returns; nothing survives a call except what stands in files and in the user's
- * settings store.
+ * Five functions. Each takes the path of a control file that the host has just written, does its
+ * work, and returns; nothing survives a call except what is in files and in the user's settings
+ * store. The structs of a control file are in control_file.h, the error codes in errors.h. All
+ * headers are for C from C11 and C++ from C++11.
  *
  * For all five:
  *   - Paths are zero-terminated bytes as the file system takes them; they are only read, and the
@@ -17,8 +18,8 @@
  *     whose message number is 99000 plus their absolute value. Everywhere -1 also means that memory
  *     ran out.
  *   - Reading a settings file may change files: one of the previous version is rewritten as one of
- *     the current version, and what stands under its name with ".w" behind it is removed, as the
- *     rest of a rewriting that was killed.
+ *     the current version, and what is under its name with ".w" after it is removed, as the rest
+ *     of a rewriting that was killed.
  *   - No exception leaves a function, and no function ends the host process.
  *   - One call at a time: messages and progress belong to the one person in front of the host. A
  *     call that shows no window may come from any thread; windows belong to one, the first that
@@ -26,16 +27,18 @@
  *     kept apart by a lock; the second gets -2.
  *   - Windows come from libkorvex-dialogs.so, the file beside this library, which is opened when
  *     the first one is needed. A QApplication of the host is used; without one it is made, and
- *     stays until the process ends. The wait cursor stands on windows that are there already: for
+ *     stays until the process ends. The wait cursor is shown on windows that exist already: for
  *     it the file is opened where the desktop is chosen (below), but no QApplication made.
  *   - Messages and progress of DGCreateData and DGCheckRepeatCnt go to the desktop or the console:
  *     KORVEX_UI=desktop|console chooses; unset, the desktop is taken if it can be reached. Where it
- *     is asked for in vain, standard error says why, and the console takes its place. There
- *     messages go to standard error, and a question is asked on a terminal only; elsewhere
+ * is asked for and cannot be reached, standard error says why, and the console takes its place.
+ *     There messages go to standard error, and a question is asked on a terminal only; elsewhere
  *     KORVEX_ANSWER=yes|no answers it, "no" when unset.
  */
 
 #include <stdint.h>
+
+#include "version.h"
 
 #if defined(__GNUC__)
 #define KORVEX_EXPORT __attribute__((visibility("default")))
@@ -82,7 +85,7 @@ KORVEX_EXPORT int32_t DGCreateFormat(const char* control_file_path, void* parent
  * Returns 1 for OK: the settings are saved; 2 for Cancel, and when the files could not be loaded;
  * -1 when no window can be shown, with the reason on standard error and no file touched.
  *
- * On disk as DGCreateFormat. A failed save is told, and the dialog stays open.
+ * On disk as DGCreateFormat. A failed save is reported, and the dialog stays open.
  */
 KORVEX_EXPORT int32_t DGReplaceData(const char* control_file_path, void* parent);
 
@@ -110,7 +113,8 @@ KORVEX_EXPORT int32_t DGCheckRepeatCnt(const char* control_file_path);
  * Returns 0 on success, also when the 2 GB limit ended the file early or the user declined the
  * question about repeats. A failure has been reported in one message before its code is returned.
  * For a code about a file (-2 to -4, -26, -27, -121 to -124) errno then says why, as
- * far as the system does: EWOULDBLOCK when another program holds the file, 0 when nobody knows.
+ * far as the system does: EWOULDBLOCK when another program holds the file, 0 when the reason is
+ * unknown.
  *
  * On disk: a successful run leaves the data file and, in the work folder, a log file named after
  * it. The data file is created, or emptied if it exists, once all settings have been read and

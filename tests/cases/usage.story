@@ -1,6 +1,6 @@
 # The command line: what it answers, and what it refuses.
 > --version
-  korvex 0.1.0
+  korvex 0.2.0
 each OPTIONS LINE
   generate | --output-option
   count | --records
