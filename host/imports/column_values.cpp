@@ -1,6 +1,9 @@
 #include "host/imports/column_values.h"
 
 #include <algorithm>
+#include <cctype>
+#include <set>
+#include <utility>
 
 #include "formatlang/value_parser.h"
 #include "host/imports/calendar_days.h"
@@ -44,10 +47,16 @@ std::optional<std::chrono::year_month_day> day_of(const std::optional<ValueBound
   return date.ok() ? std::optional(date) : std::nullopt;
 }
 
+std::string folded(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(),
+                 [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+  return text;
+}
+
 // The texts that a unique column holds, in order.
 std::vector<std::string> held_by(const ColumnTask& task) {
   std::vector<std::string> held;
-  if (task.is_unique && task.held) held = task.held();
+  if (task.is_fresh && task.held) held = task.held();
   std::sort(held.begin(), held.end());
   return held;
 }
@@ -149,13 +158,38 @@ std::optional<ColumnValues> patterned(const ColumnTask& task) {
   const std::vector<std::string> held = held_by(task);
   std::vector<std::string> texts = matching_texts(regular, wanted + held.size());
   const std::size_t limit = text_limit(task);
+  std::set<std::string> taken;
+  for (const std::string& text : held) taken.insert(folded(text));
   std::erase_if(texts, [&](const std::string& text) {
     return text.size() > limit || static_cast<int>(text.size()) < facts.least_length.value_or(0) ||
-           std::binary_search(held.begin(), held.end(), text);
+           !taken.insert(folded(text)).second;
   });
   texts.resize(std::min(texts.size(), wanted));
   if (texts.empty()) return std::nullopt;
   return listed(std::move(texts), task.is_unique);
+}
+
+// Letters and digits that the column does not hold, as far as they are needed: where it has room
+// for a few of them only, it may hold any. Capitals count as small letters, as they do for some
+// indexes.
+std::vector<std::string> free_texts(const ColumnTask& task, std::size_t count) {
+  const bool is_lower = task.facts.letter_case == ColumnFacts::LetterCase::lower;
+  const std::string signs =
+      (is_lower ? "abcdefghijklmnopqrstuvwxyz" : "ABCDEFGHIJKLMNOPQRSTUVWXYZ") +
+      std::string("0123456789");
+  std::set<std::string> held;
+  for (const std::string& text : held_by(task)) held.insert(folded(text));
+  std::vector<std::string> texts;
+  std::vector<std::size_t> wheels(count);
+  for (bool is_over = false; !is_over && texts.size() < static_cast<std::size_t>(task.records);) {
+    std::string text;
+    for (const std::size_t wheel : wheels) text += signs[wheel];
+    if (!held.contains(folded(text))) texts.push_back(std::move(text));
+    auto wheel = wheels.rbegin();
+    for (; wheel != wheels.rend() && ++*wheel == signs.size(); ++wheel) *wheel = 0;
+    is_over = wheel == wheels.rend();
+  }
+  return texts;
 }
 
 // Letters, as many as the column asks for: those beyond the directives stay the same. Numbers,
@@ -174,6 +208,11 @@ std::optional<ColumnValues> lettered(const ColumnTask& task) {
   if (task.is_unique && is_short && limit > letters && least <= static_cast<int>(digits)) {
     made =
         counted_texts({"", '0', '9', std::min(digits, static_cast<std::size_t>(limit)), ""}, task);
+  } else if (task.is_fresh && is_short) {
+    auto free = free_texts(task, static_cast<std::size_t>(count));
+    if (!free.empty() && (!made || free.size() > made->period)) {
+      made = listed(std::move(free), task.is_unique);
+    }
   }
   if (!made) return std::nullopt;
   made->attributes = text_attributes(task.column.length > 0
@@ -211,7 +250,26 @@ std::optional<ColumnValues> texts(const ColumnTask& task) {
 constexpr std::size_t clock_length = 8;
 constexpr ItemAttributes time_item = {attribute::time, 0, 6, 6, 0};
 
+// Times of the day that the column does not hold.
+std::optional<ColumnValues> free_times(const ColumnTask& task) {
+  constexpr std::int64_t seconds_of_day = 86'400;
+  constexpr std::int64_t stride = 7919;  // a prime, so that they lie all over the day
+  const std::vector<std::string> held = held_by(task);
+  std::vector<std::string> times;
+  for (std::int64_t i = 0; i < seconds_of_day; ++i) {
+    if (std::cmp_greater_equal(times.size(), task.records)) break;
+    const std::int64_t second = i * stride % seconds_of_day;
+    char text[16];
+    std::snprintf(text, sizeof text, "%02d:%02d:%02d", static_cast<int>(second / 3600),
+                  static_cast<int>(second / 60 % 60), static_cast<int>(second % 60));
+    if (!std::binary_search(held.begin(), held.end(), text)) times.emplace_back(text);
+  }
+  if (times.empty()) return std::nullopt;
+  return listed(std::move(times), task.is_unique);
+}
+
 std::optional<ColumnValues> times(const ItemAttributes& item, const ColumnTask& task) {
+  if (task.is_fresh) return free_times(task);
   auto made = range_values(item, {"%T", "000000", task.is_followed ? "175959" : "235959", "1"},
                            task.is_unique);
   if (made) made->is_measured = item.attribute == attribute::time;
@@ -273,6 +331,15 @@ std::optional<ColumnValues> range_values(const ItemAttributes& item, const Range
   return made;
 }
 
+// How many of the values that are left a column draws from: a part, so that later imports find some
+// after them, too.
+std::uint64_t width_beside(std::uint64_t left, std::int64_t records) {
+  constexpr std::uint64_t imports = 50;
+  const std::uint64_t needed = std::max<std::uint64_t>(static_cast<std::uint64_t>(records), 2);
+  const std::uint64_t wide = std::max(left / imports, needed * 10);
+  return std::min(wide > left / 2 ? needed : wide, left);
+}
+
 std::optional<ColumnValues> counted_texts(const TextForm& form, const ColumnTask& task) {
   const bool is_number = form.lowest == '0';
   const char directive = is_number ? 'U' : form.lowest == 'a' ? 's' : 'S';
@@ -283,13 +350,19 @@ std::optional<ColumnValues> counted_texts(const TextForm& form, const ColumnTask
                       "1"};
   const ItemAttributes item = text_attributes(form.before.size() + form.count + form.behind.size());
   std::optional<std::string> last;
-  if (task.is_unique && task.largest_text) last = task.largest_text(form);
+  if (task.is_fresh && task.largest_text) last = task.largest_text(form);
   // The number that is left out is 0.
   if (last || is_number) {
     if (last) texts.start = last->substr(form.before.size(), form.count);
     const auto course = RangeCourse::of(item, texts);
     if (!course) return std::nullopt;
     texts.start = course->text(1).substr(form.before.size(), form.count);
+  }
+  if ((task.is_unique || task.is_fresh) && task.form == DraftForm::ways) {
+    if (const auto course = RangeCourse::of(item, texts)) {
+      const std::uint64_t width = width_beside(course->values(), task.records);
+      texts.end = course->text(width - 1).substr(form.before.size(), form.count);
+    }
   }
   if (is_number) texts.start.erase(0, texts.start.find_first_not_of('0'));
   return range_values(item, texts, task.is_unique);

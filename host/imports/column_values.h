@@ -39,7 +39,7 @@ struct ColumnTask {
   bool is_followed = false;         // by a later moment, which is to have room
   bool counts_on = false;           // one number after the other, as keys do
   bool has_readable_texts = false;  // words for a text of which nothing is known
-  // What a unique column holds already.
+  bool is_fresh = false;            // none of what the column holds already, which is:
   std::uint64_t rows_there = 0;
   std::optional<std::int64_t> largest = {};
   std::function<std::optional<std::string>(const TextForm&)> largest_text = {};

@@ -81,22 +81,40 @@ class Import {
   DatabaseImport made_;
 };
 
+// Plans all tables. Those that turn out to be full keep their rows, and the others are planned once
+// more, with keys to these.
+DatabaseImport plan_tables(Database& database, const DatabaseImportOptions& options,
+                           DatabaseModel& model) {
+  for (;;) {
+    Import import({.model = model,
+                   .database = database,
+                   .period = period_before(options.today),
+                   .is_plain = options.is_plain,
+                   .files = layout_files(model),
+                   .records = wished_records(model, options.wish),
+                   .sums = options.is_plain ? Sums{} : find_sums(model)});
+    std::vector<std::size_t> full;
+    for (const std::size_t table : tables_in_order(model)) {
+      if (import.add(table).is_full) full.push_back(table);
+    }
+    if (full.empty()) return import.finish();
+    for (const std::size_t table : full) {
+      model.tables[table].is_kept = true;
+      model.left_out.push_back({model.tables[table].schema.name,
+                                "its rows have all the values that its unique columns can have"});
+    }
+  }
+}
+
 }  // namespace
 
 DatabaseImport import_database(Database& database, const DatabaseImportOptions& options) {
-  const DatabaseModel model = read_database(database, options.choice, options.is_sqlite);
-  Import import({.model = model,
-                 .database = database,
-                 .period = period_before(options.today),
-                 .is_plain = options.is_plain,
-                 .files = layout_files(model),
-                 .records = wished_records(model, options.wish),
-                 .sums = options.is_plain ? Sums{} : find_sums(model)});
-  for (const std::size_t table : tables_in_order(model)) import.add(table);
-  DatabaseImport made = import.finish();
+  DatabaseModel model = read_database(database, options.choice, options.is_sqlite);
+  DatabaseImport made = plan_tables(database, options, model);
   std::vector<std::string> first;
-  for (const std::string& pattern : model.unmatched)
+  for (const std::string& pattern : model.unmatched) {
     first.push_back("no table is named " + pattern);
+  }
   for (const LeftOutTable& table : model.left_out) {
     first.push_back(table.name + ": left out, " + table.reason);
   }

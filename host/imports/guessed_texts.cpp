@@ -111,12 +111,16 @@ class TextGuesser {
         const std::size_t all = values.size();
         std::erase_if(values, [&](const std::string& value) { return !fits(value); });
         if (values.size() < std::min(fewest_fitting, all) || values.empty()) continue;
-        if (values.size() < all) {
-          if (must_be_whole) continue;
-          return listed(std::move(values), what);
+        const bool is_whole = values.size() == all;
+        if (!is_whole && must_be_whole) continue;
+        std::optional<GuessedText> text;
+        if (is_whole && is_enough(name, all)) {
+          text = builtin(name, all, what);
+        } else {
+          text = listed(std::move(values), what);
         }
-        if (!is_enough(name, all)) return listed(std::move(values), what);
-        return builtin(name, all, what);
+        if (text) text->is_closed = is_closed(name);
+        return text;
       }
     }
     return std::nullopt;
@@ -125,10 +129,13 @@ class TextGuesser {
   // There are no more countries than there are; of other names, more can be made.
   bool is_enough(const std::string& name, std::size_t size) const {
     if (!task_.is_unique) return true;
-    if (task_.rows_there > 0) return false;
-    const bool is_closed = name.starts_with("countries.") || name.starts_with("languages.") ||
-                           name.starts_with("currencies.");
-    return is_closed || size >= wanted();
+    if (task_.rows_there > 0 || set_repeats(name, company_.language)) return false;
+    return is_closed(name) || size >= wanted();
+  }
+
+  static bool is_closed(const std::string& name) {
+    return name.starts_with("countries.") || name.starts_with("languages.") ||
+           name.starts_with("currencies.");
   }
 
   GuessedText builtin(const std::string& name, std::size_t size, const std::string& what) {
@@ -380,7 +387,10 @@ std::optional<GuessedText> guess_text(Meaning meaning, const ColumnTask& task,
   const bool is_fitting = choices_of(task).empty() ? task.column.type == ColumnType::text
                                                    : meaning == Meaning::sex && company.has_given;
   if (!is_free || !is_fitting) return std::nullopt;
-  return TextGuesser(task, company).guess(meaning);
+  auto guess = TextGuesser(task, company).guess(meaning);
+  const bool is_short = guess && task.is_unique && !guess->is_closed &&
+                        guess->values.period < static_cast<std::uint64_t>(task.records);
+  return is_short ? std::nullopt : std::move(guess);
 }
 
 }  // namespace korvex::host

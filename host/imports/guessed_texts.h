@@ -26,8 +26,9 @@ struct TextCompany {
 // asks for what they don't promise.
 struct GuessedText {
   ColumnValues values;
-  std::string rows;  // what its rows belong to: columns of one place or person go together
-  std::string what;  // for the comment
+  std::string rows;        // what its rows belong to: columns of one place or person go together
+  std::string what;        // for the comment
+  bool is_closed = false;  // there are no others, as there are no more countries
 };
 std::optional<GuessedText> guess_text(Meaning meaning, const ColumnTask& task,
                                       const TextCompany& company);

@@ -6,6 +6,7 @@
 
 #include "host/imports/lists.h"
 #include "host/process/signals.h"
+#include "host/sources/saturating.h"
 #include "host/ways/mixing.h"
 
 namespace korvex::host {
@@ -18,12 +19,6 @@ constexpr std::size_t most_listed_keys = 100'000;
 constexpr std::uint64_t room_above_mean = 4;
 constexpr std::size_t key_length = 64;  // of an item whose parent is not known yet
 constexpr std::int32_t line_digits = 9;
-
-std::string joined(const std::vector<std::string>& texts) {
-  std::string line;
-  for (const std::string& text : texts) line += (line.empty() ? "" : "\t") + text;
-  return line;
-}
 
 }  // namespace
 
@@ -49,7 +44,7 @@ void KeyItems::add(std::size_t place, std::vector<PlannedItem>& items) {
     if (items[column].is_empty) return leave_empty(use, items[column].reason, items);
   }
   if (is_list(place)) {
-    add_list(use, items);
+    add_list(place, items);
   } else if (use.parent == table_) {
     add_own(use, items);
   } else {
@@ -58,9 +53,9 @@ void KeyItems::add(std::size_t place, std::vector<PlannedItem>& items) {
 }
 
 bool KeyItems::is_list(std::size_t place) const {
-  const std::size_t parent = keys_.keys[place].parent;
-  if (parent >= plan_.files.size() || plan_.files[parent].empty()) return true;
-  return parent == table_ && plan_.form == DraftForm::settings &&
+  const KeyUse& use = keys_.keys[place];
+  if (use.takes_rows) return true;
+  return use.parent == table_ && plan_.form == DraftForm::settings &&
          plan_.model.tables[table_].rows > 0;
 }
 
@@ -118,13 +113,21 @@ void KeyItems::add_own(const KeyUse& use, std::vector<PlannedItem>& items) {
   }
 }
 
+// Whether the conditions of the columns allow a key.
+bool KeyItems::is_allowed(const KeyUse& use, const std::vector<std::string>& row) const {
+  const std::vector<ColumnFacts>& facts = plan_.model.tables[table_].facts.columns;
+  for (std::size_t place = 0; place < row.size(); ++place) {
+    if (!allows(facts[use.key->columns[place]], row[place])) return false;
+  }
+  return true;
+}
+
 // The rows that are there, or as many as a list may have; those that a unique key has are not free.
-std::optional<KeyItems::Rows> KeyItems::read_rows(const KeyUse& use,
-                                                  std::vector<PlannedItem>& items) {
+std::optional<TextRows> KeyItems::read_rows(const KeyUse& use, std::vector<PlannedItem>& items) {
   const std::string& table = use.key->table;
   const bool is_encoded = plan_.form == DraftForm::settings;
   std::int64_t unfit = 0;
-  Rows rows;
+  TextRows rows;
   std::set<std::vector<std::string>> taken;
   const auto read = [&](const ForeignKey& key, const auto& take) {
     plan_.database.read_keys(key, [&](const std::vector<std::string_view>& texts) {
@@ -153,7 +156,7 @@ std::optional<KeyItems::Rows> KeyItems::read_rows(const KeyUse& use,
     }
     read(*use.key, [&](std::vector<std::string> row) {
       const bool has_room = is_encoded || rows.size() < most_listed_keys;
-      if (has_room && !taken.contains(row)) rows.push_back(std::move(row));
+      if (has_room && is_allowed(use, row) && !taken.contains(row)) rows.push_back(std::move(row));
     });
   } catch (const KeysUnreadable& failure) {
     leave_empty(use, "refers to " + table + ", which cannot be read: " + failure.what(), items);
@@ -168,11 +171,13 @@ std::optional<KeyItems::Rows> KeyItems::read_rows(const KeyUse& use,
                           : taken.empty() ? "which has no rows yet (load " + table + " first)"
                                           : "which has no keys that are free";
   leave_empty(use, "refers to " + table + ", " + why, items);
+  planned_.is_full = !taken.empty() && items[use.key->columns.front()].is_gap;
   return std::nullopt;
 }
 
-void KeyItems::add_list(const KeyUse& use, std::vector<PlannedItem>& items) {
-  const auto rows = read_rows(use, items);
+void KeyItems::add_list(std::size_t place, std::vector<PlannedItem>& items) {
+  const KeyUse& use = keys_.keys[place];
+  auto rows = read_rows(use, items);
   if (!rows) return;
   if (plan_.form == DraftForm::ways) {
     add_table(use, *rows, items);
@@ -181,32 +186,19 @@ void KeyItems::add_list(const KeyUse& use, std::vector<PlannedItem>& items) {
   }
   for (const std::size_t column : use.key->columns) items[column].values->period = rows->size();
   finish(use, items);
+  lists_[place] = std::move(*rows);
 }
 
-void KeyItems::add_table(const KeyUse& use, const Rows& rows, std::vector<PlannedItem>& items) {
-  std::size_t longest = 1;
-  std::string content =
-      use.key->columns.size() == 1 ? "" : joined(use.key->referenced_columns) + "\n";
-  for (const auto& row : rows) {
-    for (const std::string& text : row) longest = std::max(longest, text.size());
-    content += joined(row) + "\n";
-  }
-  const std::string file =
-      add_list_file(plan_.files[table_], schema_.columns[use.key->columns.front()].name,
-                    std::move(content), planned_.lists);
-  for (std::size_t place = 0; place < use.key->columns.size(); ++place) {
-    ColumnValues values;
-    values.attributes = text_attributes(longest);
-    values.keys = {{"type", toml_text("list")}, {"file", toml_text(file)}};
-    if (use.key->columns.size() > 1) {
-      values.keys.push_back({"column", toml_text(use.key->referenced_columns[place])});
-    }
-    items[use.key->columns[place]].values = std::move(values);
-  }
+void KeyItems::add_table(const KeyUse& use, const TextRows& rows, std::vector<PlannedItem>& items) {
+  const std::vector<ColumnValues> values =
+      table_values(rows, use.key->referenced_columns, plan_.files[table_],
+                   schema_.columns[use.key->columns.front()].name, planned_.lists);
+  for (std::size_t i = 0; i < values.size(); ++i) items[use.key->columns[i]].values = values[i];
 }
 
 // Lists that go side by side, so that a record's values are those of one row.
-void KeyItems::add_columns(const KeyUse& use, const Rows& rows, std::vector<PlannedItem>& items) {
+void KeyItems::add_columns(const KeyUse& use, const TextRows& rows,
+                           std::vector<PlannedItem>& items) {
   for (std::size_t place = 0; place < use.key->columns.size(); ++place) {
     const std::size_t column = use.key->columns[place];
     ColumnValues values;
@@ -314,23 +306,18 @@ void KeyItems::pair(const ColumnOrder& order, std::vector<PlannedItem>& items) {
   const auto key_text = [&](std::uint64_t index) {
     return std::to_string(parent->first + static_cast<std::int64_t>(index));
   };
-  std::string content = left + "\t" + right + "\n";
-  for (const auto& [a, b] : pairs) content += key_text(a) + "\t" + key_text(b) + "\n";
-  const std::string file =
-      add_list_file(plan_.files[table_], left, std::move(content), planned_.lists);
+  TextRows rows;
+  for (const auto& [a, b] : pairs) rows.push_back({key_text(a), key_text(b)});
+  std::vector<ColumnValues> values =
+      table_values(rows, {left, right}, plan_.files[table_], left, planned_.lists);
   plan_.records[table_] = std::min(plan_.records[table_], static_cast<std::int64_t>(wanted));
+  values.front().keys.push_back({"order", toml_text("shuffled")});
   for (const std::size_t column : {order.left, order.right}) {
-    ColumnValues values;
-    values.attributes = text_attributes(key_length);
-    values.keys = {{"type", toml_text("list")},
-                   {"file", toml_text(file)},
-                   {"column", toml_text(schema_.columns[column].name)}};
-    if (column == order.left) values.keys.push_back({"order", toml_text("shuffled")});
-    values.keys.push_back({"group", toml_text(left + " " + right)});
-    items[column].values = std::move(values);
-    items[column].empty_share.clear();
-    items[column].reason =
-        "pairs of the first " + std::to_string(count) + " records, by a condition";
+    PlannedItem& item = items[column];
+    item.values = std::move(values[column == order.left ? 0 : 1]);
+    item.values->keys.push_back({"group", toml_text(left + " " + right)});
+    item.empty_share.clear();
+    item.reason = "pairs of the first " + std::to_string(count) + " records, by a condition";
   }
 }
 

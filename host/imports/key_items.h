@@ -2,10 +2,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <vector>
 
 #include "host/imports/key_plan.h"
+#include "host/imports/lists.h"
 #include "host/imports/planned_item.h"
 #include "host/imports/table_planner.h"
 
@@ -27,6 +29,9 @@ class KeyItems {
   // Two keys to one table of which the first is to be less, or another one: pairs of its records.
   void pair(const ColumnOrder& order, std::vector<PlannedItem>& items);
 
+  // The rows of the lists, by the places of their keys.
+  const std::map<std::size_t, TextRows>& lists() const { return lists_; }
+
   // The place within the group of the key with each.
   ColumnValues line() const;
 
@@ -37,15 +42,15 @@ class KeyItems {
   };
   std::optional<CountedKey> counted_parent(const ColumnOrder& order) const;
   void add_layout(const KeyUse& use, std::vector<PlannedItem>& items);
-  void add_list(const KeyUse& use, std::vector<PlannedItem>& items);
-  using Rows = std::vector<std::vector<std::string>>;
-  std::optional<Rows> read_rows(const KeyUse& use, std::vector<PlannedItem>& items);
-  void add_table(const KeyUse& use, const Rows& rows, std::vector<PlannedItem>& items);
-  void add_columns(const KeyUse& use, const Rows& rows, std::vector<PlannedItem>& items);
+  void add_list(std::size_t place, std::vector<PlannedItem>& items);
+  std::optional<TextRows> read_rows(const KeyUse& use, std::vector<PlannedItem>& items);
+  void add_table(const KeyUse& use, const TextRows& rows, std::vector<PlannedItem>& items);
+  void add_columns(const KeyUse& use, const TextRows& rows, std::vector<PlannedItem>& items);
   void add_own(const KeyUse& use, std::vector<PlannedItem>& items);
   void leave_empty(const KeyUse& use, const std::string& why, std::vector<PlannedItem>& items);
   std::vector<LayoutKey> way_of(const KeyUse& use) const;
   void finish(const KeyUse& use, std::vector<PlannedItem>& items) const;
+  bool is_allowed(const KeyUse& use, const std::vector<std::string>& row) const;
   bool may_be_empty(const KeyUse& use, const std::vector<PlannedItem>& items) const;
 
   ImportPlan& plan_;
@@ -54,6 +59,7 @@ class KeyItems {
   const KeyPlan& keys_;
   const std::uint64_t most_in_group_;
   PlannedTable& planned_;
+  std::map<std::size_t, TextRows> lists_;
 };
 
 }  // namespace korvex::host

@@ -13,13 +13,15 @@ using Columns = std::vector<std::size_t>;
 
 class KeyPlanner {
  public:
-  KeyPlanner(const DatabaseModel& model, std::size_t table, const ForeignKey* summed,
-             const std::function<bool(std::size_t)>& has_enough)
+  KeyPlanner(const DatabaseModel& model, std::size_t table, std::int64_t records,
+             const ForeignKey* summed, const FreshValues& fresh_values)
       : model_(model),
         table_(model.tables[table].schema),
         facts_(model.tables[table].facts),
+        has_rows_(model.tables[table].rows > 0),
+        records_(static_cast<std::uint64_t>(records)),
         summed_(summed),
-        has_enough_(has_enough) {
+        fresh_values_(fresh_values) {
     plan_.columns.resize(table_.columns.size());
   }
 
@@ -47,6 +49,11 @@ class KeyPlanner {
   }
 
   void take_key(const ForeignKey& key) {
+    // A condition names the keys of rows that are yet to come: they count from 1, as all new keys
+    // do.
+    const std::size_t table = model_.find(key);
+    const bool is_named = key.columns.size() == 1 && facts_.columns[key.columns.front()].choices;
+    if (is_named && table < model_.tables.size() && model_.tables[table].rows == 0) return;
     const auto is_free = [&](std::size_t column) {
       return plan_.columns[column].kind == Kind::own && !table_.columns[column].is_generated;
     };
@@ -59,7 +66,8 @@ class KeyPlanner {
     // The first record of a table into itself has no parent, and an address in parts no row.
     const bool is_rootless = key.is_to_own_table && is_wide && !must_have_all;
     if (taken == 0 && !is_rootless) {
-      plan_.keys.push_back({&key, model_.find(key), false, false, false, ""});
+      const std::size_t parent = model_.find(key);
+      plan_.keys.push_back({.key = &key, .parent = parent, .takes_rows = takes_rows(key, parent)});
       for (std::size_t place = 0; place < key.columns.size(); ++place) {
         ColumnRole& role = plan_.columns[key.columns[place]];
         role.kind = Kind::key;
@@ -76,6 +84,17 @@ class KeyPlanner {
     if (static_cast<std::size_t>(taken) == key.columns.size() && !is_wide) return;
     plan_.remarks.push_back(column_names(table_, key.columns) + ": the key to " + key.table +
                             " shares columns with another key, and may not be met");
+  }
+
+  // Of a table that is not filled, and where a condition names the rows: new ones are others.
+  bool takes_rows(const ForeignKey& key, std::size_t parent) const {
+    if (parent >= model_.tables.size() || model_.tables[parent].is_kept) return true;
+    const bool has_condition =
+        std::any_of(key.columns.begin(), key.columns.end(), [&](std::size_t column) {
+          const ColumnFacts& facts = facts_.columns[column];
+          return facts.choices.has_value() || facts.is_bounded();
+        });
+    return has_condition && model_.tables[parent].rows > 0;
   }
 
   // The keys and the columns of its own that a set is made of.
@@ -137,9 +156,7 @@ class KeyPlanner {
       const Members members = members_of(set);
       if (is_settled(members) || members.keys.size() + members.own.size() < 2) continue;
       for (const std::size_t key : members.keys) {
-        if (plan_.keys[key].parent < model_.tables.size() &&
-            !model_.tables[plan_.keys[key].parent].is_kept && !plan_.keys[key].key->is_to_own_table)
-          ++sets[key];
+        if (!plan_.keys[key].takes_rows && !plan_.keys[key].key->is_to_own_table) ++sets[key];
       }
     }
     for (std::size_t key = 0; key < plan_.keys.size(); ++key) {
@@ -172,11 +189,14 @@ class KeyPlanner {
       case ColumnType::uuid:
       case ColumnType::timestamp:
       case ColumnType::text:
-        return has_enough_(column);
+      case ColumnType::binary:
+        return has_enough(column);
       default:
         return false;
     }
   }
+
+  bool has_enough(std::size_t column) const { return fresh_values_(column) >= records_; }
 
   void make_unique_together(const Columns& set) {
     const Members members = members_of(set);
@@ -193,6 +213,12 @@ class KeyPlanner {
       }
     }
     if (join(set, members)) return;
+    const auto enough = std::find_if(members.own.begin(), members.own.end(),
+                                     [&](std::size_t column) { return has_enough(column); });
+    if (enough != members.own.end()) {
+      plan_.columns[*enough].is_unique = true;
+      return;
+    }
     plan_.remarks.push_back(column_names(table_, set) +
                             ": unique together, which their values may not be");
   }
@@ -243,14 +269,35 @@ class KeyPlanner {
     }
     for (const std::size_t key : members.keys) plan_.keys[key].joint = name;
     for (const std::size_t column : members.own) plan_.columns[column].joint = name;
+    if (has_rows_) renew(members);
     return true;
+  }
+
+  // One member with nothing but new values keeps the combinations apart from those of the rows that
+  // are there, as the keys of new records do.
+  void renew(const Members& members) {
+    const bool has_new_key =
+        std::any_of(members.keys.begin(), members.keys.end(),
+                    [&](std::size_t key) { return !plan_.keys[key].takes_rows; });
+    if (has_new_key) return;
+    std::optional<std::size_t> richest;
+    std::uint64_t most = 0;
+    for (const std::size_t column : members.own) {
+      const std::uint64_t values = fresh_values_(column);
+      if (values <= most) continue;
+      most = values;
+      richest = column;
+    }
+    if (richest) plan_.columns[*richest].is_fresh = true;
   }
 
   const DatabaseModel& model_;
   const TableSchema& table_;
   const TableFacts& facts_;
+  const bool has_rows_;
+  const std::uint64_t records_;
   const ForeignKey* const summed_;
-  const std::function<bool(std::size_t)>& has_enough_;
+  const FreshValues& fresh_values_;
   KeyPlan plan_;
 };
 
@@ -264,9 +311,9 @@ std::string column_names(const TableSchema& table, const std::vector<std::size_t
   return names;
 }
 
-KeyPlan plan_keys(const DatabaseModel& model, std::size_t table, const ForeignKey* summed,
-                  const std::function<bool(std::size_t)>& has_enough) {
-  return KeyPlanner(model, table, summed, has_enough).plan();
+KeyPlan plan_keys(const DatabaseModel& model, std::size_t table, std::int64_t records,
+                  const ForeignKey* summed, const FreshValues& fresh_values) {
+  return KeyPlanner(model, table, records, summed, fresh_values).plan();
 }
 
 }  // namespace korvex::host

@@ -15,10 +15,11 @@ namespace korvex::host {
 struct KeyUse {
   const ForeignKey* key = nullptr;
   std::size_t parent = 0;   // among the tables; their number for one that is not there
+  bool takes_rows = false;  // that the parent has, not new ones
   bool is_unique = false;   // each record of the parent once
   bool has_each = false;    // so many records to each of the parent, one after the other
   bool has_within = false;  // different in each group of the key with each
-  std::string joint;        // together with other keys of the name, each combination once
+  std::string joint = {};   // together with other keys of the name, each combination once
 };
 
 // Where a column's values come from, as far as keys and unique sets decide that.
@@ -33,6 +34,7 @@ struct ColumnRole {
   std::size_t key = 0;      // among the plan's
   std::size_t place = 0;    // in the key
   bool is_unique = false;   // own: no value twice
+  bool is_fresh = false;    // own: no value that rows have already
   bool has_within = false;  // own: no value twice in a group of the key with each
   std::string joint;        // own
 };
@@ -49,9 +51,11 @@ struct KeyPlan {
 };
 
 // `summed` is a key that is to have each, because a total is made of its records; null without.
-// `has_enough` tells whether a column has values for all records, beside those that it holds.
-KeyPlan plan_keys(const DatabaseModel& model, std::size_t table, const ForeignKey* summed,
-                  const std::function<bool(std::size_t)>& has_enough);
+// `fresh_values` tells how many values a column has beside those that it holds, up to some more
+// than there are to be records.
+using FreshValues = std::function<std::uint64_t(std::size_t)>;
+KeyPlan plan_keys(const DatabaseModel& model, std::size_t table, std::int64_t records,
+                  const ForeignKey* summed, const FreshValues& fresh_values);
 
 // The columns' names in a row, as messages call them.
 std::string column_names(const TableSchema& table, const std::vector<std::size_t>& columns);

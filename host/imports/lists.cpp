@@ -43,6 +43,30 @@ std::string add_list_file(const std::string& layout_file, const std::string& col
   return name;
 }
 
+std::vector<ColumnValues> table_values(const TextRows& rows, const std::vector<std::string>& names,
+                                       const std::string& layout_file, const std::string& column,
+                                       std::vector<FileDraft>& lists) {
+  std::size_t longest = 1;
+  std::string content;
+  const auto add_line = [&](const std::vector<std::string>& texts) {
+    for (const std::string& text : texts) content += (&text == &texts.front() ? "" : "\t") + text;
+    content += "\n";
+  };
+  if (names.size() > 1) add_line(names);
+  for (const auto& row : rows) {
+    for (const std::string& text : row) longest = std::max(longest, text.size());
+    add_line(row);
+  }
+  const std::string file = add_list_file(layout_file, column, std::move(content), lists);
+  std::vector<ColumnValues> values(names.size());
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    values[i].attributes = text_attributes(longest);
+    values[i].keys = {{"type", toml_text("list")}, {"file", toml_text(file)}};
+    if (names.size() > 1) values[i].keys.push_back({"column", toml_text(names[i])});
+  }
+  return values;
+}
+
 std::optional<std::string> list_line(std::string_view text, bool is_encoded) {
   // A tab separates the columns of a table.
   const std::string_view refused = is_encoded ? std::string_view("\0\r\n", 3) : "\t\r\n";

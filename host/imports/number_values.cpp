@@ -1,5 +1,7 @@
 #include <algorithm>
 #include <limits>
+#include <set>
+#include <utility>
 
 #include "host/imports/column_values.h"
 #include "host/imports/exact_number.h"
@@ -150,6 +152,44 @@ ItemAttributes sum_attributes(int decimals) {
   return {attribute::number, 0, digits + 1, digits, decimals};
 }
 
+namespace {
+
+// The largest number that a column holds, in units.
+std::optional<std::int64_t> largest_units(const ColumnTask& task, int decimals) {
+  if (!task.is_fresh) return std::nullopt;
+  if (task.largest || decimals == 0) return task.largest;
+  std::optional<std::int64_t> largest;
+  for (const std::string& text : task.held()) {
+    const auto number = ExactNumber::parse(text);
+    const auto units = number ? number->in_units(decimals) : std::nullopt;
+    if (units) largest = std::max(largest.value_or(units->number), units->number);
+  }
+  return largest;
+}
+
+// The numbers between two that a column does not hold, as far as they are needed.
+std::optional<ColumnValues> free_numbers(const ColumnTask& task, std::int64_t least,
+                                         std::int64_t most, int decimals) {
+  std::set<std::int64_t> held;
+  for (const std::string& text : task.held()) {
+    const auto number = ExactNumber::parse(text);
+    const auto units = number ? number->in_units(decimals) : std::nullopt;
+    if (units) held.insert(units->number);
+  }
+  ColumnValues made = number_values(least, most, decimals, task.is_unique);
+  made.keys = {{"order", order_of(task.is_unique)}};
+  for (std::int64_t next = least; next <= most; ++next) {
+    if (std::cmp_greater_equal(made.listed.size(), task.records)) break;
+    if (!held.contains(next)) made.listed.push_back(decimal_text(next, decimals));
+  }
+  if (made.listed.empty()) return std::nullopt;
+  made.period = made.listed.size();
+  made.is_measured = false;
+  return made;
+}
+
+}  // namespace
+
 std::optional<ColumnValues> make_numbers(const ColumnTask& task) {
   auto limits = number_limits(task.column);
   if (!limits) return std::nullopt;
@@ -169,9 +209,9 @@ std::optional<ColumnValues> make_numbers(const ColumnTask& task) {
   // What the conditions bound on both sides is theirs; elsewhere the width bounds it.
   std::int64_t end = std::min(most.value_or(limits->largest), limits->largest);
   std::int64_t start = std::max(least.value_or(end > 0 ? 1 : end - width + 1), -limits->largest);
-  if (task.is_unique && task.largest && decimals == 0 && *task.largest >= start) {
-    if (*task.largest >= end) return std::nullopt;
-    start = *task.largest + 1;
+  if (const auto largest = largest_units(task, decimals); largest && *largest >= start) {
+    if (*largest > end - task.records) return free_numbers(task, start, end, decimals);
+    start = *largest + 1;
   }
   // Numbers with decimals have as many digits in front of the point: they begin just above 0.
   const std::int64_t first = decimals > 0 && start == 1 ? 0 : start;

@@ -1,5 +1,7 @@
 #include "host/imports/pattern_samples.h"
 
+#include <regex.h>
+
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
@@ -235,6 +237,37 @@ std::vector<std::string> matching_texts(const std::string& regular, std::size_t 
     if (is_new) texts.push_back(*text);
   }
   return texts;
+}
+
+bool is_met_by_any_word(const std::string& regular) {
+  if (regular.find_first_of("^$") != std::string::npos) return false;
+  regex_t compiled;
+  if (regcomp(&compiled, regular.c_str(), REG_EXTENDED | REG_NOSUB) != 0) return false;
+  bool is_met = true;
+  for (const char* letter : {"a", "z", "A", "Z", "0", "9"}) {
+    is_met = is_met && regexec(&compiled, letter, 0, nullptr, 0) == 0;
+  }
+  regfree(&compiled);
+  return is_met;
+}
+
+std::string regular_of_glob(const std::string& pattern) {
+  std::string regular = "^";
+  bool is_in_brackets = false;
+  for (const char letter : pattern) {
+    const bool is_special = std::string_view("\\.(){}+|^$").find(letter) != std::string_view::npos;
+    if (letter == '[' || letter == ']') is_in_brackets = letter == '[';
+    if (is_in_brackets || letter == ']') {
+      regular += letter;
+    } else if (letter == '*') {
+      regular += "[0-9]{1,4}";
+    } else if (letter == '?') {
+      regular += "[0-9]";
+    } else {
+      regular += (is_special ? "\\" : "") + std::string(1, letter);
+    }
+  }
+  return regular + "$";
 }
 
 std::string regular_of_like(const std::string& pattern) {

@@ -11,7 +11,11 @@ namespace korvex::host {
 // with shorter ones.
 std::vector<std::string> matching_texts(const std::string& regular, std::size_t count);
 
-// The regular expression of a pattern of LIKE.
+// Whether any text with a letter or digit matches: that a text is not blank is all it says.
+bool is_met_by_any_word(const std::string& regular);
+
+// The regular expressions of patterns of GLOB and of LIKE.
+std::string regular_of_glob(const std::string& pattern);
 std::string regular_of_like(const std::string& pattern);
 
 }  // namespace korvex::host

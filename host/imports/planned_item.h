@@ -15,12 +15,13 @@ struct PlannedItem {
   bool is_gap = false;         // no value is known, but it must have one
   bool is_nullable = true;
   std::optional<ColumnValues> values;
-  std::string empty_share;  // of records without a value; empty for none
-  std::string empty_with;   // the column without whose value there is none
-  std::string when;         // a condition as TOML has it, in place of a share
-  std::string group;        // items of one row
-  int repeat_level = 0;     // 0 without repeats
-  std::string reason;       // why its values are what they are, for the comment above it
+  std::string empty_share;   // of records without a value; empty for none
+  std::string empty_with;    // the column without whose value there is none
+  std::string when;          // a condition as TOML has it, in place of a share
+  std::string group;         // items of one row
+  int repeat_level = 0;      // 0 without repeats
+  bool is_combined = false;  // a column of a list of combinations
+  std::string reason;        // why its values are what they are, for the comment above it
 };
 
 }  // namespace korvex::host

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/imports/condition_parts.h"
+#include "host/imports/pattern_samples.h"
 
 namespace korvex::host {
 
@@ -146,7 +147,11 @@ class FactReader {
     const auto column = columns_.find(stripped(expression.parts[0]));
     if (!column || !pattern) return false;
     const std::string& sign = expression.text;
-    if (sign == "GLOB") return false;
+    if (sign == "GLOB") {
+      facts_of(*column).regular.push_back(regular_of_glob(*pattern));
+      return true;
+    }
+    if (sign.front() == '~' && is_met_by_any_word(*pattern)) return true;
     (sign.front() == '~' ? facts_of(*column).regular : facts_of(*column).like).push_back(*pattern);
     return true;
   }

@@ -37,6 +37,9 @@ struct ColumnFacts {
   bool is_bounded() const { return least || most; }
 };
 
+// Whether the choices, the bounds and the excluded values let a number or text through.
+bool allows(const ColumnFacts& facts, const std::string& value);
+
 // Two columns of which the first is to be less than the second, or not more.
 struct ColumnOrder {
   enum class Kind { less, less_or_equal, equal, unequal };

@@ -143,13 +143,14 @@ class LayoutWriter {
     }
     const ColumnRole& role = keys_.columns[i];
     for (LayoutKey& key : values.keys) {
-      const bool is_replaced = key.name == "order" && (role.has_within || !role.joint.empty());
+      const bool is_replaced =
+          key.name == "order" && !item.is_combined && (role.has_within || !role.joint.empty());
       if (!is_replaced) draft.values.push_back(std::move(key));
     }
     if (role.kind == Kind::own && role.has_within) {
       draft.values.push_back({"within", toml_text(hub_item())});
     }
-    if (role.kind == Kind::own && !role.joint.empty()) {
+    if (role.kind == Kind::own && !role.joint.empty() && !item.is_combined) {
       draft.values.push_back({"joint", toml_text(role.joint)});
     }
     if (!item.group.empty()) draft.values.push_back({"group", toml_text(item.group)});

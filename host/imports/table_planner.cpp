@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "host/imports/combinations.h"
 #include "host/imports/key_items.h"
 #include "host/imports/key_plan.h"
 #include "host/imports/ordered_columns.h"
@@ -31,8 +32,8 @@ class TablePlanner {
         facts_(imported_.facts.columns),
         orders_(imported_.facts.orders),
         columns_(schema_.columns),
-        keys_(plan_keys(plan.model, table, summed_key(),
-                        [this](std::size_t i) { return has_enough(i); })),
+        keys_(plan_keys(plan.model, table, plan.records[table], summed_key(),
+                        [this](std::size_t i) { return fresh_values(i); })),
         items_(schema_.columns.size()) {
     if (!plan.is_plain) guesses_.emplace(imported_, keys_);
   }
@@ -138,16 +139,19 @@ class TablePlanner {
   }
 
   // Asked while the keys are planned: nothing else of the plan is there yet.
-  bool has_enough(std::size_t i) const {
-    const auto values = make_values(task_of(i, true));
-    return values && values->period >= static_cast<std::uint64_t>(plan_.records[table_]);
+  std::uint64_t fresh_values(std::size_t i) const {
+    ColumnRole role;
+    role.is_unique = true;
+    const auto values = make_values(task_of(i, role));
+    return values ? values->period : 0;
   }
 
-  ColumnTask task_of(std::size_t i, bool is_unique) const {
+  ColumnTask task_of(std::size_t i, const ColumnRole& role) const {
     ColumnTask task{.column = columns_[i], .facts = facts_[i], .period = plan_.period};
     task.form = plan_.form;
     task.records = plan_.records[table_];
-    task.is_unique = is_unique;
+    task.is_unique = role.is_unique;
+    task.is_fresh = (role.is_unique || role.is_fresh) && imported_.rows > 0;
     task.is_followed = std::any_of(orders_.begin(), orders_.end(),
                                    [&](const ColumnOrder& order) { return order.left == i; });
     if (task.is_followed) {
@@ -160,7 +164,7 @@ class TablePlanner {
     for (const ColumnShape& shape : imported_.rules.shapes) {
       if (shape.column == i) task.shape = &shape.shape;
     }
-    if (task.is_unique && imported_.rows > 0) {
+    if (task.is_fresh) {
       if (counts_on(task.column)) {
         task.largest = plan_.database.largest_number(schema_, i);
       }
@@ -204,12 +208,14 @@ class TablePlanner {
       return;
     }
     if (!keys_.has_own_values(i) || take_sum(i)) return;
-    const bool is_distinct = keys_.columns[i].is_unique;
+    const bool is_distinct = keys_.columns[i].is_unique || keys_.columns[i].is_fresh;
     if (guesses_ && !is_distinct) {
       guesses_->narrow(i, plan_.period, columns_[i], facts_[i], item);
     }
-    const ColumnTask task = task_of(i, is_distinct);
-    if (guesses_) item.values = guesses_->text_values(i, task, item);
+    const ColumnTask task = task_of(i, keys_.columns[i]);
+    if (guesses_ && (task.is_unique || !task.is_fresh)) {
+      item.values = guesses_->text_values(i, task, item);
+    }
     if (!item.values) item.values = make_values(task);
     if (!item.values) leave_without_values(i);
   }
@@ -220,7 +226,7 @@ class TablePlanner {
     item.is_empty = true;
     item.reason = "no value is known for the type or its conditions";
     if (keys_.columns[i].is_unique && imported_.rows > 0) {
-      item.reason = "no value is known behind those that it holds";
+      item.reason = "no value is known beside those that it holds";
     }
     if (column.nullable && !facts_[i].is_never_null) return;
     if (column.has_default) {
@@ -228,6 +234,7 @@ class TablePlanner {
       item.is_left_out = true;
     } else {
       item.is_gap = true;
+      planned_.is_full = keys_.columns[i].is_unique && imported_.rows > 0;
     }
   }
 
@@ -279,20 +286,34 @@ class TablePlanner {
     return is_first_of_key ? keys_.keys[role.key].joint : role.joint;
   }
 
-  void limit_joined() {
-    struct Joined {
-      std::vector<std::size_t> columns;
-      std::uint64_t combinations = 1;
-    };
+  struct Joined {
+    std::vector<std::size_t> columns;
+    bool is_new = false;  // no row that is there has such a combination
+    std::uint64_t combinations = 1;
+  };
+
+  std::map<std::string, Joined> joined_sets() const {
     std::map<std::string, Joined> sets;
     for (std::size_t i = 0; i < items_.size(); ++i) {
       const std::string& joint = joint_of(i);
-      if (joint.empty() || items_[i].is_empty) continue;
+      if (joint.empty() || items_[i].is_empty || items_[i].is_combined) continue;
+      const ColumnRole& role = keys_.columns[i];
       Joined& set = sets[joint];
-      set.columns.push_back(i);
+      if (role.kind == Kind::key) {
+        const std::vector<std::size_t>& whole = keys_.keys[role.key].key->columns;
+        set.columns.insert(set.columns.end(), whole.begin(), whole.end());
+      } else {
+        set.columns.push_back(i);
+      }
+      const bool is_new_key = role.kind == Kind::key && !items_[i].values;
+      set.is_new = set.is_new || role.is_fresh || is_new_key || imported_.rows == 0;
       set.combinations = sources::product(set.combinations, period_of(i));
     }
-    for (const auto& [joint, set] : sets) limit_to(set.combinations, set.columns);
+    return sets;
+  }
+
+  void limit_joined() {
+    for (const auto& [joint, set] : joined_sets()) limit_to(set.combinations, set.columns);
   }
 
   // Without ways, repeats give each combination of one set once.
@@ -314,13 +335,28 @@ class TablePlanner {
     }
   }
 
+  // Rows that are there have some of the combinations of lists, and the others are what is left.
+  void combine(const KeyItems& keys) {
+    for (const auto& [joint, set] : joined_sets()) {
+      const auto free = set.is_new ? std::nullopt
+                                   : combine_lists(plan_, table_, keys_, keys.lists(), set.columns,
+                                                   items_, planned_);
+      if (!free) continue;
+      limit_to(*free, set.columns);
+      planned_.is_full = planned_.is_full || *free == 0;
+    }
+  }
+
   // The keys that lead to lists, or all others.
   void add_keys(bool to_lists) {
     KeyItems keys(plan_, table_, keys_, most_in_group_, planned_);
     for (std::size_t use = 0; use < keys_.keys.size(); ++use) {
       if (keys.is_list(use) == to_lists) keys.add(use, items_);
     }
-    if (to_lists) return;
+    if (to_lists) {
+      if (plan_.form == DraftForm::ways) combine(keys);
+      return;
+    }
     for (std::size_t i = 0; i < items_.size(); ++i) {
       if (keys_.columns[i].kind == Kind::line) items_[i].values = keys.line();
     }

@@ -28,6 +28,7 @@ struct PlannedTable {
   std::vector<std::optional<ItemAttributes>> attributes;  // of the columns that have an item
   std::vector<std::string> remarks;                       // for the person who imports
   std::size_t gaps = 0;                                   // items that need a value from a person
+  bool is_full = false;  // its rows have all the values that unique columns can have
 };
 
 // What all tables of an import share.

@@ -123,3 +123,26 @@ $ grep -hE '^(start|end) ' bound/bound.toml | tr -s ' '
   end = "-0.28"
   start = "-3"
   end = "-2"
+# Free values and combinations are found as long as there are any; a table that has them all keeps its rows.
+sql
+  CREATE TABLE u_switch (b boolean PRIMARY KEY, label varchar(9) NOT NULL);
+  CREATE TABLE u_use (id integer PRIMARY KEY, b boolean NOT NULL REFERENCES u_switch);
+  CREATE TABLE u_letter (c char(1) PRIMARY KEY);
+  CREATE TABLE u_seat (train smallint NOT NULL CHECK (train BETWEEN 1 AND 20), seat smallint NOT NULL CHECK (seat BETWEEN 1 AND 30), PRIMARY KEY (train, seat));
+  CREATE TABLE u_team (department varchar(40) NOT NULL UNIQUE, price decimal(5,2) NOT NULL UNIQUE, starts time NOT NULL UNIQUE);
+  CREATE TABLE u_kind (id integer PRIMARY KEY, name varchar(20) NOT NULL);
+  CREATE TABLE u_thing (id integer PRIMARY KEY, kind integer NOT NULL REFERENCES u_kind CHECK (kind IN (1, 2)));
+  CREATE TABLE u_part (kind integer NOT NULL REFERENCES u_kind, letter char(1) NOT NULL REFERENCES u_letter, PRIMARY KEY (kind, letter));
+  sqlite: CREATE TABLE u_glob (code text NOT NULL UNIQUE CHECK (code GLOB '[A-Z][0-9]*'));
+  postgresql: CREATE TABLE u_glob (code text NOT NULL CHECK (code ~ '[[:alnum:]]')); CREATE UNIQUE INDEX ON u_glob (lower(code));
+each KEPT
+  none
+  none
+  u_kind,u_letter
+  u_kind,u_letter
+do
+  $ rm -rf u; korvex import "<target>" -o u --tables 'u_*' --keep '<KEPT>' > said 2>&1
+  > load u "<target>" --quiet
+query SELECT (SELECT count(*) FROM u_switch), (SELECT count(*) FROM u_use) > 500, (SELECT count(*) FROM u_letter) > 20, (SELECT count(*) FROM u_seat), (SELECT count(*) FROM u_team), (SELECT count(*) FROM u_glob)
+  sqlite: 2|1|1|600|800|800
+  postgresql: 2|t|t|600|800|800

@@ -28,6 +28,7 @@ sql
   CREATE TABLE room (id integer PRIMARY KEY, k bigint UNIQUE); INSERT INTO room VALUES (1, 999999999999999999);
   CREATE TABLE pair (a bigint NOT NULL, b integer NOT NULL, PRIMARY KEY (a, b));
   INSERT INTO pair VALUES (9223372036854775807, 5);
+  CREATE TABLE taken (b boolean NOT NULL UNIQUE); INSERT INTO taken VALUES (true), (false);
   postgresql: CREATE TABLE edge (id bigint PRIMARY KEY); INSERT INTO edge VALUES (2147483640);
   sqlite: CREATE TABLE edge (id INTEGER PRIMARY KEY); INSERT INTO edge VALUES (2147483640);
 sqlite: sql
@@ -36,7 +37,7 @@ sqlite: sql
   CREATE TABLE parent (id INTEGER PRIMARY KEY); INSERT INTO parent VALUES (1);
   CREATE TABLE astray (id INTEGER PRIMARY KEY, a INTEGER REFERENCES parent (gone));
 postgresql: sql
-  CREATE TABLE "full" (id integer PRIMARY KEY); INSERT INTO "full" VALUES (2147483647);
+  CREATE TABLE filled (id integer PRIMARY KEY); INSERT INTO filled VALUES (2147483647);
   CREATE TABLE parent (id integer PRIMARY KEY) PARTITION BY RANGE (id);
   CREATE TABLE parent_1 PARTITION OF parent FOR VALUES FROM (1) TO (10);
   CREATE TABLE parent_2 PARTITION OF parent FOR VALUES FROM (10) TO (20);
@@ -49,17 +50,18 @@ postgresql: sql
   CREATE TABLE secret (id integer PRIMARY KEY, a integer REFERENCES parent, b integer NOT NULL);
   GRANT SELECT, INSERT ON secret TO poor;
 each TABLE SAYS
-  big | column id: no value is known behind those that it holds, but must not be NULL
+  taken | column b: no value is known beside those that it holds, but must not be NULL
   sqlite: lost | column b: refers to nowhere, which cannot be read: no such table: nowhere, but must not be NULL<0A>lost: column a: refers to nowhere, which cannot be read: no such table: nowhere, stays NULL
-  postgresql: full | column id: no value is known behind those that it holds, but must not be NULL
 do
   >1 import "<target>" <TABLE> -o none.toml --records 10
     ! <TABLE>: <SAYS>
   $1 test -e none.toml
 each TABLE LOAD COUNT SAYS HAS
-  used_up | : | 1 | column v: no value is known behind those that it holds, stays NULL | type = "initial"
-  room | load | 11 | column k: no value is known behind those that it holds, stays NULL | type = "initial"
-  pair | load | 11 | | start  = "6"
+  used_up | load | 11 | | file = "used_up.v.txt"
+  big | load | 11 | | file = "big.id.txt"
+  room | load | 11 | | file = "room.k.txt"
+  pair | load | 11 | | file = "pair.a.txt"
+  postgresql: filled | load | 11 | | file = "filled.id.txt"
   edge | load | 11 | | start  = "2147483641"<0A>end    = "999999999999999999"
   sqlite: wide | load | 11 | | start  = "3000000001"<0A>end    = "999999999999999999"
   sqlite: astray | : | 0 | column a: refers to parent, which cannot be read: no such column: k.gone, stays NULL | type = "initial"
