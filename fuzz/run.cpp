@@ -52,7 +52,7 @@ ErrorCode generate(World& world, const RunRequest& request) {
           "a data file stands for success");
   if (result == error::none) {
     require(measured.code() == error::none, "what can be generated can be measured");
-    require(world.files.get(data_path).size() == *measured, "the file is as large as foretold");
+    require(world.files.get(data_path).size() == *measured, "the file is as large as predicted");
   }
   const auto paths = world.files.paths();
   require(std::none_of(paths.begin(), paths.end(), is_temporary), "no temporary stays");

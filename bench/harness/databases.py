@@ -73,7 +73,7 @@ def server_user():
 
 @contextlib.contextmanager
 def postgresql():
-    """A cluster behind a socket in a folder of its own, or None where there are no programs."""
+    """A cluster at a socket in a folder of its own, or None where there are no programs."""
     programs = server_programs()
     if programs is None:
         yield None

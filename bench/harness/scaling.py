@@ -15,7 +15,7 @@ DEFAULT_RUNS = 3
 # A run of a few milliseconds differs from the next by as much as half a million records take.
 LARGEST_SHORT_RUN = 500_000
 SHORT_RUN_TURNS = 15
-MOST_RECORD_BYTES = 100  # to see beforehand whether the disk has room
+MOST_RECORD_BYTES = 100  # to see in advance whether the disk has room
 
 
 def measure(run, start_up, runs):

@@ -1,6 +1,6 @@
 -- The records of wide.toml: sqlite3 :memory: '.parameter init' '.parameter set :records N' \
 --   '.mode list' '.separator ,' '.output FILE' '.read wide.sql'
--- The two empty columns behind the last value make its comma and that of the empty item.
+-- The two empty columns after the last value make its comma and that of the empty item.
 WITH n AS (SELECT value AS n, value % 11881376 AS letters
            FROM generate_series(0, :records - 1))
 SELECT printf('%010d', n + 1),

@@ -93,7 +93,8 @@ bool print_sizes(const PreparedLayout& prepared, const std::optional<RepeatCount
   // The records of a table are loaded: no file, and no limit of one, is in their way.
   if (layout.kind == layout_kind::table) return true;
   out << "Predicted size:      "
-      << (module_count ? predicted_size_text(*module_count) : "not foretold by the module") << "\n";
+      << (module_count ? predicted_size_text(*module_count) : "not predicted by the module")
+      << "\n";
   const auto free = free_space(layout.data);
   if (!free) return true;
   std::error_code failure;

@@ -64,8 +64,8 @@ void LayoutCommands::add_new_options(CLI::App& command) {
   command.add_option("--records", new_options_.records, "number of records (default: 1000)")
       ->check(number_from(0));
   command.add_option("--item", new_options_.items,
-                     "NAME:ATTRIBUTE, and behind it :SIZE and :DECIMALS where the attribute has "
-                     "them; a + behind the size for a signed number; once for each item");
+                     "NAME:ATTRIBUTE, and after it :SIZE and :DECIMALS where the attribute has "
+                     "them; a + after the size for a signed number; once for each item");
 }
 
 void LayoutCommands::add_report_options(CLI::App& command) {

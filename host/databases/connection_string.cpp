@@ -45,7 +45,7 @@ void check_connection_string(const std::string& connection) {
     const std::string_view user = std::string_view(connection).substr(begin, last_at - begin);
     if (user.find_first_of(separators) != std::string_view::npos) {
       throw std::invalid_argument(
-          "the address of the database cannot be told apart into its parts: write / as %2F, ? as "
+          "the address of the database cannot be split into its parts: write / as %2F, ? as "
           "%3F and @ as %40 in its user, password and parameters");
     }
   }

@@ -63,7 +63,7 @@ void append_range(const ItemAttributes& attributes, bool explains, std::ostream&
   append("start", texts.start, "");
   append("end", texts.end, "");
   append("increment", texts.increment, "above 0, at most 9; with a minus to count down");
-  append("exceeded", "repeat", "behind the end: from the start, or \"initialize\": empty");
+  append("exceeded", "repeat", "after the end: from the start, or \"initialize\": empty");
 }
 
 // The first item explains the keys.
@@ -130,7 +130,7 @@ std::string take_size(std::string_view text, NewItem& item) {
   if (!size) {
     return (has_numbers ? "digits from " : "a length from ") + std::to_string(lowest) + " to " +
            std::to_string(highest) +
-           (has_numbers ? ", with a + behind them for a signed number" : "");
+           (has_numbers ? ", with a + after them for a signed number" : "");
   }
   if (is_signed) attributes.signed_flag = 1;
   complete_size({*size, std::nullopt}, attributes);

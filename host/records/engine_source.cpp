@@ -37,7 +37,7 @@ std::string repeated_course(const FieldFacts& field) {
             (field.hold == 1 ? "every record" : "every " + counted_records(field.hold));
     if (cycle != endless) text += ", starts again after " + counted_records(cycle);
   }
-  return text + (item.runs_empty ? "; empty behind the repeats" : "");
+  return text + (item.runs_empty ? "; empty after the repeats" : "");
 }
 
 // Texts of code page 932 on their way into UTF-8.

@@ -36,7 +36,7 @@ class LineSource : public Source {
   }
 
   std::string course(std::uint64_t) const override { return "counts from 1 in each group"; }
-  std::string_view doubt() const override { return "counts anew in each group"; }
+  std::string_view doubt() const override { return "starts again in each group"; }
 
  private:
   std::shared_ptr<Groups> groups_;

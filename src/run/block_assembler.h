@@ -15,7 +15,7 @@ namespace korvex {
 // Assembles many lines at once, item by item: the same bytes as the record assembler, whose items
 // it takes on, so that either can go on where the other stopped.
 //
-// Records are assembled together as long as the items foresee them: fields that keep their size,
+// Records are assembled together as long as the items predict them: fields that keep their size,
 // and values of lists. First the values of lists are written, line by line, because they decide
 // where everything else is, unless all are of one size; then each item writes its fields into
 // all lines, a run at a time.

@@ -37,7 +37,7 @@ struct RunState {
   bool repeats_finished = false;
 };
 
-// What becomes of an item's field over several records, as far as that can be foreseen.
+// What becomes of an item's field over several records, as far as that can be predicted.
 enum class FieldForm : std::uint8_t {
   constant,  // it stays as it is
   counting,  // its elements count, and it keeps its size
@@ -90,13 +90,13 @@ class ItemGenerator {
     return mode_ == AssemblyMode::plain ? append_plain(line) : append_other(line, run);
   }
 
-  // Whether records may ever be foreseen. An item that is in several fields takes a step in
+  // Whether records may ever be predicted. An item that is in several fields takes a step in
   // each of them.
   bool may_be_foreseen() const { return fields_ == 1; }
 
   FieldOutlook outlook(const RunState& run) const;
 
-  // The fields of the records foreseen, by their form. All are written without quotation marks and
+  // The fields of the records predicted, by their form. All are written without quotation marks and
   // comma, except the constant one, which append_constant() appends as a whole.
   void append_constant(std::string& line, const RunState& run) const;
 
@@ -104,7 +104,7 @@ class ItemGenerator {
   std::string_view opening() const { return quoted_ ? "\"" : ""; }
   std::string_view closing() const { return quoted_ ? "\"," : ","; }
 
-  // Whether the field keeps its size over the records foreseen, and that size.
+  // Whether the field keeps its size over the records predicted, and that size.
   bool has_one_size(FieldForm form) const {
     return form != FieldForm::listed || enumeration_->has_one_size();
   }

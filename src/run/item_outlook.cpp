@@ -1,4 +1,4 @@
-// The side of an item that foresees several records and writes them at once.
+// The side of an item that predicts several records and writes them at once.
 
 #include <algorithm>
 #include <cstring>

@@ -79,7 +79,7 @@ file orders.toml
   Unique CUSTOMER: no, 4 different values, 10 records asked
   Unique CUSTOMER, NO: yes, all 10 records differ
   Unique CUSTOMER, PRODUCT: yes, all 10 records differ
-  Unique PRODUCT, NO: cannot be told: PRODUCT differs only within its group, NO counts anew in each group
+  Unique PRODUCT, NO: cannot be told: PRODUCT differs only within its group, NO starts again in each group
   Unique ROLE: no, 3 different values, 10 records asked; record 4 is the first that repeats an earlier one
   Unique SEEN: no, 2 different values, 10 records asked
   Unique A, B: cannot be told: A is empty in some records, B differs only together with all items of its joint order

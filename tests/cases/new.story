@@ -22,7 +22,7 @@ $ korvex new --item A:date | tail -n +5
   start       = "19700101"
   end         = "20380119"
   increment   = "1"             # above 0, at most 9; with a minus to count down
-  exceeded    = "repeat"        # behind the end: from the start, or "initialize": empty
+  exceeded    = "repeat"        # after the end: from the start, or "initialize": empty
 
 # Nothing is written where something is wrong, and a layout that is there is kept.
 each OPTIONS SAYS
