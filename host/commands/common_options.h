@@ -51,16 +51,6 @@ CLI::Validator one_of(const std::vector<std::pair<std::string, Value>>& choices)
   return {translate, "", ""};
 }
 
-// A command of the program. Its options are added when the command line has it: those of all
-// commands together cost more than many a run.
-template <class AddOptions>
-CLI::App* add_command(CLI::App& app, const char* name, const char* description,
-                      AddOptions add_options) {
-  CLI::App* command = app.add_subcommand(name, description);
-  command->preparse_callback([command, add_options](std::size_t) { add_options(*command); });
-  return command;
-}
-
 inline void add_layout(CLI::App& command, std::string& layout) {
   command.add_option("LAYOUT", layout, "layout file (TOML)")->required();
 }

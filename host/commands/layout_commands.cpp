@@ -11,19 +11,19 @@
 
 namespace korvex::host {
 
-LayoutCommands::LayoutCommands(CLI::App& app) {
-  check_ = add_command(
-      app, "check", "Say what generating will give, without generating: values, sizes, repetitions",
+LayoutCommands::LayoutCommands(CommandList& commands) {
+  check_ = commands.add(
+      "check", "Say what generating will give, without generating: values, sizes, repetitions",
       [this](CLI::App& command) { add_check_options(command); });
-  preview_ = add_command(app, "preview", "Show the first records as a table",
-                         [this](CLI::App& command) { add_preview_options(command); });
-  export_ = add_command(app, "export", "Write the records for another program",
-                        [this](CLI::App& command) { add_export_options(command); });
-  new_ = add_command(app, "new",
-                     "Write a layout to start from; asks on a terminal for what no option says",
-                     [this](CLI::App& command) { add_new_options(command); });
-  report_ = add_command(app, "report", "Write a page that shows what the records are like",
-                        [this](CLI::App& command) { add_report_options(command); });
+  preview_ = commands.add("preview", "Show the first records as a table",
+                          [this](CLI::App& command) { add_preview_options(command); });
+  export_ = commands.add("export", "Write the records for another program",
+                         [this](CLI::App& command) { add_export_options(command); });
+  new_ = commands.add("new",
+                      "Write a layout to start from; asks on a terminal for what no option says",
+                      [this](CLI::App& command) { add_new_options(command); });
+  report_ = commands.add("report", "Write a page that shows what the records are like",
+                         [this](CLI::App& command) { add_report_options(command); });
 }
 
 void LayoutCommands::add_check_options(CLI::App& command) {

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <functional>
 #include <iosfwd>
 
+#include "host/commands/command_list.h"
 #include "host/commands/commands.h"
 
 namespace korvex::host {
@@ -13,7 +13,7 @@ namespace korvex::host {
 class LayoutCommands {
  public:
   // The commands stay tied to this object, which stays where it is.
-  explicit LayoutCommands(CLI::App& app);
+  explicit LayoutCommands(CommandList& commands);
   LayoutCommands(const LayoutCommands&) = delete;
   LayoutCommands& operator=(const LayoutCommands&) = delete;
 
@@ -27,11 +27,11 @@ class LayoutCommands {
   void add_new_options(CLI::App& command);
   void add_report_options(CLI::App& command);
 
-  const CLI::App* check_ = nullptr;
-  const CLI::App* preview_ = nullptr;
-  const CLI::App* export_ = nullptr;
-  const CLI::App* new_ = nullptr;
-  const CLI::App* report_ = nullptr;
+  const Command* check_ = nullptr;
+  const Command* preview_ = nullptr;
+  const Command* export_ = nullptr;
+  const Command* new_ = nullptr;
+  const Command* report_ = nullptr;
   CheckOptions check_options_;
   PreviewOptions preview_options_;
   ExportOptions export_options_;

@@ -36,12 +36,12 @@ std::string fault_of_size(const std::string& text) {
 
 }  // namespace
 
-PartCommands::PartCommands(CLI::App& app) {
-  verify_ = add_command(app, "verify",
-                        "Say whether files, or the parts of one, hold the records of a layout",
-                        [this](CLI::App& command) { add_verify_options(command); });
-  plan_ = add_command(app, "plan", "Print the script with which an engine makes all parts",
-                      [this](CLI::App& command) { add_plan_options(command); });
+PartCommands::PartCommands(CommandList& commands) {
+  verify_ =
+      commands.add("verify", "Say whether files, or the parts of one, hold the records of a layout",
+                   [this](CLI::App& command) { add_verify_options(command); });
+  plan_ = commands.add("plan", "Print the script with which an engine makes all parts",
+                       [this](CLI::App& command) { add_plan_options(command); });
 }
 
 void PartCommands::add_verify_options(CLI::App& command) {
@@ -90,11 +90,11 @@ void PartCommands::add_plan_options(CLI::App& command) {
 std::optional<int> PartCommands::run(std::ostream& out, std::ostream& messages) const {
   if (verify_->parsed()) {
     if (!is_possible(verify_options_.format, messages)) return exit_status::wrong_usage;
-    return run_verify(verify_options_, has_format(*verify_), out, messages);
+    return run_verify(verify_options_, has_format(verify_->app()), out, messages);
   }
   if (!plan_->parsed()) return std::nullopt;
   if (!is_possible(plan_options_.format, messages)) return exit_status::wrong_usage;
-  return run_plan(plan_options_, has_format(*plan_), out, messages);
+  return run_plan(plan_options_, has_format(plan_->app()), out, messages);
 }
 
 }  // namespace korvex::host

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <iosfwd>
 #include <optional>
 
+#include "host/commands/command_list.h"
 #include "host/commands/commands.h"
 
 namespace korvex::host {
@@ -12,7 +12,7 @@ namespace korvex::host {
 class PartCommands {
  public:
   // The commands stay tied to this object, which stays where it is.
-  explicit PartCommands(CLI::App& app);
+  explicit PartCommands(CommandList& commands);
   PartCommands(const PartCommands&) = delete;
   PartCommands& operator=(const PartCommands&) = delete;
 
@@ -23,8 +23,8 @@ class PartCommands {
   void add_verify_options(CLI::App& command);
   void add_plan_options(CLI::App& command);
 
-  const CLI::App* verify_ = nullptr;
-  const CLI::App* plan_ = nullptr;
+  const Command* verify_ = nullptr;
+  const Command* plan_ = nullptr;
   VerifyOptions verify_options_;
   PlanOptions plan_options_;
 };

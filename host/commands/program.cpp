@@ -13,6 +13,7 @@
 #include <string_view>
 #include <tuple>
 
+#include "host/commands/command_list.h"
 #include "host/commands/commands.h"
 #include "host/commands/common_options.h"
 #include "host/commands/layout_commands.h"
@@ -115,13 +116,8 @@ std::size_t distance_of(std::string_view left, std::string_view right) {
   return row.back();
 }
 
-// Empty when the word is a command; else a message that names those first that are written like it.
-std::string unknown_command(const std::string& word, const CLI::App& app) {
-  std::vector<std::string> names;
-  for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
-    names.push_back(command->get_name());
-  }
-  if (std::find(names.begin(), names.end(), word) != names.end()) return {};
+// Names those commands first that are written like the word.
+std::string unknown_command(const std::string& word, std::vector<std::string> names) {
   std::stable_sort(names.begin(), names.end(), [&](const auto& left, const auto& right) {
     return distance_of(word, left) < distance_of(word, right);
   });
@@ -202,54 +198,55 @@ int run_program(int argc, const char* const* argv, const ModuleFunctions& functi
   CLI::App app("Test data for record files and database tables", "korvex");
   app.set_version_flag("--version", version_text);
   app.require_subcommand(1);
+  CommandList commands(app);
   GenerateOptions options;
-  add_command(app, "generate", "Generate the data file of a layout",
-              [&](CLI::App& command) { add_generate_options(command, options); });
+  commands.add("generate", "Generate the data file of a layout",
+               [&](CLI::App& command) { add_generate_options(command, options); });
   CountOptions count_options;
-  const CLI::App* count = add_command(
-      app, "count", "Say how many records the settings give and how large the file will be",
-      [&](CLI::App& command) { add_count_options(command, count_options); });
+  const Command* count =
+      commands.add("count", "Say how many records the settings give and how large the file will be",
+                   [&](CLI::App& command) { add_count_options(command, count_options); });
   EditOptions edit_options;
-  const CLI::App* edit =
-      add_command(app, "edit", "Edit the settings in a window and generate the data file",
-                  [&](CLI::App& command) {
-                    add_layout(command, edit_options.layout);
-                    add_records(command, edit_options.records);
-                  });
-  const CLI::App* format =
-      add_command(app, "format", "Edit the settings in a window",
-                  [&](CLI::App& command) { add_layout(command, edit_options.layout); });
-  const CLI::App* update = add_command(
-      app, "update", "Edit the settings of one item in a window", [&](CLI::App& command) {
+  const Command* edit = commands.add(
+      "edit", "Edit the settings in a window and generate the data file", [&](CLI::App& command) {
+        add_layout(command, edit_options.layout);
+        add_records(command, edit_options.records);
+      });
+  const Command* format =
+      commands.add("format", "Edit the settings in a window",
+                   [&](CLI::App& command) { add_layout(command, edit_options.layout); });
+  const Command* update =
+      commands.add("update", "Edit the settings of one item in a window", [&](CLI::App& command) {
         add_layout(command, edit_options.layout);
         command.add_option("--item", edit_options.item, "name of the item (default: the first)");
       });
   ImportOptions import_options;
-  const CLI::App* import =
-      add_command(app, "import", "Write layouts for the tables of a database",
-                  [&](CLI::App& command) { add_import_options(command, import_options); });
+  const Command* import =
+      commands.add("import", "Write layouts for the tables of a database",
+                   [&](CLI::App& command) { add_import_options(command, import_options); });
   LoadOptions load_options;
-  const CLI::App* load =
-      add_command(app, "load", "Generate the records of layouts into tables of a database",
-                  [&](CLI::App& command) { add_load_options(command, load_options); });
+  const Command* load =
+      commands.add("load", "Generate the records of layouts into tables of a database",
+                   [&](CLI::App& command) { add_load_options(command, load_options); });
   std::string shown_file;
-  const CLI::App* show = add_command(
-      app, "show", "Show a control file, Format Information file or log file in readable form",
+  const Command* show = commands.add(
+      "show", "Show a control file, Format Information file or log file in readable form",
       [&](CLI::App& command) { command.add_option("FILE", shown_file, "the file")->required(); });
   SetsOptions sets_options;
-  const CLI::App* sets =
-      add_command(app, "sets", "List the built-in sets of values, or show one",
-                  [&](CLI::App& command) { add_sets_options(command, sets_options); });
-  LayoutCommands layout_commands(app);
-  PartCommands part_commands(app);
+  const Command* sets =
+      commands.add("sets", "List the built-in sets of values, or show one",
+                   [&](CLI::App& command) { add_sets_options(command, sets_options); });
+  LayoutCommands layout_commands(commands);
+  PartCommands part_commands(commands);
 
   std::vector<std::string> connections = connections_among(argc, argv);
-  if (argc > 1 && argv[1][0] != '-') {
-    const std::string word = without_connections(argv[1], connections);
-    if (const std::string text = unknown_command(word, app); !text.empty()) {
-      messages << text << std::endl;
-      return exit_status::wrong_usage;
-    }
+  const bool names_command = argc > 1 && argv[1][0] != '-';
+  if (!names_command) {
+    commands.make_all();
+  } else if (!commands.make(argv[1])) {
+    messages << unknown_command(without_connections(argv[1], connections), commands.names())
+             << std::endl;
+    return exit_status::wrong_usage;
   }
   try {
     app.parse(argc, argv);
