@@ -324,8 +324,9 @@ TEST_F(RunTest, SeeksInLongCyclesWithoutACourse) {
   RecordAssembler interrupted;
   interrupted.add_field(without_end);
   {
-    const platform::InterruptionWatch watch({SIGINT});
-    ASSERT_EQ(::raise(SIGINT), 0);
+    const platform::InterruptionWatch watch({SIGTERM});
+    ASSERT_EQ(::raise(SIGTERM), 0);
+    ASSERT_TRUE(platform::is_interrupted());
     interrupted.seek(endless - 1);
     EXPECT_TRUE(interrupted.is_lost());
   }
