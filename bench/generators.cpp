@@ -61,7 +61,7 @@ const Workload workloads[] = {
 // Checked as settings that a user enters. They are of no file, and nothing is saved.
 ErrorCode store_settings(const Workload& workload, ClFmtFile& settings) {
   settings.set_run_mode(run_mode::settings_only);
-  settings.begin(level, records, layout_kind::record_file);
+  settings.begin(level, StoredRecords{records}, layout_kind::record_file);
   settings.edited().texts = workload.texts;
   settings.edited().choices.exceeded_action = exceeded_action::repeat;
   return settings.check_and_store(item_number, workload.item);

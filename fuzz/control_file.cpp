@@ -19,7 +19,7 @@
 namespace korvex::fuzz {
 namespace {
 
-constexpr std::int32_t most_records = 200;
+constexpr StoredRecords most_records{200};
 constexpr std::size_t most_items = 8;
 
 // Takes the header's places for the world's, so that its settings are found, and keeps the run

@@ -58,7 +58,7 @@ bool check_and_load(const World& world, const Entry& entry) {
 void save_settings(const Entry& entry) {
   ClFmtFile file;
   file.set_paths(settings_path, work_folder);
-  require(file.load(SettingsLevel{1}, records, entry.layout_kind) == 0,
+  require(file.load(SettingsLevel{1}, StoredRecords{records}, entry.layout_kind) == 0,
           "there are no settings yet");
   require(file.set_initial_value(ItemNumber{1}, entry.item) == 0, "the item gets settings");
   FmtColRec& settings = file.find_column(ItemNumber{1})->record;

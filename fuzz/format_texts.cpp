@@ -39,7 +39,7 @@ Entry read_entry(std::string input) {
 bool save(const Entry& entry) {
   ClFmtFile file;
   file.set_paths(settings_path, work_folder);
-  if (!file.load(SettingsLevel{1}, records, entry.layout_kind)) return false;
+  if (!file.load(SettingsLevel{1}, StoredRecords{records}, entry.layout_kind)) return false;
   file.edited().texts = entry.texts;
   if (file.check_and_store(ItemNumber{1}, entry.item) != error::none) return false;
   require(file.save(quotation::double_mark) == 0, "what was accepted can be saved");
@@ -50,7 +50,7 @@ bool save(const Entry& entry) {
 RangeTexts load(const Entry& entry) {
   ClFmtFile file;
   file.set_paths(settings_path, work_folder);
-  require(file.load(SettingsLevel{1}, records, entry.layout_kind) == 1,
+  require(file.load(SettingsLevel{1}, StoredRecords{records}, entry.layout_kind) == 1,
           "what was saved can be loaded");
   require(file.read_item(ItemNumber{1}) == true, "the item has its settings");
   return file.edited().texts;

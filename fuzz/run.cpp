@@ -19,7 +19,7 @@ bool is_temporary(const std::string& path) {
 void put_control_file(World& world, const RunRequest& request, std::size_t count,
                       std::string_view items) {
   ControlHeader header = {};
-  header.records = request.records;
+  header.records = StoredRecords{request.records};
   header.layout_kind = request.layout_kind;
   header.null_default = 1;
   header.level = request.level;
@@ -33,7 +33,7 @@ void put_control_file(World& world, const RunRequest& request, std::size_t count
 
 ErrorCode generate(World& world, const RunRequest& request) {
   put_control_file(world, request, request.items.size(), bytes_of(request.items));
-  const Result<std::uint64_t> measured = [] {
+  const Result<ByteCount> measured = [] {
     ClGenerateDataFile generator;
     generator.main.control_path = control_path;
     return generator.measure();

@@ -36,7 +36,7 @@ struct Choices {
 
 Result<std::int32_t> load(ClFmtFile& file, SettingsLevel level, LayoutKind layout_kind) {
   file.set_paths(settings_path, work_folder);
-  return file.load(level, records, layout_kind);
+  return file.load(level, StoredRecords{records}, layout_kind);
 }
 
 // The items as the settings know them, so that the control file fits.

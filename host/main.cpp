@@ -15,18 +15,19 @@ int main(int argc, char** argv) {
                                                          .create_file = DGCreateFile,
                                                          .create_format = DGCreateFormat,
                                                          .replace_data = DGReplaceData};
-    const int status = korvex::host::run_program(argc, argv, functions, std::cout, std::cerr);
-    const bool is_done = status == korvex::host::exit_status::done;
+    const korvex::host::ExitStatus status =
+        korvex::host::run_program(argc, argv, functions, std::cout, std::cerr);
+    const bool is_done = status == korvex::host::ExitStatus::done;
     const bool is_printed = !std::cout.flush().fail();
     // What failed then may have failed for it.
     if (!is_done || !is_printed) korvex::host::check_interruption();
-    if (!is_done || is_printed) return status;
+    if (!is_done || is_printed) return static_cast<int>(status);
     std::cerr << "standard output: cannot be written" << std::endl;
-    return korvex::host::exit_status::failed;
+    return static_cast<int>(korvex::host::ExitStatus::failed);
   } catch (const korvex::host::Interrupted& interrupted) {
-    return interrupted.exit_status;
+    return static_cast<int>(korvex::host::status_of_signal(interrupted.signal));
   } catch (const std::exception& failure) {
     std::cerr << "korvex: " << korvex::platform::printable_lines(failure.what()) << std::endl;
-    return korvex::host::exit_status::failed;
+    return static_cast<int>(korvex::host::ExitStatus::failed);
   }
 }

@@ -88,8 +88,8 @@ void print_records(const PreparedLayout& prepared, const Forecast& forecast, std
 bool print_sizes(const PreparedLayout& prepared, const std::optional<RepeatCount>& module_count,
                  std::ostream& out) {
   const Layout& layout = prepared.layout();
-  const auto size = prepared.run().size(static_cast<Steps>(layout.records));
-  out << "Exact file size:     " << (size ? std::to_string(*size) + " bytes" : untold) << "\n";
+  const auto size = prepared.run().size(layout.records);
+  out << "Exact file size:     " << (size ? decimal_text(*size) + " bytes" : untold) << "\n";
   // The records of a table are loaded: no file, and no limit of one, is in their way.
   if (layout.kind == layout_kind::table) return true;
   out << "Predicted size:      "
@@ -101,24 +101,24 @@ bool print_sizes(const PreparedLayout& prepared, const std::optional<RepeatCount
   const std::uintmax_t old = fs::is_regular_file(layout.data, failure)
                                  ? fs::file_size(layout.data, failure)
                                  : std::uintmax_t{0};
-  const bool is_enough = !size || *size <= *free + (failure ? 0 : old);
+  const bool is_enough = !size || *size <= ByteCount{*free} + (failure ? 0 : old);
   out << "Free on the disk:    " << *free << " bytes" << (is_enough ? "" : ", not enough") << "\n";
   return is_enough;
 }
 
 }  // namespace
 
-int run_check(const CheckOptions& options, std::ostream& out, std::ostream& messages) {
+ExitStatus run_check(const CheckOptions& options, std::ostream& out, std::ostream& messages) {
   if (is_folder(options.layout)) return check_folder(options, out, messages);
   PreparedLayout prepared;
   std::optional<RepeatCount> module_count;
-  const int status =
+  const ExitStatus status =
       prepared.prepare(options.layout, options.records, messages, {.module_count = &module_count});
-  if (status != exit_status::done) return status;
+  if (status != ExitStatus::done) return status;
   std::vector<UniqueSet> sets = own_sets(prepared);
   for (const std::string& names : options.unique) {
     const auto set = read_set(names, prepared, messages);
-    if (!set) return exit_status::wrong_usage;
+    if (!set) return ExitStatus::wrong_usage;
     sets.push_back(*set);
   }
   const Forecast forecast(prepared);
@@ -132,7 +132,7 @@ int run_check(const CheckOptions& options, std::ostream& out, std::ostream& mess
     is_good = is_good && answer.holds;
   }
   out.flush();
-  return is_good ? exit_status::done : exit_status::failed;
+  return is_good ? ExitStatus::done : ExitStatus::failed;
 }
 
 }  // namespace korvex::host

@@ -111,24 +111,24 @@ class FolderCheck {
 
 }  // namespace
 
-int check_folder(const CheckOptions& options, std::ostream& out, std::ostream& messages) {
+ExitStatus check_folder(const CheckOptions& options, std::ostream& out, std::ostream& messages) {
   if (options.records || !options.unique.empty()) {
     messages << platform::printable(options.layout) << ": is a folder, expected a layout for "
              << (options.records ? "--records" : "--unique") << std::endl;
-    return exit_status::wrong_usage;
+    return ExitStatus::wrong_usage;
   }
   const auto layouts = layouts_at(options.layout, messages);
-  if (!layouts) return exit_status::wrong_usage;
+  if (!layouts) return ExitStatus::wrong_usage;
   FolderCheck check(out);
-  int worst = exit_status::done;
+  ExitStatus worst = ExitStatus::done;
   for (const std::string& layout : *layouts) {
     auto prepared = std::make_unique<PreparedLayout>();
-    const int status = prepared->prepare(layout, std::nullopt, messages);
-    worst = std::max(worst, status);
-    if (status == exit_status::done) check.add(std::move(prepared));
+    const ExitStatus status = prepared->prepare(layout, std::nullopt, messages);
+    worst = worst_of(worst, status);
+    if (status == ExitStatus::done) check.add(std::move(prepared));
   }
-  if (worst != exit_status::done) return worst;
-  return check.run(options.layout) ? exit_status::done : exit_status::failed;
+  if (worst != ExitStatus::done) return worst;
+  return check.run(options.layout) ? ExitStatus::done : ExitStatus::failed;
 }
 
 }  // namespace korvex::host

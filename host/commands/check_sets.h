@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/commands/commands.h"
+#include "host/process/exit_status.h"
 #include "host/records/forecast.h"
 
 namespace korvex::host {
@@ -37,6 +38,6 @@ SetAnswer answer_of(const UniqueSet& set, const Forecast& forecast);
 // What the check of a folder says of all its layouts together, as tables of one database: whether
 // the records of each differ in its unique sets, and whether its keys lead to records of the
 // others. Says in full only what does not hold.
-int check_folder(const CheckOptions& options, std::ostream& out, std::ostream& messages);
+ExitStatus check_folder(const CheckOptions& options, std::ostream& out, std::ostream& messages);
 
 }  // namespace korvex::host

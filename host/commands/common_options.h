@@ -22,14 +22,14 @@
 namespace korvex::host {
 
 // Takes whole numbers only, and says which.
-inline CLI::Validator number_from(std::int32_t lowest) {
-  const auto check = [lowest](const std::string& text) -> std::string {
-    std::int32_t number = 0;
+inline CLI::Validator number_from(std::int64_t lowest, std::int64_t highest = largest_integer) {
+  const auto check = [lowest, highest](const std::string& text) -> std::string {
+    std::int64_t number = 0;
     const char* const end = text.data() + text.size();
     const auto [stop, failure] = std::from_chars(text.data(), end, number);
-    if (failure == std::errc() && stop == end && number >= lowest) return {};
+    if (failure == std::errc() && stop == end && number >= lowest && number <= highest) return {};
     return '"' + platform::printable(text) + "\" is no number from " + std::to_string(lowest) +
-           " to " + std::to_string(largest_integer);
+           " to " + std::to_string(highest);
   };
   return {check, "", ""};
 }
@@ -59,10 +59,18 @@ inline void add_layouts(CLI::App& command, std::string& layout) {
   command.add_option("LAYOUT", layout, "layout file (TOML), or a folder of them")->required();
 }
 
-inline void add_records(CLI::App& command, std::optional<std::int32_t>& records) {
+inline void add_record_count(CLI::App& command, const std::string& name,
+                             std::optional<RecordCount>& records, const std::string& description) {
   command
-      .add_option("--records", records, "number of records, in place of the number in the layout")
-      ->check(number_from(0));
+      .add_option_function<std::uint64_t>(
+          name, [&records](std::uint64_t number) { records = RecordCount(number); }, description)
+      ->check(number_from(0, static_cast<std::int64_t>(RecordCount::most)))
+      ->type_name("INT");
+}
+
+inline void add_records(CLI::App& command, std::optional<RecordCount>& records) {
+  add_record_count(command, "--records", records,
+                   "number of records, in place of the number in the layout");
 }
 
 inline void add_part(CLI::App& command, std::optional<Part>& part, bool& force) {

@@ -7,9 +7,9 @@
 
 namespace korvex::host {
 
-void print_data_summary(const Layout& layout, std::int64_t records, std::chrono::nanoseconds time,
+void print_data_summary(const Layout& layout, RecordCount records, std::chrono::nanoseconds time,
                         std::ostream& out) {
-  out << records << " records, ";
+  out << records.number() << " records, ";
   const FileVersion data(layout.data);
   if (data.exists && S_ISREG(data.status.st_mode)) out << data.status.st_size << " bytes, ";
   char seconds[32];

@@ -31,7 +31,7 @@ struct FileVersion {
 };
 
 // The line about a data file that was generated: records, bytes, time, path.
-void print_data_summary(const Layout& layout, std::int64_t records, std::chrono::nanoseconds time,
+void print_data_summary(const Layout& layout, RecordCount records, std::chrono::nanoseconds time,
                         std::ostream& out);
 
 }  // namespace korvex::host

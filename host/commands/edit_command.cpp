@@ -71,28 +71,28 @@ void warn_if_held(const std::string& settings, std::ostream& messages) {
   messages << platform::printable(settings) << ": another program holds the file" << std::endl;
 }
 
-int run_dialog(const Layout& layout, const std::function<std::int32_t(const char*)>& show,
-               std::ostream& out, std::ostream& messages) {
+ExitStatus run_dialog(const Layout& layout, const std::function<std::int32_t(const char*)>& show,
+                      std::ostream& out, std::ostream& messages) {
   const auto kept = look_at_settings(layout, Keeping::whole_level, messages);
-  if (!kept) return exit_status::failed;
+  if (!kept) return ExitStatus::failed;
   if (print_layout_errors(layout, find_file_conflicts(layout, kept->lists), messages)) {
-    return exit_status::wrong_usage;
+    return ExitStatus::wrong_usage;
   }
   if (!keep_unfit_settings(*kept, layout, messages) || !prepare_settings(layout, messages)) {
-    return exit_status::failed;
+    return ExitStatus::failed;
   }
   TemporaryControlFile control_file;
   if (const ErrorCode code = control_file.write(layout, ControlForm::long_form);
       code != error::none) {
     messages << platform::printable(layout.work) << ": " << numbered_message(code, layout) << "\n";
-    return exit_status::failed;
+    return ExitStatus::failed;
   }
   warn_if_held(layout.settings, messages);
   const FileVersion data_before(layout.data);
   const std::int32_t result = show(control_file.path().c_str());
   check_interruption();
-  if (result == dialog_cancelled) return exit_status::cancelled;
-  if (result != dialog_ok) return exit_status::failed;
+  if (result == dialog_cancelled) return ExitStatus::cancelled;
+  if (result != dialog_ok) return ExitStatus::failed;
   std::error_code ignored;
   const bool has_settings = std::filesystem::exists(layout.settings, ignored);
   out << (has_settings ? "settings: " : "no settings: ") << platform::printable(layout.settings)
@@ -103,41 +103,42 @@ int run_dialog(const Layout& layout, const std::function<std::int32_t(const char
              << platform::printable(layout.file)
              << " over these settings, unless it is given --keep-settings" << std::endl;
   }
-  return exit_status::done;
+  return ExitStatus::done;
 }
 
 // The item's place in the layout, from 1; 0 when there is none of that name.
-std::int32_t position_of(const Layout& layout, const std::string& utf8_name) {
+std::uint64_t position_of(const Layout& layout, const std::string& utf8_name) {
   const auto found =
       std::find_if(layout.items.begin(), layout.items.end(),
                    [&](const LayoutItem& item) { return is_named(item, utf8_name); });
   return found == layout.items.end() ? 0
-                                     : static_cast<std::int32_t>(found - layout.items.begin()) + 1;
+                                     : static_cast<std::uint64_t>(found - layout.items.begin()) + 1;
 }
 
 }  // namespace
 
-int run_edit(const EditOptions& options, CreateFile show, std::ostream& out,
-             std::ostream& messages) {
+ExitStatus run_edit(const EditOptions& options, CreateFile show, std::ostream& out,
+                    std::ostream& messages) {
   const LayoutReading reading = read_module_layout(options.layout, options.records);
-  if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
+  if (print_layout_errors(reading, messages)) return ExitStatus::wrong_usage;
   return run_dialog(
       reading.layout,
       [show](const char* control_path) { return show(control_path, nullptr, no_quotation_lock); },
       out, messages);
 }
 
-int run_update(const EditOptions& options, ReplaceData show, std::ostream& out,
-               std::ostream& messages) {
-  const LayoutReading reading = read_module_layout(options.layout, options.records);
-  if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
+ExitStatus run_update(const EditOptions& options, ReplaceData show, std::ostream& out,
+                      std::ostream& messages) {
+  const LayoutReading reading = read_plain_layout(options.layout, options.records);
+  if (print_layout_errors(reading, messages)) return ExitStatus::wrong_usage;
   Layout layout = reading.layout;
   // In place of the number of records the control file says with which item to begin.
-  layout.records = options.item.empty() ? 1 : position_of(layout, options.item);
-  if (layout.records == 0) {
+  const std::uint64_t position = options.item.empty() ? 1 : position_of(layout, options.item);
+  layout.records = RecordCount(position);
+  if (position == 0) {
     messages << platform::printable(options.layout) << ": no item is named "
              << platform::printable(options.item) << std::endl;
-    return exit_status::wrong_usage;
+    return ExitStatus::wrong_usage;
   }
   return run_dialog(
       layout, [show](const char* control_path) { return show(control_path, nullptr); }, out,

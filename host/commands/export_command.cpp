@@ -66,18 +66,18 @@ std::string output_of(const std::string& layout, const ExportOptions& options) {
   return std::filesystem::path(options.output) / name;
 }
 
-int prepare_export(const std::string& layout, const ExportOptions& options,
-                   std::vector<Export>& exports, std::ostream& messages) {
+ExitStatus prepare_export(const std::string& layout, const ExportOptions& options,
+                          std::vector<Export>& exports, std::ostream& messages) {
   auto prepared = std::make_unique<PreparedLayout>();
-  const int status =
+  const ExitStatus status =
       prepared->prepare(layout, options.records, messages, {.misread = MisreadTexts::refused});
-  if (status != exit_status::done) return status;
+  if (status != ExitStatus::done) return status;
   if (!options.format.in_code_page && print_replaced_characters(prepared->layout(), messages)) {
-    return exit_status::wrong_usage;
+    return ExitStatus::wrong_usage;
   }
-  if (!has_distinct_names(*prepared, options.format, messages)) return exit_status::wrong_usage;
+  if (!has_distinct_names(*prepared, options.format, messages)) return ExitStatus::wrong_usage;
   exports.push_back({std::move(prepared), output_of(layout, options)});
-  return exit_status::done;
+  return ExitStatus::done;
 }
 
 // Says which outputs would take the place of what any of the layouts is made from. Answers whether
@@ -105,59 +105,59 @@ bool make_folder(const std::string& folder, std::ostream& messages) {
   return false;
 }
 
-int export_whole(const Export& each, const OutputForm& form, const ExportOptions& options,
-                 std::ostream& out, std::ostream& messages) {
+ExitStatus export_whole(const Export& each, const OutputForm& form, const ExportOptions& options,
+                        std::ostream& out, std::ostream& messages) {
   const auto made = stream_of(*each.prepared, form);
   RecordStream& stream = *made;
   const Layout& layout = each.prepared->layout();
   ReplacedOutput output(each.output, out);
-  stream.go_to({0, static_cast<Steps>(layout.records)}, true);
+  stream.go_to({0, layout.records.number()}, true);
   for (std::string_view bytes; output.failure().empty() && !(bytes = stream.next()).empty();) {
     output.write(bytes);
   }
   if (!stream.failure().empty()) {
     if (is_folder(options.layout)) messages << platform::printable(layout.file) << ": ";
     messages << stream.failure() << std::endl;
-    return exit_status::failed;
+    return ExitStatus::failed;
   }
   output.finish();
   if (!output.failure().empty()) {
     messages << output.failure() << std::endl;
-    return exit_status::failed;
+    return ExitStatus::failed;
   }
   if (!options.quiet && each.output != "-") {
     out << stream.records() << " records: " << platform::printable(each.output) << std::endl;
   }
-  return exit_status::done;
+  return ExitStatus::done;
 }
 
 }  // namespace
 
-int run_export(const ExportOptions& options, std::ostream& out, std::ostream& messages) {
-  if (print_wrong_options(options, messages)) return exit_status::wrong_usage;
+ExitStatus run_export(const ExportOptions& options, std::ostream& out, std::ostream& messages) {
+  if (print_wrong_options(options, messages)) return ExitStatus::wrong_usage;
   const auto layouts = layouts_at(options.layout, messages);
-  if (!layouts) return exit_status::wrong_usage;
+  if (!layouts) return ExitStatus::wrong_usage;
   std::vector<Export> exports;
-  int worst = exit_status::done;
+  ExitStatus worst = ExitStatus::done;
   for (const std::string& layout : *layouts) {
-    worst = std::max(worst, prepare_export(layout, options, exports, messages));
+    worst = worst_of(worst, prepare_export(layout, options, exports, messages));
   }
-  if (worst != exit_status::done) return worst;
-  if (print_conflicts(exports, messages)) return exit_status::wrong_usage;
+  if (worst != ExitStatus::done) return worst;
+  if (print_conflicts(exports, messages)) return ExitStatus::wrong_usage;
   if (is_folder(options.layout) && !make_folder(options.output, messages)) {
-    return exit_status::failed;
+    return ExitStatus::failed;
   }
   set_jobs(options.jobs, options.part ? UsualJobs::one : UsualJobs::for_all_processors);
   const OutputForm form = {.is_data_file = false, .format = options.format};
   for (const Export& each : exports) {
-    const int status =
+    const ExitStatus status =
         options.part ? make_part(*each.prepared,
                                  {each.output, *options.part, form, options.force, options.quiet},
                                  out, messages)
                      : export_whole(each, form, options, out, messages);
-    if (status != exit_status::done) return status;
+    if (status != ExitStatus::done) return status;
   }
-  return exit_status::done;
+  return ExitStatus::done;
 }
 
 }  // namespace korvex::host

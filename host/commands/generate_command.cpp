@@ -33,10 +33,10 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-std::int64_t count_lines(const std::string& path) {
-  std::int64_t lines = 0;
+std::uint64_t count_lines(const std::string& path) {
+  std::uint64_t lines = 0;
   platform::read_line_pieces(path, [&](std::string_view piece) {
-    lines += std::count(piece.begin(), piece.end(), '\n');
+    lines += static_cast<std::uint64_t>(std::count(piece.begin(), piece.end(), '\n'));
     return true;
   });
   check_interruption();
@@ -44,11 +44,11 @@ std::int64_t count_lines(const std::string& path) {
 }
 
 // The output limit may have ended the file early, which the module counts as success.
-std::int64_t records_of(const Layout& layout, std::int32_t output_option) {
+RecordCount records_of(const Layout& layout, std::int32_t output_option) {
   const FileVersion data(layout.data);
   const bool may_be_short =
       output_option == guarded_output && data.exists && S_ISREG(data.status.st_mode);
-  return may_be_short ? count_lines(layout.data) : layout.records;
+  return may_be_short ? RecordCount(count_lines(layout.data)) : layout.records;
 }
 
 // How many records the repeats give, for the module's question whether fewer are enough. What
@@ -60,13 +60,13 @@ std::uint64_t count_repeated_records(const Layout& layout, std::ostream& message
   return count ? count->data_items : 0;
 }
 
-int generate(const Layout& layout, const GenerateOptions& options, bool has_repeats,
-             CreateData create_data, std::ostream& out, std::ostream& messages) {
+ExitStatus generate(const Layout& layout, const GenerateOptions& options, bool has_repeats,
+                    CreateData create_data, std::ostream& out, std::ostream& messages) {
   TemporaryControlFile control_file;
   if (const ErrorCode code = control_file.write(layout, ControlForm::short_form);
       code != error::none) {
     messages << platform::printable(layout.work) << ": " << numbered_message(code, layout) << "\n";
-    return exit_status::failed;
+    return ExitStatus::failed;
   }
   const bool is_asked = has_repeats && options.output_option == guarded_output;
   const std::uint64_t repeated_records = is_asked ? count_repeated_records(layout, messages) : 0;
@@ -77,23 +77,23 @@ int generate(const Layout& layout, const GenerateOptions& options, bool has_repe
   const int error_number = errno;
   const Clock::duration time = Clock::now() - start;
   if (result < 0) check_interruption();
-  if (result == error::cancelled) return exit_status::cancelled;
+  if (result == error::cancelled) return ExitStatus::cancelled;
   if (result < 0) {
     const std::string reason = reason_of(static_cast<ErrorCode>(result), error_number);
     if (!reason.empty()) messages << reason << std::endl;
-    return exit_status::failed;
+    return ExitStatus::failed;
   }
   // The module counts it as success when the user declines its question.
-  const bool may_be_declined = repeated_records > static_cast<std::uint64_t>(layout.records);
+  const bool may_be_declined = repeated_records > layout.records.number();
   if (may_be_declined && FileVersion(layout.data).is(before)) {
     if (!options.quiet)
       out << "nothing generated: " << platform::printable(layout.data) << std::endl;
-    return exit_status::done;
+    return ExitStatus::done;
   }
   if (!options.quiet) {
     print_data_summary(layout, records_of(layout, options.output_option), time, out);
   }
-  return exit_status::done;
+  return ExitStatus::done;
 }
 
 // Answers whether the options go with a part, and says why not.
@@ -107,13 +107,14 @@ bool allows_part(const GenerateOptions& options, std::ostream& messages) {
 }
 
 // The module makes whole files and has them to itself: a part is made without it.
-int generate_part(const GenerateOptions& options, std::ostream& out, std::ostream& messages) {
-  if (!allows_part(options, messages)) return exit_status::wrong_usage;
+ExitStatus generate_part(const GenerateOptions& options, std::ostream& out,
+                         std::ostream& messages) {
+  if (!allows_part(options, messages)) return ExitStatus::wrong_usage;
   PreparedLayout prepared;
   const Settings settings = options.keep_settings ? Settings::kept : Settings::of_layout;
-  const int status = prepared.prepare(options.layout, options.records, messages,
-                                      {.settings = settings, .own_ways = OwnWays::refused});
-  if (status != exit_status::done) return status;
+  const ExitStatus status = prepared.prepare(options.layout, options.records, messages,
+                                             {.settings = settings, .own_ways = OwnWays::refused});
+  if (status != ExitStatus::done) return status;
   const Layout& layout = prepared.layout();
   if (!options.keep_settings) print_left_out(prepared.left_out(), layout, messages);
   make_folder(platform::folder_of(layout.data));
@@ -123,26 +124,26 @@ int generate_part(const GenerateOptions& options, std::ostream& out, std::ostrea
 
 }  // namespace
 
-int run_generate(const GenerateOptions& options, CreateData create_data, std::ostream& out,
-                 std::ostream& messages) {
+ExitStatus run_generate(const GenerateOptions& options, CreateData create_data, std::ostream& out,
+                        std::ostream& messages) {
   set_jobs(options.jobs, options.part ? UsualJobs::one : UsualJobs::for_all_processors);
   if (options.part) return generate_part(options, out, messages);
   // Settings that are kept may name other lists than the layout does.
   const MissingLists lists = options.keep_settings ? MissingLists::allowed : MissingLists::refused;
   const LayoutReading reading = read_module_layout(options.layout, options.records, lists);
-  if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
+  if (print_layout_errors(reading, messages)) return ExitStatus::wrong_usage;
   const Layout& layout = reading.layout;
   print_warnings(layout, messages);
   const Keeping keeping =
       options.keep_settings ? Keeping::all_items : Keeping::items_without_values;
   const auto kept = look_at_settings(layout, keeping, messages);
-  if (!kept) return exit_status::failed;
+  if (!kept) return ExitStatus::failed;
   const bool has_further_lists = !kept->lists.empty();
   if (has_further_lists &&
       print_layout_errors(layout, find_file_conflicts(layout, kept->lists), messages)) {
-    return exit_status::wrong_usage;
+    return ExitStatus::wrong_usage;
   }
-  if (print_failures(kept->refused, layout, messages)) return exit_status::failed;
+  if (print_failures(kept->refused, layout, messages)) return ExitStatus::failed;
   if (options.keep_settings) {
     make_output_folders(layout);
     choose_interface(options.window);
@@ -150,7 +151,7 @@ int run_generate(const GenerateOptions& options, CreateData create_data, std::os
     return generate(layout, options, may_repeat, create_data, out, messages);
   }
   const SettingsResult settings = write_settings_of(layout);
-  if (print_failures(settings, layout, messages)) return exit_status::failed;
+  if (print_failures(settings, layout, messages)) return ExitStatus::failed;
   print_left_out(settings.left_out, layout, messages);
   if (!options.settings_only) {
     choose_interface(options.window);
@@ -161,7 +162,7 @@ int run_generate(const GenerateOptions& options, CreateData create_data, std::os
     out << count << (count == 1 ? " item" : " items")
         << " with settings: " << platform::printable(layout.settings) << std::endl;
   }
-  return exit_status::done;
+  return ExitStatus::done;
 }
 
 }  // namespace korvex::host

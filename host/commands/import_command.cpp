@@ -129,11 +129,11 @@ std::string counted(std::size_t count, const std::string& things) {
   return std::to_string(count) + " " + things + (count == 1 ? "" : "s");
 }
 
-int import_files(const ImportOptions& options, std::ostream& out, std::ostream& messages) {
+ExitStatus import_files(const ImportOptions& options, std::ostream& out, std::ostream& messages) {
   const bool is_one = !options.table.empty();
   if (options.output.empty() && !is_one) {
     messages << "an import of all tables has no folder to go to, expected -o FOLDER" << std::endl;
-    return exit_status::wrong_usage;
+    return ExitStatus::wrong_usage;
   }
   const DatabaseImport import = plan_import(options);
   for (const std::string& remark : import.remarks) {
@@ -142,7 +142,7 @@ int import_files(const ImportOptions& options, std::ostream& out, std::ostream& 
   if (import.layouts == 0) throw std::runtime_error("the database has no table to import");
   if (is_one && import.items == 0)
     throw std::runtime_error(options.table + ": no column can become an item");
-  if (is_one && import.gaps > 0) return exit_status::failed;
+  if (is_one && import.gaps > 0) return ExitStatus::failed;
   const std::vector<Place> places = places_of(options, import);
   check_places(options, places);
   // What no run could use is said now.
@@ -154,9 +154,9 @@ int import_files(const ImportOptions& options, std::ostream& out, std::ostream& 
                      MissingLists::allowed);
     has_errors = print_layout_errors(reading, messages) || has_errors;
   }
-  if (is_one && has_errors) return exit_status::wrong_usage;
+  if (is_one && has_errors) return ExitStatus::wrong_usage;
   write_files(import.files, places, out);
-  if (options.output.empty()) return exit_status::done;
+  if (options.output.empty()) return ExitStatus::done;
   out << (is_one ? counted(import.items, "item") : counted(import.layouts, "layout")) << ": "
       << platform::printable(options.output) << std::endl;
   if (import.gaps > 0) {
@@ -164,22 +164,22 @@ int import_files(const ImportOptions& options, std::ostream& out, std::ostream& 
              << " a value: look for \"korvex: needs a value\" in "
              << platform::printable(options.output) << std::endl;
   }
-  return import.gaps > 0 || has_errors ? exit_status::failed : exit_status::done;
+  return import.gaps > 0 || has_errors ? ExitStatus::failed : ExitStatus::done;
 }
 
 }  // namespace
 
-int run_import(const ImportOptions& given, std::ostream& out, std::ostream& messages) {
+ExitStatus run_import(const ImportOptions& given, std::ostream& out, std::ostream& messages) {
   ImportOptions options = given;
   if (options.output == "-") options.output.clear();
   try {
     return import_files(options, out, messages);
   } catch (const std::invalid_argument& wrong) {
     messages << platform::printable_lines(wrong.what()) << std::endl;
-    return exit_status::wrong_usage;
+    return ExitStatus::wrong_usage;
   } catch (const std::exception& failure) {
     messages << platform::printable_lines(failure.what()) << std::endl;
-    return exit_status::failed;
+    return ExitStatus::failed;
   }
 }
 

@@ -37,10 +37,8 @@ void LayoutCommands::add_check_options(CLI::App& command) {
 
 void LayoutCommands::add_preview_options(CLI::App& command) {
   add_layouts(command, preview_options_.layout);
-  command
-      .add_option("-n,--records", preview_options_.records,
-                  "number of records (default: the layout's, at most 20; 5 of each in a folder)")
-      ->check(number_from(0));
+  add_record_count(command, "-n,--records", preview_options_.records,
+                   "number of records (default: the layout's, at most 20; 5 of each in a folder)");
 }
 
 void LayoutCommands::add_export_options(CLI::App& command) {
@@ -61,8 +59,7 @@ void LayoutCommands::add_new_options(CLI::App& command) {
                      "the layout file, which must not be there yet (default: standard output)");
   command.add_option("--kind", new_options_.kind, "record, table or iso (default: record)");
   command.add_option("--data", new_options_.data, "path of the data file (default: data.csv)");
-  command.add_option("--records", new_options_.records, "number of records (default: 1000)")
-      ->check(number_from(0));
+  add_record_count(command, "--records", new_options_.records, "number of records (default: 1000)");
   command.add_option("--item", new_options_.items,
                      "NAME:ATTRIBUTE, and after it :SIZE and :DECIMALS where the attribute has "
                      "them; a + after the size for a signed number; once for each item");
@@ -75,7 +72,7 @@ void LayoutCommands::add_report_options(CLI::App& command) {
       ->required();
 }
 
-std::optional<int> LayoutCommands::run(std::ostream& out, std::ostream& messages) const {
+std::optional<ExitStatus> LayoutCommands::run(std::ostream& out, std::ostream& messages) const {
   if (check_->parsed()) return run_check(check_options_, out, messages);
   if (preview_->parsed()) return run_preview(preview_options_, out, messages);
   if (report_->parsed()) return run_report(report_options_, out, messages);
@@ -84,10 +81,10 @@ std::optional<int> LayoutCommands::run(std::ostream& out, std::ostream& messages
     return run_new(new_options_, has_terminal ? &std::cin : nullptr, out, messages);
   }
   if (!export_->parsed()) return std::nullopt;
-  if (!is_possible(export_options_.format, messages)) return exit_status::wrong_usage;
+  if (!is_possible(export_options_.format, messages)) return ExitStatus::wrong_usage;
   if (export_options_.part && export_options_.output == "-") {
     messages << "--output is -, expected a file for --part" << std::endl;
-    return exit_status::wrong_usage;
+    return ExitStatus::wrong_usage;
   }
   return run_export(export_options_, out, messages);
 }

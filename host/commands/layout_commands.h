@@ -18,7 +18,7 @@ class LayoutCommands {
   LayoutCommands& operator=(const LayoutCommands&) = delete;
 
   // Runs the one that was given; the program's exit status, nothing when it was another command.
-  std::optional<int> run(std::ostream& out, std::ostream& messages) const;
+  std::optional<ExitStatus> run(std::ostream& out, std::ostream& messages) const;
 
  private:
   void add_check_options(CLI::App& command);

@@ -72,14 +72,14 @@ bool print_wrong_options(const LoadOptions& options, std::ostream& messages) {
   return options.records && refuse("--records");
 }
 
-int prepare_layout(const LoadOptions& options, const std::string& file,
-                   std::vector<TableLoad>& loads, std::ostream& messages) {
+ExitStatus prepare_layout(const LoadOptions& options, const std::string& file,
+                          std::vector<TableLoad>& loads, std::ostream& messages) {
   auto prepared = std::make_unique<PreparedLayout>();
-  const int status =
+  const ExitStatus status =
       prepared->prepare(file, options.records, messages, {.misread = MisreadTexts::refused});
-  if (status != exit_status::done) return status;
-  if (print_replaced_characters(prepared->layout(), messages)) return exit_status::wrong_usage;
-  if (print_conflict(options, *prepared, messages)) return exit_status::wrong_usage;
+  if (status != ExitStatus::done) return status;
+  if (print_replaced_characters(prepared->layout(), messages)) return ExitStatus::wrong_usage;
+  if (print_conflict(options, *prepared, messages)) return ExitStatus::wrong_usage;
   print_left_out(prepared->left_out(), prepared->layout(), messages);
   std::string table = options.table.empty() ? prepared->layout().table : options.table;
   if (table.empty()) {
@@ -88,26 +88,26 @@ int prepare_layout(const LoadOptions& options, const std::string& file,
              << (is_one_of_several ? "so that it is not loaded"
                                    : "expected one there or TABLE on the command line")
              << std::endl;
-    return is_one_of_several ? exit_status::done : exit_status::wrong_usage;
+    return is_one_of_several ? ExitStatus::done : ExitStatus::wrong_usage;
   }
   loads.push_back({std::move(prepared), std::move(table), {}});
-  return exit_status::done;
+  return ExitStatus::done;
 }
 
 // All layouts, with all that is wrong with any of them.
-int prepare_layouts(const LoadOptions& options, std::vector<TableLoad>& loads,
-                    std::ostream& messages) {
-  if (print_wrong_options(options, messages)) return exit_status::wrong_usage;
+ExitStatus prepare_layouts(const LoadOptions& options, std::vector<TableLoad>& loads,
+                           std::ostream& messages) {
+  if (print_wrong_options(options, messages)) return ExitStatus::wrong_usage;
   const auto files = layouts_at(options.layout, messages);
-  if (!files) return exit_status::wrong_usage;
-  int worst = exit_status::done;
+  if (!files) return ExitStatus::wrong_usage;
+  ExitStatus worst = ExitStatus::done;
   for (const std::string& file : *files) {
     check_interruption();
-    worst = std::max(worst, prepare_layout(options, file, loads, messages));
+    worst = worst_of(worst, prepare_layout(options, file, loads, messages));
   }
-  if (worst != exit_status::done || !loads.empty()) return worst;
+  if (worst != ExitStatus::done || !loads.empty()) return worst;
   messages << platform::printable(options.layout) << ": no layout names a table" << std::endl;
-  return exit_status::wrong_usage;
+  return ExitStatus::wrong_usage;
 }
 
 // Where the records of each layout go, in the order in which they do. Throws PlanError with all
@@ -192,10 +192,10 @@ void load_rows(TableLoad& load, std::size_t place, DatabaseLoad& rows, LoadProgr
 // Answers what could not be done beside the rows.
 std::vector<std::string> load_tables(Database& database, LoadRequest request,
                                      std::vector<TableLoad>& loads) {
-  const auto records = std::accumulate(loads.begin(), loads.end(), std::int64_t{0},
-                                       [](std::int64_t sum, const TableLoad& load) {
-                                         return sum + load.prepared->layout().records;
-                                       });
+  const Steps records = std::accumulate(
+      loads.begin(), loads.end(), Steps{0}, [](Steps before, const TableLoad& load) {
+        return sum(before, load.prepared->layout().records.number());
+      });
   LoadProgress progress(records, loads.size());
   const auto rows = database.begin_load(std::move(request));
   try {
@@ -212,15 +212,16 @@ std::vector<std::string> load_tables(Database& database, LoadRequest request,
 }
 
 // The rows are there to stay, whatever becomes of this. The program's exit status.
-int analyze(Database& database, const std::vector<TableSchema>& tables, std::ostream& messages) {
+ExitStatus analyze(Database& database, const std::vector<TableSchema>& tables,
+                   std::ostream& messages) {
   try {
     for (const std::string& failure : database.analyze(tables)) {
       messages << "loaded, but not analyzed: " << platform::printable_lines(failure) << std::endl;
     }
-    return exit_status::done;
+    return ExitStatus::done;
   } catch (const Interrupted& interrupted) {
     messages << "all rows were loaded, but not all tables were analyzed" << std::endl;
-    return interrupted.exit_status;
+    return status_of_signal(interrupted.signal);
   }
 }
 
@@ -244,14 +245,14 @@ void print_rows(const std::vector<TableLoad>& loads, const LoadOptions& options,
   if (!out) messages << name << ": " << rows << " records were loaded" << std::endl;
 }
 
-int load(const LoadOptions& options, std::vector<TableLoad>& loads, std::istream* in,
-         std::ostream& out, std::ostream& messages) {
+ExitStatus load(const LoadOptions& options, std::vector<TableLoad>& loads, std::istream* in,
+                std::ostream& out, std::ostream& messages) {
   const auto database = open_database(options.database);
   LoadRequest request = plan_tables(*database, loads);
   request.empties_first = options.truncate;
   if (options.truncate && !options.yes && !may_empty(request, *in, messages)) {
     messages << nothing_loaded << std::endl;
-    return exit_status::cancelled;
+    return ExitStatus::cancelled;
   }
   std::vector<TableSchema> tables;
   for (const LoadedTable& table : request.tables) tables.push_back(table.schema);
@@ -267,7 +268,8 @@ int load(const LoadOptions& options, std::vector<TableLoad>& loads, std::istream
     throw;
   }
   for (const std::string& note : notes) messages << platform::printable(note) << std::endl;
-  const int status = options.no_analyze ? exit_status::done : analyze(*database, tables, messages);
+  const ExitStatus status =
+      options.no_analyze ? ExitStatus::done : analyze(*database, tables, messages);
   ignore_interruptions();
   if (!options.quiet) print_rows(loads, options, seconds_since(start), out, messages);
   return status;
@@ -275,33 +277,33 @@ int load(const LoadOptions& options, std::vector<TableLoad>& loads, std::istream
 
 }  // namespace
 
-int run_load(const LoadOptions& options, std::istream* in, std::ostream& out,
-             std::ostream& messages) {
+ExitStatus run_load(const LoadOptions& options, std::istream* in, std::ostream& out,
+                    std::ostream& messages) {
   if (options.truncate && !options.yes && in == nullptr) {
     messages << "--truncate removes all rows, and nobody can be asked, expected --yes" << std::endl;
-    return exit_status::wrong_usage;
+    return ExitStatus::wrong_usage;
   }
   std::vector<TableLoad> loads;
-  const int status = prepare_layouts(options, loads, messages);
-  if (status != exit_status::done) return status;
+  const ExitStatus status = prepare_layouts(options, loads, messages);
+  if (status != ExitStatus::done) return status;
   try {
     return load(options, loads, in, out, messages);
   } catch (const Interrupted& interrupted) {
     messages << nothing_loaded << std::endl;
-    return interrupted.exit_status;
+    return status_of_signal(interrupted.signal);
   } catch (const std::invalid_argument& wrong) {
     messages << platform::printable_lines(wrong.what()) << std::endl;
-    return exit_status::wrong_usage;
+    return ExitStatus::wrong_usage;
   } catch (const PlanError& wrong) {
     messages << platform::printable_lines(wrong.what()) << std::endl;
-    return exit_status::wrong_usage;
+    return ExitStatus::wrong_usage;
   } catch (const OutcomeUnknown& failure) {
     messages << platform::printable_lines(failure.what())
              << "\nit is not known whether the rows were loaded" << std::endl;
-    return exit_status::failed;
+    return ExitStatus::failed;
   } catch (const std::exception& failure) {
     messages << platform::printable_lines(failure.what()) << "\n" << nothing_loaded << std::endl;
-    return exit_status::failed;
+    return ExitStatus::failed;
   }
 }
 

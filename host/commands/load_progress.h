@@ -5,12 +5,14 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "courses/steps.h"
+
 namespace korvex::host {
 
 // "Loading table 2 of 3:  42 %" on a terminal, and nothing anywhere else.
 class LoadProgress {
  public:
-  LoadProgress(std::int64_t records, std::size_t tables)
+  LoadProgress(Steps records, std::size_t tables)
       : records_(records), tables_(tables), is_drawing_(::isatty(STDERR_FILENO) == 1) {}
   ~LoadProgress() { clear(); }
   LoadProgress(const LoadProgress&) = delete;
@@ -38,25 +40,26 @@ class LoadProgress {
   }
 
  private:
-  static constexpr std::int64_t percents = 100;
+  __extension__ using Wide = unsigned __int128;  // of records in percents
+
+  static constexpr unsigned percents = 100;
 
   void draw() {
-    const std::int64_t percent = done_ * percents / records_;
-    next_ = (records_ * (percent + 1) + percents - 1) / percents;
+    const auto percent = static_cast<unsigned>(Wide{done_} * percents / records_);
+    next_ = static_cast<Steps>((Wide{records_} * (percent + 1) + percents - 1) / percents);
     if (tables_ == 1) {
-      std::fprintf(stderr, "\rLoading %3d %%", static_cast<int>(percent));
+      std::fprintf(stderr, "\rLoading %3u %%", percent);
     } else {
-      std::fprintf(stderr, "\rLoading table %zu of %zu: %3d %%", table_, tables_,
-                   static_cast<int>(percent));
+      std::fprintf(stderr, "\rLoading table %zu of %zu: %3u %%", table_, tables_, percent);
     }
   }
 
-  const std::int64_t records_;
+  const Steps records_;
   const std::size_t tables_;
   bool is_drawing_;
   std::size_t table_ = 0;
-  std::int64_t done_ = 0;
-  std::int64_t next_ = 1;
+  Steps done_ = 0;
+  Steps next_ = 1;
 };
 
 }  // namespace korvex::host

@@ -35,13 +35,13 @@ std::string take_kind(std::string_view text, std::string& kind) {
   return {};
 }
 
-std::string take_records(std::string_view text, std::int32_t& records) {
-  std::int32_t value = -1;
+std::string take_records(std::string_view text, RecordCount& records) {
+  std::uint64_t value = 0;
   const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (failure != std::errc() || end != text.data() + text.size() || value < 0) {
-    return "a number from 0 to " + std::to_string(largest_integer);
+  if (failure != std::errc() || end != text.data() + text.size() || value > RecordCount::most) {
+    return "a number from 0 to " + std::to_string(RecordCount::most);
   }
-  records = value;
+  records = RecordCount(value);
   return {};
 }
 
@@ -215,7 +215,7 @@ bool ask(const NewOptions& options, NewLayout& layout, std::istream& in, std::os
     });
   }
   if (!options.records) {
-    dialogue.ask("Records", std::to_string(layout.records),
+    dialogue.ask("Records", std::to_string(layout.records.number()),
                  [&](std::string_view text) { return take_records(text, layout.records); });
   }
   if (options.items.empty()) ask_items(dialogue, layout);
@@ -245,37 +245,37 @@ bool take_options(const NewOptions& options, NewLayout& layout, std::ostream& me
 
 }  // namespace
 
-int run_new(const NewOptions& options, std::istream* in, std::ostream& out,
-            std::ostream& messages) {
+ExitStatus run_new(const NewOptions& options, std::istream* in, std::ostream& out,
+                   std::ostream& messages) {
   std::error_code ignored;
   if (options.output != "-" && std::filesystem::exists(options.output, ignored)) {
     messages << platform::printable(options.output) << ": is there already, expected a new file"
              << std::endl;
-    return exit_status::wrong_usage;
+    return ExitStatus::wrong_usage;
   }
   NewLayout layout;
-  if (!take_options(options, layout, messages)) return exit_status::wrong_usage;
+  if (!take_options(options, layout, messages)) return ExitStatus::wrong_usage;
   if (in != nullptr && !ask(options, layout, *in, messages)) {
     messages << "\nthe answers ended, no layout was written" << std::endl;
-    return exit_status::wrong_usage;
+    return ExitStatus::wrong_usage;
   }
   if (layout.items.empty()) {
     messages << "there is no item, expected --item NAME:ATTRIBUTE:SIZE or somebody to ask"
              << std::endl;
-    return exit_status::wrong_usage;
+    return ExitStatus::wrong_usage;
   }
   const std::string text = layout_text(layout);
   // What the reader refuses now, say a data file in the layout's own place, is not written.
   const std::string name = options.output == "-" ? "layout.toml" : options.output;
   if (print_layout_errors(parse_layout(text, name, std::nullopt), messages)) {
-    return exit_status::wrong_usage;
+    return ExitStatus::wrong_usage;
   }
   ReplacedOutput output(options.output, out);
   output.write(text);
   output.finish();
   if (!output.failure().empty()) {
     messages << output.failure() << std::endl;
-    return exit_status::failed;
+    return ExitStatus::failed;
   }
   if (options.output != "-") {
     const std::string written = platform::printable(options.output);
@@ -283,7 +283,7 @@ int run_new(const NewOptions& options, std::istream* in, std::ostream& out,
     out << count << (count == 1 ? " item: " : " items: ") << written << "\n"
         << "next: korvex preview " << written << std::endl;
   }
-  return exit_status::done;
+  return ExitStatus::done;
 }
 
 }  // namespace korvex::host

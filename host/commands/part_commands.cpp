@@ -87,13 +87,13 @@ void PartCommands::add_plan_options(CLI::App& command) {
   add_records(command, plan_options_.records);
 }
 
-std::optional<int> PartCommands::run(std::ostream& out, std::ostream& messages) const {
+std::optional<ExitStatus> PartCommands::run(std::ostream& out, std::ostream& messages) const {
   if (verify_->parsed()) {
-    if (!is_possible(verify_options_.format, messages)) return exit_status::wrong_usage;
+    if (!is_possible(verify_options_.format, messages)) return ExitStatus::wrong_usage;
     return run_verify(verify_options_, has_format(verify_->app()), out, messages);
   }
   if (!plan_->parsed()) return std::nullopt;
-  if (!is_possible(plan_options_.format, messages)) return exit_status::wrong_usage;
+  if (!is_possible(plan_options_.format, messages)) return ExitStatus::wrong_usage;
   return run_plan(plan_options_, has_format(plan_->app()), out, messages);
 }
 

@@ -17,7 +17,7 @@ class PartCommands {
   PartCommands& operator=(const PartCommands&) = delete;
 
   // Runs the one that was given; the program's exit status, nothing when it was another command.
-  std::optional<int> run(std::ostream& out, std::ostream& messages) const;
+  std::optional<ExitStatus> run(std::ostream& out, std::ostream& messages) const;
 
  private:
   void add_verify_options(CLI::App& command);

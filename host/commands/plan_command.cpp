@@ -54,8 +54,8 @@ Plan plan_of(const PlanOptions& options, const PreparedLayout& prepared, std::ui
     add(plan.verifying, format_arguments(options.format));
   }
   if (options.records) {
-    add(plan.making, {"--records", std::to_string(*options.records)});
-    add(plan.verifying, {"--records", std::to_string(*options.records)});
+    add(plan.making, {"--records", std::to_string(options.records->number())});
+    add(plan.verifying, {"--records", std::to_string(options.records->number())});
   }
   const std::set<std::string> folders = {platform::folder_of(layout),
                                          platform::folder_of(plan.whole)};
@@ -63,15 +63,15 @@ Plan plan_of(const PlanOptions& options, const PreparedLayout& prepared, std::ui
   return plan;
 }
 
-int refuse(std::ostream& messages, const std::string& text) {
+ExitStatus refuse(std::ostream& messages, const std::string& text) {
   messages << text << std::endl;
-  return exit_status::wrong_usage;
+  return ExitStatus::wrong_usage;
 }
 
 }  // namespace
 
-int run_plan(const PlanOptions& options, bool has_format, std::ostream& out,
-             std::ostream& messages) {
+ExitStatus run_plan(const PlanOptions& options, bool has_format, std::ostream& out,
+                    std::ostream& messages) {
   if (!options.parts && !options.most_bytes) {
     return refuse(messages, "no number of parts, expected --parts or --max-bytes");
   }
@@ -81,11 +81,11 @@ int run_plan(const PlanOptions& options, bool has_format, std::ostream& out,
   if (options.output == "-") return refuse(messages, "--output is -, expected a file for parts");
   const bool is_export = !options.output.empty();
   PreparedLayout prepared;
-  const int status =
+  const ExitStatus status =
       prepared.prepare(options.layout, options.records, messages,
                        {.misread = is_export ? MisreadTexts::refused : MisreadTexts::warned,
                         .own_ways = is_export ? OwnWays::allowed : OwnWays::refused});
-  if (status != exit_status::done) return status;
+  if (status != ExitStatus::done) return status;
   const PartEstimate estimate(prepared, {.is_data_file = !is_export, .format = options.format});
   const std::uint64_t parts = options.parts
                                   ? static_cast<std::uint64_t>(*options.parts)
@@ -99,7 +99,7 @@ int run_plan(const PlanOptions& options, bool has_format, std::ostream& out,
     return refuse(messages, "a path or table has control characters, which a script can't name");
   }
   out << script_of(plan, options.engine, estimate) << std::flush;
-  return exit_status::done;
+  return ExitStatus::done;
 }
 
 }  // namespace korvex::host

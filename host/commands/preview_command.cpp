@@ -15,14 +15,15 @@ namespace korvex::host {
 
 namespace {
 
-constexpr std::int32_t default_preview = 20;
-constexpr std::int32_t default_of_several = 5;
+constexpr RecordCount default_preview(20);
+constexpr RecordCount default_of_several(5);
 
-int preview(const std::string& layout, std::optional<std::int32_t> records, std::int32_t shown,
-            std::ostream& out, std::ostream& messages) {
+ExitStatus preview(const std::string& layout, std::optional<RecordCount> records, RecordCount shown,
+                   std::ostream& out, std::ostream& messages) {
   PreparedLayout prepared;
-  const int status = prepared.prepare(layout, records, messages, {.asked = RecordsAsked::first});
-  if (status != exit_status::done) return status;
+  const ExitStatus status =
+      prepared.prepare(layout, records, messages, {.asked = RecordsAsked::first});
+  if (status != ExitStatus::done) return status;
   TextTable table;
   std::vector<TextTable::Cell> names;
   for (const PreparedItem& item : prepared.items()) {
@@ -31,7 +32,7 @@ int preview(const std::string& layout, std::optional<std::int32_t> records, std:
   }
   table.add(std::move(names));
   RecordSource source(prepared);
-  std::int32_t left = records.value_or(shown);
+  std::uint64_t left = records.value_or(shown).number();
   for (std::vector<std::string_view> values; left > 0 && source.next(values); --left) {
     check_interruption();
     std::vector<TextTable::Cell> row;
@@ -43,23 +44,23 @@ int preview(const std::string& layout, std::optional<std::int32_t> records, std:
   }
   table.print(out);
   out.flush();
-  if (source.failure().empty()) return exit_status::done;
+  if (source.failure().empty()) return ExitStatus::done;
   messages << source.failure() << std::endl;
-  return exit_status::failed;
+  return ExitStatus::failed;
 }
 
 }  // namespace
 
-int run_preview(const PreviewOptions& options, std::ostream& out, std::ostream& messages) {
+ExitStatus run_preview(const PreviewOptions& options, std::ostream& out, std::ostream& messages) {
   const auto layouts = layouts_at(options.layout, messages);
-  if (!layouts) return exit_status::wrong_usage;
+  if (!layouts) return ExitStatus::wrong_usage;
   if (!is_folder(options.layout)) {
     return preview(options.layout, options.records, default_preview, out, messages);
   }
-  int worst = exit_status::done;
+  ExitStatus worst = ExitStatus::done;
   for (const std::string& layout : *layouts) {
     out << (layout == layouts->front() ? "" : "\n") << platform::printable(layout) << "\n";
-    worst = std::max(worst, preview(layout, options.records, default_of_several, out, messages));
+    worst = worst_of(worst, preview(layout, options.records, default_of_several, out, messages));
   }
   out.flush();
   return worst;

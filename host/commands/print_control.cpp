@@ -72,7 +72,7 @@ void print_control_file(std::string_view bytes, std::ostream& out) {
   const auto header = record_at<ControlHeader>(bytes, 0);
   const bool is_long = is_form(bytes, sizeof(ControlItem)) && header.item_count > 0;
   out << "control file, " << (is_long ? "long" : "short") << " form\n"
-      << "  records       " << header.records << "\n"
+      << "  records       " << number_of(header.records) << "\n"
       << "  layout kind   " << named_layout_kind(header.layout_kind) << "\n"
       << "  NULL default  " << header.null_default << "\n"
       << "  host value    " << header.host_value << "\n"
@@ -95,14 +95,14 @@ void print_control_file(std::string_view bytes, std::ostream& out) {
 
 bool is_log_file(std::string_view bytes) {
   const auto header = record_at<LogHeader>(bytes, 0);
-  return header.records >= 0 && header.reserved == 0 &&
+  return number_of(header.records) >= 0 && header.reserved == 0 &&
          holds_exactly(bytes, sizeof header, header.item_count, sizeof(std::int32_t));
 }
 
 void print_log_file(std::string_view bytes, std::ostream& out) {
   const auto header = record_at<LogHeader>(bytes, 0);
   out << "log file\n"
-      << "  records       " << header.records << "\n"
+      << "  records       " << number_of(header.records) << "\n"
       << "  level         " << header.level << "\n"
       << "  items         " << header.item_count << "\n";
   print_numbers(bytes, sizeof header, header.item_count, out);

@@ -53,7 +53,7 @@ class SettingsPrinter {
 
  private:
   std::string print_level(const FmtLvlRec& level) {
-    out_ << "\nlevel " << level.level << ": records " << level.records << ", items "
+    out_ << "\nlevel " << level.level << ": records " << number_of(level.records) << ", items "
          << level.column_count << ", size " << level.data_size << ", offset " << level.data_offset
          << (level.repeat_flag != 0 ? ", with repeats" : "") << "\n";
     if (level.data_offset == 0) return {};

@@ -183,18 +183,18 @@ bool print_wrong_variables(std::ostream& messages) {
   return has_wrong;
 }
 
-int run_show(const std::string& path, std::ostream& out, std::ostream& messages) {
+ExitStatus run_show(const std::string& path, std::ostream& out, std::ostream& messages) {
   const std::string failure = show_file(path, out);
   out.flush();
-  if (failure.empty()) return exit_status::done;
+  if (failure.empty()) return ExitStatus::done;
   messages << platform::printable(path) << ": " << failure << std::endl;
-  return exit_status::failed;
+  return ExitStatus::failed;
 }
 
 }  // namespace
 
-int run_program(int argc, const char* const* argv, const ModuleFunctions& functions,
-                std::ostream& out, std::ostream& messages) {
+ExitStatus run_program(int argc, const char* const* argv, const ModuleFunctions& functions,
+                       std::ostream& out, std::ostream& messages) {
   CLI::App app("Test data for record files and database tables", "korvex");
   app.set_version_flag("--version", version_text);
   app.require_subcommand(1);
@@ -246,7 +246,7 @@ int run_program(int argc, const char* const* argv, const ModuleFunctions& functi
   } else if (!commands.make(argv[1])) {
     messages << unknown_command(without_connections(argv[1], connections), commands.names())
              << std::endl;
-    return exit_status::wrong_usage;
+    return ExitStatus::wrong_usage;
   }
   try {
     app.parse(argc, argv);
@@ -255,7 +255,7 @@ int run_program(int argc, const char* const* argv, const ModuleFunctions& functi
     const int status = app.exit(stop, out, words);
     messages << platform::printable_lines(without_connections(words.str(), connections))
              << std::flush;
-    return status == 0 ? exit_status::done : exit_status::wrong_usage;
+    return status == 0 ? ExitStatus::done : ExitStatus::wrong_usage;
   }
   for (const std::string& database : {import_options.database, load_options.database}) {
     const auto place = std::find(connections.begin(), connections.end(), database);
@@ -266,9 +266,9 @@ int run_program(int argc, const char* const* argv, const ModuleFunctions& functi
     messages << "a database stands where none is expected: korvex import DATABASE TABLE, korvex "
                 "load LAYOUT DATABASE [TABLE]"
              << std::endl;
-    return exit_status::wrong_usage;
+    return ExitStatus::wrong_usage;
   }
-  if (print_wrong_variables(messages)) return exit_status::wrong_usage;
+  if (print_wrong_variables(messages)) return ExitStatus::wrong_usage;
   if (const auto status = layout_commands.run(out, messages)) return *status;
   if (const auto status = part_commands.run(out, messages)) return *status;
   if (show->parsed()) return run_show(shown_file, out, messages);

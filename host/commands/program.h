@@ -16,7 +16,7 @@ struct ModuleFunctions {
 };
 
 // Runs the command that the arguments name; answers the program's exit status.
-int run_program(int argc, const char* const* argv, const ModuleFunctions& functions,
-                std::ostream& out, std::ostream& messages);
+ExitStatus run_program(int argc, const char* const* argv, const ModuleFunctions& functions,
+                       std::ostream& out, std::ostream& messages);
 
 }  // namespace korvex::host

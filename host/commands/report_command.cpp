@@ -144,26 +144,26 @@ ReportedTable table_of(PreparedLayout& prepared) {
 
 }  // namespace
 
-int run_report(const ReportOptions& options, std::ostream& out, std::ostream& messages) {
+ExitStatus run_report(const ReportOptions& options, std::ostream& out, std::ostream& messages) {
   const auto layouts = layouts_at(options.layout, messages);
-  if (!layouts) return exit_status::wrong_usage;
+  if (!layouts) return ExitStatus::wrong_usage;
   std::vector<std::unique_ptr<PreparedLayout>> prepared;
   std::map<std::string, std::size_t> places;
   DistinctFiles files;
-  int worst = exit_status::done;
+  ExitStatus worst = ExitStatus::done;
   for (const std::string& layout : *layouts) {
     prepared.push_back(std::make_unique<PreparedLayout>());
-    worst = std::max(worst, prepared.back()->prepare(layout, std::nullopt, messages));
+    worst = worst_of(worst, prepared.back()->prepare(layout, std::nullopt, messages));
     places[settled_path(layout)] = places.size();
   }
-  if (worst != exit_status::done) return worst;
+  if (worst != ExitStatus::done) return worst;
   for (const auto& each : prepared) each->add_read_files(files);
   const auto role =
       options.output == "-" ? std::nullopt : files.write(options.output, "the report");
   if (role) {
     messages << platform::printable(options.output) << ": is " << *role
              << ", expected a file of its own" << std::endl;
-    return exit_status::wrong_usage;
+    return ExitStatus::wrong_usage;
   }
   ReplacedOutput output(options.output, out);
   std::vector<ReportedTable> tables;
@@ -176,9 +176,9 @@ int run_report(const ReportOptions& options, std::ostream& out, std::ostream& me
   }
   output.write(report_page(file_name(settled_path(options.layout)), tables));
   output.finish();
-  if (output.failure().empty()) return exit_status::done;
+  if (output.failure().empty()) return ExitStatus::done;
   messages << output.failure() << std::endl;
-  return exit_status::failed;
+  return ExitStatus::failed;
 }
 
 }  // namespace korvex::host

@@ -88,19 +88,19 @@ void print_tables(const Tables& tables, std::optional<std::int32_t> rows, std::o
 
 }  // namespace
 
-int run_sets(const SetsOptions& options, std::ostream& out, std::ostream& messages) {
+ExitStatus run_sets(const SetsOptions& options, std::ostream& out, std::ostream& messages) {
   const bool is_list = options.name.empty();
   const auto found = is_list ? sets::find_tables_in(options.language)
                              : sets::find_tables(options.name, options.language);
   if (const auto* fault = std::get_if<sets::Fault>(&found)) {
     messages << (fault->key == sets::Fault::Key::language ? "--language " : "the set ")
              << fault->text << std::endl;
-    return exit_status::wrong_usage;
+    return ExitStatus::wrong_usage;
   }
   const auto& tables = std::get<Tables>(found);
   if (options.as_file && tables.size() > 1) {
     messages << "--tsv prints one table, expected the name of a column that is in it" << std::endl;
-    return exit_status::wrong_usage;
+    return ExitStatus::wrong_usage;
   }
   if (options.as_file) {
     out << tables.front()->text;
@@ -113,7 +113,7 @@ int run_sets(const SetsOptions& options, std::ostream& out, std::ostream& messag
     print_tables(tables, options.rows, out);
   }
   out.flush();
-  return exit_status::done;
+  return ExitStatus::done;
 }
 
 }  // namespace korvex::host

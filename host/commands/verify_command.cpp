@@ -5,13 +5,13 @@
 
 namespace korvex::host {
 
-int run_verify(const VerifyOptions& options, bool has_format, std::ostream& out,
-               std::ostream& messages) {
+ExitStatus run_verify(const VerifyOptions& options, bool has_format, std::ostream& out,
+                      std::ostream& messages) {
   PreparedLayout prepared;
   const Settings settings = options.keep_settings ? Settings::kept : Settings::of_layout;
-  const int status =
+  const ExitStatus status =
       prepared.prepare(options.layout, options.records, messages, {.settings = settings});
-  if (status != exit_status::done) return status;
+  if (status != ExitStatus::done) return status;
   VerifyChoices choices;
   if (has_format) choices.form = {.is_data_file = false, .format = options.format};
   choices.content = options.content;
@@ -23,7 +23,7 @@ int run_verify(const VerifyOptions& options, bool has_format, std::ostream& out,
       options.files.empty() ? std::vector{prepared.layout().data} : options.files;
   bool is_good = true;
   for (const std::string& name : names) is_good = verifier.verify(name) && is_good;
-  return is_good ? exit_status::done : exit_status::failed;
+  return is_good ? ExitStatus::done : ExitStatus::failed;
 }
 
 }  // namespace korvex::host

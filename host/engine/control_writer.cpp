@@ -12,7 +12,7 @@ namespace {
 
 ControlHeader header_of(const Layout& layout) {
   ControlHeader header = {};
-  header.records = layout.records;
+  header.records = layout.records.stored();
   header.layout_kind = layout.kind;
   header.null_default = layout.null_default ? 1 : 0;
   header.level = layout.level;

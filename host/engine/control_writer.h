@@ -12,7 +12,8 @@ namespace korvex::host {
 enum class ControlForm { short_form, long_form };
 
 // The control file of a layout. It is a temporary in the work folder that lives as long as this
-// object.
+// object. More records than it can say stand in it as the most that it can: who makes those does
+// not ask it how many there are.
 class TemporaryControlFile {
  public:
   // 0, or -2 when it cannot be created, -26, -27 when it cannot be written.

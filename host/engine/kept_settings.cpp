@@ -78,7 +78,7 @@ std::optional<KeptSettings> look_at_settings(const Layout& layout, Keeping keepi
   ClFmtFile file;
   file.set_run_mode(run_mode::settings_only);
   file.set_paths(copy->settings, copy->work);
-  const Result<std::int32_t> loaded = file.load(layout.level, layout.records, layout.kind);
+  const Result<std::int32_t> loaded = file.load(layout.level, layout.records.stored(), layout.kind);
   if (!loaded || *loaded == 0) return found;
   found.refused.unfit = find_unfit_items(layout, file, keeping);
   if (keeping != Keeping::items_without_values && file.current_level()->record.repeat_flag != 0) {

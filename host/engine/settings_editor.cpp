@@ -168,7 +168,7 @@ SettingsResult write_settings_of(const Layout& layout) {
   ClFmtFile file;
   file.set_run_mode(run_mode::settings_only);
   file.set_paths(layout.settings, layout.work);
-  result.file_code = file.load(layout.level, layout.records, layout.kind).code();
+  result.file_code = file.load(layout.level, layout.records.stored(), layout.kind).code();
   if (result.file_code != error::none) return result;
   result.unfit = find_unfit_items(layout, file, Keeping::items_without_values);
   if (!result.unfit.empty()) return result;

@@ -11,6 +11,7 @@
 #include "host/layout/source_place.h"
 #include "settings/lvl_inf.h"
 #include "values/attributes.h"
+#include "values/counts.h"
 
 // A layout: what a person writes down about a data file and its items. Names and descriptions are
 // UTF-8, the texts of ranges code page 932 as the module takes them, paths as the file system does.
@@ -75,8 +76,8 @@ struct Layout {
   std::string file;  // the layout file, as named by the user
   std::string text;  // what is in it
   LayoutKind kind{};
-  std::int32_t records = 0;
-  std::optional<std::int32_t> own_records;  // that the file says
+  RecordCount records;
+  std::optional<RecordCount> own_records;  // that the file says
   SettingsLevel level{1};
   bool null_default = false;
   Quotation quotation = quotation::none;
@@ -90,6 +91,7 @@ struct Layout {
   std::int32_t sets_version = 1;
   // Sets of items in which the records are to differ, as far as they have values in all of them.
   std::vector<std::vector<PlacedText>> unique;
+  SourcePlace records_place;  // line 0 where the command line says how many
   SourcePlace table_place;
   SourcePlace data_place;
   SourcePlace settings_place;  // of the data file's path where that names the settings, too

@@ -132,7 +132,7 @@ void read_own_keys(TableReader& reader, Layout& layout) {
   layout.sets_version = reader.integer("sets", 1, newest_sets).value_or(newest_sets);
 }
 
-void read_header(const toml::table& table, std::optional<std::int32_t> records, Layout& layout,
+void read_header(const toml::table& table, std::optional<RecordCount> records, Layout& layout,
                  std::vector<LayoutError>& errors) {
   TableReader reader(table, "[layout]", errors);
   reader.require("kind", "one of " + list_names(kind_names));
@@ -140,9 +140,9 @@ void read_header(const toml::table& table, std::optional<std::int32_t> records, 
     layout.kind = static_cast<LayoutKind>(*kind + layout_kind::record_file);
   }
   if (!records) reader.require("records", "the number of records, here or as --records");
-  const auto own_records = reader.integer("records", 0);
-  layout.own_records = own_records;
-  layout.records = records.value_or(own_records.value_or(0));
+  layout.own_records = reader.records("records");
+  layout.records = records.value_or(layout.own_records.value_or(RecordCount()));
+  if (!records) layout.records_place = reader.place("records");
   layout.level = SettingsLevel{reader.integer("level", 0).value_or(1)};
   layout.null_default = reader.boolean("null_default").value_or(false);
   const auto quote = reader.choice("quote", quote_names);
@@ -232,7 +232,7 @@ void shorten(std::vector<LayoutError>& errors, bool has_more) {
 }  // namespace
 
 LayoutReading parse_layout(std::string_view text, const std::string& file,
-                           std::optional<std::int32_t> records, MissingLists lists) {
+                           std::optional<RecordCount> records, MissingLists lists) {
   LayoutReading reading;
   Layout& layout = reading.layout;
   std::vector<LayoutError>& errors = reading.errors;
@@ -270,7 +270,7 @@ LayoutReading parse_layout(std::string_view text, const std::string& file,
   return reading;
 }
 
-LayoutReading read_layout(const std::string& file, std::optional<std::int32_t> records,
+LayoutReading read_layout(const std::string& file, std::optional<RecordCount> records,
                           MissingLists lists) {
   std::string text;
   if (const int failure = platform::read_file(file, text); failure != 0) {
@@ -283,10 +283,25 @@ LayoutReading read_layout(const std::string& file, std::optional<std::int32_t> r
   return parse_layout(text, file, records, lists);
 }
 
-LayoutReading read_module_layout(const std::string& file, std::optional<std::int32_t> records,
-                                 MissingLists lists) {
+LayoutReading read_plain_layout(const std::string& file, std::optional<RecordCount> records,
+                                MissingLists lists) {
   LayoutReading reading = read_layout(file, records, lists);
   if (reading.errors.empty()) reading.errors = find_own_keys(reading.layout);
+  return reading;
+}
+
+LayoutReading read_module_layout(const std::string& file, std::optional<RecordCount> records,
+                                 MissingLists lists) {
+  LayoutReading reading = read_plain_layout(file, records, lists);
+  const Layout& layout = reading.layout;
+  if (reading.errors.empty() && !layout.records.can_be_stored()) {
+    reading.errors.push_back({layout.records_place,
+                              (records ? "--records is " : "records is ") +
+                                  std::to_string(layout.records.number()) + ", expected at most " +
+                                  std::to_string(RecordCount::most_stored) +
+                                  " for one file; \"korvex generate --part\" writes more in parts, "
+                                  "\"korvex export\" in one file"});
+  }
   return reading;
 }
 

@@ -23,17 +23,23 @@ enum class MissingLists { allowed, refused };
 
 // Reads a layout file. `records`, where given, stands for the number of records in the file, which
 // may then be absent.
-LayoutReading read_layout(const std::string& file, std::optional<std::int32_t> records,
+LayoutReading read_layout(const std::string& file, std::optional<RecordCount> records,
                           MissingLists lists = MissingLists::allowed);
 
-// The same for who hands the layout to the module: what the module does not know is an error, too.
-LayoutReading read_module_layout(const std::string& file, std::optional<std::int32_t> records,
+// The same for who wants the records that the module itself makes: values beyond those are errors,
+// too.
+LayoutReading read_plain_layout(const std::string& file, std::optional<RecordCount> records,
+                                MissingLists lists = MissingLists::allowed);
+
+// The same for who hands the layout to the module: more records than a control file can say are an
+// error, too.
+LayoutReading read_module_layout(const std::string& file, std::optional<RecordCount> records,
                                  MissingLists lists = MissingLists::allowed);
 
 // The first of them for a text that is already in memory; `file` only names it and anchors its
 // paths.
 LayoutReading parse_layout(std::string_view text, const std::string& file,
-                           std::optional<std::int32_t> records,
+                           std::optional<RecordCount> records,
                            MissingLists lists = MissingLists::allowed);
 
 }  // namespace korvex::host

@@ -173,7 +173,7 @@ std::string layout_text(const NewLayout& layout) {
          "`korvex export` writes.\n\n[layout]\n";
   append_key("kind", toml_text(layout.kind),
              "\"record\", \"table\" or \"iso\": line ends and dates", out);
-  append_key("records", std::to_string(layout.records), "", out);
+  append_key("records", std::to_string(layout.records.number()), "", out);
   append_key("data", toml_text(layout.data), "", out);
   append_key("quote", toml_text("none"), "\"double\": texts and dates between quotation marks",
              out);

@@ -6,6 +6,7 @@
 
 #include "host/layout/new_values.h"
 #include "values/attributes.h"
+#include "values/counts.h"
 
 namespace korvex::host {
 
@@ -34,7 +35,7 @@ std::string take_item(std::string_view text, NewItem& item);
 struct NewLayout {
   std::string kind = "record";
   std::string data = "data.csv";
-  std::int32_t records = 1000;
+  RecordCount records{1000};
   bool is_believable = false;  // has sources and ways, and takes any character
   std::vector<NewItem> items;
 };

@@ -77,8 +77,8 @@ void TableReader::know(std::span<const std::string_view> keys) {
   known_.insert(known_.end(), keys.begin(), keys.end());
 }
 
-std::optional<std::int32_t> TableReader::integer(std::string_view key, std::int32_t lowest,
-                                                 std::int32_t highest) {
+std::optional<std::int64_t> TableReader::number(std::string_view key, std::int64_t lowest,
+                                                std::int64_t highest) {
   const toml::node* node = find(key);
   if (node == nullptr) return std::nullopt;
   const auto* value = node->as_integer();
@@ -87,7 +87,20 @@ std::optional<std::int32_t> TableReader::integer(std::string_view key, std::int3
                 "an integer from " + std::to_string(lowest) + " to " + std::to_string(highest));
     return std::nullopt;
   }
-  return static_cast<std::int32_t>(value->get());
+  return value->get();
+}
+
+std::optional<std::int32_t> TableReader::integer(std::string_view key, std::int32_t lowest,
+                                                 std::int32_t highest) {
+  const auto value = number(key, lowest, highest);
+  if (!value) return std::nullopt;
+  return static_cast<std::int32_t>(*value);
+}
+
+std::optional<RecordCount> TableReader::records(std::string_view key) {
+  const auto value = number(key, 0, static_cast<std::int64_t>(RecordCount::most));
+  if (!value) return std::nullopt;
+  return RecordCount(static_cast<std::uint64_t>(*value));
 }
 
 std::optional<bool> TableReader::boolean(std::string_view key) {

@@ -40,6 +40,7 @@ class TableReader {
 
   std::optional<std::int32_t> integer(std::string_view key, std::int32_t lowest,
                                       std::int32_t highest = largest_integer);
+  std::optional<RecordCount> records(std::string_view key);
   std::optional<bool> boolean(std::string_view key);
   std::optional<std::string> text(std::string_view key);
 
@@ -71,6 +72,9 @@ class TableReader {
   void reject_unknown_keys();
 
  private:
+  std::optional<std::int64_t> number(std::string_view key, std::int64_t lowest,
+                                     std::int64_t highest);
+
   const toml::table& table_;
   std::string title_;
   std::vector<LayoutError>& errors_;

@@ -53,7 +53,7 @@ void add_own_values(const OwnValues& own, const Layout& layout, Digest& digest) 
 
 void add_records(const PreparedLayout& prepared, Digest& digest) {
   const Layout& layout = prepared.layout();
-  digest.add(static_cast<std::uint64_t>(layout.records));
+  digest.add(layout.records.number());
   digest.add(meaning_of(layout));
   digest.add(layout.salt);
   for (const PreparedItem& item : prepared.items()) {

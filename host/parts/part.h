@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "host/records/record_stream.h"
+#include "values/counts.h"
 
 namespace korvex::host {
 
@@ -19,8 +20,8 @@ struct Part {
   bool operator==(const Part&) const = default;
 };
 
-// More parts than this do not fit in a folder.
-inline constexpr std::uint64_t most_parts = 1'000'000'000;
+// No layout has more records, and more parts would be empty.
+inline constexpr std::uint64_t most_parts = RecordCount::most;
 
 // Reads `3/64`: two whole numbers, the first from 1 to the second. Nothing for any other text.
 std::optional<Part> parse_part(std::string_view text);

@@ -19,7 +19,7 @@ constexpr double margin = 1.1;
 }  // namespace
 
 PartEstimate::PartEstimate(PreparedLayout& prepared, const OutputForm& form)
-    : prepared_(prepared), records_(static_cast<Steps>(prepared.layout().records)) {
+    : prepared_(prepared), records_(prepared.layout().records.number()) {
   const auto stream = stream_of(prepared, form);
   Steps measured = 0;
   std::uint64_t bytes = 0;
@@ -34,25 +34,26 @@ PartEstimate::PartEstimate(PreparedLayout& prepared, const OutputForm& form)
   if (measured == 0) return;
   const double share = static_cast<double>(records_) / static_cast<double>(measured);
   seconds_ = time.count() * share;
-  bytes_ = static_cast<std::uint64_t>(std::ceil(static_cast<double>(bytes) * share));
-  const auto size = form.is_data_file ? prepared.run().size(records_) : std::nullopt;
+  bytes_ = static_cast<ByteCount>(std::ceil(static_cast<double>(bytes) * share));
+  const auto size =
+      form.is_data_file ? prepared.run().size(prepared.layout().records) : std::nullopt;
   is_exact_ = size.has_value();
   if (size) bytes_ = *size;
 }
 
-std::uint64_t PartEstimate::size_before(Steps record) const {
-  return prepared_.run().size(record).value_or(0);
+ByteCount PartEstimate::size_before(Steps record) const {
+  return prepared_.run().size(RecordCount(record)).value_or(0);
 }
 
-std::uint64_t PartEstimate::largest_part(std::uint64_t parts) const {
+ByteCount PartEstimate::largest_part(std::uint64_t parts) const {
   if (!is_exact_) {
-    return static_cast<std::uint64_t>(
+    return static_cast<ByteCount>(
         std::ceil(margin * static_cast<double>(bytes_) / static_cast<double>(parts)));
   }
-  std::uint64_t largest = 0;
-  std::uint64_t before = 0;
+  ByteCount largest = 0;
+  ByteCount before = 0;
   for (std::uint64_t number = 1; number <= parts; ++number) {
-    const std::uint64_t end = size_before(records_of({number, parts}, records_).end);
+    const ByteCount end = size_before(records_of({number, parts}, records_).end);
     largest = std::max(largest, end - before);
     before = end;
   }
@@ -64,7 +65,9 @@ double PartEstimate::seconds(std::uint64_t parts) const {
 }
 
 std::uint64_t PartEstimate::parts_below(std::uint64_t bytes, std::uint64_t most) const {
-  std::uint64_t parts = std::max<std::uint64_t>(1, (bytes_ + bytes - 1) / bytes);
+  const ByteCount fewest = (bytes_ + bytes - 1) / bytes;
+  if (fewest > most) return most + 1;
+  std::uint64_t parts = std::max<std::uint64_t>(1, static_cast<std::uint64_t>(fewest));
   // Parts differ in size; a few more make all of them small enough.
   constexpr std::uint64_t step = 64;
   while (parts <= most && largest_part(parts) > bytes)

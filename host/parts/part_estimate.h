@@ -16,11 +16,11 @@ class PartEstimate {
   Steps records() const { return records_; }
 
   // Of all records; whether that is more than an estimate.
-  std::uint64_t bytes() const { return bytes_; }
+  ByteCount bytes() const { return bytes_; }
   bool is_exact() const { return is_exact_; }
 
   // The size of the largest of so many parts: rounded up where it is an estimate.
-  std::uint64_t largest_part(std::uint64_t parts) const;
+  ByteCount largest_part(std::uint64_t parts) const;
 
   // The time that one part takes, without what writing to a disk takes.
   double seconds(std::uint64_t parts) const;
@@ -29,11 +29,11 @@ class PartEstimate {
   std::uint64_t parts_below(std::uint64_t bytes, std::uint64_t most) const;
 
  private:
-  std::uint64_t size_before(Steps record) const;
+  ByteCount size_before(Steps record) const;
 
   const PreparedLayout& prepared_;
   Steps records_;
-  std::uint64_t bytes_ = 0;
+  ByteCount bytes_ = 0;
   bool is_exact_ = false;
   double seconds_ = 0;
 };

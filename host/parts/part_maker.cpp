@@ -88,16 +88,16 @@ Manifest expected_manifest(const PreparedLayout& prepared, Part part, const Outp
                            const std::string& fingerprint) {
   Manifest manifest;
   manifest.part = part;
-  manifest.records = records_of(part, static_cast<Steps>(prepared.layout().records));
+  manifest.records = records_of(part, prepared.layout().records.number());
   manifest.form = text_of(form);
   manifest.fingerprint = fingerprint;
   return manifest;
 }
 
-int make_part(PreparedLayout& prepared, const PartRequest& request, std::ostream& out,
-              std::ostream& messages) {
+ExitStatus make_part(PreparedLayout& prepared, const PartRequest& request, std::ostream& out,
+                     std::ostream& messages) {
   const std::string path = part_path(request.whole, request.part);
-  if (replaces_read_file(prepared, path, messages)) return exit_status::wrong_usage;
+  if (replaces_read_file(prepared, path, messages)) return ExitStatus::wrong_usage;
   Manifest manifest =
       expected_manifest(prepared, request.part, request.form, fingerprint(prepared, request.form));
   const std::string name = "part " + part_text(request.part);
@@ -105,15 +105,15 @@ int make_part(PreparedLayout& prepared, const PartRequest& request, std::ostream
     if (!request.quiet) {
       out << name << " is complete: " << platform::printable(path) << std::endl;
     }
-    return exit_status::done;
+    return ExitStatus::done;
   }
   const auto stream = stream_of(prepared, request.form);
-  if (!write_part(*stream, path, manifest, messages)) return exit_status::failed;
+  if (!write_part(*stream, path, manifest, messages)) return ExitStatus::failed;
   if (!request.quiet) {
     out << name << ", " << manifest.records.size() << " records, " << manifest.bytes
         << " bytes: " << platform::printable(path) << std::endl;
   }
-  return exit_status::done;
+  return ExitStatus::done;
 }
 
 }  // namespace korvex::host

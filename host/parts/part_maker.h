@@ -5,6 +5,7 @@
 
 #include "host/parts/manifest.h"
 #include "host/parts/output_form.h"
+#include "host/process/exit_status.h"
 
 namespace korvex::host {
 
@@ -20,8 +21,8 @@ struct PartRequest {
 // the way, an incomplete part is never taken for a complete one. Nothing else is written and
 // nothing is locked, so that any number of parts can be made at once, one of them also by several
 // workers. Answers the program's exit status.
-int make_part(PreparedLayout& prepared, const PartRequest& request, std::ostream& out,
-              std::ostream& messages);
+ExitStatus make_part(PreparedLayout& prepared, const PartRequest& request, std::ostream& out,
+                     std::ostream& messages);
 
 // The manifest that a part of the records has, without its bytes and checksum.
 Manifest expected_manifest(const PreparedLayout& prepared, Part part, const OutputForm& form,

@@ -132,8 +132,8 @@ std::string yaml_text(std::string_view text) {
   return quoted + "\"";
 }
 
-std::string size_text(std::uint64_t bytes) {
-  constexpr const char* units[] = {"bytes", "kB", "MB", "GB", "TB"};
+std::string size_text(ByteCount bytes) {
+  constexpr const char* units[] = {"bytes", "kB", "MB", "GB", "TB", "PB", "EB", "ZB", "YB"};
   constexpr double factor = 1000;
   auto value = static_cast<double>(bytes);
   std::size_t unit = 0;

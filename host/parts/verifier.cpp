@@ -17,8 +17,8 @@ namespace {
 // So many records are compared at a place: some ten milliseconds of work.
 constexpr Steps records_at_a_place = 1000;
 
-std::string size_fault(std::uint64_t size, std::uint64_t expected) {
-  return std::to_string(size) + " bytes long, expected " + std::to_string(expected);
+std::string size_fault(std::uint64_t size, ByteCount expected) {
+  return std::to_string(size) + " bytes long, expected " + decimal_text(expected);
 }
 
 OutputForm usual_form(const PreparedLayout& prepared) {
@@ -103,14 +103,14 @@ const std::string& Verifier::fingerprint_of(const OutputForm& form) {
 }
 
 RecordRange Verifier::records_of_piece(const Piece& piece) const {
-  return records_of(piece.part, static_cast<Steps>(prepared_.layout().records));
+  return records_of(piece.part, prepared_.layout().records.number());
 }
 
 // The bytes of records, where they need not be made for that.
-std::optional<std::uint64_t> Verifier::foretold_size(RecordRange range) const {
+std::optional<ByteCount> Verifier::foretold_size(RecordRange range) const {
   if (!form_.is_data_file) return std::nullopt;
-  const auto before = prepared_.run().size(range.first);
-  const auto end = prepared_.run().size(range.end);
+  const auto before = prepared_.run().size(RecordCount(range.first));
+  const auto end = prepared_.run().size(RecordCount(range.end));
   if (!before || !end) return std::nullopt;
   return *end - *before;
 }
@@ -155,7 +155,7 @@ bool Verifier::verify_set(const std::string& whole, const PartSet& set) {
     out_ << set.parts - faults.count() << " of " << set.parts << " parts are complete" << std::endl;
     return false;
   }
-  out_ << "all " << set.parts << " parts are complete, " << prepared_.layout().records
+  out_ << "all " << set.parts << " parts are complete, " << prepared_.layout().records.number()
        << " records, " << bytes_ << " bytes" << how("manifests and sizes", choices_.places)
        << std::endl;
   return true;
@@ -163,7 +163,7 @@ bool Verifier::verify_set(const std::string& whole, const PartSet& set) {
 
 // Spreads the places over the records of all parts.
 void Verifier::compare_places(const std::string& whole, const PartSet& set, FaultLines& faults) {
-  const auto records = static_cast<Steps>(prepared_.layout().records);
+  const auto records = prepared_.layout().records.number();
   for (std::uint64_t i = 0; i < choices_.places && records > 0 && !choices_.content; ++i) {
     const RecordRange stretch = records_of({i + 1, choices_.places}, records);
     const Steps record = std::min(stretch.first + random_() % (stretch.size() + 1), records - 1);
@@ -240,7 +240,9 @@ std::string Verifier::fault_at(const Piece& piece, Steps record) {
     return record - range.first < range.size() / 2 ? fault_at_begin(piece) : fault_at_end(piece);
   }
   const Steps end = std::min(range.end, sum(record, records_at_a_place));
-  return FileComparison(piece.path).compare(*stream_, {{record, end}, false}, *offset);
+  // The file is as long as it should be: its offsets are those of a file.
+  return FileComparison(piece.path)
+      .compare(*stream_, {{record, end}, false}, static_cast<std::uint64_t>(*offset));
 }
 
 std::string Verifier::fault_at_ends(const Piece& piece) {

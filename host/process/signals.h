@@ -9,15 +9,13 @@ namespace korvex::host {
 
 // Thrown where a command notices that it is to end.
 struct Interrupted {
-  int exit_status;
+  int signal;
 };
-
-inline constexpr int signal_status_base = 128;  // as shells count
 
 // Throws Interrupted once the end was asked for.
 inline void check_interruption() {
   const int signal = platform::received_signal();
-  if (signal != 0) throw Interrupted{signal_status_base + signal};
+  if (signal != 0) throw Interrupted{signal};
 }
 
 // Lets the signals ask for the end, until the process ends. One that is ignored, as by nohup, stays

@@ -11,6 +11,7 @@
 #include "platform/printable_text.h"
 #include "platform/text_lines.h"
 #include "platform/utf8.h"
+#include "values/error_codes.h"
 #include "values/error_texts.h"
 
 namespace korvex::host {
@@ -142,13 +143,13 @@ class ListTexts {
   Decoder decoder_;
 };
 
-bool counts_in_digits(std::int32_t kind) {
+bool counts_in_digits(FormatKind kind) {
   return kind == format_kind::unsigned_number || kind == format_kind::unsigned_number_in_text ||
          kind == format_kind::date || kind == format_kind::date_unchecked ||
          kind == format_kind::time || kind == format_kind::timestamp;
 }
 
-bool counts_in_letters(std::int32_t kind) {
+bool counts_in_letters(FormatKind kind) {
   return kind == format_kind::upper_letters || kind == format_kind::lower_letters;
 }
 
@@ -159,7 +160,7 @@ sources::TextShape shape_of(const ClFmtColInf& column, const ItemCourse& course)
   bool no_digits = true;
   bool is_ascii = true;
   for (std::size_t i = 0; i < course.elements().size(); ++i) {
-    const std::int32_t kind = column.elements[i]->record.kind;
+    const FormatKind kind = column.elements[i]->record.kind;
     const bool is_fixed = kind == format_kind::fixed;
     only_digits = only_digits && (is_fixed || counts_in_digits(kind));
     no_digits = no_digits && (is_fixed || counts_in_letters(kind));
@@ -351,7 +352,7 @@ std::string_view EngineRecords::value(std::uint64_t record, std::size_t field) {
       run_.seek(record);
       check_interruption();
     }
-    if (const auto code = run_.next(values_); code != 0) {
+    if (const auto code = run_.next(values_); code != error::none) {
       throw BadValue(error_message(code, layout_kind_));
     }
     latest_ = record;

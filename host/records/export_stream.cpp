@@ -88,7 +88,7 @@ class ExportStream : public RecordStream {
       return;
     }
     format_->append(fields_, text_);
-    if (next_ == static_cast<Steps>(prepared_.layout().records)) format_->end(text_);
+    if (next_ == prepared_.layout().records.number()) format_->end(text_);
   }
 
   std::string name_of(std::size_t item) const {

@@ -28,7 +28,7 @@ class FieldPlan {
 
   std::size_t size() const { return items_.size(); }
   const Layout& layout() const { return layout_; }
-  std::uint64_t records() const { return static_cast<std::uint64_t>(layout_.records); }
+  std::uint64_t records() const { return layout_.records.number(); }
   const LayoutItem& item(std::size_t i) const { return *items_[i].item; }
 
   // Null for an item that has no settings.

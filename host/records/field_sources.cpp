@@ -22,7 +22,7 @@ bool is_of_rows(const OwnValues& own) {
 }  // namespace
 
 std::uint64_t FieldSources::Values::parent_records() const {
-  return static_cast<std::uint64_t>(parent->layout().records);
+  return parent->layout().records.number();
 }
 
 bool FieldSources::takes_a_way(std::size_t i) const {
@@ -100,7 +100,7 @@ std::unique_ptr<FieldSources::Values> FieldSources::look_for_parent(std::size_t 
                      ", which some records leave empty, expected one that always has a value");
     return nullptr;
   }
-  if (parent->layout().records == 0 && parent != &self_ && plan_.records() > 0) {
+  if (parent->layout().records == RecordCount() && parent != &self_ && plan_.records() > 0) {
     plan_.report(i, key.layout_place,
                  "layout leads to " + platform::printable(key.layout) + ", which has no records");
     return nullptr;

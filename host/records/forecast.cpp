@@ -46,7 +46,7 @@ Count values_of(const sources::Field& field, std::uint64_t records) {
 
 Forecast::Forecast(const PreparedLayout& prepared)
     : prepared_(prepared),
-      records_(static_cast<std::uint64_t>(prepared.layout().records)),
+      records_(prepared.layout().records.number()),
       engine_fields_(prepared.run().field_facts()) {
   std::size_t field = 0;
   for (const PreparedItem& item : prepared.items()) {

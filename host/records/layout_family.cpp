@@ -43,7 +43,7 @@ ways::Result<const PreparedLayout*> LayoutFamily::find(const std::string& file) 
   auto found = members_.find(path);
   if (found == members_.end()) {
     auto layout = std::make_unique<PreparedLayout>();
-    const int status = layout->prepare_member(file, messages_, misread_);
+    const ExitStatus status = layout->prepare_member(file, messages_, misread_);
     const PreparedLayout& known_as = *layout;
     found = members_.emplace(path, make_member(std::move(layout), status, known_as)).first;
   }
@@ -56,7 +56,7 @@ FieldMaker* LayoutFamily::fields_for_others(const PreparedLayout& layout) {
     const auto [copy, is_new] = members_.try_emplace(root_path_);
     if (is_new) {
       auto prepared = std::make_unique<PreparedLayout>();
-      const int status = prepared->prepare_copy(root_, messages_, misread_);
+      const ExitStatus status = prepared->prepare_copy(root_, messages_, misread_);
       copy->second = make_member(std::move(prepared), status, root_);
     }
     return copy->second.maker.get();
@@ -67,10 +67,10 @@ FieldMaker* LayoutFamily::fields_for_others(const PreparedLayout& layout) {
   return member->second.maker.get();
 }
 
-LayoutFamily::Member LayoutFamily::make_member(std::unique_ptr<PreparedLayout> layout, int status,
-                                               const PreparedLayout& known_as) {
+LayoutFamily::Member LayoutFamily::make_member(std::unique_ptr<PreparedLayout> layout,
+                                               ExitStatus status, const PreparedLayout& known_as) {
   Member member;
-  if (status == exit_status::done) {
+  if (status == ExitStatus::done) {
     member.maker = std::make_unique<FieldMaker>(*layout, *this, known_as);
   }
   member.layout = std::move(layout);

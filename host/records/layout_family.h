@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/layout/source_place.h"
+#include "host/process/exit_status.h"
 #include "host/records/prepared_layout.h"
 #include "host/ways/refusal.h"
 
@@ -57,7 +58,7 @@ class LayoutFamily {
   };
 
   // Null when it is of no use, which was said.
-  Member make_member(std::unique_ptr<PreparedLayout> layout, int status,
+  Member make_member(std::unique_ptr<PreparedLayout> layout, ExitStatus status,
                      const PreparedLayout& known_as);
 
   PreparedLayout& root_;

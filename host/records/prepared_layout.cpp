@@ -34,24 +34,24 @@ bool has_only_booleans(const ClEnumDataList& values) {
 
 }  // namespace
 
-int PreparedLayout::prepare(const std::string& file, std::optional<std::int32_t> records,
-                            std::ostream& messages, const Preparation& how) {
-  int status = read(file, records, messages, how);
-  if (status == exit_status::done) status = prepare_records(messages, how);
-  if (status != exit_status::done || host::is_plain(layout_)) return status;
+ExitStatus PreparedLayout::prepare(const std::string& file, std::optional<RecordCount> records,
+                                   std::ostream& messages, const Preparation& how) {
+  ExitStatus status = read(file, records, messages, how);
+  if (status == ExitStatus::done) status = prepare_records(messages, how);
+  if (status != ExitStatus::done || host::is_plain(layout_)) return status;
   LayoutFamily family(*this, messages, how.misread);
-  return family.make_fields() ? exit_status::done : exit_status::wrong_usage;
+  return family.make_fields() ? ExitStatus::done : ExitStatus::wrong_usage;
 }
 
-int PreparedLayout::prepare_member(const std::string& file, std::ostream& messages,
-                                   MisreadTexts misread) {
+ExitStatus PreparedLayout::prepare_member(const std::string& file, std::ostream& messages,
+                                          MisreadTexts misread) {
   const Preparation how = {.misread = misread};
-  const int status = read(file, std::nullopt, messages, how);
-  return status == exit_status::done ? prepare_records(messages, how) : status;
+  const ExitStatus status = read(file, std::nullopt, messages, how);
+  return status == ExitStatus::done ? prepare_records(messages, how) : status;
 }
 
-int PreparedLayout::prepare_copy(const PreparedLayout& other, std::ostream& messages,
-                                 MisreadTexts misread) {
+ExitStatus PreparedLayout::prepare_copy(const PreparedLayout& other, std::ostream& messages,
+                                        MisreadTexts misread) {
   layout_ = other.layout_;
   return prepare_records(messages, {.misread = misread});
 }
@@ -60,7 +60,7 @@ bool PreparedLayout::prepare_like(const PreparedLayout& other) {
   // All has been said once.
   std::ostringstream unheard;
   if (!other.is_plain()) {
-    if (prepare_copy(other, unheard, MisreadTexts::warned) != exit_status::done) return false;
+    if (prepare_copy(other, unheard, MisreadTexts::warned) != ExitStatus::done) return false;
     return LayoutFamily(*this, unheard, MisreadTexts::warned).make_fields();
   }
   layout_ = other.layout_;
@@ -75,15 +75,14 @@ void PreparedLayout::take_fields(std::vector<std::unique_ptr<sources::Field>> fi
   relatives_ = std::move(relatives);
 }
 
-int PreparedLayout::read(const std::string& file, std::optional<std::int32_t> records,
-                         std::ostream& messages, const Preparation& how) {
+ExitStatus PreparedLayout::read(const std::string& file, std::optional<RecordCount> records,
+                                std::ostream& messages, const Preparation& how) {
   // Settings that are kept may name other lists than the layout does.
   const MissingLists lists =
       how.settings == Settings::kept ? MissingLists::allowed : MissingLists::refused;
-  LayoutReading reading = how.own_ways == OwnWays::refused
-                              ? read_module_layout(file, records, lists)
-                              : read_layout(file, records, lists);
-  if (print_layout_errors(reading, messages)) return exit_status::wrong_usage;
+  LayoutReading reading = how.own_ways == OwnWays::refused ? read_plain_layout(file, records, lists)
+                                                           : read_layout(file, records, lists);
+  if (print_layout_errors(reading, messages)) return ExitStatus::wrong_usage;
   layout_ = std::move(reading.layout);
   if (how.asked == RecordsAsked::first && layout_.own_records) {
     layout_.records = std::max(layout_.records, *layout_.own_records);
@@ -92,14 +91,14 @@ int PreparedLayout::read(const std::string& file, std::optional<std::int32_t> re
     print_warnings(layout_, messages);
   } else {
     print_digit_warnings(layout_, messages);
-    if (refuses_lists(messages)) return exit_status::wrong_usage;
+    if (refuses_lists(messages)) return ExitStatus::wrong_usage;
   }
-  return exit_status::done;
+  return ExitStatus::done;
 }
 
-int PreparedLayout::prepare_records(std::ostream& messages, const Preparation& how) {
+ExitStatus PreparedLayout::prepare_records(std::ostream& messages, const Preparation& how) {
   const std::optional<Layout> copy = copy_layout(layout_, scratch_, messages);
-  if (!copy) return exit_status::failed;
+  if (!copy) return ExitStatus::failed;
   copy_ = *copy;
   from_engine_ = engine_items(layout_);
   copy_.items.clear();
@@ -108,18 +107,18 @@ int PreparedLayout::prepare_records(std::ostream& messages, const Preparation& h
   }
   if (copy_.items.empty()) {
     match_items();
-    return exit_status::done;
+    return ExitStatus::done;
   }
   if (how.settings == Settings::of_layout) {
     const SettingsResult settings = write_settings_of(copy_);
-    if (print_failures(settings, layout_, messages)) return exit_status::failed;
+    if (print_failures(settings, layout_, messages)) return ExitStatus::failed;
     if (how.module_count != nullptr)
       *how.module_count = module_count(copy_, settings.repeated_items > 0);
   }
-  const int status = load(messages);
+  const ExitStatus status = load(messages);
   // Settings may have lists of their own.
   const bool is_refused = how.misread == MisreadTexts::refused && refuses_lists(messages);
-  return status == exit_status::done && is_refused ? exit_status::wrong_usage : status;
+  return status == ExitStatus::done && is_refused ? ExitStatus::wrong_usage : status;
 }
 
 // The lists that are known of so far, each of them looked at once.
@@ -154,7 +153,7 @@ void PreparedLayout::add_read_files(DistinctFiles& files) const {
   files.read(layout_.settings, "the settings file");
 }
 
-int PreparedLayout::load(std::ostream& messages) {
+ExitStatus PreparedLayout::load(std::ostream& messages) {
   ErrorCode code = control_file_.write(copy_, ControlForm::short_form);
   std::int32_t bad_line = 0;
   if (code == error::none) {
@@ -165,11 +164,11 @@ int PreparedLayout::load(std::ostream& messages) {
   if (code == error::none) code = prepare_run(bad_line);
   if (code == error::none) {
     match_items();
-    return exit_status::done;
+    return ExitStatus::done;
   }
   check_interruption();
   messages << failure_text(code, main_, bad_line) << std::endl;
-  return exit_status::failed;
+  return ExitStatus::failed;
 }
 
 ErrorCode PreparedLayout::prepare_run(std::int32_t& bad_line) {

@@ -14,6 +14,7 @@
 #include "host/engine/settings_editor.h"
 #include "host/layout/layout.h"
 #include "host/process/distinct_files.h"
+#include "host/process/exit_status.h"
 #include "host/process/scratch_folder.h"
 #include "host/sources/field.h"
 #include "run/repeat_count.h"
@@ -57,14 +58,15 @@ class PreparedLayout {
  public:
   // Reads the layout and checks its values. The program's exit status; all that went wrong is on
   // `messages`.
-  int prepare(const std::string& file, std::optional<std::int32_t> records, std::ostream& messages,
-              const Preparation& how = {});
+  ExitStatus prepare(const std::string& file, std::optional<RecordCount> records,
+                     std::ostream& messages, const Preparation& how = {});
 
   // The same for a layout that the items of another lead to, up to its fields.
-  int prepare_member(const std::string& file, std::ostream& messages, MisreadTexts misread);
+  ExitStatus prepare_member(const std::string& file, std::ostream& messages, MisreadTexts misread);
 
   // The same for a second copy of a layout that is prepared so far.
-  int prepare_copy(const PreparedLayout& other, std::ostream& messages, MisreadTexts misread);
+  ExitStatus prepare_copy(const PreparedLayout& other, std::ostream& messages,
+                          MisreadTexts misread);
 
   // The same for another copy of a layout that is prepared to the end, for a thread of its own. The
   // other must outlive it, and not be in use meanwhile. False when it can't be had.
@@ -101,13 +103,13 @@ class PreparedLayout {
   const std::vector<std::unique_ptr<PreparedLayout>>& relatives() const { return relatives_; }
 
  private:
-  int read(const std::string& file, std::optional<std::int32_t> records, std::ostream& messages,
-           const Preparation& how);
+  ExitStatus read(const std::string& file, std::optional<RecordCount> records,
+                  std::ostream& messages, const Preparation& how);
   bool refuses_lists(std::ostream& messages);
-  int load(std::ostream& messages);
+  ExitStatus load(std::ostream& messages);
   ErrorCode prepare_run(std::int32_t& bad_line);
   void match_items();
-  int prepare_records(std::ostream& messages, const Preparation& how);
+  ExitStatus prepare_records(std::ostream& messages, const Preparation& how);
 
   Layout layout_;
   ScratchFolder scratch_;

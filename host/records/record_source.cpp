@@ -21,7 +21,7 @@ bool is_checked_before(const PreparedItem& prepared) {
 }  // namespace
 
 RecordSource::RecordSource(PreparedLayout& prepared)
-    : prepared_(prepared), end_(static_cast<std::uint64_t>(prepared.layout().records)) {
+    : prepared_(prepared), end_(prepared.layout().records.number()) {
   if (!prepared.is_plain()) {
     for (const PreparedItem& item : prepared.items()) {
       rules_.emplace_back();

@@ -13,7 +13,7 @@ namespace korvex {
 inline constexpr std::size_t control_path_size = 256;
 
 struct ControlHeader {
-  std::int32_t records;  // to generate; for a value update the 1-based position of the item
+  StoredRecords records;  // to generate; for a value update the 1-based position of the item
   LayoutKind layout_kind;
   std::int32_t null_default;
   std::int32_t host_value;

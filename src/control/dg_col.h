@@ -9,11 +9,6 @@
 
 namespace korvex {
 
-// State flags of an item.
-namespace item_state {
-inline constexpr std::uint8_t without_settings = 16;  // skipped by generation and count
-}  // namespace item_state
-
 // What the dialogs show of an item's settings.
 struct ItemDisplay {
   std::string generation_text;
@@ -47,7 +42,7 @@ class ClDGCol : public platform::Object {
   std::int32_t digits = 0;
   std::int32_t decimals = 0;
   std::int32_t null_allowed = 0;
-  std::uint8_t state = 0;
+  bool is_left_out = false;  // of generation and count, because it has no settings
 
  private:
   std::unique_ptr<ItemDisplay> display_;

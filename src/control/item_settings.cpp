@@ -29,7 +29,7 @@ ErrorCode reset_settings(ClColMain& main) {
   ClDGCol& item = *main.current_item();
   const ErrorCode result = main.settings.set_initial_value(item.item_number, item.attributes());
   if (result != error::none) return result;
-  item.state = 0;
+  item.is_left_out = false;
   ItemDisplay& display = item.display();
   display.generation_type = generation_type::initial_value;
   display.generation_text = initial_value_text(main.layout_kind());
@@ -61,7 +61,7 @@ ErrorCode store_format(ClColMain& main, const RangeTexts& texts, bool initialize
   const ErrorCode result = main.settings.check_and_store(item.item_number, item.attributes());
   if (result != error::none) return result;
 
-  item.state = 0;
+  item.is_left_out = false;
   ItemDisplay& display = item.display();
   const bool has_values = edited.variable_count > 0;
   display.generation_type = generation_type::range;
@@ -100,7 +100,7 @@ ErrorCode copy_settings(ClColMain& main, std::size_t source_index) {
   result = main.settings.copy_settings(target.item_number, source.item_number, target.attributes());
   if (result != error::none) return result;
 
-  target.state = 0;
+  target.is_left_out = false;
   const ItemDisplay& from = source.display();
   ItemDisplay& display = target.display();
   display.generation_type = from.generation_type;
@@ -119,7 +119,7 @@ ErrorCode delete_settings(ClColMain& main) {
   ClDGCol& item = *main.current_item();
   const ErrorCode result = main.settings.delete_settings(item.item_number);
   if (result != error::none) return result;
-  item.state = item_state::without_settings;
+  item.is_left_out = true;
   ItemDisplay& display = item.display();
   display.generation_text.clear();
   display.start.clear();

@@ -42,7 +42,7 @@ ErrorCode show_reference(ClColMain& main, ClDGCol& item) {
 ErrorCode show_settings(ClColMain& main, ClDGCol& item, const FmtColRec& stored) {
   const EditedSettings& edited = main.settings.edited();
   ItemDisplay& display = item.display();
-  item.state = 0;
+  item.is_left_out = false;
   display.generation_type = edited.generation_type;
   display.referenced_item = edited.referenced_item;
   display.exceeded_action = edited.choices.exceeded_action;
@@ -78,7 +78,7 @@ void reject_settings(ClColMain& main) {
   main.mismatch = true;
   for (const auto& item : main.items) {
     item->display() = {};
-    item->state = 0;
+    item->is_left_out = false;
   }
   std::string text;
   main.append_error_text(error::settings_mismatch, text);

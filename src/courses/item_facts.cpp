@@ -9,11 +9,11 @@ namespace korvex {
 
 namespace {
 
-std::uint64_t bytes_of_cycle(const std::vector<TextRun>& texts, Steps count) {
-  std::uint64_t bytes = 0;
+ByteCount bytes_of_cycle(const std::vector<TextRun>& texts, Steps count) {
+  ByteCount bytes = 0;
   for (const TextRun& run : texts) {
     const Steps taken = std::min(run.count, count);
-    bytes += taken * run.bytes;
+    bytes += ByteCount{taken} * run.bytes;
     count -= taken;
     if (count == 0) break;
   }
@@ -67,13 +67,13 @@ void tell_values(const ClFmtColInf& column, const ItemCourse& course, ItemFacts&
 
 }  // namespace
 
-std::uint64_t ItemFacts::bytes_of_cycles(Steps values) const {
+ByteCount ItemFacts::bytes_of_cycles(Steps values) const {
   const Steps cycles = values / end;
-  const std::uint64_t whole = cycles == 0 ? 0 : bytes_of_cycle(texts, end);
+  const ByteCount whole = cycles == 0 ? 0 : bytes_of_cycle(texts, end);
   return cycles * whole + bytes_of_cycle(texts, values % end);
 }
 
-std::uint64_t ItemFacts::bytes(Steps values) const {
+ByteCount ItemFacts::bytes(Steps values) const {
   return runs_empty ? bytes_of_cycle(texts, std::min(values, end)) : bytes_of_cycles(values);
 }
 

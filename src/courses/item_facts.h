@@ -49,10 +49,10 @@ struct ItemFacts {
 
   // The bytes of the first so many texts of a run: those of a cycle over and over, or nothing more
   // once it has run empty.
-  std::uint64_t bytes(Steps values) const;
+  ByteCount bytes(Steps values) const;
 
   // The same where the cycle always starts again.
-  std::uint64_t bytes_of_cycles(Steps values) const;
+  ByteCount bytes_of_cycles(Steps values) const;
 };
 
 // Of an item that is made of format elements, or has no values.

@@ -6,9 +6,9 @@ namespace korvex {
 
 namespace {
 
-std::uint64_t held_bytes(const ItemFacts& values, Steps hold, Steps records) {
+ByteCount held_bytes(const ItemFacts& values, Steps hold, Steps records) {
   const Steps whole = records / hold;
-  const std::uint64_t before = values.bytes_of_cycles(whole);
+  const ByteCount before = values.bytes_of_cycles(whole);
   const Steps rest = records % hold;
   return rest == 0 ? before * hold
                    : before * hold + rest * (values.bytes_of_cycles(whole + 1) - before);
@@ -16,11 +16,12 @@ std::uint64_t held_bytes(const ItemFacts& values, Steps hold, Steps records) {
 
 }  // namespace
 
-std::optional<std::uint64_t> FieldFacts::bytes(Steps records) const {
+std::optional<ByteCount> FieldFacts::bytes(Steps records) const {
   if (!values) return std::nullopt;
   const Steps repeated = is_repeated ? std::min(records, repeats_end) : 0;
   const Steps after = is_repeated && values->runs_empty ? 0 : records - repeated;
-  return records * frame_bytes + held_bytes(*values, hold, repeated) + values->bytes(after);
+  return ByteCount{records} * frame_bytes + held_bytes(*values, hold, repeated) +
+         values->bytes(after);
 }
 
 }  // namespace korvex

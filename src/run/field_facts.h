@@ -21,7 +21,7 @@ struct FieldFacts {
   Steps repeats_end = 0;  // records; after them it goes on like any other item
 
   // The bytes of the field in so many records.
-  std::optional<std::uint64_t> bytes(Steps records) const;
+  std::optional<ByteCount> bytes(Steps records) const;
 };
 
 }  // namespace korvex

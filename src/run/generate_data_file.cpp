@@ -40,7 +40,7 @@ ErrorCode ClGenerateDataFile::run_to_end() {
   }
 }
 
-Result<std::uint64_t> ClGenerateDataFile::measure() {
+Result<ByteCount> ClGenerateDataFile::measure() {
   try {
     ErrorCode result = load();
     if (result != error::none) return result;
@@ -50,12 +50,13 @@ Result<std::uint64_t> ClGenerateDataFile::measure() {
     });
     if (!prepared) return prepared.code();
     if (!*prepared) return error::no_data_file;
-    const std::int64_t records = main.header().records;
-    if (const auto known = run_.size(static_cast<Steps>(records))) return *known;
+    const std::int32_t records = number_of(main.header().records);
+    if (const auto known = run_.size(RecordCount(static_cast<std::uint64_t>(records))))
+      return *known;
     const auto progress = platform::user_interface().open_progress(parent, true);
     ProgressMeter meter(*progress, records);
     LineBlock lines(0);
-    std::uint64_t bytes = 0;
+    ByteCount bytes = 0;
     for (std::int64_t done = 0; done < records;) {
       if (progress->cancel_requested()) return error::cancelled;
       meter.update(done);
@@ -75,7 +76,7 @@ ErrorCode ClGenerateDataFile::load() {
   main.set_run_mode(run_mode::generator);
   const ErrorCode result = main.load();
   if (result != error::none) return result;
-  return main.header().records < 0 ? error::cannot_operate : error::none;
+  return number_of(main.header().records) < 0 ? error::cannot_operate : error::none;
 }
 
 // Everything before the first record. False without settings.
@@ -99,7 +100,7 @@ ErrorCode ClGenerateDataFile::generate() {
 
 bool ClGenerateDataFile::asks_about_repeats() const {
   return output_option == guarded_output && run_.repeats_are_in_use() &&
-         repeat_item_count > static_cast<std::uint64_t>(main.header().records);
+         repeat_item_count > static_cast<std::uint64_t>(number_of(main.header().records));
 }
 
 bool ClGenerateDataFile::user_accepts_fewer_records() const {
@@ -134,7 +135,7 @@ ErrorCode ClGenerateDataFile::write_data_file() {
 }
 
 ErrorCode ClGenerateDataFile::write_records(platform::File& file) {
-  const std::int32_t records = main.header().records;
+  const std::int32_t records = number_of(main.header().records);
   const bool is_guarded = output_option == guarded_output;
   const auto progress = platform::user_interface().open_progress(parent, is_guarded);
   ProgressMeter meter(*progress,
@@ -150,7 +151,7 @@ ErrorCode ClGenerateDataFile::write_records(platform::File& file) {
   if (has_failed && progress->cancel_requested()) return error::cancelled;
   if (result != error::none) return result;
   meter.finish(records);
-  log_.records = records;
+  log_.records = main.header().records;
   log_.level = main.header().level;
   for (const ItemGenerator* item : run_.fields()) {
     if (records > 0) log_.item_numbers.push_back(item->settings().item_number);
@@ -162,7 +163,7 @@ ErrorCode ClGenerateDataFile::write_records(platform::File& file) {
 // as soon as it is seen to be worth it.
 ErrorCode ClGenerateDataFile::write_all(RecordWriter& writer, platform::ProgressSink& progress,
                                         ProgressMeter& meter) {
-  const std::int64_t records = main.header().records;
+  const std::int64_t records = number_of(main.header().records);
   std::size_t threads = generating_threads();
   for (std::int64_t done = 0; done < records;) {
     ErrorCode result =

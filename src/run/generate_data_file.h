@@ -30,7 +30,7 @@ class ClGenerateDataFile : public platform::Object {
   // assembling all records where that is not known. Writes nothing, no report of bad enumeration
   // lines either: the first of them ends it, with its code and, in `bad_line`, its number. In place
   // of run(); otherwise the same codes.
-  Result<std::uint64_t> measure();
+  Result<ByteCount> measure();
 
   ClColMain main;
   OutputOption output_option = plain_output;

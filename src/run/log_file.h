@@ -11,7 +11,7 @@ namespace korvex {
 
 // The log file begins with this record; `item_count` 32-bit item numbers follow it.
 struct LogHeader {
-  std::int32_t records;
+  StoredRecords records;
   SettingsLevel level;
   std::int32_t item_count;
   std::int32_t reserved;
@@ -20,7 +20,7 @@ static_assert(sizeof(LogHeader) == 16);
 
 // What a successful run tells the host.
 struct GenerationLog {
-  std::int32_t records = 0;
+  StoredRecords records{};
   SettingsLevel level{};
   std::vector<ItemNumber> item_numbers;  // in the order in which a record holds them
 };

@@ -71,7 +71,7 @@ ItemTotals total_items(ClColMain& main) {
   ItemTotals totals;
   for (const auto& item : main.items) {
     if (item->display().generation_type == generation_type::none) {
-      item->state = item_state::without_settings;
+      item->is_left_out = true;
       continue;
     }
     const ClFmtColInf* column = main.settings.find_column(item->item_number);
@@ -106,7 +106,7 @@ Result<RepeatCount> count_data_items(ClColMain& main, bool repeats_only,
   std::int64_t handled = 0;
   for (const auto& item : main.items) {
     if (handled >= totals.with_settings) break;
-    if (item->state == item_state::without_settings) continue;
+    if (item->is_left_out) continue;
     if (const ClFmtColInf* column = main.settings.find_column(item->item_number)) {
       const std::uint64_t values = value_count(main, *column, counter);
       if (column->record.repeat_flag != 0) {

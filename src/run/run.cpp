@@ -64,7 +64,7 @@ ErrorCode Run::prepare_items(const ListGiver& give_list) {
   for (const auto& item : main_->items) {
     const ClFmtColInf* column = main_->settings.find_column(item->item_number);
     if (column == nullptr) {
-      item->state = item_state::without_settings;
+      item->is_left_out = true;
       continue;
     }
     const ErrorCode result = prepare_item(*column, give_list);
@@ -174,11 +174,11 @@ FieldFacts Run::facts_of(const ItemGenerator& item) const {
   return field;
 }
 
-std::optional<std::uint64_t> Run::size(Steps records) const {
+std::optional<ByteCount> Run::size(RecordCount records) const {
   // A line feed of its own, but for the kind whose lines end in it in place of the last comma.
-  std::uint64_t bytes = form_.layout_kind == layout_kind::iso ? 0 : records;
+  ByteCount bytes = form_.layout_kind == layout_kind::iso ? 0 : records.number();
   for (const ItemGenerator* item : fields()) {
-    const std::optional<std::uint64_t> own = facts_of(*item).bytes(records);
+    const std::optional<ByteCount> own = facts_of(*item).bytes(records.number());
     if (!own) return std::nullopt;
     bytes += *own;
   }

@@ -74,7 +74,7 @@ class Run {
   std::vector<FieldFacts> field_facts() const;
 
   // The bytes of the first so many lines; nothing where only making them can tell.
-  std::optional<std::uint64_t> size(Steps records) const;
+  std::optional<ByteCount> size(RecordCount records) const;
 
  private:
   using SharedList = Result<std::shared_ptr<const ClEnumDataList>>;

@@ -6,7 +6,7 @@ ClFmtLvlInf* ClFmtCom::current_level() const {
   return current_index ? levels[*current_index].get() : nullptr;
 }
 
-void ClFmtCom::append_level(SettingsLevel level, std::int32_t records) {
+void ClFmtCom::append_level(SettingsLevel level, StoredRecords records) {
   FmtLvlRec record = {};
   record.level = level;
   record.records = records;

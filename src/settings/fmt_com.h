@@ -17,7 +17,7 @@ class ClFmtCom : public platform::Object {
   ClFmtLvlInf* current_level() const;
 
   // Makes a level of this number current, as a new file or a file without it gets one.
-  void append_level(SettingsLevel level, std::int32_t records);
+  void append_level(SettingsLevel level, StoredRecords records);
 
   void discard_levels();
 

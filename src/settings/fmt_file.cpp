@@ -59,7 +59,7 @@ void ClFmtFile::set_paths(const std::string& file_path, const std::string& work_
   temporary_moment_ = std::time(nullptr);
 }
 
-Result<std::int32_t> ClFmtFile::load(SettingsLevel level, std::int32_t records,
+Result<std::int32_t> ClFmtFile::load(SettingsLevel level, StoredRecords records,
                                      LayoutKind layout_kind) {
   try {
     const ErrorCode upgraded = upgrade_settings_file(file_path_, layout_kind);
@@ -80,7 +80,7 @@ Result<std::int32_t> ClFmtFile::load(SettingsLevel level, std::int32_t records,
   }
 }
 
-void ClFmtFile::begin(SettingsLevel level, std::int32_t records, LayoutKind layout_kind) {
+void ClFmtFile::begin(SettingsLevel level, StoredRecords records, LayoutKind layout_kind) {
   com_.discard_levels();
   com_.header = {};
   std::memcpy(com_.header.magic, current_magic.data(), current_magic.size());
@@ -90,7 +90,7 @@ void ClFmtFile::begin(SettingsLevel level, std::int32_t records, LayoutKind layo
   quotation_ = layout_kind == layout_kind::iso ? quotation::double_mark : quotation::none;
 }
 
-Result<std::int32_t> ClFmtFile::load_existing(SettingsLevel level, std::int32_t records,
+Result<std::int32_t> ClFmtFile::load_existing(SettingsLevel level, StoredRecords records,
                                               LayoutKind layout_kind) {
   const ErrorCode result = read_settings(held_file_, level, records, layout_kind, com_);
   if (result != error::none) return result;

@@ -48,10 +48,10 @@ class ClFmtFile : public platform::Object {
   // many items have settings: 0 when the file or its folder does not exist, and when the file lacks
   // the level or has it empty. -1, -2 (also: held by somebody else), -3, -4, -5, -57; -26, -27 when
   // a file of the previous version cannot be rewritten.
-  Result<std::int32_t> load(SettingsLevel level, std::int32_t records, LayoutKind layout_kind);
+  Result<std::int32_t> load(SettingsLevel level, StoredRecords records, LayoutKind layout_kind);
 
   // Begins settings that no file holds yet, with one empty level.
-  void begin(SettingsLevel level, std::int32_t records, LayoutKind layout_kind);
+  void begin(SettingsLevel level, StoredRecords records, LayoutKind layout_kind);
 
   // Writes all levels; the file is then no longer held. -44 or -6 when nothing is left to write and
   // a file exists or not; -1, -2, -4, -26 (also: a file is there that is not to be written),
@@ -102,7 +102,7 @@ class ClFmtFile : public platform::Object {
   bool is_held() const { return held_file_.is_open(); }
 
  private:
-  Result<std::int32_t> load_existing(SettingsLevel level, std::int32_t records,
+  Result<std::int32_t> load_existing(SettingsLevel level, StoredRecords records,
                                      LayoutKind layout_kind);
   ErrorCode save_levels(Quotation quotation);
   ErrorCode nothing_to_save() const;

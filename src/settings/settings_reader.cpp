@@ -10,7 +10,7 @@ namespace korvex {
 namespace {
 
 // Header and level table; the level `level` becomes current.
-ErrorCode read_tables(platform::File& file, SettingsLevel level, std::int32_t records,
+ErrorCode read_tables(platform::File& file, SettingsLevel level, StoredRecords records,
                       LayoutKind layout_kind, ClFmtCom& com) {
   std::uint64_t size = 0;
   std::size_t count = 0;
@@ -175,7 +175,7 @@ bool read_front(platform::File& file, std::uint64_t size, std::vector<char>& byt
   return true;
 }
 
-ErrorCode read_settings(platform::File& file, SettingsLevel level, std::int32_t records,
+ErrorCode read_settings(platform::File& file, SettingsLevel level, StoredRecords records,
                         LayoutKind layout_kind, ClFmtCom& com) {
   com.discard_levels();
   ErrorCode result = read_tables(file, level, records, layout_kind, com);

@@ -58,7 +58,7 @@ bool read_front(platform::File& file, std::uint64_t size, std::vector<char>& byt
 // those bytes, so that no claim of the file, overlapping areas among them, takes more memory than
 // the file itself. Codes: -3 truncated, -4 a data area inside the tables, -5 no current settings
 // file, -57 of another layout kind. On an error `com` holds no levels. May raise std::bad_alloc.
-ErrorCode read_settings(platform::File& file, SettingsLevel level, std::int32_t records,
+ErrorCode read_settings(platform::File& file, SettingsLevel level, StoredRecords records,
                         LayoutKind layout_kind, ClFmtCom& com);
 
 }  // namespace korvex

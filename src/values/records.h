@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "values/attributes.h"
+#include "values/counts.h"
 
 // The fixed-layout records of a settings file and the numbers that are in them. A number from a
 // file may be any of 32 bits, whatever its type names.
@@ -184,7 +185,7 @@ struct FmtColRec {
 struct FmtLvlRec {
   SettingsLevel level;
   std::int32_t data_offset;
-  std::int32_t records;
+  StoredRecords records;
   std::int32_t data_size;
   std::int32_t column_count;
   std::int32_t repeat_flag;

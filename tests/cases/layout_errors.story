@@ -20,7 +20,7 @@ each OLD NEW SAYS
   "record" | "tabel" | 2:8: kind is "tabel", expected one of<*>
   records = 10<0A> | | 1:1: <*>has no records<*>
   10 | "10" | 3:11: records is "10", expected an integer<*>
-  10 | 2147483648 | 3:11: <*>to 2147483647
+  10 | 1000000000000000001 | 3:11: <*>to 1000000000000000000
   data | quote = "single"<0A>data | 4:9: <*>"none", "double"
   data = "d.csv"<0A> | | 1:1: <*>has no data<*>
   d.csv | <x*256> | 4:8: <*>path of 256 bytes<*>

@@ -68,7 +68,7 @@ cat mine.toml
   <
   3 items: asked.toml
   next: korvex preview asked.toml
-  ! Data file [data.csv]: Records [1000]: expected a number from 0 to 2147483647
+  ! Data file [data.csv]: Records [1000]: expected a number from 0 to 1000000000000000000
   ! Records [1000]: Values that look real (yes, no) [no]: Name of item 1: expected a name of up to 63 bytes in code page 932
   ! Name of item 1:   Attribute [character]: expected one of "character", "decimal", "plain-character", "national", "number", "integer", "small-integer", "date", "time", "timestamp"
   !   Attribute [character]: Name of item 2, empty to end: expected a name that no other item has

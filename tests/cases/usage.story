@@ -13,11 +13,11 @@ each OPTIONS SAYS
   | <*>required<*>
   generate | <*>LAYOUT<*>
   generate l.toml --records -1 | <*>--records<*>
-  generate l.toml --records 2147483648 | <*>--records<*>
+  generate l.toml --records 1000000000000000001 | <*>--records<*>
   generate l.toml --colour | <*>--colour<*>
   count | <*>LAYOUT<*>
   count l.toml --quiet | <*>--quiet<*>
-  generate l.toml --records five | <*>"five" is no number from 0 to 2147483647
+  generate l.toml --records five | <*>"five" is no number from 0 to 1000000000000000000
   preview l.toml -n 5x | <*>"5x" is no number from 0 to<*>
   import d t --records 0 | <*>"0" is no number from 1 to<*>
   export l.toml -o - --format json | <*>"json" is unknown, expected one of csv, tsv, jsonl, sql

@@ -37,9 +37,10 @@ TEST_F(ColMainTest, ReadsEachFieldFromItsOffset) {
   bytes += control_item({-21, cp932("名前"), "text", 22, 23, 24, 25, 6, 27, 28});
   ASSERT_EQ(load(main, bytes), 0);
   const ControlHeader& header = main.header();
-  EXPECT_EQ((std::vector<std::int32_t>{header.records, header.layout_kind, header.null_default,
-                                       header.host_value, header.level, header.item_count}),
-            (std::vector{10, 3, 1, -1, 2, 1}));
+  EXPECT_EQ(
+      (std::vector<std::int32_t>{number_of(header.records), header.layout_kind, header.null_default,
+                                 header.host_value, header.level, header.item_count}),
+      (std::vector{10, 3, 1, -1, 2, 1}));
   EXPECT_EQ(main.data_path() + main.settings_path() + main.work_folder(), "/d1/s2/w3");
 
   ASSERT_EQ(main.items.size(), 1u);
@@ -48,7 +49,7 @@ TEST_F(ColMainTest, ReadsEachFieldFromItsOffset) {
   EXPECT_EQ((std::vector<std::int32_t>{item.item_number, item.attribute, item.signed_flag,
                                        item.length, item.digits, item.decimals, item.null_allowed}),
             (std::vector{-21, 22, 23, 24, 25, 6, 28}));
-  EXPECT_EQ(item.state, 0);
+  EXPECT_FALSE(item.is_left_out);
   EXPECT_EQ(load(main, bytes.substr(0, 20) + std::string(1000, '\0')), 0) << "no items at all";
 }
 
@@ -164,7 +165,7 @@ TEST_F(ColMainTest, WritesATemporaryControlFile) {
                               .work_folder = work};
   ASSERT_EQ(load(main, control_bytes(header, {{}})), 0);
   main.settings.set_run_mode(run_mode::data_file_dialog);
-  ASSERT_EQ(main.settings.load(SettingsLevel{1}, 10, layout_kind::record_file), 0);
+  ASSERT_EQ(main.settings.load(SettingsLevel{1}, StoredRecords{10}, layout_kind::record_file), 0);
   for (const std::int32_t item : {30, 10, 20}) {
     main.settings.edited().texts = {"%5U", "1", "9", "1"};
     ASSERT_EQ(main.settings.check_and_store(ItemNumber{item}, {attribute::decimal, 0, 5, 5, 0}), 0);

@@ -8,8 +8,6 @@
 namespace korvex::test {
 namespace {
 
-constexpr std::uint8_t without_settings = 16;
-
 // Three numbers, the first of which is stored as a range from 1 to 9.
 class ItemSettingsTest : public testing::Test {
  protected:
@@ -39,7 +37,7 @@ const RangeTexts two_digits = {"%2U", "07", "42", "3"};
 TEST_F(ItemSettingsTest, ACopyShowsWhatItsSourceShows) {
   ASSERT_EQ(store_format(at(2), two_digits, true, true), 0);
   EXPECT_EQ(copy_settings(at(1), 2), 0) << "its first settings";
-  EXPECT_EQ(item(1).state, 0);
+  EXPECT_FALSE(item(1).is_left_out);
   EXPECT_EQ(setup.shown(1), "2 %2U [07,42,3] 01 ref 0");
   const FmtColRec& own = record(2);  // its own attribute, so that it fits the next time
   EXPECT_EQ((std::vector<std::int32_t>{own.attribute, own.length, own.digits, own.custom_format}),
@@ -89,14 +87,14 @@ TEST_F(ItemSettingsTest, DeletedSettingsAreGoneFromTheDisplayToo) {
   EXPECT_EQ(setup.main->settings.find_column(ItemNumber{2}), nullptr);
   ASSERT_EQ(store_format(at(0), two_digits, false, false), 0);
   EXPECT_EQ(delete_settings(at(0)), 0);
-  EXPECT_EQ(item(0).state, without_settings);
+  EXPECT_TRUE(item(0).is_left_out);
   EXPECT_EQ(setup.shown(0), "0  [,,] 10 ref 0");
   EXPECT_EQ(record(1).generation_type, 0);
   EXPECT_EQ(record(1).element_count, 0);
   EXPECT_EQ(copy_settings(at(2), 0), -36) << "no source any more";
   EXPECT_EQ(delete_settings(at(0)), -36);
   EXPECT_EQ(delete_settings(at(1)), -36);
-  EXPECT_EQ(item(1).state, 0);
+  EXPECT_FALSE(item(1).is_left_out);
 }
 
 }  // namespace

@@ -98,9 +98,9 @@ void expect_counts(const ItemSettings& settings, Steps period, Steps distinct, b
   EXPECT_EQ(facts->has_end(), has_end);
   FieldFacts field;
   field.values = facts;
-  const std::uint64_t records = std::uint64_t{1} << 31;
+  const std::uint64_t records = RecordCount::most;
   const std::size_t size = generate(*column, layout_kind::record_file, 1).values[0].size();
-  EXPECT_EQ(field.bytes(records), records * size);
+  EXPECT_EQ(field.bytes(records), ByteCount{records} * size);
 }
 
 // Of settings that a person can enter, and of those that only a file from elsewhere can hold.

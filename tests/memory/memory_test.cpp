@@ -32,14 +32,14 @@ std::shared_ptr<ClFmtFile> settings_file(const Place& place) {
 std::function<std::int32_t()> prepare_load(Place& place) {
   writing_operation("Save").prepare(place)();
   return [file = settings_file(place)] {
-    return file->load(SettingsLevel{1}, 10, layout_kind::record_file).code();
+    return file->load(SettingsLevel{1}, StoredRecords{10}, layout_kind::record_file).code();
   };
 }
 
 std::function<std::int32_t()> prepare_validation(Place& place) {
   writing_operation("Save").prepare(place)();
   const auto file = settings_file(place);
-  static_cast<void>(file->load(SettingsLevel{1}, 10, layout_kind::record_file));
+  static_cast<void>(file->load(SettingsLevel{1}, StoredRecords{10}, layout_kind::record_file));
   file->edited().texts = {"%3U'-'%2U", "001,01", "999,99", "1"};
   return [file] {
     return file->check_and_store(ItemNumber{9}, {attribute::plain_character, 0, 6, 6, 0});
@@ -49,7 +49,7 @@ std::function<std::int32_t()> prepare_validation(Place& place) {
 std::function<std::int32_t()> prepare_copy(Place& place) {
   writing_operation("Save").prepare(place)();
   const auto file = settings_file(place);
-  static_cast<void>(file->load(SettingsLevel{1}, 10, layout_kind::record_file));
+  static_cast<void>(file->load(SettingsLevel{1}, StoredRecords{10}, layout_kind::record_file));
   return [file] {
     return file->copy_settings(ItemNumber{9}, ItemNumber{7}, {attribute::decimal, 0, 5, 5, 0});
   };

@@ -41,7 +41,8 @@ std::shared_ptr<ClFmtFile> load_settings(const Place& place, std::int32_t expect
   auto file = std::make_shared<ClFmtFile>();
   file->set_run_mode(run_mode::data_file_dialog);
   file->set_paths(place.file("out.fif"), place.work());
-  expect(file->load(SettingsLevel{1}, 10, layout_kind::record_file) == expected, "load");
+  expect(file->load(SettingsLevel{1}, StoredRecords{10}, layout_kind::record_file) == expected,
+         "load");
   return file;
 }
 
@@ -99,7 +100,8 @@ Attempt prepare_short_control_file(Place& place) {
   main->set_run_mode(run_mode::data_file_dialog);
   expect(main->load() == 0, "load");
   main->settings.set_run_mode(run_mode::data_file_dialog);
-  expect(main->settings.load(SettingsLevel{1}, 10, layout_kind::record_file) == 0, "load settings");
+  expect(main->settings.load(SettingsLevel{1}, StoredRecords{10}, layout_kind::record_file) == 0,
+         "load settings");
   main->settings.edited().texts = {"%5U", "1", "9", "1"};
   expect(main->settings.check_and_store(ItemNumber{30}, {attribute::decimal, 0, 5, 5, 0}) == 0,
          "store");
@@ -109,7 +111,7 @@ Attempt prepare_short_control_file(Place& place) {
 
 Attempt prepare_log(Place& place) {
   return [path = place.file("out.log")] {
-    return write_log(path, {5, SettingsLevel{1}, std::vector<ItemNumber>(3)});
+    return write_log(path, {StoredRecords{5}, SettingsLevel{1}, std::vector<ItemNumber>(3)});
   };
 }
 

@@ -27,7 +27,7 @@ constexpr ItemAttributes counter_item = {attribute::decimal, 0, 9, 9, 0};
 
 Result<std::int32_t> load(ClFmtFile& file, const GenerationSetup& setup) {
   file.set_paths(setup.settings(), setup.folder.path());
-  return file.load(SettingsLevel{1}, 10, layout_kind::record_file);
+  return file.load(SettingsLevel{1}, StoredRecords{10}, layout_kind::record_file);
 }
 
 ErrorCode store_count(ClFmtFile& file, int count) {

@@ -23,7 +23,7 @@ class RepeatTableTest : public testing::Test {
     main->set_run_mode(run_mode::settings_only);
     EXPECT_EQ(main->load(), 0);
     main->settings.set_run_mode(run_mode::settings_only);
-    EXPECT_TRUE(main->settings.load(SettingsLevel{1}, 0, layout_kind::record_file));
+    EXPECT_TRUE(main->settings.load(SettingsLevel{1}, StoredRecords{}, layout_kind::record_file));
     for (const NamedItem& item : items) {
       auto named = std::make_unique<ClDGCol>();
       named->item_number = ItemNumber{item.number};

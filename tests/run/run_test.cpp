@@ -38,7 +38,7 @@ class RandomLayout {
         quotation(random.one_in(2)),
         repeats_left_(random.one_in(3) ? 3 : 0) {
     main.settings.set_run_mode(run_mode::settings_only);
-    main.settings.begin(SettingsLevel{1}, 0, layout_kind);
+    main.settings.begin(SettingsLevel{1}, StoredRecords{}, layout_kind);
     std::vector<std::int32_t> numbers;
     const std::int64_t count = random.one_in(4) ? 1 : random.between(2, 6);
     for (std::int32_t number = 1; number <= count; ++number) {
@@ -234,7 +234,8 @@ TEST_F(RunTest, WritesAndSeeksWhatTheReferenceWrites) {
     ASSERT_EQ(code, expected.code);
     ASSERT_TRUE(same_bytes(expected.lines, found));
     if (code == 0) {
-      ASSERT_EQ(run.size(records).value_or(found.size()), found.size());
+      ASSERT_EQ(run.size(RecordCount(static_cast<std::uint64_t>(records))).value_or(found.size()),
+                found.size());
     }
 
     if (random.one_in(8)) {

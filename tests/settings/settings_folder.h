@@ -17,7 +17,7 @@ struct SettingsFolder {
   Result<std::int32_t> load(ClFmtFile& file, std::int32_t level = 1, std::int32_t records = 1000,
                             std::int32_t layout_kind = 1) const {
     file.set_paths(path, work.path());
-    return file.load(SettingsLevel{level}, records, LayoutKind{layout_kind});
+    return file.load(SettingsLevel{level}, StoredRecords{records}, LayoutKind{layout_kind});
   }
 
   // Nothing but the settings file itself, or not even that.

@@ -46,7 +46,8 @@ TEST(SettingsReader, ReadsTheRecordsAsTheyStand) {
   ASSERT_EQ(folder.load(file, 76, 1000, 2), 1);
   EXPECT_TRUE(file.is_held());
   EXPECT_EQ(file.quotation(), 1);
-  EXPECT_EQ(file.current_level()->record.records, 1000) << "the run's own number of records counts";
+  EXPECT_EQ(file.current_level()->record.records, StoredRecords{1000})
+      << "the run's own number of records counts";
   EXPECT_EQ(file.current_level()->record.repeat_flag, 1);
   ASSERT_NE(file.find_column(ItemNumber{43}), nullptr);
   EXPECT_EQ(file.find_column(ItemNumber{43})->record.repeat_count, 59);
@@ -63,7 +64,7 @@ TEST(SettingsReader, SelectsTheLevelOrAddsIt) {
     EXPECT_FALSE(file.is_held());
     EXPECT_EQ(file.quotation(), quotation) << kind;
     EXPECT_EQ(file.current_level()->record.level, 7);
-    EXPECT_EQ(file.current_level()->record.records, 500);
+    EXPECT_EQ(file.current_level()->record.records, StoredRecords{500});
   }
   const SettingsFolder folder;
   const std::pair<std::vector<std::int32_t>, std::vector<std::int32_t>> rows[] = {

@@ -57,7 +57,8 @@ class GenerationSetup {
                      std::int32_t quotation = 0, std::int32_t level = 1) const {
     ClFmtFile file;
     file.set_paths(settings(), folder.path());
-    expect(file.load(SettingsLevel{level}, 0, LayoutKind{layout_kind}).code(), "load");
+    expect(file.load(SettingsLevel{level}, StoredRecords{}, LayoutKind{layout_kind}).code(),
+           "load");
     for (const SavedItem& item : items) {
       if (item.texts.format.empty()) {
         expect(file.set_initial_value(ItemNumber{item.number}, item.item), "initial value");

@@ -17,7 +17,7 @@ namespace {
 
 constexpr Steps first_values = 3;
 constexpr SettingsLevel some_level{1};
-constexpr std::int32_t no_records = 0;
+constexpr StoredRecords no_records{};
 
 // The next value of the item, or the code that would fail a run.
 Result<std::string> take_value(ItemGenerator& item) {

@@ -348,7 +348,7 @@ bool ClSetupFormatDlg::store_initial_value() {
 
 bool ClSetupFormatDlg::store_range_entry() {
   const RangeStored stored = store_range(parent_.main(), read_range(*this), setup_format_rules);
-  if (stored.code != 0)
+  if (stored.code != error::none)
     return refuse({stored.code, platform::MessageText::words(stored.hint)},
                   control_of(*this, stored.wrong));
   if (stored.clears_values) clear_values(*this);
@@ -378,7 +378,7 @@ bool ClSetupFormatDlg::store_enumeration() {
                                     : exceeded_action::repeat;
   const EnumerationStored stored =
       choose_enumeration(parent_.main(), fields_.enumeration_path, action);
-  if (stored.code == 0) {
+  if (stored.code == error::none) {
     show_enumeration_file();
     show_stored_action();
     return true;

@@ -100,13 +100,13 @@ attribute = "date"
     for (const std::string& argument : arguments) words.push_back(argument.c_str());
     out.str("");
     messages.str("");
-    return run_program(static_cast<int>(words.size()), words.data(),
-                       {.create_data = record_call,
-                        .check_repeat_count = record_check,
-                        .create_file = record_file,
-                        .create_format = record_format,
-                        .replace_data = record_update},
-                       out, messages);
+    return static_cast<int>(run_program(static_cast<int>(words.size()), words.data(),
+                                        {.create_data = record_call,
+                                         .check_repeat_count = record_check,
+                                         .create_file = record_file,
+                                         .create_format = record_format,
+                                         .replace_data = record_update},
+                                        out, messages));
   }
 
   test::TempFolder folder;

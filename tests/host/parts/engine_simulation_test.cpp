@@ -152,7 +152,8 @@ values = { type = "range", format = "'v'%3s", start = "aaa", end = ")" +
     std::ostringstream messages;
     for (auto& layout : layouts_) {
       layout = std::make_unique<PreparedLayout>();
-      EXPECT_EQ(layout->prepare(folder.file(name), {}, messages), 0) << messages.str();
+      EXPECT_EQ(layout->prepare(folder.file(name), {}, messages), ExitStatus::done)
+          << messages.str();
     }
     fingerprint_ = fingerprint(verified(), {});
   }
@@ -257,7 +258,8 @@ class Engine {
     for (std::uint64_t number = 1; number <= parts_; ++number) {
       const Part part = {number, parts_};
       std::ostringstream said;
-      ASSERT_EQ(make_part(versions_[0]->verified(), {whole_, part, {}, false, true}, said, said), 0)
+      ASSERT_EQ(make_part(versions_[0]->verified(), {whole_, part, {}, false, true}, said, said),
+                ExitStatus::done)
           << said.str();
       joined += content(path_of(part));
       whole += versions_[0]->bytes(part);

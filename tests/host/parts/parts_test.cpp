@@ -92,7 +92,8 @@ class PartsTest : public testing::Test {
   void prepare(const std::string& layout, PreparedLayout& prepared) {
     write("l.toml", layout);
     std::ostringstream messages;
-    ASSERT_EQ(prepared.prepare(folder.file("l.toml"), {}, messages), 0) << messages.str() << layout;
+    ASSERT_EQ(prepared.prepare(folder.file("l.toml"), {}, messages), ExitStatus::done)
+        << messages.str() << layout;
   }
 
   test::TempFolder folder;

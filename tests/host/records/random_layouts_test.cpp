@@ -33,8 +33,8 @@ class Ready {
     }
     layout.write(folder_.path());
     std::ostringstream messages;
-    const int status = prepared.prepare(folder_.file(layout.file), std::nullopt, messages);
-    if (status != exit_status::done) throw std::runtime_error(messages.str());
+    const ExitStatus status = prepared.prepare(folder_.file(layout.file), std::nullopt, messages);
+    if (status != ExitStatus::done) throw std::runtime_error(messages.str());
   }
 
  private:
@@ -53,7 +53,8 @@ Record taken(RecordSource& source) {
 Records all_records(PreparedLayout& prepared) {
   RecordSource source(prepared);
   Records records;
-  for (std::int32_t i = 0; i < prepared.layout().records; ++i) records.push_back(taken(source));
+  for (std::uint64_t i = 0; i < prepared.layout().records.number(); ++i)
+    records.push_back(taken(source));
   return records;
 }
 
