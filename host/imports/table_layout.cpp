@@ -33,6 +33,8 @@ class LayoutWriter {
     layout.table = schema_.name;
     layout.records = static_cast<std::int32_t>(plan_.records[table_]);
     layout.is_utf8 = plan_.form == DraftForm::ways;
+    // Rows that are there were drawn without a seed, or with another one: new ones are to differ.
+    if (layout.is_utf8) layout.seed = imported_.rows;
     planned_.file = plan_.files[table_];
     layout.data = planned_.file.substr(0, planned_.file.rfind('.')) + ".csv";
     planned_.attributes.resize(items_.size());

@@ -110,6 +110,7 @@ void write_layout(const LayoutDraft& layout, std::ostream& out) {
   if (layout.is_utf8) {
     keys.insert(keys.end(), {{"encoding", toml_text("utf-8")}, {"ways", "1"}, {"sets", "1"}});
   }
+  if (layout.seed != 0) keys.push_back({"seed", std::to_string(layout.seed)});
   out << "\n[layout]\n";
   write_keys(keys, out);
   for (const ItemDraft& item : layout.items) write_item(item, out);

@@ -37,8 +37,9 @@ struct LayoutDraft {
   std::string table;                             // of the database
   std::vector<std::vector<std::string>> unique;  // sets of items in which the records differ
   std::int32_t records = 0;
-  std::string data;      // the data file's path, seen from the layout
-  bool is_utf8 = false;  // with what is pinned for sources and ways
+  std::string data;       // the data file's path, seen from the layout
+  bool is_utf8 = false;   // with what is pinned for sources and ways
+  std::int64_t seed = 0;  // 0 without one
   std::vector<ItemDraft> items;
 };
 
