@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
+#include <numeric>
 #include <optional>
 #include <string>
 #include <vector>
@@ -42,6 +43,20 @@ void at(benchmark::State& state, Scheme scheme, std::uint64_t stride) {
   ask_records(state, stride, [&](std::uint64_t record) { return scheme.at(record); });
 }
 
+// Many records at once.
+template <class Scheme>
+void take(benchmark::State& state, Scheme scheme) {
+  std::vector<std::uint64_t> indices(sources::TextBlock::most_texts);
+  std::uint64_t record = 0;
+  for (auto _ : state) {
+    std::iota(indices.begin(), indices.end(), record);
+    scheme.take(indices);
+    benchmark::DoNotOptimize(indices.data());
+    record = (record + indices.size()) % records;
+  }
+  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(indices.size()));
+}
+
 void make_permutation(benchmark::State& state, std::uint64_t n) {
   ask_records(state, in_a_row, [n](std::uint64_t record) {
     return ways::Permutation(key, n, {.round = record}).at(record % n);
@@ -79,6 +94,9 @@ void thirteen_fields(benchmark::State& state) {
   std::string line;
   ask_records(state, in_a_row, [&](std::uint64_t record) {
     line.clear();
+    if (record % sources::TextBlock::most_texts == 0) {
+      for (sources::Field& field : fields) field.expect(record, sources::TextBlock::most_texts);
+    }
     for (sources::Field& field : fields) {
       line += field.text(record).value_or("");
       line += ',';
@@ -97,6 +115,7 @@ void register_all() {
     add("permutation" + size, [n](auto& state) { at(state, ways::Permutation(key, n), 0); });
     add("permutation_made" + size, [n](auto& state) { make_permutation(state, n); });
     add("shuffle" + size, [n](auto& state) { at(state, ways::Shuffle(key, n), in_a_row); });
+    add("shuffle_together" + size, [n](auto& state) { take(state, ways::Shuffle(key, n)); });
     add("shuffle_anywhere" + size,
         [n](auto& state) { at(state, ways::Shuffle(key, n), anywhere); });
     add("zipf" + size, [n](auto& state) { at(state, ways::Zipf(key, n, {}), in_a_row); });

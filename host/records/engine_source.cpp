@@ -70,7 +70,8 @@ class Decoder {
 class CourseTexts {
  public:
   CourseTexts(const ItemGenerator& item, LayoutKind layout_kind)
-      : course_(*ItemCourse::of(item.column(), layout_kind)) {
+      : course_(*ItemCourse::of(item.column(), layout_kind)),
+        room_(course_.size() + Course::max_text_size) {
     for (const auto& element : course_.elements()) {
       cursors_.emplace_back(*element);
       // Elements count in characters of one kind, so that the first text tells it of all.
@@ -79,33 +80,47 @@ class CourseTexts {
   }
 
   void append(Steps step, std::string& out) {
-    const std::size_t begin = out.size();
-    if (step == latest_ + 1) {
-      append_next(step, out);
-    } else {
-      append_anywhere(step, out);
+    text_.resize(room_);
+    const char* const end = write(step, text_.data());
+    const std::string_view text(text_.data(), static_cast<std::size_t>(end - text_.data()));
+    out += is_ascii_ ? text : decoder_.decoded(text);
+  }
+
+  void append_all(std::span<const Steps> steps, sources::TextBlock& out) {
+    for (const Steps step : steps) {
+      if (out.is_full()) return;
+      char* const begin = out.room(room_);
+      const char* const end = write(step, begin);
+      if (is_ascii_) {
+        out.add_written(end);
+      } else {
+        out.add_copy(decoder_.decoded({begin, static_cast<std::size_t>(end - begin)}));
+      }
     }
-    latest_ = step;
-    if (is_ascii_) return;
-    const std::string& decoded = decoder_.decoded(std::string_view(out).substr(begin));
-    out.replace(begin, std::string::npos, decoded);
   }
 
  private:
-  void append_anywhere(Steps step, std::string& out) const {
-    char text[Course::max_text_size];
+  // Writes a text where there is `room_` for it; answers its end.
+  char* write(Steps step, char* out) {
+    const bool is_next = step == latest_ + 1;
+    latest_ = step;
+    return is_next ? write_next(step, out) : write_anywhere(step, out);
+  }
+
+  char* write_anywhere(Steps step, char* out) const {
     const std::size_t shown = course_.shown_at(step);
     for (std::size_t i = 0; i < shown; ++i) {
       const Course& element = *course_.elements()[i];
       const Steps restart = element.facts().restart;
-      element.write(step < restart ? step : step % restart, text);
-      out.append(text, element.facts().size);
+      element.write(step < restart ? step : step % restart, out);
+      out += element.facts().size;
     }
+    return out;
   }
 
-  void append_next(Steps step, std::string& out) {
+  char* write_next(Steps step, char* out) {
     for (CourseCursor& cursor : cursors_) {
-      if (in_a_row_ == latest_) {
+      if (in_a_row_ + 1 == step) {
         cursor.advance(step);
       } else {
         cursor.seek(step);
@@ -113,15 +128,18 @@ class CourseTexts {
     }
     in_a_row_ = step;
     const std::size_t shown = course_.shown_at(step);
-    for (std::size_t i = 0; i < shown; ++i) out += cursors_[i].text();
+    for (std::size_t i = 0; i < shown; ++i) out = cursors_[i].write(out);
+    return out;
   }
 
   ItemCourse course_;
+  std::size_t room_;
   std::vector<CourseCursor> cursors_;
   Steps in_a_row_ = 0;  // where the cursors are
   Steps latest_ = 0;
   bool is_ascii_ = true;
   Decoder decoder_;
+  std::string text_;
 };
 
 class ListTexts {
@@ -138,7 +156,17 @@ class ListTexts {
     decoder_.append(cursor_.value(), out);
   }
 
+  void append_all(std::span<const Steps> indices, sources::TextBlock& out) {
+    for (const Steps index : indices) {
+      if (out.is_full()) return;
+      text_.clear();
+      append(index, text_);
+      out.add_copy(text_);
+    }
+  }
+
  private:
+  std::string text_;
   EnumCursor cursor_;
   Decoder decoder_;
 };
@@ -176,18 +204,22 @@ sources::TextShape shape_of(const ClFmtColInf& column, const ItemCourse& course)
   if (is_ascii && !is_cut) shape.size = first.size();
   shape.only_digits = only_digits && std::all_of(first.begin(), first.end(), platform::is_digit);
   shape.no_digits = no_digits && std::none_of(first.begin(), first.end(), platform::is_digit);
+  // What counts are digits, letters, signs and full-width characters; the rest stays.
+  shape.only_plain = is_ascii && std::all_of(first.begin(), first.end(), sources::is_plain);
   return shape;
 }
 
-// What is known of an item's values, one after the other.
-sources::TextFacts text_facts_of(const ItemGenerator& item, const ItemFacts& facts,
-                                 LayoutKind layout_kind) {
-  sources::TextFacts text_facts;
+sources::TextShape shape_of(const ItemGenerator& item, LayoutKind layout_kind) {
   if (const ClEnumDataList* values = item.enumeration().get()) {
-    text_facts.shape.never_empty = values->count() > 0;
-  } else if (const auto course = ItemCourse::of(item.column(), layout_kind)) {
-    text_facts.shape = shape_of(item.column(), *course);
+    return {.never_empty = values->count() > 0, .size = {}};
   }
+  const auto course = ItemCourse::of(item.column(), layout_kind);
+  return course ? shape_of(item.column(), *course) : sources::TextShape();
+}
+
+// What is known of an item's values, one after the other.
+sources::TextFacts text_facts_of(const ItemFacts& facts) {
+  sources::TextFacts text_facts;
   const bool has_texts = std::any_of(facts.texts.begin(), facts.texts.end(),
                                      [](const TextRun& run) { return run.bytes > 0; });
   text_facts.values = {has_texts ? facts.different : 0,
@@ -225,11 +257,12 @@ class EngineSource : public sources::Source {
       : course_(course_of(facts)) {
     if (!facts.values) return;
     const ItemFacts& item = *facts.values;
-    text_facts_ = text_facts_of(generator, item, layout_kind);
+    shape_ = shape_of(generator, layout_kind);
+    text_facts_ = text_facts_of(item);
     const bool ends = item.has_end() && item.runs_empty;
-    if (text_facts_.shape.never_empty) text_facts_.gaps = 0;
+    if (shape_.never_empty) text_facts_.gaps = 0;
     text_facts_.end = end_of(facts);
-    text_facts_.shape.never_empty = text_facts_.shape.never_empty && !ends;
+    shape_.never_empty = shape_.never_empty && !ends;
     is_repeated_ = facts.is_repeated;
     if (is_repeated_) {
       text_facts_.all_after = sources::product(facts.hold, text_facts_.all_after);
@@ -245,6 +278,7 @@ class EngineSource : public sources::Source {
   }
 
   std::optional<std::uint64_t> period() const override { return std::nullopt; }
+  sources::TextShape shape() const override { return shape_; }
   sources::TextFacts text_facts() const override { return text_facts_; }
   sources::Uniqueness uniqueness() const override { return uniqueness_; }
   void tell(sources::Dependencies& dependencies, sources::Thing text) const override {
@@ -261,6 +295,7 @@ class EngineSource : public sources::Source {
 
  private:
   std::string course_;
+  sources::TextShape shape_;
   sources::TextFacts text_facts_;
   sources::Uniqueness uniqueness_;
   bool is_repeated_ = false;
@@ -296,14 +331,26 @@ class LoneField : public EngineSource {
         texts_(item, layout_kind) {}
 
   void append(std::uint64_t record, std::string& out) override {
-    if (record >= cycles_.period() && !starts_again_) return;
+    if (is_over(record)) return;
     texts_.append(cycles_.place_of(record), out);
   }
   bool may_give(std::string_view text) override { return may_have(texts_, cycles_.period(), text); }
 
+  void append_all(std::span<const std::uint64_t> records, sources::TextBlock& out) override {
+    const bool ends = std::any_of(records.begin(), records.end(),
+                                  [this](std::uint64_t record) { return is_over(record); });
+    if (ends) return Source::append_all(records, out);
+    places_.assign(records.begin(), records.end());
+    for (std::uint64_t& place : places_) place = cycles_.place_of(place);
+    texts_.append_all(places_, out);
+  }
+
  private:
+  bool is_over(std::uint64_t record) const { return record >= cycles_.period() && !starts_again_; }
+
   ways::Rounds cycles_;
   bool starts_again_;
+  std::vector<std::uint64_t> places_;
   Texts texts_;
 };
 
@@ -313,19 +360,25 @@ class ItemSource : public sources::Source {
  public:
   ItemSource(const ItemGenerator& item, const ItemFacts& facts, LayoutKind layout_kind)
       : period_(facts.has_end() ? facts.end : facts.period),
-        text_facts_(text_facts_of(item, facts, layout_kind)),
+        shape_(shape_of(item, layout_kind)),
+        text_facts_(text_facts_of(facts)),
         uniqueness_(host::uniqueness_of(facts)),
         texts_(item, layout_kind) {}
 
   void append(std::uint64_t step, std::string& out) override { texts_.append(step, out); }
+  void append_all(std::span<const std::uint64_t> steps, sources::TextBlock& out) override {
+    texts_.append_all(steps, out);
+  }
   std::optional<std::uint64_t> period() const override { return period_; }
   bool may_give(std::string_view text) override { return may_have(texts_, *period_, text); }
+  sources::TextShape shape() const override { return shape_; }
   sources::TextFacts text_facts() const override { return text_facts_; }
   sources::Uniqueness uniqueness() const override { return uniqueness_; }
   std::string_view doubt() const override { return "may have equal values"; }
 
  private:
   std::optional<std::uint64_t> period_;
+  sources::TextShape shape_;
   sources::TextFacts text_facts_;
   sources::Uniqueness uniqueness_;
   Texts texts_;

@@ -42,7 +42,14 @@ class ExportStream : public RecordStream {
     piece_begin_ = next_;
     piece_has_head_ = has_head_;
     append_head();
-    while (next_ < range_.end && text_.size() < piece_size && failure_.empty()) append();
+    const bool by_rows = !prepared_.is_plain() && !encodes();
+    while (next_ < range_.end && text_.size() < piece_size && failure_.empty()) {
+      if (by_rows) {
+        append_rows();
+      } else {
+        append();
+      }
+    }
     return text_;
   }
 
@@ -88,6 +95,29 @@ class ExportStream : public RecordStream {
       return;
     }
     format_->append(fields_, text_);
+    append_end();
+  }
+
+  // As many records as are made together.
+  void append_rows() {
+    check_interruption();
+    const std::size_t rows = source_.next_rows(range_.end - next_);
+    if (rows == 0) {
+      failure_ = source_.failure();
+      return;
+    }
+    next_ += rows;
+    const bool is_first = columns_.empty();
+    columns_.resize(names_.size());
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+      if (is_first) columns_[i].shape = prepared_.fields()[i]->source().shape();
+      columns_[i].texts = &source_.column(i);
+    }
+    format_->append_rows(columns_, rows, text_);
+    append_end();
+  }
+
+  void append_end() {
     if (next_ == prepared_.layout().records.number()) format_->end(text_);
   }
 
@@ -135,7 +165,8 @@ class ExportStream : public RecordStream {
   Steps piece_begin_ = 0;
   bool piece_has_head_ = false;
   std::vector<std::string_view> fields_;
-  std::vector<std::string> encoded_;  // room for values that are written otherwise
+  std::vector<RecordColumn> columns_;  // by rows
+  std::vector<std::string> encoded_;   // room for values that are written otherwise
   std::string text_;
   std::string failure_;
 };

@@ -34,7 +34,7 @@ Count values_of(const sources::Field& field, std::uint64_t records) {
   }
   const sources::Field* const one = &field;
   const std::uint64_t different = sources::uniqueness_of({&one, 1}, records).different;
-  const std::uint64_t none = text_facts.shape.never_empty ? 0 : 1;
+  const std::uint64_t none = field.shape().never_empty ? 0 : 1;
   if (text_facts.cycle && different >= text_facts.cycle->length() && none == 0) {
     return Count::of(text_facts.cycle->length());
   }
@@ -136,7 +136,7 @@ Forecast::Set Forecast::set_of_all(std::span<const std::size_t> items) const {
   Set set;
   set.uniqueness = sources::uniqueness_of(fields, records_);
   set.combinations.most = sources::most_combinations(fields);
-  if (fields.size() == 1 && fields.front()->text_facts().shape.never_empty) {
+  if (fields.size() == 1 && fields.front()->shape().never_empty) {
     set.combinations.least = values_of(*fields.front(), records_).least;
   }
   // Items that the engine repeats tell records apart only together.

@@ -43,16 +43,29 @@ char* put(char* out, const char* digits, std::size_t count, char separator) {
   return out;
 }
 
+// The usual form, told without a loop: four, two and two digits.
+bool find_plain_date(std::string_view text, std::array<const char*, 3>& groups) {
+  constexpr std::uint64_t zeros = 0x3030303030303030;
+  constexpr std::uint64_t upper_halves = 0xF0F0F0F0F0F0F0F0;
+  constexpr std::uint64_t beyond_nine = 0x0606060606060606;  // carries from 10 on
+  std::uint64_t word = 0;
+  if (text.size() != sizeof word) return false;
+  std::memcpy(&word, text.data(), sizeof word);
+  groups = {text.data(), text.data() + 4, text.data() + 6};
+  return (word & upper_halves) == zeros && ((word + beyond_nine) & upper_halves) == zeros;
+}
+
 bool write_date(std::string_view text, char* out) {
   std::array<const char*, 3> parts;
-  std::size_t year_digits = 4;
-  if (!find_groups<4, 2, 2>(text, parts)) {
-    if (!find_groups<2, 2, 2>(text, parts)) return false;
-    year_digits = 2;
+  if (find_plain_date(text, parts) || find_groups<4, 2, 2>(text, parts)) {
+    out = put(out, parts[0], 4, '-');
+  } else if (find_groups<2, 2, 2>(text, parts)) {
     const int year = platform::number_of_digits<int>({parts[0], 2});
     out = put(out, year >= first_year_of_1900s ? "19" : "20", 2, '\0');
+    out = put(out, parts[0], 2, '-');
+  } else {
+    return false;
   }
-  out = put(out, parts[0], year_digits, '-');
   out = put(out, parts[1], 2, '-');
   put(out, parts[2], 2, '\0');
   return true;
@@ -85,17 +98,6 @@ std::size_t size_of(MomentForm form) {
   }
 }
 
-bool write_moment(MomentForm form, std::string_view text, char* out) {
-  switch (form) {
-    case MomentForm::iso_date:
-      return write_date(text, out);
-    case MomentForm::iso_time:
-      return write_time(text, out);
-    default:
-      return write_timestamp(text, out);
-  }
-}
-
 bool holds_numbers(ColumnType type) {
   return type == ColumnType::integer16 || type == ColumnType::integer32 ||
          type == ColumnType::integer64 || type == ColumnType::decimal ||
@@ -124,10 +126,27 @@ MomentForm column_form(Attribute attribute, const ColumnSchema& column) {
   return is_short || holds_numbers(column.type) ? MomentForm::as_it_is : form;
 }
 
+std::size_t write_moment(MomentForm form, std::string_view value, char* out) {
+  bool is_moment = false;
+  switch (form) {
+    case MomentForm::as_it_is:
+      break;
+    case MomentForm::iso_date:
+      is_moment = write_date(value, out);
+      break;
+    case MomentForm::iso_time:
+      is_moment = write_time(value, out);
+      break;
+    case MomentForm::iso_timestamp:
+      is_moment = write_timestamp(value, out);
+      break;
+  }
+  return is_moment ? size_of(form) : 0;
+}
+
 std::string_view MomentText::convert(MomentForm form, std::string_view value) {
-  const bool is_moment =
-      form != MomentForm::as_it_is && !value.empty() && write_moment(form, value, text_.data());
-  return is_moment ? std::string_view(text_.data(), size_of(form)) : value;
+  const std::size_t size = value.empty() ? 0 : write_moment(form, value, text_.data());
+  return size > 0 ? std::string_view(text_.data(), size) : value;
 }
 
 std::optional<MomentNumbers> moment_numbers(MomentForm form, std::string_view value) {

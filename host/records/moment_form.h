@@ -29,6 +29,12 @@ MomentForm moment_form(Attribute attribute);
 // column has no room for that or holds numbers, where the text stays as it would be in a file.
 MomentForm column_form(Attribute attribute, const ColumnSchema& column);
 
+constexpr std::size_t longest_moment = 19;
+
+// Writes a moment's text in another form, in so many bytes, for which there must be room; 0 when
+// the value is no such moment.
+std::size_t write_moment(MomentForm form, std::string_view value, char* out);
+
 // A moment's text in another form.
 class MomentText {
  public:
@@ -37,7 +43,6 @@ class MomentText {
   std::string_view convert(MomentForm form, std::string_view value);
 
  private:
-  static constexpr std::size_t longest_moment = 19;
   std::array<char, longest_moment> text_;
 };
 

@@ -13,6 +13,8 @@
 
 namespace korvex::host {
 
+using sources::TextBlock;
+
 namespace {
 
 constexpr int records_in_insert = 500;
@@ -35,6 +37,39 @@ class ValueText {
     is_moment_ = text.data() != value.data();
     return text;
   }
+
+  // The same for the values of the first rows of a column, as another one. Those that are no number
+  // or moment are framed: `frame` adds what is written of them.
+  template <class Frame>
+  void convert(const RecordColumn& column, std::size_t rows, TextBlock& out, Frame frame) {
+    const TextBlock& values = *column.texts;
+    out.clear();
+    if (is_numeric_ && column.shape.only_digits) {
+      for (std::size_t row = 0; row < rows; ++row) out.add(without_zeros(values[row]));
+      return;
+    }
+    for (std::size_t row = 0; row < rows; ++row) {
+      const std::string_view value = values[row];
+      if (is_numeric_ && take_number(value)) {
+        if (number_.data() == changed_.data()) {
+          out.add_copy(number_);
+        } else {
+          out.add(number_);
+        }
+        continue;
+      }
+      char* const room = form_ == MomentForm::as_it_is ? nullptr : out.room(longest_moment);
+      const std::size_t size = room == nullptr ? 0 : write_moment(form_, value, room);
+      if (size > 0) {
+        out.add_written(room + size);
+      } else {
+        frame(value, out);
+      }
+    }
+  }
+
+  // Whether every value stays as it is.
+  bool keeps_values() const { return !is_numeric_ && form_ == MomentForm::as_it_is; }
 
   // Whether the last value consists of digits and what is between them.
   bool is_number_or_moment() const { return is_number_ || is_moment_; }
@@ -70,6 +105,12 @@ class ValueText {
       number_ = changed_ += number_;
     }
     return true;
+  }
+
+  // A number of digits alone.
+  static std::string_view without_zeros(std::string_view digits) {
+    while (digits.size() > 1 && digits.front() == '0') digits.remove_prefix(1);
+    return digits;
   }
 
   bool is_numeric_;
@@ -112,9 +153,14 @@ class Csv {
 
   explicit Csv(const FormatChoices&) {}
 
-  void append_field(std::string_view value, std::string& out) const {
+  // A value without any stands as it is.
+  static bool has_special(std::string_view value) {
     static constexpr Specials specials(",\"\r\n");
-    if (!specials.has_any_of(value)) {
+    return specials.has_any_of(value);
+  }
+
+  void append_field(std::string_view value, std::string& out) const {
+    if (!has_special(value)) {
       out += value;
       return;
     }
@@ -135,9 +181,9 @@ class Tsv {
 
   explicit Tsv(const FormatChoices& choices) : in_code_page_(choices.in_code_page) {}
 
+  static bool has_special(std::string_view value) { return specials.has_any_of(value); }
+
   void append_field(std::string_view value, std::string& out) const {
-    static constexpr std::string_view characters = "\t\n\r\\";
-    static constexpr Specials specials(characters);
     for (std::size_t i = 0; i < value.size(); ++i) {
       const char c = value[i];
       // The second byte of a character of the code page may look like a backslash.
@@ -153,6 +199,9 @@ class Tsv {
   }
 
  private:
+  static constexpr std::string_view characters = "\t\n\r\\";
+  static constexpr Specials specials = Specials(characters);
+
   bool in_code_page_;
 };
 
@@ -164,6 +213,7 @@ class Lines : public RecordFormat {
         const FormatChoices& choices)
       : names_(names.begin(), names.end()),
         texts_(texts_of(items)),
+        written_(items.size()),
         form_(choices),
         header_(choices.header) {}
 
@@ -184,7 +234,57 @@ class Lines : public RecordFormat {
     });
   }
 
+  // First each column, then the rows: so a loop has one kind of value, and a row consists of texts
+  // that are only copied.
+  void append_rows(std::span<const RecordColumn> columns, std::size_t rows,
+                   std::string& out) override {
+    std::size_t bytes = rows * (columns.size() + Form::line_end.size()) + TextBlock::overhang;
+    fields_.clear();
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      fields_.push_back(as_written(columns[i], rows, i));
+      bytes += fields_.back()->bytes();
+    }
+    if (columns.size() == 1) bytes += rows * Form::lone_empty.size();
+    const std::size_t begin = out.size();
+    out.resize(begin + bytes);
+    char* end = out.data() + begin;
+    for (std::size_t row = 0; row < rows; ++row) {
+      const char* const line = end;
+      for (const TextBlock* field : fields_) {
+        end = sources::copy_text((*field)[row], end);
+        *end++ = Form::separator;
+      }
+      --end;
+      if (columns.size() == 1 && end == line) end = put(Form::lone_empty, end);
+      end = put(Form::line_end, end);
+    }
+    out.resize(static_cast<std::size_t>(end - out.data()));
+  }
+
  private:
+  static char* put(std::string_view text, char* out) {
+    return std::copy(text.begin(), text.end(), out);
+  }
+
+  // The values of a column as they stand in lines: most often just as they are.
+  const TextBlock* as_written(const RecordColumn& column, std::size_t rows, std::size_t i) {
+    if (column.shape.only_plain && texts_[i].keeps_values()) return column.texts;
+    if (written_[i] == nullptr) written_[i] = std::make_unique<TextBlock>();
+    texts_[i].convert(column, rows, *written_[i],
+                      [this](std::string_view text, TextBlock& to) { frame(text, to); });
+    return written_[i].get();
+  }
+
+  void frame(std::string_view text, TextBlock& to) {
+    if (!Form::has_special(text)) {
+      to.add(text);
+      return;
+    }
+    framed_.clear();
+    form_.append_field(text, framed_);
+    to.add_copy(framed_);
+  }
+
   template <typename Append>
   void append_line(std::span<const std::string_view> fields, std::string& out, Append append) {
     for (std::size_t i = 0; i < fields.size(); ++i) {
@@ -199,6 +299,9 @@ class Lines : public RecordFormat {
 
   std::vector<std::string_view> names_;
   std::vector<ValueText> texts_;
+  std::vector<std::unique_ptr<TextBlock>> written_;  // columns that are not written as they are
+  std::vector<const TextBlock*> fields_;             // of rows that are put together
+  std::string framed_;
   Form form_;
   bool header_;
 };
@@ -312,6 +415,15 @@ class SqlInserts : public RecordFormat {
 };
 
 }  // namespace
+
+void RecordFormat::append_rows(std::span<const RecordColumn> columns, std::size_t rows,
+                               std::string& out) {
+  row_.resize(columns.size());
+  for (std::size_t row = 0; row < rows; ++row) {
+    for (std::size_t i = 0; i < columns.size(); ++i) row_[i] = (*columns[i].texts)[row];
+    append(row_, out);
+  }
+}
 
 std::string sql_table(const FormatChoices& choices, const Layout& layout) {
   if (!choices.table.empty()) return quoted_path(choices.table);

@@ -9,6 +9,8 @@
 
 #include "courses/steps.h"
 #include "host/records/prepared_layout.h"
+#include "host/sources/text_block.h"
+#include "host/sources/text_facts.h"
 
 namespace korvex::host {
 
@@ -23,6 +25,12 @@ inline const std::vector<std::pair<std::string, Dialect>> dialect_names = {
     {"sql", Dialect::sql},
 };
 
+// The values of an item in some records.
+struct RecordColumn {
+  const sources::TextBlock* texts = nullptr;
+  sources::TextShape shape;  // of those that are not empty
+};
+
 // Writes records in one dialect, with the texts that a load would store. Names and values are
 // handed over in the encoding that is to be written; an empty value is an empty field, in JSON and
 // SQL null.
@@ -33,6 +41,11 @@ class RecordFormat {
   // Appends what comes before the first record, a record, what comes after the last.
   virtual void begin(std::string&) {}
   virtual void append(std::span<const std::string_view> values, std::string& out) = 0;
+
+  // The same for so many records at once, whose values are the first ones of each column. Does not
+  // tell where fields end.
+  virtual void append_rows(std::span<const RecordColumn> columns, std::size_t rows,
+                           std::string& out);
   virtual void end(std::string&) {}
 
   // The next record is this one, counted from 0: what is written from here on is what would have
@@ -50,6 +63,7 @@ class RecordFormat {
 
  private:
   std::vector<std::size_t>* ends_ = nullptr;
+  std::vector<std::string_view> row_;
 };
 
 struct FormatChoices {

@@ -9,6 +9,8 @@
 
 namespace korvex::host {
 
+using sources::TextBlock;
+
 namespace {
 
 // The engine's values are right by themselves, and those of rows were read as a whole.
@@ -25,7 +27,10 @@ RecordSource::RecordSource(PreparedLayout& prepared)
   if (!prepared.is_plain()) {
     for (const PreparedItem& item : prepared.items()) {
       rules_.emplace_back();
-      if (!is_checked_before(item)) rules_.back().emplace(*item.item, prepared.layout());
+      if (is_checked_before(item)) continue;
+      ValueRule rule(*item.item, prepared.layout());
+      const sources::Field& field = *prepared.fields()[rules_.size() - 1];
+      if (!rule.fits(field.source().shape())) rules_.back() = std::move(rule);
     }
   }
   seek(0);
@@ -34,6 +39,8 @@ RecordSource::RecordSource(PreparedLayout& prepared)
 void RecordSource::seek(std::uint64_t record) {
   next_ = std::min(record, end_);
   failure_.clear();
+  rows_ = 0;
+  tried_rows_ = 1;
   if (!prepared_.is_plain()) return;
   prepared_.run().seek(next_);
   check_interruption();
@@ -49,22 +56,61 @@ bool RecordSource::next(std::vector<std::string_view>& values) {
 }
 
 bool RecordSource::next_of_fields(std::vector<std::string_view>& values) {
-  const auto& fields = prepared_.fields();
-  values.resize(fields.size());
+  if (next_ - first_row_ >= rows_ && make_rows(TextBlock::most_texts) == 0) return false;
+  const std::size_t row = next_ - first_row_;
+  values.resize(rules_.size());
+  for (std::size_t i = 0; i < values.size(); ++i) values[i] = column(i)[row];
+  ++next_;
+  return true;
+}
+
+std::size_t RecordSource::next_rows(std::uint64_t most) {
+  const std::size_t rows = make_rows(most);
+  next_ += rows;
+  return rows;
+}
+
+// Beginning with one row, since whoever looks at a few does not wait for many; and again with one
+// where a value of the first row stands in the way of all.
+std::size_t RecordSource::make_rows(std::uint64_t most) {
+  first_row_ = next_;
+  rows_ = 0;
+  while (rows_ == 0 && next_ != end_ && failure_.empty()) {
+    const auto tried =
+        static_cast<std::size_t>(std::min({std::uint64_t{tried_rows_}, most, end_ - next_}));
+    for (const auto& field : prepared_.fields()) field->expect(next_, tried);
+    rows_ = tried;
+    for (std::size_t i = 0; i < rules_.size(); ++i) rows_ = fitting_rows(i, rows_);
+    if (rows_ == 0 && tried == 1) tell_failure();
+    tried_rows_ = rows_ < tried ? std::max<std::size_t>(rows_, 1)
+                                : std::min(2 * tried_rows_, TextBlock::most_texts);
+  }
+  return rows_;
+}
+
+// So many of the first rows have a value of the item that can be made, and that may stand there.
+std::size_t RecordSource::fitting_rows(std::size_t item, std::size_t rows) const {
+  const TextBlock& texts = column(item);
+  rows = std::min(rows, texts.size());
+  if (!rules_[item]) return rows;
+  std::size_t row = 0;
+  while (row < rows && !rules_[item]->fault(texts[row])) ++row;
+  return row;
+}
+
+// Of the next record: the first of its items whose value cannot be made or is wrong.
+void RecordSource::tell_failure() {
   std::size_t i = 0;
   try {
-    for (; i < values.size(); ++i) {
-      values[i] = fields[i]->text_or_empty(next_);
-      if (!rules_[i]) continue;
-      if (const auto fault = rules_[i]->fault(values[i])) throw BadValue("the value " + *fault);
+    for (; i < rules_.size(); ++i) {
+      const std::string_view text = prepared_.fields()[i]->text_or_empty(next_);
+      const auto fault = rules_[i] ? rules_[i]->fault(text) : std::nullopt;
+      if (fault) throw BadValue("the value " + *fault);
     }
   } catch (const BadValue& bad) {
     failure_ = "record " + std::to_string(next_ + 1) + ", item " +
                platform::printable(prepared_.items()[i].item->name) + ": " + bad.what();
-    return false;
   }
-  ++next_;
-  return true;
 }
 
 }  // namespace korvex::host

@@ -26,6 +26,16 @@ class RecordSource {
   // are valid until the next call. False at the end, and after a failure.
   bool next(std::vector<std::string_view>& values);
 
+  // The values of the next records, at most so many, as columns: so many rows are answered, whose
+  // texts stand until the next call. None at the end, and after a failure. Not for a plain layout,
+  // whose engine makes whole records.
+  std::size_t next_rows(std::uint64_t most);
+
+  // The values of an item in these rows; an empty one where there is none.
+  const sources::TextBlock& column(std::size_t item) const {
+    return prepared_.fields()[item]->expected_texts();
+  }
+
   // Goes to a record, counted from 0, or to the end of all. Any order of records will do.
   void seek(std::uint64_t record);
 
@@ -39,12 +49,19 @@ class RecordSource {
 
  private:
   bool next_of_fields(std::vector<std::string_view>& values);
+  std::size_t make_rows(std::uint64_t most);
+  std::size_t fitting_rows(std::size_t item, std::size_t rows) const;
+  void tell_failure();
 
   PreparedLayout& prepared_;
   std::uint64_t next_ = 0;
   std::uint64_t end_;
   // Of the values that were not looked at before, side by side with the fields.
   std::vector<std::optional<ValueRule>> rules_;
+  // Of fields: the rows that are made, and how many are tried next.
+  std::uint64_t first_row_ = 0;
+  std::size_t rows_ = 0;
+  std::size_t tried_rows_ = 1;
   std::string failure_;
 };
 

@@ -60,14 +60,13 @@ std::optional<std::string> find_fault(const TextList& texts, std::size_t first_l
   return std::nullopt;
 }
 
-TextList column_of(const sets::ValueTable& table, std::size_t column,
-                   std::shared_ptr<const void> owner) {
+TextList column_of(const sets::ValueTable& table, std::size_t column) {
   std::vector<std::string_view> texts;
   texts.reserve(table.row_count());
   for (std::size_t row = 0; row < table.row_count(); ++row) {
     texts.push_back(table.value(row, column));
   }
-  return {std::move(owner), std::move(texts)};
+  return TextList::of_texts(texts);
 }
 
 std::vector<ways::Fraction> weights_of(const sets::ValueTable& table) {
@@ -95,7 +94,7 @@ std::optional<RowValues> read_inline(const ListValues& list, const LayoutItem& i
   }
   if (errors.size() != errors_before) return std::nullopt;
   Rows rows = {std::to_string(texts.size()) + " values", {}};
-  return RowValues{list_source(TextList::of_values(std::move(texts)), item), {}, std::move(rows)};
+  return RowValues{list_source(TextList::of_values(texts), item), {}, std::move(rows)};
 }
 
 // A list's file, with what is said of it.
@@ -111,7 +110,7 @@ class ListReader {
     if (const int failure = platform::read_file(list_.file, content); failure != 0) {
       return fail(std::string(", which cannot be read: ") + std::strerror(failure));
     }
-    return list_.column ? read_column(std::move(content)) : read_lines(std::move(content));
+    return list_.column ? read_column(content) : read_lines(std::move(content));
   }
 
  private:
@@ -127,9 +126,8 @@ class ListReader {
     return finish(std::move(*lines), 1, {});
   }
 
-  std::optional<RowValues> read_column(std::string content) {
-    const auto owner = std::make_shared<const std::string>(std::move(content));
-    const auto read = sets::ValueTable::read(*owner);
+  std::optional<RowValues> read_column(const std::string& content) {
+    const auto read = sets::ValueTable::read(content);
     if (const auto* fault = std::get_if<sets::TableFault>(&read)) {
       return fail(": line " + std::to_string(fault->line) + ": " + fault->text);
     }
@@ -141,7 +139,7 @@ class ListReader {
                              "\", expected one of " + list_names(table.columns())});
       return std::nullopt;
     }
-    return finish(column_of(table, *column, owner), 2, weights_of(table));
+    return finish(column_of(table, *column), 2, weights_of(table));
   }
 
   std::optional<RowValues> finish(TextList texts, std::size_t first_line,
@@ -183,8 +181,7 @@ std::optional<RowValues> read_rows(const BuiltinValues& builtin, const LayoutIte
   }
   const sets::Column column = std::get<sets::Column>(found);
   const sets::ValueTable table = sets::read_table(*column.table);
-  // The texts are in the program, or are kept as long as it runs.
-  TextList texts = column_of(table, column.column, nullptr);
+  TextList texts = column_of(table, column.column);
   if (const auto fault = find_fault(texts, 2, item, layout)) {
     errors.push_back(
         {builtin.set.place, of_item(item) + "set \"" + builtin.set.text + "\": " + *fault});

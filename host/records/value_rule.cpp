@@ -36,6 +36,13 @@ ValueRule::ValueRule(const LayoutItem& item, const Layout& layout)
       moments_(moments_of(item, layout)),
       list_rule_(listed(item.attributes)) {}
 
+bool ValueRule::fits(const sources::TextShape& shape) const {
+  if (!shape.size) return false;
+  if (is_text_) return *shape.size <= most_;
+  // Of digits, their number alone decides.
+  return shape.only_digits && moments_ == nullptr && !fault(std::string(*shape.size, '9'));
+}
+
 std::optional<std::string> ValueRule::fault(std::string_view text) const {
   if (text.empty() || (is_text_ && text.size() <= most_)) return std::nullopt;
   if (is_text_ && layout_->is_utf8) {

@@ -7,6 +7,7 @@
 
 #include "host/layout/layout.h"
 #include "host/sources/scale.h"
+#include "host/sources/text_facts.h"
 #include "lists/enumeration_value.h"
 
 namespace korvex::host {
@@ -20,6 +21,9 @@ class ValueRule {
   // Why the text cannot be in the item: "has 31 characters, expected at most 30"; nothing when
   // it can.
   std::optional<std::string> fault(std::string_view text) const;
+
+  // Whether all texts of a shape can stand in the item; false where it does not tell.
+  bool fits(const sources::TextShape& shape) const;
 
  private:
   const Layout* layout_;

@@ -45,7 +45,7 @@ class ChildrenSource : public Source {
   bool all_have_values() const {
     const Groups& groups = *children_.groups;
     return groups.have_all() && groups.parents_with_records().least >= groups.parents() &&
-           children_.key == nullptr && children_.field->text_facts().shape.never_empty;
+           children_.key == nullptr && children_.field->shape().never_empty;
   }
 
  private:
@@ -84,9 +84,12 @@ class CountSource : public ChildrenSource {
     out.append(digits.data(), end.ptr);
   }
 
+  TextShape shape() const override {
+    return {.never_empty = true, .size = {}, .only_digits = true, .only_plain = true};
+  }
+
   TextFacts text_facts() const override {
     TextFacts text_facts;
-    text_facts.shape = {.never_empty = true, .size = {}, .only_digits = true};
     text_facts.values.most = sum(most_children(), 1);
     return text_facts;
   }
@@ -126,10 +129,11 @@ class ExtremeSource : public ChildrenSource {
     if (extreme) out += text_;
   }
 
+  TextShape shape() const override { return {.never_empty = all_have_values(), .size = {}}; }
+
   TextFacts text_facts() const override {
     TextFacts text_facts;
     text_facts.values.most = values().most;
-    text_facts.shape.never_empty = all_have_values();
     return text_facts;
   }
 

@@ -1,6 +1,7 @@
 #include "host/sources/field.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include "host/sources/saturating.h"
 
@@ -9,13 +10,65 @@ namespace korvex::sources {
 void Field::make_text(std::uint64_t record) {
   latest_record_ = endless;  // as long as there is no text
   text_.clear();
-  bool is_empty = false;
-  for (const auto& emptiness : emptiness_) is_empty = is_empty || emptiness->is_empty(record);
-  if (!is_empty) {
+  if (!is_left_empty(record)) {
     const std::uint64_t index = way_->index(record);
     if (index != no_index) source_->append(index, text_);
   }
   latest_record_ = record;
+}
+
+bool Field::is_left_empty(std::uint64_t record) {
+  return std::any_of(emptiness_.begin(), emptiness_.end(),
+                     [record](const auto& emptiness) { return emptiness->is_empty(record); });
+}
+
+void Field::expect(std::uint64_t first, std::size_t count) {
+  if (expected_ == nullptr) expected_ = std::make_unique<Expected>();
+  expected_->first = first;
+  expected_->count = count;
+  expected_->is_made = false;
+}
+
+void Field::make_expected() {
+  const auto records = std::span(expected_->records).first(expected_->count);
+  std::iota(records.begin(), records.end(), expected_->first);
+  expected_->texts.clear();
+  try {
+    append_all(records, expected_->texts);
+  } catch (const BadValue&) {
+    // Of a record without a text here: it is met when that one is made by itself.
+  }
+  expected_->is_made = true;
+}
+
+// Those with a value go to the source together, as far as they stand in a row.
+void Field::append_all(std::span<const std::uint64_t> records, TextBlock& out) {
+  indices_.assign(records.begin(), records.end());
+  way_->take(indices_);
+  const std::span<const std::uint64_t> indices = indices_;
+  if (emptiness_.empty() && way_->gives_all()) return source_->append_all(indices, out);
+  const auto is_empty = [&](std::size_t i) {
+    return indices[i] == no_index || is_left_empty(records[i]);
+  };
+  std::size_t begin = 0;
+  while (begin < records.size()) {
+    std::size_t end = begin;
+    while (end < records.size() && !is_empty(end)) ++end;
+    const std::size_t size_before = out.size();
+    if (end > begin) source_->append_all(indices.subspan(begin, end - begin), out);
+    if (out.size() - size_before < end - begin || out.is_full()) return;
+    if (end < records.size()) out.add_empty();
+    begin = end + 1;
+  }
+}
+
+TextShape Field::shape() const {
+  TextShape shape = source_->shape();
+  shape.never_empty = shape.never_empty && way_->gives_all() &&
+                      std::all_of(emptiness_.begin(), emptiness_.end(), [](const auto& emptiness) {
+                        return emptiness->gaps() == 0 && emptiness->end() == endless;
+                      });
+  return shape;
 }
 
 const TextFacts& Field::text_facts() const {
@@ -30,7 +83,7 @@ TextFacts Field::foresee_on_way() const {
   TextFacts field = source_->text_facts();
   if (indices.least < period) {
     // Which of the texts are taken is unknown, unless they all differ.
-    const bool differ = source_->uniqueness().different >= period && field.shape.never_empty;
+    const bool differ = source_->uniqueness().different >= period && source_->shape().never_empty;
     field.values = {differ ? indices.least : 0, std::min(field.values.most, indices.most)};
   }
   field.end = way_->end();
@@ -44,8 +97,7 @@ TextFacts Field::foresee_on_way() const {
 
 TextFacts Field::foresee() const {
   TextFacts field = source_->period() ? foresee_on_way() : source_->text_facts();
-  if (field.shape.never_empty) field.gaps = way_->gaps();
-  field.shape.never_empty = field.shape.never_empty && way_->gives_all();
+  if (source_->shape().never_empty) field.gaps = way_->gaps();
   for (const std::unique_ptr<Emptiness>& emptiness : emptiness_) {
     field.end = std::min(field.end, emptiness->end());
     field.gaps = sum(field.gaps, emptiness->gaps());
@@ -56,7 +108,6 @@ TextFacts Field::foresee() const {
     field.follows = nullptr;
   }
   const bool has_empty = field.gaps > 0 || field.end != endless;
-  if (has_empty) field.shape.never_empty = false;
   // Emptiness may hide values.
   if (!emptiness_.empty() && has_empty) {
     field.values.least = 0;
@@ -70,7 +121,7 @@ TextFacts Field::foresee() const {
 bool Field::tells_index() const {
   const TextFacts& field = text_facts();
   return emptiness_.empty() ||
-         (field.gaps <= 1 && field.end == endless && source_->text_facts().shape.never_empty);
+         (field.gaps <= 1 && field.end == endless && source_->shape().never_empty);
 }
 
 void Field::tell(Dependencies& dependencies) const {
@@ -85,7 +136,7 @@ void Field::tell_of_values(Dependencies& dependencies) const {
   }
   way_->tell(dependencies);
   // Where a text may be empty for an index, the records without an index look like that.
-  const bool is_end_seen = source_->text_facts().shape.never_empty || way_->gives_all();
+  const bool is_end_seen = source_->shape().never_empty || way_->gives_all();
   const std::uint64_t told = is_end_seen ? endless : way_->gaps() > 0 ? 0 : way_->end();
   const std::uint64_t different = source_->uniqueness().different;
   if (different >= *source_->period()) {

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,8 +30,9 @@ class Field {
     text_facts_.reset();
   }
 
-  // The text of a record; nothing where it has no value. Valid until the next record is asked for:
-  // until then it costs nothing to ask again. Empty or not, a record uses up its index.
+  // The text of a record; nothing where it has no value. Valid until the next record is asked for,
+  // or until others are expected: until then it costs nothing to ask again. Empty or not, a record
+  // uses up its index.
   std::optional<std::string_view> text(std::uint64_t record) {
     const std::string_view text = text_or_empty(record);
     return text.empty() ? std::nullopt : std::optional(text);
@@ -36,12 +40,34 @@ class Field {
 
   // The same with an empty text where there is no value.
   std::string_view text_or_empty(std::uint64_t record) {
+    if (expected_ != nullptr && record - expected_->first < expected_->count) {
+      const TextBlock& texts = expected_texts();
+      const std::size_t place = record - expected_->first;
+      if (place < texts.size()) return texts[place];
+    }
     if (latest_record_ != record) make_text(record);
     return text_;
   }
 
   // Whether any record may have the text: false where it is known that none has.
   bool may_have(std::string_view text) { return !text.empty() && source_->may_give(text); }
+  // These records in a row, at most as many as a block has texts, are going to be asked for: their
+  // texts are made together, which takes less time, and are valid until others are expected.
+  void expect(std::uint64_t first, std::size_t count);
+
+  // The texts of the first of the expected records, empty ones where there is no value: fewer than
+  // expected, perhaps none, where a value can't be made or where they take much memory.
+  const TextBlock& expected_texts() {
+    if (!expected_->is_made) make_expected();
+    return expected_->texts;
+  }
+
+  // Adds the texts of some records to a block with room for so many, empty ones where there is no
+  // value. May stop before the last one, as a source may.
+  void append_all(std::span<const std::uint64_t> records, TextBlock& out);
+
+  // Of the texts of all records.
+  TextShape shape() const;
 
   // Found out when it is asked for the first time.
   const TextFacts& text_facts() const;
@@ -70,7 +96,18 @@ class Field {
   Thing thing() const { return {this}; }
 
  private:
+  // Records in a row, and their texts once one of them was asked for.
+  struct Expected {
+    std::uint64_t first = 0;
+    std::size_t count = 0;
+    bool is_made = false;
+    std::array<std::uint64_t, TextBlock::most_texts> records;
+    TextBlock texts;
+  };
+
   void make_text(std::uint64_t record);
+  void make_expected();
+  bool is_left_empty(std::uint64_t record);
   TextFacts foresee() const;
   TextFacts foresee_on_way() const;
   bool tells_index() const;
@@ -81,6 +118,8 @@ class Field {
   mutable std::optional<TextFacts> text_facts_;
   std::uint64_t latest_record_ = endless;  // none yet
   std::string text_;
+  std::unique_ptr<Expected> expected_;
+  std::vector<std::uint64_t> indices_;  // of records that are asked for together
 };
 
 }  // namespace korvex::sources

@@ -14,13 +14,19 @@ class KeySource : public Source {
     out += field_.text_or_empty(index);
   }
 
+  void append_all(std::span<const std::uint64_t> indices, TextBlock& out) override {
+    field_.append_all(indices, out);
+  }
+
   std::optional<std::uint64_t> period() const override { return records_; }
   bool may_give(std::string_view text) override { return field_.may_have(text); }
+
+  TextShape shape() const override { return field_.shape(); }
 
   TextFacts text_facts() const override {
     TextFacts text_facts = field_.text_facts();
     const std::uint64_t different = uniqueness().different;
-    if (different >= records_ && text_facts.shape.never_empty) {
+    if (different >= records_ && shape().never_empty) {
       text_facts.values = Count::of(records_);
     } else if (records_ < text_facts.all_after) {
       text_facts.values = {0, std::min(records_, text_facts.values.most)};

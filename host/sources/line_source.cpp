@@ -21,9 +21,13 @@ class LineSource : public Source {
 
   std::optional<std::uint64_t> period() const override { return std::nullopt; }
 
+  TextShape shape() const override {
+    return {
+        .never_empty = groups_->have_all(), .size = {}, .only_digits = true, .only_plain = true};
+  }
+
   TextFacts text_facts() const override {
     TextFacts text_facts;
-    text_facts.shape = {.never_empty = groups_->have_all(), .size = {}, .only_digits = true};
     text_facts.values = groups_->largest();
     text_facts.all_after = groups_->records();
     if (!groups_->have_all()) text_facts.gaps = text_facts.least_empty = 1;

@@ -29,10 +29,11 @@ class OffsetSource : public Source {
 
   std::optional<std::uint64_t> period() const override { return std::nullopt; }
 
+  TextShape shape() const override { return {.never_empty = of_.shape().never_empty, .size = {}}; }
+
   TextFacts text_facts() const override {
     const TextFacts& of = of_.text_facts();
     TextFacts text_facts;
-    text_facts.shape.never_empty = of.shape.never_empty;
     text_facts.end = of.end;
     text_facts.gaps = of.gaps;
     text_facts.least_empty = of.least_empty;

@@ -2,11 +2,13 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 
 #include "host/sources/dependencies.h"
+#include "host/sources/text_block.h"
 
 namespace korvex::sources {
 
@@ -25,9 +27,17 @@ class Source {
   // where there is no value.
   virtual void append(std::uint64_t index, std::string& out) = 0;
 
+  // Adds the texts at some indices to a block with room for so many, empty ones where there is no
+  // value. May stop before the last one when the block is full, or with a BadValue at the one that
+  // can't be made. The same as one by one; a source that can do it in less time has its own.
+  virtual void append_all(std::span<const std::uint64_t> indices, TextBlock& out);
+
   // How many indices there are; nothing for a source that follows the record itself, whose index is
   // the record's number.
   virtual std::optional<std::uint64_t> period() const = 0;
+
+  // What is known of every text, without much ado.
+  virtual TextShape shape() const { return {}; }
 
   // What is known of the texts if their indices are taken one after the other. Emptiness is counted
   // by `never_empty` alone, and a source with a period need not tell its cycle.

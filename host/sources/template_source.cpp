@@ -42,6 +42,7 @@ class TemplateSource : public Source {
     return !is_as_it_is || part.field == nullptr || part.field->may_have(text);
   }
 
+  TextShape shape() const override;
   TextFacts text_facts() const override;
   void tell(Dependencies& dependencies, Thing text) const override;
   std::string course(std::uint64_t records) const override {
@@ -53,7 +54,6 @@ class TemplateSource : public Source {
  private:
   // The field that alone decides the text, and can be told from it; null for any other template.
   const Field* only_field() const;
-  TextShape shape() const;
   void foresee_empty(const std::vector<const Field*>& fields, TextFacts& whole) const;
   static void append_filtered(std::string_view text, const std::vector<Filter>& filters,
                               std::string& out) {
@@ -78,7 +78,7 @@ struct PartShape {
 
 PartShape shape_of(const ComposedPart& part) {
   if (part.field == nullptr) return {};
-  PartShape shape = {true, part.filters.empty(), part.field->text_facts().shape};
+  PartShape shape = {true, part.filters.empty(), part.field->shape()};
   // Filters leave digits alone. Of other letters they may change the size, and make digits of
   // others.
   shape.is_unchanged = shape.is_unchanged || shape.text.only_digits;
@@ -123,7 +123,6 @@ TextFacts TemplateSource::text_facts() const {
     if (part.field != nullptr) fields.push_back(part.field);
   }
   TextFacts text_facts;
-  text_facts.shape = shape();
   if (const Field* field = only_field()) {
     text_facts.values = field->text_facts().values;
     text_facts.all_after = field->text_facts().all_after;
@@ -175,7 +174,7 @@ void TemplateSource::foresee_empty(const std::vector<const Field*>& fields,
 // Literals make a text only beside a field that has one, or when there are no fields.
 TextShape TemplateSource::shape() const {
   constexpr TextShape nothing = {
-      .never_empty = true, .size = 0, .only_digits = true, .no_digits = true};
+      .never_empty = true, .size = 0, .only_digits = true, .no_digits = true, .only_plain = true};
   TextShape whole = nothing;
   whole.never_empty = parts_.size() == 1 && parts_.front().field == nullptr;
   for (const ComposedPart& part : parts_) {
@@ -187,6 +186,8 @@ TextShape TemplateSource::shape() const {
                         std::all_of(part.literal.begin(), part.literal.end(), platform::is_digit);
     whole.no_digits = whole.no_digits && text.no_digits &&
                       std::none_of(part.literal.begin(), part.literal.end(), platform::is_digit);
+    whole.only_plain = whole.only_plain && text.only_plain &&
+                       std::all_of(part.literal.begin(), part.literal.end(), is_plain);
   }
   return whole;
 }

@@ -23,7 +23,20 @@ class ListSource : public Source {
     out += list_[static_cast<std::size_t>(index)];
   }
 
+  void append_all(std::span<const std::uint64_t> indices, TextBlock& out) override {
+    const std::span<const std::string_view> texts = list_.texts();
+    for (const std::uint64_t index : indices) {
+      if (out.is_full()) return;
+      out.add(texts[static_cast<std::size_t>(index)]);
+    }
+  }
+
   std::optional<std::uint64_t> period() const override { return list_.size(); }
+
+  TextShape shape() const override {
+    if (!shape_) shape_ = list_.shape();
+    return *shape_;
+  }
 
   TextFacts text_facts() const override {
     if (!text_facts_) text_facts_ = list_.text_facts(comparison_);
@@ -42,6 +55,7 @@ class ListSource : public Source {
  private:
   TextList list_;
   Comparison comparison_;
+  mutable std::optional<TextShape> shape_;
   mutable std::optional<TextFacts> text_facts_;
   mutable std::optional<Uniqueness> uniqueness_;
 };
@@ -49,8 +63,11 @@ class ListSource : public Source {
 TextShape shape_of(std::span<const std::string_view> texts) {
   TextShape shape = {
       .never_empty = true, .size = texts.front().size(), .only_digits = true, .no_digits = true};
+  shape.only_plain = std::all_of(texts.begin(), texts.end(), [](std::string_view text) {
+    return std::all_of(text.begin(), text.end(), is_plain);
+  });
   for (const std::string_view text : texts) {
-    if (text.empty()) return {};
+    if (text.empty()) return {.size = {}, .only_plain = shape.only_plain};
     if (text.size() != shape.size) shape.size.reset();
     shape.only_digits =
         shape.only_digits && std::all_of(text.begin(), text.end(), platform::is_digit);
@@ -61,13 +78,28 @@ TextShape shape_of(std::span<const std::string_view> texts) {
 
 }  // namespace
 
-TextList::TextList(std::shared_ptr<const void> owner, std::vector<std::string_view> texts)
-    : owner_(std::move(owner)),
+TextList::TextList(std::shared_ptr<const std::string> bytes, std::vector<std::string_view> texts)
+    : bytes_(std::move(bytes)),
       texts_(std::make_shared<const std::vector<std::string_view>>(std::move(texts))) {}
 
-TextList TextList::of_values(std::vector<std::string> values) {
-  const auto owner = std::make_shared<const std::vector<std::string>>(std::move(values));
-  return TextList(owner, {owner->begin(), owner->end()});
+TextList TextList::of_texts(std::span<const std::string_view> texts) {
+  std::size_t size = TextBlock::overhang;
+  for (const std::string_view text : texts) size += text.size();
+  const auto bytes = std::make_shared<std::string>();
+  bytes->reserve(size);
+  std::vector<std::string_view> copies;
+  copies.reserve(texts.size());
+  for (const std::string_view text : texts) {
+    copies.emplace_back(bytes->data() + bytes->size(), text.size());
+    *bytes += text;
+  }
+  bytes->resize(size);
+  return TextList(bytes, std::move(copies));
+}
+
+TextList TextList::of_values(const std::vector<std::string>& values) {
+  const std::vector<std::string_view> texts(values.begin(), values.end());
+  return of_texts(texts);
 }
 
 bool TextList::has(std::string_view text) const {
@@ -75,8 +107,10 @@ bool TextList::has(std::string_view text) const {
 }
 
 ways::Result<TextList> TextList::of_lines(std::string content) {
-  const auto owner = std::make_shared<const std::string>(std::move(content));
-  std::string_view rest = *owner;
+  const std::size_t size = content.size();
+  content.resize(size + TextBlock::overhang);
+  const auto bytes = std::make_shared<const std::string>(std::move(content));
+  std::string_view rest = std::string_view(*bytes).substr(0, size);
   platform::skip_byte_order_mark(rest);
   std::vector<std::string_view> lines;
   while (!rest.empty()) {
@@ -86,7 +120,7 @@ ways::Result<TextList> TextList::of_lines(std::string content) {
       return ways::Refusal{"line " + std::to_string(lines.size()) + " is not UTF-8"};
     }
   }
-  return TextList(owner, std::move(lines));
+  return TextList(bytes, std::move(lines));
 }
 
 // Numbers without signs and zeros that say nothing.
@@ -103,8 +137,10 @@ TextList TextList::compared(Comparison comparison) const {
       texts.back() = text;
     }
   }
-  return of_values(std::move(texts));
+  return of_values(texts);
 }
+
+TextShape TextList::shape() const { return shape_of(*texts_); }
 
 TextFacts TextList::text_facts(Comparison comparison) const {
   const TextList same = compared(comparison);
@@ -113,7 +149,6 @@ TextFacts TextList::text_facts(Comparison comparison) const {
   const auto end = std::unique(sorted.begin(), sorted.end());
   const bool has_empty = !sorted.empty() && sorted.front().empty();
   TextFacts text_facts;
-  text_facts.shape = shape_of(*texts_);
   text_facts.values = Count::of(static_cast<std::size_t>(end - sorted.begin()) - has_empty);
   return text_facts;
 }

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,10 +17,9 @@ namespace korvex::sources {
 // Texts in a row, which copies of the list share.
 class TextList {
  public:
-  // `owner` keeps the bytes of the texts: a column of a table, for instance.
-  TextList(std::shared_ptr<const void> owner, std::vector<std::string_view> texts);
-
-  static TextList of_values(std::vector<std::string> values);
+  // Of copies, one after the other.
+  static TextList of_texts(std::span<const std::string_view> texts);
+  static TextList of_values(const std::vector<std::string>& values);
 
   // The lines of a text file, which end with LF or CRLF, the last one perhaps with neither. A mark
   // of UTF-8 at the begin is left out. Refused is what is not UTF-8, with the number of its line.
@@ -29,16 +29,21 @@ class TextList {
   std::string_view operator[](std::size_t i) const { return (*texts_)[i]; }
 
   bool has(std::string_view text) const;
+  // Each with the overhang that a block asks for.
+  std::span<const std::string_view> texts() const { return *texts_; }
 
   // What is known of them, one after the other. Looks at them all.
+  TextShape shape() const;
   TextFacts text_facts(Comparison comparison) const;
   Uniqueness uniqueness(Comparison comparison) const;
 
  private:
+  TextList(std::shared_ptr<const std::string> bytes, std::vector<std::string_view> texts);
+
   // One text for all that are the same.
   TextList compared(Comparison comparison) const;
 
-  std::shared_ptr<const void> owner_;
+  std::shared_ptr<const std::string> bytes_;
   std::shared_ptr<const std::vector<std::string_view>> texts_;
 };
 

@@ -14,8 +14,8 @@ struct Followers {
   std::uint64_t combinations;  // of their values
 };
 
-std::uint64_t values_and_none(const TextFacts& field) {
-  return sum(field.values.most, field.shape.never_empty ? 0 : 1);
+std::uint64_t values_and_none(const Field& field) {
+  return sum(field.text_facts().values.most, field.shape().never_empty ? 0 : 1);
 }
 
 // Whether two of all records are the same for certain, whatever their number.
@@ -47,7 +47,7 @@ std::uint64_t most_combinations(std::span<const Field* const> fields) {
   std::uint64_t combinations = 1;
   for (const Field* field : fields) {
     const TextFacts& text_facts = field->text_facts();
-    const std::uint64_t values = values_and_none(text_facts);
+    const std::uint64_t values = values_and_none(*field);
     const auto found = std::find_if(all.begin(), all.end(), [&](const Followers& followers) {
       return followers.way == text_facts.follows;
     });

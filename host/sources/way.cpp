@@ -9,7 +9,18 @@
 namespace korvex::sources {
 namespace {
 
-class Counting : public Way {
+// A way that takes records one by one, without a virtual call for each.
+template <class Own, class Base = Way>
+class OneByOne : public Base {
+ public:
+  using Base::Base;
+
+  void take(std::span<std::uint64_t> records) override {
+    for (std::uint64_t& record : records) record = static_cast<Own*>(this)->Own::index(record);
+  }
+};
+
+class Counting : public OneByOne<Counting> {
  public:
   std::uint64_t index(std::uint64_t record) override { return record; }
   Count indices() const override { return Count::of(endless); }
@@ -58,9 +69,9 @@ class InRounds : public Way {
   End end_;
 };
 
-class InOrder : public InRounds {
+class InOrder : public OneByOne<InOrder, InRounds> {
  public:
-  InOrder(std::uint64_t period, End end) : InRounds(period, end), rounds_(period) {}
+  InOrder(std::uint64_t period, End end) : OneByOne(period, end), rounds_(period) {}
 
   std::uint64_t index(std::uint64_t record) override {
     return is_over(record) ? no_index : rounds_.place_of(record);
@@ -76,13 +87,20 @@ class InOrder : public InRounds {
   ways::Rounds rounds_;
 };
 
-class Shuffled : public InRounds {
+class Shuffled : public OneByOne<Shuffled, InRounds> {
  public:
   Shuffled(ways::Key key, std::uint64_t period, End end)
-      : InRounds(period, end), shuffle_(key, period) {}
+      : OneByOne(period, end), shuffle_(key, period) {}
 
   std::uint64_t index(std::uint64_t record) override {
     return is_over(record) ? no_index : shuffle_.at(record);
+  }
+  void take(std::span<std::uint64_t> records) override {
+    if (stops()) {
+      OneByOne::take(records);
+    } else {
+      shuffle_.take(records);
+    }
   }
 
   std::string course() const override {
@@ -93,13 +111,20 @@ class Shuffled : public InRounds {
   ways::Shuffle shuffle_;
 };
 
-class Joint : public InRounds {
+class Joint : public OneByOne<Joint, InRounds> {
  public:
   Joint(std::shared_ptr<ways::JointShuffle> shuffle, std::size_t item, End end)
-      : InRounds(shuffle->combinations(), end), shuffle_(std::move(shuffle)), item_(item) {}
+      : OneByOne(shuffle->combinations(), end), shuffle_(std::move(shuffle)), item_(item) {}
 
   std::uint64_t index(std::uint64_t record) override {
     return is_over(record) ? no_index : shuffle_->at(record, item_);
+  }
+  void take(std::span<std::uint64_t> records) override {
+    if (stops()) {
+      OneByOne::take(records);
+    } else {
+      shuffle_->take(records, item_);
+    }
   }
   Count indices() const override { return Count::of(shuffle_->period(item_)); }
 
@@ -132,7 +157,7 @@ class Joint : public InRounds {
   std::size_t item_;
 };
 
-class Within : public Way {
+class Within : public OneByOne<Within> {
   static constexpr std::uint64_t nobody = endless;
 
  public:
@@ -169,7 +194,7 @@ class Within : public Way {
   std::shared_ptr<Groups> groups_;
 };
 
-class Random : public Way {
+class Random : public OneByOne<Random> {
  public:
   Random(ways::Key key, std::uint64_t period) : key_(key), period_(period) {}
 
@@ -185,7 +210,7 @@ class Random : public Way {
   std::uint64_t period_;
 };
 
-class ByZipf : public Way {
+class ByZipf : public OneByOne<ByZipf> {
  public:
   ByZipf(ways::Key key, std::uint64_t period, ways::Skew skew)
       : zipf_(key, period, skew), period_(period) {}
@@ -211,6 +236,7 @@ class Weighted : public Way {
   }
 
   std::uint64_t index(std::uint64_t record) override { return shares_.category_of(record); }
+  void take(std::span<std::uint64_t> records) override { shares_.take(records); }
 
   Count indices() const override { return Count::of(taken_); }
   std::string course() const override { return "drawn in exact shares"; }
@@ -227,7 +253,7 @@ class Weighted : public Way {
   std::uint64_t largest_ = 0;
 };
 
-class ParentOf : public Way {
+class ParentOf : public OneByOne<ParentOf> {
  public:
   explicit ParentOf(std::shared_ptr<Groups> groups) : groups_(std::move(groups)) {}
 
@@ -257,7 +283,7 @@ class ParentOf : public Way {
   std::shared_ptr<Groups> groups_;
 };
 
-class AnyBefore : public Way {
+class AnyBefore : public OneByOne<AnyBefore> {
  public:
   explicit AnyBefore(ways::Key key) : key_(key) {}
 

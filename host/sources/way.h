@@ -4,6 +4,7 @@
 #include <limits>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 
 #include "host/sources/dependencies.h"
@@ -26,6 +27,10 @@ class Way {
   // The index, below the period that the way was made for; `no_index` where all values are used up.
   // An optional number, which compilers put together in memory, took three times as long.
   virtual std::uint64_t index(std::uint64_t record) = 0;
+
+  // Makes each of some records its index: the same as one by one, in less time, above all for those
+  // in a row.
+  virtual void take(std::span<std::uint64_t> records) = 0;
 
   // So many of the first records have no index, and none from the end on; all others have one.
   virtual std::uint64_t gaps() const { return 0; }

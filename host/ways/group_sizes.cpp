@@ -138,9 +138,35 @@ GroupSizes::Block GroupSizes::block(std::uint64_t number) const {
   const std::uint64_t parents = end_parent - first_parent;
   const std::uint64_t first_record = records_before(first_parent);
   const std::uint64_t records = records_before(end_parent) - first_record;
-  const std::array<Sums, 2>& tables = tables_[parents - least_block_parents_];
-  const bool is_smaller = tables[0].back() == records;
-  return {number, first_parent, parents, first_record, &tables[is_smaller ? 0 : 1]};
+  const bool has_more_parents = parents > least_block_parents_;
+  return {.number = number,
+          .first_parent = first_parent,
+          .parents = parents,
+          .first_record = first_record,
+          .records = records,
+          .has_more_parents = has_more_parents,
+          .has_more_records = tables_[has_more_parents][0].back() != records};
+}
+
+// The parent that would have the record if all had the same part of them is in the right block,
+// since there these parts and the numbers of blocks add up alike.
+GroupSizes::Block GroupSizes::block_with(std::uint64_t record) const {
+  return block(
+      block_of(static_cast<std::uint64_t>(((Wide{record} + 1) * parents_ - 1) / records_)));
+}
+
+// The slot that has the record at a place of the block: the latest or one of the next, or searched
+// for among all.
+std::uint64_t GroupSizes::slot_with(const Sums& sums, std::uint64_t place) const {
+  constexpr std::uint64_t near = 8;
+  const std::uint64_t end = std::min<std::uint64_t>(latest_slot_ + near, sums.size() - 1);
+  if (latest_slot_ < end && sums[latest_slot_] <= place) {
+    for (std::uint64_t slot = latest_slot_; slot < end; ++slot) {
+      if (place < sums[slot + 1]) return slot;
+    }
+  }
+  const auto next = std::upper_bound(sums.begin(), sums.end(), place);
+  return static_cast<std::uint64_t>(next - sums.begin()) - 1;
 }
 
 // Which of all parents has a slot of its block's table.
@@ -155,25 +181,20 @@ std::uint64_t GroupSizes::slot_of(const Block& block, std::uint64_t parent) cons
   return orders_.of(block.parents, {.round = block.number}).place_of(place);
 }
 
-// The parent that would have the record if all had the same part of them is in the right block,
-// since there these parts and the numbers of blocks add up alike.
 Member GroupSizes::member(std::uint64_t record) const {
   assert(record < records_);
-  const auto even_parent =
-      static_cast<std::uint64_t>(((Wide{record} + 1) * parents_ - 1) / records_);
-  const Block found = block(block_of(even_parent));
-  const std::uint64_t place = record - found.first_record;
-  const Sums& sums = *found.sums;
-  const auto next = std::upper_bound(sums.begin(), sums.end(), place);
-  const auto slot = static_cast<std::uint64_t>(next - sums.begin()) - 1;
-  return {parent_at(found, slot), place - sums[slot], sums[slot + 1] - sums[slot]};
+  if (record - latest_.first_record >= latest_.records) latest_ = block_with(record);
+  const std::uint64_t place = record - latest_.first_record;
+  const Sums& sums = sums_of(latest_);
+  const std::uint64_t slot = latest_slot_ = slot_with(sums, place);
+  return {parent_at(latest_, slot), place - sums[slot], sums[slot + 1] - sums[slot]};
 }
 
 Members GroupSizes::members(std::uint64_t parent) const {
   assert(parent < parents_);
   const Block found = block(block_of(parent));
   const std::uint64_t slot = slot_of(found, parent);
-  const Sums& sums = *found.sums;
+  const Sums& sums = sums_of(found);
   return {found.first_record + sums[slot], sums[slot + 1] - sums[slot]};
 }
 

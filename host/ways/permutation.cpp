@@ -12,12 +12,12 @@
 namespace korvex::ways {
 namespace {
 
-// The fewer numbers, the longer two places of one remainder stay related.
-unsigned steps_for(std::uint64_t n) { return n <= 256 ? 10 : n <= 4096 ? 8 : 6; }
+constexpr unsigned few_steps = 6;
+constexpr unsigned some_steps = 8;
 
 }  // namespace
 
-std::uint64_t Permutation::Step::value(std::uint64_t half) const {
+inline std::uint64_t Permutation::Step::value(std::uint64_t half) const {
   std::uint64_t value = (half + key) * factor;
   value ^= value >> 32;
   return value * golden;
@@ -42,7 +42,8 @@ void Permutation::draw_table(std::uint64_t state) {
 }
 
 void Permutation::draw_steps(std::uint64_t state) {
-  step_count_ = steps_for(n_);
+  // The fewer numbers, the longer two places of one remainder stay related.
+  step_count_ = n_ <= 256 ? most_steps : n_ <= 4096 ? some_steps : few_steps;
   for (unsigned i = 0; i < step_count_; ++i) {
     const std::uint64_t key = absorb(state, i);
     steps_[i] = {key, std::rotl(key, 32) | 1};
@@ -76,42 +77,47 @@ std::uint64_t Permutation::backward(std::uint64_t number) const {
   return quotient << remainder_bits_ | remainder;
 }
 
-std::size_t Permutation::at(std::uint64_t first, std::span<std::uint64_t> numbers) const {
-  const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(numbers.size(), n_ - first));
-  if (n_ <= most_in_table) {
-    std::copy_n(table_.begin() + first, count, numbers.begin());
-  } else if (count == 1) {
-    numbers.front() = at(first);
-  } else {
-    for (std::size_t done = 0; done < count; done += most_at_once) {
-      forward(first + done, numbers.subspan(done, std::min(most_at_once, count - done)));
+// Several places go through each step side by side, so that none waits for what is multiplied for
+// another. With both numbers known, the compiler keeps all of them in registers.
+template <unsigned count>
+void Permutation::take_forward(std::span<std::uint64_t> places) const {
+  constexpr std::size_t lanes = 8;
+  const unsigned shift = 64 - remainder_bits_;
+  const std::uint64_t mask = (std::uint64_t{1} << remainder_bits_) - 1;
+  for (; places.size() >= lanes; places = places.subspan(lanes)) {
+    std::array<std::uint64_t, lanes> quotients;
+    std::array<std::uint64_t, lanes> remainders;
+    for (std::size_t k = 0; k < lanes; ++k) {
+      quotients[k] = places[k] >> remainder_bits_;
+      remainders[k] = places[k] & mask;
+    }
+    for (unsigned i = 0; i < count; i += 2) {
+      const Step move = steps_[i];
+      const Step change = steps_[i + 1];
+      for (std::size_t k = 0; k < lanes; ++k) {
+        const std::uint64_t moved = quotients[k] + part_of(move.value(remainders[k]), quotients_);
+        quotients[k] = moved < quotients_ ? moved : moved - quotients_;
+        remainders[k] ^= change.value(quotients[k]) >> shift;
+      }
+    }
+    for (std::size_t k = 0; k < lanes; ++k)
+      places[k] = quotients[k] << remainder_bits_ | remainders[k];
+    for (std::size_t k = 0; k < lanes; ++k) {
+      while (places[k] >= n_) [[unlikely]] places[k] = forward(places[k]);
     }
   }
-  return count;
+  for (std::uint64_t& place : places) place = at(place);
 }
 
-// Step by step for all of them, so that none waits for what is multiplied for another.
-void Permutation::forward(std::uint64_t first, std::span<std::uint64_t> numbers) const {
-  const unsigned shift = 64 - remainder_bits_;
-  std::array<std::uint64_t, most_at_once> quotients;
-  std::array<std::uint64_t, most_at_once> remainders;
-  for (std::size_t k = 0; k < numbers.size(); ++k) {
-    quotients[k] = (first + k) >> remainder_bits_;
-    remainders[k] = (first + k) & ((std::uint64_t{1} << remainder_bits_) - 1);
-  }
-  for (unsigned i = 0; i < step_count_; i += 2) {
-    const Step move = steps_[i];
-    const Step change = steps_[i + 1];
-    for (std::size_t k = 0; k < numbers.size(); ++k) {
-      std::uint64_t quotient = quotients[k] + part_of(move.value(remainders[k]), quotients_);
-      if (quotient >= quotients_) quotient -= quotients_;
-      quotients[k] = quotient;
-      remainders[k] ^= change.value(quotient) >> shift;
-    }
-  }
-  for (std::size_t k = 0; k < numbers.size(); ++k) {
-    numbers[k] = quotients[k] << remainder_bits_ | remainders[k];
-    while (numbers[k] >= n_) numbers[k] = forward(numbers[k]);
+void Permutation::take(std::span<std::uint64_t> places) const {
+  if (n_ <= most_in_table) {
+    for (std::uint64_t& place : places) place = table_[place];
+  } else if (step_count_ == few_steps) {
+    take_forward<few_steps>(places);
+  } else if (step_count_ == some_steps) {
+    take_forward<some_steps>(places);
+  } else {
+    take_forward<most_steps>(places);
   }
 }
 

@@ -14,6 +14,11 @@ std::uint64_t block_size(const Proportions& proportions) {
   return parts * (least_block / parts + (least_block % parts != 0));
 }
 
+// Of a place in a block whose categories have these ends.
+std::size_t category_at(const std::vector<std::uint64_t>& ends, std::uint64_t place) {
+  return static_cast<std::size_t>(std::upper_bound(ends.begin(), ends.end(), place) - ends.begin());
+}
+
 }  // namespace
 
 Result<Proportions> Proportions::of_weights(std::span<const Fraction> weights) {
@@ -63,15 +68,24 @@ ExactShares::ExactShares(Key key, const Proportions& proportions, std::uint64_t 
   assert(records <= most_records);
 }
 
+const Permutation& ExactShares::order(const Ends& ends) {
+  return orders_.of(ends.back(), {.round = blocks_.latest()});
+}
+
 std::size_t ExactShares::category_of(std::uint64_t record) {
-  const std::uint64_t place_in_block = blocks_.place_of(record);
-  const std::uint64_t block = blocks_.latest();
-  const Ends& block_ends = block < whole_blocks_ ? whole_ : last_;
-  const std::uint64_t place = places_.at(record, [&](std::span<std::uint64_t> places) {
-    return orders_.of(block_ends.back(), {.round = block}).at(place_in_block, places);
-  });
-  return static_cast<std::size_t>(std::upper_bound(block_ends.begin(), block_ends.end(), place) -
-                                  block_ends.begin());
+  const std::uint64_t place = blocks_.place_of(record);
+  const Ends& ends = ends_of_latest();
+  return category_at(ends, order(ends).at(place));
+}
+
+void ExactShares::take(std::span<std::uint64_t> records) {
+  while (!records.empty()) {
+    const std::span<std::uint64_t> places = records.first(blocks_.take_places(records));
+    const Ends& ends = ends_of_latest();
+    order(ends).take(places);
+    for (std::uint64_t& place : places) place = category_at(ends, place);
+    records = records.subspan(places.size());
+  }
 }
 
 std::uint64_t ExactShares::count(std::size_t category) const {

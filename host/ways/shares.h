@@ -45,6 +45,9 @@ class ExactShares {
   // Of a record below their number.
   std::size_t category_of(std::uint64_t record);
 
+  // Makes each of some records its category.
+  void take(std::span<std::uint64_t> records);
+
   // How many of all records belong to a category.
   std::uint64_t count(std::size_t category) const;
 
@@ -53,9 +56,10 @@ class ExactShares {
   using Ends = std::vector<std::uint64_t>;
 
   static Ends ends(const Proportions& proportions, std::uint64_t size);
+  const Ends& ends_of_latest() const { return blocks_.latest() < whole_blocks_ ? whole_ : last_; }
+  const Permutation& order(const Ends& ends);
 
   Orders orders_;
-  NumbersAhead places_;
   Rounds blocks_;
   std::uint64_t whole_blocks_;
   Ends whole_;

@@ -24,7 +24,12 @@ std::uint64_t JointShuffle::at(std::uint64_t record, std::size_t item) {
     latest_combination_ = shuffle_.at(record);
     latest_record_ = record;
   }
-  return latest_combination_ / parts_[item].divisor % parts_[item].period;
+  return parts_[item].of(latest_combination_);
+}
+
+void JointShuffle::take(std::span<std::uint64_t> records, std::size_t item) {
+  shuffle_.take(records);
+  for (std::uint64_t& record : records) record = parts_[item].of(record);
 }
 
 }  // namespace korvex::ways

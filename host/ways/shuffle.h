@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -34,26 +33,6 @@ class Orders {
   std::optional<Permutation> latest_;
 };
 
-// Numbers of records in a row, found together once two records in a row were asked for.
-class NumbersAhead {
- public:
-  // `find` gives the numbers of the record and those after it, as many as it can, at least one.
-  template <typename Find>
-  std::uint64_t at(std::uint64_t record, Find find) {
-    const std::uint64_t ahead = record - first_;
-    if (ahead < known_) return numbers_[ahead];
-    const bool is_next = ahead == known_ && known_ > 0;
-    first_ = record;
-    known_ = find(std::span(numbers_).first(is_next ? numbers_.size() : 1));
-    return numbers_.front();
-  }
-
- private:
-  std::array<std::uint64_t, 16> numbers_ = {};
-  std::uint64_t first_ = 0;  // record
-  std::uint64_t known_ = 0;
-};
-
 // In which round of a period records are, and at which place of it. Divides only where another
 // round begins than that of the record before.
 class Rounds {
@@ -71,6 +50,16 @@ class Rounds {
 
   // That of the record whose place was asked for last.
   std::uint64_t latest() const { return latest_; }
+
+  // Makes the first of some records its place in its round, and so those after it that are in the
+  // same one: answers how many. For one record at least.
+  std::size_t take_places(std::span<std::uint64_t> records) {
+    records.front() = place_of(records.front());
+    std::size_t count = 1;
+    while (count < records.size() && records[count] - begin_ < period_) records[count++] -= begin_;
+    return count;
+  }
+
   std::uint64_t period() const { return period_; }
 
  private:
@@ -86,17 +75,25 @@ class Shuffle {
   Shuffle(Key key, std::uint64_t period) : orders_(key), rounds_(period) {}
 
   std::uint64_t at(std::uint64_t record) {
-    return indices_.at(record, [&](std::span<std::uint64_t> indices) {
-      const std::uint64_t place = rounds_.place_of(record);
-      const Permutation& order = orders_.of(rounds_.period(), {.round = rounds_.latest()});
-      return order.at(place, indices);
-    });
+    const std::uint64_t place = rounds_.place_of(record);
+    return order().at(place);
+  }
+
+  // Makes each of some records its index, those in a row in the least time.
+  void take(std::span<std::uint64_t> records) {
+    while (!records.empty()) {
+      const std::size_t count = rounds_.take_places(records);
+      order().take(records.first(count));
+      records = records.subspan(count);
+    }
   }
 
  private:
+  // Of the latest round.
+  const Permutation& order() { return orders_.of(rounds_.period(), {.round = rounds_.latest()}); }
+
   Orders orders_;
   Rounds rounds_;
-  NumbersAhead indices_;
 };
 
 // Every combination of the indices of several items once before any comes again: one shuffle over
@@ -113,11 +110,16 @@ class JointShuffle {
   // The index of one of the items, by its place among the periods.
   std::uint64_t at(std::uint64_t record, std::size_t item);
 
+  // Makes each of some records the index of one of the items.
+  void take(std::span<std::uint64_t> records, std::size_t item);
+
  private:
   // An item's index is the combination divided by those before it, modulo its period.
   struct Part {
     std::uint64_t divisor;
     std::uint64_t period;
+
+    std::uint64_t of(std::uint64_t combination) const { return combination / divisor % period; }
   };
 
   JointShuffle(KeyFor<Use::joint> key, std::vector<Part> parts, std::uint64_t combinations)

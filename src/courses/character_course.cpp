@@ -10,7 +10,7 @@ namespace korvex {
 
 namespace {
 
-constexpr int letter_count = 26;
+constexpr unsigned letter_count = 26;
 constexpr std::size_t full_width_size = 2;
 
 // "A" to "Z" or "a" to "z".
@@ -97,12 +97,13 @@ class CharacterCourse : public Course {
   }
 
   void write(Steps step, char* out) const override {
-    const auto ordinal = static_cast<std::int32_t>(ordinal_at(step));
-    if (base_ != 0) {
-      ordinal_to_letters(base_, ordinal, out, facts_.size);
-    } else {
-      std::memcpy(out, wheel_.entries + full_width_size * static_cast<std::size_t>(ordinal),
-                  full_width_size);
+    auto ordinal = static_cast<std::uint32_t>(ordinal_at(step));
+    if (base_ == 0) {
+      std::memcpy(out, wheel_.entries + full_width_size * ordinal, full_width_size);
+      return;
+    }
+    for (char* letter = out + facts_.size; letter != out; ordinal /= letter_count) {
+      *--letter = static_cast<char>(base_ + ordinal % letter_count);
     }
   }
 
@@ -174,7 +175,7 @@ std::unique_ptr<const Course> make_character_course(const ElementContext& contex
   auto course = std::make_unique<CharacterCourse>(base, start, context.counts_up() ? step : -step,
                                                   first_text.size(), texts_within(distance, step),
                                                   context.leads(settings));
-  char spelt[most_letters];
+  char spelt[Course::max_text_size];
   course->write(0, spelt);
   if (std::string_view(spelt, first_text.size()) != first_text) return nullptr;
   return course;

@@ -72,7 +72,8 @@ class Course {
 
   const CourseFacts& facts() const { return facts_; }
 
-  // Writes the text of a step, facts().size bytes, at most max_text_size.
+  // Writes the text of a step, facts().size bytes, where there is room for max_text_size: what
+  // is after the text may be written over.
   virtual void write(Steps step, char* out) const = 0;
 
   // The run that begins at a step, as far as the wheel goes. It may reach beyond `end` and

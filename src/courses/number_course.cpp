@@ -136,16 +136,16 @@ class NumberCourse : public Course {
       : counting_(numbers.counting),
         digits_(settings.digits),
         decimals_(static_cast<std::size_t>(settings.decimals)),
-        width_(static_cast<std::size_t>(settings.width)),
+        fraction_only_(numbers.fraction_only),
         start_(counting_.starts_minus ? -static_cast<std::int64_t>(numbers.start)
                                       : static_cast<std::int64_t>(numbers.start)),
         change_(goes_up(counting_) ? static_cast<std::int64_t>(numbers.step)
                                    : -static_cast<std::int64_t>(numbers.step)) {
+    const auto width = static_cast<std::size_t>(settings.width);
     const std::size_t sign_size = counting_.is_signed ? 1 : 0;
-    dropped_ = numbers.fraction_only ? width_ - 1 - decimals_ - sign_size : 0;
-    wheel_ = wheel_of(static_cast<std::int64_t>(width_ - sign_size), settings.decimals,
-                      digits_ > 0 && !numbers.fraction_only);
-    facts_.size = width_ - dropped_;
+    wheel_ = wheel_of(static_cast<std::int64_t>(width - sign_size), settings.decimals,
+                      digits_ > 0 && !fraction_only_);
+    facts_.size = fraction_only_ ? sign_size + 1 + decimals_ : width;
     tell_end(numbers);
     const int visible = settings.decimals + (numbers.fraction_only ? 0 : digits_);
     tell_texts(numbers, platform::power_of_ten<std::uint64_t>(visible));
@@ -154,9 +154,8 @@ class NumberCourse : public Course {
   void write(Steps step, char* out) const override {
     const std::int64_t value = value_at(step);
     const auto size = static_cast<std::uint64_t>(value < 0 ? -value : value);
-    // The last characters of the 18 digits, with the point and the sign in place of what they push
-    // out.
-    char digits[max_number_digits];
+    // All 18 digits, and after them what is copied along by pieces of one size.
+    char digits[2 * max_number_digits] = {};
     constexpr auto base = static_cast<std::uint64_t>(half_base);
     if (size < base) {
       std::memset(digits, '0', half_digits);
@@ -164,27 +163,17 @@ class NumberCourse : public Course {
       write_nine(digits, static_cast<std::uint32_t>(size / base));
     }
     write_nine(digits + half_digits, static_cast<std::uint32_t>(size % base));
-    if (decimals_ == 0 && !counting_.is_signed) {
-      std::memcpy(out, digits + max_number_digits - facts_.size, facts_.size);
-      return;
+    const char* const point = digits + max_number_digits - decimals_;
+    if (counting_.is_signed) *out++ = sign_at(step, value);
+    if (!fraction_only_ && digits_ == 0) *out++ = '0';
+    if (!fraction_only_) {
+      const auto before_point = static_cast<std::size_t>(digits_);
+      std::memcpy(out, point - before_point, max_number_digits);
+      out += before_point;
     }
-    char text[max_number_digits + longest_frame];
-    char* to = text + width_;
-    const char* from = digits + max_number_digits;
-    std::size_t left = width_ - (counting_.is_signed ? 1 : 0);
-    if (decimals_ > 0) {
-      to -= decimals_, from -= decimals_, left -= decimals_;
-      std::memcpy(to, from, decimals_);
-      *--to = '.', --left;
-      if (digits_ == 0) *--to = '0', --left;
-    }
-    std::memcpy(to - left, from - left, left);
-    if (counting_.is_signed) {
-      *out++ = sign_at(step, value);
-      std::memcpy(out, text + 1 + dropped_, facts_.size - 1);
-    } else {
-      std::memcpy(out, text + dropped_, facts_.size);
-    }
+    if (decimals_ == 0) return;
+    *out++ = '.';
+    std::memcpy(out, point, max_number_digits);
   }
 
   WheelRun run(Steps step) const override {
@@ -204,8 +193,6 @@ class NumberCourse : public Course {
   }
 
  private:
-  static constexpr std::size_t longest_frame = 3;  // sign, "0", point
-
   static bool goes_up(const Counting& counting) {
     return (counting.direction == Direction::grow) != counting.starts_minus;
   }
@@ -262,8 +249,7 @@ class NumberCourse : public Course {
   const Counting counting_;
   const int digits_;
   const std::size_t decimals_;
-  const std::size_t width_;  // with what a column of decimals drops
-  std::size_t dropped_ = 0;  // what is before the point
+  const bool fraction_only_;
   const std::int64_t start_;
   const std::int64_t change_;
   // What the text ends in, if it can end in a wheel's entry: digits, or the point and a digit.

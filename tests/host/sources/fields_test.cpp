@@ -102,6 +102,24 @@ TEST(Fields, FoldTheirChildrenExactly) {
   }
 }
 
+// Only the record whose value cannot be made goes without one, whatever is expected around it, and
+// texts that take much memory come a few at a time.
+TEST(Fields, GiveWhatTheyCanOfWhatIsExpected) {
+  Field number(list({"1", "x", "2"}), forward(3, End::repeat));
+  Field offset(make_offset_source(number, number_scale(0), {{1}}, {5, 5}), forward());
+  offset.expect(3, 3);
+  EXPECT_EQ(offset.expected_texts().size(), 1);
+  EXPECT_EQ(texts(offset, 3, 4) + texts(offset, 5, 7), "6 7 6 ");
+  EXPECT_THROW(offset.text(4), BadValue);
+
+  const std::string large(20'000, 'x');
+  Field wide(list({large}), forward(1, End::repeat));
+  Field wider(make_template_source({{"", &wide, {}}, {"", &wide, {}}}), forward());
+  wider.expect(0, TextBlock::most_texts);
+  EXPECT_EQ(wider.expected_texts().size(), 1);
+  EXPECT_EQ(texts(wider, 200, 201), large + large + " ");
+}
+
 TEST(Fields, FoldWhatIsNoNumberAsTextOrNotAtAll) {
   const auto one = groups(4, 1, 4);
   Field text(list({"b", "10", "9", "a"}), forward(4, End::repeat));
@@ -320,6 +338,16 @@ TEST(Fields, GiveTheSameInAnyOrderOfRecords) {
       scattered[order.at(i)] = anyhow.line(order.at(i));
     }
     for (const auto& [record, line] : scattered) ASSERT_EQ(in_a_row.line(record), line) << seed;
+    RandomPlan expected(seed);
+    std::uint64_t end = 0;  // of what is expected
+    for (const auto& [record, line] : scattered) {
+      if (record == end) {
+        const std::size_t count = std::min(1 + expected.draw(90), RandomPlan::records - end);
+        for (Field* field : expected.all_fields()) field->expect(end, count);
+        end += count;
+      }
+      ASSERT_EQ(expected.line(record), line) << seed;
+    }
   }
 }
 
@@ -392,17 +420,18 @@ TEST(TextFacts, HoldsInTheRecords) {
     RandomPlan plan(seed);
     for (Field* field : plan.all_fields()) {
       const TextFacts told = field->text_facts();
+      const TextShape shape = field->shape();
       std::vector<std::string> texts;
       for (std::uint64_t record = 0; record < RandomPlan::records; ++record) {
         texts.emplace_back(field->text(record).value_or(""));
         const std::string& text = texts.back();
         const bool is_digits = text.find_first_not_of("0123456789") == std::string::npos;
         const bool has_digits = text.find_first_of("0123456789") != std::string::npos;
-        ASSERT_TRUE(!text.empty() || !told.shape.never_empty) << seed;
+        ASSERT_TRUE(!text.empty() || !shape.never_empty) << seed;
         if (text.empty()) continue;
-        ASSERT_EQ(told.shape.size.value_or(text.size()), text.size()) << seed;
-        ASSERT_TRUE(is_digits || !told.shape.only_digits) << seed;
-        ASSERT_TRUE(!has_digits || !told.shape.no_digits) << seed;
+        ASSERT_EQ(shape.size.value_or(text.size()), text.size()) << seed;
+        ASSERT_TRUE(is_digits || !shape.only_digits) << seed;
+        ASSERT_TRUE(!has_digits || !shape.no_digits) << seed;
       }
       std::set<std::string> values(texts.begin(), texts.end());
       const auto empty = static_cast<std::uint64_t>(std::count(texts.begin(), texts.end(), ""));

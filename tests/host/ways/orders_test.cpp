@@ -2,13 +2,16 @@
 
 #include <algorithm>
 #include <map>
+#include <numeric>
 #include <set>
+#include <span>
 #include <vector>
 
 #include "host/ways/mixing.h"
 #include "host/ways/numbers.h"
 #include "host/ways/pairs.h"
 #include "host/ways/permutation.h"
+#include "host/ways/shares.h"
 #include "host/ways/shuffle.h"
 #include "host/ways/statistics.h"
 
@@ -129,6 +132,43 @@ TEST(Shuffles, OfTwoListsOfOneSizeDoNotMarchTogether) {
     pairs.emplace(first.at(record), second.at(record));
   }
   EXPECT_NEAR(static_cast<double>(pairs.size()), 60'370, 500);  // 90,000 * (1 - exp(-10 / 9))
+}
+
+// What takes many records at once, in rows of several lengths, beside what takes one at a time.
+template <typename Together, typename OneByOne>
+void expect_same(Together together, OneByOne one_by_one, std::uint64_t end) {
+  std::uint64_t record = 0;
+  for (std::size_t row = 1; record < end; row = row % 61 + 3) {
+    std::vector<std::uint64_t> taken(row);
+    std::iota(taken.begin(), taken.end(), record);
+    // Not all in a row: the last one comes from elsewhere.
+    taken.back() = (record * 7 + 5) % end;
+    std::vector<std::uint64_t> expected;
+    for (const std::uint64_t each : taken) expected.push_back(one_by_one(each));
+    together(std::span(taken));
+    ASSERT_EQ(taken, expected) << record;
+    record += row;
+  }
+}
+
+TEST(Orders, TakeManyAtOnceAsOneByOne) {
+  for (const std::uint64_t n : {1U, 5U, 64U, 65U, 256U, 300U, 4096U, 5000U}) {
+    SCOPED_TRACE(n);
+    Shuffle together(some_key, n);
+    Shuffle one(some_key, n);
+    expect_same([&](auto records) { together.take(records); },
+                [&](std::uint64_t record) { return one.at(record); }, 9000);
+    const std::vector<std::uint64_t> periods = {3, n};
+    JointShuffle joint = *JointShuffle::make({{n}}, periods);
+    JointShuffle other = joint;
+    expect_same([&](auto records) { joint.take(records, 1); },
+                [&](std::uint64_t record) { return other.at(record, 1); }, 9000);
+    const Proportions shares = Proportions::of_share({1, n});
+    ExactShares dealt(some_key, shares, 9000);
+    ExactShares again(some_key, shares, 9000);
+    expect_same([&](auto records) { dealt.take(records); },
+                [&](std::uint64_t record) { return again.category_of(record); }, 8900);
+  }
 }
 
 TEST(JointShuffles, TakeEveryCombinationOnce) {
