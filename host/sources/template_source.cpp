@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "host/sources/record_sources.h"
@@ -42,7 +43,11 @@ class TemplateSource : public Source {
     return !is_as_it_is || part.field == nullptr || part.field->may_have(text);
   }
 
-  TextShape shape() const override;
+  // Found out once: of templates of templates, each is asked again and again.
+  TextShape shape() const override {
+    if (!shape_) shape_ = find_shape();
+    return *shape_;
+  }
   TextFacts text_facts() const override;
   void tell(Dependencies& dependencies, Thing text) const override;
   std::string course(std::uint64_t records) const override {
@@ -54,6 +59,7 @@ class TemplateSource : public Source {
  private:
   // The field that alone decides the text, and can be told from it; null for any other template.
   const Field* only_field() const;
+  TextShape find_shape() const;
   void foresee_empty(const std::vector<const Field*>& fields, TextFacts& whole) const;
   static void append_filtered(std::string_view text, const std::vector<Filter>& filters,
                               std::string& out) {
@@ -67,6 +73,7 @@ class TemplateSource : public Source {
   }
 
   std::vector<ComposedPart> parts_;
+  mutable std::optional<TextShape> shape_;
 };
 
 // What is known of the text of a part, after its filters.
@@ -172,7 +179,7 @@ void TemplateSource::foresee_empty(const std::vector<const Field*>& fields,
 }
 
 // Literals make a text only beside a field that has one, or when there are no fields.
-TextShape TemplateSource::shape() const {
+TextShape TemplateSource::find_shape() const {
   constexpr TextShape nothing = {
       .never_empty = true, .size = 0, .only_digits = true, .no_digits = true, .only_plain = true};
   TextShape whole = nothing;
