@@ -2,9 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstring>
 #include <filesystem>
 #include <map>
+#include <optional>
+#include <string_view>
+#include <system_error>
 #include <tuple>
 
 #include "control/control_file.h"
@@ -117,12 +121,23 @@ void check_unique_sets(const Layout& layout, std::vector<LayoutError>& errors) {
 }
 
 // What the values beyond the module's are made with.
+std::optional<std::uint64_t> read_seed(std::string_view text) {
+  std::uint64_t seed = 0;
+  const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), seed);
+  const bool is_whole = failure == std::errc() && end == text.data() + text.size();
+  return is_whole ? std::optional(seed) : std::nullopt;
+}
+
 void read_own_keys(TableReader& reader, Layout& layout) {
   if (const toml::node* seed = reader.find("seed")) {
+    // TOML has no whole numbers above 2^63 - 1.
     if (const auto* number = seed->as_integer()) {
       layout.seed = static_cast<std::uint64_t>(number->get());
+    } else if (const auto text = seed->value<std::string_view>(); text && read_seed(*text)) {
+      layout.seed = *read_seed(*text);
     } else {
-      reader.report_type("seed", *seed, "an integer");
+      reader.report_type("seed", *seed,
+                         "a whole number, or a text with one up to 18446744073709551615");
     }
   }
   layout.salt = reader.text("salt").value_or(std::string(platform::stem(layout.file)));
@@ -165,6 +180,19 @@ void check_numbers(const Layout& layout, std::vector<LayoutError>& errors) {
   }
 }
 
+// The module knows items by their numbers; sources and ways find them by their names.
+void check_names(const Layout& layout, std::vector<LayoutError>& errors) {
+  if (is_plain(layout)) return;
+  std::map<std::string_view, std::uint32_t> lines;
+  for (const LayoutItem& item : layout.items) {
+    const auto [taken, is_new] = lines.try_emplace(item.name, item.place.line);
+    if (is_new || item.name.empty()) continue;
+    errors.push_back({item.place, "name " + platform::printable(item.name) +
+                                      " belongs to the item on line " +
+                                      std::to_string(taken->second) + ", expected another one"});
+  }
+}
+
 void check_levels(const Layout& layout, std::vector<LayoutError>& errors) {
   std::map<RepeatLevel, const LayoutItem*> items;
   for (const LayoutItem& item : layout.items) {
@@ -198,6 +226,7 @@ void read_items(TableReader& root, MissingLists lists, Layout& layout,
     is_clean.push_back(errors.size() == errors_before);
   }
   check_numbers(layout, errors);
+  check_names(layout, errors);
   check_levels(layout, errors);
   check_unique_sets(layout, errors);
   if (lists == MissingLists::refused) append_missing_lists(layout, errors);

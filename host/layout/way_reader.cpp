@@ -73,6 +73,17 @@ void require_order(TableReader& reader, std::string_view key, Order order, WayRu
                     std::string(order_names[static_cast<std::size_t>(order)]) + '"');
 }
 
+// A draw has no last value, after which there could be none.
+void refuse_end(TableReader& reader, Order order) {
+  const toml::node* exceeded = reader.find("exceeded");
+  const bool has_end =
+      exceeded != nullptr && exceeded->value_or(std::string_view()) == "initialize";
+  if (!has_end || order == Order::forward || order == Order::shuffled) return;
+  reader.report(place_of(*exceeded), "exceeded stands beside order \"" +
+                                         std::string(order_names[static_cast<std::size_t>(order)]) +
+                                         "\", expected order \"forward\" or \"shuffled\"");
+}
+
 void read_order(TableReader& reader, WayRules& way) {
   for (const std::string_view key : way_keys) {
     if (!way.is_given() && key != "group" && reader.has(key)) way.place = reader.place(key);
@@ -86,6 +97,7 @@ void read_order(TableReader& reader, WayRules& way) {
   require_order(reader, "within", Order::shuffled, way);
   require_order(reader, "weights", Order::random, way);
   require_order(reader, "skew", Order::zipf, way);
+  refuse_end(reader, way.order);
   if (way.joint && way.within) {
     reader.report(way.within->place, "within stands beside joint, expected one of the two");
   }

@@ -64,10 +64,13 @@ std::optional<TemplateFault> parse_template(std::string_view text,
                                             std::vector<TemplatePart>& parts) {
   TemplatePart part;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != '{') {
+    if (text[i] == '}' && !text.substr(i).starts_with("}}")) {
+      return TemplateFault{i, "expected \"{\" and an item before \"}\", or \"}}\" for a brace"};
+    }
+    if (text[i] != '{' && text[i] != '}') {
       part.literal += text[i];
-    } else if (text.substr(i).starts_with("{{")) {
-      part.literal += '{';
+    } else if (text[i] == '}' || text.substr(i).starts_with("{{")) {
+      part.literal += text[i];
       ++i;
     } else {
       const std::size_t end = text.find('}', i);

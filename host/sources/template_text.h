@@ -28,8 +28,8 @@ struct TemplateFault {
   std::string text;        // what is wrong there and what is expected
 };
 
-// Reads a template such as "{FIRST|lower}.{LAST|ascii|lower}@example.org". "{{" is a brace; "}" is
-// one wherever no item is open. Returns the fault, if any, and otherwise fills `parts`.
+// Reads a template such as "{FIRST|lower}.{LAST|ascii|lower}@example.org". "{{" and "}}" are
+// braces. Returns the fault, if any, and otherwise fills `parts`.
 std::optional<TemplateFault> parse_template(std::string_view text,
                                             std::vector<TemplatePart>& parts);
 

@@ -95,6 +95,8 @@ each VALUES SAYS
   "template" | 10: [item.values] has no text, expected <*>
   "template", text = "{B" | 39: text: expected "}" <*>
   "builtin", set = "people" | 36: item A: set is "people", expected one of "people.<*>
+  "list", values = ["a"], order = "random", exceeded = "initialize" | 72: exceeded stands beside order "random", expected order "forward" or "shuffled"
+  "template", text = "B}" | 40: text: expected "{" and an item before "}", or "}}" for a brace
   "template", text = "{B|up}" | 42: text: is no filter: "up", <*>
   "template", text = "\u3042\\あ{X}" | 49: item A: text names "X", expected an item of the records
   "template", text = """\"あ{B|}""" | 47: text: is no filter: "", <*>
@@ -129,7 +131,8 @@ do
     ! e.toml:20:<SAYS>
 each OPTIONS SAYS
   encoding = "latin-1" | 5:12: encoding is "latin-1", expected one of "cp932", "utf-8"
-  seed = "x" | 5:8: seed is "x", expected an integer
+  seed = "x" | 5:8: seed is "x", expected a whole number, or a text with one up to 18446744073709551615
+  seed = "18446744073709551616" | 5:8: seed is "18446744073709551616", expected a whole number, <*>
   salt = 1 | 5:8: salt is 1, expected a string
   ways = 2 | 5:8: ways is 2, expected an integer from 1 to 1
   sets = 0 | 5:8: sets is 0, expected an integer from 1 to 1

@@ -41,17 +41,24 @@ class Table {
     }
   }
 
-  std::string draw_way() {
-    return draw_of({"", R"(, order = "shuffled")", R"(, order = "shuffled")",
-                    R"(, order = "random")", R"(, order = "zipf", skew = 0.8)"});
-  }
-
   std::string draw_end() { return draw_of({"", "", R"(, exceeded = "initialize")"}); }
+  // What is drawn has no end.
+  std::string draw_draw() {
+    return draw_of({R"(, order = "random")", R"(, order = "zipf", skew = 0.8)"});
+  }
+  std::string draw_way() {
+    if (draw(5) < 2) return draw_draw();
+    return draw_end() + draw_of({"", R"(, order = "shuffled")", R"(, order = "shuffled")"});
+  }
+  // The same of a type that takes no exceeded.
+  std::string draw_order() {
+    return draw(5) < 2 ? draw_draw() : draw_of({"", R"(, order = "shuffled")"});
+  }
 
   std::string draw_range() {
     const std::uint64_t first = draw(40);
     return R"(type = "range", format = "%3U", start = )" + std::to_string(first) +
-           ", end = " + std::to_string(first + 1 + draw(90)) + draw_end();
+           ", end = " + std::to_string(first + 1 + draw(90));
   }
 
   std::string draw_texts() {
@@ -63,18 +70,17 @@ class Table {
   void add_plain() {
     add(draw_range() + draw_way(), draw_emptiness());
     add(R"(type = "range", format = "%1s%1U", start = "a,1", end = ")" +
-            draw_of({"c,9", "z,4", "b,2"}) + '"' + draw_end() + draw_way(),
+            draw_of({"c,9", "z,4", "b,2"}) + '"' + draw_way(),
         draw_emptiness());
     add(R"(type = "list", values = ["a", "b", "c"], weights = [1, 0, 3])", draw_emptiness(),
         R"("a", "b")");
     for (int i = 0; i < 2; ++i) {
       const std::string texts = draw_texts();
-      add(R"(type = "list", values = [)" + texts + "]" + draw_end() + draw_way(), draw_emptiness(),
+      add(R"(type = "list", values = [)" + texts + "]" + draw_way(), draw_emptiness(),
           texts.substr(0, texts.find(',')));
     }
-    add(draw_range());
-    add(R"(type = "enumeration", file = "values.txt")" + draw_end() + draw_way(), "",
-        R"("x", "z")");
+    add(draw_range() + draw_end());
+    add(R"(type = "enumeration", file = "values.txt")" + draw_way(), "", R"("x", "z")");
   }
 
   void add_joint() {
@@ -92,11 +98,11 @@ class Table {
   }
 
   void add_made() {
-    const std::string number = add(draw_range());
+    const std::string number = add(draw_range() + draw_end());
     add(R"(type = "offset", of = )" + in_quotes(number) + ", from = " + draw_of({"-2", "2"}) +
             ", to = " + draw_of({"2", "3"}),
         draw_emptiness());
-    add(R"(type = "reference", item = )" + in_quotes(number) + draw_way());
+    add(R"(type = "reference", item = )" + in_quotes(number) + draw_order());
     const Texts before = names_;
     for (int i = 0; i < 3; ++i) {
       std::string text = draw_of({"", "", "-", "x"});
@@ -161,7 +167,7 @@ RandomTables draw_tables(std::uint64_t seed) {
   children.add(R"(type = "line", of = )" + in_quotes(key), children.draw_emptiness());
   children.add(children.draw_list() + ", within = " + in_quotes(key));
   children.add(R"(type = "range", format = "%2U", start = 1, end = 9, within = )" + in_quotes(key));
-  children.add(key_to_parents + in_quotes(parents.draw_full()) + children.draw_way(),
+  children.add(key_to_parents + in_quotes(parents.draw_full()) + children.draw_order(),
                children.draw_emptiness());
   children.add_made();
 

@@ -125,10 +125,11 @@ struct TemplateCase {
 TEST(Templates, AreReadOrSayWhereTheyAreWrong) {
   const TemplateCase cases[] = {
       {"", "", -1},
-      {"plain } text", "'plain } text'", -1},
+      {"plain }} text", "'plain } text'", -1},
+      {"plain } text", "", 6},
       {"{FIRST|lower}.{LAST|ascii|lower}{ID}@x", "''FIRST|0 '.'LAST|2|0 ''ID '@x'", -1},
-      {"{{{A}}}", "'{'A '}}'", -1},
-      {"{{A}", "'{A}'", -1},
+      {"{{{A}}}", "'{'A '}'", -1},
+      {"{{A}", "", 3},
       {"ab{", "", 2},
       {"ab{ID", "", 2},
       {"ab{}", "", 3},
