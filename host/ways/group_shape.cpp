@@ -1,5 +1,6 @@
 #include "host/ways/group_shape.h"
 
+#include <algorithm>
 #include <cassert>
 
 #include "host/ways/numbers.h"
@@ -9,6 +10,8 @@ namespace korvex::ways {
 namespace {
 
 using Sizes = std::vector<std::uint64_t>;
+
+constexpr unsigned weight_bits = 40;
 
 // The i-th of `groups` has the part of `extra` that the i-th odd number has of their sum, which is
 // groups^2: from nearly 0 up to nearly twice the mean, in equal steps.
@@ -52,14 +55,58 @@ Sizes spread_by_weights(const Sizes& weights, Wide extra, std::uint64_t width) {
   return sizes;
 }
 
+// The weights as they are by rank, and ever flatter with a larger bend: of the weight 1 / r, that
+// is 1 / (r + bend), in parts of the first one.
+class BentWeights {
+ public:
+  explicit BentWeights(const Sizes& weights) {
+    for (const std::uint64_t weight : weights) inverses_.push_back((Wide{1} << 80) / weight);
+  }
+
+  Sizes at(Wide bend) const {
+    Sizes weights;
+    for (const Wide inverse : inverses_) {
+      const Wide part = ((inverses_.front() + bend) << weight_bits) / (inverse + bend);
+      weights.push_back(std::max<std::uint64_t>(1, static_cast<std::uint64_t>(part)));
+    }
+    return weights;
+  }
+
+ private:
+  std::vector<Wide> inverses_;
+};
+
+// Whether the first one's part is no more than `width`.
+bool is_within(const Sizes& weights, Wide extra, std::uint64_t width) {
+  Wide sum = 0;
+  for (const std::uint64_t weight : weights) sum += weight;
+  return extra * weights.front() <= Wide{width} * sum;
+}
+
+// Where the largest groups would have more than `width`, all weights are bent as far as is needed
+// for the first one: so that the sizes fall from the bound on, rather than stand there in a row.
 Sizes spread_by_rank(Skew skew, std::uint64_t groups, Wide extra, std::uint64_t width) {
   // Never 0, so that a share of them can be taken; and small enough to be multiplied.
-  constexpr unsigned unused_bits = power_bits - 40;
+  constexpr unsigned unused_bits = power_bits - weight_bits;
+  constexpr unsigned most_bend_bits = 86;
   Sizes weights;
   for (std::uint64_t rank = 1; rank <= groups; ++rank) {
     weights.push_back((negative_power(rank, skew.exponent()) >> unused_bits) + 1);
   }
-  return spread_by_weights(weights, extra, width);
+  if (is_within(weights, extra, width)) return spread_by_weights(weights, extra, width);
+  const BentWeights bent(weights);
+  Wide bend = 0;
+  // The bits of the bend from its first one on, as many as make a difference.
+  unsigned bit = 0;
+  while (bit < most_bend_bits && !is_within(bent.at(Wide{1} << bit), extra, width)) ++bit;
+  constexpr unsigned exact_bits = 12;
+  const unsigned last_bit = bit > exact_bits ? bit - exact_bits : 0;
+  while (bit > last_bit) {
+    --bit;
+    const Wide further = bend + (Wide{1} << bit);
+    if (!is_within(bent.at(further), extra, width)) bend = further;
+  }
+  return spread_by_weights(bent.at(bend + (Wide{1} << last_bit)), extra, width);
 }
 
 }  // namespace

@@ -123,6 +123,10 @@ TEST(GroupSizes, HaveTheirShape) {
   EXPECT_GT(zipf.rbegin()->first, 300);
   EXPECT_GT(zipf.at(0) + zipf.at(1), 6000);
   EXPECT_GT(zipf.size(), 20);
+  // Where a bound is in the way, sizes fall from there on.
+  const auto bound = frequencies(Shape::zipf, {50'000, 10'000, 0, 40});
+  EXPECT_GT(bound.rbegin()->first, 38);
+  EXPECT_LT(bound.rbegin()->second, bound.at(20));
 }
 
 TEST(GroupSizes, FollowEachOtherWithoutAPattern) {
