@@ -41,7 +41,9 @@ void print_items(const PreparedLayout& prepared, const Forecast& forecast, std::
   for (std::size_t i = 0; i < prepared.items().size(); ++i) {
     const Forecast::Item item = forecast.item(i);
     table.add({TextTable::from_utf8(prepared.items()[i].item->name),
-               TextTable::plain(values_text(item.values)), TextTable::plain(item.course)});
+               TextTable::plain(values_text(item.values)),
+               TextTable::plain(item.course +
+                                (prepared.items()[i].item->is_hidden() ? "; not written" : ""))});
     for (const PassedEnd& passed : item.passed_ends) {
       table.add({{},
                  {},

@@ -31,7 +31,7 @@ bool has_distinct_names(const PreparedLayout& prepared, const FormatChoices& for
   if (format.dialect != Dialect::json_lines && format.dialect != Dialect::sql) return true;
   std::map<std::string_view, std::uint32_t> lines;
   bool is_good = true;
-  for (const PreparedItem& prepared_item : prepared.items()) {
+  for (const PreparedItem& prepared_item : prepared.written()) {
     const LayoutItem& item = *prepared_item.item;
     const auto [first, is_new] = lines.try_emplace(item.name, item.place.line);
     if (is_new) continue;

@@ -33,7 +33,7 @@ LoadPlan plan_load(const PreparedLayout& prepared, const TableSchema& table) {
               std::to_string(item.place.line) + ": item " +
               platform::printable(plan.item_names.back()) + ": " + what;
   };
-  for (const PreparedItem& field : prepared.items()) {
+  for (const PreparedItem& field : prepared.written()) {
     const LayoutItem& item = *field.item;
     plan.item_names.push_back(item.name);
     const std::size_t column = find_column(table, plan.item_names.back());

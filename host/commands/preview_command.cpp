@@ -26,7 +26,7 @@ ExitStatus preview(const std::string& layout, std::optional<RecordCount> records
   if (status != ExitStatus::done) return status;
   TextTable table;
   std::vector<TextTable::Cell> names;
-  for (const PreparedItem& item : prepared.items()) {
+  for (const PreparedItem& item : prepared.written()) {
     if (is_numeric(item.item->attributes.attribute)) table.align_right(names.size());
     names.push_back(TextTable::from_utf8(item.item->name));
   }

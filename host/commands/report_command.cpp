@@ -90,7 +90,7 @@ class ReadableRecords {
           decoder_.decode(value, text_);
           value = text_;
         }
-        const MomentForm form = moment_form(prepared_.items()[i].item->attributes.attribute);
+        const MomentForm form = moment_form(prepared_.written()[i].item->attributes.attribute);
         take(i, moment_.convert(form, value));
       }
     }
@@ -113,9 +113,9 @@ ReportedTable table_of(PreparedLayout& prepared) {
   ReportedTable table;
   table.name = layout.table.empty() ? file_name(layout.file) : layout.table;
   table.records = forecast.records();
-  for (std::size_t i = 0; i < prepared.items().size(); ++i) {
-    const LayoutItem& item = *prepared.items()[i].item;
-    table.columns.push_back({item.name, source_of(item), forecast.item(i).course,
+  for (const PreparedItem& written : prepared.written()) {
+    const LayoutItem& item = *written.item;
+    table.columns.push_back({item.name, source_of(item), forecast.item(written.place).course,
                              ColumnSummary(item.attributes.attribute)});
   }
   ReadableRecords records(prepared);

@@ -53,6 +53,7 @@ struct ItemValues {
   EmptinessRules emptiness;
   std::optional<PlacedText> group;  // items of one group take one row
   std::optional<PlacedText> salt;   // in place of the item's name
+  bool is_hidden = false;           // for other items only: records are written without it
   std::vector<OwnKey> own_keys;     // none: the module knows all
 
   // Whether a way of its own leads through the values.
@@ -70,6 +71,8 @@ struct LayoutItem {
   std::shared_ptr<const ItemValues> values;
   std::vector<LayoutError> beyond_code_page;  // characters that only UTF-8 has
   SourcePlace place;
+
+  bool is_hidden() const { return values != nullptr && values->is_hidden; }
 };
 
 struct Layout {

@@ -193,6 +193,15 @@ void check_names(const Layout& layout, std::vector<LayoutError>& errors) {
   }
 }
 
+void check_hidden(const Layout& layout, std::vector<LayoutError>& errors) {
+  const bool is_nothing_written =
+      std::all_of(layout.items.begin(), layout.items.end(),
+                  [](const LayoutItem& item) { return item.is_hidden(); });
+  if (!is_nothing_written) return;
+  errors.push_back(
+      {layout.items.front().place, "all items are hidden, expected one that is written"});
+}
+
 void check_levels(const Layout& layout, std::vector<LayoutError>& errors) {
   std::map<RepeatLevel, const LayoutItem*> items;
   for (const LayoutItem& item : layout.items) {
@@ -227,6 +236,7 @@ void read_items(TableReader& root, MissingLists lists, Layout& layout,
   }
   check_numbers(layout, errors);
   check_names(layout, errors);
+  check_hidden(layout, errors);
   check_levels(layout, errors);
   check_unique_sets(layout, errors);
   if (lists == MissingLists::refused) append_missing_lists(layout, errors);

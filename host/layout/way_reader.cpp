@@ -11,7 +11,8 @@ namespace {
 constexpr std::array<std::string_view, 6> way_keys = {"order",   "joint", "within",
                                                       "weights", "skew",  "group"};
 // What goes with every source that has values at all.
-constexpr std::array<std::string_view, 4> other_keys = {"empty", "empty_with", "when", "salt"};
+constexpr std::array<std::string_view, 5> other_keys = {"empty", "empty_with", "when", "salt",
+                                                        "hidden"};
 
 using ParseNumber = ways::Result<ways::Fraction> (*)(std::string_view);
 
@@ -152,6 +153,7 @@ void read_way(TableReader& reader, const ValueType& type, ItemValues& values,
   read_skew(reader, values.way);
   values.group = placed_text(reader, "group");
   values.salt = placed_text(reader, "salt");
+  values.is_hidden = reader.boolean("hidden").value_or(false);
   if (const toml::node* node = reader.find("empty")) {
     values.emptiness.share =
         read_number(reader, "empty", *node, ways::parse_share, "a share from 0 to 1");

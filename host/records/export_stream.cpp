@@ -18,14 +18,14 @@ class ExportStream : public RecordStream {
   ExportStream(PreparedLayout& prepared, const FormatChoices& choices)
       : prepared_(prepared), choices_(choices), source_(prepared) {
     choices_.table = sql_table(choices, prepared.layout());
-    for (const PreparedItem& item : prepared.items()) {
+    for (const PreparedItem& item : prepared.written()) {
       names_.push_back(item.item->name);
       if (!choices_.in_code_page) continue;
       // The layout says where it has a name that the code page lacks, which leaves it empty here.
       names_.back() = platform::from_utf8(item.item->name).value_or(std::string());
     }
     encoded_.resize(names_.size());
-    format_ = make_record_format(choices_, names_, prepared.items());
+    format_ = make_record_format(choices_, names_, prepared.written());
   }
 
   void go_to(RecordRange range, bool has_head) override {
@@ -110,7 +110,7 @@ class ExportStream : public RecordStream {
     const bool is_first = columns_.empty();
     columns_.resize(names_.size());
     for (std::size_t i = 0; i < columns_.size(); ++i) {
-      if (is_first) columns_[i].shape = prepared_.fields()[i]->source().shape();
+      if (is_first) columns_[i].shape = source_.shape(i);
       columns_[i].texts = &source_.column(i);
     }
     format_->append_rows(columns_, rows, text_);
@@ -122,7 +122,7 @@ class ExportStream : public RecordStream {
   }
 
   std::string name_of(std::size_t item) const {
-    return platform::printable(prepared_.items()[item].item->name);
+    return platform::printable(prepared_.written()[item].item->name);
   }
 
   // Whether values come in another encoding than the one that is written.

@@ -289,7 +289,7 @@ std::unique_ptr<Source> FieldMaker::make_template(std::size_t i, const TemplateV
 
 void FieldMaker::try_records(std::size_t i, Field& field) {
   const auto place = tried_place(*plan_.values_of(i));
-  if (!place || !plan_.errors().empty()) return;
+  if (!place || plan_.item(i).is_hidden() || !plan_.errors().empty()) return;
   const ValueRule rule(plan_.item(i), plan_.layout());
   const auto report = [&](const std::string& who, const std::string& fault) {
     plan_.report(i, *place, who + ": the value " + fault);

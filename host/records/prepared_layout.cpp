@@ -65,6 +65,7 @@ bool PreparedLayout::prepare_like(const PreparedLayout& other) {
   }
   layout_ = other.layout_;
   items_ = other.items_;
+  written_ = other.written_;
   left_out_ = other.left_out_;
   return run_.prepare_like(other.run_) == error::none;
 }
@@ -196,7 +197,8 @@ void PreparedLayout::match_items() {
     if (from_engine_[i] && column == nullptr) {
       left_out_.push_back(&item);
     } else {
-      items_.push_back({&item, column, booleans_.contains(item.number)});
+      items_.push_back({&item, column, booleans_.contains(item.number), items_.size()});
+      if (!item.is_hidden()) written_.push_back(items_.back());
     }
   }
 }

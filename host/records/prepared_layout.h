@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <iosfwd>
 #include <memory>
@@ -33,6 +34,7 @@ struct PreparedItem {
   const LayoutItem* item = nullptr;
   const ClFmtColInf* column = nullptr;
   bool is_boolean = false;  // its list has no other values than "true" and "false"
+  std::size_t place = 0;    // among all items of the records, as its field has
 };
 
 // Whether a number of records that is asked for is that of all, or of the first that are looked at.
@@ -82,8 +84,10 @@ class PreparedLayout {
   // Adds all files that the records come from.
   void add_read_files(DistinctFiles& files) const;
 
-  // The items of a record in their order, and those that the records lack.
+  // The items of a record in their order, and those that the records lack. Some only help others:
+  // the rest are written.
   const std::vector<PreparedItem>& items() const { return items_; }
+  const std::vector<PreparedItem>& written() const { return written_; }
   const std::vector<const LayoutItem*>& left_out() const { return left_out_; }
 
   // The place of the item with that name among them.
@@ -119,6 +123,7 @@ class PreparedLayout {
   Run run_;
   std::vector<bool> from_engine_;  // side by side with the layout's items
   std::vector<PreparedItem> items_;
+  std::vector<PreparedItem> written_;
   std::vector<const LayoutItem*> left_out_;
   std::set<std::string> looked_at_;  // lists
   std::set<ItemNumber> booleans_;    // the numbers of items

@@ -25,11 +25,11 @@ bool is_checked_before(const PreparedItem& prepared) {
 RecordSource::RecordSource(PreparedLayout& prepared)
     : prepared_(prepared), end_(prepared.layout().records.number()) {
   if (!prepared.is_plain()) {
-    for (const PreparedItem& item : prepared.items()) {
+    for (const PreparedItem& item : prepared.written()) {
       rules_.emplace_back();
       if (is_checked_before(item)) continue;
       ValueRule rule(*item.item, prepared.layout());
-      const sources::Field& field = *prepared.fields()[rules_.size() - 1];
+      const sources::Field& field = *prepared.fields()[item.place];
       if (!rule.fits(field.source().shape())) rules_.back() = std::move(rule);
     }
   }
@@ -78,7 +78,7 @@ std::size_t RecordSource::make_rows(std::uint64_t most) {
   while (rows_ == 0 && next_ != end_ && failure_.empty()) {
     const auto tried =
         static_cast<std::size_t>(std::min({std::uint64_t{tried_rows_}, most, end_ - next_}));
-    for (const auto& field : prepared_.fields()) field->expect(next_, tried);
+    for (std::size_t i = 0; i < rules_.size(); ++i) field(i).expect(next_, tried);
     rows_ = tried;
     for (std::size_t i = 0; i < rules_.size(); ++i) rows_ = fitting_rows(i, rows_);
     if (rows_ == 0 && tried == 1) tell_failure();
@@ -103,13 +103,13 @@ void RecordSource::tell_failure() {
   std::size_t i = 0;
   try {
     for (; i < rules_.size(); ++i) {
-      const std::string_view text = prepared_.fields()[i]->text_or_empty(next_);
+      const std::string_view text = field(i).text_or_empty(next_);
       const auto fault = rules_[i] ? rules_[i]->fault(text) : std::nullopt;
       if (fault) throw BadValue("the value " + *fault);
     }
   } catch (const BadValue& bad) {
     failure_ = "record " + std::to_string(next_ + 1) + ", item " +
-               platform::printable(prepared_.items()[i].item->name) + ": " + bad.what();
+               platform::printable(prepared_.written()[i].item->name) + ": " + bad.what();
   }
 }
 

@@ -22,8 +22,8 @@ class RecordSource {
   // Takes the records of the layout from its first one on; the layout must outlive this object.
   explicit RecordSource(PreparedLayout& prepared);
 
-  // The values of the next record, without quotation marks, an empty one where there is none; they
-  // are valid until the next call. False at the end, and after a failure.
+  // The written values of the next record, without quotation marks, an empty one where there is
+  // none; they are valid until the next call. False at the end, and after a failure.
   bool next(std::vector<std::string_view>& values);
 
   // The values of the next records, at most so many, as columns: so many rows are answered, whose
@@ -32,9 +32,10 @@ class RecordSource {
   std::size_t next_rows(std::uint64_t most);
 
   // The values of an item in these rows; an empty one where there is none.
-  const sources::TextBlock& column(std::size_t item) const {
-    return prepared_.fields()[item]->expected_texts();
-  }
+  const sources::TextBlock& column(std::size_t item) const { return field(item).expected_texts(); }
+
+  // Of the texts of an item's source.
+  sources::TextShape shape(std::size_t item) const { return field(item).source().shape(); }
 
   // Goes to a record, counted from 0, or to the end of all. Any order of records will do.
   void seek(std::uint64_t record);
@@ -48,6 +49,11 @@ class RecordSource {
   const std::string& failure() const { return failure_; }
 
  private:
+  // Of a written item.
+  sources::Field& field(std::size_t item) const {
+    return *prepared_.fields()[prepared_.written()[item].place];
+  }
+
   bool next_of_fields(std::vector<std::string_view>& values);
   std::size_t make_rows(std::uint64_t most);
   std::size_t fitting_rows(std::size_t item, std::size_t rows) const;
@@ -56,7 +62,7 @@ class RecordSource {
   PreparedLayout& prepared_;
   std::uint64_t next_ = 0;
   std::uint64_t end_;
-  // Of the values that were not looked at before, side by side with the fields.
+  // Of the values that were not looked at before, side by side with the written items.
   std::vector<std::optional<ValueRule>> rules_;
   // Of fields: the rows that are made, and how many are tried next.
   std::uint64_t first_row_ = 0;

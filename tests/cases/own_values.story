@@ -65,6 +65,27 @@ $ awk -F, '{ k = $3 == "b" ? "{" toupper($2) "-" $1 : "" } $7 != k || $8 != k ||
   10,green,b,Bergen,Norway,Paul,{GREEN-010,{GREEN-010,AAAAK,11<0D>
 $ korvex export l.toml -o - | cmp - d.csv; rm d.csv
 
+# What only helps other items is left out, and changes nothing else.
+file h.toml
+  [layout]
+  kind = "table"
+  records = 3
+  data = "h.csv"
+  @item FIRST 1 length=9 type = "list", values = ["Ann", "Bo"], group = "n"
+  @item KIND 1 length=9 type = "list", values = ["a", "b"], order = "shuffled"
+  @item NAME 1 length=9 type = "template", text = "{KIND}-{FIRST}"
+> export h.toml -o - --header
+  FIRST,KIND,NAME<0D>
+  <*>
+  Bo,b,b-Bo<0D>
+  Ann,a,a-Ann<0D>
+edit h.toml order = "shuffled" => order = "shuffled", hidden = true
+> export h.toml -o - --header
+  FIRST,NAME<0D>
+  <*>
+  Bo,b-Bo<0D>
+  Ann,a-Ann<0D>
+
 # What is wrong with them is named with its place, and nothing is written.
 file bad.txt
   a<FF>b
