@@ -29,8 +29,7 @@ RecordSource::RecordSource(PreparedLayout& prepared)
       rules_.emplace_back();
       if (is_checked_before(item)) continue;
       ValueRule rule(*item.item, prepared.layout());
-      const sources::Field& field = *prepared.fields()[item.place];
-      if (!rule.fits(field.source().shape())) rules_.back() = std::move(rule);
+      if (!rule.fits(shape(rules_.size() - 1))) rules_.back() = std::move(rule);
     }
   }
   seek(0);
