@@ -108,37 +108,6 @@ file lines.toml
   C      up to 3  starts again after 3 records; empty in at least 4 of 12 records
   Records to export:   12
   Unique ID, NO, LINE: yes, all 12 records differ
-# What does not fit in a late record is found; and where that would take too long, it is said.
-file late.toml
-  [layout]
-  kind = "table"
-  records = 1000
-  data = "l.csv"
-  @number N type = "range", format = "%3U", start = "1", end = "999", hidden = true
-  @number M type = "offset", of = "N", from = 0, to = 5
->2 check late.toml
-  ! late.toml:<n>:<n>: item M: record 99<n>: the value is "100<n>", expected what the item's size and sign allow
-edit late.toml records = 1000 => records = 900
-> check late.toml
-  Item     Values  Course
-  N           999  starts again after 999 records; not written
-  M     up to 900  drawn, at a distance from another item
-  Records to export:   900
-file rare.toml
-  [layout]
-  kind = "table"
-  records = 200000
-  data = "r.csv"
-  @item A 1 length=4 type = "list", values = ["a", "long"], weights = [99999, 1]
-  @item B 1 length=4 type = "list", values = ["b", "long"], weights = [99999, 1]
-  @item C 1 length=6 type = "template", text = "{A}{B}"
->1 check rare.toml
-  Item   Values  Course
-  A           2  drawn in exact shares
-  B           2  drawn in exact shares
-  C     up to 4  made of other items
-  Records to export:   200000
-  Fit C: cannot be told: the values of the first records do, others may be too large
 # Numbers are the same whatever zeros they begin with.
 file numbers.toml
   [layout]
