@@ -1,7 +1,7 @@
 #include "host/parts/output_form.h"
 
-#include "host/process/generating_threads.h"
 #include "host/records/stream_team.h"
+#include "run/line_team.h"
 
 namespace korvex::host {
 
@@ -79,8 +79,8 @@ std::unique_ptr<RecordStream> stream_of(PreparedLayout& prepared, const OutputFo
   const StreamMaker make = [form](PreparedLayout& layout) {
     return form.is_data_file ? data_file_stream(layout) : export_stream(layout, form.format);
   };
-  const std::size_t jobs = generating_jobs();
-  return jobs > 0 ? stream_by_threads(prepared, make, jobs) : make(prepared);
+  const std::size_t threads = generating_threads();
+  return threads > 0 ? stream_by_threads(prepared, make, threads) : make(prepared);
 }
 
 }  // namespace korvex::host

@@ -22,11 +22,9 @@ void set_jobs(std::optional<std::size_t> asked, UsualJobs usual) {
   threads = jobs > 1 ? jobs : 0;
 }
 
-std::size_t generating_jobs() { return threads; }
-
 }  // namespace korvex::host
 
 // Asked by the library.
 extern "C" __attribute__((visibility("default"))) int korvex_generating_threads() {
-  return static_cast<int>(korvex::host::generating_jobs());
+  return static_cast<int>(korvex::host::threads);
 }

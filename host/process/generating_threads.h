@@ -13,10 +13,8 @@ inline constexpr std::size_t most_jobs = 64;
 // most_usual_jobs, or one where many such commands run at once.
 enum class UsualJobs { for_all_processors, one };
 
-// One job means no thread beside the one that writes.
+// Answers korvex_generating_threads() from here on; before, no thread is allowed. One job means no
+// thread beside the one that writes.
 void set_jobs(std::optional<std::size_t> asked, UsualJobs usual);
-
-// How many threads make records, beside the one that writes them; 0 until jobs are set.
-std::size_t generating_jobs();
 
 }  // namespace korvex::host
