@@ -85,6 +85,19 @@ std::optional<ColumnValues> counted_texts(const TextForm& form, const ColumnTask
 // A number of units as SQL has it.
 std::string decimal_text(std::int64_t units, int decimals);
 
+// The values of a list with their way.
+ColumnValues listed(std::vector<std::string> values, bool is_unique);
+
+// The texts that a unique column holds, in order.
+std::vector<std::string> held_by(const ColumnTask& task);
+
+// Days or moments as the conditions of a column for dates or timestamps allow.
+ColumnValues make_moments(const ColumnTask& task);
+
+// Times of the day, for a column for them or for intervals. Nothing where the column holds them
+// all.
+std::optional<ColumnValues> make_times(const ColumnTask& task);
+
 // Days, or moments between their midnights, of a column for dates or timestamps.
 ColumnValues moment_values(const ColumnSchema& column, const ImportPeriod& period, bool is_unique);
 
