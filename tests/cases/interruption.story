@@ -59,7 +59,7 @@ poke d.fif 768 5
 edit l.toml type = "range", format = "%9U", start = 1, end = 999999999 => type = "default"
 
 # Reading a long list asks nobody whether to go on.
-$ yes 1 | head -n 15000000 > list.txt
+$ yes 1 | head -n 60000000 > list.txt
 edit l.toml type = "default" => type = "enumeration", file = "list.txt"
 file d.csv
   old
@@ -70,7 +70,7 @@ each COMMAND
   preview
   export -o o.csv
 do
-  >130 until +0.03 INT <COMMAND> l.toml ...
+  >130 until +0.1 INT <COMMAND> l.toml ...
     ! ...
 cat d.csv
   old
