@@ -97,7 +97,7 @@ bool print_conflicts(const std::vector<Export>& exports, std::ostream& messages)
   return has_conflict;
 }
 
-bool make_folder(const std::string& folder, std::ostream& messages) {
+bool make_output_folder(const std::string& folder, std::ostream& messages) {
   std::error_code failure;
   std::filesystem::create_directories(folder, failure);
   if (!failure) return true;
@@ -144,7 +144,7 @@ ExitStatus run_export(const ExportOptions& options, std::ostream& out, std::ostr
   }
   if (worst != ExitStatus::done) return worst;
   if (print_conflicts(exports, messages)) return ExitStatus::wrong_usage;
-  if (is_folder(options.layout) && !make_folder(options.output, messages)) {
+  if (is_folder(options.layout) && !make_output_folder(options.output, messages)) {
     return ExitStatus::failed;
   }
   set_jobs(options.jobs, options.part ? UsualJobs::one : UsualJobs::for_all_processors);

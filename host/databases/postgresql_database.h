@@ -21,6 +21,9 @@ void check_connection_string(const std::string& connection);
 // DatabaseError or Interrupted.
 TableSchema read_postgresql_schema(PostgresqlConnection& connection, const std::string& table);
 
+// The values of an enum type, in order.
+std::vector<std::string> read_labels(PostgresqlConnection& connection, const std::string& type);
+
 // The columns that each constraint and unique index of a table looks at, in its order.
 std::map<std::string, std::vector<std::size_t>> read_constraints(PostgresqlConnection& connection,
                                                                  const TableSchema& table);

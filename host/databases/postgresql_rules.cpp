@@ -95,10 +95,6 @@ FROM pg_catalog.pg_type t LEFT JOIN pg_catalog.pg_range r
   ON r.rngtypid OPERATOR(pg_catalog.=) t.oid OR r.rngmultitypid OPERATOR(pg_catalog.=) t.oid
 WHERE t.oid OPERATOR(pg_catalog.=) $1::pg_catalog.oid)";
 
-constexpr const char* label_query = R"(
-SELECT enumlabel FROM pg_catalog.pg_enum
-WHERE enumtypid OPERATOR(pg_catalog.=) $1::pg_catalog.oid ORDER BY enumsortorder)";
-
 constexpr const char* part_query = R"(
 SELECT atttypid FROM pg_catalog.pg_attribute
 WHERE attrelid OPERATOR(pg_catalog.=) $1::pg_catalog.oid AND attnum OPERATOR(pg_catalog.>) 0
@@ -247,8 +243,7 @@ class RuleReader {
       for (int row = 0; row < parts.size(); ++row) add(parts.text(row, 0));
     } else if (kind == 'e') {
       shape.kind = TypeShape::Kind::choice;
-      const PostgresqlRows labels = connection_.query(label_query, 1, {type});
-      for (int row = 0; row < labels.size(); ++row) shape.choices.emplace_back(labels.text(row, 0));
+      shape.choices = read_labels(connection_, type);
     }
     return shape;
   }

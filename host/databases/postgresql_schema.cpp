@@ -215,6 +215,15 @@ std::string obstacle_of(char kind, bool has_trigger) {
   return {};
 }
 
+// The texts of a query that answers with one column.
+std::vector<std::string> texts_of(PostgresqlConnection& connection, const char* query,
+                                  const std::vector<std::string>& parameters) {
+  const PostgresqlRows rows = connection.query(query, 1, parameters);
+  std::vector<std::string> texts;
+  for (int row = 0; row < rows.size(); ++row) texts.emplace_back(rows.text(row, 0));
+  return texts;
+}
+
 class SchemaReader {
  public:
   SchemaReader(PostgresqlConnection& connection, const std::string& table)
@@ -241,16 +250,8 @@ class SchemaReader {
   }
 
  private:
-  // The texts of a query that answers with one column.
-  std::vector<std::string> texts_of(const char* query, const std::vector<std::string>& parameters) {
-    const PostgresqlRows rows = connection_.query(query, 1, parameters);
-    std::vector<std::string> texts;
-    for (int row = 0; row < rows.size(); ++row) texts.emplace_back(rows.text(row, 0));
-    return texts;
-  }
-
   std::vector<std::string> table_names() {
-    return texts_of(names_query,
+    return texts_of(connection_, names_query,
                     {connection_.user_path().schemas, std::to_string(most_listed_tables + 1)});
   }
 
@@ -279,7 +280,7 @@ class SchemaReader {
       column.type = found->type;
     } else if (rows.letter(row, 3) == enum_type) {
       column.type = ColumnType::choice;
-      column.choices = texts_of(label_query, {std::string(rows.text(row, 9))});
+      column.choices = read_labels(connection_, std::string(rows.text(row, 9)));
     } else if (rows.letter(row, 4) == string_category) {
       column.type = ColumnType::text;
     }
@@ -323,6 +324,10 @@ class SchemaReader {
 
 TableSchema read_postgresql_schema(PostgresqlConnection& connection, const std::string& table) {
   return SchemaReader(connection, table).read();
+}
+
+std::vector<std::string> read_labels(PostgresqlConnection& connection, const std::string& type) {
+  return texts_of(connection, label_query, {type});
 }
 
 std::map<std::string, std::vector<std::size_t>> read_constraints(PostgresqlConnection& connection,

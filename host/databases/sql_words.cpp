@@ -7,12 +7,12 @@
 
 namespace korvex::host {
 
-namespace {
-
 bool is_word_part(char byte) {
   return std::isalnum(static_cast<unsigned char>(byte)) != 0 || byte == '_' || byte == '$' ||
          (byte & 0x80) != 0;
 }
+
+namespace {
 
 // The end of a text that begins at a place and continues after the next `end`, or to the last byte.
 std::size_t end_behind(std::string_view sql, std::size_t place, std::string_view end) {

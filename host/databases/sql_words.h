@@ -22,6 +22,9 @@ struct SqlWord {
   bool is_keyword(std::string_view keyword) const;
 };
 
+// Whether a byte can stand in a name without quotation marks.
+bool is_word_part(char byte);
+
 // Whether `[a]` is a name, as SQLite takes it, or brackets are around an index or an array.
 enum class Brackets { quote_names, are_symbols };
 

@@ -19,10 +19,6 @@ constexpr std::string_view failed_check = "CHECK constraint failed: ";
 constexpr const char* dropped_row =
     "the database dropped the row without an error, as a trigger may ask it to";
 
-bool is_word_part(char byte) {
-  return std::isalnum(static_cast<unsigned char>(byte)) != 0 || byte == '_' || (byte & 0x80) != 0;
-}
-
 bool has_word(std::string_view text, std::string_view word) {
   for (std::size_t at = text.find(word); at != std::string_view::npos;
        at = text.find(word, at + 1)) {

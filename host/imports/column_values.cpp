@@ -18,8 +18,8 @@ namespace {
 constexpr std::size_t samples = 200;  // of a type or pattern, for a column that repeats
 constexpr std::size_t default_text = 200;
 constexpr std::size_t default_item = 40;  // for a text without a limit
-constexpr int letters = 5;                // in one directive
-constexpr std::size_t digits = 10;        // of a text that is a number
+constexpr int text_letters = 5;           // in one directive
+constexpr std::size_t text_digits = 10;   // of a text that is a number
 
 std::string folded(std::string text) {
   std::transform(text.begin(), text.end(), text.begin(),
@@ -122,16 +122,17 @@ std::optional<ColumnValues> lettered(const ColumnTask& task) {
   const auto limit = static_cast<int>(std::min<std::size_t>(text_limit(task), default_text));
   const int least = std::max(task.facts.least_length.value_or(1), 1);
   if (limit < least) return std::nullopt;
-  const int count = std::min(limit, letters);
+  const int count = std::min(limit, text_letters);
   const bool is_lower = task.facts.letter_case == ColumnFacts::LetterCase::lower;
   const TextForm form = {
       std::string(static_cast<std::size_t>(std::max(least - count, 0)), is_lower ? 'a' : 'A'),
       is_lower ? 'a' : 'A', is_lower ? 'z' : 'Z', static_cast<std::size_t>(count), ""};
   auto made = counted_texts(form, task);
   const bool is_short = !made || made->period < static_cast<std::uint64_t>(task.records);
-  if (task.is_unique && is_short && limit > letters && least <= static_cast<int>(digits)) {
-    made =
-        counted_texts({"", '0', '9', std::min(digits, static_cast<std::size_t>(limit)), ""}, task);
+  if (task.is_unique && is_short && limit > text_letters &&
+      least <= static_cast<int>(text_digits)) {
+    made = counted_texts({"", '0', '9', std::min(text_digits, static_cast<std::size_t>(limit)), ""},
+                         task);
   } else if (task.is_fresh && is_short) {
     auto free = free_texts(task, static_cast<std::size_t>(count));
     if (!free.empty() && (!made || free.size() > made->period)) {
@@ -176,7 +177,7 @@ std::optional<ColumnValues> json(const ColumnTask& task) {
   if (task.form == DraftForm::ways || !task.facts.json_type.empty()) {
     return shaped(task, plain_shape("json"));
   }
-  auto made = counted_texts({"\"", 'A', 'Z', letters, "\""}, task);
+  auto made = counted_texts({"\"", 'A', 'Z', text_letters, "\""}, task);
   if (made) made->attributes = text_attributes(default_item);
   return made;
 }
@@ -301,7 +302,7 @@ std::optional<ColumnValues> make_values(const ColumnTask& task) {
     case ColumnType::uuid:
       return counted_texts({"00000000-0000-4000-8000-", '0', '9', 12, ""}, task);
     case ColumnType::hex_binary:
-      return counted_texts({"\\x", '0', '9', digits, ""}, task);
+      return counted_texts({"\\x", '0', '9', text_digits, ""}, task);
     case ColumnType::json:
       return json(task);
     case ColumnType::unknown:

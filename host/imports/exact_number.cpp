@@ -11,7 +11,7 @@ namespace korvex::host {
 namespace {
 
 template <typename Number>
-std::optional<Number> whole_number(std::string_view text, int base) {
+std::optional<Number> number_of_digits(std::string_view text, int base) {
   Number number = 0;
   const auto [stop, failure] = std::from_chars(text.begin(), text.end(), number, base);
   if (failure != std::errc() || stop != text.end()) return std::nullopt;
@@ -22,7 +22,7 @@ std::optional<Number> whole_number(std::string_view text, int base) {
 std::string in_decimal(std::string_view text) {
   std::optional<std::uint64_t> number;
   if (is_same_in_any_case(text.substr(0, 2), "0x")) {
-    number = whole_number<std::uint64_t>(text.substr(2), 16);
+    number = number_of_digits<std::uint64_t>(text.substr(2), 16);
   }
   return number ? std::to_string(*number) : std::string(text);
 }
@@ -41,7 +41,7 @@ std::optional<ExactNumber> ExactNumber::parse(std::string_view text) {
   if (mark < digits.size()) {
     std::string_view power = digits.substr(mark + 1);
     if (power.starts_with('+')) power.remove_prefix(1);
-    exponent = whole_number<int>(power, 10);
+    exponent = number_of_digits<int>(power, 10);
   }
   digits = digits.substr(0, mark);
   made.digits_ = platform::take_until(digits, '.');

@@ -8,7 +8,7 @@ namespace korvex::host {
 
 namespace {
 
-using Kind = ColumnRole::Kind;
+using Role = ColumnRole::Kind;
 using Columns = std::vector<std::size_t>;
 
 class KeyPlanner {
@@ -55,7 +55,7 @@ class KeyPlanner {
     const bool is_named = key.columns.size() == 1 && facts_.columns[key.columns.front()].choices;
     if (is_named && table < model_.tables.size() && model_.tables[table].rows == 0) return;
     const auto is_free = [&](std::size_t column) {
-      return plan_.columns[column].kind == Kind::own && !table_.columns[column].is_generated;
+      return plan_.columns[column].kind == Role::own && !table_.columns[column].is_generated;
     };
     const auto taken = std::count_if(key.columns.begin(), key.columns.end(),
                                      [&](std::size_t column) { return !is_free(column); });
@@ -70,7 +70,7 @@ class KeyPlanner {
       plan_.keys.push_back({.key = &key, .parent = parent, .takes_rows = takes_rows(key, parent)});
       for (std::size_t place = 0; place < key.columns.size(); ++place) {
         ColumnRole& role = plan_.columns[key.columns[place]];
-        role.kind = Kind::key;
+        role.kind = Role::key;
         role.key = plan_.keys.size() - 1;
         role.place = place;
       }
@@ -78,7 +78,7 @@ class KeyPlanner {
     }
     for (const std::size_t column : key.columns) {
       if (!is_free(column) || !is_nullable(column)) continue;
-      plan_.columns[column].kind = Kind::empty;
+      plan_.columns[column].kind = Role::empty;
       return;
     }
     if (static_cast<std::size_t>(taken) == key.columns.size() && !is_wide) return;
@@ -109,7 +109,7 @@ class KeyPlanner {
     Members members;
     for (const std::size_t column : set) {
       const ColumnRole& role = plan_.columns[column];
-      if (role.kind == Kind::key) {
+      if (role.kind == Role::key) {
         // Rows of a key's parent may be alike in a part of its columns.
         const Columns& whole = plan_.keys[role.key].key->columns;
         const bool is_whole = std::all_of(whole.begin(), whole.end(), [&](std::size_t member) {
@@ -120,7 +120,7 @@ class KeyPlanner {
         } else if (std::count(members.keys.begin(), members.keys.end(), role.key) == 0) {
           members.keys.push_back(role.key);
         }
-      } else if (role.kind == Kind::empty || facts_.columns[column].is_always_null) {
+      } else if (role.kind == Role::empty || facts_.columns[column].is_always_null) {
         members.has_empty = true;
       } else {
         members.own.push_back(column);
@@ -227,14 +227,14 @@ class KeyPlanner {
   bool follow_hub(const Members& members) {
     for (const std::size_t column : members.own) {
       const ColumnRole& role = plan_.columns[column];
-      if (role.has_within || role.kind == Kind::line) return true;
+      if (role.has_within || role.kind == Role::line) return true;
     }
     for (const std::size_t key : members.keys) {
       if (key != *plan_.hub && plan_.keys[key].has_within) return true;
     }
     for (const std::size_t column : members.own) {
       if (!is_whole_number(column)) continue;
-      plan_.columns[column].kind = Kind::line;
+      plan_.columns[column].kind = Role::line;
       return true;
     }
     for (const std::size_t key : members.keys) {

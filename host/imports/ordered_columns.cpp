@@ -4,14 +4,15 @@
 #include <string>
 #include <string_view>
 
+#include "courses/calendar.h"
+
 namespace korvex::host {
 
 namespace {
 
-using Order = ColumnOrder::Kind;
+using Relation = ColumnOrder::Kind;
 
 constexpr std::int64_t longest_days = 90;
-constexpr std::int64_t seconds_of_day = 86'400;
 constexpr std::int64_t longest_hours = 2;  // of times, which are to stay on one day
 constexpr std::int64_t seconds_of_hour = 3600;
 
@@ -77,7 +78,7 @@ void make_offset(const ImportedTable& table, const ColumnOrder& order,
   const ColumnSchema& column = table.schema.columns[order.right];
   PlannedItem& left = items[order.left];
   PlannedItem& right = items[order.right];
-  const std::int64_t least = order.kind == Order::less ? 1 : 0;
+  const std::int64_t least = order.kind == Relation::less ? 1 : 0;
   const auto attribute = left.values->attributes.attribute;
   const bool is_date = attribute == attribute::date;
   const bool is_time = attribute == attribute::time;
@@ -88,7 +89,7 @@ void make_offset(const ImportedTable& table, const ColumnOrder& order,
     const std::int64_t days = order.days > 0 ? order.days : longest_days;
     to = std::to_string(is_date   ? days
                         : is_time ? longest_hours * seconds_of_hour
-                                  : days * seconds_of_day);
+                                  : days * seconds_per_day);
   } else {
     const std::int64_t distance = make_room(table, order, *left.values, *right.values);
     const int decimals = left.values->attributes.decimals;
@@ -115,11 +116,12 @@ void follow_orders(const std::vector<ColumnOrder>& orders, const ImportedTable& 
                    std::vector<PlannedItem>& items) {
   std::vector<bool> is_placed(items.size());
   for (const ColumnOrder& order : orders) {
-    if (order.kind == Order::unequal || !are_alike(items[order.left], items[order.right])) continue;
+    if (order.kind == Relation::unequal || !are_alike(items[order.left], items[order.right]))
+      continue;
     if (is_placed[order.right] || follows(items, table.schema, order.left, order.right)) continue;
     if (order.is_guess && table.facts.columns[order.right].is_bounded()) continue;
     is_placed[order.right] = true;
-    if (order.kind == Order::equal) {
+    if (order.kind == Relation::equal) {
       make_equal(table.schema, order.left, items[order.right], items[order.left]);
     } else {
       make_offset(table, order, items);

@@ -24,8 +24,8 @@ constexpr int most_failures = 100;
 
 const std::string lower_letters = "abcdefghijklmnopqrstuvwxyz";
 const std::string upper_letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
-const std::string digits = "0123456789";
-const std::string word_letters = lower_letters + upper_letters + digits;
+const std::string decimal_digits = "0123456789";
+const std::string word_letters = lower_letters + upper_letters + decimal_digits;
 
 // Goes through an expression and writes what it finds, with a draw at each choice.
 class Sampler {
@@ -164,7 +164,7 @@ class Sampler {
   }
 
   std::string escaped(char letter) {
-    if (letter == 'd') return digits;
+    if (letter == 'd') return decimal_digits;
     if (letter == 'w') return word_letters;
     if (letter == 's') return " ";
     if (std::string_view("mMyYAZbB").find(letter) != std::string_view::npos) is_lost_ = true;
@@ -207,12 +207,12 @@ class Sampler {
     const std::string_view name = rest_.substr(2, end == std::string_view::npos ? 0 : end - 2);
     rest_.remove_prefix(end == std::string_view::npos ? rest_.size() : end + 2);
     if (name == "alpha") return lower_letters + upper_letters;
-    if (name == "digit") return digits;
+    if (name == "digit") return decimal_digits;
     if (name == "alnum") return word_letters;
     if (name == "upper") return upper_letters;
     if (name == "lower") return lower_letters;
     if (name == "space") return " ";
-    if (name == "xdigit") return digits + "abcdef";
+    if (name == "xdigit") return decimal_digits + "abcdef";
     is_lost_ = true;
     return {};
   }

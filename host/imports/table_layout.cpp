@@ -12,7 +12,7 @@ namespace korvex::host {
 
 namespace {
 
-using Kind = ColumnRole::Kind;
+using Role = ColumnRole::Kind;
 
 constexpr std::size_t longest_item_name = sizeof(ControlItem::name) - 1;
 
@@ -62,7 +62,7 @@ class LayoutWriter {
     std::string text = column.declared_type.empty() ? "no type" : column.declared_type;
     if (!column.nullable) text += ", not null";
     if (keys_.columns[i].is_unique) text += ", unique";
-    if (keys_.columns[i].kind == Kind::key) {
+    if (keys_.columns[i].kind == Role::key) {
       text += ", refers to " + keys_.keys[keys_.columns[i].key].key->table;
     }
     std::vector<std::string> remarks = {text};
@@ -149,10 +149,10 @@ class LayoutWriter {
           key.name == "order" && !item.is_combined && (role.has_within || !role.joint.empty());
       if (!is_replaced) draft.values.push_back(std::move(key));
     }
-    if (role.kind == Kind::own && role.has_within) {
+    if (role.kind == Role::own && role.has_within) {
       draft.values.push_back({"within", toml_text(hub_item())});
     }
-    if (role.kind == Kind::own && !role.joint.empty() && !item.is_combined) {
+    if (role.kind == Role::own && !role.joint.empty() && !item.is_combined) {
       draft.values.push_back({"joint", toml_text(role.joint)});
     }
     if (!item.group.empty()) draft.values.push_back({"group", toml_text(item.group)});
@@ -172,7 +172,7 @@ class LayoutWriter {
       std::vector<std::string> lines;
       for (const std::string& value : values.listed) {
         auto line =
-            keys_.columns[i].kind == Kind::key ? std::optional(value) : list_line(value, true);
+            keys_.columns[i].kind == Role::key ? std::optional(value) : list_line(value, true);
         if (line) {
           lines.push_back(std::move(*line));
         } else {

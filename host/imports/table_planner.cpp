@@ -17,7 +17,7 @@ namespace korvex::host {
 
 namespace {
 
-using Kind = ColumnRole::Kind;
+using Role = ColumnRole::Kind;
 
 // What follows a moment is to be over at the time of the import, too.
 constexpr std::chrono::days room_for_followers{120};
@@ -201,7 +201,7 @@ class TablePlanner {
       item.is_left_out = true;
       return;
     }
-    if (facts_[i].is_always_null || keys_.columns[i].kind == Kind::empty) {
+    if (facts_[i].is_always_null || keys_.columns[i].kind == Role::empty) {
       item.reason = facts_[i].is_always_null ? "a condition keeps it without a value"
                                              : "a key that can't be followed beside another one";
       item.is_empty = true;
@@ -242,7 +242,7 @@ class TablePlanner {
     const ColumnRole& role = keys_.columns[column];
     const auto& values = items_[column].values;
     if (values && values->period > 0) return values->period;
-    return role.kind == Kind::key ? parent_records(keys_.keys[role.key]) : sources::endless;
+    return role.kind == Role::key ? parent_records(keys_.keys[role.key]) : sources::endless;
   }
 
   std::uint64_t parent_records(const KeyUse& use) const {
@@ -261,7 +261,7 @@ class TablePlanner {
   void limit_records() {
     for (std::size_t i = 0; i < items_.size(); ++i) {
       const ColumnRole& role = keys_.columns[i];
-      const bool is_unique_key = role.kind == Kind::key && keys_.keys[role.key].is_unique;
+      const bool is_unique_key = role.kind == Role::key && keys_.keys[role.key].is_unique;
       if (role.is_unique || is_unique_key) limit_to(period_of(i), {i});
       if (has_within(i)) {
         most_in_group_ = std::min(most_in_group_, period_of(i));
@@ -276,13 +276,13 @@ class TablePlanner {
 
   bool has_within(std::size_t i) const {
     const ColumnRole& role = keys_.columns[i];
-    return role.has_within || (role.kind == Kind::key && keys_.keys[role.key].has_within);
+    return role.has_within || (role.kind == Role::key && keys_.keys[role.key].has_within);
   }
 
   // The set whose members take each combination once; empty for none.
   const std::string& joint_of(std::size_t i) const {
     const ColumnRole& role = keys_.columns[i];
-    const bool is_first_of_key = role.kind == Kind::key && role.place == 0;
+    const bool is_first_of_key = role.kind == Role::key && role.place == 0;
     return is_first_of_key ? keys_.keys[role.key].joint : role.joint;
   }
 
@@ -299,13 +299,13 @@ class TablePlanner {
       if (joint.empty() || items_[i].is_empty || items_[i].is_combined) continue;
       const ColumnRole& role = keys_.columns[i];
       Joined& set = sets[joint];
-      if (role.kind == Kind::key) {
+      if (role.kind == Role::key) {
         const std::vector<std::size_t>& whole = keys_.keys[role.key].key->columns;
         set.columns.insert(set.columns.end(), whole.begin(), whole.end());
       } else {
         set.columns.push_back(i);
       }
-      const bool is_new_key = role.kind == Kind::key && !items_[i].values;
+      const bool is_new_key = role.kind == Role::key && !items_[i].values;
       set.is_new = set.is_new || role.is_fresh || is_new_key || imported_.rows == 0;
       set.combinations = sources::product(set.combinations, period_of(i));
     }
@@ -323,7 +323,7 @@ class TablePlanner {
     int level = 0;
     for (std::size_t i = 0; i < items_.size(); ++i) {
       const std::string& joint = joint_of(i);
-      const bool is_wide = keys_.columns[i].kind == Kind::key &&
+      const bool is_wide = keys_.columns[i].kind == Role::key &&
                            keys_.keys[keys_.columns[i].key].key->columns.size() > 1;
       if (joint.empty() || !items_[i].values) continue;
       if (nested.empty()) nested = joint;
@@ -358,7 +358,7 @@ class TablePlanner {
       return;
     }
     for (std::size_t i = 0; i < items_.size(); ++i) {
-      if (keys_.columns[i].kind == Kind::line) items_[i].values = keys.line();
+      if (keys_.columns[i].kind == Role::line) items_[i].values = keys.line();
     }
     if (plan_.form == DraftForm::settings) return;
     for (const ColumnOrder& order : orders_) keys.pair(order, items_);

@@ -10,15 +10,16 @@ namespace korvex::host {
 
 namespace {
 
-using Kind = TypeShape::Kind;
+using Shape = TypeShape::Kind;
 
-constexpr std::array<std::string_view, 12> words = {"amber",  "birch", "cedar", "delta",
-                                                    "ember",  "fern",  "grove", "harbor",
-                                                    "island", "jade",  "kiln",  "lake"};
+constexpr std::array<std::string_view, 12> sample_words = {"amber",  "birch", "cedar", "delta",
+                                                           "ember",  "fern",  "grove", "harbor",
+                                                           "island", "jade",  "kiln",  "lake"};
 
 std::string word(std::uint64_t index) {
-  const std::uint64_t round = index / words.size();
-  return std::string(words[index % words.size()]) + (round == 0 ? "" : std::to_string(round));
+  const std::uint64_t round = index / sample_words.size();
+  return std::string(sample_words[index % sample_words.size()]) +
+         (round == 0 ? "" : std::to_string(round));
 }
 
 std::string hexadecimal(std::uint64_t number, int digits) {
@@ -69,19 +70,19 @@ struct NamedMaker {
 
 std::string number(std::uint64_t index) { return std::to_string(index + 1); }
 
-constexpr Maker whole = [](std::uint64_t i) { return number(i); };
+constexpr Maker whole_numbers = [](std::uint64_t i) { return number(i); };
 constexpr Maker text = [](std::uint64_t i) { return word(i); };
 
 // In the order of their kinds. What counts on goes up with the index, for the bounds of ranges.
 constexpr std::array makers = std::to_array<NamedMaker>({
     {"int2", [](std::uint64_t i) { return std::to_string(i % 30'000 + 1); }},
-    {"int4", whole},
-    {"int8", whole},
-    {"numeric", whole},
-    {"float4", whole},
-    {"float8", whole},
-    {"oid", whole},
-    {"xid", whole},
+    {"int4", whole_numbers},
+    {"int8", whole_numbers},
+    {"numeric", whole_numbers},
+    {"float4", whole_numbers},
+    {"float8", whole_numbers},
+    {"oid", whole_numbers},
+    {"xid", whole_numbers},
     {"money", [](std::uint64_t i) { return std::to_string(i + 1) + ".99"; }},
     {"bool", [](std::uint64_t i) { return std::string(i % 2 == 0 ? "true" : "false"); }},
     {"text", text},
@@ -157,7 +158,7 @@ std::optional<std::string> joined(const TypeShape& shape, std::uint64_t index, s
                                   const std::string& ends) {
   std::string list;
   for (std::uint64_t i = 0; i < count; ++i) {
-    const bool is_array = shape.kind == Kind::array;
+    const bool is_array = shape.kind == Shape::array;
     const TypeShape& part = shape.parts[is_array ? 0 : i];
     const auto text_of_part = sample_text(part, "", is_array ? index * count + i : index);
     if (!text_of_part) return std::nullopt;
@@ -171,23 +172,23 @@ std::optional<std::string> joined(const TypeShape& shape, std::uint64_t index, s
 std::optional<std::string> sample_text(const TypeShape& shape, const std::string& declared,
                                        std::uint64_t index) {
   switch (shape.kind) {
-    case Kind::plain:
+    case Shape::plain:
       return plain_text(shape, declared, index);
-    case Kind::choice:
+    case Shape::choice:
       if (shape.choices.empty()) return std::nullopt;
       return shape.choices[index % shape.choices.size()];
-    case Kind::array:
+    case Shape::array:
       return joined(shape, index, array_size, "{}");
-    case Kind::composite:
+    case Shape::composite:
       return joined(shape, index, shape.parts.size(), "()");
-    case Kind::range:
-    case Kind::multirange: {
+    case Shape::range:
+    case Shape::multirange: {
       const auto first = sample_text(shape.parts.front(), "", index * range_distance);
       const auto last =
           sample_text(shape.parts.front(), "", index * range_distance + range_distance / 2);
       if (!first || !last) return std::nullopt;
       const std::string range = "[" + *first + "," + *last + ")";
-      return shape.kind == Kind::range ? range : "{" + range + "}";
+      return shape.kind == Shape::range ? range : "{" + range + "}";
     }
   }
   return std::nullopt;

@@ -5,10 +5,10 @@ namespace korvex::host {
 
 namespace {
 
-constexpr std::array<std::string_view, 3> keys = {"set", "language", "exceeded"};
+constexpr std::array<std::string_view, 3> builtin_keys = {"set", "language", "exceeded"};
 
 // Which sets and languages there are is known by who takes the values.
-void read(const ValuesReading& reading) {
+void read_builtin(const ValuesReading& reading) {
   TableReader& reader = reading.reader;
   reader.require("set", "a built-in set such as \"people.given\"");
   const PlacedText nothing = {"", reader.place("language")};
@@ -19,6 +19,7 @@ void read(const ValuesReading& reading) {
 
 }  // namespace
 
-constinit const ValueType builtin_type = {"builtin", ValueSource::own, Period::known, keys, read};
+constinit const ValueType builtin_type = {"builtin", ValueSource::own, Period::known, builtin_keys,
+                                          read_builtin};
 
 }  // namespace korvex::host

@@ -9,10 +9,10 @@ namespace korvex::host {
 
 namespace {
 
-constexpr std::array<std::string_view, 3> keys = {"layout", "key", "item"};
+constexpr std::array<std::string_view, 3> children_keys = {"layout", "key", "item"};
 
 template <sources::Fold fold>
-void read(const ValuesReading& reading) {
+void read_children(const ValuesReading& reading) {
   TableReader& reader = reading.reader;
   ChildrenValues children;
   children.fold = fold;
@@ -30,7 +30,7 @@ void read(const ValuesReading& reading) {
 
 template <sources::Fold fold>
 constexpr ValueType type_of(std::string_view name) {
-  return {name, ValueSource::own, Period::none, keys, read<fold>};
+  return {name, ValueSource::own, Period::none, children_keys, read_children<fold>};
 }
 
 }  // namespace

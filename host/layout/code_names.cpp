@@ -94,7 +94,7 @@ struct AttributeName {
   Attribute attribute;
 };
 
-constexpr std::array names = std::to_array<AttributeName>({
+constexpr std::array attribute_names = std::to_array<AttributeName>({
     {"character", attribute::character},
     {"decimal", attribute::decimal},
     {"plain-character", attribute::plain_character},
@@ -110,22 +110,22 @@ constexpr std::array names = std::to_array<AttributeName>({
 }  // namespace
 
 std::optional<Attribute> attribute_by_name(std::string_view name) {
-  const auto row = std::find_if(names.begin(), names.end(),
+  const auto row = std::find_if(attribute_names.begin(), attribute_names.end(),
                                 [name](const AttributeName& entry) { return entry.name == name; });
-  if (row == names.end()) return std::nullopt;
+  if (row == attribute_names.end()) return std::nullopt;
   return row->attribute;
 }
 
 std::string_view attribute_name(Attribute attribute) {
   const auto row = std::find_if(
-      names.begin(), names.end(),
+      attribute_names.begin(), attribute_names.end(),
       [attribute](const AttributeName& entry) { return entry.attribute == attribute; });
-  return row == names.end() ? std::string_view() : row->name;
+  return row == attribute_names.end() ? std::string_view() : row->name;
 }
 
 std::string list_attribute_names() {
   std::string list;
-  for (const AttributeName& entry : names) {
+  for (const AttributeName& entry : attribute_names) {
     if (!list.empty()) list += ", ";
     list.append("\"").append(entry.name).append("\"");
   }

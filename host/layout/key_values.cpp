@@ -7,7 +7,7 @@ namespace korvex::host {
 
 namespace {
 
-constexpr std::array<std::string_view, 4> keys = {"layout", "item", "each", "exceeded"};
+constexpr std::array<std::string_view, 4> key_keys = {"layout", "item", "each", "exceeded"};
 constexpr std::array<std::string_view, 3> shape_names = {"constant", "even", "zipf"};
 
 constexpr std::string_view expected_each =
@@ -75,7 +75,7 @@ void read_each(const ValuesReading& reading, KeyValues& key) {
   reading.values.own_keys.push_back({"each", key.each_place, "each"});
 }
 
-void read(const ValuesReading& reading) {
+void read_key(const ValuesReading& reading) {
   TableReader& reader = reading.reader;
   KeyValues key;
   reader.require("layout", "the path of the layout with the records to point to");
@@ -90,6 +90,6 @@ void read(const ValuesReading& reading) {
 
 }  // namespace
 
-constinit const ValueType key_type = {"key", ValueSource::own, Period::known, keys, read};
+constinit const ValueType key_type = {"key", ValueSource::own, Period::known, key_keys, read_key};
 
 }  // namespace korvex::host

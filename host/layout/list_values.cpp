@@ -6,9 +6,9 @@ namespace korvex::host {
 
 namespace {
 
-constexpr std::array<std::string_view, 4> keys = {"values", "file", "column", "exceeded"};
+constexpr std::array<std::string_view, 4> list_keys = {"values", "file", "column", "exceeded"};
 
-void read(const ValuesReading& reading) {
+void read_list(const ValuesReading& reading) {
   TableReader& reader = reading.reader;
   ListValues list;
   list.values = placed_texts(reader, reading.layout, "values");
@@ -30,6 +30,7 @@ void read(const ValuesReading& reading) {
 
 }  // namespace
 
-constinit const ValueType list_type = {"list", ValueSource::own, Period::known, keys, read};
+constinit const ValueType list_type = {"list", ValueSource::own, Period::known, list_keys,
+                                       read_list};
 
 }  // namespace korvex::host

@@ -5,7 +5,7 @@ namespace korvex::host {
 
 namespace {
 
-constexpr std::array<std::string_view, 3> keys = {"of", "from", "to"};
+constexpr std::array<std::string_view, 3> offset_keys = {"of", "from", "to"};
 
 PlacedText read_distance(TableReader& reader, std::string_view key) {
   reader.require(key, "a number: of days, seconds or what the other item counts");
@@ -16,7 +16,7 @@ PlacedText read_distance(TableReader& reader, std::string_view key) {
   return {text.value_or(std::string()), place_of(*node)};
 }
 
-void read(const ValuesReading& reading) {
+void read_offset(const ValuesReading& reading) {
   TableReader& reader = reading.reader;
   reader.require("of", "the name of another item");
   OffsetValues offset;
@@ -28,6 +28,7 @@ void read(const ValuesReading& reading) {
 
 }  // namespace
 
-constinit const ValueType offset_type = {"offset", ValueSource::own, Period::none, keys, read};
+constinit const ValueType offset_type = {"offset", ValueSource::own, Period::none, offset_keys,
+                                         read_offset};
 
 }  // namespace korvex::host

@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t longest_quoted_text = 40;  // bytes of a value that a message repeats
 
 // A text as a message repeats it, cut between characters.
-std::string quoted(std::string_view text) {
+std::string shortened(std::string_view text) {
   if (text.size() <= longest_quoted_text) return '"' + platform::printable(text) + '"';
   return '"' + platform::printable(platform::cut_text(text, longest_quoted_text)) + "\"...";
 }
@@ -20,7 +20,7 @@ std::string quoted(std::string_view text) {
 }  // namespace
 
 std::string describe(const toml::node& node) {
-  if (const auto* value = node.as_string()) return quoted(value->get());
+  if (const auto* value = node.as_string()) return shortened(value->get());
   if (const auto* value = node.as_integer()) return std::to_string(value->get());
   if (const auto* value = node.as_boolean()) return value->get() ? "true" : "false";
   switch (node.type()) {
@@ -166,7 +166,7 @@ void TableReader::reject_unknown_keys() {
     }
     const toml::source_position& begin = key.source().begin;
     report({begin.line, begin.column},
-           "unknown key " + quoted(key.str()) + " in " + title_ + expected);
+           "unknown key " + shortened(key.str()) + " in " + title_ + expected);
   }
 }
 

@@ -6,9 +6,9 @@ namespace korvex::host {
 
 namespace {
 
-constexpr std::array<std::string_view, 1> keys = {"text"};
+constexpr std::array<std::string_view, 1> template_keys = {"text"};
 
-void read(const ValuesReading& reading) {
+void read_template(const ValuesReading& reading) {
   TableReader& reader = reading.reader;
   reader.require("text", "a text with items such as \"{FIRST} {LAST}\"");
   const auto text = placed_text(reader, "text");
@@ -33,6 +33,7 @@ void read(const ValuesReading& reading) {
 
 }  // namespace
 
-constinit const ValueType template_type = {"template", ValueSource::own, Period::none, keys, read};
+constinit const ValueType template_type = {"template", ValueSource::own, Period::none,
+                                           template_keys, read_template};
 
 }  // namespace korvex::host

@@ -11,7 +11,7 @@ namespace korvex::host {
 namespace {
 
 constexpr Steps measured_places = 16;
-constexpr Steps records_at_a_place = 1000;
+constexpr Steps measured_records = 1000;
 
 // Records that were not measured may be longer.
 constexpr double margin = 1.1;
@@ -26,7 +26,7 @@ PartEstimate::PartEstimate(PreparedLayout& prepared, const OutputForm& form)
   const auto begin = std::chrono::steady_clock::now();
   for (Steps place = 1; place <= measured_places; ++place) {
     RecordRange range = records_of({place, measured_places}, records_);
-    range.end = std::min(range.end, sum(range.first, records_at_a_place));
+    range.end = std::min(range.end, sum(range.first, measured_records));
     measured += range.size();
     bytes += size_of(*stream, {range, false});
   }

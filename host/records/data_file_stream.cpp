@@ -10,7 +10,7 @@ namespace korvex::host {
 
 namespace {
 
-constexpr std::size_t piece_size = 256 * 1024;
+constexpr std::size_t data_piece_size = 256 * 1024;
 
 class DataFileStream : public RecordStream {
  public:
@@ -26,7 +26,7 @@ class DataFileStream : public RecordStream {
   std::string_view next() override {
     lines_.clear();
     piece_begin_ = next_;
-    while (next_ < range_.end && lines_.size() < piece_size && failure_.empty()) {
+    while (next_ < range_.end && lines_.size() < data_piece_size && failure_.empty()) {
       check_interruption();
       append(std::min<Steps>(range_.end - next_, most_at_once));
     }
@@ -81,7 +81,7 @@ class DataFileStream : public RecordStream {
   RecordRange range_;
   Steps next_ = 0;
   Steps piece_begin_ = 0;
-  LineBlock lines_{piece_size};
+  LineBlock lines_{data_piece_size};
   std::string failure_;
 };
 

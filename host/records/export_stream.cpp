@@ -10,7 +10,7 @@ namespace korvex::host {
 
 namespace {
 
-constexpr std::size_t piece_size = 64 * 1024;
+constexpr std::size_t export_piece_size = 64 * 1024;
 
 // The records as the chosen dialect takes them.
 class ExportStream : public RecordStream {
@@ -43,7 +43,7 @@ class ExportStream : public RecordStream {
     piece_has_head_ = has_head_;
     append_head();
     const bool by_rows = !prepared_.is_plain() && !encodes();
-    while (next_ < range_.end && text_.size() < piece_size && failure_.empty()) {
+    while (next_ < range_.end && text_.size() < export_piece_size && failure_.empty()) {
       if (by_rows) {
         append_rows();
       } else {

@@ -13,14 +13,12 @@ namespace {
 
 using Tables = std::vector<const Table*>;
 
-std::string quoted(std::string_view text) { return '"' + platform::printable(text) + '"'; }
-
 // `is "x", expected one of "a", "b"`
 Fault unexpected(Fault::Key key, std::string_view given, const std::set<std::string>& expected) {
-  std::string text = given.empty() ? "is missing" : "is " + quoted(given);
+  std::string text = given.empty() ? "is missing" : "is " + platform::quoted(given);
   const char* before = ", expected one of ";
   for (const std::string& name : expected) {
-    text += before + quoted(name);
+    text += before + platform::quoted(name);
     before = ", ";
   }
   return {key, std::move(text)};

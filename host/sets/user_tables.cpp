@@ -50,7 +50,7 @@ bool is_name(std::string_view word) {
 
 // Of SET, SET.LANGUAGE, SET.PART and SET.PART.LANGUAGE what is there; nothing for another name. A
 // language has two letters, a part has more.
-std::optional<Table> parse_name(std::string_view name) {
+std::optional<Table> parse_file_name(std::string_view name) {
   constexpr std::size_t language_size = 2;
   std::vector<std::string_view> words;
   for (std::size_t dot = 0; dot != std::string_view::npos;) {
@@ -104,7 +104,7 @@ UserTables read_folder() {
     const std::string path = entry->path();
     std::error_code unknown;
     if (!path.ends_with(extension) || !entry->is_regular_file(unknown)) continue;
-    std::optional<Table> table = parse_name(keep(std::string(platform::stem(path))));
+    std::optional<Table> table = parse_file_name(keep(std::string(platform::stem(path))));
     if (!table) {
       found.faults.push_back(
           {"", "", platform::printable(path) + ": expected a name SET.tsv or SET.LANGUAGE.tsv"});

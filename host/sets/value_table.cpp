@@ -29,8 +29,6 @@ std::uint32_t parse_weight(std::string_view text) {
   return failure == std::errc() && stop == end ? weight : 0;
 }
 
-std::string quoted(std::string_view text) { return '"' + platform::printable(text) + '"'; }
-
 }  // namespace
 
 std::variant<ValueTable, TableFault> ValueTable::read(std::string_view text) {
@@ -49,7 +47,7 @@ std::string ValueTable::take_names(std::string_view line) {
   for (const std::string_view name : split_line(line)) {
     if (name.empty()) return "a column has no name";
     if (find_column(name) || (name == weight_column && weight_place_)) {
-      return "there are two columns " + quoted(name);
+      return "there are two columns " + platform::quoted(name);
     }
     if (name == weight_column) {
       weight_place_ = columns_.size();
@@ -71,7 +69,7 @@ std::string ValueTable::add_row(std::string_view line) {
   if (weight_place_) {
     const auto place = texts.begin() + static_cast<std::ptrdiff_t>(*weight_place_);
     const std::uint32_t weight = parse_weight(*place);
-    if (weight == 0) return "weight is " + quoted(*place) + ", expected a number from 1";
+    if (weight == 0) return "weight is " + platform::quoted(*place) + ", expected a number from 1";
     weights_.push_back(weight);
     texts.erase(place);
   }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "formatlang/format_parser.h"
 #include "formatlang/value_parser.h"
 #include "values/records.h"
 
@@ -11,7 +12,6 @@ namespace korvex {
 
 namespace {
 
-constexpr std::int32_t max_letters = 5;
 constexpr std::int32_t max_national_characters = 64;
 // More characters than any format may have; keeps a hostile digit count from filling memory.
 constexpr std::int32_t max_repetitions = 256;

@@ -8,7 +8,6 @@ namespace korvex {
 
 namespace {
 
-constexpr std::int32_t max_letters = 5;
 constexpr std::int32_t max_digits_in_text = 18;
 
 constexpr std::int32_t short_date_digits = 6;

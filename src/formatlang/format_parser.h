@@ -10,6 +10,9 @@
 
 namespace korvex {
 
+// The most letters that one directive goes through.
+inline constexpr std::int32_t max_letters = 5;
+
 // The elements that a format text stands for, with sequence numbers from 1, kinds, widths and texts
 // but no values yet.
 struct ParsedFormat {

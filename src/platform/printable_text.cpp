@@ -45,6 +45,8 @@ std::string printable_but(std::string_view text, std::optional<unsigned char> ke
 
 std::string printable(std::string_view text) { return printable_but(text, std::nullopt); }
 
+std::string quoted(std::string_view text) { return '"' + printable(text) + '"'; }
+
 std::string printable_lines(std::string_view text) { return printable_but(text, '\n'); }
 
 std::string printable_from_code_page(std::string_view text) {

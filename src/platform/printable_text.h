@@ -12,7 +12,10 @@ namespace korvex::platform {
 // For UTF-8 and for paths. A byte that is no part of a character shows as an escape, too.
 std::string printable(std::string_view text);
 
-// The same for a text of several lines, which stay apart.
+// The same between quotation marks.
+std::string quoted(std::string_view text);
+
+// As printable() for a text of several lines, which stay apart.
 std::string printable_lines(std::string_view text);
 
 // For code page 932, in a message: question marks stand for what cannot be converted, as the rest

@@ -6,7 +6,7 @@
 namespace korvex::test {
 namespace {
 
-constexpr std::uint64_t limit = 2'147'483'647;
+constexpr std::uint64_t size_limit = 2'147'483'647;
 constexpr std::uint64_t line_size = 1024 * 1024;
 
 // Writes lines of one size up to a last one that brings the total to `bytes`, so many of them in
@@ -42,17 +42,17 @@ std::pair<std::int32_t, std::uint64_t> write_up_to(std::uint64_t bytes, OutputOp
 }
 
 TEST(RecordWriterTest, StopsAtTheLineThatReachesTheLimitIfGuarded) {
-  const std::uint64_t whole_lines = limit / line_size * line_size;
+  const std::uint64_t whole_lines = size_limit / line_size * line_size;
   for (const bool by_others : {false, true}) {
     const auto up_to = [&](std::uint64_t bytes, OutputOption option, int first, int block) {
       return write_up_to(bytes, option, first, block, by_others);
     };
-    EXPECT_EQ(up_to(limit - 1, guarded_output, 1, 1), std::pair(0, limit - 1));
-    EXPECT_EQ(up_to(limit, guarded_output, 1, 1), std::pair(-76, whole_lines));
-    EXPECT_EQ(up_to(limit + 1, plain_output, 1, 1), std::pair(0, limit + 1));
+    EXPECT_EQ(up_to(size_limit - 1, guarded_output, 1, 1), std::pair(0, size_limit - 1));
+    EXPECT_EQ(up_to(size_limit, guarded_output, 1, 1), std::pair(-76, whole_lines));
+    EXPECT_EQ(up_to(size_limit + 1, plain_output, 1, 1), std::pair(0, size_limit + 1));
     // Wherever in a block that line is.
     for (int first = 1; first <= 5; ++first) {
-      EXPECT_EQ(up_to(limit + 9 * line_size, guarded_output, first, 5),
+      EXPECT_EQ(up_to(size_limit + 9 * line_size, guarded_output, first, 5),
                 std::pair(-76, whole_lines));
     }
   }

@@ -17,10 +17,10 @@ using Element = ReferenceItem::Element;
 using std::chrono::sys_days;
 
 constexpr std::int32_t out_of_range = -45;
-constexpr std::int64_t day_seconds = 86400;
-constexpr std::int64_t last_day = 24855;         // 2038-01-19
-constexpr std::int64_t first_second = 9 * 3600;  // 1970-01-01 09:00
-constexpr std::int64_t last_second = last_day * day_seconds + 3 * 3600 + 14 * 60 + 7;
+constexpr std::int64_t seconds_per_day = 86400;
+constexpr std::int64_t reference_last_day = 24855;  // 2038-01-19
+constexpr std::int64_t first_second = 9 * 3600;     // 1970-01-01 09:00
+constexpr std::int64_t last_second = reference_last_day * seconds_per_day + 3 * 3600 + 14 * 60 + 7;
 
 bool is_character(std::int32_t kind) { return kind == 904 || kind == 905 || kind == 908; }
 bool is_moment(std::int32_t kind) {
@@ -196,16 +196,16 @@ bool step_date(std::int64_t days, Element& element) {
     if (plain_text(moved) <= field_text(element.settings.end_text)) return true;
   }
   const std::int64_t next = day_of(value) + days;
-  if (next < 0 || next > last_day) return false;
+  if (next < 0 || next > reference_last_day) return false;
   set_day(value, next);
   return true;
 }
 
 bool step_timestamp(std::int64_t seconds, FmtValRec& value) {
-  const std::int64_t next = day_of(value) * day_seconds + second_of(value) + seconds;
+  const std::int64_t next = day_of(value) * seconds_per_day + second_of(value) + seconds;
   if (next < first_second || next > last_second) return false;
-  set_day(value, next / day_seconds);
-  set_second(value, next % day_seconds);
+  set_day(value, next / seconds_per_day);
+  set_second(value, next % seconds_per_day);
   return true;
 }
 
@@ -239,8 +239,8 @@ void moment(ReferenceItem& item, Element& element, std::string& line) {
   if (kind == 907) step_unchecked_date(step, element);
   if (kind == 1003) is_going = step_timestamp(step, element.current);
   if (kind == 1002) {
-    const std::int64_t second = (second_of(element.current) + step) % day_seconds;
-    set_second(element.current, (second + day_seconds) % day_seconds);
+    const std::int64_t second = (second_of(element.current) + step) % seconds_per_day;
+    set_second(element.current, (second + seconds_per_day) % seconds_per_day);
   }
   if (is_going) {
     element.text = plain_text(element);

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "control/item_settings.h"
+#include "formatlang/format_parser.h"
 #include "values/records.h"
 
 namespace korvex {
@@ -43,7 +44,6 @@ ErrorCode give_initial_settings(ClColMain& main) {
 
 namespace {
 
-constexpr std::int32_t max_letters = 5;
 constexpr std::int32_t max_national_characters = 64;
 constexpr std::int32_t no_limit = std::numeric_limits<std::int32_t>::max();
 

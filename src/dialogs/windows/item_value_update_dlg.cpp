@@ -30,12 +30,14 @@ namespace {
 
 using platform::MessageKind;
 
-constexpr int value_controls[] = {control_id::start,     control_id::start_label,
-                                  control_id::end,       control_id::end_label,
-                                  control_id::increment, control_id::increment_label};
-constexpr int exceeded_controls[] = {control_id::exceeded_initialize, control_id::exceeded_repeat};
-constexpr int format_controls[] = {control_id::format, control_id::format_label,
-                                   control_id::update_examples, control_id::update_examples_label};
+constexpr int item_value_controls[] = {control_id::start,     control_id::start_label,
+                                       control_id::end,       control_id::end_label,
+                                       control_id::increment, control_id::increment_label};
+constexpr int item_exceeded_controls[] = {control_id::exceeded_initialize,
+                                          control_id::exceeded_repeat};
+constexpr int item_format_controls[] = {control_id::format, control_id::format_label,
+                                        control_id::update_examples,
+                                        control_id::update_examples_label};
 
 // The form's widgets exist before the members that show them.
 QListWidget& set_up(ClItemValueUpdateDlg& dialog) {
@@ -156,8 +158,8 @@ std::optional<std::size_t> ClItemValueUpdateDlg::named_position() {
 }
 
 void ClItemValueUpdateDlg::enable_range(bool on) {
-  enable(value_controls, on);
-  enable(exceeded_controls, on);
+  enable(item_value_controls, on);
+  enable(item_exceeded_controls, on);
   enable(control_id::custom_format, on);
   enable_custom_format(on && is_checked(control_id::custom_format));
   note_.refresh();
@@ -174,7 +176,7 @@ std::string ClItemValueUpdateDlg::preview() {
 }
 
 void ClItemValueUpdateDlg::enable_custom_format(bool on) {
-  enable(format_controls, on);
+  enable(item_format_controls, on);
   enable(control_id::add_example, on && examples_.can_add());
   enable(control_id::delete_example, on && examples_.can_delete());
 }

@@ -6,7 +6,6 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
-#include <random>
 #include <set>
 #include <sstream>
 #include <vector>
@@ -17,6 +16,7 @@
 #include "host/parts/verifier.h"
 #include "platform/file.h"
 #include "platform/file_calls.h"
+#include "support/random.h"
 #include "support/temp_folder.h"
 
 namespace korvex::host {
@@ -24,13 +24,12 @@ namespace {
 
 namespace fs = std::filesystem;
 using platform::FileCalls;
-using Random = std::mt19937_64;
+using test::below;
+using test::Random;
 
 constexpr const char* usual_schedules = "1-1000";
 constexpr std::uint64_t most_parts = 5;
 constexpr std::size_t most_workers = 6;
-
-std::uint64_t below(Random& random, std::uint64_t end) { return random() % end; }
 
 // A process that makes a part. It stands still before each call that touches a file until the
 // engine lets it go on, and once killed it touches nothing any more.

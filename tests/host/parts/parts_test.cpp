@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <random>
 #include <sstream>
 
 #include "host/parts/checksum.h"
 #include "host/parts/fingerprint.h"
 #include "host/parts/manifest.h"
+#include "support/random.h"
 #include "support/temp_folder.h"
 
 // Parts of the records of random layouts: joined in any split they are the whole, and what is known
@@ -14,9 +14,8 @@
 namespace korvex::host {
 namespace {
 
-using Random = std::mt19937_64;
-
-std::uint64_t below(Random& random, std::uint64_t end) { return random() % end; }
+using test::below;
+using test::Random;
 
 // Items whose values end, turn, stay, run empty, differ in size, or need care in a dialect.
 constexpr std::string_view some_values[] = {

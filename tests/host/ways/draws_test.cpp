@@ -17,7 +17,7 @@
 namespace korvex::ways {
 namespace {
 
-constexpr Key some_key{0x0123456789ABCDEF};
+constexpr Key draw_key{0x0123456789ABCDEF};
 
 TEST(Keys, DifferInEveryPartOfTheirOrigin) {
   const KeyOrigin origins[] = {
@@ -77,10 +77,10 @@ TEST(Draws, AreEvenUpToTheLastOfTheirBounds) {
   constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
   constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
   for (std::uint64_t record = 0; record < 60'000; ++record) {
-    ++thirds[draw_below(some_key, record, bound) / (bound / 3 + 1)];
-    ++small[static_cast<std::size_t>(draw_between(some_key, record, -3, 3) + 3)];
-    ++quarters[static_cast<std::size_t>((draw_between(some_key, record, least, most) >> 62) + 2)];
-    ASSERT_EQ(draw_between(some_key, record, most, most), most);
+    ++thirds[draw_below(draw_key, record, bound) / (bound / 3 + 1)];
+    ++small[static_cast<std::size_t>(draw_between(draw_key, record, -3, 3) + 3)];
+    ++quarters[static_cast<std::size_t>((draw_between(draw_key, record, least, most) >> 62) + 2)];
+    ASSERT_EQ(draw_between(draw_key, record, most, most), most);
   }
   EXPECT_LT(unevenness(thirds), surely_uneven);
   EXPECT_LT(unevenness(small), surely_uneven);
@@ -155,7 +155,7 @@ TEST(ExactShares, HoldInEveryWholeBlockAndToTheNearestRecordInTheLast) {
   constexpr std::uint64_t block = 1026;
   for (const std::uint64_t rest : {0U, 1U, 2U, 3U, 500U, 1025U}) {
     const std::uint64_t records = 3 * block + rest;
-    ExactShares shares(some_key, weights, records);
+    ExactShares shares(draw_key, weights, records);
     for (std::uint64_t begin = 0; begin < 3 * block; begin += block) {
       EXPECT_EQ(counted(shares, 4, begin, begin + block),
                 (std::vector<std::uint64_t>{342, 0, 513, 171}));
@@ -177,8 +177,8 @@ TEST(ExactShares, HoldInEveryWholeBlockAndToTheNearestRecordInTheLast) {
 TEST(ExactShares, ChangeOnlyTheLastBlockWhenRecordsGrow) {
   const Proportions share = Proportions::of_share({1, 20});
   constexpr std::uint64_t block = 1040;
-  ExactShares fewer(some_key, share, 2 * block + 100);
-  ExactShares more(some_key, share, 5 * block);
+  ExactShares fewer(draw_key, share, 2 * block + 100);
+  ExactShares more(draw_key, share, 5 * block);
   std::uint64_t differences = 0;
   for (std::uint64_t record = 0; record < 2 * block + 100; ++record) {
     const bool is_same = fewer.category_of(record) == more.category_of(record);
@@ -190,10 +190,10 @@ TEST(ExactShares, ChangeOnlyTheLastBlockWhenRecordsGrow) {
 
 TEST(ExactShares, GoToTheirLimits) {
   const std::uint64_t most = Fraction::most;
-  ExactShares rare(some_key, Proportions::of_share({1, most}), most_records);
+  ExactShares rare(draw_key, Proportions::of_share({1, most}), most_records);
   EXPECT_EQ(rare.count(0), 1);
   EXPECT_EQ(rare.category_of(most_records - 1), 1);
-  ExactShares all(some_key, Proportions::of_share({1, 1}), most_records);
+  ExactShares all(draw_key, Proportions::of_share({1, 1}), most_records);
   EXPECT_EQ(all.count(0), most_records);
   EXPECT_EQ(all.category_of(0), 0);
 
@@ -212,7 +212,7 @@ TEST(ZipfDraws, FollowTheLaw) {
   constexpr std::uint64_t n = 200'000;
   for (const double skew : {0.5, 1.1, 2.0}) {
     const Fraction exponent{static_cast<std::uint64_t>(std::lround(skew * 10)), 10};
-    const Zipf zipf(some_key, n, *Skew::make(exponent));
+    const Zipf zipf(draw_key, n, *Skew::make(exponent));
     std::map<int, double> expected;
     std::map<int, double> counts;
     double sum = 0;
@@ -239,10 +239,10 @@ TEST(ZipfDraws, FollowTheLaw) {
 TEST(ZipfDraws, GoToTheirLimits) {
   EXPECT_FALSE(Skew::make({0, 1}));
   EXPECT_FALSE(Skew::make({Fraction::most, 99'999'999'999'999'999}));
-  EXPECT_EQ(Zipf(some_key, 1, Skew()).at(7), 0);
+  EXPECT_EQ(Zipf(draw_key, 1, Skew()).at(7), 0);
   for (const Fraction exponent : {Fraction{1, 100}, Fraction{10, 1}, Fraction{1, Fraction::most}}) {
-    const Zipf widest(some_key, most_indices, *Skew::make(exponent));
-    const Zipf narrow(some_key, 5000, *Skew::make(exponent));
+    const Zipf widest(draw_key, most_indices, *Skew::make(exponent));
+    const Zipf narrow(draw_key, 5000, *Skew::make(exponent));
     std::uint64_t largest = 0;
     for (std::uint64_t record = 0; record < 2000; ++record) {
       ASSERT_LT(widest.at(record), most_indices);

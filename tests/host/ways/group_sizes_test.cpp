@@ -14,7 +14,7 @@
 namespace korvex::ways {
 namespace {
 
-constexpr KeyFor<Use::each> some_key{{0x0123456789ABCDEF}};
+constexpr KeyFor<Use::each> group_key{{0x0123456789ABCDEF}};
 
 struct Given {
   std::uint64_t records;
@@ -35,7 +35,7 @@ TEST(GroupSizes, GiveEveryRecordOnceWithinTheBounds) {
   }
   for (const Given& given : cases) {
     for (const Shape shape : shapes) {
-      const Result<GroupSizes> made = GroupSizes::make(some_key, given.records, given.parents,
+      const Result<GroupSizes> made = GroupSizes::make(group_key, given.records, given.parents,
                                                        {given.least, given.most, shape, {}});
       ASSERT_TRUE(made);
       std::vector<bool> taken(given.records);
@@ -73,7 +73,7 @@ TEST(GroupSizes, AreFoundAmongABillionParentsAndMore) {
       {most_records, 3, 0, most_records},   {most_records - 1, most_records / 2, 1, 3}};
   for (const Given& given : cases) {
     for (const Shape shape : shapes) {
-      const Result<GroupSizes> made = GroupSizes::make(some_key, given.records, given.parents,
+      const Result<GroupSizes> made = GroupSizes::make(group_key, given.records, given.parents,
                                                        {given.least, given.most, shape, {}});
       ASSERT_TRUE(made);
       for (std::uint64_t i = 0; i < 2000; ++i) {
@@ -99,7 +99,7 @@ TEST(GroupSizes, AreFoundAmongABillionParentsAndMore) {
 }
 
 std::map<std::uint64_t, std::uint64_t> frequencies(Shape shape, const Given& given) {
-  const Result<GroupSizes> made = GroupSizes::make(some_key, given.records, given.parents,
+  const Result<GroupSizes> made = GroupSizes::make(group_key, given.records, given.parents,
                                                    {given.least, given.most, shape, {}});
   std::map<std::uint64_t, std::uint64_t> counts;
   for (std::uint64_t parent = 0; parent < given.parents; ++parent) {
@@ -131,7 +131,7 @@ TEST(GroupSizes, HaveTheirShape) {
 
 TEST(GroupSizes, FollowEachOtherWithoutAPattern) {
   const Result<GroupSizes> made =
-      GroupSizes::make(some_key, 3'500'000, 1'000'000, {0, 7, Shape::even, {}});
+      GroupSizes::make(group_key, 3'500'000, 1'000'000, {0, 7, Shape::even, {}});
   std::map<std::vector<std::uint64_t>, int> runs;
   for (std::uint64_t parent = 0; parent < 30'000; parent += 3) {
     std::vector<std::uint64_t> run;
@@ -148,7 +148,7 @@ TEST(Trees, HaveEveryRecordAfterItsParentAndTheChildrenThatTheBoundsSay) {
   for (const Given& given : cases) {
     for (const Shape shape : shapes) {
       const Result<Tree> tree =
-          Tree::make(some_key, given.records, {given.least, given.most, shape, {}});
+          Tree::make(group_key, given.records, {given.least, given.most, shape, {}});
       ASSERT_TRUE(tree);
       std::uint64_t next_child = 1;
       for (std::uint64_t record = 0; record < given.records; ++record) {
@@ -165,17 +165,18 @@ TEST(Trees, HaveEveryRecordAfterItsParentAndTheChildrenThatTheBoundsSay) {
       ASSERT_EQ(next_child, std::max<std::uint64_t>(given.records, 1));
     }
   }
-  EXPECT_EQ(Tree::make(some_key, 0, {1, 1, Shape::even, {}})->member(0), std::nullopt);
-  EXPECT_LT(
-      Tree::make(some_key, most_records, {0, 9, Shape::zipf, {}})->member(most_records - 1)->parent,
-      most_records / 4);
-  EXPECT_FALSE(Tree::make(some_key, 5, {0, 0, Shape::even, {}}));
-  EXPECT_FALSE(Tree::make(some_key, 5, {3, 2, Shape::even, {}}));
+  EXPECT_EQ(Tree::make(group_key, 0, {1, 1, Shape::even, {}})->member(0), std::nullopt);
+  EXPECT_LT(Tree::make(group_key, most_records, {0, 9, Shape::zipf, {}})
+                ->member(most_records - 1)
+                ->parent,
+            most_records / 4);
+  EXPECT_FALSE(Tree::make(group_key, 5, {0, 0, Shape::even, {}}));
+  EXPECT_FALSE(Tree::make(group_key, 5, {3, 2, Shape::even, {}}));
 }
 
 TEST(GroupSizes, SayWhyTheyCannotBe) {
   const auto reason = [](const Given& given) {
-    const Result<GroupSizes> made = GroupSizes::make(some_key, given.records, given.parents,
+    const Result<GroupSizes> made = GroupSizes::make(group_key, given.records, given.parents,
                                                      {given.least, given.most, Shape::even, {}});
     return made ? std::string() : made.reason();
   };

@@ -18,11 +18,11 @@
 namespace korvex::ways {
 namespace {
 
-constexpr Key some_key{0x0123456789ABCDEF};
+constexpr Key order_key{0x0123456789ABCDEF};
 
 TEST(Permutations, TakeEveryPlaceOnceAndKnowTheWayBack) {
   for (std::uint64_t n = 1; n <= 3000; ++n) {
-    const Permutation order(some_key, n, {.round = n / 7, .parent = n % 7});
+    const Permutation order(order_key, n, {.round = n / 7, .parent = n % 7});
     std::vector<bool> taken(n);
     for (std::uint64_t place = 0; place < n; ++place) {
       const std::uint64_t number = order.at(place);
@@ -41,7 +41,7 @@ TEST(Permutations, ComeBackFromAnywhereInLargeOnes) {
     sizes.insert(sizes.end(), {power - 1, power, power + 1, power + absorb(bits, 0) % power});
   }
   for (const std::uint64_t n : sizes) {
-    const Permutation order(some_key, n);
+    const Permutation order(order_key, n);
     std::set<std::uint64_t> numbers;
     for (std::uint64_t i = 0; i < 400; ++i) {
       const std::uint64_t place = i < 100 ? i : i < 200 ? n - i + 99 : absorb(n, i) % n;
@@ -54,7 +54,7 @@ TEST(Permutations, ComeBackFromAnywhereInLargeOnes) {
 
 // The two sources of different orders, which must be as good as one another.
 Permutation drawn(std::uint64_t i, std::uint64_t n, bool by_key) {
-  return by_key ? Permutation(Key{scatter(i)}, n) : Permutation(some_key, n, {.round = i});
+  return by_key ? Permutation(Key{scatter(i)}, n) : Permutation(order_key, n, {.round = i});
 }
 
 TEST(Permutations, GiveEveryOrderOfSixNumbersAlike) {
@@ -96,7 +96,7 @@ TEST(Permutations, GiveEveryPairOfNumbersAlikeWhereverTheyStand) {
 TEST(Permutations, ScatterNeighboursOverAllNumbers) {
   constexpr std::uint64_t cells = 32;
   for (const std::uint64_t n : {std::uint64_t{1'000'003}, std::uint64_t{1} << 20, most_indices}) {
-    const Permutation order(some_key, n);
+    const Permutation order(order_key, n);
     std::vector<std::uint64_t> counts(cells * cells);
     for (std::uint64_t place = 0; place < 200'000; ++place) {
       const auto cell = [&](std::uint64_t number) {
@@ -110,7 +110,7 @@ TEST(Permutations, ScatterNeighboursOverAllNumbers) {
 
 TEST(Shuffles, TakeEveryIndexOnceInEachRoundOfAnotherOrder) {
   for (const std::uint64_t period : {1U, 2U, 300U, 5000U}) {
-    Shuffle shuffle(some_key, period);
+    Shuffle shuffle(order_key, period);
     std::set<std::vector<std::uint64_t>> orders;
     for (std::uint64_t round = 0; round < 4; ++round) {
       std::vector<std::uint64_t> order;
@@ -154,8 +154,8 @@ void expect_same(Together together, OneByOne one_by_one, std::uint64_t end) {
 TEST(Orders, TakeManyAtOnceAsOneByOne) {
   for (const std::uint64_t n : {1U, 5U, 64U, 65U, 256U, 300U, 4096U, 5000U}) {
     SCOPED_TRACE(n);
-    Shuffle together(some_key, n);
-    Shuffle one(some_key, n);
+    Shuffle together(order_key, n);
+    Shuffle one(order_key, n);
     expect_same([&](auto records) { together.take(records); },
                 [&](std::uint64_t record) { return one.at(record); }, 9000);
     const std::vector<std::uint64_t> periods = {3, n};
@@ -164,8 +164,8 @@ TEST(Orders, TakeManyAtOnceAsOneByOne) {
     expect_same([&](auto records) { joint.take(records, 1); },
                 [&](std::uint64_t record) { return other.at(record, 1); }, 9000);
     const Proportions shares = Proportions::of_share({1, n});
-    ExactShares dealt(some_key, shares, 9000);
-    ExactShares again(some_key, shares, 9000);
+    ExactShares dealt(order_key, shares, 9000);
+    ExactShares again(order_key, shares, 9000);
     expect_same([&](auto records) { dealt.take(records); },
                 [&](std::uint64_t record) { return again.category_of(record); }, 8900);
   }
@@ -199,7 +199,7 @@ TEST(JointShuffles, AreRefusedOnlyAboveTheMostIndices) {
 }
 
 TEST(ShufflesWithin, DifferWithinAGroupAndBetweenGroups) {
-  ShuffleWithin within(some_key, 50);
+  ShuffleWithin within(order_key, 50);
   std::set<std::vector<std::uint64_t>> orders;
   for (std::uint64_t parent = 0; parent < 20; ++parent) {
     std::vector<std::uint64_t> order;
@@ -223,7 +223,7 @@ TEST(Pairs, AreAllThereOnceAndExactAtTheEnd) {
     EXPECT_EQ(pair_at(pair_count(n) - 1), (IndexPair{n - 2, n - 1}));
     EXPECT_EQ(pair_at(pair_count(n - 1)), (IndexPair{0, n - 1}));
   }
-  PairShuffle pairs(some_key, 20);
+  PairShuffle pairs(order_key, 20);
   std::set<std::pair<std::uint64_t, std::uint64_t>> seen;
   for (std::uint64_t record = 0; record < 190; ++record) {
     const IndexPair pair = pairs.at(record);

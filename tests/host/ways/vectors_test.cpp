@@ -69,7 +69,7 @@ const std::map<std::string, Use> uses = {{"order", Use::order},     {"empty", Us
                                          {"weights", Use::weights}, {"group", Use::group},
                                          {"each", Use::each},       {"joint", Use::joint}};
 
-const std::map<std::string, Shape> shapes = {
+const std::map<std::string, Shape> shapes_by_name = {
     {"constant", Shape::constant}, {"even", Shape::even}, {"zipf", Shape::zipf}};
 
 const std::map<std::string, std::function<Answer(const Arguments&)>> schemes = {
@@ -128,14 +128,16 @@ const std::map<std::string, std::function<Answer(const Arguments&)>> schemes = {
      }},
     {"groups",
      [](const Arguments& given) {
-       const GroupBounds bounds = {given.number(4), given.number(5), shapes.at(given.word(6)), {}};
+       const GroupBounds bounds = {
+           given.number(4), given.number(5), shapes_by_name.at(given.word(6)), {}};
        const GroupSizes groups =
            *GroupSizes::make({given.key()}, given.number(2), given.number(3), bounds);
        return answer([groups](std::uint64_t record) { return groups.member(record); });
      }},
     {"tree",
      [](const Arguments& given) {
-       const GroupBounds bounds = {given.number(3), given.number(4), shapes.at(given.word(5)), {}};
+       const GroupBounds bounds = {
+           given.number(3), given.number(4), shapes_by_name.at(given.word(5)), {}};
        const Tree tree = *Tree::make({given.key()}, given.number(2), bounds);
        return answer([tree](std::uint64_t record) { return tree.member(record)->parent; });
      }},
