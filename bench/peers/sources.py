@@ -1,4 +1,4 @@
-"""Records as those of lively.toml, drawn by the module random: python3 lively.py RECORDS"""
+"""Records as those of sources.toml, drawn by the module random: python3 sources.py RECORDS"""
 
 import pathlib
 import random

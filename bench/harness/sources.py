@@ -11,7 +11,7 @@ from timing import run_for_peak_memory
 
 DEFAULT_RECORDS = 2_000_000
 DEFAULT_RUNS = 7
-LAYOUTS = ("lively.toml", "lively_customers.toml")
+LAYOUTS = ("sources.toml", "sources_customers.toml")
 # Debian's own, which sees Debian's packages whatever python3 is the user's.
 PYTHON = "/usr/bin/python3"
 FAKE_PACKAGE = "python3-fake-factory"
@@ -32,8 +32,8 @@ def peers(records):
     drawn, faked = max(records // RANDOM_PART, 1), max(records // FAKE_PART, 1)
     fake = first_line_of(PYTHON, "-c", "import faker; print(faker.VERSION)")
     return {
-        f"{version.lower()} with random": (drawn, "lively.py"),
-        f"{FAKE_PACKAGE} {fake or ''}".strip(): fake and (faked, "lively_fake.py"),
+        f"{version.lower()} with random": (drawn, "sources.py"),
+        f"{FAKE_PACKAGE} {fake or ''}".strip(): fake and (faked, "sources_fake.py"),
     }
 
 
@@ -47,7 +47,7 @@ def print_row(subject, records, korvex):
 
 
 def main():
-    parser = argparse.ArgumentParser(prog="bench/lively", description=__doc__)
+    parser = argparse.ArgumentParser(prog="bench/sources", description=__doc__)
     parser.add_argument("--records", type=positive, default=DEFAULT_RECORDS, metavar="N")
     parser.add_argument(
         "--runs", type=positive, default=DEFAULT_RUNS, metavar="N", help="counted runs"

@@ -1,4 +1,4 @@
-"""Records as those of lively.toml, by Debian's python3-fake-factory: python3 lively_fake.py RECORDS"""
+"""Records as those of sources.toml, by Debian's python3-fake-factory: python3 sources_fake.py RECORDS"""
 
 import sys
 from datetime import date, datetime
