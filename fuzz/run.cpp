@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "control/control_file.h"
+#include "lists/enumeration_check.h"
 #include "run/generate_data_file.h"
 #include "values/record_text.h"
 
@@ -33,10 +34,18 @@ void put_control_file(World& world, const RunRequest& request, std::size_t count
 
 ErrorCode generate(World& world, const RunRequest& request) {
   put_control_file(world, request, request.items.size(), bytes_of(request.items));
-  const Result<ByteCount> measured = [] {
-    ClGenerateDataFile generator;
-    generator.main.control_path = control_path;
-    return generator.measure();
+  const Result<ByteCount> measured = [&] {
+    ClColMain main;
+    main.control_path = control_path;
+    Run run;
+    const Result<bool> loaded =
+        run.load(main, [&](const FmtColRec& settings, ClEnumDataList& list) {
+          std::int32_t bad_line = 0;
+          const std::string path(field_text(settings.enumeration_path));
+          return check_enumeration(main, path, settings, bad_line, &list).code();
+        });
+    if (!loaded || !*loaded) return Result<ByteCount>(error::no_data_file);
+    return run.measure(RecordCount(static_cast<std::uint64_t>(request.records)));
   }();
   world.interface.polls = 0;
   world.interface.cancel_at_poll = request.cancel_at_poll;

@@ -87,7 +87,7 @@ void print_records(const PreparedLayout& prepared, const Forecast& forecast, std
 }
 
 // Of the data file. What is in its place is overwritten, which makes room, too.
-bool print_sizes(const PreparedLayout& prepared, const std::optional<RepeatCount>& module_count,
+bool print_sizes(const PreparedLayout& prepared, const std::optional<RepeatCount>& count,
                  std::ostream& out) {
   const Layout& layout = prepared.layout();
   const auto size = prepared.run().size(layout.records);
@@ -95,8 +95,7 @@ bool print_sizes(const PreparedLayout& prepared, const std::optional<RepeatCount
   // The records of a table are loaded: no file, and no limit of one, is in their way.
   if (layout.kind == layout_kind::table) return true;
   out << "Predicted size:      "
-      << (module_count ? predicted_size_text(*module_count) : "not predicted by the module")
-      << "\n";
+      << (count ? predicted_size_text(*count) : "not predicted by the module") << "\n";
   const auto free = free_space(layout.data);
   if (!free) return true;
   std::error_code failure;
@@ -113,9 +112,13 @@ bool print_sizes(const PreparedLayout& prepared, const std::optional<RepeatCount
 ExitStatus run_check(const CheckOptions& options, std::ostream& out, std::ostream& messages) {
   if (is_folder(options.layout)) return check_folder(options, out, messages);
   PreparedLayout prepared;
-  std::optional<RepeatCount> module_count;
+  std::optional<RepeatCount> count;
+  const auto count_copy = [&](const Layout& copy, const SettingsResult& settings) {
+    count = module_count(copy, settings.repeated_items > 0);
+    return ExitStatus::done;
+  };
   const ExitStatus status =
-      prepared.prepare(options.layout, options.records, messages, {.module_count = &module_count});
+      prepared.prepare(options.layout, options.records, messages, {.look_at_settings = count_copy});
   if (status != ExitStatus::done) return status;
   std::vector<UniqueSet> sets = own_sets(prepared);
   for (const std::string& names : options.unique) {
@@ -127,7 +130,7 @@ ExitStatus run_check(const CheckOptions& options, std::ostream& out, std::ostrea
   print_items(prepared, forecast, out);
   print_records(prepared, forecast, out);
   // Of the records that the program makes, the size is the format's business.
-  bool is_good = !prepared.is_plain() || print_sizes(prepared, module_count, out);
+  bool is_good = !prepared.is_plain() || print_sizes(prepared, count, out);
   for (const UniqueSet& set : sets) {
     const SetAnswer answer = answer_of(set, forecast);
     out << "Unique " << set.names << ": " << answer.text << "\n";

@@ -111,20 +111,15 @@ ExitStatus export_whole(const Export& each, const OutputForm& form, const Export
   RecordStream& stream = *made;
   const Layout& layout = each.prepared->layout();
   ReplacedOutput output(each.output, out);
-  stream.go_to({0, layout.records.number()}, true);
-  for (std::string_view bytes; output.failure().empty() && !(bytes = stream.next()).empty();) {
-    output.write(bytes);
-  }
+  const auto is_wanted = [&] { return output.failure().empty(); };
+  take_bytes(stream, {0, layout.records.number()}, true, is_wanted,
+             [&](std::string_view bytes) { output.write(bytes); });
   if (!stream.failure().empty()) {
     if (is_folder(options.layout)) messages << platform::printable(layout.file) << ": ";
     messages << stream.failure() << std::endl;
     return ExitStatus::failed;
   }
-  output.finish();
-  if (!output.failure().empty()) {
-    messages << output.failure() << std::endl;
-    return ExitStatus::failed;
-  }
+  if (!output.finish(messages)) return ExitStatus::failed;
   if (!options.quiet && each.output != "-") {
     out << stream.records() << " records: " << platform::printable(each.output) << std::endl;
   }

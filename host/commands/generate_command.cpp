@@ -113,7 +113,7 @@ ExitStatus generate_part(const GenerateOptions& options, std::ostream& out,
   PreparedLayout prepared;
   const Settings settings = options.keep_settings ? Settings::kept : Settings::of_layout;
   const ExitStatus status = prepared.prepare(options.layout, options.records, messages,
-                                             {.settings = settings, .own_ways = OwnWays::refused});
+                                             {.settings = settings, .made_by = MadeBy::module});
   if (status != ExitStatus::done) return status;
   const Layout& layout = prepared.layout();
   if (!options.keep_settings) print_left_out(prepared.left_out(), layout, messages);

@@ -31,27 +31,18 @@ std::string items(const std::vector<std::size_t>& columns, const LoadPlan& plan)
 }  // namespace
 
 LoadRecords::LoadRecords(PreparedLayout& prepared, const LoadPlan& plan)
-    : plan_(plan), source_(prepared), texts_(plan.forms.size()), moments_(plan.forms.size()) {}
+    : plan_(plan), records_(prepared, plan.forms) {}
 
 bool LoadRecords::next(RowFields& fields) {
-  if (!source_.next(values_)) {
-    if (source_.failure().empty()) return false;
-    throw BadRecord(source_.failure());
+  if (!records_.next(fields)) {
+    if (records_.failure().empty()) return false;
+    throw BadRecord(records_.failure());
   }
   ++number_;
-  fields.clear();
-  const bool is_utf8 = source_.encoding() == TextEncoding::utf8;
-  for (std::size_t i = 0; i < values_.size(); ++i) {
-    if (is_utf8) {
-      fields.push_back(moments_[i].convert(plan_.forms[i], values_[i]));
-      continue;
-    }
-    const bool is_known = decoder_.decode(values_[i], texts_[i]);
-    fields.push_back(moments_[i].convert(plan_.forms[i], texts_[i]));
-    if (is_known) continue;
+  if (const auto& bad = records_.unreadable()) {
     throw BadRecord("record " + std::to_string(number_) + ", item " +
-                    platform::printable(plan_.item_names[i]) + ", value \"" +
-                    platform::printable_from_code_page(values_[i]) +
+                    platform::printable(plan_.item_names[bad->field]) + ", value \"" +
+                    platform::printable_from_code_page(bad->value) +
                     "\": the value has bytes that are no character of code page 932");
   }
   return true;

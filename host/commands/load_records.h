@@ -9,7 +9,6 @@
 #include "host/commands/load_plan.h"
 #include "host/databases/database.h"
 #include "host/records/record_source.h"
-#include "host/text/code_page_text.h"
 
 namespace korvex::host {
 
@@ -34,11 +33,7 @@ class LoadRecords {
 
  private:
   const LoadPlan& plan_;
-  RecordSource source_;
-  CodePageDecoder decoder_;
-  std::vector<std::string_view> values_;
-  std::vector<std::string> texts_;
-  std::vector<MomentText> moments_;
+  ReadableRecords records_;
   std::int64_t number_ = 0;
 };
 

@@ -272,11 +272,7 @@ ExitStatus run_new(const NewOptions& options, std::istream* in, std::ostream& ou
   }
   ReplacedOutput output(options.output, out);
   output.write(text);
-  output.finish();
-  if (!output.failure().empty()) {
-    messages << output.failure() << std::endl;
-    return ExitStatus::failed;
-  }
+  if (!output.finish(messages)) return ExitStatus::failed;
   if (options.output != "-") {
     const std::string written = platform::printable(options.output);
     const std::size_t count = layout.items.size();

@@ -84,7 +84,7 @@ ExitStatus run_plan(const PlanOptions& options, bool has_format, std::ostream& o
   const ExitStatus status =
       prepared.prepare(options.layout, options.records, messages,
                        {.misread = is_export ? MisreadTexts::refused : MisreadTexts::warned,
-                        .own_ways = is_export ? OwnWays::allowed : OwnWays::refused});
+                        .made_by = is_export ? MadeBy::anyone : MadeBy::module});
   if (status != ExitStatus::done) return status;
   const PartEstimate estimate(prepared, {.is_data_file = !is_export, .format = options.format});
   const std::uint64_t parts = options.parts

@@ -14,7 +14,6 @@
 #include "host/records/layout_keys.h"
 #include "host/records/moment_form.h"
 #include "host/records/record_source.h"
-#include "host/text/code_page_text.h"
 #include "platform/codepage.h"
 #include "platform/path.h"
 #include "platform/printable_text.h"
@@ -73,39 +72,15 @@ std::string source_of(const LayoutItem& item) {
   return {};
 }
 
-// The records of a layout as somebody reads them.
-class ReadableRecords {
- public:
-  explicit ReadableRecords(PreparedLayout& prepared) : prepared_(prepared), source_(prepared) {}
-
-  // Nothing is shown after a failure, which failure() tells.
-  template <typename Take>
-  void take(std::uint64_t first, std::uint64_t count, Take take) {
-    source_.seek(first);
-    for (; count > 0 && source_.next(values_); --count) {
-      check_interruption();
-      for (std::size_t i = 0; i < values_.size(); ++i) {
-        std::string_view value = values_[i];
-        if (source_.encoding() == TextEncoding::code_page) {
-          decoder_.decode(value, text_);
-          value = text_;
-        }
-        const MomentForm form = moment_form(prepared_.written()[i].item->attributes.attribute);
-        take(i, moment_.convert(form, value));
-      }
-    }
+// Hands over the fields of some records; none after a failure.
+template <typename Take>
+void take_records(ReadableRecords& records, std::uint64_t first, std::uint64_t count, Take take) {
+  records.seek(first);
+  for (std::vector<std::string_view> values; count > 0 && records.next(values); --count) {
+    check_interruption();
+    for (std::size_t i = 0; i < values.size(); ++i) take(i, values[i]);
   }
-
-  const std::string& failure() const { return source_.failure(); }
-
- private:
-  PreparedLayout& prepared_;
-  RecordSource source_;
-  CodePageDecoder decoder_;
-  std::vector<std::string_view> values_;
-  std::string text_;
-  MomentText moment_;
-};
+}
 
 ReportedTable table_of(PreparedLayout& prepared) {
   const Layout& layout = prepared.layout();
@@ -113,12 +88,14 @@ ReportedTable table_of(PreparedLayout& prepared) {
   ReportedTable table;
   table.name = layout.table.empty() ? file_name(layout.file) : layout.table;
   table.records = forecast.records();
+  std::vector<MomentForm> forms;
   for (const PreparedItem& written : prepared.written()) {
     const LayoutItem& item = *written.item;
+    forms.push_back(moment_form(item.attributes.attribute));
     table.columns.push_back({item.name, source_of(item), forecast.item(written.place).course,
                              ColumnSummary(item.attributes.attribute)});
   }
-  ReadableRecords records(prepared);
+  ReadableRecords records(prepared, std::move(forms));
   const std::uint64_t looked_at = std::min(table.records, most_records);
   for (std::uint64_t done = 0; done < looked_at; done += run_length) {
     // Runs of the same length, evenly apart; all records where they are few.
@@ -126,15 +103,15 @@ ReportedTable table_of(PreparedLayout& prepared) {
         table.records <= most_records
             ? done
             : done / run_length * (table.records / (most_records / run_length));
-    records.take(
-        first, std::min(run_length, looked_at - done),
+    take_records(
+        records, first, std::min(run_length, looked_at - done),
         [&](std::size_t i, std::string_view value) { table.columns[i].summary.add(value); });
   }
   if (looked_at < table.records) {
     table.note =
         "the figures are those of " + std::to_string(looked_at) + " of them, taken all over";
   }
-  records.take(0, shown_records, [&](std::size_t i, std::string_view value) {
+  take_records(records, 0, shown_records, [&](std::size_t i, std::string_view value) {
     if (i == 0) table.samples.emplace_back();
     table.samples.back().emplace_back(value);
   });
@@ -175,10 +152,7 @@ ExitStatus run_report(const ReportOptions& options, std::ostream& out, std::ostr
     }
   }
   output.write(report_page(file_name(settled_path(options.layout)), tables));
-  output.finish();
-  if (output.failure().empty()) return ExitStatus::done;
-  messages << output.failure() << std::endl;
-  return ExitStatus::failed;
+  return output.finish(messages) ? ExitStatus::done : ExitStatus::failed;
 }
 
 }  // namespace korvex::host

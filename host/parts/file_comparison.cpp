@@ -62,8 +62,9 @@ std::string FileComparison::check_end(std::uint64_t bytes) const {
 
 std::uint64_t size_of(RecordStream& stream, const Stretch& stretch) {
   std::uint64_t size = 0;
-  stream.go_to(stretch.records, stretch.has_head);
-  for (std::string_view bytes; !(bytes = stream.next()).empty();) size += bytes.size();
+  take_bytes(
+      stream, stretch.records, stretch.has_head, [] { return true; },
+      [&](std::string_view bytes) { size += bytes.size(); });
   return size;
 }
 

@@ -7,8 +7,6 @@
 
 #include "host/layout/layout_syntax.h"
 #include "host/parts/digest.h"
-#include "host/sets/catalogue.h"
-#include "platform/file.h"
 
 namespace korvex::host {
 
@@ -38,27 +36,18 @@ void add_settings(const ClFmtColInf& column, Digest& digest) {
   for (const auto& element : column.elements) digest.add_record(element->record);
 }
 
-// What the texts of the layout lead to.
-void add_own_values(const OwnValues& own, const Layout& layout, Digest& digest) {
-  if (const auto* list = std::get_if<ListValues>(&own); list != nullptr && !list->file.empty()) {
-    std::string text;
-    if (platform::read_file(list->file, text) == 0) digest.add(text);
-  }
-  if (const auto* builtin = std::get_if<BuiltinValues>(&own)) {
-    const auto found =
-        sets::find_column(builtin->set.text, builtin->language.text, layout.sets_version);
-    if (const auto* column = std::get_if<sets::Column>(&found)) digest.add(column->table->text);
-  }
-}
-
 void add_records(const PreparedLayout& prepared, Digest& digest) {
   const Layout& layout = prepared.layout();
   digest.add(layout.records.number());
   digest.add(meaning_of(layout));
   digest.add(layout.salt);
-  for (const PreparedItem& item : prepared.items()) {
-    if (item.column != nullptr) add_settings(*item.column, digest);
-    if (item.item->values) add_own_values(item.item->values->own, layout, digest);
+  for (std::size_t i = 0; i < prepared.items().size(); ++i) {
+    if (const auto* column = prepared.items()[i].column) add_settings(*column, digest);
+    // Nobody needs all fields of a layout that only keys lead to.
+    const sources::Field* field = prepared.is_plain() ? nullptr : prepared.fields()[i].get();
+    if (field != nullptr && !field->source().content().empty()) {
+      digest.add(field->source().content());
+    }
   }
   for (const ItemGenerator* item : prepared.run().fields()) {
     const ClEnumDataList* const list = item->enumeration().get();

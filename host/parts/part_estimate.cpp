@@ -19,8 +19,7 @@ constexpr double margin = 1.1;
 }  // namespace
 
 PartEstimate::PartEstimate(PreparedLayout& prepared, const OutputForm& form)
-    : prepared_(prepared), records_(prepared.layout().records.number()) {
-  const auto stream = stream_of(prepared, form);
+    : stream_(stream_of(prepared, form)), records_(prepared.layout().records.number()) {
   Steps measured = 0;
   std::uint64_t bytes = 0;
   const auto begin = std::chrono::steady_clock::now();
@@ -28,21 +27,20 @@ PartEstimate::PartEstimate(PreparedLayout& prepared, const OutputForm& form)
     RecordRange range = records_of({place, measured_places}, records_);
     range.end = std::min(range.end, sum(range.first, measured_records));
     measured += range.size();
-    bytes += size_of(*stream, {range, false});
+    bytes += size_of(*stream_, {range, false});
   }
   const std::chrono::duration<double> time = std::chrono::steady_clock::now() - begin;
   if (measured == 0) return;
   const double share = static_cast<double>(records_) / static_cast<double>(measured);
   seconds_ = time.count() * share;
   bytes_ = static_cast<ByteCount>(std::ceil(static_cast<double>(bytes) * share));
-  const auto size =
-      form.is_data_file ? prepared.run().size(prepared.layout().records) : std::nullopt;
+  const auto size = stream_->size({0, records_});
   is_exact_ = size.has_value();
   if (size) bytes_ = *size;
 }
 
 ByteCount PartEstimate::size_before(Steps record) const {
-  return prepared_.run().size(RecordCount(record)).value_or(0);
+  return stream_->size({0, record}).value_or(0);
 }
 
 ByteCount PartEstimate::largest_part(std::uint64_t parts) const {

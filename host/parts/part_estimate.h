@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 #include "host/parts/output_form.h"
 #include "host/parts/part.h"
@@ -31,7 +32,7 @@ class PartEstimate {
  private:
   ByteCount size_before(Steps record) const;
 
-  const PreparedLayout& prepared_;
+  std::unique_ptr<RecordStream> stream_;
   Steps records_;
   ByteCount bytes_ = 0;
   bool is_exact_ = false;

@@ -33,14 +33,6 @@ bool replaces_read_file(const PreparedLayout& prepared, const std::string& path,
   return false;
 }
 
-// Puts a file in its place.
-bool finish(ReplacedOutput& output, std::ostream& messages) {
-  output.finish();
-  if (output.failure().empty()) return true;
-  messages << output.failure() << std::endl;
-  return false;
-}
-
 // A manifest that is there may be of other records.
 bool remove_manifest(const std::string& path, std::ostream& messages) {
   const platform::FileCause cause = platform::remove_file(manifest_path(path));
@@ -53,11 +45,12 @@ bool remove_manifest(const std::string& path, std::ostream& messages) {
 bool write_records(RecordStream& stream, ReplacedOutput& output, Manifest& manifest,
                    std::ostream& messages) {
   Checksum checksum;
-  stream.go_to(manifest.records, manifest.part.is_first());
-  for (std::string_view bytes; output.failure().empty() && !(bytes = stream.next()).empty();) {
-    checksum.add(bytes);
-    output.write(bytes);
-  }
+  const auto is_wanted = [&] { return output.failure().empty(); };
+  take_bytes(stream, manifest.records, manifest.part.is_first(), is_wanted,
+             [&](std::string_view bytes) {
+               checksum.add(bytes);
+               output.write(bytes);
+             });
   if (!stream.failure().empty()) messages << stream.failure() << std::endl;
   manifest.bytes = checksum.bytes();
   manifest.checksum = checksum.value();
@@ -71,10 +64,10 @@ bool write_part(RecordStream& stream, const std::string& path, Manifest& manifes
   output.new_file().set_mark(mark_of(manifest));
   const platform::FileIdentity written = output.new_file().identity();
   if (output.failure().empty() && !remove_manifest(path, messages)) return false;
-  if (!finish(output, messages)) return false;
+  if (!output.finish(messages)) return false;
   ReplacedOutput proof(manifest_path(path), is_synchronised);
   proof.write(text_of(manifest));
-  if (!finish(proof, messages)) return false;
+  if (!proof.finish(messages)) return false;
   if (platform::identity_of(path) == written || has_bytes_of(path, manifest)) return true;
   // Another worker has put a part of another layout in its place, and says so itself.
   platform::remove_file(manifest_path(path));

@@ -106,15 +106,6 @@ RecordRange Verifier::records_of_piece(const Piece& piece) const {
   return records_of(piece.part, prepared_.layout().records.number());
 }
 
-// The bytes of records, where they need not be made for that.
-std::optional<ByteCount> Verifier::foretold_size(RecordRange range) const {
-  if (!form_.is_data_file) return std::nullopt;
-  const auto before = prepared_.run().size(RecordCount(range.first));
-  const auto end = prepared_.run().size(RecordCount(range.end));
-  if (!before || !end) return std::nullopt;
-  return *end - *before;
-}
-
 bool Verifier::verify_part(const Piece& piece) {
   std::string fault = fault_of(piece);
   if (fault.empty() && choices_.places > 0) fault = fault_at_ends(piece);
@@ -187,8 +178,8 @@ bool Verifier::verify_whole(const std::string& path, std::optional<std::uint64_t
     fault = fault_of_size(piece, *size);
     if (fault.empty() && parts_size && *parts_size != *size) fault = size_fault(*size, *parts_size);
     if (fault.empty()) fault = fault_at_ends(piece);
-    const bool is_foretold = foretold_size(range).has_value();
-    for (std::uint64_t i = 0; i < choices_.places && is_foretold && fault.empty(); ++i) {
+    const bool has_known_size = stream_->size(range).has_value();
+    for (std::uint64_t i = 0; i < choices_.places && has_known_size && fault.empty(); ++i) {
       if (range.size() > 0) fault = fault_at(piece, random_() % range.size());
     }
   }
@@ -196,12 +187,12 @@ bool Verifier::verify_whole(const std::string& path, std::optional<std::uint64_t
     messages_ << platform::printable(path) << ": " << fault << std::endl;
     return false;
   }
-  const bool is_foretold = foretold_size(range).has_value();
-  const bool has_size = is_foretold || parts_size.has_value();
+  const bool has_known_size = stream_->size(range).has_value();
+  const bool has_size = has_known_size || parts_size.has_value();
   out_ << platform::printable(path) << ": complete, " << range.size() << " records, " << bytes_
        << " bytes"
        << how(has_size ? "size, first and last records" : "first and last records",
-              is_foretold ? choices_.places : 0)
+              has_known_size ? choices_.places : 0)
        << std::endl;
   return true;
 }
@@ -220,8 +211,8 @@ std::string Verifier::fault_of(const Piece& piece) {
 }
 
 std::string Verifier::fault_of_size(const Piece& piece, std::uint64_t size) const {
-  const auto foretold = foretold_size(records_of_piece(piece));
-  return foretold && *foretold != size ? size_fault(size, *foretold) : "";
+  const auto known = stream_->size(records_of_piece(piece));
+  return known && *known != size ? size_fault(size, *known) : "";
 }
 
 std::string Verifier::fault_of_content(const Piece& piece) {
@@ -235,7 +226,7 @@ std::string Verifier::fault_of_content(const Piece& piece) {
 // Where the offset of a record is not predicted, the nearer end of the part stands for it.
 std::string Verifier::fault_at(const Piece& piece, Steps record) {
   const RecordRange range = records_of_piece(piece);
-  const auto offset = foretold_size({range.first, record});
+  const auto offset = stream_->size({range.first, record});
   if (!offset) {
     return record - range.first < range.size() / 2 ? fault_at_begin(piece) : fault_at_end(piece);
   }

@@ -61,7 +61,6 @@ class Verifier {
   std::string fault_at_end(const Piece& piece);
 
   RecordRange records_of_piece(const Piece& piece) const;
-  std::optional<ByteCount> foretold_size(RecordRange range) const;
   std::string how(const std::string& by_proof, std::uint64_t places) const;
 
   PreparedLayout& prepared_;

@@ -64,6 +64,12 @@ void ReplacedOutput::finish() {
   note(direct_.is_open() ? direct_.close() : replacing_.finish());
 }
 
+bool ReplacedOutput::finish(std::ostream& messages) {
+  finish();
+  if (!failure_.empty()) messages << failure_ << std::endl;
+  return failure_.empty();
+}
+
 void ReplacedOutput::write_standard() {
   errno = 0;
   if (!standard_->write(buffer_.data(), std::ssize(buffer_)) || !standard_->flush()) fail(errno);

@@ -32,6 +32,9 @@ class ReplacedOutput {
   // Puts the file in its place.
   void finish();
 
+  // The same; says what went wrong. Whether nothing did.
+  bool finish(std::ostream& messages);
+
   // What went wrong, empty if nothing did. What ends the program throws Interrupted instead.
   const std::string& failure() const { return failure_; }
 

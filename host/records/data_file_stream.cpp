@@ -50,6 +50,12 @@ class DataFileStream : public RecordStream {
     return {record, item_at(record, offset)};
   }
 
+  std::optional<ByteCount> size(RecordRange range) const override {
+    const auto before = run_.size(RecordCount(range.first));
+    const auto end = run_.size(RecordCount(range.end));
+    return before && end ? std::optional(*end - *before) : std::nullopt;
+  }
+
  private:
   static constexpr Steps most_at_once = 1 << 20;
 

@@ -14,7 +14,6 @@
 #include "host/process/exit_status.h"
 #include "host/process/signals.h"
 #include "host/records/layout_family.h"
-#include "host/records/module_count.h"
 #include "lists/enumeration_check.h"
 #include "platform/printable_text.h"
 #include "values/error_codes.h"
@@ -30,6 +29,19 @@ bool has_only_booleans(const ClEnumDataList& values) {
     cursor.next();
   }
   return cursor.is_at_end();
+}
+
+LayoutReading read_for(MadeBy maker, const std::string& file, std::optional<RecordCount> records,
+                       MissingLists lists) {
+  switch (maker) {
+    case MadeBy::anyone:
+      break;
+    case MadeBy::module:
+      return read_plain_layout(file, records, lists);
+    case MadeBy::module_at_once:
+      return read_module_layout(file, records, lists);
+  }
+  return read_layout(file, records, lists);
 }
 
 }  // namespace
@@ -81,8 +93,7 @@ ExitStatus PreparedLayout::read(const std::string& file, std::optional<RecordCou
   // Settings that are kept may name other lists than the layout does.
   const MissingLists lists =
       how.settings == Settings::kept ? MissingLists::allowed : MissingLists::refused;
-  LayoutReading reading = how.own_ways == OwnWays::refused ? read_plain_layout(file, records, lists)
-                                                           : read_layout(file, records, lists);
+  LayoutReading reading = read_for(how.made_by, file, records, lists);
   if (print_layout_errors(reading, messages)) return ExitStatus::wrong_usage;
   layout_ = std::move(reading.layout);
   if (how.asked == RecordsAsked::first && layout_.own_records) {
@@ -113,8 +124,9 @@ ExitStatus PreparedLayout::prepare_records(std::ostream& messages, const Prepara
   if (how.settings == Settings::of_layout) {
     const SettingsResult settings = write_settings_of(copy_);
     if (print_failures(settings, layout_, messages)) return ExitStatus::failed;
-    if (how.module_count != nullptr)
-      *how.module_count = module_count(copy_, settings.repeated_items > 0);
+    const ExitStatus status =
+        how.look_at_settings ? how.look_at_settings(copy_, settings) : ExitStatus::done;
+    if (status != ExitStatus::done) return status;
   }
   const ExitStatus status = load(messages);
   // Settings may have lists of their own.
@@ -155,14 +167,16 @@ void PreparedLayout::add_read_files(DistinctFiles& files) const {
 }
 
 ExitStatus PreparedLayout::load(std::ostream& messages) {
-  ErrorCode code = control_file_.write(copy_, ControlForm::short_form);
   std::int32_t bad_line = 0;
+  ErrorCode code = control_file_.write(copy_, ControlForm::short_form);
   if (code == error::none) {
     main_.control_path = control_file_.path();
-    main_.set_run_mode(run_mode::generator);
-    code = main_.load();
+    const Result<bool> loaded =
+        run_.load(main_, [&](const FmtColRec& settings, ClEnumDataList& values) {
+          return load_list(settings, values, bad_line);
+        });
+    code = loaded && !*loaded ? error::no_format_for_item : loaded.code();
   }
-  if (code == error::none) code = prepare_run(bad_line);
   if (code == error::none) {
     match_items();
     return ExitStatus::done;
@@ -172,22 +186,14 @@ ExitStatus PreparedLayout::load(std::ostream& messages) {
   return ExitStatus::failed;
 }
 
-ErrorCode PreparedLayout::prepare_run(std::int32_t& bad_line) {
-  const Result<bool> has_settings = load_settings(main_);
-  if (!has_settings) return has_settings.code();
-  if (!*has_settings) return error::no_format_for_item;
-  return run_.prepare(
-      main_, line_form(main_), [&](const FmtColRec& settings, ClEnumDataList& values) {
-        const std::string path(field_text(settings.enumeration_path));
-        // Any number of commands read a list at once.
-        const ErrorCode code =
-            check_enumeration(main_, path, settings, bad_line, &values, platform::Sharing::shared)
-                .code();
-        if (code == error::none && has_only_booleans(values)) {
-          booleans_.insert(settings.item_number);
-        }
-        return code;
-      });
+// Any number of commands read a list at once.
+ErrorCode PreparedLayout::load_list(const FmtColRec& settings, ClEnumDataList& values,
+                                    std::int32_t& bad_line) {
+  const std::string path(field_text(settings.enumeration_path));
+  const ErrorCode code =
+      check_enumeration(main_, path, settings, bad_line, &values, platform::Sharing::shared).code();
+  if (code == error::none && has_only_booleans(values)) booleans_.insert(settings.item_number);
+  return code;
 }
 
 void PreparedLayout::match_items() {
@@ -201,6 +207,10 @@ void PreparedLayout::match_items() {
       if (!item.is_hidden()) written_.push_back(items_.back());
     }
   }
+}
+
+std::string PreparedLayout::message_of(ErrorCode code) const {
+  return failure_text(code, main_, 0);
 }
 
 std::optional<std::size_t> PreparedLayout::find_item(std::string_view name) const {

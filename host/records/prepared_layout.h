@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <iosfwd>
 #include <memory>
 #include <optional>
@@ -18,7 +19,6 @@
 #include "host/process/exit_status.h"
 #include "host/process/scratch_folder.h"
 #include "host/sources/field.h"
-#include "run/repeat_count.h"
 #include "run/run.h"
 #include "settings/col_inf.h"
 
@@ -43,15 +43,18 @@ enum class RecordsAsked { all, first };
 // Where the settings of items that have values in the layout come from.
 enum class Settings { of_layout, kept };
 
-// Whether the layout may say what the module does not know.
-enum class OwnWays { allowed, refused };
+// Who is to make the records. The layout must not say what the module does not know, nor ask it for
+// more records than it writes into one file.
+enum class MadeBy { anyone, module, module_at_once };
 
 struct Preparation {
   MisreadTexts misread = MisreadTexts::warned;
   Settings settings = Settings::of_layout;
-  OwnWays own_ways = OwnWays::allowed;
+  MadeBy made_by = MadeBy::anyone;
   RecordsAsked asked = RecordsAsked::all;
-  std::optional<RepeatCount>* module_count = nullptr;  // receives what the module predicts
+  // Is handed the copy with the settings that it has now, and ends the preparation with its status.
+  std::function<ExitStatus(const Layout& copy, const SettingsResult& settings)> look_at_settings =
+      {};
 };
 
 // A layout made ready for its records, as the generator would, but beside the user's files: it
@@ -77,6 +80,9 @@ class PreparedLayout {
   // What a layout has in the end: fields, which ask those of other layouts.
   void take_fields(std::vector<std::unique_ptr<sources::Field>> fields,
                    std::vector<std::unique_ptr<PreparedLayout>> relatives);
+
+  // What the module would say of a failure in making its records.
+  std::string message_of(ErrorCode code) const;
 
   // The layout as the user wrote it; its `records` are those asked for.
   const Layout& layout() const { return layout_; }
@@ -111,7 +117,7 @@ class PreparedLayout {
                   std::ostream& messages, const Preparation& how);
   bool refuses_lists(std::ostream& messages);
   ExitStatus load(std::ostream& messages);
-  ErrorCode prepare_run(std::int32_t& bad_line);
+  ErrorCode load_list(const FmtColRec& settings, ClEnumDataList& values, std::int32_t& bad_line);
   void match_items();
   ExitStatus prepare_records(std::ostream& messages, const Preparation& how);
 

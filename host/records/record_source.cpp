@@ -112,4 +112,23 @@ void RecordSource::tell_failure() {
   }
 }
 
+ReadableRecords::ReadableRecords(PreparedLayout& prepared, std::vector<MomentForm> forms)
+    : source_(prepared), forms_(std::move(forms)), texts_(forms_.size()), moments_(forms_.size()) {}
+
+bool ReadableRecords::next(std::vector<std::string_view>& values) {
+  if (!source_.next(made_)) return false;
+  const bool is_utf8 = source_.encoding() == TextEncoding::utf8;
+  unreadable_.reset();
+  values.clear();
+  for (std::size_t i = 0; i < made_.size(); ++i) {
+    std::string_view text = made_[i];
+    if (!is_utf8) {
+      if (!decoder_.decode(made_[i], texts_[i]) && !unreadable_) unreadable_ = {i, made_[i]};
+      text = texts_[i];
+    }
+    values.push_back(moments_[i].convert(forms_[i], text));
+  }
+  return true;
+}
+
 }  // namespace korvex::host

@@ -6,8 +6,10 @@
 #include <string_view>
 #include <vector>
 
+#include "host/records/moment_form.h"
 #include "host/records/prepared_layout.h"
 #include "host/records/value_rule.h"
+#include "host/text/code_page_text.h"
 
 namespace korvex::host {
 
@@ -69,6 +71,34 @@ class RecordSource {
   std::size_t rows_ = 0;
   std::size_t tried_rows_ = 1;
   std::string failure_;
+};
+
+// The same records with their values as people and databases read them: in UTF-8, and moments in
+// the form that each field is to have.
+class ReadableRecords {
+ public:
+  ReadableRecords(PreparedLayout& prepared, std::vector<MomentForm> forms);
+
+  // As RecordSource says. A value ends before bytes that are no character.
+  bool next(std::vector<std::string_view>& values);
+  void seek(std::uint64_t record) { source_.seek(record); }
+  const std::string& failure() const { return source_.failure(); }
+
+  // The first value of the record with such bytes.
+  struct Unreadable {
+    std::size_t field = 0;
+    std::string_view value;
+  };
+  const std::optional<Unreadable>& unreadable() const { return unreadable_; }
+
+ private:
+  RecordSource source_;
+  CodePageDecoder decoder_;
+  std::vector<MomentForm> forms_;
+  std::vector<std::string_view> made_;
+  std::vector<std::string> texts_;
+  std::vector<MomentText> moments_;
+  std::optional<Unreadable> unreadable_;
 };
 
 }  // namespace korvex::host

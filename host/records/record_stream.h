@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -48,7 +50,19 @@ class RecordStream {
 
   // What the byte at an offset of the last bytes belongs to. The stream is then elsewhere.
   virtual RecordPlace place_of(std::size_t offset) = 0;
+
+  // The bytes of a range without what comes before its first record; nothing where only making them
+  // can tell.
+  virtual std::optional<ByteCount> size(RecordRange) const { return std::nullopt; }
 };
+
+// Hands the bytes of a range to `take`, piece by piece, as long as `is_wanted` answers true.
+template <typename IsWanted, typename Take>
+void take_bytes(RecordStream& stream, RecordRange range, bool has_head, const IsWanted& is_wanted,
+                const Take& take) {
+  stream.go_to(range, has_head);
+  for (std::string_view bytes; is_wanted() && !(bytes = stream.next()).empty();) take(bytes);
+}
 
 // As `generate` writes them. The layout must outlive the stream, and nobody else takes its records.
 std::unique_ptr<RecordStream> data_file_stream(PreparedLayout& prepared);

@@ -60,13 +60,13 @@ std::optional<std::string> find_fault(const TextList& texts, std::size_t first_l
   return std::nullopt;
 }
 
-TextList column_of(const sets::ValueTable& table, std::size_t column) {
+TextList column_of(const sets::ValueTable& table, std::size_t column, sources::ReadText content) {
   std::vector<std::string_view> texts;
   texts.reserve(table.row_count());
   for (std::size_t row = 0; row < table.row_count(); ++row) {
     texts.push_back(table.value(row, column));
   }
-  return TextList::of_texts(texts);
+  return TextList::of_texts(texts, std::move(content));
 }
 
 std::vector<ways::Fraction> weights_of(const sets::ValueTable& table) {
@@ -110,7 +110,7 @@ class ListReader {
     if (const int failure = platform::read_file(list_.file, content); failure != 0) {
       return fail(std::string(", which cannot be read: ") + std::strerror(failure));
     }
-    return list_.column ? read_column(content) : read_lines(std::move(content));
+    return list_.column ? read_column(std::move(content)) : read_lines(std::move(content));
   }
 
  private:
@@ -126,8 +126,9 @@ class ListReader {
     return finish(std::move(*lines), 1, {});
   }
 
-  std::optional<RowValues> read_column(const std::string& content) {
-    const auto read = sets::ValueTable::read(content);
+  std::optional<RowValues> read_column(std::string text) {
+    const auto content = std::make_shared<const std::string>(std::move(text));
+    const auto read = sets::ValueTable::read(*content);
     if (const auto* fault = std::get_if<sets::TableFault>(&read)) {
       return fail(": line " + std::to_string(fault->line) + ": " + fault->text);
     }
@@ -139,7 +140,7 @@ class ListReader {
                              "\", expected one of " + list_names(table.columns())});
       return std::nullopt;
     }
-    return finish(column_of(table, *column), 2, weights_of(table));
+    return finish(column_of(table, *column, {*content, content}), 2, weights_of(table));
   }
 
   std::optional<RowValues> finish(TextList texts, std::size_t first_line,
@@ -181,7 +182,8 @@ std::optional<RowValues> read_rows(const BuiltinValues& builtin, const LayoutIte
   }
   const sets::Column column = std::get<sets::Column>(found);
   const sets::ValueTable table = sets::read_table(*column.table);
-  TextList texts = column_of(table, column.column);
+  // What a set was read from is in the program, or is kept as long as it runs.
+  TextList texts = column_of(table, column.column, {column.table->text, nullptr});
   if (const auto fault = find_fault(texts, 2, item, layout)) {
     errors.push_back(
         {builtin.set.place, of_item(item) + "set \"" + builtin.set.text + "\": " + *fault});

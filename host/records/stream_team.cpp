@@ -74,6 +74,8 @@ class StreamTeam : public RecordStream {
     return own_->place_of(offset);
   }
 
+  std::optional<ByteCount> size(RecordRange range) const override { return own_->size(range); }
+
  private:
   using Team = platform::PieceTeam<StreamPiece>;
 

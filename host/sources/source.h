@@ -56,6 +56,9 @@ class Source {
   // The same of a source with a period, whose index does not follow from the text alone.
   virtual void tell_of_row(Dependencies&, const TextOfRow&) const {}
 
+  // All that the texts were read from, as it was read; empty for a source that makes its texts.
+  virtual std::string_view content() const { return {}; }
+
   // How the texts go over so many records, in words: "starts again after 3 records". Asked of a
   // source that follows the record.
   virtual std::string course(std::uint64_t) const { return {}; }

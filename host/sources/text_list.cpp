@@ -51,6 +51,7 @@ class ListSource : public Source {
   bool may_give(std::string_view text) override { return list_.has(text); }
 
   std::string_view doubt() const override { return "has equal values"; }
+  std::string_view content() const override { return list_.content(); }
 
  private:
   TextList list_;
@@ -78,11 +79,13 @@ TextShape shape_of(std::span<const std::string_view> texts) {
 
 }  // namespace
 
-TextList::TextList(std::shared_ptr<const std::string> bytes, std::vector<std::string_view> texts)
+TextList::TextList(std::shared_ptr<const std::string> bytes, std::vector<std::string_view> texts,
+                   ReadText content)
     : bytes_(std::move(bytes)),
-      texts_(std::make_shared<const std::vector<std::string_view>>(std::move(texts))) {}
+      texts_(std::make_shared<const std::vector<std::string_view>>(std::move(texts))),
+      content_(std::move(content)) {}
 
-TextList TextList::of_texts(std::span<const std::string_view> texts) {
+TextList TextList::of_texts(std::span<const std::string_view> texts, ReadText content) {
   std::size_t size = TextBlock::overhang;
   for (const std::string_view text : texts) size += text.size();
   const auto bytes = std::make_shared<std::string>();
@@ -94,7 +97,7 @@ TextList TextList::of_texts(std::span<const std::string_view> texts) {
     *bytes += text;
   }
   bytes->resize(size);
-  return TextList(bytes, std::move(copies));
+  return TextList(bytes, std::move(copies), std::move(content));
 }
 
 TextList TextList::of_values(const std::vector<std::string>& values) {
@@ -110,7 +113,8 @@ ways::Result<TextList> TextList::of_lines(std::string content) {
   const std::size_t size = content.size();
   content.resize(size + TextBlock::overhang);
   const auto bytes = std::make_shared<const std::string>(std::move(content));
-  std::string_view rest = std::string_view(*bytes).substr(0, size);
+  const std::string_view whole = std::string_view(*bytes).substr(0, size);
+  std::string_view rest = whole;
   platform::skip_byte_order_mark(rest);
   std::vector<std::string_view> lines;
   while (!rest.empty()) {
@@ -120,7 +124,7 @@ ways::Result<TextList> TextList::of_lines(std::string content) {
       return ways::Refusal{"line " + std::to_string(lines.size()) + " is not UTF-8"};
     }
   }
-  return TextList(bytes, std::move(lines));
+  return TextList(bytes, std::move(lines), {whole, bytes});
 }
 
 // Numbers without signs and zeros that say nothing.

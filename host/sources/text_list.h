@@ -14,16 +14,25 @@
 
 namespace korvex::sources {
 
+// All that texts were read from, as it was read. `owner` keeps it; none is needed for what stays.
+struct ReadText {
+  std::string_view text;
+  std::shared_ptr<const void> owner;
+};
+
 // Texts in a row, which copies of the list share.
 class TextList {
  public:
   // Of copies, one after the other.
-  static TextList of_texts(std::span<const std::string_view> texts);
+  static TextList of_texts(std::span<const std::string_view> texts, ReadText content = {});
   static TextList of_values(const std::vector<std::string>& values);
 
   // The lines of a text file, which end with LF or CRLF, the last one perhaps with neither. A mark
   // of UTF-8 at the begin is left out. Refused is what is not UTF-8, with the number of its line.
   static ways::Result<TextList> of_lines(std::string content);
+
+  // What they were read from, empty if from nothing.
+  std::string_view content() const { return content_.text; }
 
   std::size_t size() const { return texts_->size(); }
   std::string_view operator[](std::size_t i) const { return (*texts_)[i]; }
@@ -38,13 +47,15 @@ class TextList {
   Uniqueness uniqueness(Comparison comparison) const;
 
  private:
-  TextList(std::shared_ptr<const std::string> bytes, std::vector<std::string_view> texts);
+  TextList(std::shared_ptr<const std::string> bytes, std::vector<std::string_view> texts,
+           ReadText content);
 
   // One text for all that are the same.
   TextList compared(Comparison comparison) const;
 
   std::shared_ptr<const std::string> bytes_;
   std::shared_ptr<const std::vector<std::string_view>> texts_;
+  ReadText content_;
 };
 
 // The texts of a list, which is not empty, by their places. Whether they differ, and their shape,

@@ -13,14 +13,6 @@
 
 namespace korvex {
 
-namespace {
-
-std::string enumeration_path(const FmtColRec& settings) {
-  return std::string(field_text(settings.enumeration_path));
-}
-
-}  // namespace
-
 ErrorCode ClGenerateDataFile::run() {
   const ErrorCode result = run_to_end();
   // Whatever failed then may have failed for it.
@@ -29,70 +21,22 @@ ErrorCode ClGenerateDataFile::run() {
 
 ErrorCode ClGenerateDataFile::run_to_end() {
   try {
-    ErrorCode result = load();
+    const ErrorCode result = generate();
     if (result != error::none) return result;
     const std::string log_file = log_path(main.work_folder(), main.data_path());
-    result = generate();
-    if (result != error::none) return result;
     return data_file_begun_ ? write_log(log_file, log_) : clear_log(log_file);
   } catch (const std::bad_alloc&) {
     return error::out_of_memory;
   }
 }
 
-Result<ByteCount> ClGenerateDataFile::measure() {
-  try {
-    ErrorCode result = load();
-    if (result != error::none) return result;
-    const Result<bool> prepared = prepare([&](const FmtColRec& settings, ClEnumDataList& values) {
-      return check_enumeration(main, enumeration_path(settings), settings, bad_line, &values)
-          .code();
-    });
-    if (!prepared) return prepared.code();
-    if (!*prepared) return error::no_data_file;
-    const std::int32_t records = number_of(main.header().records);
-    if (const auto known = run_.size(RecordCount(static_cast<std::uint64_t>(records))))
-      return *known;
-    const auto progress = platform::user_interface().open_progress(parent, true);
-    ProgressMeter meter(*progress, records);
-    LineBlock lines(0);
-    ByteCount bytes = 0;
-    for (std::int64_t done = 0; done < records;) {
-      if (progress->cancel_requested()) return error::cancelled;
-      meter.update(done);
-      result = run_.append(lines, records - done);
-      if (result != error::none) return result;
-      done += std::ssize(run_.line_begins());
-      bytes += lines.size();
-      lines.clear();
-    }
-    return bytes;
-  } catch (const std::bad_alloc&) {
-    return error::out_of_memory;
-  }
-}
-
-ErrorCode ClGenerateDataFile::load() {
-  main.set_run_mode(run_mode::generator);
-  const ErrorCode result = main.load();
-  if (result != error::none) return result;
-  return number_of(main.header().records) < 0 ? error::cannot_operate : error::none;
-}
-
-// Everything before the first record. False without settings.
-Result<bool> ClGenerateDataFile::prepare(const ListLoader& load_list) {
-  const Result<bool> has_settings = load_settings(main);
-  if (!has_settings || !*has_settings) return has_settings;
-  const ErrorCode failure = run_.prepare(main, line_form(main), load_list);
-  if (failure != error::none) return failure;
-  return true;
-}
-
 ErrorCode ClGenerateDataFile::generate() {
-  const Result<bool> prepared = prepare([&](const FmtColRec& settings, ClEnumDataList& values) {
-    return load_enumeration(main, enumeration_path(settings), settings, values).code();
-  });
-  if (!prepared || !*prepared) return prepared.code();
+  const Result<bool> loaded =
+      run_.load(main, [&](const FmtColRec& settings, ClEnumDataList& values) {
+        const std::string path(field_text(settings.enumeration_path));
+        return load_enumeration(main, path, settings, values).code();
+      });
+  if (!loaded || !*loaded) return loaded.code();
   if (platform::is_interrupted()) return error::cancelled;  // before there is anything to undo
   if (asks_about_repeats() && !user_accepts_fewer_records()) return error::repeat_exceeds_records;
   return write_data_file();

@@ -26,23 +26,14 @@ class ClGenerateDataFile : public platform::Object {
   // A failed run leaves no data file, except that after -76 the lines before the limit stay.
   ErrorCode run();
 
-  // The exact size of the file that run() would write without a limit: in closed form, or by
-  // assembling all records where that is not known. Writes nothing, no report of bad enumeration
-  // lines either: the first of them ends it, with its code and, in `bad_line`, its number. In place
-  // of run(); otherwise the same codes.
-  Result<ByteCount> measure();
-
   ClColMain main;
   OutputOption output_option = plain_output;
   void* parent = nullptr;
   std::uint64_t repeat_item_count = 0;
-  std::int32_t bad_line = 0;
 
  private:
   ErrorCode run_to_end();
-  ErrorCode load();
   ErrorCode generate();
-  Result<bool> prepare(const ListLoader& load_list);
   bool asks_about_repeats() const;
   bool user_accepts_fewer_records() const;
   ErrorCode write_data_file();

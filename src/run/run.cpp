@@ -1,7 +1,10 @@
 #include "run/run.h"
 
 #include <algorithm>
+#include <new>
 
+#include "platform/user_interface.h"
+#include "run/progress.h"
 #include "values/error_codes.h"
 
 namespace korvex {
@@ -13,19 +16,25 @@ constexpr std::uint64_t quotation_size = 2;
 
 }  // namespace
 
-Result<bool> load_settings(ClColMain& main) {
-  const ControlHeader& header = main.header();
-  main.settings.set_paths(main.settings_path(), main.work_folder());
-  const Result<std::int32_t> loaded =
-      main.settings.load(header.level, header.records, header.layout_kind);
-  if (!loaded) return loaded.code();
-  const bool has_settings = *loaded > 0;
-  if (has_settings) main.settings.set_run_mode(run_mode::generator);
-  return has_settings;
-}
-
-LineForm line_form(const ClColMain& main) {
-  return {main.layout_kind(), main.settings.quotation() == quotation::double_mark};
+Result<bool> Run::load(ClColMain& main, const ListLoader& load_list) {
+  try {
+    main.set_run_mode(run_mode::generator);
+    if (const ErrorCode code = main.load(); code != error::none) return code;
+    const ControlHeader& header = main.header();
+    if (number_of(header.records) < 0) return error::cannot_operate;
+    main.settings.set_paths(main.settings_path(), main.work_folder());
+    const Result<std::int32_t> levels =
+        main.settings.load(header.level, header.records, header.layout_kind);
+    if (!levels) return levels.code();
+    if (*levels == 0) return false;
+    main.settings.set_run_mode(run_mode::generator);
+    const bool quotation = main.settings.quotation() == quotation::double_mark;
+    const ErrorCode code = prepare(main, {main.layout_kind(), quotation}, load_list);
+    if (code != error::none) return code;
+    return true;
+  } catch (const std::bad_alloc&) {
+    return error::out_of_memory;
+  }
 }
 
 ErrorCode Run::prepare(ClColMain& main, LineForm form, const ListLoader& load_list) {
@@ -183,6 +192,28 @@ std::optional<ByteCount> Run::size(RecordCount records) const {
     bytes += *own;
   }
   return bytes;
+}
+
+Result<ByteCount> Run::measure(RecordCount count) {
+  try {
+    if (const auto known = size(count)) return *known;
+    const auto records = static_cast<std::int64_t>(count.number());
+    const auto progress = platform::user_interface().open_progress(nullptr, true);
+    ProgressMeter meter(*progress, records);
+    LineBlock lines(0);
+    ByteCount bytes = 0;
+    for (std::int64_t done = 0; done < records;) {
+      if (progress->cancel_requested()) return error::cancelled;
+      meter.update(done);
+      if (const ErrorCode code = append(lines, records - done); code != error::none) return code;
+      done += std::ssize(line_begins());
+      bytes += lines.size();
+      lines.clear();
+    }
+    return bytes;
+  } catch (const std::bad_alloc&) {
+    return error::out_of_memory;
+  }
 }
 
 }  // namespace korvex

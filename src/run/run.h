@@ -26,13 +26,6 @@ struct LineForm {
 // Reads the values of an item's list.
 using ListLoader = std::function<ErrorCode(const FmtColRec&, ClEnumDataList&)>;
 
-// Reads the settings file of a control file that `main` has loaded in run mode 3. False when there
-// is none; -1, -5, -57 and the other codes of loading settings.
-Result<bool> load_settings(ClColMain& main);
-
-// What control file and settings say of the lines.
-LineForm line_form(const ClColMain& main);
-
 // The records of a control file and its settings: prepared once, then taken in blocks of lines or
 // record by record, from any record on. Owns everything that the records are made of but `main`,
 // which must outlive it.
@@ -41,6 +34,11 @@ LineForm line_form(const ClColMain& main);
 // does not grow with them. One thread at a time.
 class Run {
  public:
+  // Reads the control file at `main.control_path` and the settings of its items, and prepares them.
+  // False when there is no settings file. -1, -2, -3 loading; -4 a negative number of records; -5,
+  // -57 another settings file; and the codes of prepare().
+  Result<bool> load(ClColMain& main, const ListLoader& load_list);
+
   // Prepares the items of `main`, whose settings are loaded. -6 no item has settings;
   // -78, -104, -108, -109 repeats; and what `load_list` answers.
   ErrorCode prepare(ClColMain& main, LineForm form, const ListLoader& load_list);
@@ -75,6 +73,10 @@ class Run {
 
   // The bytes of the first so many lines; nothing where only making them can tell.
   std::optional<ByteCount> size(RecordCount records) const;
+
+  // The same by making them where nothing else can tell, which shows its progress and can be
+  // cancelled. The next record is then unknown. -1, -79; -7, -40.
+  Result<ByteCount> measure(RecordCount count);
 
  private:
   using SharedList = Result<std::shared_ptr<const ClEnumDataList>>;

@@ -1,5 +1,7 @@
 #include "run/random_settings.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <array>
 #include <chrono>
