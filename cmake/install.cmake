@@ -4,7 +4,7 @@
 # library, "dialogs" adds the windows to it.
 include(CMakePackageConfigHelpers)
 
-install(TARGETS korvex EXPORT korvex-targets
+install(TARGETS korvex korvex_headers EXPORT korvex-targets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development)
 if(TARGET korvex_dialogs)
   # The library looks for its dialogs beside itself.

@@ -1,6 +1,6 @@
 // A control file, as each of the five functions reads it: shown, loaded in every run mode, counted
 // and generated from, with settings for its first items in place.
-#include "control/control_file.h"
+#include "korvex/control_file.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -19,15 +19,15 @@
 namespace korvex::fuzz {
 namespace {
 
-constexpr StoredRecords most_records{200};
+constexpr std::int32_t most_records = 200;
 constexpr std::size_t most_items = 8;
 
 // Takes the header's places for the world's, so that its settings are found, and keeps the run
 // short; everything else stays as it is.
 std::string anchor(std::string_view input) {
   std::string bytes(input);
-  if (bytes.size() < sizeof(ControlHeader)) return bytes;
-  ControlHeader header;
+  if (bytes.size() < sizeof(korvex_control_header)) return bytes;
+  korvex_control_header header;
   std::memcpy(&header, bytes.data(), sizeof header);
   header.records = std::min(header.records, most_records);
   if (header.settings_path[0] == '\0') store_field(header.settings_path, settings_path);
@@ -46,7 +46,7 @@ void load_in_mode(RunMode mode) {
           "loading ends in one of its codes");
   require(main.offending_names().size() <= 128, "the names end at their limit");
   if (result != error::none) return;
-  main.select_item(main.header().item_count - 1);
+  main.select_item(main.items.size() - 1);
   main.build_default_settings();
   if (mode != run_mode::generator) static_cast<void>(reconcile(main));
 }
@@ -57,10 +57,9 @@ void put_settings(World& world) {
   main.control_path = control_path;
   main.set_run_mode(run_mode::settings_only);
   if (main.load() != error::none) return;
-  const ControlHeader& header = main.header();
   ClFmtFile file;
   file.set_paths(settings_path, work_folder);
-  if (!file.load(header.level, header.records, header.layout_kind)) return;
+  if (!file.load(main.level(), main.records(), main.layout_kind())) return;
   for (std::size_t i = 0; i < std::min(most_items, main.items.size()); ++i) {
     ClDGCol& item = *main.select_item(static_cast<std::int32_t>(i));
     if (main.build_default_settings()) {

@@ -3,7 +3,6 @@
 #include <sstream>
 #include <string>
 
-#include "control/control_file.h"
 #include "host/engine/layout_messages.h"
 #include "host/engine/settings_editor.h"
 #include "host/layout/layout_reader.h"

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "control/control_file.h"
+#include "korvex/control_file.h"
 #include "lists/enumeration_check.h"
 #include "run/generate_data_file.h"
 #include "values/record_text.h"
@@ -19,8 +19,8 @@ bool is_temporary(const std::string& path) {
 
 void put_control_file(World& world, const RunRequest& request, std::size_t count,
                       std::string_view items) {
-  ControlHeader header = {};
-  header.records = StoredRecords{request.records};
+  korvex_control_header header = {};
+  header.records = request.records;
   header.layout_kind = request.layout_kind;
   header.null_default = 1;
   header.level = request.level;

@@ -6,8 +6,8 @@
 #include <sstream>
 #include <string>
 
-#include "control/control_file.h"
 #include "host/commands/show.h"
+#include "korvex/control_file.h"
 #include "run.h"
 #include "run/repeat_count.h"
 #include "values/record_text.h"
@@ -40,12 +40,12 @@ Result<std::int32_t> load(ClFmtFile& file, SettingsLevel level, LayoutKind layou
 }
 
 // The items as the settings know them, so that the control file fits.
-std::vector<ControlItem> read_items(ClFmtFile& file) {
-  std::vector<ControlItem> items;
+std::vector<korvex_control_item> read_items(ClFmtFile& file) {
+  std::vector<korvex_control_item> items;
   for (const auto& column : file.current_level()->columns) {
     if (items.size() == most_items) break;
     require(file.read_item(column->record.item_number) == true, "an item that is there is found");
-    ControlItem item = {};
+    korvex_control_item item = {};
     item.item_number = column->record.item_number;
     item.attribute = column->record.attribute;
     item.signed_flag = column->record.signed_flag;
@@ -60,9 +60,9 @@ std::vector<ControlItem> read_items(ClFmtFile& file) {
 
 // Loads the file, saves it and loads it again: the same items with the same bytes. Answers the
 // items.
-std::vector<ControlItem> save_and_compare(World& world, SettingsLevel level,
-                                          LayoutKind layout_kind) {
-  std::vector<ControlItem> items;
+std::vector<korvex_control_item> save_and_compare(World& world, SettingsLevel level,
+                                                  LayoutKind layout_kind) {
+  std::vector<korvex_control_item> items;
   {
     ClFmtFile file;
     const Result<std::int32_t> loaded = load(file, level, layout_kind);
@@ -85,7 +85,8 @@ std::vector<ControlItem> save_and_compare(World& world, SettingsLevel level,
   return items;
 }
 
-void count_repeats(World& world, const RunRequest& request, const std::vector<ControlItem>& items) {
+void count_repeats(World& world, const RunRequest& request,
+                   const std::vector<korvex_control_item>& items) {
   put_control_file(world, request, items.size(), bytes_of(items));
   ClRepeatCalcMain calculation;
   calculation.main.control_path = control_path;
@@ -106,7 +107,8 @@ void run(std::string_view bytes, const Choices& choices) {
   }
   if (choices.changes_layout) layout_kind = static_cast<LayoutKind>(layout_kind ^ 1);
 
-  const std::vector<ControlItem> items = save_and_compare(world, choices.level, layout_kind);
+  const std::vector<korvex_control_item> items =
+      save_and_compare(world, choices.level, layout_kind);
   RunRequest request;
   request.records = records;
   request.layout_kind = layout_kind;
@@ -114,7 +116,7 @@ void run(std::string_view bytes, const Choices& choices) {
   request.output_option = choices.output_option;
   request.cancel_at_poll = choices.cancel_at_poll;
   request.items = {};
-  for (const ControlItem& item : items) {
+  for (const korvex_control_item& item : items) {
     request.items.push_back(item.item_number);
     if (choices.takes_items_twice) request.items.push_back(item.item_number);
   }

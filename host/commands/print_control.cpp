@@ -1,7 +1,6 @@
 #include <cstring>
 #include <ostream>
 
-#include "control/control_file.h"
 #include "host/commands/show.h"
 #include "host/layout/code_names.h"
 #include "platform/printable_text.h"
@@ -31,8 +30,9 @@ bool holds_exactly(std::string_view bytes, std::size_t header_size, std::int32_t
 }
 
 bool is_form(std::string_view bytes, std::size_t record_size) {
-  const auto header = record_at<ControlHeader>(bytes, 0);
-  return header.layout_kind >= layout_kind::record_file && header.layout_kind <= layout_kind::iso &&
+  const auto header = record_at<korvex_control_header>(bytes, 0);
+  return header.layout_kind >= korvex_layout_record_file &&
+         header.layout_kind <= korvex_layout_iso &&
          holds_exactly(bytes, sizeof header, header.item_count, record_size);
 }
 
@@ -48,7 +48,7 @@ void print_numbers(std::string_view bytes, std::size_t offset, std::int32_t coun
   out << "\n";
 }
 
-void print_item(const ControlItem& item, std::ostream& out) {
+void print_item(const korvex_control_item& item, std::ostream& out) {
   out << "\nitem " << item.item_number << ": "
       << platform::exact_printable_from_code_page(field_text(item.name)) << "\n";
   const auto description = field_text(item.description);
@@ -57,7 +57,7 @@ void print_item(const ControlItem& item, std::ostream& out) {
   }
   out << "  "
       << describe_attributes(
-             {item.attribute, item.signed_flag, item.length, item.digits, item.decimals})
+             {Attribute{item.attribute}, item.signed_flag, item.length, item.digits, item.decimals})
       << (item.null_allowed != 0 ? ", nullable" : ", not nullable") << "\n";
   if (item.host_value != 0) out << "  host value   " << item.host_value << "\n";
 }
@@ -65,15 +65,15 @@ void print_item(const ControlItem& item, std::ostream& out) {
 }  // namespace
 
 bool is_control_file(std::string_view bytes) {
-  return is_form(bytes, sizeof(ControlItem)) || is_form(bytes, sizeof(std::int32_t));
+  return is_form(bytes, sizeof(korvex_control_item)) || is_form(bytes, sizeof(std::int32_t));
 }
 
 void print_control_file(std::string_view bytes, std::ostream& out) {
-  const auto header = record_at<ControlHeader>(bytes, 0);
-  const bool is_long = is_form(bytes, sizeof(ControlItem)) && header.item_count > 0;
+  const auto header = record_at<korvex_control_header>(bytes, 0);
+  const bool is_long = is_form(bytes, sizeof(korvex_control_item)) && header.item_count > 0;
   out << "control file, " << (is_long ? "long" : "short") << " form\n"
-      << "  records       " << number_of(header.records) << "\n"
-      << "  layout kind   " << named_layout_kind(header.layout_kind) << "\n"
+      << "  records       " << header.records << "\n"
+      << "  layout kind   " << named_layout_kind(LayoutKind{header.layout_kind}) << "\n"
       << "  NULL default  " << header.null_default << "\n"
       << "  host value    " << header.host_value << "\n"
       << "  level         " << header.level << "\n"
@@ -87,7 +87,7 @@ void print_control_file(std::string_view bytes, std::ostream& out) {
   }
   RecordCursor cursor(bytes, sizeof header);
   for (std::int32_t i = 0; i < header.item_count; ++i) {
-    ControlItem item = {};
+    korvex_control_item item = {};
     cursor.read(item);
     print_item(item, out);
   }

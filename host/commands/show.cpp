@@ -6,7 +6,6 @@
 #include <ostream>
 #include <vector>
 
-#include "control/control_file.h"
 #include "platform/file.h"
 #include "settings/settings_reader.h"
 #include "values/records.h"

@@ -1,6 +1,6 @@
 #include "host/engine/control_writer.h"
 
-#include "control/control_file.h"
+#include "korvex/control_file.h"
 #include "platform/codepage.h"
 #include "values/error_codes.h"
 #include "values/file_failure.h"
@@ -10,9 +10,9 @@ namespace korvex::host {
 
 namespace {
 
-ControlHeader header_of(const Layout& layout) {
-  ControlHeader header = {};
-  header.records = layout.records.stored();
+korvex_control_header header_of(const Layout& layout) {
+  korvex_control_header header = {};
+  header.records = number_of(layout.records.stored());
   header.layout_kind = layout.kind;
   header.null_default = layout.null_default ? 1 : 0;
   header.level = layout.level;
@@ -28,8 +28,8 @@ std::string code_page_text(const std::string& text) {
   return platform::from_utf8(text).value_or(std::string());
 }
 
-ControlItem item_of(const LayoutItem& item) {
-  ControlItem record = {};
+korvex_control_item item_of(const LayoutItem& item) {
+  korvex_control_item record = {};
   record.item_number = item.number;
   store_field(record.name, code_page_text(item.name));
   store_field(record.description, code_page_text(item.description));
@@ -46,7 +46,7 @@ platform::FileCause write_items(const Layout& layout, ControlForm form, platform
   platform::FileCause cause = platform::FileCause::none;
   for (const LayoutItem& item : layout.items) {
     if (cause != platform::FileCause::none) return cause;
-    const ControlItem record = item_of(item);
+    const korvex_control_item record = item_of(item);
     cause = form == ControlForm::short_form ? file.write(&item.number, sizeof item.number)
                                             : file.write(&record, sizeof record);
   }
@@ -58,7 +58,7 @@ platform::FileCause write_items(const Layout& layout, ControlForm form, platform
 ErrorCode TemporaryControlFile::write(const Layout& layout, ControlForm form) {
   if (temporary_.create(layout.work) != platform::FileCause::none) return error::cannot_open;
   platform::File& file = temporary_.file();
-  const ControlHeader header = header_of(layout);
+  const korvex_control_header header = header_of(layout);
   platform::FileCause cause = file.write(&header, sizeof header);
   if (cause == platform::FileCause::none) cause = write_items(layout, form, file);
   const platform::FileCause closed = file.close();

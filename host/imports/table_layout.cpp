@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "control/control_file.h"
 #include "host/imports/lists.h"
+#include "host/layout/item_texts.h"
 #include "host/layout/own_text.h"
 #include "host/text/code_page_text.h"
 
@@ -13,8 +13,6 @@ namespace korvex::host {
 namespace {
 
 using Role = ColumnRole::Kind;
-
-constexpr std::size_t longest_item_name = sizeof(ControlItem::name) - 1;
 
 class LayoutWriter {
  public:

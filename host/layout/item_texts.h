@@ -5,16 +5,16 @@
 #include <string_view>
 #include <vector>
 
-#include "control/control_file.h"
 #include "host/layout/layout.h"
 #include "host/layout/table_reader.h"
+#include "korvex/control_file.h"
 
 // The texts that say what an item is.
 namespace korvex::host {
 
 // Texts must leave room for the terminator of their field.
-inline constexpr std::size_t longest_item_name = sizeof(ControlItem::name) - 1;
-inline constexpr std::size_t longest_item_description = sizeof(ControlItem::description) - 1;
+inline constexpr std::size_t longest_item_name = KORVEX_NAME_SIZE - 1;
+inline constexpr std::size_t longest_item_description = KORVEX_DESCRIPTION_SIZE - 1;
 
 // The text at a key, in UTF-8, of at most `longest` bytes in code page 932; in a layout that is in
 // UTF-8, of as many characters, of which those that the code page lacks go to `beyond`. Empty after

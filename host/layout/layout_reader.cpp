@@ -11,7 +11,6 @@
 #include <system_error>
 #include <tuple>
 
-#include "control/control_file.h"
 #include "host/layout/item_reader.h"
 #include "host/layout/layout_paths.h"
 #include "host/layout/layout_syntax.h"
@@ -36,7 +35,7 @@ constexpr std::size_t utf8_encoding = 1;
 constexpr std::int32_t newest_ways = 1;
 constexpr std::int32_t newest_sets = 1;
 
-constexpr std::size_t longest_path = control_path_size - 1;
+constexpr std::size_t longest_path = KORVEX_PATH_SIZE - 1;
 constexpr std::size_t most_errors_of_no_layout = 10;
 
 // The paths that a layout leaves out follow from the others: one report is enough.

@@ -4,10 +4,10 @@
 #include <charconv>
 #include <sstream>
 
-#include "control/control_file.h"
 #include "formatlang/default_settings.h"
 #include "host/layout/code_names.h"
 #include "host/layout/item_size.h"
+#include "host/layout/item_texts.h"
 #include "host/layout/layout_writer.h"
 #include "platform/codepage.h"
 #include "values/records.h"
@@ -17,7 +17,6 @@ namespace korvex::host {
 namespace {
 
 constexpr std::int32_t longest_text = 32767;
-constexpr std::size_t longest_name = sizeof(ControlItem::name) - 1;
 
 std::optional<std::int32_t> number_in(std::string_view text, std::int32_t lowest,
                                       std::int32_t highest) {
@@ -99,9 +98,9 @@ bool needs_decimals(const ItemAttributes& item) {
 
 std::string take_name(std::string_view text, NewItem& item) {
   const auto name = platform::from_utf8(text);
-  if (text.empty() || !name || name->size() > longest_name ||
+  if (text.empty() || !name || name->size() > longest_item_name ||
       text.find_first_of(std::string_view("\0\n", 2)) != std::string_view::npos) {
-    return "a name of up to " + std::to_string(longest_name) + " bytes in code page 932";
+    return "a name of up to " + std::to_string(longest_item_name) + " bytes in code page 932";
   }
   item.name = text;
   return {};

@@ -89,22 +89,22 @@ ErrorCode ClColMain::load_short(platform::File& file) {
 
 ErrorCode ClColMain::load_long(platform::File& file) {
   offending_names_.clear();
-  const bool complete = read_records<ControlItem>(
-      file, header_.item_count, [this](const ControlItem& record) { append_item(record); });
+  const bool complete = read_records<korvex_control_item>(
+      file, header_.item_count, [this](const korvex_control_item& record) { append_item(record); });
   for (const auto& item : items) items_by_number_.try_emplace(item->item_number, item.get());
   return complete ? error::none : error::cannot_read;
 }
 
-void ClColMain::append_item(const ControlItem& record) {
+void ClColMain::append_item(const korvex_control_item& record) {
   auto item = std::make_unique<ClDGCol>();
-  item->item_number = record.item_number;
+  item->item_number = ItemNumber{record.item_number};
   item->name = field_text(record.name);
   item->description = field_text(record.description);
-  item->attribute = record.attribute;
-  item->signed_flag = is_always_signed(record.attribute) ? 1 : record.signed_flag;
+  item->attribute = Attribute{record.attribute};
+  item->signed_flag = is_always_signed(item->attribute) ? 1 : record.signed_flag;
   item->length = record.length;
   item->digits = record.digits;
-  if (has_invalid_digits(header_.layout_kind, record.digits, record.decimals)) {
+  if (has_invalid_digits(layout_kind(), record.digits, record.decimals)) {
     load_error_ = error::invalid_items;
     if (offending_names_.size() + item->name.size() < offending_names_limit) {
       offending_names_ += item->name + " ";
@@ -140,7 +140,7 @@ ErrorCode ClColMain::write_short_form(platform::File& file) {
 }
 
 void ClColMain::append_error_text(ErrorCode code, std::string& text) const {
-  korvex::append_error_text(code, header_.layout_kind, text);
+  korvex::append_error_text(code, layout_kind(), text);
 }
 
 bool ClColMain::build_default_settings() {

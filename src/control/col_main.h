@@ -4,10 +4,10 @@
 #include <string>
 #include <unordered_map>
 
-#include "control/control_file.h"
 #include "control/dg_col.h"
 #include "control/user_limits.h"
 #include "formatlang/default_settings.h"
+#include "korvex/control_file.h"
 #include "platform/printable_text.h"
 #include "platform/runtime_class.h"
 #include "settings/fmt_file.h"
@@ -47,7 +47,12 @@ class ClColMain : public platform::Object {
   ClDGCol* select_item(std::size_t index);
   ClDGCol* current_item() const { return current_item_; }
 
-  LayoutKind layout_kind() const { return header_.layout_kind; }
+  // What the control file's header says. The number of records of a value update is the position
+  // of its item, from 1.
+  StoredRecords records() const { return StoredRecords{header_.records}; }
+  SettingsLevel level() const { return SettingsLevel{header_.level}; }
+  LayoutKind layout_kind() const { return LayoutKind{header_.layout_kind}; }
+  bool is_null_default() const { return header_.null_default == 1; }
   std::string data_path() const;
   std::string settings_path() const;
   std::string work_folder() const;
@@ -56,7 +61,6 @@ class ClColMain : public platform::Object {
   ErrorCode load_error() const { return load_error_; }
   const std::string& offending_names() const { return offending_names_; }
 
-  const ControlHeader& header() const { return header_; }
   const Limits& limits() const { return limits_; }
 
   std::string control_path;
@@ -71,11 +75,11 @@ class ClColMain : public platform::Object {
  private:
   ErrorCode load_short(platform::File& file);
   ErrorCode load_long(platform::File& file);
-  void append_item(const ControlItem& record);
+  void append_item(const korvex_control_item& record);
   ErrorCode write_short_form(platform::File& file);
 
   std::unordered_map<ItemNumber, const ClDGCol*> items_by_number_;
-  ControlHeader header_ = {};
+  korvex_control_header header_ = {};
   RunMode run_mode_ = run_mode::none;
   ClDGCol* current_item_ = nullptr;
   ErrorCode load_error_ = error::none;

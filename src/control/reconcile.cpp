@@ -17,7 +17,7 @@ bool is_date_or_timestamp(Attribute attribute) {
 }
 
 bool gets_null_by_default(const ClColMain& main, const ClDGCol& item) {
-  return main.layout_kind() != layout_kind::record_file && main.header().null_default == 1 &&
+  return main.layout_kind() != layout_kind::record_file && main.is_null_default() &&
          item.null_allowed == 1;
 }
 
@@ -99,10 +99,9 @@ bool settings_fit(const ItemAttributes& item, const FmtColRec& stored, LayoutKin
 }
 
 Result<std::int32_t> reconcile(ClColMain& main) {
-  const ControlHeader& header = main.header();
   main.settings.set_run_mode(main.run_mode());
   const Result<std::int32_t> loaded =
-      main.settings.load(header.level, header.records, header.layout_kind);
+      main.settings.load(main.level(), main.records(), main.layout_kind());
   if (!loaded || *loaded == 0) return loaded;
 
   std::int32_t with_settings = 0;
@@ -117,7 +116,7 @@ Result<std::int32_t> reconcile(ClColMain& main) {
       if (result == error::none) show_initial_value(main, item);
     } else {
       const FmtColRec& stored = main.settings.find_column(item.item_number)->record;
-      if (!settings_fit(item.attributes(), stored, header.layout_kind)) {
+      if (!settings_fit(item.attributes(), stored, main.layout_kind())) {
         reject_settings(main);
         return 1;
       }

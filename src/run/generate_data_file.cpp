@@ -44,7 +44,7 @@ ErrorCode ClGenerateDataFile::generate() {
 
 bool ClGenerateDataFile::asks_about_repeats() const {
   return output_option == guarded_output && run_.repeats_are_in_use() &&
-         repeat_item_count > static_cast<std::uint64_t>(number_of(main.header().records));
+         repeat_item_count > static_cast<std::uint64_t>(number_of(main.records()));
 }
 
 bool ClGenerateDataFile::user_accepts_fewer_records() const {
@@ -79,7 +79,7 @@ ErrorCode ClGenerateDataFile::write_data_file() {
 }
 
 ErrorCode ClGenerateDataFile::write_records(platform::File& file) {
-  const std::int32_t records = number_of(main.header().records);
+  const std::int32_t records = number_of(main.records());
   const bool is_guarded = output_option == guarded_output;
   const auto progress = platform::user_interface().open_progress(parent, is_guarded);
   ProgressMeter meter(*progress,
@@ -95,8 +95,8 @@ ErrorCode ClGenerateDataFile::write_records(platform::File& file) {
   if (has_failed && progress->cancel_requested()) return error::cancelled;
   if (result != error::none) return result;
   meter.finish(records);
-  log_.records = main.header().records;
-  log_.level = main.header().level;
+  log_.records = main.records();
+  log_.level = main.level();
   for (const ItemGenerator* item : run_.fields()) {
     if (records > 0) log_.item_numbers.push_back(item->settings().item_number);
   }
@@ -107,7 +107,7 @@ ErrorCode ClGenerateDataFile::write_records(platform::File& file) {
 // as soon as it is seen to be worth it.
 ErrorCode ClGenerateDataFile::write_all(RecordWriter& writer, platform::ProgressSink& progress,
                                         ProgressMeter& meter) {
-  const std::int64_t records = number_of(main.header().records);
+  const std::int64_t records = number_of(main.records());
   std::size_t threads = generating_threads();
   for (std::int64_t done = 0; done < records;) {
     ErrorCode result =

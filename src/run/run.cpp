@@ -20,11 +20,10 @@ Result<bool> Run::load(ClColMain& main, const ListLoader& load_list) {
   try {
     main.set_run_mode(run_mode::generator);
     if (const ErrorCode code = main.load(); code != error::none) return code;
-    const ControlHeader& header = main.header();
-    if (number_of(header.records) < 0) return error::cannot_operate;
+    if (number_of(main.records()) < 0) return error::cannot_operate;
     main.settings.set_paths(main.settings_path(), main.work_folder());
     const Result<std::int32_t> levels =
-        main.settings.load(header.level, header.records, header.layout_kind);
+        main.settings.load(main.level(), main.records(), main.layout_kind());
     if (!levels) return levels.code();
     if (*levels == 0) return false;
     main.settings.set_run_mode(run_mode::generator);

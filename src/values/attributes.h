@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "korvex/control_file.h"
+
 namespace korvex {
 
 // Attributes, 1 to 32, say what kind of data an item holds. The ones that code mentions by
@@ -10,17 +12,17 @@ namespace korvex {
 namespace attribute {
 enum Code : std::int32_t {
   none = 0,
-  character = 1,
-  decimal = 4,
-  plain_character = 6,
-  national = 11,
-  number = 19,
-  integer = 23,
-  small_integer = 24,
-  date = 28,
-  time = 31,
-  timestamp = 32,
-  highest = timestamp,
+  character = korvex_attribute_character,
+  decimal = korvex_attribute_decimal,
+  plain_character = korvex_attribute_plain_character,
+  national = korvex_attribute_national,
+  number = korvex_attribute_number,
+  integer = korvex_attribute_integer,
+  small_integer = korvex_attribute_small_integer,
+  date = korvex_attribute_date,
+  time = korvex_attribute_time,
+  timestamp = korvex_attribute_timestamp,
+  highest = korvex_attribute_highest,
 };
 }  // namespace attribute
 

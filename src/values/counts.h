@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <compare>
 #include <cstdint>
-#include <limits>
 #include <string>
+
+#include "korvex/control_file.h"
 
 // How many records there are, and how many bytes they have.
 namespace korvex {
@@ -26,7 +27,7 @@ class RecordCount {
   static constexpr std::uint64_t most = 1'000'000'000'000'000'000;
 
   // The most that one run of the generator writes into a file.
-  static constexpr std::uint64_t most_stored = std::numeric_limits<std::int32_t>::max();
+  static constexpr std::uint64_t most_stored = KORVEX_MAX_RECORDS;
 
   constexpr RecordCount() = default;
   constexpr explicit RecordCount(std::uint64_t number) : number_(number) {}

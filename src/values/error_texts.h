@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -9,16 +8,6 @@
 #include "values/records.h"
 
 namespace korvex {
-
-// One row of the message table. "%s" stands for the layout word, "%ld" and "%d" for a number that
-// the caller fills in.
-struct ErrorText {
-  std::int32_t code;
-  std::string_view text;
-};
-
-// Every message of the module, from -1 downwards.
-std::span<const ErrorText> error_texts();
 
 // Appends the numbered message of a code: "99002:Failed to open the control file." for -2. A code
 // without a message gives its number alone. The codes of enumeration lines replace what `text`

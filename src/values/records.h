@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "korvex/control_file.h"
 #include "values/attributes.h"
 #include "values/counts.h"
 
@@ -31,7 +32,8 @@ enum Sign : std::int32_t { sign_plus = 1, sign_minus = 2 };
 // A number is held as two halves of nine decimal digits each.
 inline constexpr std::int64_t half_base = 1'000'000'000;
 inline constexpr int half_digits = 9;
-inline constexpr int max_number_digits = 2 * half_digits;
+inline constexpr int max_number_digits = KORVEX_MAX_DIGITS;
+static_assert(max_number_digits == 2 * half_digits);
 
 // What one format element produces.
 namespace format_kind {
@@ -96,9 +98,9 @@ using ExceededAction = exceeded_action::Action;
 // without a comma.
 namespace layout_kind {
 enum Kind : std::int32_t {
-  record_file = 1,
-  table = 2,
-  iso = 3,
+  record_file = korvex_layout_record_file,
+  table = korvex_layout_table,
+  iso = korvex_layout_iso,
 };
 }  // namespace layout_kind
 

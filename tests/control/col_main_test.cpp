@@ -36,11 +36,9 @@ TEST_F(ColMainTest, ReadsEachFieldFromItsOffset) {
   bytes.replace(536, 3, "/w3");
   bytes += control_item({-21, cp932("名前"), "text", 22, 23, 24, 25, 6, 27, 28});
   ASSERT_EQ(load(main, bytes), 0);
-  const ControlHeader& header = main.header();
-  EXPECT_EQ(
-      (std::vector<std::int32_t>{number_of(header.records), header.layout_kind, header.null_default,
-                                 header.host_value, header.level, header.item_count}),
-      (std::vector{10, 3, 1, -1, 2, 1}));
+  EXPECT_EQ((std::vector<std::int32_t>{number_of(main.records()), main.layout_kind(),
+                                       main.is_null_default(), main.level()}),
+            (std::vector{10, 3, 1, 2}));
   EXPECT_EQ(main.data_path() + main.settings_path() + main.work_folder(), "/d1/s2/w3");
 
   ASSERT_EQ(main.items.size(), 1u);

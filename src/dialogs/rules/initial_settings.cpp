@@ -11,8 +11,6 @@ namespace korvex {
 
 namespace {
 
-constexpr std::int32_t null_by_default = 1;
-
 void give_default_ranges(ClColMain& main) {
   for (std::size_t index = 0; main.select_item(index) != nullptr; ++index) {
     if (!main.build_default_settings()) continue;
@@ -38,7 +36,7 @@ ErrorCode give_initial_settings(ClColMain& main) {
     return error::none;
   }
   const bool is_record_file = main.layout_kind() == layout_kind::record_file;
-  if (is_record_file || main.header().null_default != null_by_default) return error::none;
+  if (is_record_file || !main.is_null_default()) return error::none;
   return give_null(main);
 }
 

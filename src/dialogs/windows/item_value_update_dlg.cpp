@@ -121,7 +121,7 @@ void ClItemValueUpdateDlg::fill_labels() {
 
 // The header's number of records is the item's position here, from 1.
 std::size_t ClItemValueUpdateDlg::start_position() const {
-  const auto position = static_cast<std::size_t>(std::max(number_of(main_.header().records), 1));
+  const auto position = static_cast<std::size_t>(std::max(number_of(main_.records()), 1));
   return position > main_.items.size() ? 0 : position - 1;
 }
 
