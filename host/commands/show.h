@@ -11,7 +11,7 @@ namespace korvex::host {
 // before a fault has then been printed.
 std::string show_file(const std::string& path, std::ostream& out);
 
-// The readable form of each kind of file. Nothing that the bytes claim is trusted.
+// The readable form of each kind of file. Every number in the bytes is checked before it is used.
 
 // Whether the bytes have the shape of the kind.
 bool is_control_file(std::string_view bytes);

@@ -94,7 +94,7 @@ std::string_view without_end(std::string_view text, std::string_view end) {
   return text.ends_with(end) ? text.substr(0, text.size() - end.size()) : text;
 }
 
-std::string_view without_spaces_behind(std::string_view text) {
+std::string_view without_trailing_spaces(std::string_view text) {
   return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
@@ -119,7 +119,7 @@ bool is_same_value(std::string_view written, std::string_view value, const Colum
       return is_same_in_any_case(written, value);
     default:
       if (!column.is_padded) return written == value;
-      return without_spaces_behind(written) == without_spaces_behind(value);
+      return without_trailing_spaces(written) == without_trailing_spaces(value);
   }
 }
 
@@ -152,8 +152,8 @@ CopyPlace find_copy_place(std::string_view context, std::string_view table,
     // After the column's name is a colon, in some languages with a space in front of it.
     const std::string_view rest(stop, static_cast<std::size_t>(line.data() + line.size() - stop));
     for (const std::string& column : columns) {
-      for (const char* behind : {":", " :"}) {
-        if (rest.find(" " + column + behind) != std::string_view::npos) place.column = column;
+      for (const char* end : {":", " :"}) {
+        if (rest.find(" " + column + end) != std::string_view::npos) place.column = column;
       }
       if (!place.column.empty()) break;
     }
@@ -195,12 +195,12 @@ bool names_key(std::string_view detail, const std::vector<KeyPart>& key) {
   std::string_view rest = detail.substr(begin + key_begin.size());
   for (std::size_t i = 0; i < key.size(); ++i) {
     if (key[i].value.empty()) return false;  // NULL, which is in no violated key
-    const std::string_view behind = i + 1 < key.size() ? ", " : ")";
-    const bool is_same_text = rest.starts_with(std::string(key[i].value).append(behind));
+    const std::string_view separator = i + 1 < key.size() ? ", " : ")";
+    const bool is_same_text = rest.starts_with(std::string(key[i].value).append(separator));
     const std::string_view written =
-        is_same_text ? key[i].value : rest.substr(0, std::min(rest.find(behind), rest.size()));
+        is_same_text ? key[i].value : rest.substr(0, std::min(rest.find(separator), rest.size()));
     if (!is_same_value(written, key[i].value, key[i].column)) return false;
-    rest.remove_prefix(std::min(written.size() + behind.size(), rest.size()));
+    rest.remove_prefix(std::min(written.size() + separator.size(), rest.size()));
   }
   return true;
 }

@@ -35,7 +35,7 @@ class OutcomeUnknown : public DatabaseError {
 // The fields of one record for the columns of a load; an empty field is NULL.
 using RowFields = std::vector<std::string_view>;
 
-// A row that the database refused; everything of the load is gone.
+// A row that the database refused; nothing of the load is kept.
 struct RefusedRow {
   std::optional<std::size_t> table;  // of the load; nothing when it is unknown
   std::string message;               // the database's own
@@ -87,8 +87,8 @@ class DatabaseLoad {
 
   virtual void end_table() = 0;
 
-  // Has every constraint checked, lets sequences go on after the loaded values, and keeps the rows.
-  // Answers what could not be done beside the rows, a line for each.
+  // Has every constraint checked, lets sequences continue after the loaded values, and commits.
+  // Returns what else could not be done, a line for each.
   virtual std::vector<std::string> finish() = 0;
 };
 
@@ -108,8 +108,8 @@ class Database {
   // How many rows a table has, counted up to a limit.
   virtual std::int64_t count_rows(const TableSchema& table, std::int64_t limit) = 0;
 
-  // Hands over the keys that a foreign key may refer to, in their order, none of them NULL. `take`
-  // gets one text for each referenced column. Throws KeysUnreadable beside the others.
+  // Passes the keys that a foreign key may refer to, in their order, none of them NULL. `take` gets
+  // one text for each referenced column. Also throws KeysUnreadable.
   using TakeKey = std::function<void(const std::vector<std::string_view>&)>;
   virtual void read_keys(const ForeignKey& key, const TakeKey& take) = 0;
 
@@ -132,11 +132,11 @@ class Database {
 // Throws std::invalid_argument for anything else, DatabaseError when it can't be opened.
 std::unique_ptr<Database> open_database(const std::string& target);
 
-// The files of the database that `target` names, with those that its library keeps beside it, and
-// removes there without a look at what they are. None for a server.
+// The files of the database that `target` names, with those that its library keeps in the same
+// folder, and removes without checking what they are. None for a server.
 std::vector<std::string> database_files(const std::string& target);
 
-// What the plug-in of each kind of database hands over. Program and plug-ins are built and
+// What the plug-in of each kind of database exports. Program and plug-ins are built and
 // installed together, so they may share C++ types; what a plug-in throws is caught in the program.
 struct DatabasePlugin {
   Database* (*open)(const std::string& target);  // a connection, which the caller owns

@@ -155,14 +155,14 @@ PostgresqlResult PostgresqlConnection::next_answer() {
 
 void PostgresqlConnection::commit() {
   check_interruption();
-  heeds_interrupts_ = false;
+  ends_on_interrupt_ = false;
   try {
     run("COMMIT");
   } catch (const DatabaseError& failure) {
     if (PQstatus(connection_) == CONNECTION_BAD) throw OutcomeUnknown(failure.what());
     throw;
   }
-  heeds_interrupts_ = true;
+  ends_on_interrupt_ = true;
 }
 
 void PostgresqlConnection::wait_for_server(bool for_writing) {
@@ -172,7 +172,7 @@ void PostgresqlConnection::wait_for_server(bool for_writing) {
 void PostgresqlConnection::wait(short events) {
   const int socket = PQsocket(connection_);
   if (socket < 0) return;  // the call that comes next tells what is wrong
-  if (heeds_interrupts_) {
+  if (ends_on_interrupt_) {
     if (!platform::wait_until_ready(socket, events)) check_interruption();
     return;
   }

@@ -47,8 +47,8 @@ class PostgresqlConnection {
   void send(const std::string& sql, const std::vector<std::string>& parameters = {});
   PostgresqlResult next_result();
 
-  // Ends the transaction and keeps it. Waits whatever the user asks for: once the server has been
-  // told, only its answer says what is kept. Throws OutcomeUnknown when there is none.
+  // Commits the transaction. This wait cannot be interrupted: once the COMMIT is sent, only the
+  // server's answer says whether it happened. Throws OutcomeUnknown when there is none.
   void commit();
 
   // Waits until the connection can be read from, or also written to.
@@ -70,7 +70,7 @@ class PostgresqlConnection {
 
   PGconn* connection_ = nullptr;
   SearchPath user_path_;
-  bool heeds_interrupts_ = true;
+  bool ends_on_interrupt_ = true;
 };
 
 }  // namespace korvex::host

@@ -109,11 +109,11 @@ class PostgresqlDatabase : public Database {
             ") AS texts WHERE text OPERATOR(pg_catalog.~) $1",
         1,
         {"^" + literal(form.before) + letter_class(form) + "{" + std::to_string(form.count) + "}" +
-         literal(form.behind) + "$"});
+         literal(form.after) + "$"});
     if (rows.is_null(0, 0)) return std::nullopt;
     // What does not have the form would be cut to pieces by it.
     const std::string largest(rows.text(0, 0));
-    if (largest.size() != form.before.size() + form.count + form.behind.size()) refuse_answer();
+    if (largest.size() != form.before.size() + form.count + form.after.size()) refuse_answer();
     return largest;
   }
 

@@ -65,10 +65,10 @@ inline std::string quoted_path(std::string_view written) {
 
 // Quoted names in a row, each between the texts that are around it.
 inline std::string listed_names(const std::vector<std::string>& names, const std::string& separator,
-                                const std::string& before = "", const std::string& behind = "") {
+                                const std::string& before = "", const std::string& after = "") {
   std::string list;
   for (const std::string& name : names) {
-    list += (list.empty() ? "" : separator) + before + quoted_name(name) + behind;
+    list += (list.empty() ? "" : separator) + before + quoted_name(name) + after;
   }
   return list;
 }

@@ -15,7 +15,7 @@ bool is_word_part(char byte) {
 namespace {
 
 // The end of a text that begins at a place and continues after the next `end`, or to the last byte.
-std::size_t end_behind(std::string_view sql, std::size_t place, std::string_view end) {
+std::size_t end_after(std::string_view sql, std::size_t place, std::string_view end) {
   const std::size_t found = sql.find(end, place);
   return found == std::string_view::npos ? sql.size() : found + end.size();
 }
@@ -51,9 +51,9 @@ std::size_t skip_blanks(std::string_view sql, std::size_t place) {
     if (std::isspace(static_cast<unsigned char>(sql[place])) != 0) {
       ++place;
     } else if (sql.substr(place).starts_with("--")) {
-      place = end_behind(sql, place, "\n");
+      place = end_after(sql, place, "\n");
     } else if (sql.substr(place).starts_with("/*")) {
-      place = end_behind(sql, place + 2, "*/");
+      place = end_after(sql, place + 2, "*/");
     } else {
       break;
     }

@@ -63,7 +63,7 @@ class SqliteDatabase : public Database {
                                           table.quoted_name + ") WHERE text GLOB ?");
     std::string pattern = form.before;
     for (std::size_t i = 0; i < form.count; ++i) pattern += letter_class(form);
-    rows.bind(1, pattern += form.behind);
+    rows.bind(1, pattern += form.after);
     if (!rows.next() || rows.is_null(0)) return std::nullopt;
     return std::string(rows.text(0));
   }

@@ -52,7 +52,7 @@ struct TextForm {
   char lowest;
   char highest;
   std::size_t count;
-  std::string behind;
+  std::string after;
 };
 
 // Columns are named by their places in the table.

@@ -29,11 +29,11 @@ std::vector<const LayoutItem*> find_unfit_items(const Layout& layout, const ClFm
 std::vector<ItemFailure> find_shared_levels(const Layout& layout, const ClFmtFile& file);
 
 struct KeptSettings {
-  SettingsResult refused;          // what the module would not take, told by the names of the items
+  SettingsResult refused;          // what the module would not take, by the names of the items
   std::vector<std::string> lists;  // value lists of the items that keep their settings
 };
 
-// Looks at a copy of the settings file; what is in its place stays untouched. A file that
+// Looks at a copy of the settings file, which itself stays as it is. A file that
 // cannot be read is left to the module. Nothing, and a message, when there can be no copy.
 std::optional<KeptSettings> look_at_settings(const Layout& layout, Keeping keeping,
                                              std::ostream& messages);

@@ -259,11 +259,11 @@ std::optional<ColumnValues> counted_texts(const TextForm& form, const ColumnTask
   const bool is_number = form.lowest == '0';
   const char directive = is_number ? 'U' : form.lowest == 'a' ? 's' : 'S';
   const std::string before = form.before.empty() ? "" : "'" + form.before + "'";
-  const std::string after = form.behind.empty() ? "" : "'" + form.behind + "'";
-  RangeTexts texts = {before + "%" + std::to_string(form.count) + directive + after,
+  const std::string quoted_after = form.after.empty() ? "" : "'" + form.after + "'";
+  RangeTexts texts = {before + "%" + std::to_string(form.count) + directive + quoted_after,
                       std::string(form.count, form.lowest), std::string(form.count, form.highest),
                       "1"};
-  const ItemAttributes item = text_attributes(form.before.size() + form.count + form.behind.size());
+  const ItemAttributes item = text_attributes(form.before.size() + form.count + form.after.size());
   std::optional<std::string> last;
   if (task.is_fresh && task.largest_text) last = task.largest_text(form);
   // The number that is left out is 0.

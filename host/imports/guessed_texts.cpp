@@ -288,11 +288,11 @@ class TextGuesser {
   }
 
   // Fixed text around a number that counts on.
-  std::optional<GuessedText> numbered(const std::string& before, const std::string& behind) {
-    const std::size_t fixed = before.size() + behind.size();
+  std::optional<GuessedText> numbered(const std::string& before, const std::string& after) {
+    const std::size_t fixed = before.size() + after.size();
     if (limit_ < fixed + 2) return std::nullopt;
     const std::size_t digits = std::min<std::size_t>(email_digits, limit_ - fixed);
-    auto values = counted_texts({before, '0', '9', digits, behind}, task_);
+    auto values = counted_texts({before, '0', '9', digits, after}, task_);
     if (!values || values->period < wanted()) return std::nullopt;
     GuessedText text;
     text.what = "unique, and reach nobody";

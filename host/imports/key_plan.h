@@ -43,7 +43,7 @@ struct KeyPlan {
   std::vector<KeyUse> keys;
   std::vector<ColumnRole> columns;
   std::optional<std::size_t> hub;    // the key with each
-  std::vector<std::string> remarks;  // what can't be promised
+  std::vector<std::string> remarks;  // what is not certain
 
   bool has_own_values(std::size_t column) const {
     return columns[column].kind == ColumnRole::Kind::own;

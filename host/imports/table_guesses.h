@@ -12,7 +12,7 @@
 
 namespace korvex::host {
 
-// What the names of a table and its columns let one believe of their values.
+// What the names of a table and its columns suggest about their values.
 class TableGuesses {
  public:
   TableGuesses(const ImportedTable& table, const KeyPlan& keys);

@@ -16,7 +16,7 @@ struct Stretch {
   bool has_head = false;
 };
 
-// A file that is held against the records that it should have.
+// A file that is compared with the records that it should have.
 class FileComparison {
  public:
   explicit FileComparison(const std::string& path);

@@ -9,8 +9,8 @@
 
 namespace korvex::host {
 
-// What is beside a part that is complete. It is written after the part, so that there is none
-// beside one that is not.
+// The file that belongs to a complete part. It is written after the part, so that an incomplete
+// part has none.
 struct Manifest {
   Part part;
   RecordRange records;
@@ -20,9 +20,9 @@ struct Manifest {
   std::string fingerprint;  // of all that the bytes depend on
 };
 
-// A short text that tells the file of a part from any other, and from the same part of another
-// layout. Files bear it where the file system lets them, so that a file and a manifest that two
-// runs have put beside each other are not taken for one part.
+// A short text that identifies the file of a part: another part, or the same part of another
+// layout, has another one. Files have it as an attribute if the file system supports that, so that
+// the file of one run and the manifest of another are not taken for one part.
 std::string mark_of(const Manifest& manifest);
 
 // Lines of a key and a value, with a digest of them all in the last one.

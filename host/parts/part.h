@@ -41,7 +41,8 @@ std::string part_path(const std::string& whole, Part part);
 // The manifest that says that a part is complete.
 std::string manifest_path(const std::string& file);
 
-// Undoes part_path(): the whole that a part's name tells of, and the part. Nothing for other names.
+// The inverse of part_path(): the whole file and the part that a name says. Nothing for other
+// names.
 struct PartName {
   std::string whole;
   Part part;

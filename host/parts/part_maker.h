@@ -17,8 +17,8 @@ struct PartRequest {
   bool quiet = false;
 };
 
-// Writes one part of the records and, after it, its manifest, both by renaming: whatever ends it on
-// the way, an incomplete part is never taken for a complete one. Nothing else is written and
+// Writes one part of the records and, after it, its manifest, both by renaming: wherever it is
+// interrupted, an incomplete part is never taken for a complete one. Nothing else is written and
 // nothing is locked, so that any number of parts can be made at once, one of them also by several
 // workers. Answers the program's exit status.
 ExitStatus make_part(PreparedLayout& prepared, const PartRequest& request, std::ostream& out,

@@ -19,10 +19,10 @@ struct PartState {
 
 PartState state_of_part(const std::string& path, const Manifest& expected);
 
-// Whether a part needs not be made: its state says so, and is proven, or its bytes prove it.
+// Whether a part need not be made: its mark shows that it is complete, or its bytes do.
 bool is_complete(const std::string& path, const Manifest& expected);
 
-// Whether the bytes of a file are those that a manifest tells of.
+// Whether the bytes of a file are those that its manifest describes.
 bool has_bytes_of(const std::string& path, const Manifest& manifest);
 
 // The parts of a file that are in its folder, out of so many.
@@ -31,7 +31,7 @@ struct PartSet {
   std::vector<std::uint64_t> present;  // their numbers, in order, each once
 };
 
-// All sets that files with names of parts, or of their manifests, tell of.
+// All sets of which there are parts or manifests, by the names of the files.
 std::vector<PartSet> find_part_sets(const std::string& whole);
 
 }  // namespace korvex::host

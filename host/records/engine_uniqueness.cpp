@@ -64,17 +64,17 @@ Uniqueness of_repeats(const std::vector<const FieldFacts*>& set,
                       const std::vector<const FieldFacts*>& repeats) {
   // After the repeats the set's items all start again, those that run empty are empty.
   const std::uint64_t end = repeats.front()->repeats_end;
-  SideBySide behind;
+  SideBySide tail_fields;
   bool some_empty = false;
   for (const FieldFacts* field : set) {
     if (!field->is_repeated) continue;
     if (field->values->runs_empty) {
       some_empty = true;
     } else {
-      behind.add(*field->values);
+      tail_fields.add(*field->values);
     }
   }
-  const Uniqueness tail = behind.result();
+  const Uniqueness tail = tail_fields.result();
   Uniqueness result = {find_turn(repeats, set, false).step, find_turn(repeats, set, true).step};
   const std::uint64_t certain_end = some_empty ? sum(end, tail.different) : end;
   const std::uint64_t last = some_empty ? sum(end, tail.repeated) : end;

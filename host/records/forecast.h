@@ -14,7 +14,8 @@ namespace korvex::host {
 // Whether records without a value are the same in it, as in a file, or different, as in a database.
 enum class EmptyValues { same, different };
 
-// What is known of the records of a layout before any is made, in one form whatever makes them.
+// What is known of the records of a layout before any is made, in the same form for the engine's
+// items and for those with sources and ways.
 class Forecast {
  public:
   // Of an item, by its place in the records.
@@ -22,15 +23,15 @@ class Forecast {
     // How many different values it has until it starts again; where that is unknown, in all records
     // that are asked for.
     sources::Count values;
-    std::string course;                  // how they go, in words
-    std::vector<PassedEnd> passed_ends;  // what is strange about that
+    std::string course;                  // their order, in words
+    std::vector<PassedEnd> passed_ends;  // parts of the format that pass their ends
   };
 
   // For how long records differ in a set of items.
   struct Set {
     sources::Uniqueness uniqueness;
     sources::Count combinations;  // of their values
-    std::string doubts;           // why they may be the same; empty where no formula tells
+    std::string doubts;           // why they may be the same; empty where there is no formula
   };
 
   // The layout must outlive it.

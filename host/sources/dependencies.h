@@ -22,7 +22,7 @@ struct Thing {
   auto operator<=>(const Thing&) const = default;
 };
 
-// The record's own number: who knows it knows the record.
+// The record's own number, from which the record follows.
 inline constexpr Thing the_record;
 
 // The text that a record takes of a row, among the first records.
@@ -32,12 +32,12 @@ struct TextOfRow {
   std::uint64_t records = endless;
 };
 
-// What follows from what: records with the same of some things have the same of another. Uniqueness
-// is nothing else than that the record itself follows.
+// What follows from what: records that agree in some things agree in another. A set of things is
+// unique if the record itself follows from it.
 class Dependencies {
  public:
-  // Whether the thing has yet to tell what follows from it, and what it follows from. It is asked
-  // once: many fields may be made of one.
+  // Whether the rules of the thing are still to be added. True once: many fields may be made of
+  // one.
   bool is_new(const Thing& thing) { return told_.insert(thing).second; }
 
   // `to` follows from all of `from` together, among the first `records` records.
@@ -46,8 +46,8 @@ class Dependencies {
   // Records with the same thing are the same, or both in the cycle and whole periods apart.
   void add_cycle(Thing thing, Cycle cycle) { cycles_.push_back({thing, cycle}); }
 
-  // The texts of a row are those that fields have in one of so many records of their own. Who knows
-  // enough of them knows the row.
+  // The texts of a row are those that fields have in one of `rows` records of their own. The row
+  // follows from enough of them.
   void add_text_of_row(const TextOfRow& text, const Field& field, std::uint64_t rows);
 
   // Among how many first records the record follows from what is known, as far as the rules tell; 0

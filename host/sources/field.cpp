@@ -72,12 +72,12 @@ TextShape Field::shape() const {
 }
 
 const TextFacts& Field::text_facts() const {
-  if (!text_facts_) text_facts_ = foresee();
+  if (!text_facts_) text_facts_ = predict();
   return *text_facts_;
 }
 
 // Of the source's texts, as the way takes them.
-TextFacts Field::foresee_on_way() const {
+TextFacts Field::predict_on_way() const {
   const std::uint64_t period = *source_->period();
   const Count indices = way_->indices();
   TextFacts field = source_->text_facts();
@@ -95,8 +95,8 @@ TextFacts Field::foresee_on_way() const {
   return field;
 }
 
-TextFacts Field::foresee() const {
-  TextFacts field = source_->period() ? foresee_on_way() : source_->text_facts();
+TextFacts Field::predict() const {
+  TextFacts field = source_->period() ? predict_on_way() : source_->text_facts();
   if (source_->shape().never_empty) field.gaps = way_->gaps();
   for (const std::unique_ptr<Emptiness>& emptiness : emptiness_) {
     field.end = std::min(field.end, emptiness->end());

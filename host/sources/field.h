@@ -31,8 +31,8 @@ class Field {
   }
 
   // The text of a record; nothing where it has no value. Valid until the next record is asked for,
-  // or until others are expected: until then it costs nothing to ask again. Empty or not, a record
-  // uses up its index.
+  // or until others are expected; until then asking again costs nothing. A record without a value
+  // has an index too.
   std::optional<std::string_view> text(std::uint64_t record) {
     const std::string_view text = text_or_empty(record);
     return text.empty() ? std::nullopt : std::optional(text);
@@ -69,10 +69,10 @@ class Field {
   // Of the texts of all records.
   TextShape shape() const;
 
-  // Found out when it is asked for the first time.
+  // Computed by the first call.
   const TextFacts& text_facts() const;
 
-  // No more records than these are all different, as far as one text after the other can tell.
+  // At most this many first records are all different, as far as the order of texts says.
   std::uint64_t first_repeated() const;
 
   // What follows from the text, from the index, and from the fields that this one is made of.
@@ -81,10 +81,11 @@ class Field {
   // The same for those records alone that have a value here.
   void tell_of_values(Dependencies& dependencies) const;
 
-  // How the texts go over so many records, in words: "drawn; empty in 3 of 12 records".
+  // How the texts follow each other in `records` records, in words: "drawn; empty in 3 of 12
+  // records".
   std::string course(std::uint64_t records) const;
 
-  // The same without a word on what is empty.
+  // The same without saying what is empty.
   std::string course_of_texts(std::uint64_t records) const;
 
   // Why the record does not follow from the text: "is ...". Asked only where it does not.
@@ -108,8 +109,8 @@ class Field {
   void make_text(std::uint64_t record);
   void make_expected();
   bool is_left_empty(std::uint64_t record);
-  TextFacts foresee() const;
-  TextFacts foresee_on_way() const;
+  TextFacts predict() const;
+  TextFacts predict_on_way() const;
   bool tells_index() const;
 
   std::unique_ptr<Source> source_;

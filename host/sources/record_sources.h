@@ -64,11 +64,11 @@ enum class Fold {
 // others ask for records of their own.
 struct Children {
   std::shared_ptr<const Groups> groups;
-  Field* key = nullptr;    // a child without a value there is nobody's; null: all have one
+  Field* key = nullptr;    // a child without a value there has no parent; null: all have one
   Field* field = nullptr;  // null: to count the children themselves
 };
 
-// How a fold goes about it.
+// How to fold.
 struct FoldRules {
   Fold fold = Fold::sum;
   Comparison comparison = Comparison::as_numbers;

@@ -36,7 +36,7 @@ class Source {
   // the record's number.
   virtual std::optional<std::uint64_t> period() const = 0;
 
-  // What is known of every text, without much ado.
+  // What is known of every text, at little cost.
   virtual TextShape shape() const { return {}; }
 
   // What is known of the texts if their indices are taken one after the other. Emptiness is counted
@@ -44,7 +44,7 @@ class Source {
   virtual TextFacts text_facts() const = 0;
 
   // Whether some index may have the text. False only where it is known that none has, which may
-  // take a look at each of them. Asked before records are made.
+  // take a look at each of them. Called before records are made.
   virtual bool may_give(std::string_view) { return true; }
 
   // For how long the texts differ, one after the other.
@@ -59,8 +59,8 @@ class Source {
   // All that the texts were read from, as it was read; empty for a source that makes its texts.
   virtual std::string_view content() const { return {}; }
 
-  // How the texts go over so many records, in words: "starts again after 3 records". Asked of a
-  // source that follows the record.
+  // How the texts follow each other in so many records, in words: "starts again after 3 records".
+  // Only for a source that follows the record.
   virtual std::string course(std::uint64_t) const { return {}; }
 
   // Why the index, or the record, does not follow from the text: "is ...". Asked only where it does

@@ -60,7 +60,7 @@ class TemplateSource : public Source {
   // The field that alone decides the text, and can be told from it; null for any other template.
   const Field* only_field() const;
   TextShape find_shape() const;
-  void foresee_empty(const std::vector<const Field*>& fields, TextFacts& whole) const;
+  void predict_empty(const std::vector<const Field*>& fields, TextFacts& whole) const;
   static void append_filtered(std::string_view text, const std::vector<Filter>& filters,
                               std::string& out) {
     if (filters.empty()) {
@@ -139,7 +139,7 @@ TextFacts TemplateSource::text_facts() const {
   text_facts.cycle = Cycle();
   if (!fields.empty()) {
     text_facts.follows = fields.front()->text_facts().follows;
-    foresee_empty(fields, text_facts);
+    predict_empty(fields, text_facts);
   }
   for (const Field* field : fields) {
     const TextFacts& part = field->text_facts();
@@ -162,7 +162,7 @@ void TemplateSource::tell(Dependencies& dependencies, Thing text) const {
 }
 
 // There is no text where no field has one, or where filters leave nothing of it.
-void TemplateSource::foresee_empty(const std::vector<const Field*>& fields,
+void TemplateSource::predict_empty(const std::vector<const Field*>& fields,
                                    TextFacts& whole) const {
   whole.end = 0;
   for (const Field* field : fields) whole.end = std::max(whole.end, field->text_facts().end);

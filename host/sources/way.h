@@ -55,7 +55,7 @@ class Way {
   // What follows from the index (or from there being none), and what it follows from.
   virtual void tell(Dependencies&) const {}
 
-  // How the indices go, in words: "starts again after 3 records".
+  // How the indices follow each other, in words: "starts again after 3 records".
   virtual std::string course() const = 0;
 
   // Why the record does not follow from the index: "is ...". Asked only where it does not.
@@ -64,9 +64,9 @@ class Way {
   Thing thing() const { return {this}; }
 };
 
-// What follows when a source's values have all come.
+// What follows when all of a source's values were taken.
 enum class End {
-  repeat,  // they come again
+  repeat,  // they are repeated
   stop,    // no more values
 };
 
@@ -76,10 +76,10 @@ enum class End {
 std::unique_ptr<Way> forward();
 std::unique_ptr<Way> forward(std::uint64_t period, End end);
 
-// All before any comes again, in another order each time. Fields with one key take one order.
+// All before one is repeated, in another order each time. Fields with one key take one order.
 std::unique_ptr<Way> shuffled(ways::Key key, std::uint64_t period, End end);
 
-// One of several fields that together take all combinations before any comes again; `item` is its
+// One of several fields that together take all combinations before one is repeated; `item` is its
 // place among their periods. Fields share the shuffle, so that a record's is computed once.
 std::unique_ptr<Way> joint(std::shared_ptr<ways::JointShuffle> shuffle, std::size_t item, End end);
 

@@ -7,16 +7,16 @@
 namespace korvex {
 
 // Whether stored settings still fit the item: the same attribute and as many digits. In a table,
-// dates and timestamps stand for each other.
+// settings of dates fit timestamps, and the other way round.
 bool settings_fit(const ItemAttributes& item, const FmtColRec& stored, LayoutKind layout_kind);
 
-// Reads the settings file and brings it together with the items of the control file: every item
-// with settings gets them copied into its display, nullable columns may get "Init Null", a
-// reference to a vanished item becomes an initial value.
+// Reads the settings file and compares it with the items of the control file: settings are copied
+// into the display of their item, nullable columns may get "Init Null", and a reference to an item
+// that no longer exists becomes an initial value.
 //
-// Answers how many items have settings, 0 without a settings file. When
-// an item's settings no longer fit its attribute or digits, the settings file is deleted, the user
-// is told (-70), `main.mismatch` is set and the answer is 1; no level is current then.
+// Returns how many items have settings, 0 without a settings file. When an item's settings no
+// longer fit its attribute or digits, the settings file is deleted, a message says so (-70),
+// `main.mismatch` is set and the result is 1; no level is current then.
 Result<std::int32_t> reconcile(ClColMain& main);
 
 }  // namespace korvex

@@ -27,32 +27,31 @@ struct ElementContext {
   }
 };
 
-// What is known of a course without walking it. All counts begin at the start value.
+// What is known of a course without making its texts. All counts begin at the start value.
 struct CourseFacts {
-  // After so many texts it ends its item's cycle: the lead at its end value, any number where it
-  // leaves its 18 digits.
+  // The number of texts after which it ends its item's cycle: the lead at its end value, any number
+  // where it leaves its 18 digits.
   Steps end = endless;
   // The elements after it are missing in the last record of such a cycle.
   bool cuts = false;
-  // After so many texts it starts again by itself, while its item goes on.
+  // The number of texts after which it starts again, while its item continues.
   Steps restart = endless;
   // It does so because the calendar ended, which also ends the cycle of a date or timestamp that
   // comes later in the item and leads it.
   bool overflows = false;
-  // The texts come back after so many, over and over.
+  // The number of texts after which they are repeated.
   Steps period = endless;
-  // So many texts from the first on are all different.
+  // How many texts from the first on are all different.
   Steps different = endless;
   // How many different texts there are before the end, or in a period.
   Steps distinct = endless;
-  // An element that does not lead goes on beyond its end value after so many texts.
+  // The number of texts after which an element that does not lead passes its end value.
   Steps past_end = endless;
   // Bytes of each text.
   std::size_t size = 0;
 };
 
-// Steps that change nothing but the end of the text, which a wheel turns; nothing at all without a
-// wheel.
+// Steps that change only the end of the text, by a wheel; without a wheel they change nothing.
 struct WheelRun {
   Wheel wheel;
   std::int64_t place = 0;   // on the wheel, of the text that the run begins with
@@ -60,12 +59,11 @@ struct WheelRun {
   Steps steps = 0;
 };
 
-// How one format element goes from its start value on, in closed form: every question is answered
-// from the number of steps alone, so that any text can be had without those before it. Immutable;
-// one course may be asked by several threads.
+// The texts of one format element from its start value on, by formulas: every result depends on the
+// number of steps alone, so no text needs those before it. Immutable; several threads may use one
+// course.
 //
-// Steps that are asked for lie before `end` and, for a course that starts again by itself, before
-// `restart`; the others are the item's business.
+// Only steps before `end` and before `restart` are asked for; the item handles the others.
 class Course {
  public:
   virtual ~Course() = default;

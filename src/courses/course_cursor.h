@@ -11,8 +11,8 @@
 
 namespace korvex {
 
-// One element on its way along its course: the text of the present step, and the run that it is in.
-// Steps inside a run turn the end of the text without asking; the course is asked when a run ends.
+// The present step of one element: its text, and the run that it is in. Steps inside a run change
+// the end of the text; the course is asked for a text only when a run ends.
 //
 // Keeps a reference to the course, which must outlive it.
 class CourseCursor {

@@ -25,8 +25,8 @@ class ClEnumDataList {
   static constexpr std::size_t max_value_size = std::numeric_limits<std::uint16_t>::max();
   static constexpr std::size_t overhang = LineBlock::chunk_size;
 
-  // Room for the values of a file of so many bytes, as far as that may be taken at its word: no
-  // value is shorter than a character and its line end.
+  // Room for the values of a file of so many bytes, up to a limit: no value is shorter than a
+  // character and its line end.
   void reserve(std::uint64_t bytes) {
     constexpr std::uint64_t most = 64 * 1024 * 1024;
     const auto room = static_cast<std::size_t>(std::min(bytes, most));

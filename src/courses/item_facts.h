@@ -12,13 +12,13 @@
 
 namespace korvex {
 
-// So many texts of one size.
+// A number of texts of one size.
 struct TextRun {
   Steps count = 0;
   std::uint64_t bytes = 0;
 };
 
-// An element that goes on beyond its end value because another one is the item's lead.
+// An element that continues after its end value because another one is the item's lead.
 struct PassedEnd {
   std::string format;  // the directive, in code page 932
   Steps after = 0;
@@ -26,19 +26,19 @@ struct PassedEnd {
 
 // What is known of an item's values without generating one.
 struct ItemFacts {
-  // After so many values the item notices its end: it starts again, or runs empty.
+  // The number of values after which the item is at its end: it starts again, or becomes empty.
   Steps end = endless;
   bool runs_empty = false;
 
   // The texts up to the end, without quotation marks; one endless run without an end.
   std::vector<TextRun> texts;
 
-  // The values come back after so many; nothing where that is unknown.
+  // The number of values after which they are repeated; nothing where that is unknown.
   std::optional<Steps> period;
   // How many different ones there are until then; nothing where that is unknown.
   std::optional<Steps> distinct;
-  // At least so many values from the first on are all different; exactly so many where `distinct`
-  // is known.
+  // How many values from the first on are all different: at least this number, and exactly this
+  // number if `distinct` is known.
   Steps different = 1;
 
   std::vector<PassedEnd> passed_ends;
@@ -47,8 +47,8 @@ struct ItemFacts {
   // Whether all values of a period, or up to the end, are different.
   bool is_injective() const { return distinct && period && *distinct == *period; }
 
-  // The bytes of the first so many texts of a run: those of a cycle over and over, or nothing more
-  // once it has run empty.
+  // The bytes of the first `values` texts of a run: the cycle is repeated, or is followed by empty
+  // texts.
   ByteCount bytes(Steps values) const;
 
   // The same where the cycle always starts again.

@@ -7,9 +7,9 @@
 
 namespace korvex {
 
-// One cycle of an item without a course. What is asked for is found by going there value by value,
-// once: marks on the way, a bounded number of them, let later questions begin near by. A signal
-// that asks the process to end ends the way as well, and the answers are none.
+// One cycle of an item without a course. Values are computed one after the other, once: a limited
+// number of states is kept on the way, so that a later question begins at a near one. A signal that
+// asks the process to end also ends this, and then the results mean nothing.
 class LiteralCycle {
  public:
   explicit LiteralCycle(const LiteralItem& begin) : front_(begin), marks_{begin} {}
@@ -17,7 +17,7 @@ class LiteralCycle {
   // How many values the cycle has; endless when its end is not among the first `most`.
   Steps length(Steps most);
 
-  // The item after so many values of the cycle, before it begins again.
+  // The item after `values` values of the cycle, before it begins again.
   LiteralItem after(Steps values);
 
  private:

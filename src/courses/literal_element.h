@@ -27,9 +27,9 @@ struct ItemPass {
   bool date_overflow = false;
 };
 
-// Steps one format element literally, one text after the other, whatever its settings hold:
-// settings from outside may hold anything, and then no closed form tells how they go on. Whatever
-// they hold, no element reads or writes outside its buffers or runs forever.
+// Computes the texts of one format element step by step. Settings from outside may have any values,
+// for which there is no formula. With any settings, no element reads or writes outside its buffers
+// or runs forever.
 //
 // Keeps a reference to the element's settings, which must outlive it.
 class LiteralElement {
@@ -38,7 +38,7 @@ class LiteralElement {
   virtual ~LiteralElement() = default;
   LiteralElement& operator=(const LiteralElement&) = delete;
 
-  // One that goes on from here by itself.
+  // An independent one in the same state.
   virtual std::unique_ptr<LiteralElement> copy() const = 0;
 
   // An element without a text writes nothing and takes no step.

@@ -8,8 +8,8 @@
 
 namespace korvex {
 
-// What the last characters of a text turn through from one value to the next: entries of one size,
-// side by side in counting order.
+// The texts that the last characters of a value change through: entries of one size, one after the
+// other in counting order.
 struct Wheel {
   const char* entries = nullptr;
   std::size_t entry_size = 0;

@@ -18,15 +18,15 @@ namespace korvex {
 //
 // The first bad line ends it with that line's code. -111, -114, -115 the file cannot be used, -121
 // it cannot be opened, -122 not read, -136 it has no value, -1 memory. Values are appended to
-// `values` unless that is null; after a failure they are not to be used. `sharing` is what -115
-// asks for: the file alone, or beside others who read it.
+// `values` unless that is null; after a failure they are not to be used. Without the
+// lock for `sharing` the result is -115: the file alone, or together with other readers.
 Result<std::int32_t> check_enumeration(ClColMain& main, const std::string& path,
                                        const FmtColRec& settings, std::int32_t& line,
                                        ClEnumDataList* values = nullptr,
                                        platform::Sharing sharing = platform::Sharing::exclusive);
 
-// The same for whoever wants to see how a list begins: reads no further than about `most_bytes`,
-// takes the values so far, and tells whether these are all.
+// The same for the beginning of a list: reads no further than about `most_bytes`, takes the values
+// so far, and says whether these are all.
 Result<std::int32_t> look_into_enumeration(ClColMain& main, const std::string& path,
                                            const FmtColRec& settings, std::uint64_t most_bytes,
                                            std::int32_t& line, ClEnumDataList& values,

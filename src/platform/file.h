@@ -51,10 +51,10 @@ enum class Sharing {
 // False when another open file is in the way. A file system without locks lets everybody in.
 bool hold_file(int descriptor, Sharing sharing);
 
-// What a file is on the disk, whatever its name: device and number. Nothing for none.
+// Device and number of a file, the same for all of its names. Nothing for none.
 using FileIdentity = std::optional<std::pair<dev_t, ino_t>>;
 
-// That of what the path leads to.
+// That of the file at the path, after links.
 FileIdentity identity_of(const std::string& path);
 
 // An open file. Owns its descriptor; the destructor closes it and drops what was not flushed.
@@ -74,20 +74,20 @@ class File {
   File(File&& other) noexcept;
   File& operator=(File&& other) noexcept;
 
-  // Opens an existing file for reading. Fails with sharing_violation when the sharing asked for
-  // cannot be had. A file that somebody replaces meanwhile is opened again: what
-  // is held alone is what is under the path. Never blocks, also not on a pipe without a writer.
+  // Opens an existing file for reading. Fails with sharing_violation when the lock for
+  // `sharing` is not free. A file that is replaced before it is locked is opened again, so that the
+  // locked file is the one at the path. Never blocks, also not on a pipe without a writer.
   FileCause open_for_reading(const std::string& path, Sharing sharing);
 
   // Opens an existing file for writing, without changing it.
   FileCause open_for_writing(const std::string& path);
 
-  // Opens an existing file that is to be replaced, as whoever would write it, and holds it. A link
-  // is not followed.
+  // Opens an existing file that is to be replaced, for writing, and locks it. A link is not
+  // followed.
   FileCause open_to_replace(const std::string& path);
 
-  // Creates the file, or empties the one that exists, for writing, and holds it while it is open:
-  // one that somebody else holds is not touched. Waits for the reader of a pipe.
+  // Creates the file, or empties the one that exists, for writing, and locks it while it is open:
+  // one that another process has locked is not touched. Waits for the reader of a pipe.
   FileCause create(const std::string& path);
 
   // Creates a file that must not exist yet; does not follow links.
@@ -119,7 +119,7 @@ class File {
   // Flushes and waits until the disk has it.
   FileCause sync();
 
-  // Flushes and closes. The file is closed whatever the answer.
+  // Flushes and closes. The file is closed also after a failure.
   FileCause close();
 
   // Closes without flushing.
@@ -129,9 +129,8 @@ class File {
   // as the system lets this user. Nothing to do for what is no regular file.
   FileCause take_over_owner(const std::string& path);
 
-  // Does away with what a failed run has written: closes without flushing and removes the file that
-  // the path, under which it was opened, leads to. A device or a pipe stays, and so does another
-  // file that somebody has put there.
+  // After a failed run: closes without flushing, and removes the file at the path under which it
+  // was opened. A device or a pipe stays, and so does another file that now has this path.
   void remove(const std::string& path);
 
  private:
@@ -148,11 +147,11 @@ class File {
   std::size_t buffered_ = 0;
 };
 
-// The mark of the file that the path leads to; nothing when it has none, or a longer one than this.
+// The mark of the file at the path; nothing when it has none, or a longer one than this.
 inline constexpr std::size_t longest_mark = 255;
 std::optional<std::string> mark_of_file(const std::string& path);
 
-// The size of the regular file that the path leads to; nothing for anything else.
+// The size of the regular file at the path; nothing for anything else.
 std::optional<std::uint64_t> size_of_file(const std::string& path);
 
 // Removes the name. not_found when there is none.
@@ -162,23 +161,22 @@ FileCause remove_file(const std::string& path);
 // may be anywhere on the way.
 FileCause resolve_links(std::string& path);
 
-// Whether the path leads to something.
+// Whether there is something at the path, after links.
 bool exists(const std::string& path);
 
-// Whether this user is not to write what the path leads to: the system refuses it, or it is a file
-// that nobody may write, which the system would let an administrator do. False where there is
-// nothing.
+// Whether the file at the path is write-protected: the system refuses to write it, or its mode lets
+// nobody write it, which does not stop an administrator. False where there is nothing.
 bool is_write_protected(const std::string& path);
 
-// Removes what the path leads to.
+// Removes the file at the path, after links.
 FileCause remove_target(const std::string& path);
 
-// Reads all that a file has, or that a pipe will have until its writer ends, which may take long: a
-// wish to end the process ends it. 0, or the system's error number.
+// Reads a whole file, or a pipe until its writer ends, which may take long: a signal that ends the
+// process ends it. 0, or the system's error number.
 int read_file(const std::string& path, std::string& content);
 
-// Hands over a file in pieces, each with the end of a line or of the file at its end, until `take`
-// answers false. What cannot be read ends it, and so does a wish to end the process.
+// Passes a file to `take` in pieces, each with the end of a line or of the file at its end, until
+// `take` returns false. A failure ends it, and so does a signal that ends the process.
 void read_line_pieces(const std::string& path, const std::function<bool(std::string_view)>& take);
 
 }  // namespace korvex::platform

@@ -7,12 +7,12 @@
 #include <utility>
 #include <vector>
 
-// How the process is asked to end in order: a signal sets a flag, calls that wait return, and who
-// notices undoes what it has begun. What cannot be cut into pieces is finished first.
+// How the process is asked to end in order: a signal sets a flag, calls that wait return, and the
+// code that sees the flag undoes what it has begun. What cannot be interrupted is finished first.
 //
 // The flag is the program's, for all that it loads: the library, the dialogs and the plug-ins of
 // databases have none of their own. A program that links nothing but the library has no such flag;
-// the library watches SIGINT for it while a run shows its progress on a terminal.
+// the library watches SIGINT for it while a run shows its progress on the console.
 
 // The signal that has asked the program to end, 0 for none. A program that ends in order exports
 // it.
@@ -20,8 +20,8 @@ extern "C" __attribute__((weak, visibility("default"))) int korvex_received_sign
 
 namespace korvex::platform {
 
-// Takes note of signals while it lives, where nobody else does: one that is ignored, or that the
-// process handles, stays as it is. Calls that wait fail with EINTR then. A second signal ends the
+// Handles signals while it exists, if their action is the default: one that is ignored, or that the
+// process handles, stays as it is. Calls that wait then fail with EINTR. A second signal ends the
 // process at once. One watch at a time.
 class InterruptionWatch {
  public:

@@ -15,7 +15,7 @@ std::string_view base_name(std::string_view path);
 // The base name without the extension that begins at its last dot.
 std::string_view stem(std::string_view path);
 
-// Whether the text names something in a folder, and leads nowhere else.
+// Whether the text is a name in a folder, not a path out of it.
 bool is_plain_name(std::string_view text);
 
 // The folder part: "." for a bare name, "/" for a name in the root.

@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-// Texts from outside (names, values, paths, what another program or a file says) on their way to a
-// person. A terminal acts on control characters, and a line end could make a second message of
-// one: both show as escapes. Whoever prints such a text sends it through here.
+// Texts from outside (names, values, paths, what another program or a file says) for the user to
+// read. A terminal acts on control characters, and a line end could make two messages of one: both
+// are shown as escapes. All code that prints such a text calls these functions.
 namespace korvex::platform {
 
 // For UTF-8 and for paths. A byte that is no part of a character shows as an escape, too.
@@ -15,7 +15,7 @@ std::string printable(std::string_view text);
 // The same between quotation marks.
 std::string quoted(std::string_view text);
 
-// As printable() for a text of several lines, which stay apart.
+// As printable(), but line ends stay.
 std::string printable_lines(std::string_view text);
 
 // For code page 932, in a message: question marks stand for what cannot be converted, as the rest

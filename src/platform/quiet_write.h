@@ -9,9 +9,9 @@
 // process's size limit answer a write with a signal, which ends a process that did not expect it.
 namespace korvex::platform {
 
-// write(), whose failure is its error number (EPIPE, EFBIG) and nothing else. The two signals stay
-// away from the calling thread meanwhile, and what the write itself has raised is taken back; the
-// host's handlers, its mask and a signal that was waiting before are untouched.
+// write(), whose failure is only an error number (EPIPE, EFBIG). The two signals are blocked in the
+// calling thread during the call, and one that the write itself has raised is removed; the host's
+// handlers, its mask and a signal that was pending before are unchanged.
 ssize_t write_quietly(int descriptor, const void* data, std::size_t size);
 
 // Puts a text on standard error, as far as that takes it.

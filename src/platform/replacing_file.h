@@ -10,27 +10,26 @@ namespace korvex::platform {
 
 // How a file takes the place of an older one.
 struct Replacing {
-  // What becomes of a link in its place: under a name that a user gave, what the link leads to is
-  // replaced; under a derived name, where others may have put something else, the link itself, so
-  // that no file but this one is touched.
+  // What happens to a link with this name. If the user gave the name, its target is replaced. If
+  // the name is derived from another one, the link itself is replaced: others may have created it.
   enum class Link { followed, replaced };
 
   Link link = Link::followed;
 
-  // The old file is held meanwhile, against others who would write it. What could not be written is
-  // not replaced then.
+  // The old file is locked until then, so that nobody else writes it. A file that this user could
+  // not write is not replaced.
   bool holds_old = false;
 
-  // A file that was given up leaves no older one, which would pass for it.
+  // After a failure the older file is removed too, so that it is not taken for the new one.
   bool removes_old = false;
 
-  // Contents and folder are on the disk before anybody is told that the file is whole: a power cut
-  // leaves the old file or the new one.
+  // finish() returns when contents and folder are on the disk: a power cut leaves the old file or
+  // the new one.
   bool is_synchronised = false;
 };
 
-// A file that is written under a name of its own and takes its place in one step when it is whole:
-// at no moment is there neither the old nor the new one. The old one's mode and owner stay.
+// A file that is written under a temporary name, and renamed when it is complete: there is always
+// the old file or the new one. The old one's mode and owner stay.
 class ReplacingFile {
  public:
   ReplacingFile() = default;
@@ -40,8 +39,8 @@ class ReplacingFile {
   ReplacingFile(const ReplacingFile&) = delete;
   ReplacingFile& operator=(const ReplacingFile&) = delete;
 
-  // Begins the file beside its place, in `folder` or as `temporary`. After a failure nothing has
-  // changed.
+  // Begins the file in the folder of `path`, in `folder` or as `temporary`. After a failure nothing
+  // has changed.
   FileCause create(const std::string& path, const Replacing& how);
   FileCause create_in(const std::string& folder, std::time_t moment, const std::string& path,
                       const Replacing& how);

@@ -11,8 +11,7 @@ namespace korvex::platform {
 // DG2007May31081836.TMP.
 std::string temporary_name(std::time_t moment);
 
-// A file that is being made, open for writing. Unless it is kept, it goes with this object,
-// whatever way its making ends.
+// A file that is being made, open for writing. The destructor removes it, unless keep() was called.
 class TemporaryFile {
  public:
   TemporaryFile() = default;
@@ -24,15 +23,15 @@ class TemporaryFile {
   // name is free.
   FileCause create(const std::string& folder, std::time_t moment = std::time(nullptr));
 
-  // Creates it under a name that is for nothing else: what an earlier attempt has left there goes.
+  // Creates it under a name that has no other use: what an earlier attempt has left is removed.
   FileCause create_as(const std::string& path);
 
   File& file() { return file_; }
 
-  // Where it stands; empty for none.
+  // Its path; empty for none.
   const std::string& path() const { return path_; }
 
-  // Leaves it where it is, or to whoever has renamed it.
+  // Does not remove it any more, because it is to stay or was renamed.
   void keep() { path_.clear(); }
 
   // Closes and removes it.

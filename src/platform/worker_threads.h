@@ -8,10 +8,10 @@
 
 namespace korvex::platform {
 
-// Threads that work beside the one that has started them. Signals are none of their business: the
-// process takes them in a thread of its own.
+// Threads that work at the same time as the one that has started them. They block signals, which
+// another thread of the process receives.
 //
-// The destructor waits for their end, which is the work's to reach.
+// The destructor waits for their end; it does not end them.
 class WorkerThreads {
  public:
   // What a thread does: its number, counted from 0, and how many there are. Must not throw.

@@ -22,14 +22,14 @@ constexpr std::int64_t fewest_planned = 4;
 
 BlockAssembler::BlockAssembler(RecordAssembler& records, LayoutKind layout_kind)
     : records_(records), drops_last_comma_(layout_kind == layout_kind::iso) {
-  for (const ItemGenerator* item : records_.fields()) may_foresee_ &= item->may_be_foreseen();
-  may_foresee_ &= !records_.fields().empty();
+  for (const ItemGenerator* item : records_.fields()) may_predict_ &= item->is_predictable();
+  may_predict_ &= !records_.fields().empty();
 }
 
 std::int64_t BlockAssembler::assemble(LineBlock& lines, std::int64_t most) {
   begins_ = {};
   const bool is_planned =
-      may_foresee_ && most >= fewest_planned && (planned_ > 0 || plan_records());
+      may_predict_ && most >= fewest_planned && (planned_ > 0 || plan_records());
   if (!is_planned) {
     // A plan with an end counts records, and the next one is taken elsewhere.
     if (planned_ != FieldOutlook::no_end) planned_ = 0;

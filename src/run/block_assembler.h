@@ -67,7 +67,7 @@ class BlockAssembler {
 
   RecordAssembler& records_;
   const bool drops_last_comma_;
-  bool may_foresee_ = true;
+  bool may_predict_ = true;
 
   std::vector<Column> columns_;
   std::int64_t planned_ = 0;   // records that the columns still hold for

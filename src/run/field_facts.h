@@ -9,7 +9,7 @@ namespace korvex {
 // One field of the records of a whole run: an item's values, stretched by the repeats that it takes
 // part in.
 struct FieldFacts {
-  std::optional<ItemFacts> values;  // nothing: can't be told in closed form
+  std::optional<ItemFacts> values;  // nothing: there is no formula
   std::uint64_t frame_bytes = 0;    // quotation marks and comma
 
   // Repeats. Each value stands for `hold` records and the item goes through its values `rounds`

@@ -139,9 +139,9 @@ void write_texts(const FieldPlaces& places, std::int64_t count, std::string_view
   } else if (size == 1) {
     write_texts_of<1>(places, count, first, closing.front());
   }
-  FieldPlaces behind = places;
-  behind.offset += size + 1;
-  write_fields(behind, count, closing.substr(1), {});
+  FieldPlaces rest = places;
+  rest.offset += size + 1;
+  write_fields(rest, count, closing.substr(1), {});
 }
 
 void write_fields(const FieldPlaces& places, std::int64_t count, std::string_view field,

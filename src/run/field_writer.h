@@ -15,7 +15,7 @@ struct FieldPlaces {
   std::size_t room = 0;  // after each field, whose bytes are written later
 };
 
-// The end of an element's text, which turns from line to line, and where it stands in the field.
+// The end of an element's text, which changes from line to line, and its place in the field.
 struct TurningTail {
   const char* wheel_place = nullptr;
   std::ptrdiff_t wheel_step = 0;
@@ -23,12 +23,11 @@ struct TurningTail {
   std::size_t offset = 0;
 };
 
-// Writes `field` into the first `count` lines, exactly, and one line after the other turns the
-// tail.
+// Writes `field` into the first `count` lines, exactly, with the next tail in each line.
 void write_fields(const FieldPlaces& places, std::int64_t count, std::string_view field,
                   const TurningTail& tail);
 
-// Turns one more tail of fields that have been written.
+// Writes one more tail into fields that have been written.
 void write_tails(const FieldPlaces& places, std::int64_t count, const TurningTail& tail);
 
 // Writes a text of its own into each line, with `closing` after it, which must not be empty. The

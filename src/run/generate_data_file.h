@@ -17,8 +17,8 @@ namespace korvex {
 // run; run() is called once.
 class ClGenerateDataFile : public platform::Object {
  public:
-  // Set main.control_path, and for DGCreateData the options below, before the call. The code
-  // of a failure is one that nobody has been told yet:
+  // Set main.control_path, and for DGCreateData the options below, before the call. A
+  // failure has not been reported yet:
   //   -1, -2, -3 loading; -4 a negative number of records; -5, -57 another settings file;
   //   -6 no item has settings; -28 no settings file; -78, -104, -108, -109 repeats; -110 declined;
   //   -7, -40 settings that no generator knows; -26, -27 writing; -76 the output limit;

@@ -92,7 +92,7 @@ class ItemGenerator {
 
   // Whether records may ever be predicted. An item that is in several fields takes a step in
   // each of them.
-  bool may_be_foreseen() const { return fields_ == 1; }
+  bool is_predictable() const { return fields_ == 1; }
 
   FieldOutlook outlook(const RunState& run) const;
 
@@ -154,8 +154,8 @@ class ItemGenerator {
   const ClFmtColInf& column() const { return column_; }
   const FmtColRec& settings() const { return settings_; }
 
-  // How many values a cycle has; nothing where that is not told in closed form, because the item
-  // goes step by step or is in several fields.
+  // How many values a cycle has; nothing where there is no formula, because the item is computed
+  // step by step or is in several fields.
   std::optional<Steps> cycle() const;
 
   // What is known of the values of an item that has a cycle.
@@ -164,19 +164,17 @@ class ItemGenerator {
   // Back to where the item is before the first record.
   void rewind();
 
-  // Puts the item to where it stands after so many records from the first, in which it repeats
-  // nothing.
+  // Moves an item without a repeat to its state after so many records.
   void seek_plain(Steps records);
 
-  // Puts an item that turns with the repeats to where it stands so many records after they have
-  // finished.
+  // Moves an item of the repeats to its state so many records after they have finished.
   void seek_finished(Steps records);
 
   // The cycles of a member of the repeats. An item without a course is asked for no more than
   // `most` records, and what has no end by then counts as endless.
   CycleLengths cycle_lengths(Steps most);
 
-  // Puts an item that turns with the repeats to a place while they go on.
+  // Moves an item of the repeats to its state while they have not finished.
   void seek_member(const MemberPlace& wanted);
 
   // Whether the item starts again after its end, and is not empty from there on.
@@ -218,7 +216,7 @@ class ItemGenerator {
   Steps records_of_full_size() const;
   std::int64_t run_left() const;
 
-  // Whether the step ends the cycle: the item then stays there until it is told how to go on.
+  // Whether the step ends the cycle: the item then stays there until restart() or the end.
   bool take_step() {
     if (++step_ == course_->end()) return true;
     for (CourseCursor& cursor : cursors_) cursor.advance(step_);
@@ -233,7 +231,7 @@ class ItemGenerator {
   const bool quoted_;
   std::size_t room_ = 0;  // for the longest field that the elements can give
 
-  // The elements: in closed form, at one step, or one step after the other.
+  // The elements: by formulas, at one step, or one step after the other.
   std::optional<ItemCourse> course_;
   std::vector<CourseCursor> cursors_;
   Steps step_ = 0;

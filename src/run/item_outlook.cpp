@@ -10,7 +10,7 @@ namespace korvex {
 
 namespace {
 
-constexpr FieldOutlook unforeseen = {};
+constexpr FieldOutlook unpredictable = {};
 
 std::int64_t as_records(Steps steps) {
   return static_cast<std::int64_t>(std::min(steps, static_cast<Steps>(FieldOutlook::no_end)));
@@ -32,7 +32,7 @@ FieldOutlook ItemGenerator::outlook(const RunState& run) const {
 
 FieldOutlook ItemGenerator::counting_outlook() const {
   constexpr FieldOutlook constant = {FieldForm::constant, FieldOutlook::no_end};
-  if (literal_ != nullptr) return literal_->shows_nothing() ? constant : unforeseen;
+  if (literal_ != nullptr) return literal_->shows_nothing() ? constant : unpredictable;
   if (cursors_.empty() || is_empty_) return constant;
   return {FieldForm::counting, as_records(records_of_full_size())};
 }
@@ -47,9 +47,9 @@ Steps ItemGenerator::records_of_full_size() const {
 
 // As long as the innermost item does not wrap, all others wait, and no counter turns.
 FieldOutlook ItemGenerator::repeated_outlook(const RunState& run) const {
-  if (run.first_record) return unforeseen;
+  if (run.first_record) return unpredictable;
   if (next_entry_ == nullptr) {
-    if (literal_ != nullptr) return unforeseen;
+    if (literal_ != nullptr) return unpredictable;
     if (!list_cursor_) {
       const Steps end = course_->end();
       return {FieldForm::counting, as_records(end == endless ? endless : end - 1 - step_)};
@@ -58,7 +58,7 @@ FieldOutlook ItemGenerator::repeated_outlook(const RunState& run) const {
   }
   const bool has_value = !list_cursor_ || list_cursor_->index() > 0;
   return outer_waits(run) && has_value ? FieldOutlook{FieldForm::constant, FieldOutlook::no_end}
-                                       : unforeseen;
+                                       : unpredictable;
 }
 
 // Steps that need no course to be asked, and do not end the cycle.

@@ -29,16 +29,17 @@ class RecordAssembler {
   // The same; `ends` receives where each field ends, its comma included, from the line's begin.
   ErrorCode assemble(LineBlock& line, std::vector<std::size_t>& ends);
 
-  // Goes to a record, counted from 0: what follows is what it would have been. Any order of records
-  // will do. When the process is asked to end meanwhile, stepping stops anywhere: is_lost() then.
+  // Goes to a record, counted from 0, as if all records before it had been made. Records may be
+  // asked for in any order. When the process is asked to end in the meantime, this stops early, and
+  // is_lost() is true.
   void seek(Steps record);
 
-  // Whether seek() takes the same time for every record. Else it steps: an item without a course
-  // goes through its first two cycles once, as far as it is asked to, and at each seek from a mark
-  // to its place in a cycle.
+  // Whether seek() takes the same time for every record. Else an item without a course goes through
+  // its first two cycles once, as far as needed, and at each seek from a kept state to its place in
+  // a cycle.
   bool seeks_directly() const { return all_have_courses_; }
 
-  // Whether the next records are none of the run's until another seek().
+  // Whether seek() was interrupted: the next records are wrong until another seek().
   bool is_lost() const { return is_lost_; }
 
   // Whether RepeatTable::turn_evenly() has answered so, or nothing repeats.

@@ -46,7 +46,7 @@ using ClRepeatDataList = platform::ObjectList<ClRepeatData>;
 // Whether no other item (of another number) of the control file repeats at the level: -104.
 ErrorCode check_repeat_level(const ClColMain& main, RepeatLevel level, ItemNumber item_number);
 
-// The repeat table of a run: nested counters over the repeated items, which turn like an odometer
+// The repeat table of a run: nested counters over the repeated items, like the digits of a number
 // whose lowest digit is the highest level. Owns its entries.
 class RepeatTable {
  public:

@@ -30,8 +30,8 @@ using ListLoader = std::function<ErrorCode(const FmtColRec&, ClEnumDataList&)>;
 // record by record, from any record on. Owns everything that the records are made of but `main`,
 // which must outlive it.
 //
-// Records are counted from 0 and have no end: how many are taken is the caller's business. Memory
-// does not grow with them. One thread at a time.
+// Records are counted from 0 and have no end: the caller decides how many to take. Memory does not
+// grow with them. One thread at a time.
 class Run {
  public:
   // Reads the control file at `main.control_path` and the settings of its items, and prepares them.
@@ -52,8 +52,8 @@ class Run {
   // The items of a record's fields, in their order.
   const std::vector<ItemGenerator*>& fields() const { return records_.fields(); }
 
-  // Appends whole lines for the next records, at least one and up to `most`. Settings that nobody
-  // knows have a code (-7, -40), and nothing is appended.
+  // Appends whole lines for the next records, at least one and up to `most`. Unknown
+  // settings give a code (-7, -40), and nothing is appended.
   ErrorCode append(LineBlock& lines, std::int64_t most);
 
   // Where the lines begin that the last call has appended.
@@ -71,10 +71,10 @@ class Run {
   // What is known of each field; valid as long as the run.
   std::vector<FieldFacts> field_facts() const;
 
-  // The bytes of the first so many lines; nothing where only making them can tell.
+  // The bytes of the first `records` lines; nothing where they can't be computed.
   std::optional<ByteCount> size(RecordCount records) const;
 
-  // The same by making them where nothing else can tell, which shows its progress and can be
+  // The same; lines whose size can't be computed are made, which shows progress and can be
   // cancelled. The next record is then unknown. -1, -79; -7, -40.
   Result<ByteCount> measure(RecordCount count);
 

@@ -46,19 +46,19 @@ class ClFmtFile : public platform::Object {
 
   // Reads the settings of one level, after rewriting a file of the previous version. Answers how
   // many items have settings: 0 when the file or its folder does not exist, and when the file lacks
-  // the level or has it empty. -1, -2 (also: held by somebody else), -3, -4, -5, -57; -26, -27 when
+  // the level or has it empty. -1, -2 (also: locked by another one), -3, -4, -5, -57; -26, -27 when
   // a file of the previous version cannot be rewritten.
   Result<std::int32_t> load(SettingsLevel level, StoredRecords records, LayoutKind layout_kind);
 
   // Begins settings that no file holds yet, with one empty level.
   void begin(SettingsLevel level, StoredRecords records, LayoutKind layout_kind);
 
-  // Writes all levels; the file is then no longer held. -44 or -6 when nothing is left to write and
-  // a file exists or not; -1, -2, -4, -26 (also: a file is there that is not to be written),
+  // Writes all levels; the file is then no longer locked. -44 or -6 when nothing is left to write
+  // and a file exists or not; -1, -2, -4, -26 (also: a file is there that is not to be written),
   // -27, -68.
   ErrorCode save(Quotation quotation);
 
-  // Deletes the file, held or not; of a link, what it leads to. A write-protected one stays.
+  // Deletes the file, locked or not; of a link, its target. A write-protected one stays.
   void delete_file();
 
   // The user wants the file gone or replaced, write-protected or not.

@@ -18,11 +18,11 @@ constexpr std::int32_t number_of(StoredRecords records) {
   return static_cast<std::int32_t>(records);
 }
 
-// A number of records that is asked for. It may be far larger than a control file can say: any part
-// of the records can be made by itself.
+// A requested number of records. It may be far larger than a control file can say, because any part
+// of the records can be made separately.
 class RecordCount {
  public:
-  // Whoever takes a number from outside refuses a larger one. Twice the product of two such numbers
+  // A larger number from outside is refused. Twice the product of two such numbers
   // still fits into 128 bits.
   static constexpr std::uint64_t most = 1'000'000'000'000'000'000;
 

@@ -39,8 +39,8 @@ std::string number_text(std::int64_t high, std::int64_t low, const NumberShape& 
   }
   const auto width = static_cast<std::size_t>(std::max(shape.width, 0));
   if (sign != 0) {
-    const std::size_t behind = width > 0 ? width - 1 : 0;
-    text.insert(text.size() > behind ? text.size() - behind : 0, 1, sign);
+    const std::size_t unsigned_width = width > 0 ? width - 1 : 0;
+    text.insert(text.size() > unsigned_width ? text.size() - unsigned_width : 0, 1, sign);
   }
   return text.size() > width ? text.substr(text.size() - width) : text;
 }

@@ -15,10 +15,10 @@ struct NumberShape {
 
 // The last `width` characters of the 18-digit decimal text of high * 10^9 + low, with a point
 // before the last `decimals` digits ("0." where the element has no integer digits) and, unless
-// `sign` is 0, that character in front. A wider element gets the whole text.
+// `sign` is 0, that character before them. A wider element gets the whole text.
 std::string number_text(std::int64_t high, std::int64_t low, const NumberShape& shape, char sign);
 
-// The number in front of anything else, as far as it reads: optional blanks, optional sign, digits.
+// The number at the beginning of the text: optional blanks, optional sign, digits.
 // 0 without digits; saturates at the ends of 64 bits.
 std::int64_t decimal_prefix(std::string_view text);
 

@@ -64,9 +64,10 @@ Result<std::int64_t> size_with_point(std::string_view token) {
   const std::string_view digits = token.substr(0, token.size() - 1);
   const std::size_t point = digits.find('.');
   if (digits.empty() || point == std::string_view::npos) return size_before(token, 1);
-  const std::string_view behind = digits.substr(point + 1);
-  if (behind.empty() || behind.find('.') != std::string_view::npos) return error::bad_format_digits;
-  return number_of(digits.substr(0, point)) + number_of(behind);
+  const std::string_view decimals = digits.substr(point + 1);
+  if (decimals.empty() || decimals.find('.') != std::string_view::npos)
+    return error::bad_format_digits;
+  return number_of(digits.substr(0, point)) + number_of(decimals);
 }
 
 Result<std::int64_t> directive_size(std::string_view token) {
