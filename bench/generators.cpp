@@ -34,27 +34,30 @@ struct Workload {
   RangeTexts texts;
 };
 
-constexpr ItemAttributes date_item = {
-    .attribute = attribute::date, .signed_flag = 0, .length = 8, .digits = 8, .decimals = 0};
+constexpr ItemAttributes date_item = {.attribute = attribute::date,
+                                      .signed_flag = Flag::off,
+                                      .length = 8,
+                                      .digits = 8,
+                                      .decimals = 0};
 
 const Workload workloads[] = {
-    {"number_10U", {attribute::decimal, 0, 10, 10, 0}, {"%10U", "1", "9999999999", "1"}},
-    {"signed_number_5D", {attribute::decimal, 1, 6, 5, 0}, {"%5D", "1", "99999", "1"}},
+    {"number_10U", {attribute::decimal, Flag::off, 10, 10, 0}, {"%10U", "1", "9999999999", "1"}},
+    {"signed_number_5D", {attribute::decimal, Flag::on, 6, 5, 0}, {"%5D", "1", "99999", "1"}},
     {"decimal_number_6.2U",
-     {attribute::decimal, 0, 9, 8, 2},
+     {attribute::decimal, Flag::off, 9, 8, 2},
      {"%6.2U", "0.01", "999999.99", "0.01"}},
-    {"letters_5S", {attribute::character, 0, 5, 5, 0}, {"%5S", "AAAAA", "ZZZZZ", "1"}},
+    {"letters_5S", {attribute::character, Flag::off, 5, 5, 0}, {"%5S", "AAAAA", "ZZZZZ", "1"}},
     {"full_width_2N",
-     {attribute::national, 0, 4, 2, 0},
+     {attribute::national, Flag::off, 4, 2, 0},
      {"%2N", "\x82\xa0\x82\xa0", "\x82\xf1\x82\xf1", "1"}},
     {"date_4YMD", date_item, {"%4YMD", "19700101", "20380119", "1"}},
     {"unchecked_date_2YMA", date_item, {"%2YMA", "700101", "991231", "1"}},
-    {"time_T", {attribute::time, 0, 6, 6, 0}, {"%T", "000000", "235959", "1"}},
+    {"time_T", {attribute::time, Flag::off, 6, 6, 0}, {"%T", "000000", "235959", "1"}},
     {"timestamp_TS",
-     {attribute::timestamp, 0, 15, 15, 0},
+     {attribute::timestamp, Flag::off, 15, 15, 0},
      {"%TS", "19700101 090000", "20380119 031407", "9"}},
     {"fixed_and_letters_5s",
-     {attribute::character, 0, 10, 10, 0},
+     {attribute::character, Flag::off, 10, 10, 0},
      {"CUST-'%5s", "aaaaa", "zzzzz", "1"}},
 };
 
@@ -82,7 +85,7 @@ void assemble_records(benchmark::State& state, const Workload& workload, bool se
       place = (place + seek_stride) % seek_range;
       assembler.seek(place);
     }
-    if (assembler.assemble(lines) != 0) return state.SkipWithError("the run failed");
+    if (assembler.assemble(lines) != error::none) return state.SkipWithError("the run failed");
     lines.finish_lines(lines.size());
     if (lines.finished().size() >= block_size) {
       benchmark::DoNotOptimize(lines.finished().data());

@@ -43,13 +43,14 @@ FmtColRec settings_of(const Entry& entry) {
 bool check_and_load(const World& world, const Entry& entry) {
   const FmtColRec settings = settings_of(entry);
   ClColMain main;
-  std::int32_t bad_line = 0;
-  const Result<std::int32_t> checked = check_enumeration(main, list_path, settings, bad_line);
+  ListLine bad_line = ListLine::none;
+  const Result<std::size_t> checked = check_enumeration(main, list_path, settings, bad_line);
   require(!world.files.exists(report_path), "a check writes no report");
   ClEnumDataList values;
-  const Result<std::int32_t> loaded = load_enumeration(main, list_path, settings, values);
+  const Result<std::size_t> loaded = load_enumeration(main, list_path, settings, values);
   const bool is_bad = loaded.code() == error::enumeration_bad_lines;
-  require(is_bad ? !checked && bad_line > 0 : checked == loaded, "check and load agree");
+  require(is_bad ? !checked && bad_line != ListLine::none : checked == loaded,
+          "check and load agree");
   require(world.files.exists(report_path) == is_bad, "a report stands for bad lines");
   if (loaded) require(values.count() == *loaded, "as many values as counted");
   return loaded.code() == error::none;
@@ -60,12 +61,13 @@ void save_settings(const Entry& entry) {
   file.set_paths(settings_path, work_folder);
   require(file.load(SettingsLevel{1}, StoredRecords{records}, entry.layout_kind) == 0,
           "there are no settings yet");
-  require(file.set_initial_value(ItemNumber{1}, entry.item) == 0, "the item gets settings");
+  require(file.set_initial_value(ItemNumber{1}, entry.item) == error::none,
+          "the item gets settings");
   FmtColRec& settings = file.find_column(ItemNumber{1})->record;
   settings.generation_type = generation_type::enumeration;
   settings.exceeded_action = entry.exceeded_action;
   store_field(settings.enumeration_path, list_path);
-  require(file.save(quotation::double_mark) == 0, "settings can be saved");
+  require(file.save(quotation::double_mark) == error::none, "settings can be saved");
 }
 
 }  // namespace

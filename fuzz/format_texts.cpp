@@ -42,7 +42,7 @@ bool save(const Entry& entry) {
   if (!file.load(SettingsLevel{1}, StoredRecords{records}, entry.layout_kind)) return false;
   file.edited().texts = entry.texts;
   if (file.check_and_store(ItemNumber{1}, entry.item) != error::none) return false;
-  require(file.save(quotation::double_mark) == 0, "what was accepted can be saved");
+  require(file.save(quotation::double_mark) == error::none, "what was accepted can be saved");
   return true;
 }
 

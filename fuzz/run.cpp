@@ -21,9 +21,9 @@ void put_control_file(World& world, const RunRequest& request, std::size_t count
                       std::string_view items) {
   korvex_control_header header = {};
   header.records = request.records;
-  header.layout_kind = request.layout_kind;
+  header.layout_kind = number_of(request.layout_kind);
   header.null_default = 1;
-  header.level = request.level;
+  header.level = number_of(request.level);
   header.item_count = static_cast<std::int32_t>(count);
   store_field(header.data_path, data_path);
   store_field(header.settings_path, settings_path);
@@ -40,7 +40,7 @@ ErrorCode generate(World& world, const RunRequest& request) {
     Run run;
     const Result<bool> loaded =
         run.load(main, [&](const FmtColRec& settings, ClEnumDataList& list) {
-          std::int32_t bad_line = 0;
+          ListLine bad_line = ListLine::none;
           const std::string path(field_text(settings.enumeration_path));
           return check_enumeration(main, path, settings, bad_line, &list).code();
         });

@@ -50,8 +50,8 @@ struct RunRequest {
   std::int32_t records = 0;
   LayoutKind layout_kind = layout_kind::record_file;
   SettingsLevel level{1};
-  std::vector<std::int32_t> items = {1};
-  OutputOption output_option = plain_output;
+  std::vector<ItemNumber> items = {ItemNumber{1}};
+  OutputOption output_option = OutputOption::plain;
   int cancel_at_poll = 0;
 };
 

@@ -28,13 +28,13 @@ struct Choices {
 
   explicit Choices(unsigned bits)
       : level(static_cast<SettingsLevel>(bits & 3u)),
-        output_option((bits & 4u) != 0 ? guarded_output : plain_output),
+        output_option((bits & 4u) != 0 ? OutputOption::guarded : OutputOption::plain),
         cancel_at_poll((bits & 8u) != 0 ? records / 2 : 0),
         takes_items_twice((bits & 16u) != 0),
         changes_layout((bits & 32u) != 0) {}
 };
 
-Result<std::int32_t> load(ClFmtFile& file, SettingsLevel level, LayoutKind layout_kind) {
+Result<std::size_t> load(ClFmtFile& file, SettingsLevel level, LayoutKind layout_kind) {
   file.set_paths(settings_path, work_folder);
   return file.load(level, StoredRecords{records}, layout_kind);
 }
@@ -46,9 +46,9 @@ std::vector<korvex_control_item> read_items(ClFmtFile& file) {
     if (items.size() == most_items) break;
     require(file.read_item(column->record.item_number) == true, "an item that is there is found");
     korvex_control_item item = {};
-    item.item_number = column->record.item_number;
-    item.attribute = column->record.attribute;
-    item.signed_flag = column->record.signed_flag;
+    item.item_number = number_of(column->record.item_number);
+    item.attribute = number_of(column->record.attribute);
+    item.signed_flag = number_of(column->record.signed_flag);
     item.length = column->record.length;
     item.digits = column->record.digits;
     item.decimals = column->record.decimals;
@@ -65,11 +65,11 @@ std::vector<korvex_control_item> save_and_compare(World& world, SettingsLevel le
   std::vector<korvex_control_item> items;
   {
     ClFmtFile file;
-    const Result<std::int32_t> loaded = load(file, level, layout_kind);
+    const Result<std::size_t> loaded = load(file, level, layout_kind);
     if (!loaded || *loaded == 0) return {};
     items = read_items(file);
     const std::string before = world.files.get(settings_path);
-    if (file.save(file.quotation()) != 0) {
+    if (file.save(file.quotation()) != error::none) {
       require(world.files.get(settings_path) == before, "a failed save changes nothing");
       return items;
     }
@@ -79,7 +79,7 @@ std::vector<korvex_control_item> save_and_compare(World& world, SettingsLevel le
     ClFmtFile file;
     require(load(file, level, layout_kind).code() == error::none, "what was saved can be loaded");
     if (!file.current_level()->has_settings()) return items;
-    require(file.save(file.quotation()) == 0, "what was saved can be saved again");
+    require(file.save(file.quotation()) == error::none, "what was saved can be saved again");
   }
   require(world.files.get(settings_path) == saved, "saving again changes nothing");
   return items;
@@ -105,7 +105,7 @@ void run(std::string_view bytes, const Choices& choices) {
   if (bytes.size() >= sizeof(FmtHeadRec)) {
     std::memcpy(&layout_kind, bytes.data() + offsetof(FmtHeadRec, layout_kind), sizeof layout_kind);
   }
-  if (choices.changes_layout) layout_kind = static_cast<LayoutKind>(layout_kind ^ 1);
+  if (choices.changes_layout) layout_kind = LayoutKind{number_of(layout_kind) ^ 1};
 
   const std::vector<korvex_control_item> items =
       save_and_compare(world, choices.level, layout_kind);
@@ -117,8 +117,8 @@ void run(std::string_view bytes, const Choices& choices) {
   request.cancel_at_poll = choices.cancel_at_poll;
   request.items = {};
   for (const korvex_control_item& item : items) {
-    request.items.push_back(item.item_number);
-    if (choices.takes_items_twice) request.items.push_back(item.item_number);
+    request.items.push_back(ItemNumber{item.item_number});
+    if (choices.takes_items_twice) request.items.push_back(ItemNumber{item.item_number});
   }
   generate(world, request);
   count_repeats(world, request, items);

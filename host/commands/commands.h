@@ -11,6 +11,7 @@
 #include "host/parts/plan.h"
 #include "host/process/exit_status.h"
 #include "host/records/record_format.h"
+#include "run/record_writer.h"
 #include "values/counts.h"
 
 // What each command is given, and what it does.
@@ -88,7 +89,7 @@ struct GenerateOptions {
   std::optional<Part> part;
   std::optional<std::size_t> jobs;
   bool force = false;
-  std::int32_t output_option = 0;
+  OutputOption output_option = OutputOption::plain;
   bool settings_only = false;
   bool keep_settings = false;
   bool quiet = false;

@@ -44,10 +44,10 @@ std::uint64_t count_lines(const std::string& path) {
 }
 
 // The output limit may have ended the file early, which the module counts as success.
-RecordCount records_of(const Layout& layout, std::int32_t output_option) {
+RecordCount records_of(const Layout& layout, OutputOption output_option) {
   const FileVersion data(layout.data);
   const bool may_be_short =
-      output_option == guarded_output && data.exists && S_ISREG(data.status.st_mode);
+      output_option == OutputOption::guarded && data.exists && S_ISREG(data.status.st_mode);
   return may_be_short ? RecordCount(count_lines(layout.data)) : layout.records;
 }
 
@@ -68,18 +68,18 @@ ExitStatus generate(const Layout& layout, const GenerateOptions& options, bool h
     messages << platform::printable(layout.work) << ": " << numbered_message(code, layout) << "\n";
     return ExitStatus::failed;
   }
-  const bool is_asked = has_repeats && options.output_option == guarded_output;
+  const bool is_asked = has_repeats && options.output_option == OutputOption::guarded;
   const std::uint64_t repeated_records = is_asked ? count_repeated_records(layout, messages) : 0;
   const FileVersion before(layout.data);
   const Clock::time_point start = Clock::now();
-  const std::int32_t result =
-      create_data(control_file.path().c_str(), options.output_option, nullptr, repeated_records);
+  const ErrorCode result{create_data(control_file.path().c_str(), number_of(options.output_option),
+                                     nullptr, repeated_records)};
   const int error_number = errno;
   const Clock::duration time = Clock::now() - start;
-  if (result < 0) check_interruption();
+  if (result < error::none) check_interruption();
   if (result == error::cancelled) return ExitStatus::cancelled;
-  if (result < 0) {
-    const std::string reason = reason_of(static_cast<ErrorCode>(result), error_number);
+  if (result < error::none) {
+    const std::string reason = reason_of(result, error_number);
     if (!reason.empty()) messages << reason << std::endl;
     return ExitStatus::failed;
   }
@@ -98,10 +98,10 @@ ExitStatus generate(const Layout& layout, const GenerateOptions& options, bool h
 
 // Answers whether the options go with a part, and says why not.
 bool allows_part(const GenerateOptions& options, std::ostream& messages) {
-  const char* refused = options.output_option == guarded_output ? "--output-option 2"
-                        : options.settings_only                 ? "--settings-only"
-                        : options.window                        ? "--window"
-                                                                : nullptr;
+  const char* refused = options.output_option == OutputOption::guarded ? "--output-option 2"
+                        : options.settings_only                        ? "--settings-only"
+                        : options.window                               ? "--window"
+                                                                       : nullptr;
   if (refused != nullptr) messages << refused << " does not go with --part" << std::endl;
   return refused == nullptr;
 }

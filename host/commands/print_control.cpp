@@ -56,8 +56,8 @@ void print_item(const korvex_control_item& item, std::ostream& out) {
     out << "  description  " << platform::exact_printable_from_code_page(description) << "\n";
   }
   out << "  "
-      << describe_attributes(
-             {Attribute{item.attribute}, item.signed_flag, item.length, item.digits, item.decimals})
+      << describe_attributes({Attribute{item.attribute}, Flag{item.signed_flag}, item.length,
+                              item.digits, item.decimals})
       << (item.null_allowed != 0 ? ", nullable" : ", not nullable") << "\n";
   if (item.host_value != 0) out << "  host value   " << item.host_value << "\n";
 }
@@ -103,7 +103,7 @@ void print_log_file(std::string_view bytes, std::ostream& out) {
   const auto header = record_at<LogHeader>(bytes, 0);
   out << "log file\n"
       << "  records       " << number_of(header.records) << "\n"
-      << "  level         " << header.level << "\n"
+      << "  level         " << number_of(header.level) << "\n"
       << "  items         " << header.item_count << "\n";
   print_numbers(bytes, sizeof header, header.item_count, out);
 }

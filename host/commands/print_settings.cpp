@@ -19,7 +19,7 @@ constexpr std::size_t previous_item_fields = offsetof(FmtColRec, repeat_flag);
 
 // A value record as one text: what its element's kind has filled in.
 std::string number_of(const FmtValRec& value) {
-  std::string text = value.sign == sign_minus ? "-" : "";
+  std::string text = value.sign == Sign::minus ? "-" : "";
   if (value.high != 0) text += std::to_string(value.high) + " x 10^9 + ";
   return text + std::to_string(value.low);
 }
@@ -53,9 +53,9 @@ class SettingsPrinter {
 
  private:
   std::string print_level(const FmtLvlRec& level) {
-    out_ << "\nlevel " << level.level << ": records " << number_of(level.records) << ", items "
-         << level.column_count << ", size " << level.data_size << ", offset " << level.data_offset
-         << (level.repeat_flag != 0 ? ", with repeats" : "") << "\n";
+    out_ << "\nlevel " << number_of(level.level) << ": records " << number_of(level.records)
+         << ", items " << level.column_count << ", size " << level.data_size << ", offset "
+         << level.data_offset << (level.repeat_flag != 0 ? ", with repeats" : "") << "\n";
     if (level.data_offset == 0) return {};
     if (level.data_offset < 0) return "the level's place lies in front of the file";
     RecordCursor cursor(bytes_, static_cast<std::size_t>(level.data_offset));
@@ -77,7 +77,8 @@ class SettingsPrinter {
     if (!count_shown(size)) return "the levels overlap";
     print_item_record(item);
     if (!cursor.holds(item.element_count, sizeof(FmtItemRec))) {
-      return "the file ends inside the elements of item " + std::to_string(item.item_number);
+      return "the file ends inside the elements of item " +
+             std::to_string(number_of(item.item_number));
     }
     for (std::int32_t i = 0; i < item.element_count; ++i) {
       FmtItemRec element = {};
@@ -96,22 +97,20 @@ class SettingsPrinter {
   }
 
   void print_item_record(const FmtColRec& item) {
-    out_ << "  item " << item.item_number << ": type "
+    out_ << "  item " << number_of(item.item_number) << ": type "
          << named_generation_type(item.generation_type) << ", elements " << item.element_count
-         << ", lead element " << item.lead_element << "\n    "
-         << describe_attributes(
-                {item.attribute, item.signed_flag, item.length, item.digits, item.decimals})
-         << "\n"
+         << ", lead element " << number_of(item.lead_element) << "\n    "
+         << describe_attributes(attributes_of(item)) << "\n"
          << "    format     " << text(field_text(item.format))
-         << (item.custom_format != 0 ? " (custom)" : "") << "\n"
+         << (is_on(item.custom_format) ? " (custom)" : "") << "\n"
          << "    increment  " << text(field_text(item.increment_text)) << " = "
          << number_of(item.increment) << "\n"
          << "    exceeded   " << named_exceeded_action(item.exceeded_action) << "\n";
     if (item.generation_type == generation_type::reference) {
-      out_ << "    reference  item " << item.referenced_item << "\n";
+      out_ << "    reference  item " << number_of(item.referenced_item) << "\n";
     }
-    if (item.repeat_flag != 0) {
-      out_ << "    repeat     level " << item.repeat_level << ", " << item.repeat_count
+    if (is_on(item.repeat_flag)) {
+      out_ << "    repeat     level " << number_of(item.repeat_level) << ", " << item.repeat_count
            << " times\n";
     }
     const auto enumeration = field_text(item.enumeration_path);
@@ -119,14 +118,14 @@ class SettingsPrinter {
   }
 
   void print_element(const FmtItemRec& element) {
-    out_ << "    element " << element.sequence << ": " << named_format_kind(element.kind)
+    out_ << "    element " << number_of(element.sequence) << ": " << named_format_kind(element.kind)
          << ", width " << element.width << ", digits " << element.digits << ", decimals "
          << element.decimals << ", text " << text(field_text(element.text)) << "\n";
     if (element.kind == format_kind::none || element.kind == format_kind::fixed) return;
     out_ << "      start " << text(field_text(element.start_text)) << ", end "
-         << text(field_text(element.end_text)) << ", sign " << element.sign << ", span "
+         << text(field_text(element.end_text)) << ", sign " << number_of(element.sign) << ", span "
          << element.span_high << ":" << element.span_low
-         << (element.group_start != 0 ? ", opens a group" : "") << "\n";
+         << (is_on(element.group_start) ? ", opens a group" : "") << "\n";
   }
 
   static std::string text(std::string_view field) {

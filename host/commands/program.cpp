@@ -35,9 +35,11 @@ void add_generate_options(CLI::App& command, GenerateOptions& options) {
   add_records(command, options.records);
   add_part(command, options.part, options.force);
   add_jobs(command, options.jobs);
-  command.add_option("--output-option", options.output_option,
-                     "2 ends the data file below 2 GB, asks before repeats give more records than "
-                     "requested, and gives the window a Cancel button (default: 0)");
+  command.add_option_function<std::int32_t>(
+      "--output-option",
+      [&options](std::int32_t number) { options.output_option = OutputOption{number}; },
+      "2 ends the data file below 2 GB, asks before repeats give more records than requested, and "
+      "gives the window a Cancel button (default: 0)");
   CLI::Option* keep = command.add_flag(
       "--keep-settings", options.keep_settings,
       "generate from the settings file as it is, without the values in the layout");

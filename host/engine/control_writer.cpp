@@ -13,9 +13,9 @@ namespace {
 korvex_control_header header_of(const Layout& layout) {
   korvex_control_header header = {};
   header.records = number_of(layout.records.stored());
-  header.layout_kind = layout.kind;
+  header.layout_kind = number_of(layout.kind);
   header.null_default = layout.null_default ? 1 : 0;
-  header.level = layout.level;
+  header.level = number_of(layout.level);
   header.item_count = static_cast<std::int32_t>(layout.items.size());
   store_field(header.data_path, layout.data);
   store_field(header.settings_path, layout.settings);
@@ -30,11 +30,11 @@ std::string code_page_text(const std::string& text) {
 
 korvex_control_item item_of(const LayoutItem& item) {
   korvex_control_item record = {};
-  record.item_number = item.number;
+  record.item_number = number_of(item.number);
   store_field(record.name, code_page_text(item.name));
   store_field(record.description, code_page_text(item.description));
-  record.attribute = item.attributes.attribute;
-  record.signed_flag = item.attributes.signed_flag;
+  record.attribute = number_of(item.attributes.attribute);
+  record.signed_flag = number_of(item.attributes.signed_flag);
   record.length = item.attributes.length;
   record.digits = item.attributes.digits;
   record.decimals = item.attributes.decimals;

@@ -48,7 +48,7 @@ std::vector<const LayoutItem*> find_unfit_items(const Layout& layout, const ClFm
 std::vector<ItemFailure> find_shared_levels(const Layout& layout, const ClFmtFile& file) {
   const auto level_of = [&](const LayoutItem& item) -> std::optional<RepeatLevel> {
     const ClFmtColInf* column = file.find_column(item.number);
-    const bool repeats = column != nullptr && column->record.repeat_flag != 0;
+    const bool repeats = column != nullptr && is_on(column->record.repeat_flag);
     return repeats ? std::optional(column->record.repeat_level) : std::nullopt;
   };
   std::unordered_map<RepeatLevel, int> takers;
@@ -78,7 +78,7 @@ std::optional<KeptSettings> look_at_settings(const Layout& layout, Keeping keepi
   ClFmtFile file;
   file.set_run_mode(run_mode::settings_only);
   file.set_paths(copy->settings, copy->work);
-  const Result<std::int32_t> loaded = file.load(layout.level, layout.records.stored(), layout.kind);
+  const Result<std::size_t> loaded = file.load(layout.level, layout.records.stored(), layout.kind);
   if (!loaded || *loaded == 0) return found;
   found.refused.unfit = find_unfit_items(layout, file, keeping);
   if (keeping != Keeping::items_without_values && file.current_level()->record.repeat_flag != 0) {

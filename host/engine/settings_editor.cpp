@@ -67,7 +67,7 @@ class ItemStore {
 
   static ErrorCode check_repeat(const std::optional<RepeatSettings>& repeat) {
     if (!repeat) return error::none;
-    if (repeat->level == 0) return error::repeat_level_zero;
+    if (repeat->level == RepeatLevel::none) return error::repeat_level_zero;
     return repeat->count == 0 ? error::repeat_count_zero : error::none;
   }
 
@@ -104,7 +104,7 @@ class ItemStore {
   ErrorCode store_default(const LayoutItem& item) {
     const std::optional<RangeTexts> texts = default_settings(item.attributes);
     if (!texts) return error::bad_attribute;
-    return store_range(item, *texts, {exceeded_action::repeat, 1});
+    return store_range(item, *texts, {exceeded_action::repeat, Flag::on});
   }
 
   ErrorCode store_reference(const LayoutItem& item) {
@@ -133,7 +133,7 @@ class ItemStore {
   void store_repeat(const LayoutItem& item) {
     FmtColRec& settings = file_.find_column(item.number)->record;
     const RepeatSettings repeat = item.values->repeat.value_or(RepeatSettings{});
-    settings.repeat_flag = item.values->repeat ? 1 : 0;
+    settings.repeat_flag = flag_of(item.values->repeat.has_value());
     settings.repeat_level = repeat.level;
     settings.repeat_count = repeat.count;
   }
@@ -149,7 +149,7 @@ std::int32_t count_repeated(const Layout& layout, const ClFmtFile& file) {
   return static_cast<std::int32_t>(
       std::count_if(layout.items.begin(), layout.items.end(), [&](const LayoutItem& item) {
         const ClFmtColInf* column = file.find_column(item.number);
-        return column != nullptr && column->record.repeat_flag != 0;
+        return column != nullptr && is_on(column->record.repeat_flag);
       }));
 }
 

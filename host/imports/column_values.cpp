@@ -207,7 +207,7 @@ std::string order_of(bool is_unique) { return toml_text(is_unique ? "shuffled" :
 
 ItemAttributes text_attributes(std::size_t length) {
   const auto size = static_cast<std::int32_t>(length);
-  return {attribute::character, 0, size, size, 0};
+  return {attribute::character, Flag::off, size, size, 0};
 }
 
 const std::vector<std::string>& choices_of(const ColumnTask& task) {

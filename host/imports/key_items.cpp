@@ -323,7 +323,7 @@ void KeyItems::pair(const ColumnOrder& order, std::vector<PlannedItem>& items) {
 
 ColumnValues KeyItems::line() const {
   ColumnValues values;
-  values.attributes = {attribute::number, 0, line_digits, line_digits, 0};
+  values.attributes = {attribute::number, Flag::off, line_digits, line_digits, 0};
   const std::size_t hub = keys_.keys[*keys_.hub].key->columns.front();
   values.keys = {{"type", toml_text("line")}, {"of", toml_text(schema_.columns[hub].name)}};
   return values;

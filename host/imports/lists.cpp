@@ -87,7 +87,7 @@ std::vector<LayoutKey> enumeration_keys(const std::vector<std::string>& lines,
       column.type == ColumnType::text && column.length > 0 ? column.length : 1);
   // Where the two are numbers, they are numbers for other programs, too.
   const bool is_flag = column.type == ColumnType::boolean && column.choices.front() == "0";
-  const auto number = is_flag ? std::optional(ItemAttributes{attribute::decimal, 1, 2, 1, 0})
+  const auto number = is_flag ? std::optional(ItemAttributes{attribute::decimal, Flag::on, 2, 1, 0})
                               : number_attributes(column);
   bool fits_number = number.has_value();
   const EnumerationRule rule(number.value_or(text_attributes(1)));

@@ -11,7 +11,7 @@ namespace korvex::host {
 namespace {
 
 constexpr std::size_t clock_length = 8;
-constexpr ItemAttributes time_item = {attribute::time, 0, 6, 6, 0};
+constexpr ItemAttributes time_item = {attribute::time, Flag::off, 6, 6, 0};
 
 // A day that is a number of its digits, such as 20240229.
 std::chrono::year_month_day day_number(std::int64_t number) {
@@ -118,8 +118,8 @@ ColumnValues moment_values(const ColumnSchema& column, const ImportPeriod& given
     period.last = sys_days(period.first) + days(1);
   }
   const bool is_date = column.type == ColumnType::date;
-  const ItemAttributes item = is_date ? ItemAttributes{attribute::date, 0, 8, 8, 0}
-                                      : ItemAttributes{attribute::timestamp, 0, 15, 15, 0};
+  const ItemAttributes item = is_date ? ItemAttributes{attribute::date, Flag::off, 8, 8, 0}
+                                      : ItemAttributes{attribute::timestamp, Flag::off, 15, 15, 0};
   auto made = range_values(
       item,
       {is_date ? "%4YMD" : "%TS", is_date ? layout_day(period.first) : moment_text(period.first, 0),

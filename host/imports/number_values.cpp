@@ -84,7 +84,7 @@ std::optional<NumberLimits> number_limits(const ColumnSchema& column) {
 }
 
 ItemAttributes signed_item(Attribute attribute, int digits, int decimals) {
-  return {attribute, 1, digits + 1 + (decimals > 0 ? 1 : 0), digits, decimals};
+  return {attribute, Flag::on, digits + 1 + (decimals > 0 ? 1 : 0), digits, decimals};
 }
 
 // The sizes of the type, with the sign that all numbers of such an item have.
@@ -117,7 +117,7 @@ ColumnValues number_values(std::int64_t least, std::int64_t most, int decimals, 
   const std::size_t before = std::to_string(largest / scaled(1, decimals)).size();
   const std::size_t digits = before + static_cast<std::size_t>(decimals);
   const ItemAttributes item = {
-      attribute::number, is_signed ? 1 : 0,
+      attribute::number, flag_of(is_signed),
       static_cast<std::int32_t>(digits) + (is_signed ? 1 : 0) + (decimals > 0 ? 1 : 0),
       static_cast<std::int32_t>(digits), decimals};
   std::string format = "%" + std::to_string(before);
@@ -149,7 +149,7 @@ std::optional<ItemAttributes> number_attributes(const ColumnSchema& column) {
 
 ItemAttributes sum_attributes(int decimals) {
   constexpr std::int32_t digits = 15;
-  return {attribute::number, 0, digits + 1, digits, decimals};
+  return {attribute::number, Flag::off, digits + 1, digits, decimals};
 }
 
 namespace {

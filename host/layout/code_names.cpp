@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <span>
+#include <iterator>
 #include <string_view>
 
 #include "values/records.h"
@@ -11,32 +11,36 @@ namespace korvex::host {
 
 namespace {
 
+template <typename Code>
 struct CodeName {
-  std::int32_t code;
+  Code code;
   std::string_view name;
 };
 
-std::string with_name(std::int32_t code, std::string_view name) {
-  std::string text = std::to_string(code);
+template <typename Code>
+std::string with_name(Code code, std::string_view name) {
+  std::string text = std::to_string(number_of(code));
   if (!name.empty()) text.append(" (").append(name).append(")");
   return text;
 }
 
-std::string named(std::int32_t code, std::span<const CodeName> names) {
-  const auto row = std::find_if(names.begin(), names.end(),
-                                [code](const CodeName& entry) { return entry.code == code; });
-  return with_name(code, row == names.end() ? "unknown" : row->name);
+template <typename Code, std::size_t Size>
+std::string named(Code code, const CodeName<Code> (&names)[Size]) {
+  const auto row = std::find_if(std::begin(names), std::end(names),
+                                [code](const CodeName<Code>& entry) { return entry.code == code; });
+  return with_name(code, row == std::end(names) ? "unknown" : row->name);
 }
 
-constexpr CodeName layout_kinds[] = {
+constexpr CodeName<LayoutKind> layout_kinds[] = {
     {layout_kind::record_file, "record file"},
     {layout_kind::table, "table"},
     {layout_kind::iso, "iso"},
 };
 
-constexpr CodeName quotations[] = {{quotation::none, "none"}, {quotation::double_mark, "double"}};
+constexpr CodeName<Quotation> quotations[] = {{quotation::none, "none"},
+                                              {quotation::double_mark, "double"}};
 
-constexpr CodeName generation_types[] = {
+constexpr CodeName<GenerationType> generation_types[] = {
     {generation_type::none, "none"},
     {generation_type::initial_value, "initial"},
     {generation_type::range, "range"},
@@ -44,7 +48,7 @@ constexpr CodeName generation_types[] = {
     {generation_type::enumeration, "enumeration"},
 };
 
-constexpr CodeName format_kinds[] = {
+constexpr CodeName<FormatKind> format_kinds[] = {
     {format_kind::none, "initial value"},
     {format_kind::signed_number, "signed number"},
     {format_kind::unsigned_number, "unsigned number"},
@@ -59,7 +63,7 @@ constexpr CodeName format_kinds[] = {
     {format_kind::timestamp, "timestamp"},
 };
 
-constexpr CodeName exceeded_actions[] = {
+constexpr CodeName<ExceededAction> exceeded_actions[] = {
     {exceeded_action::initialize, "initialize"},
     {exceeded_action::repeat, "repeat"},
 };
@@ -82,7 +86,7 @@ std::string named_exceeded_action(ExceededAction action) { return named(action, 
 
 std::string describe_attributes(const ItemAttributes& item) {
   return "attribute " + named_attribute(item.attribute) +
-         (item.signed_flag != 0 ? ", signed" : ", unsigned") + ", length " +
+         (is_on(item.signed_flag) ? ", signed" : ", unsigned") + ", length " +
          std::to_string(item.length) + ", digits " + std::to_string(item.digits) + ", decimals " +
          std::to_string(item.decimals);
 }

@@ -35,7 +35,7 @@ std::string with_reason(std::string message, ErrorCode code) {
   return reason.empty() ? message : message + "\n" + reason;
 }
 
-std::string failure_text(ErrorCode code, const ClColMain& main, std::int32_t bad_line) {
+std::string failure_text(ErrorCode code, const ClColMain& main, ListLine bad_line) {
   return with_reason(describe_failure(code, main, bad_line).text.utf8(), code);
 }
 

@@ -5,6 +5,7 @@
 
 #include "control/col_main.h"
 #include "host/layout/layout.h"
+#include "lists/enumeration_check.h"
 
 namespace korvex::host {
 
@@ -16,8 +17,8 @@ std::string reason_of(ErrorCode code, int error_number);
 std::string with_reason(std::string message, ErrorCode code);
 
 // What the module would say of a failure in the state of `main`, as UTF-8, and why, if that is
-// known. `bad_line`, unless 0, is the line of a list that the message speaks of.
-std::string failure_text(ErrorCode code, const ClColMain& main, std::int32_t bad_line);
+// known. `bad_line`, unless none, is the line of a list that the message speaks of.
+std::string failure_text(ErrorCode code, const ClColMain& main, ListLine bad_line);
 
 // The module's numbered message of a code, in the words of the layout's kind, and why, if the last
 // failure of a file says so.

@@ -11,13 +11,13 @@ namespace {
 
 Attribute read_attribute(TableReader& reader) {
   constexpr std::string_view key = "attribute";
-  const std::string expected = "a code from 1 to " + std::to_string(attribute::highest) +
+  const std::string expected = "a code from 1 to " + std::to_string(number_of(attribute::highest)) +
                                " or one of " + list_attribute_names();
   reader.require(key, expected);
   const toml::node* node = reader.find(key);
   if (node == nullptr) return attribute::none;
   if (const auto* code = node->as_integer();
-      code != nullptr && code->get() >= 1 && code->get() <= attribute::highest) {
+      code != nullptr && code->get() >= 1 && code->get() <= number_of(attribute::highest)) {
     return static_cast<Attribute>(code->get());
   }
   if (const auto* name = node->as_string()) {
@@ -32,7 +32,7 @@ void read_attributes(TableReader& reader, LayoutKind kind, LayoutItem& layout_it
   ItemAttributes& item = layout_item.attributes;
   item.attribute = read_attribute(reader);
   const bool is_signed = reader.boolean("signed").value_or(false);
-  item.signed_flag = is_signed || is_always_signed(item.attribute) ? 1 : 0;
+  item.signed_flag = flag_of(is_signed || is_always_signed(item.attribute));
   const GivenSize given = {reader.integer("digits", 0), reader.integer("length", 0)};
   const std::int32_t decimals = reader.integer("decimals", 0).value_or(0);
   item.decimals = decimals;

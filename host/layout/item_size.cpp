@@ -35,7 +35,7 @@ bool is_number(Attribute attribute) {
 
 // Bytes of a number beside its digits.
 std::int64_t sign_and_point(const ItemAttributes& item) {
-  return (item.signed_flag != 0 ? 1 : 0) + (item.decimals > 0 ? 1 : 0);
+  return (is_on(item.signed_flag) ? 1 : 0) + (item.decimals > 0 ? 1 : 0);
 }
 
 std::int64_t digits_from_length(const ItemAttributes& item, std::int64_t length) {

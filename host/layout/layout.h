@@ -61,7 +61,7 @@ struct ItemValues {
 };
 
 struct LayoutItem {
-  ItemNumber number = no_item;
+  ItemNumber number = ItemNumber::none;
   std::string name;
   std::string description;
   ItemAttributes attributes;

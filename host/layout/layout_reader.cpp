@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cstring>
 #include <filesystem>
 #include <map>
 #include <optional>
@@ -28,7 +27,10 @@ namespace korvex::host {
 namespace {
 
 constexpr std::array<std::string_view, 3> kind_names = {"record", "table", "iso"};
+constexpr std::array<LayoutKind, 3> kinds = {layout_kind::record_file, layout_kind::table,
+                                             layout_kind::iso};
 constexpr std::array<std::string_view, 2> quote_names = {"none", "double"};
+constexpr std::array<Quotation, 2> marks = {quotation::none, quotation::double_mark};
 
 constexpr std::array<std::string_view, 2> encoding_names = {"cp932", "utf-8"};
 constexpr std::size_t utf8_encoding = 1;
@@ -151,7 +153,7 @@ void read_header(const toml::table& table, std::optional<RecordCount> records, L
   TableReader reader(table, "[layout]", errors);
   reader.require("kind", "one of " + list_names(kind_names));
   if (const auto kind = reader.choice("kind", kind_names)) {
-    layout.kind = static_cast<LayoutKind>(*kind + layout_kind::record_file);
+    layout.kind = kinds[*kind];
   }
   if (!records) reader.require("records", "the number of records, here or as --records");
   layout.own_records = reader.records("records");
@@ -160,7 +162,7 @@ void read_header(const toml::table& table, std::optional<RecordCount> records, L
   layout.level = SettingsLevel{reader.integer("level", 0).value_or(1)};
   layout.null_default = reader.boolean("null_default").value_or(false);
   const auto quote = reader.choice("quote", quote_names);
-  layout.quotation = static_cast<Quotation>(quote.value_or(quotation::none));
+  layout.quotation = quote ? marks[*quote] : quotation::none;
   read_table(reader, layout);
   read_paths(reader, layout);
   read_own_keys(reader, layout);
@@ -173,7 +175,7 @@ void check_numbers(const Layout& layout, std::vector<LayoutError>& errors) {
   for (const LayoutItem& item : layout.items) {
     const auto [taken, is_new] = lines.try_emplace(item.number, item.place.line);
     if (is_new) continue;
-    errors.push_back({item.place, "number " + std::to_string(item.number) +
+    errors.push_back({item.place, "number " + std::to_string(number_of(item.number)) +
                                       " belongs to the item on line " +
                                       std::to_string(taken->second) + ", expected another one"});
   }
@@ -204,13 +206,15 @@ void check_hidden(const Layout& layout, std::vector<LayoutError>& errors) {
 void check_levels(const Layout& layout, std::vector<LayoutError>& errors) {
   std::map<RepeatLevel, const LayoutItem*> items;
   for (const LayoutItem& item : layout.items) {
-    if (!item.values || !item.values->repeat || item.values->repeat->level == 0) continue;
+    if (!item.values || !item.values->repeat || item.values->repeat->level == RepeatLevel::none)
+      continue;
     const RepeatSettings& repeat = *item.values->repeat;
     const auto [taken, is_new] = items.try_emplace(repeat.level, &item);
     if (is_new) continue;
-    errors.push_back(
-        {repeat.place, "level " + std::to_string(repeat.level) + " is that of the item on line " +
-                           std::to_string(taken->second->place.line) + ", expected another one"});
+    errors.push_back({repeat.place, "level " + std::to_string(number_of(repeat.level)) +
+                                        " is that of the item on line " +
+                                        std::to_string(taken->second->place.line) +
+                                        ", expected another one"});
   }
 }
 
@@ -311,11 +315,11 @@ LayoutReading parse_layout(std::string_view text, const std::string& file,
 LayoutReading read_layout(const std::string& file, std::optional<RecordCount> records,
                           MissingLists lists) {
   std::string text;
-  if (const int failure = platform::read_file(file, text); failure != 0) {
+  if (const auto failure = platform::read_file(file, text)) {
     check_interruption();
     LayoutReading reading;
     reading.layout.file = file;
-    reading.errors.push_back({{}, std::string("cannot be read: ") + std::strerror(failure)});
+    reading.errors.push_back({{}, "cannot be read: " + failure.message()});
     return reading;
   }
   return parse_layout(text, file, records, lists);

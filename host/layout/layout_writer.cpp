@@ -61,7 +61,7 @@ void write_remarks(const std::vector<std::string>& remarks, std::ostream& out) {
 
 std::string attribute_of(Attribute attribute) {
   const std::string_view name = attribute_name(attribute);
-  return name.empty() ? std::to_string(attribute) : toml_text(name);
+  return name.empty() ? std::to_string(number_of(attribute)) : toml_text(name);
 }
 
 void write_keys(const std::vector<LayoutKey>& keys, std::ostream& out) {
@@ -78,7 +78,7 @@ void write_item(const ItemDraft& item, std::ostream& out) {
   write_remarks(item.remarks, out);
   out << "[[item]]\nname      = " << toml_text(item.name)
       << "\nattribute = " << attribute_of(attributes.attribute) << "\n";
-  const bool says_sign = attributes.signed_flag != 0 && !is_always_signed(attributes.attribute);
+  const bool says_sign = is_on(attributes.signed_flag) && !is_always_signed(attributes.attribute);
   if (says_sign) out << "signed    = true\n";
   out << "digits    = " << attributes.digits << "\nlength    = " << attributes.length << "\n";
   if (attributes.decimals > 0) out << "decimals  = " << attributes.decimals << "\n";

@@ -44,7 +44,7 @@ void read_range(const ValuesReading& reading) {
   };
   values.places = {place("format"), place("start"), place("end"), place("increment")};
   read_exceeded(reading);
-  values.choices.custom_format = reader.boolean("custom").value_or(true) ? 1 : 0;
+  values.choices.custom_format = flag_of(reader.boolean("custom").value_or(true));
 }
 
 void read_reference(const ValuesReading& reading) {

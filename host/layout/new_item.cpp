@@ -73,7 +73,7 @@ void append_item(const NewItem& item, bool explains, std::ostream& out) {
   append_key("attribute", toml_text(attribute_name(attributes.attribute)),
              explains ? "\"national\" is full-width, \"plain-character\" never quoted" : "", out);
   if (is_numeric(attributes.attribute)) {
-    append_key("signed", attributes.signed_flag != 0 ? "true" : "false", "", out);
+    append_key("signed", is_on(attributes.signed_flag) ? "true" : "false", "", out);
   }
   append_size(attributes, out);
   out << "[item.values]\n";
@@ -113,7 +113,7 @@ std::string take_attribute(std::string_view text, NewItem& item) {
   // The whole-number attributes have defaults with a sign only.
   const bool has_sign =
       is_always_signed(*code) || *code == attribute::integer || *code == attribute::small_integer;
-  item.attributes.signed_flag = has_sign ? 1 : 0;
+  item.attributes.signed_flag = flag_of(has_sign);
   if (!needs_size(item.attributes)) complete_size({}, item.attributes);
   return {};
 }
@@ -131,7 +131,7 @@ std::string take_size(std::string_view text, NewItem& item) {
            std::to_string(highest) +
            (has_numbers ? ", with a + after them for a signed number" : "");
   }
-  if (is_signed) attributes.signed_flag = 1;
+  if (is_signed) attributes.signed_flag = Flag::on;
   complete_size({*size, std::nullopt}, attributes);
   return {};
 }

@@ -28,7 +28,7 @@ std::string plain_course(const ItemFacts& item) {
 
 std::string repeated_course(const FieldFacts& field) {
   const ItemFacts& item = *field.values;
-  std::string text = "repeat level " + std::to_string(field.level) + ": ";
+  std::string text = "repeat level " + std::to_string(number_of(field.level)) + ": ";
   const std::uint64_t cycle = product(field.hold, item.end);
   if (field.hold == endless) {
     text += "keeps its first value";

@@ -124,11 +124,10 @@ class ListTexts {
   ListTexts(const ItemGenerator& item, LayoutKind) : cursor_(*item.enumeration()) {}
 
   void append(Steps index, std::string& out) {
-    const auto wanted = static_cast<std::int32_t>(index);
-    if (wanted == cursor_.index() + 1) {
+    if (index == cursor_.index() + 1) {
       cursor_.next();
     } else {
-      cursor_.seek(wanted);
+      cursor_.seek(index);
     }
     decoder_.append(cursor_.value(), out);
   }

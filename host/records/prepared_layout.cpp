@@ -167,7 +167,7 @@ void PreparedLayout::add_read_files(DistinctFiles& files) const {
 }
 
 ExitStatus PreparedLayout::load(std::ostream& messages) {
-  std::int32_t bad_line = 0;
+  ListLine bad_line = ListLine::none;
   ErrorCode code = control_file_.write(copy_, ControlForm::short_form);
   if (code == error::none) {
     main_.control_path = control_file_.path();
@@ -188,7 +188,7 @@ ExitStatus PreparedLayout::load(std::ostream& messages) {
 
 // Any number of commands read a list at once.
 ErrorCode PreparedLayout::load_list(const FmtColRec& settings, ClEnumDataList& values,
-                                    std::int32_t& bad_line) {
+                                    ListLine& bad_line) {
   const std::string path(field_text(settings.enumeration_path));
   const ErrorCode code =
       check_enumeration(main_, path, settings, bad_line, &values, platform::Sharing::shared).code();
@@ -210,7 +210,7 @@ void PreparedLayout::match_items() {
 }
 
 std::string PreparedLayout::message_of(ErrorCode code) const {
-  return failure_text(code, main_, 0);
+  return failure_text(code, main_, ListLine::none);
 }
 
 std::optional<std::size_t> PreparedLayout::find_item(std::string_view name) const {

@@ -19,6 +19,7 @@
 #include "host/process/exit_status.h"
 #include "host/process/scratch_folder.h"
 #include "host/sources/field.h"
+#include "lists/enumeration_check.h"
 #include "run/run.h"
 #include "settings/col_inf.h"
 
@@ -117,7 +118,7 @@ class PreparedLayout {
                   std::ostream& messages, const Preparation& how);
   bool refuses_lists(std::ostream& messages);
   ExitStatus load(std::ostream& messages);
-  ErrorCode load_list(const FmtColRec& settings, ClEnumDataList& values, std::int32_t& bad_line);
+  ErrorCode load_list(const FmtColRec& settings, ClEnumDataList& values, ListLine& bad_line);
   void match_items();
   ExitStatus prepare_records(std::ostream& messages, const Preparation& how);
 

@@ -1,6 +1,5 @@
 #include "host/records/row_values.h"
 
-#include <cstring>
 #include <filesystem>
 #include <utility>
 
@@ -107,8 +106,8 @@ class ListReader {
   std::optional<RowValues> read() {
     if (const auto refusal = refusal_of_file(list_.file)) return fail(*refusal);
     std::string content;
-    if (const int failure = platform::read_file(list_.file, content); failure != 0) {
-      return fail(std::string(", which cannot be read: ") + std::strerror(failure));
+    if (const auto failure = platform::read_file(list_.file, content)) {
+      return fail(", which cannot be read: " + failure.message());
     }
     return list_.column ? read_column(std::move(content)) : read_lines(std::move(content));
   }

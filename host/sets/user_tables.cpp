@@ -85,7 +85,7 @@ std::string read_table_of_user(const std::string& path, Table& table) {
   const std::uintmax_t size = std::filesystem::file_size(path, failure);
   if (!failure && size > max_table_size) return ": more than 64 MiB";
   std::string text;
-  if (failure || platform::read_file(path, text) != 0) return ": cannot be read";
+  if (failure || platform::read_file(path, text)) return ": cannot be read";
   table.text = keep(std::move(text));
   const auto values = ValueTable::read(table.text);
   if (const auto* fault = std::get_if<TableFault>(&values)) {

@@ -101,7 +101,7 @@ void ClColMain::append_item(const korvex_control_item& record) {
   item->name = field_text(record.name);
   item->description = field_text(record.description);
   item->attribute = Attribute{record.attribute};
-  item->signed_flag = is_always_signed(item->attribute) ? 1 : record.signed_flag;
+  item->signed_flag = is_always_signed(item->attribute) ? Flag::on : Flag{record.signed_flag};
   item->length = record.length;
   item->digits = record.digits;
   if (has_invalid_digits(layout_kind(), record.digits, record.decimals)) {
@@ -111,7 +111,7 @@ void ClColMain::append_item(const korvex_control_item& record) {
     }
   }
   item->decimals = record.decimals <= record.digits ? record.decimals : 0;
-  item->null_allowed = record.null_allowed;
+  item->null_allowed = Flag{record.null_allowed};
   items.push_back(std::move(item));
 }
 

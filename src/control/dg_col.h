@@ -21,7 +21,7 @@ struct ItemDisplay {
   RepeatLevel repeat_level{};
   std::int32_t repeat_count = 0;
   GenerationType generation_type = generation_type::none;
-  ItemNumber referenced_item = no_item;
+  ItemNumber referenced_item = ItemNumber::none;
   ExceededAction exceeded_action = exceeded_action::initialize;
   bool is_custom = false;
 };
@@ -35,13 +35,13 @@ class ClDGCol : public platform::Object {
 
   std::string name;
   std::string description;
-  ItemNumber item_number = no_item;
+  ItemNumber item_number = ItemNumber::none;
   Attribute attribute = attribute::none;
-  std::int32_t signed_flag = 0;
+  Flag signed_flag = Flag::off;
   std::int32_t length = 0;
   std::int32_t digits = 0;
   std::int32_t decimals = 0;
-  std::int32_t null_allowed = 0;
+  Flag null_allowed = Flag::off;
   bool is_left_out = false;  // of generation and count, because it has no settings
 
  private:

@@ -21,7 +21,7 @@ std::string_view initial_value_text(LayoutKind layout) {
 }
 
 ErrorCode set_initial_value(ClColMain& main) {
-  const bool may_be_null = main.current_item()->null_allowed != 0;
+  const bool may_be_null = is_on(main.current_item()->null_allowed);
   return may_be_null ? reset_settings(main) : error::null_not_allowed;
 }
 
@@ -56,7 +56,7 @@ ErrorCode store_format(ClColMain& main, const RangeTexts& texts, bool initialize
   EditedSettings& edited = main.settings.edited();
   edited.choices.exceeded_action =
       initializes ? exceeded_action::initialize : exceeded_action::repeat;
-  edited.choices.custom_format = is_custom ? 1 : 0;
+  edited.choices.custom_format = flag_of(is_custom);
   edited.texts = texts;
   const ErrorCode result = main.settings.check_and_store(item.item_number, item.attributes());
   if (result != error::none) return result;
@@ -70,7 +70,7 @@ ErrorCode store_format(ClColMain& main, const RangeTexts& texts, bool initialize
   display.end = has_values ? edited.texts.end : "";
   display.increment = has_values ? edited.texts.increment : "";
   display.exceeded_action = edited.choices.exceeded_action;
-  display.is_custom = edited.choices.custom_format != 0;
+  display.is_custom = is_on(edited.choices.custom_format);
   return error::none;
 }
 
@@ -79,7 +79,7 @@ ErrorCode check_copy(const ClColMain& main, std::size_t source_index) {
   ClDGCol& source = *main.items.at(source_index);
   if (source.item_number == target.item_number) return error::same_reference_target;
   if (source.display().generation_type == generation_type::initial_value) {
-    return target.null_allowed == 0 ? error::null_not_allowed : error::none;
+    return !is_on(target.null_allowed) ? error::null_not_allowed : error::none;
   }
   const ErrorCode result = check_reference(source.attributes(), target.attributes());
   if (result != error::none) return result;

@@ -18,7 +18,7 @@ bool is_date_or_timestamp(Attribute attribute) {
 
 bool gets_null_by_default(const ClColMain& main, const ClDGCol& item) {
   return main.layout_kind() != layout_kind::record_file && main.is_null_default() &&
-         item.null_allowed == 1;
+         item.null_allowed == Flag::on;
 }
 
 void show_initial_value(const ClColMain& main, ClDGCol& item) {
@@ -33,7 +33,7 @@ ErrorCode show_reference(ClColMain& main, ClDGCol& item) {
     display.generation_text = source->name;
     return error::none;
   }
-  display.referenced_item = no_item;
+  display.referenced_item = ItemNumber::none;
   const ErrorCode result = main.settings.set_initial_value(item.item_number, item.attributes());
   if (result == error::none) show_initial_value(main, item);
   return result;
@@ -46,8 +46,8 @@ ErrorCode show_settings(ClColMain& main, ClDGCol& item, const FmtColRec& stored)
   display.generation_type = edited.generation_type;
   display.referenced_item = edited.referenced_item;
   display.exceeded_action = edited.choices.exceeded_action;
-  display.is_custom = edited.choices.custom_format != 0;
-  display.is_repeated = stored.repeat_flag != 0;
+  display.is_custom = is_on(edited.choices.custom_format);
+  display.is_repeated = is_on(stored.repeat_flag);
   display.repeat_level = stored.repeat_level;
   display.repeat_count = stored.repeat_count;
   display.enumeration_path = field_text(stored.enumeration_path);
@@ -93,18 +93,17 @@ bool settings_fit(const ItemAttributes& item, const FmtColRec& stored, LayoutKin
       is_date_or_timestamp(stored.attribute)) {
     return true;
   }
-  const ItemAttributes kept = {stored.attribute, stored.signed_flag, stored.length, stored.digits,
-                               stored.decimals};
-  return item.attribute == stored.attribute && effective_digits(item) == effective_digits(kept);
+  return item.attribute == stored.attribute &&
+         effective_digits(item) == effective_digits(attributes_of(stored));
 }
 
-Result<std::int32_t> reconcile(ClColMain& main) {
+Result<std::size_t> reconcile(ClColMain& main) {
   main.settings.set_run_mode(main.run_mode());
-  const Result<std::int32_t> loaded =
+  const Result<std::size_t> loaded =
       main.settings.load(main.level(), main.records(), main.layout_kind());
   if (!loaded || *loaded == 0) return loaded;
 
-  std::int32_t with_settings = 0;
+  std::size_t with_settings = 0;
   for (std::size_t i = 0; i < main.items.size(); ++i) {
     ClDGCol& item = *main.select_item(i);
     const Result<bool> found = main.settings.read_item(item.item_number);

@@ -17,6 +17,6 @@ bool settings_fit(const ItemAttributes& item, const FmtColRec& stored, LayoutKin
 // Returns how many items have settings, 0 without a settings file. When an item's settings no
 // longer fit its attribute or digits, the settings file is deleted, a message says so (-70),
 // `main.mismatch` is set and the result is 1; no level is current then.
-Result<std::int32_t> reconcile(ClColMain& main);
+Result<std::size_t> reconcile(ClColMain& main);
 
 }  // namespace korvex

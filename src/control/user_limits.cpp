@@ -12,7 +12,7 @@ namespace {
 std::uint64_t read_limit(const platform::SettingsStore& store, std::string_view name,
                          std::uint64_t default_value) {
   std::string text;
-  if (read_store_value(store, name, limit_buffer_size, text) == 0) {
+  if (read_store_value(store, name, limit_buffer_size, text) == error::none) {
     const bool is_number = std::all_of(text.begin(), text.end(), platform::is_digit);
     // In 64-bit arithmetic that wraps.
     if (is_number) return platform::number_of_digits<std::uint64_t>(text);

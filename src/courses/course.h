@@ -13,13 +13,13 @@ namespace korvex {
 // What the elements of one item share.
 struct ElementContext {
   LayoutKind layout_kind{};
-  std::int32_t lead_element = 0;
+  ElementNumber lead_element = ElementNumber::none;
   std::int32_t item_digits = 0;
   std::int32_t item_decimals = 0;
   FmtValRec increment = {};
 
-  bool counts_up() const { return increment.sign == sign_plus; }
-  bool counts_down() const { return increment.sign == sign_minus; }
+  bool counts_up() const { return increment.sign == Sign::plus; }
+  bool counts_down() const { return increment.sign == Sign::minus; }
 
   // The lead decides when the item's cycle is over. Fixed text never leads.
   bool leads(const FmtItemRec& element) const {

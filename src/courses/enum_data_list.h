@@ -62,7 +62,7 @@ class ClEnumDataList {
     largest_ = largest;
   }
 
-  std::int32_t count() const { return static_cast<std::int32_t>(count_); }
+  std::size_t count() const { return count_; }
   std::size_t largest() const { return largest_; }
   bool has_one_size() const { return smallest_ == largest_; }
 
@@ -110,8 +110,8 @@ class EnumCursor {
   explicit EnumCursor(const ClEnumDataList& list)
       : list_(&list), text_(list.text_.data()), sizes_(list.sizes_.data()), count_(list.count()) {}
 
-  std::int32_t index() const { return index_; }
-  std::int32_t left() const { return count_ - index_; }
+  std::size_t index() const { return index_; }
+  std::size_t left() const { return count_ - index_; }
   bool is_at_end() const { return index_ == count_; }
 
   ClEnumData value() const { return {text_, sizes_[index_]}; }
@@ -122,22 +122,21 @@ class EnumCursor {
   }
 
   // Goes to a value, or after the last one.
-  void seek(std::int32_t index) {
-    const auto wanted = static_cast<std::size_t>(index);
+  void seek(std::size_t index) {
     const auto after = std::upper_bound(
-        list_->marks_.begin(), list_->marks_.end(), wanted,
+        list_->marks_.begin(), list_->marks_.end(), index,
         [](std::size_t place, const ClEnumDataList::Mark& mark) { return place < mark.index; });
     const ClEnumDataList::Mark& mark = after[-1];
     text_ = list_->text_.data() + mark.offset;
-    for (std::size_t i = mark.index; i < wanted; ++i) text_ += sizes_[i];
+    for (std::size_t i = mark.index; i < index; ++i) text_ += sizes_[i];
     index_ = index;
   }
   void next() { text_ += sizes_[index_++]; }
 
   // The same for several values of one size.
-  void skip(std::int64_t values) {
-    text_ += static_cast<std::ptrdiff_t>(sizes_[index_]) * values;
-    index_ += static_cast<std::int32_t>(values);
+  void skip(std::size_t values) {
+    text_ += sizes_[index_] * values;
+    index_ += values;
   }
   void back() { text_ -= sizes_[--index_]; }
 
@@ -164,8 +163,8 @@ class EnumCursor {
   const ClEnumDataList* list_;
   const char* text_;
   const ClEnumDataList::Size* sizes_;
-  std::int32_t count_;
-  std::int32_t index_ = 0;
+  std::size_t count_;
+  std::size_t index_ = 0;
 };
 
 }  // namespace korvex

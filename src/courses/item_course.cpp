@@ -19,7 +19,7 @@ std::optional<ItemCourse> ItemCourse::of(const ClFmtColInf& column, LayoutKind l
   const ElementContext context = element_context(column, layout_kind);
   if (has_values) {
     for (const auto& element : column.elements) {
-      const auto place = static_cast<std::int32_t>(item.elements_.size()) + 1;
+      const auto place = element_number(item.elements_.size());
       auto course = element->record.sequence == place ? make_course(context, *element) : nullptr;
       if (course == nullptr) return std::nullopt;
       item.sizes_.push_back(item.sizes_.back() + course->facts().size);

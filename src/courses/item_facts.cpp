@@ -99,7 +99,7 @@ ItemFacts item_facts(const ClFmtColInf& column, const ItemCourse& course) {
 ItemFacts list_facts(const ClEnumDataList& values, bool runs_empty) {
   ItemFacts item;
   item.runs_empty = runs_empty;
-  item.end = static_cast<Steps>(values.count());
+  item.end = values.count();
   item.period = item.end;
   item.different = 0;
   std::unordered_set<std::string_view> met;
@@ -109,7 +109,7 @@ ItemFacts list_facts(const ClEnumDataList& values, bool runs_empty) {
       item.texts.push_back({0, value.size()});
     }
     ++item.texts.back().count;
-    if (met.insert(value).second && item.different == static_cast<Steps>(cursor.index())) {
+    if (met.insert(value).second && item.different == cursor.index()) {
       ++item.different;
     }
   }

@@ -60,8 +60,8 @@ class LiteralElement {
  protected:
   LiteralElement(const LiteralElement&) = default;
 
-  bool counts_up() const { return increment_sign_ == sign_plus; }
-  bool counts_down() const { return increment_sign_ == sign_minus; }
+  bool counts_up() const { return increment_sign_ == Sign::plus; }
+  bool counts_down() const { return increment_sign_ == Sign::minus; }
   void set_text(std::string_view text);
 
   const FmtItemRec& settings_;

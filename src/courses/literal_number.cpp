@@ -29,7 +29,7 @@ class LiteralNumber : public CopiedElement<LiteralNumber> {
         fraction_only_(context.layout_kind != layout_kind::record_file &&
                        context.item_digits == context.item_decimals),
         direction_(direction()),
-        turned_sign_(settings_.sign == number_sub_kind::plus_minus_down ? sign_minus : sign_plus),
+        turned_sign_(settings_.sign == number_sub_kind::plus_minus_down ? Sign::minus : Sign::plus),
         step_high_(context.increment.high),
         step_low_(context.increment.low) {
     load(settings_.current);
@@ -66,7 +66,7 @@ class LiteralNumber : public CopiedElement<LiteralNumber> {
 
   void load(const FmtValRec& value) {
     // Values that carry no sign of their own count as plus.
-    sign_ = value.sign == sign_minus ? sign_minus : sign_plus;
+    sign_ = value.sign == Sign::minus ? Sign::minus : Sign::plus;
     high_ = value.high;
     low_ = value.low;
   }
@@ -140,12 +140,12 @@ class LiteralNumber : public CopiedElement<LiteralNumber> {
       low_ += half_base;
     }
     // Zero is plus, whichever side it was reached from.
-    if (turned_sign_ == sign_plus && high_ == 0 && low_ == 0) sign_ = sign_plus;
+    if (turned_sign_ == Sign::plus && high_ == 0 && low_ == 0) sign_ = Sign::plus;
   }
 
   char sign_character() const {
     if (!writes_sign_) return 0;
-    if (direction_ == Direction::through_zero) return sign_ == sign_minus ? '-' : '+';
+    if (direction_ == Direction::through_zero) return sign_ == Sign::minus ? '-' : '+';
     return settings_.sign == number_sub_kind::minus_minus_down ||
                    settings_.sign == number_sub_kind::minus_minus_up
                ? '-'

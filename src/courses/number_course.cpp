@@ -69,7 +69,7 @@ std::optional<Counting> counting_of(const ElementContext& context, const FmtItem
     return Counting{context.counts_up() ? Direction::grow : Direction::shrink, false, false};
   }
   const bool is_simple = settings.kind == format_kind::signed_number_simple;
-  const bool starts_minus = settings.start.sign == sign_minus;
+  const bool starts_minus = settings.start.sign == Sign::minus;
   switch (settings.sign) {
     case number_sub_kind::plus_plus_up:
       return Counting{Direction::grow, true, false};

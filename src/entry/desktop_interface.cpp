@@ -82,7 +82,7 @@ class DesktopInterface : public platform::UserInterface {
     return std::make_unique<DesktopCursor>(*desktop, cursor);
   }
 
-  int open_editor(const std::string& path) override {
+  std::error_code open_editor(const std::string& path) override {
     return platform::run_editor(path, platform::EditorWait::never);
   }
 

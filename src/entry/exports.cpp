@@ -17,14 +17,15 @@ namespace {
 using namespace korvex;
 
 constexpr std::int32_t cannot_run = -1;
+constexpr std::int32_t out_of_memory = number_of(error::out_of_memory);
 
 // The host is C: whatever happens inside, it gets a number.
-template <typename Work>
-auto guarded(Work work) noexcept -> decltype(work()) {
+template <typename Work, typename Answer>
+Answer guarded(Work work, Answer on_failure) noexcept {
   try {
     return work();
   } catch (...) {
-    return error::out_of_memory;
+    return on_failure;
   }
 }
 
@@ -38,20 +39,23 @@ std::string path_of(const char* path) { return path != nullptr ? path : ""; }
 
 template <typename Run>
 std::int32_t run_dialog(const char* function, Run run) {
-  return guarded([&] {
-    std::string reason;
-    const korvex_dialogs* desktop = open_desktop(reason);
-    if (desktop != nullptr) return run(*desktop);
-    platform::print_error(std::string(function) +
-                          " cannot show its window: " + platform::printable(reason) + "\n");
-    return cannot_run;
-  });
+  return guarded(
+      [&] {
+        std::string reason;
+        const korvex_dialogs* desktop = open_desktop(reason);
+        if (desktop != nullptr) return run(*desktop);
+        platform::print_error(std::string(function) +
+                              " cannot show its window: " + platform::printable(reason) + "\n");
+        return cannot_run;
+      },
+      out_of_memory);
 }
 
 std::int32_t run_data_generation(const char* function, const char* path, void* parent, RunMode mode,
                                  std::int32_t quotation_lock) {
   return run_dialog(function, [&](const korvex_dialogs& desktop) {
-    return desktop.run_data_generation(path_of(path).c_str(), parent, mode, quotation_lock);
+    return desktop.run_data_generation(path_of(path).c_str(), parent, number_of(mode),
+                                       quotation_lock);
   });
 }
 
@@ -74,27 +78,31 @@ int32_t DGReplaceData(const char* control_file_path, void* parent) {
 }
 
 int32_t DGCheckRepeatCnt(const char* control_file_path) {
-  return guarded([&] {
-    ClRepeatCalcMain calculation;
-    calculation.main.control_path = path_of(control_file_path);
-    calculation.main.set_run_mode(run_mode::settings_only);
-    return calculation.run() ? 0 : cannot_run;
-  });
+  return guarded(
+      [&] {
+        ClRepeatCalcMain calculation;
+        calculation.main.control_path = path_of(control_file_path);
+        calculation.main.set_run_mode(run_mode::settings_only);
+        return calculation.run() ? 0 : cannot_run;
+      },
+      out_of_memory);
 }
 
 int32_t DGCreateData(const char* control_file_path, int32_t output_option, void* parent,
                      uint64_t repeat_item_count) {
   int reason = 0;
-  const std::int32_t answer = guarded([&] {
-    ClGenerateDataFile generator;
-    generator.main.control_path = path_of(control_file_path);
-    generator.output_option = OutputOption{output_option};
-    generator.parent = parent;
-    generator.repeat_item_count = repeat_item_count;
-    const ErrorCode result = guarded([&] { return generator.run(); });
-    reason = platform::last_file_error();
-    return result != error::none ? report_failure(result, generator.main) : 0;
-  });
+  const std::int32_t answer = guarded(
+      [&] {
+        ClGenerateDataFile generator;
+        generator.main.control_path = path_of(control_file_path);
+        generator.output_option = OutputOption{output_option};
+        generator.parent = parent;
+        generator.repeat_item_count = repeat_item_count;
+        const ErrorCode result = guarded([&] { return generator.run(); }, error::out_of_memory);
+        reason = platform::last_file_error();
+        return result != error::none ? report_failure(result, generator.main) : 0;
+      },
+      out_of_memory);
   errno = reason;
   return answer;
 }

@@ -19,17 +19,17 @@ bool names_enumeration_file(ErrorCode code) {
 
 }  // namespace
 
-FailureReport describe_failure(ErrorCode code, const ClColMain& main, std::int32_t line) {
+FailureReport describe_failure(ErrorCode code, const ClColMain& main, ListLine line) {
   std::string words;
   main.append_error_text(code, words);
-  if (line != 0) words = fill_number(words, static_cast<std::uint64_t>(line));
+  if (line != ListLine::none) words = fill_number(words, number_of(line));
   if (code == error::too_many_repeats) {
     words = fill_number(words, static_cast<std::uint64_t>(main.largest_repeat_count));
   }
   const MessageText text = MessageText::words(words);
   const MessageText error_file = MessageText::path(main.error_file_path);
   FailureReport report;
-  report.returned = code;
+  report.returned = number_of(code);
   switch (code) {
     case error::repeat_exceeds_records:
       report.is_shown = false;

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "control/col_main.h"
+#include "lists/enumeration_check.h"
 #include "platform/user_interface.h"
 
 namespace korvex {
@@ -17,7 +18,8 @@ struct FailureReport {
 };
 
 // `line`, unless 0, is the line of a value list that the message speaks of.
-FailureReport describe_failure(ErrorCode code, const ClColMain& main, std::int32_t line = 0);
+FailureReport describe_failure(ErrorCode code, const ClColMain& main,
+                               ListLine line = ListLine::none);
 
 // Shows the report and, where the user asks for it, opens the error file in the editor. Answers
 // what the function returns.

@@ -60,7 +60,7 @@ bool has_impossible_digits(const ItemAttributes& item) {
 
 std::optional<RangeTexts> default_settings(const ItemAttributes& item) {
   const AttributeTraits& traits = traits_of(item.attribute);
-  const bool is_signed = item.signed_flag != 0;
+  const bool is_signed = is_on(item.signed_flag);
   if (traits.checks_digits && has_impossible_digits(item)) return std::nullopt;
   if (item.attribute == attribute::integer) {
     return RangeTexts{"%10D", "1", "2147483647", "1"};
@@ -123,7 +123,7 @@ std::string largest_value_text(const ItemAttributes& item) {
     case LargestValue::number:
       break;
   }
-  std::string text = item.signed_flag != 0 ? "+" : "";
+  std::string text = is_on(item.signed_flag) ? "+" : "";
   text += repeated("9", positions);
   if (item.decimals > 0) text += "." + repeated("9", item.decimals);
   return text;

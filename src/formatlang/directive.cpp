@@ -74,7 +74,7 @@ Result<std::int32_t> read_number(const ItemAttributes& item, std::string_view di
 
   element.kind = format_kind::unsigned_number;
   if (is_signed) {
-    if (item.signed_flag == 0) return error::signed_format_for_unsigned;
+    if (!is_on(item.signed_flag)) return error::signed_format_for_unsigned;
     if (!is_first) return error::signed_part_not_first;
     element.kind = format_kind::signed_number;
     ++element.width;

@@ -30,7 +30,7 @@ Span span_key(const FmtItemRec& element, const FmtValRec& value) {
 Span difference(Span a, Span b) { return {a.low - b.low, a.high - b.high}; }
 Span sum(Span a, Span b) { return {a.low + b.low, a.high + b.high}; }
 
-bool is_minus(Sign sign) { return sign == sign_minus; }
+bool is_minus(Sign sign) { return sign == Sign::minus; }
 
 // A signed number's way of counting. Directions that lead nowhere have none; their span stays 0.
 NumberSubKind number_direction(Span start, Span end, bool start_minus, bool end_minus,
@@ -95,9 +95,9 @@ std::string normalized_text(const FmtItemRec& element, const FmtValRec& value,
 }  // namespace
 
 SignedText split_sign(std::string_view text) {
-  if (text.starts_with('-')) return {sign_minus, text.substr(1)};
-  if (text.starts_with('+')) return {sign_plus, text.substr(1)};
-  return {sign_plus, text};
+  if (text.starts_with('-')) return {Sign::minus, text.substr(1)};
+  if (text.starts_with('+')) return {Sign::plus, text.substr(1)};
+  return {Sign::plus, text};
 }
 
 ErrorCode check_element(std::string_view start_entered, std::string_view end_entered,

@@ -10,7 +10,7 @@ namespace korvex {
 
 // A value text cut into its sign and the rest.
 struct SignedText {
-  Sign sign;  // sign_plus without one
+  Sign sign;  // Sign::plus without one
   std::string_view digits;
 };
 

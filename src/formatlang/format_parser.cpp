@@ -79,9 +79,9 @@ class ElementBuilder {
   ErrorCode add_directive(std::string_view directive, NationalCount national) {
     const std::int64_t count =
         national == NationalCount::split ? split_count(item_class_, directive) : 1;
-    if (count == 1) return add_element(directive, 0);
+    if (count == 1) return add_element(directive, Flag::off);
     for (std::int64_t i = 0; i < count; ++i) {
-      const ErrorCode result = add_element("N", i == 0 ? 1 : 0);
+      const ErrorCode result = add_element("N", flag_of(i == 0));
       if (result != error::none) return result;
     }
     return error::none;
@@ -90,13 +90,13 @@ class ElementBuilder {
  private:
   FmtItemRec& append(std::string_view text) {
     FmtItemRec& element = parsed_.elements.emplace_back();
-    element.sequence = static_cast<std::int32_t>(parsed_.elements.size());
-    element.sign = NumberSubKind{item_.signed_flag};
+    element.sequence = element_number(parsed_.elements.size() - 1);
+    element.sign = NumberSubKind{number_of(item_.signed_flag)};
     store_field(element.text, text);
     return element;
   }
 
-  ErrorCode add_element(std::string_view directive, std::int32_t group_start) {
+  ErrorCode add_element(std::string_view directive, Flag group_start) {
     const bool is_first = parsed_.elements.empty();
     FmtItemRec& element = append(directive);
     element.group_start = group_start;

@@ -45,7 +45,7 @@ ErrorCode check_list(const ItemAttributes& item, std::string_view list, std::int
     if (value.size() > max_value_length) return errors.too_long;
   }
   for (std::size_t i = 0; i < values.size(); ++i) {
-    if (begins_with_sign(values[i]) && (i > 0 || item.signed_flag == 0)) return errors.bad_sign;
+    if (begins_with_sign(values[i]) && (i > 0 || !is_on(item.signed_flag))) return errors.bad_sign;
   }
   return error::none;
 }
@@ -55,7 +55,7 @@ ErrorCode check_increment(const ItemAttributes& item, const RangeTexts& texts) {
   if (!(magnitude > 0 && magnitude <= max_increment)) return error::bad_increment;
   // A text of exactly the field's size would lose its terminator.
   if (texts.increment.size() >= increment_text_size) return error::increment_out_of_range;
-  if (item.signed_flag != 0 && texts.start.starts_with('+') && texts.end.starts_with('-') &&
+  if (is_on(item.signed_flag) && texts.start.starts_with('+') && texts.end.starts_with('-') &&
       texts.increment.starts_with('+')) {
     return error::inconsistent_values;
   }
@@ -65,7 +65,7 @@ ErrorCode check_increment(const ItemAttributes& item, const RangeTexts& texts) {
 // Full-width texts must run in the direction of the increment.
 bool runs_forward(std::string_view start, std::string_view end, Sign increment_sign) {
   const int order = platform::compare_characters(start, end);
-  return increment_sign == sign_minus ? order > 0 : order < 0;
+  return increment_sign == Sign::minus ? order > 0 : order < 0;
 }
 
 // Byte positions at which a list of full-width characters gets its commas: one after each
@@ -163,7 +163,8 @@ ErrorCode check_once(const ItemAttributes& item, ValueClass item_class, const Ra
   if (!parsed) return parsed.code();
   range.elements = std::move(parsed->elements);
   range.variable_count = parsed->variable_count;
-  range.lead_element = static_cast<std::int32_t>(range.elements.size());
+  // Without a part that varies, the last one.
+  range.lead_element = static_cast<ElementNumber>(range.elements.size());
   if (parsed->variable_count == 0) return error::none;
 
   ErrorCode result = check_list(item, entered.start, parsed->variable_count, start_errors);

@@ -17,7 +17,7 @@ inline constexpr double max_increment = 9.0;
 struct CheckedRange {
   std::vector<FmtItemRec> elements;
   FmtValRec increment = {};
-  std::int32_t lead_element = 0;
+  ElementNumber lead_element = ElementNumber::none;
   std::int32_t variable_count = 0;
   std::int32_t digits = 0;  // the item's effective digits
 };

@@ -23,6 +23,8 @@ static_assert(LineReader::overhang >= ClEnumDataList::overhang);
 using platform::File;
 using platform::FileCause;
 
+constexpr ListLine last_line{std::numeric_limits<std::int32_t>::max()};
+
 constexpr std::uint64_t whole_file = std::numeric_limits<std::uint64_t>::max();
 
 // Reads the file's lines into `values`, unless that is null, up to those around the first bad line.
@@ -30,11 +32,9 @@ constexpr std::uint64_t whole_file = std::numeric_limits<std::uint64_t>::max();
 // Stops when `bytes_left` are used up, which it counts down.
 template <typename Refuse>
 ErrorCode read_values(File& file, const FmtColRec& settings, std::uint64_t& bytes_left,
-                      std::int32_t& line, std::int32_t& value_count, ClEnumDataList* values,
+                      ListLine& line, std::size_t& value_count, ClEnumDataList* values,
                       Refuse refuse) {
-  const ItemAttributes item = {settings.attribute, settings.signed_flag, settings.length,
-                               settings.digits, settings.decimals};
-  const EnumerationRule rule(item);
+  const EnumerationRule rule(attributes_of(settings));
   LineReader reader(file);
   std::span<const std::string_view> lines;
   while (bytes_left > 0) {
@@ -43,8 +43,8 @@ ErrorCode read_values(File& file, const FmtColRec& settings, std::uint64_t& byte
     if (status == LineReader::Status::end) return error::none;
     if (status == LineReader::Status::failed) return error::enumeration_cannot_read;
     for (const std::string_view value : lines) {
-      if (line == std::numeric_limits<std::int32_t>::max()) return error::enumeration_cannot_read;
-      ++line;
+      if (line == last_line) return error::enumeration_cannot_read;
+      line = ListLine{number_of(line) + 1};
       if (value.empty()) continue;
       ++value_count;
       const ErrorCode failure = rule.check(value);
@@ -84,14 +84,14 @@ class BadLineReport {
 
   bool open() { return file_.create(path_, over_old_report) == FileCause::none; }
 
-  bool add(ErrorCode code, std::int32_t line) {
+  bool add(ErrorCode code, ListLine line) {
     has_lines_ = true;
     std::string message;
     if (code == error::enumeration_not_allowed) {
       message = error_message(code, layout_kind_);
     } else {
       append_error_text(code, layout_kind_, message);
-      message = fill_number(message, static_cast<std::uint64_t>(line));
+      message = fill_number(message, number_of(line));
     }
     message += '\n';
     return file_.write(message.data(), message.size()) == FileCause::none;
@@ -115,8 +115,8 @@ class BadLineReport {
   bool has_lines_ = false;
 };
 
-Result<std::int32_t> load_values(ClColMain& main, const std::string& path,
-                                 const FmtColRec& settings, ClEnumDataList& values) {
+Result<std::size_t> load_values(ClColMain& main, const std::string& path, const FmtColRec& settings,
+                                ClEnumDataList& values) {
   ErrorCode result = check_access(main, path, platform::Sharing::exclusive);
   if (result != error::none) return result;
   File file;
@@ -126,8 +126,8 @@ Result<std::int32_t> load_values(ClColMain& main, const std::string& path,
   BadLineReport report(main.error_file_path, main.layout_kind());
   if (!report.open()) return error::enumeration_report_cannot_open;
 
-  std::int32_t line = 0;
-  std::int32_t value_count = 0;
+  ListLine line = ListLine::none;
+  std::size_t value_count = 0;
   std::uint64_t bytes = 0;
   if (file.size(bytes) == FileCause::none) values.reserve(bytes);
   std::uint64_t bytes_left = whole_file;
@@ -144,18 +144,18 @@ Result<std::int32_t> load_values(ClColMain& main, const std::string& path,
   return value_count;
 }
 
-Result<std::int32_t> check_values(ClColMain& main, const std::string& path,
-                                  const FmtColRec& settings, std::uint64_t& bytes_left,
-                                  std::int32_t& line, ClEnumDataList* values,
-                                  platform::Sharing sharing = platform::Sharing::exclusive) {
-  line = 0;
+Result<std::size_t> check_values(ClColMain& main, const std::string& path,
+                                 const FmtColRec& settings, std::uint64_t& bytes_left,
+                                 ListLine& line, ClEnumDataList* values,
+                                 platform::Sharing sharing = platform::Sharing::exclusive) {
+  line = ListLine::none;
   try {
     ErrorCode result = check_access(main, path, sharing);
     if (result != error::none) return result;
     File file;
     result = open_values(path, file);
     if (result != error::none) return result;
-    std::int32_t value_count = 0;
+    std::size_t value_count = 0;
     result = read_values(file, settings, bytes_left, line, value_count, values,
                          [](ErrorCode failure) { return failure; });
     if (result != error::none) return result;
@@ -168,27 +168,26 @@ Result<std::int32_t> check_values(ClColMain& main, const std::string& path,
 
 }  // namespace
 
-Result<std::int32_t> check_enumeration(ClColMain& main, const std::string& path,
-                                       const FmtColRec& settings, std::int32_t& line,
-                                       ClEnumDataList* values, platform::Sharing sharing) {
+Result<std::size_t> check_enumeration(ClColMain& main, const std::string& path,
+                                      const FmtColRec& settings, ListLine& line,
+                                      ClEnumDataList* values, platform::Sharing sharing) {
   std::uint64_t bytes_left = whole_file;
   return check_values(main, path, settings, bytes_left, line, values, sharing);
 }
 
-Result<std::int32_t> look_into_enumeration(ClColMain& main, const std::string& path,
-                                           const FmtColRec& settings, std::uint64_t most_bytes,
-                                           std::int32_t& line, ClEnumDataList& values,
-                                           bool& is_whole) {
+Result<std::size_t> look_into_enumeration(ClColMain& main, const std::string& path,
+                                          const FmtColRec& settings, std::uint64_t most_bytes,
+                                          ListLine& line, ClEnumDataList& values, bool& is_whole) {
   std::uint64_t bytes_left = most_bytes;
-  const Result<std::int32_t> result = check_values(main, path, settings, bytes_left, line, &values);
+  const Result<std::size_t> result = check_values(main, path, settings, bytes_left, line, &values);
   is_whole = bytes_left > 0;
   return result;
 }
 
 std::string error_file_path(const std::string& path) { return path + ".err"; }
 
-Result<std::int32_t> load_enumeration(ClColMain& main, const std::string& path,
-                                      const FmtColRec& settings, ClEnumDataList& values) {
+Result<std::size_t> load_enumeration(ClColMain& main, const std::string& path,
+                                     const FmtColRec& settings, ClEnumDataList& values) {
   try {
     return load_values(main, path, settings, values);
   } catch (const std::bad_alloc&) {

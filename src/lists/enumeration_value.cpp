@@ -40,14 +40,14 @@ ErrorCode scan_number(std::string_view value, NumberScan& scan) {
 
 // How many characters a value may have.
 std::int64_t number_length_limit(const ItemAttributes& item, bool has_sign) {
-  if (item.signed_flag != 0) return has_sign ? item.length : std::int64_t{item.length} - 1;
+  if (is_on(item.signed_flag)) return has_sign ? item.length : std::int64_t{item.length} - 1;
   return item.decimals != 0 ? item.length : item.digits;
 }
 
 ErrorCode check_number(const ItemAttributes& item, std::string_view value) {
   NumberScan scan;
   if (const ErrorCode result = scan_number(value, scan); result != error::none) return result;
-  const bool is_signed = item.signed_flag != 0;
+  const bool is_signed = is_on(item.signed_flag);
   if (length_of(value) > number_length_limit(item, scan.has_sign)) {
     return error::enumeration_value_too_long;
   }

@@ -66,7 +66,7 @@ std::unique_ptr<ProgressSink> ConsoleInterface::open_progress(void*, bool) {
   return std::make_unique<ConsoleProgress>();
 }
 
-int ConsoleInterface::open_editor(const std::string& path) {
+std::error_code ConsoleInterface::open_editor(const std::string& path) {
   return run_editor(path, EditorWait::on_terminal);
 }
 

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 namespace korvex::platform {
@@ -172,8 +173,8 @@ bool is_write_protected(const std::string& path);
 FileCause remove_target(const std::string& path);
 
 // Reads a whole file, or a pipe until its writer ends, which may take long: a signal that ends the
-// process ends it. 0, or the system's error number.
-int read_file(const std::string& path, std::string& content);
+// process ends it. Returns the system's error, if any.
+std::error_code read_file(const std::string& path, std::string& content);
 
 // Passes a file to `take` in pieces, each with the end of a line or of the file at its end, until
 // `take` returns false. A failure ends it, and so does a signal that ends the process.

@@ -37,7 +37,7 @@ std::string editor_command(const std::string& path) {
   return editor_program() + " \"" + path + "\"";
 }
 
-int run_editor(const std::string& path, EditorWait wait) {
+std::error_code run_editor(const std::string& path, EditorWait wait) {
   static std::vector<pid_t> running;
   forget_ended(running);
   std::string program = editor_program();
@@ -45,13 +45,13 @@ int run_editor(const std::string& path, EditorWait wait) {
   char* arguments[] = {program.data(), argument.data(), nullptr};
   pid_t child = 0;
   const int failure = ::posix_spawnp(&child, program.c_str(), nullptr, nullptr, arguments, environ);
-  if (failure != 0) return failure;
+  if (failure != 0) return {failure, std::generic_category()};
   if (wait == EditorWait::on_terminal && ::isatty(STDIN_FILENO) == 1) {
     wait_for(child);
   } else {
     running.push_back(child);
   }
-  return 0;
+  return {};
 }
 
 }  // namespace korvex::platform

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <system_error>
 
 namespace korvex::platform {
 
@@ -9,9 +10,9 @@ enum class EditorWait {
   never,
 };
 
-// Starts $KORVEX_EDITOR (else xdg-open) on the file, never through a shell. 0, or the system's
-// error number.
-int run_editor(const std::string& path, EditorWait wait);
+// Starts $KORVEX_EDITOR (else xdg-open) on the file, never through a shell. Returns the
+// system's error, if any.
+std::error_code run_editor(const std::string& path, EditorWait wait);
 
 // The command line of run_editor, for a message about it.
 std::string editor_command(const std::string& path);

@@ -15,25 +15,28 @@ namespace {
 constexpr std::size_t block_size = 16 * 1024;
 constexpr std::size_t piece_size = 64 * 1024;
 
-int read_all(int descriptor, std::string& content) {
+std::error_code system_error() { return {errno, std::generic_category()}; }
+
+std::error_code read_all(int descriptor, std::string& content) {
   std::array<char, block_size> block;
   for (;;) {
-    if (!wait_until_ready(descriptor, POLLIN)) return EINTR;
+    if (!wait_until_ready(descriptor, POLLIN)) return std::make_error_code(std::errc::interrupted);
     const ssize_t count = retry_interrupted(
         [&] { return file_calls().read(descriptor, block.data(), block.size()); });
-    if (count <= 0) return count < 0 ? errno : 0;
+    if (count < 0) return system_error();
+    if (count == 0) return {};
     content.append(block.data(), static_cast<std::size_t>(count));
   }
 }
 
 }  // namespace
 
-int read_file(const std::string& path, std::string& content) {
+std::error_code read_file(const std::string& path, std::string& content) {
   content.clear();
   const int descriptor =
       retry_interrupted([&] { return file_calls().open(path.c_str(), O_RDONLY | O_CLOEXEC, 0); });
-  if (descriptor < 0) return errno;
-  const int failure = read_all(descriptor, content);
+  if (descriptor < 0) return system_error();
+  const std::error_code failure = read_all(descriptor, content);
   file_calls().close(descriptor);
   return failure;
 }

@@ -24,11 +24,11 @@ UserInterface& user_interface() {
 void set_interface_provider(InterfaceProvider provider) { provider_in_use = provider; }
 
 void open_in_editor(const std::string& path) {
-  const int failure = user_interface().open_editor(path);
-  if (failure == 0) return;
+  const std::error_code failure = user_interface().open_editor(path);
+  if (!failure) return;
   const MessageText text = "Call : " + MessageText::path(editor_command(path)) +
-                           MessageText::words("\nError : " + std::to_string(failure) + " (" +
-                                              std::generic_category().message(failure) + ")");
+                           MessageText::words("\nError : " + std::to_string(failure.value()) +
+                                              " (" + failure.message() + ")");
   user_interface().show_message(MessageKind::plain, text);
 }
 

@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "platform/printable_text.h"
@@ -56,9 +57,9 @@ class UserInterface {
   // Null where there is no window that it could be on.
   virtual std::unique_ptr<WaitCursor> show_wait_cursor() { return nullptr; }
 
-  // Opens a text file in the user's editor, without waiting for it. 0, or the system's error
-  // number.
-  virtual int open_editor(const std::string& path) = 0;
+  // Opens a text file in the user's editor, without waiting for it. Returns the
+  // system's error, if any.
+  virtual std::error_code open_editor(const std::string& path) = 0;
 
   // Asks for an existing file; nothing when none was chosen, as where no dialog can be shown.
   virtual std::optional<std::string> choose_file(const FileQuestion&) { return std::nullopt; }
@@ -97,7 +98,7 @@ class ConsoleInterface : public UserInterface {
  public:
   Answer show_message(MessageKind kind, const MessageText& text) override;
   std::unique_ptr<ProgressSink> open_progress(void* parent, bool cancel_allowed) override;
-  int open_editor(const std::string& path) override;
+  std::error_code open_editor(const std::string& path) override;
 };
 
 }  // namespace korvex::platform

@@ -121,7 +121,7 @@ std::int64_t BlockAssembler::write_lists(LineBlock& lines, std::int64_t most) {
   for (ListedField& field : listed_) {
     field.cursor = field.item->list_cursor();
     if (field.cursor.is_at_end()) field.cursor.rewind();
-    most = std::min(most, std::int64_t{field.cursor.left()});
+    most = std::min(most, static_cast<std::int64_t>(field.cursor.left()));
   }
   const auto fitting = static_cast<std::int64_t>(bytes_at_a_time / line_room_);
   const auto count = static_cast<std::size_t>(std::min(most, std::max(fitting, fewest_lines)));

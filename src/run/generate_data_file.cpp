@@ -43,7 +43,7 @@ ErrorCode ClGenerateDataFile::generate() {
 }
 
 bool ClGenerateDataFile::asks_about_repeats() const {
-  return output_option == guarded_output && run_.repeats_are_in_use() &&
+  return output_option == OutputOption::guarded && run_.repeats_are_in_use() &&
          repeat_item_count > static_cast<std::uint64_t>(number_of(main.records()));
 }
 
@@ -80,7 +80,7 @@ ErrorCode ClGenerateDataFile::write_data_file() {
 
 ErrorCode ClGenerateDataFile::write_records(platform::File& file) {
   const std::int32_t records = number_of(main.records());
-  const bool is_guarded = output_option == guarded_output;
+  const bool is_guarded = output_option == OutputOption::guarded;
   const auto progress = platform::user_interface().open_progress(parent, is_guarded);
   ProgressMeter meter(*progress,
                       percentage_denominator(records, is_guarded && run_.repeats_are_in_use()));

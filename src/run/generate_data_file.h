@@ -27,7 +27,7 @@ class ClGenerateDataFile : public platform::Object {
   ErrorCode run();
 
   ClColMain main;
-  OutputOption output_option = plain_output;
+  OutputOption output_option = OutputOption::plain;
   void* parent = nullptr;
   std::uint64_t repeat_item_count = 0;
 

@@ -239,9 +239,9 @@ class ItemGenerator {
   std::unique_ptr<LiteralItem> literal_;
   std::unique_ptr<LiteralCycles> literal_cycles_;  // once a seek has asked for them
 
-  std::int32_t fields_ = 0;
+  std::size_t fields_ = 0;
   AssemblyMode mode_ = AssemblyMode::plain;
-  std::int32_t list_fields_ = 0;
+  std::size_t list_fields_ = 0;
 
   bool is_repeat_member_ = false;
   const ClRepeatData* next_entry_ = nullptr;

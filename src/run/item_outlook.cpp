@@ -26,8 +26,9 @@ FieldOutlook ItemGenerator::outlook(const RunState& run) const {
   }
   if (!list_cursor_) return counting_outlook();
   if (repeats_from_start()) return {FieldForm::listed, FieldOutlook::no_end};
-  return list_cursor_->is_at_end() ? FieldOutlook{FieldForm::constant, FieldOutlook::no_end}
-                                   : FieldOutlook{FieldForm::listed, list_cursor_->left()};
+  return list_cursor_->is_at_end()
+             ? FieldOutlook{FieldForm::constant, FieldOutlook::no_end}
+             : FieldOutlook{FieldForm::listed, as_records(list_cursor_->left())};
 }
 
 FieldOutlook ItemGenerator::counting_outlook() const {
@@ -54,7 +55,7 @@ FieldOutlook ItemGenerator::repeated_outlook(const RunState& run) const {
       const Steps end = course_->end();
       return {FieldForm::counting, as_records(end == endless ? endless : end - 1 - step_)};
     }
-    return {FieldForm::listed, list_cursor_->left() - 1};
+    return {FieldForm::listed, as_records(list_cursor_->left()) - 1};
   }
   const bool has_value = !list_cursor_ || list_cursor_->index() > 0;
   return outer_waits(run) && has_value ? FieldOutlook{FieldForm::constant, FieldOutlook::no_end}
@@ -133,9 +134,9 @@ void ItemGenerator::write_values(FieldPlaces places, std::int64_t count, std::st
   EnumCursor& cursor = *list_cursor_;
   while (count > 0) {
     if (cursor.is_at_end()) cursor.rewind();
-    const std::int64_t lines = std::min<std::int64_t>(count, cursor.left());
+    const std::int64_t lines = std::min(count, as_records(cursor.left()));
     write_texts(places, lines, cursor.value(), closing);
-    cursor.skip(lines);
+    cursor.skip(static_cast<std::size_t>(lines));
     places.lines += lines;
     count -= lines;
   }

@@ -40,11 +40,10 @@ void ItemGenerator::seek_finished(Steps records) {
 
 // From the first value of a cycle on.
 void ItemGenerator::skip(Steps records, CycleKind begun) {
-  const Steps values = product(records, static_cast<Steps>(fields_));
+  const Steps values = product(records, fields_);
   if (takes_values_from_list()) {
-    const auto count = static_cast<Steps>(enumeration_->count());
-    list_cursor_->seek(
-        static_cast<std::int32_t>(repeats_from_start() ? values % count : std::min(values, count)));
+    const Steps count = enumeration_->count();
+    list_cursor_->seek(repeats_from_start() ? values % count : std::min(values, count));
   } else if (literal_ != nullptr) {
     skip_literal(values, begun);
   } else {
@@ -82,11 +81,11 @@ LiteralCycles& ItemGenerator::literal_cycles() {
 CycleLengths ItemGenerator::cycle_lengths(Steps most) {
   if (!turns_with_repeats()) return {};
   if (takes_values_from_list()) {
-    const auto count = static_cast<Steps>(enumeration_->count());
+    const Steps count = enumeration_->count();
     return {count, count};
   }
   // Once a cycle has ended in a record, the other fields of that record don't begin the next.
-  const auto fields = static_cast<Steps>(fields_);
+  const Steps fields = fields_;
   const auto records_of = [fields](Steps values) {
     return values == endless ? endless : values / fields + (values % fields != 0 ? 1 : 0);
   };
@@ -111,7 +110,7 @@ void ItemGenerator::seek_member(const MemberPlace& wanted) {
   } else if (literal_ != nullptr) {
     seek_member_literal(wanted);
   } else {
-    const Steps values = product(wanted.records, static_cast<Steps>(fields_));
+    const Steps values = product(wanted.records, fields_);
     if (values > 0 && next_entry_ != nullptr) {
       const Steps last = values <= course_->end() ? values - 1 : 0;
       place(last);
@@ -124,16 +123,16 @@ void ItemGenerator::seek_member(const MemberPlace& wanted) {
 
 // A list whose end no counter takes notice of goes on there as it does without repeats.
 void ItemGenerator::seek_member_list(const MemberPlace& wanted) {
-  const auto count = static_cast<Steps>(enumeration_->count());
+  const Steps count = enumeration_->count();
   Steps index = wanted.records;
   if (index > count) index = repeats_from_start() ? (index - 1) % count + 1 : count;
-  list_cursor_->seek(static_cast<std::int32_t>(index));
+  list_cursor_->seek(index);
 }
 
 void ItemGenerator::seek_member_literal(const MemberPlace& wanted) {
   LiteralCycles& cycles = literal_cycles();
   LiteralCycle& cycle = cycles.of(wanted.cycle);
-  const Steps values = product(wanted.records, static_cast<Steps>(fields_));
+  const Steps values = product(wanted.records, fields_);
   const Steps length = cycle.length(values);
   if (values == 0) {
     *literal_ = cycle.after(0);

@@ -20,7 +20,7 @@ RecordWriter::RecordWriter(platform::File& file, OutputOption output_option)
     : file_(file),
       block_size_(file.is_regular() ? file_block_size : device_block_size),
       lines_(block_size_ + file_block_size / 4),
-      is_limited_(output_option == guarded_output) {}
+      is_limited_(output_option == OutputOption::guarded) {}
 
 ErrorCode RecordWriter::accept_lines(std::span<const std::size_t> begins) {
   const std::size_t size = lines_.size();

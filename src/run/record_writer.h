@@ -11,7 +11,7 @@
 namespace korvex {
 
 // The output option of DGCreateData that limits the output, asks about repeats and allows Cancel.
-enum OutputOption : std::int32_t { plain_output = 0, guarded_output = 2 };
+enum class OutputOption : std::int32_t { plain = 0, guarded = 2 };
 
 // With it, the line that would bring the file to this size is not written.
 inline constexpr std::uint32_t output_limit_bytes = 2'147'483'647;

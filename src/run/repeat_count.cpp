@@ -37,7 +37,7 @@ std::int64_t value_span(const FmtItemRec& lead) {
 
 // Negative where a timestamp's time of day ends before it starts: the day does not count.
 std::int64_t range_count(const ClFmtColInf& column) {
-  const std::int64_t lead = column.record.lead_element;
+  const std::int64_t lead = number_of(column.record.lead_element);
   if (lead < 1 || lead > static_cast<std::int64_t>(column.elements.size())) return 1;
   const std::int64_t span = value_span(column.elements[static_cast<std::size_t>(lead - 1)]->record);
   const FmtValRec& increment = column.record.increment;
@@ -54,7 +54,7 @@ std::uint64_t value_count(ClColMain& main, const ClFmtColInf& column,
     case generation_type::initial_value:
       return 1;
     case generation_type::enumeration:
-      return static_cast<std::uint64_t>(counter(main, settings).value_or(0));
+      return counter(main, settings).value_or(0);
     default:
       return static_cast<std::uint64_t>(range_count(column));
   }
@@ -77,7 +77,7 @@ ItemTotals total_items(ClColMain& main) {
     const ClFmtColInf* column = main.settings.find_column(item->item_number);
     if (column == nullptr) continue;
     ++totals.with_settings;
-    if (column->record.repeat_flag != 0) ++totals.repeated;
+    if (is_on(column->record.repeat_flag)) ++totals.repeated;
     totals.width += column->record.length != 0 ? column->record.length : column->record.digits;
   }
   return totals;
@@ -85,8 +85,8 @@ ItemTotals total_items(ClColMain& main) {
 
 }  // namespace
 
-Result<std::int32_t> count_enumeration(ClColMain& main, const FmtColRec& settings) {
-  std::int32_t line = 0;
+Result<std::size_t> count_enumeration(ClColMain& main, const FmtColRec& settings) {
+  ListLine line = ListLine::none;
   return check_enumeration(main, std::string(field_text(settings.enumeration_path)), settings,
                            line);
 }
@@ -109,7 +109,7 @@ Result<RepeatCount> count_data_items(ClColMain& main, bool repeats_only,
     if (item->is_left_out) continue;
     if (const ClFmtColInf* column = main.settings.find_column(item->item_number)) {
       const std::uint64_t values = value_count(main, *column, counter);
-      if (column->record.repeat_flag != 0) {
+      if (is_on(column->record.repeat_flag)) {
         const auto count_of_item = static_cast<std::uint64_t>(column->record.repeat_count);
         repeats = multiply(repeats, multiply(count_of_item, values));
       } else {
@@ -132,7 +132,7 @@ Result<RepeatCount> count_data_items(ClColMain& main, bool repeats_only,
 std::optional<RepeatCount> count_control_file(ClColMain& main, bool repeats_only) {
   if (main.load() != error::none) return std::nullopt;
   main.mismatch = false;
-  const Result<std::int32_t> with_settings = reconcile(main);
+  const Result<std::size_t> with_settings = reconcile(main);
   if (!with_settings || *with_settings == 0 || main.mismatch) return std::nullopt;
   return count_data_items(main, repeats_only).value_or(RepeatCount{});
 }

@@ -19,10 +19,10 @@ inline constexpr std::uint64_t too_large = ~std::uint64_t{0};
 
 // Answers how many values the value list of an item's settings has, or the code of what is
 // wrong with it.
-using EnumerationCounter = std::function<Result<std::int32_t>(ClColMain&, const FmtColRec&)>;
+using EnumerationCounter = std::function<Result<std::size_t>(ClColMain&, const FmtColRec&)>;
 
 // Reads the file.
-Result<std::int32_t> count_enumeration(ClColMain& main, const FmtColRec& settings);
+Result<std::size_t> count_enumeration(ClColMain& main, const FmtColRec& settings);
 
 // Computes how many records the settings give and how large the file will be, for a control file
 // that is loaded and reconciled. `repeats_only` counts the repeated items alone. -6 when no

@@ -11,7 +11,7 @@ namespace {
 
 const FmtColRec* repeat_settings(const ClColMain& main, const ClDGCol& item) {
   const ClFmtColInf* column = main.settings.find_column(item.item_number);
-  return column != nullptr && column->record.repeat_flag != 0 ? &column->record : nullptr;
+  return column != nullptr && is_on(column->record.repeat_flag) ? &column->record : nullptr;
 }
 
 // Levels taken by items of more than one number.
@@ -79,7 +79,7 @@ ErrorCode RepeatTable::build(ClColMain& main) {
       return error::repeat_level_taken;
     }
     ++repeated_items;
-    has_outermost |= settings->repeat_level == outermost_level;
+    has_outermost |= settings->repeat_level == RepeatLevel::outermost;
     if (find_level(settings->repeat_level) != nullptr) continue;
     auto entry = std::make_unique<ClRepeatData>();
     entry->repeat_level = settings->repeat_level;
@@ -99,7 +99,7 @@ ErrorCode RepeatTable::build(ClColMain& main) {
     return left->repeat_level < right->repeat_level;
   });
   for (std::size_t i = 0; i < entries_.size(); ++i) {
-    entries_[i]->level_order = static_cast<std::int32_t>(i) + 1;
+    entries_[i]->level_order = i + 1;
   }
   entries_.back()->innermost = true;
   return error::none;
@@ -111,7 +111,7 @@ ClRepeatData* RepeatTable::find_level(RepeatLevel repeat_level) const {
 }
 
 ClRepeatData* RepeatTable::next_inner(const ClRepeatData& entry) const {
-  const auto next = static_cast<std::size_t>(entry.level_order);
+  const std::size_t next = entry.level_order;
   return next < entries_.size() ? entries_[next].get() : nullptr;
 }
 
@@ -127,7 +127,7 @@ bool RepeatTable::advance() {
       return false;
     }
     entry.item->clear_wrapped();
-    if (++entry.repetitions_done >= entry.repeat_count) {
+    if (++entry.repetitions_done >= entry.rounds()) {
       entry.finished = true;
       entry.repetitions_done = 0;
     }
@@ -198,7 +198,7 @@ void RepeatTable::seek_entry(ClRepeatData& entry, Steps record) {
     place.records = values_until(later % turns.length, turns.hold, turns.hold);
   }
   place.wrapped = place.records >= (cycles == 0 ? turns.cycle.first : turns.cycle.later);
-  entry.repetitions_done = static_cast<std::int32_t>(cycles % entry.rounds());
+  entry.repetitions_done = cycles % entry.rounds();
   entry.finished =
       inner_stays_finished_ ? cycles >= entry.rounds() : ends_here && entry.repetitions_done == 0;
   if (entry.item->turns_with_repeats()) entry.item->seek_member(place);

@@ -25,10 +25,10 @@ struct RepeatTurns {
 class ClRepeatData : public platform::Object {
  public:
   bool finished = false;  // completed its repetitions in the current cycle of the enclosing level
-  std::int32_t level_order = 0;  // 1 for the lowest level, which need not be 1
+  std::size_t level_order = 0;  // 1 for the lowest level, which need not be 1
   RepeatLevel repeat_level{};
   std::int32_t repeat_count = 0;
-  std::int32_t repetitions_done = 0;
+  Steps repetitions_done = 0;
   bool innermost = false;
   ItemGenerator* item = nullptr;  // whose values the entry counts; owned by the run
   RepeatTurns turns;

@@ -22,7 +22,7 @@ Result<bool> Run::load(ClColMain& main, const ListLoader& load_list) {
     if (const ErrorCode code = main.load(); code != error::none) return code;
     if (number_of(main.records()) < 0) return error::cannot_operate;
     main.settings.set_paths(main.settings_path(), main.work_folder());
-    const Result<std::int32_t> levels =
+    const Result<std::size_t> levels =
         main.settings.load(main.level(), main.records(), main.layout_kind());
     if (!levels) return levels.code();
     if (*levels == 0) return false;
@@ -95,7 +95,7 @@ ErrorCode Run::prepare_item(const ClFmtColInf& column, const ListGiver& give_lis
       generator.set_enumeration(std::move(*values));
     }
   }
-  if (repeats_are_in_use() && settings.repeat_flag != 0) {
+  if (repeats_are_in_use() && is_on(settings.repeat_flag)) {
     ClRepeatData* entry = repeats_.find_level(settings.repeat_level);
     if (entry == nullptr) return error::repeat_entry_missing;
     entry->item = &generator;
@@ -169,7 +169,7 @@ FieldFacts Run::facts_of(const ItemGenerator& item) const {
   const ClRepeatData* entry = item.is_repeat_member() || repeats_are_in_use()
                                   ? repeats_.find_level(settings.repeat_level)
                                   : nullptr;
-  if (entry != nullptr && settings.repeat_flag != 0) {
+  if (entry != nullptr && is_on(settings.repeat_flag)) {
     field.is_repeated = true;
     field.level = settings.repeat_level;
     field.rounds = entry->rounds();

@@ -37,7 +37,8 @@ std::vector<bool> entry_starts(const ClFmtColInf& column,
 
   starts.clear();
   for (const FmtItemRec* element : variable) {
-    starts.push_back(element->kind != format_kind::national_character || element->group_start == 1);
+    starts.push_back(element->kind != format_kind::national_character ||
+                     element->group_start == Flag::on);
   }
   return starts;
 }

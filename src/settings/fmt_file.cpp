@@ -59,8 +59,8 @@ void ClFmtFile::set_paths(const std::string& file_path, const std::string& work_
   temporary_moment_ = std::time(nullptr);
 }
 
-Result<std::int32_t> ClFmtFile::load(SettingsLevel level, StoredRecords records,
-                                     LayoutKind layout_kind) {
+Result<std::size_t> ClFmtFile::load(SettingsLevel level, StoredRecords records,
+                                    LayoutKind layout_kind) {
   try {
     const ErrorCode upgraded = upgrade_settings_file(file_path_, layout_kind);
     if (upgraded != error::none) return upgraded;
@@ -70,7 +70,7 @@ Result<std::int32_t> ClFmtFile::load(SettingsLevel level, StoredRecords records,
       return 0;
     }
     if (cause != FileCause::none) return error::cannot_open;
-    const Result<std::int32_t> count = load_existing(level, records, layout_kind);
+    const Result<std::size_t> count = load_existing(level, records, layout_kind);
     if (!count) held_file_.discard();
     return count;
   } catch (const std::bad_alloc&) {
@@ -90,12 +90,12 @@ void ClFmtFile::begin(SettingsLevel level, StoredRecords records, LayoutKind lay
   quotation_ = layout_kind == layout_kind::iso ? quotation::double_mark : quotation::none;
 }
 
-Result<std::int32_t> ClFmtFile::load_existing(SettingsLevel level, StoredRecords records,
-                                              LayoutKind layout_kind) {
+Result<std::size_t> ClFmtFile::load_existing(SettingsLevel level, StoredRecords records,
+                                             LayoutKind layout_kind) {
   const ErrorCode result = read_settings(held_file_, level, records, layout_kind, com_);
   if (result != error::none) return result;
   quotation_ = com_.header.quotation;
-  return static_cast<std::int32_t>(com_.current_level()->columns.size());
+  return com_.current_level()->columns.size();
 }
 
 ErrorCode ClFmtFile::nothing_to_save() const {

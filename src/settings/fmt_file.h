@@ -12,21 +12,20 @@
 namespace korvex {
 
 // Run modes: what a call is for.
-namespace run_mode {
-enum Mode : std::int32_t {
+enum class RunMode : std::int32_t {
   none = 0,
   data_file_dialog = 1,
   settings_only = 2,
   generator = 3,
 };
-}  // namespace run_mode
-
-using RunMode = run_mode::Mode;
+namespace run_mode {
+using enum RunMode;
+}
 
 // One item's settings in the form in which they are edited.
 struct EditedSettings {
   GenerationType generation_type = generation_type::none;
-  ItemNumber referenced_item = no_item;
+  ItemNumber referenced_item = ItemNumber::none;
   std::int32_t variable_count = 0;  // directives of the last validated format
   RangeChoices choices;
   RangeTexts texts;
@@ -48,7 +47,7 @@ class ClFmtFile : public platform::Object {
   // many items have settings: 0 when the file or its folder does not exist, and when the file lacks
   // the level or has it empty. -1, -2 (also: locked by another one), -3, -4, -5, -57; -26, -27 when
   // a file of the previous version cannot be rewritten.
-  Result<std::int32_t> load(SettingsLevel level, StoredRecords records, LayoutKind layout_kind);
+  Result<std::size_t> load(SettingsLevel level, StoredRecords records, LayoutKind layout_kind);
 
   // Begins settings that no file holds yet, with one empty level.
   void begin(SettingsLevel level, StoredRecords records, LayoutKind layout_kind);
@@ -102,8 +101,8 @@ class ClFmtFile : public platform::Object {
   bool is_held() const { return held_file_.is_open(); }
 
  private:
-  Result<std::int32_t> load_existing(SettingsLevel level, StoredRecords records,
-                                     LayoutKind layout_kind);
+  Result<std::size_t> load_existing(SettingsLevel level, StoredRecords records,
+                                    LayoutKind layout_kind);
   ErrorCode save_levels(Quotation quotation);
   ErrorCode nothing_to_save() const;
   ErrorCode write_levels(platform::File& file);

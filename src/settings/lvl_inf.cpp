@@ -22,9 +22,9 @@ void store_attributes(const ItemAttributes& item, FmtColRec& record) {
 // The one element that stands for an item without generated values.
 FmtItemRec initial_value_element(const ItemAttributes& item) {
   FmtItemRec element = {};
-  element.sequence = 1;
+  element.sequence = ElementNumber::first;
   element.kind = format_kind::none;
-  element.sign = NumberSubKind{item.signed_flag};
+  element.sign = NumberSubKind{number_of(item.signed_flag)};
   element.width = item.length;
   element.digits = static_cast<std::int32_t>(std::int64_t{item.digits} - item.decimals);
   element.decimals = item.decimals;
@@ -80,12 +80,12 @@ ErrorCode ClFmtLvlInf::set_initial_value(ItemNumber item_number, const ItemAttri
     settings.item_number = item_number;
     settings.exceeded_action = exceeded_action::initialize;
     settings.generation_type = generation_type::initial_value;
-    settings.referenced_item = no_item;
-    settings.lead_element = 1;
+    settings.referenced_item = ItemNumber::none;
+    settings.lead_element = ElementNumber::first;
     store_attributes(item, settings);
     store_field(settings.increment_text, "1");
     settings.increment = {};
-    settings.increment.sign = sign_plus;
+    settings.increment.sign = Sign::plus;
     settings.increment.low = 1;
     return error::none;
   });
@@ -108,7 +108,7 @@ Result<std::int32_t> ClFmtLvlInf::check_and_store(ItemNumber item_number,
     settings.exceeded_action = choices.exceeded_action;
     settings.custom_format = choices.custom_format;
     settings.generation_type = generation_type::range;
-    settings.referenced_item = no_item;
+    settings.referenced_item = ItemNumber::none;
     store_attributes(item, settings);
     settings.digits = range->digits;
     settings.increment = range->increment;

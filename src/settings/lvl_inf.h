@@ -15,7 +15,7 @@ namespace korvex {
 // What the user chooses besides the texts of a range.
 struct RangeChoices {
   ExceededAction exceeded_action = exceeded_action::initialize;
-  std::int32_t custom_format = 0;
+  Flag custom_format = Flag::off;
 };
 
 // The settings of one level: its record and either its items' settings, which it owns, or, for a

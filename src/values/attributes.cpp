@@ -29,7 +29,7 @@ constexpr AttributeTraits
     time       = {Class::time,      Kind::time,           true,  false, false, Largest::none,               Limit::moment},
     timestamp  = {Class::timestamp, Kind::timestamp,      true,  false, false, Largest::none,               Limit::moment};
 
-constexpr std::array<AttributeTraits, attribute::highest + 1> all_traits = {
+constexpr std::array<AttributeTraits, number_of(attribute::highest) + 1> all_traits = {
     unknown,
     quoted,     quoted,    quoted,    decimal,  decimal_5, unquoted, unquoted, bare,      //  1 to  8
     bare,       bare,      national,  national, decimal,   decimal,  decimal,  decimal,   //  9 to 16

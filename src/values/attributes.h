@@ -1,16 +1,20 @@
 #pragma once
 
+#include <compare>
 #include <cstdint>
 
 #include "korvex/control_file.h"
+#include "values/number_of.h"
 
 namespace korvex {
 
 // Attributes, 1 to 32, say what kind of data an item holds. The ones that code mentions by
 // themselves have a name; what is known of all of them is in one table, see traits_of. One that
 // comes from outside may be any number of 32 bits.
-namespace attribute {
-enum Code : std::int32_t {
+//
+// Enumerators are said through a namespace, attribute::date: short where they are used, and yet no
+// numbers that pass for others.
+enum class Attribute : std::int32_t {
   none = 0,
   character = korvex_attribute_character,
   decimal = korvex_attribute_decimal,
@@ -24,20 +28,29 @@ enum Code : std::int32_t {
   timestamp = korvex_attribute_timestamp,
   highest = korvex_attribute_highest,
 };
-}  // namespace attribute
-
-using Attribute = attribute::Code;
+namespace attribute {
+using enum Attribute;
+}
 
 // What an item is called by in files, which is not its place among the items.
-enum ItemNumber : std::int32_t { no_item = 0 };
+enum class ItemNumber : std::int32_t { none = 0 };
+
+// A yes or no of a file. One that comes from outside may be any number of 32 bits, of which all but
+// 0 are a yes where nothing else is said.
+enum class Flag : std::int32_t { off = 0, on = 1 };
+
+constexpr bool is_on(Flag flag) { return flag != Flag::off; }
+constexpr Flag flag_of(bool is_on) { return is_on ? Flag::on : Flag::off; }
 
 // What an item is, as the control file says.
 struct ItemAttributes {
   Attribute attribute = attribute::none;
-  std::int32_t signed_flag = 0;
+  Flag signed_flag = Flag::off;
   std::int32_t length = 0;    // bytes
   std::int32_t digits = 0;    // digits or characters
   std::int32_t decimals = 0;  // of the digits
+
+  friend auto operator<=>(const ItemAttributes&, const ItemAttributes&) = default;
 };
 
 // The value class of an attribute, which decides how formats and values are read. The numbers are

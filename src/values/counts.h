@@ -6,6 +6,7 @@
 #include <string>
 
 #include "korvex/control_file.h"
+#include "values/number_of.h"
 
 // How many records there are, and how many bytes they have.
 namespace korvex {
@@ -13,10 +14,6 @@ namespace korvex {
 // A number of records as a control file, a settings file or a log holds it: one that comes from
 // outside may be any number of 32 bits.
 enum class StoredRecords : std::int32_t {};
-
-constexpr std::int32_t number_of(StoredRecords records) {
-  return static_cast<std::int32_t>(records);
-}
 
 // A requested number of records. It may be far larger than a control file can say, because any part
 // of the records can be made separately.

@@ -27,7 +27,7 @@ inline constexpr std::size_t enumeration_path_size = 268;
 inline constexpr std::size_t magic_size = 24;
 
 // Signs of a value and directions of an increment.
-enum Sign : std::int32_t { sign_plus = 1, sign_minus = 2 };
+enum class Sign : std::int32_t { plus = 1, minus = 2 };
 
 // A number is held as two halves of nine decimal digits each.
 inline constexpr std::int64_t half_base = 1'000'000'000;
@@ -36,8 +36,7 @@ inline constexpr int max_number_digits = KORVEX_MAX_DIGITS;
 static_assert(max_number_digits == 2 * half_digits);
 
 // What one format element produces.
-namespace format_kind {
-enum Kind : std::int32_t {
+enum class FormatKind : std::int32_t {
   none = 0,
   signed_number = 900,
   unsigned_number = 901,
@@ -52,14 +51,13 @@ enum Kind : std::int32_t {
   time = 1002,
   timestamp = 1003,
 };
-}  // namespace format_kind
-
-using FormatKind = format_kind::Kind;
+namespace format_kind {
+using enum FormatKind;
+}
 
 // How a signed number counts, by the signs of start, end and increment. Before its values are
 // checked, and for elements of other kinds: whether the item has a sign.
-namespace number_sub_kind {
-enum Kind : std::int32_t {
+enum class NumberSubKind : std::int32_t {
   without_sign = 0,
   with_sign = 1,
   plus_plus_up = 10,
@@ -69,58 +67,61 @@ enum Kind : std::int32_t {
   minus_minus_up = 21,
   minus_plus_up = 22,
 };
-}  // namespace number_sub_kind
+namespace number_sub_kind {
+using enum NumberSubKind;
+}
 
-using NumberSubKind = number_sub_kind::Kind;
-
-namespace generation_type {
-enum Type : std::int32_t {
+enum class GenerationType : std::int32_t {
   none = 0,
   initial_value = 1,
   range = 2,
   reference = 3,
   enumeration = 4,
 };
-}  // namespace generation_type
+namespace generation_type {
+using enum GenerationType;
+}
 
-using GenerationType = generation_type::Type;
-
-namespace exceeded_action {
-enum Action : std::int32_t {
+enum class ExceededAction : std::int32_t {
   initialize = 0,
   repeat = 1,
 };
-}  // namespace exceeded_action
-
-using ExceededAction = exceeded_action::Action;
+namespace exceeded_action {
+using enum ExceededAction;
+}
 
 // What the records describe: a record file, a database table, or the third kind, whose lines end
 // without a comma.
-namespace layout_kind {
-enum Kind : std::int32_t {
+enum class LayoutKind : std::int32_t {
   record_file = korvex_layout_record_file,
   table = korvex_layout_table,
   iso = korvex_layout_iso,
 };
-}  // namespace layout_kind
-
-using LayoutKind = layout_kind::Kind;
+namespace layout_kind {
+using enum LayoutKind;
+}
 
 // A settings file holds one set of settings for each of its levels.
-enum SettingsLevel : std::int32_t {};
+enum class SettingsLevel : std::int32_t {};
 
 // How the repeats of items nest: those of the outermost level turn last.
-enum RepeatLevel : std::int32_t { outermost_level = 1 };
+enum class RepeatLevel : std::int32_t { none = 0, outermost = 1 };
 
 // What is around the values of quoted attributes.
-namespace quotation {
-enum Mark : std::int32_t {
+enum class Quotation : std::int32_t {
   none = 0,
   double_mark = 1,
 };
-}  // namespace quotation
+namespace quotation {
+using enum Quotation;
+}
 
-using Quotation = quotation::Mark;
+// Where an element is in its format.
+enum class ElementNumber : std::int32_t { none = 0, first = 1 };
+
+constexpr ElementNumber element_number(std::size_t index) {
+  return static_cast<ElementNumber>(index + 1);
+}
 
 // One parsed start, end, current or increment value.
 struct FmtValRec {
@@ -142,7 +143,7 @@ struct FmtValRec {
 
 // One format element.
 struct FmtItemRec {
-  std::int32_t sequence;
+  ElementNumber sequence;
   FormatKind kind;
   NumberSubKind sign;
   std::int32_t width;
@@ -156,7 +157,7 @@ struct FmtItemRec {
   char end_text[element_text_size];
   std::int32_t span_low;
   std::int32_t span_high;
-  std::int32_t group_start;
+  Flag group_start;
   char reserved[20];
 };
 
@@ -164,9 +165,9 @@ struct FmtItemRec {
 struct FmtColRec {
   ItemNumber item_number;
   std::int32_t element_count;
-  std::int32_t lead_element;
+  ElementNumber lead_element;
   Attribute attribute;
-  std::int32_t signed_flag;
+  Flag signed_flag;
   std::int32_t length;
   std::int32_t digits;
   std::int32_t decimals;
@@ -176,8 +177,8 @@ struct FmtColRec {
   ExceededAction exceeded_action;
   GenerationType generation_type;
   ItemNumber referenced_item;
-  std::int32_t custom_format;
-  std::int32_t repeat_flag;
+  Flag custom_format;
+  Flag repeat_flag;
   RepeatLevel repeat_level;
   std::int32_t repeat_count;
   char enumeration_path[enumeration_path_size];
@@ -190,7 +191,7 @@ struct FmtLvlRec {
   StoredRecords records;
   std::int32_t data_size;
   std::int32_t column_count;
-  std::int32_t repeat_flag;
+  std::int32_t repeat_flag;  // how many items are repeated
   char reserved[8];
 };
 
@@ -201,6 +202,12 @@ struct FmtHeadRec {
   std::int32_t level_count;
   std::int32_t reserved[2];
 };
+
+// What the item was when it got its settings.
+constexpr ItemAttributes attributes_of(const FmtColRec& settings) {
+  return {settings.attribute, settings.signed_flag, settings.length, settings.digits,
+          settings.decimals};
+}
 
 static_assert(sizeof(FmtValRec) == 52 && offsetof(FmtValRec, high) == 24 &&
               offsetof(FmtValRec, year) == 40);

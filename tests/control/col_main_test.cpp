@@ -14,8 +14,8 @@ using namespace test;
 
 class ColMainTest : public testing::Test {
  protected:
-  std::int32_t load(ClColMain& run, const std::string& bytes,
-                    RunMode mode = run_mode::data_file_dialog) const {
+  ErrorCode load(ClColMain& run, const std::string& bytes,
+                 RunMode mode = run_mode::data_file_dialog) const {
     write_file(folder.file("control"), bytes);
     run.control_path = folder.file("control");
     run.set_run_mode(mode);
@@ -36,17 +36,16 @@ TEST_F(ColMainTest, ReadsEachFieldFromItsOffset) {
   bytes.replace(536, 3, "/w3");
   bytes += control_item({-21, cp932("名前"), "text", 22, 23, 24, 25, 6, 27, 28});
   ASSERT_EQ(load(main, bytes), 0);
-  EXPECT_EQ((std::vector<std::int32_t>{number_of(main.records()), main.layout_kind(),
-                                       main.is_null_default(), main.level()}),
-            (std::vector{10, 3, 1, 2}));
+  EXPECT_EQ(as_numbers(main.records(), main.layout_kind(), main.is_null_default(), main.level()),
+            as_numbers(10, 3, 1, 2));
   EXPECT_EQ(main.data_path() + main.settings_path() + main.work_folder(), "/d1/s2/w3");
 
   ASSERT_EQ(main.items.size(), 1u);
   const ClDGCol& item = *main.items[0];
   EXPECT_EQ(item.name + item.description, cp932("名前text"));
-  EXPECT_EQ((std::vector<std::int32_t>{item.item_number, item.attribute, item.signed_flag,
-                                       item.length, item.digits, item.decimals, item.null_allowed}),
-            (std::vector{-21, 22, 23, 24, 25, 6, 28}));
+  EXPECT_EQ(as_numbers(item.item_number, item.attribute, item.signed_flag, item.length, item.digits,
+                       item.decimals, item.null_allowed),
+            as_numbers(-21, 22, 23, 24, 25, 6, 28));
   EXPECT_FALSE(item.is_left_out);
   EXPECT_EQ(load(main, bytes.substr(0, 20) + std::string(1000, '\0')), 0) << "no items at all";
 }
@@ -72,10 +71,11 @@ TEST_F(ColMainTest, ATruncatedFileIsRefusedAtEveryLength) {
     for (std::size_t size = 0; size <= good.size(); ++size) {
       ClColMain truncated;
       const bool is_whole = size == good.size();
-      ASSERT_EQ(load(truncated, good.substr(0, size), mode), is_whole ? 0 : -3) << mode << size;
+      ASSERT_EQ(load(truncated, good.substr(0, size), mode), is_whole ? 0 : -3)
+          << number_of(mode) << size;
       const std::size_t whole =
           size < control_header_size ? 0 : (size - control_header_size) / item_size;
-      ASSERT_EQ(truncated.items.size(), whole) << mode << ' ' << size;
+      ASSERT_EQ(truncated.items.size(), whole) << number_of(mode) << ' ' << size;
       if (is_whole && mode == run_mode::generator) {
         EXPECT_EQ(truncated.items[1]->item_number, -8);
         EXPECT_EQ(truncated.items[1]->attribute, 0);
@@ -166,7 +166,9 @@ TEST_F(ColMainTest, WritesATemporaryControlFile) {
   ASSERT_EQ(main.settings.load(SettingsLevel{1}, StoredRecords{10}, layout_kind::record_file), 0);
   for (const std::int32_t item : {30, 10, 20}) {
     main.settings.edited().texts = {"%5U", "1", "9", "1"};
-    ASSERT_EQ(main.settings.check_and_store(ItemNumber{item}, {attribute::decimal, 0, 5, 5, 0}), 0);
+    ASSERT_EQ(
+        main.settings.check_and_store(ItemNumber{item}, {attribute::decimal, Flag::off, 5, 5, 0}),
+        0);
   }
   ASSERT_EQ(main.settings.save(quotation::none), 0);
   ASSERT_EQ(main.write_temporary_control_file(), 0);

@@ -40,13 +40,13 @@ TEST_F(ItemSettingsTest, ACopyShowsWhatItsSourceShows) {
   EXPECT_FALSE(item(1).is_left_out);
   EXPECT_EQ(setup.shown(1), "2 %2U [07,42,3] 01 ref 0");
   const FmtColRec& own = record(2);  // its own attribute, so that it fits the next time
-  EXPECT_EQ((std::vector<std::int32_t>{own.attribute, own.length, own.digits, own.custom_format}),
-            (std::vector<std::int32_t>{4, 10, 6, 1}));
+  EXPECT_EQ(as_numbers(own.attribute, own.length, own.digits, own.custom_format),
+            as_numbers(4, 10, 6, 1));
   EXPECT_EQ(setup.main->settings.find_column(ItemNumber{2})->elements.size(), 1U);
 
   FmtColRec& first = record(1);
   first.generation_type = item(0).display().generation_type = generation_type::enumeration;
-  first.repeat_flag = 1;
+  first.repeat_flag = Flag::on;
   store_field(first.enumeration_path, "/lists/a.txt");
   item(0).display().enumeration_path = "/lists/a.txt";
   item(0).display().enumeration_name = "a.txt";
@@ -55,11 +55,11 @@ TEST_F(ItemSettingsTest, ACopyShowsWhatItsSourceShows) {
   EXPECT_EQ(copied.generation_type, 4);
   EXPECT_EQ(copied.enumeration_path + " " + copied.enumeration_name, "/lists/a.txt a.txt");
   EXPECT_EQ(field_text(record(3).enumeration_path), "/lists/a.txt");
-  EXPECT_EQ(record(3).repeat_flag, 0) << "the repeat is the item's own";
+  EXPECT_FALSE(is_on(record(3).repeat_flag)) << "the repeat is the item's own";
 
   ASSERT_EQ(set_initial_value(at(0)), 0);
   EXPECT_EQ(copy_settings(at(2), 0), -65) << "the initial value, which it may not have";
-  item(2).null_allowed = 1;
+  item(2).null_allowed = Flag::on;
   item(2).attribute = attribute::date;
   EXPECT_EQ(copy_settings(at(2), 0), 0) << "of whatever attribute";
   EXPECT_EQ(copied.generation_type, 1);

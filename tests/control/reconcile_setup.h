@@ -49,9 +49,9 @@ class ReconcileSetup : public GenerationSetup {
   // What the display of an item's settings comes to, in one line.
   std::string shown(std::size_t place) const {
     const ItemDisplay& d = main->items.at(place)->display();
-    return std::to_string(d.generation_type) + " " + d.generation_text + " [" + d.start + "," +
-           d.end + "," + d.increment + "] " + std::to_string(d.exceeded_action) +
-           std::to_string(d.is_custom) + " ref " + std::to_string(d.referenced_item);
+    return std::to_string(number_of(d.generation_type)) + " " + d.generation_text + " [" + d.start +
+           "," + d.end + "," + d.increment + "] " + std::to_string(number_of(d.exceeded_action)) +
+           std::to_string(d.is_custom) + " ref " + std::to_string(number_of(d.referenced_item));
   }
 
   std::unique_ptr<ClColMain> main;

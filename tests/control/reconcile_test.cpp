@@ -41,8 +41,9 @@ TEST(SettingsFit, ByAttributeAndDigits) {
     record.attribute = Attribute{before[0]};
     record.length = before[1];
     record.digits = before[2];
-    EXPECT_EQ(settings_fit({Attribute{now[0]}, 0, now[1], now[2], 0}, record, LayoutKind{kind}),
-              fits)
+    EXPECT_EQ(
+        settings_fit({Attribute{now[0]}, Flag::off, now[1], now[2], 0}, record, LayoutKind{kind}),
+        fits)
         << kind << ": " << item << " and " << stored;
   }
 }
@@ -77,9 +78,8 @@ TEST_F(ReconcileTest, ShowsTheSettingsOfEachType) {
     const ItemDisplay& listed = setup.main->items[2]->display();
     EXPECT_EQ(listed.enumeration_name, "my.towns.txt");
     EXPECT_EQ(listed.enumeration_path, "/lists/my.towns.txt");
-    EXPECT_EQ(
-        (std::vector<std::int32_t>{listed.is_repeated, listed.repeat_level, listed.repeat_count}),
-        (std::vector{1, 4, 6}));
+    EXPECT_EQ(as_numbers(listed.is_repeated, listed.repeat_level, listed.repeat_count),
+              as_numbers(1, 4, 6));
     EXPECT_FALSE(setup.main->mismatch);
     EXPECT_TRUE(setup.interface.messages.empty());
   }

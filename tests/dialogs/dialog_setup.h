@@ -13,12 +13,12 @@ namespace korvex::test {
 struct DialogItem {
   std::int32_t number = 1;
   std::string name = "A";
-  ItemAttributes attributes = {attribute::decimal, 0, 2, 2, 0};
+  ItemAttributes attributes = {attribute::decimal, Flag::off, 2, 2, 0};
   std::int32_t null_allowed = 1;
   std::string description = "first";
 };
 
-inline constexpr ItemAttributes letters = {attribute::character, 1, 3, 3, 0};
+inline constexpr ItemAttributes letters = {attribute::character, Flag::on, 3, 3, 0};
 
 inline std::vector<DialogItem> three_items() {
   return {{}, {.number = 2, .name = "B"}, {.number = 3, .name = "C", .attributes = letters}};

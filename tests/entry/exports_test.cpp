@@ -21,7 +21,8 @@ TEST(ExportsTest, TheOutputLimitEndsARunThatCountsAsDone) {
   constexpr std::uint64_t limit = 2'147'483'647;
   GenerationSetup setup;
   const RangeTexts wide = {"'" + std::string(field_size - 1, 'x') + "'", "", "", ""};
-  setup.save_settings({{.item = {attribute::plain_character, 0, 127, 127, 0}, .texts = wide}});
+  setup.save_settings(
+      {{.item = {attribute::plain_character, Flag::off, 127, 127, 0}, .texts = wide}});
   setup.write_control({.records = 0});
   ASSERT_EQ(DGCreateData(setup.control().c_str(), guarded, nullptr, 0),
             0);  // makes the limits' file
@@ -41,7 +42,7 @@ TEST(ExportsTest, TheOutputLimitEndsARunThatCountsAsDone) {
 
 // Three digits, one to three, which may repeat.
 void write_run(const GenerationSetup& setup, std::int32_t records, std::int32_t level) {
-  setup.save_settings({{.item = {attribute::decimal, 0, 3, 3, 0},
+  setup.save_settings({{.item = {attribute::decimal, Flag::off, 3, 3, 0},
                         .texts = {"%3U", "1", "3", "1"},
                         .repeat_level = level}});
   setup.write_control({.records = records});

@@ -36,10 +36,10 @@ TEST(FailureReportTest, ComposesTheMessageByCode) {
       std::string message;
       main.append_error_text(code, message);
       const FailureReport described = describe_failure(code, main);
-      EXPECT_TRUE(described.is_shown) << code;
+      EXPECT_TRUE(described.is_shown) << number;
       EXPECT_EQ(described.text.utf8(), before + message + behind);
-      EXPECT_EQ(described.kind, MessageKind::warning) << code;
-      EXPECT_EQ(described.returned, code);
+      EXPECT_EQ(described.kind, MessageKind::warning) << number;
+      EXPECT_EQ(described.returned, number);
     }
   }
 }

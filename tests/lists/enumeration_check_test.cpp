@@ -15,13 +15,13 @@ std::size_t open_descriptors() {
 class EnumerationCheckTest : public testing::Test {
  protected:
   // A count or a code, as the tables have them.
-  static std::int32_t number_of(const Result<std::int32_t>& counted) {
-    return counted.value_or(counted.code());
+  static std::int64_t count_or_code(const Result<std::size_t>& counted) {
+    return counted ? static_cast<std::int64_t>(*counted) : number_of(counted.code());
   }
-  std::int32_t check() { return number_of(check_enumeration(main, path, record(), line)); }
-  std::int32_t load() {
+  std::int64_t check() { return count_or_code(check_enumeration(main, path, record(), line)); }
+  std::int64_t load() {
     values = ClEnumDataList();
-    return number_of(load_enumeration(main, path, record(), values));
+    return count_or_code(load_enumeration(main, path, record(), values));
   }
 
   static FmtColRec record() {
@@ -36,7 +36,7 @@ class EnumerationCheckTest : public testing::Test {
   std::string report_path = path + ".err";
   ClColMain main;
   ClEnumDataList values;
-  std::int32_t line = 0;
+  ListLine line = ListLine::none;
 };
 
 // The openings: existence, exclusivity, permission, the list, its report. Each check knows one
@@ -80,7 +80,7 @@ TEST_F(EnumerationCheckTest, ReadAndWriteErrors) {
       return run();
     };
     EXPECT_EQ(failing([&] { return check(); }), -122);
-    EXPECT_EQ(line > 0, n == 2);
+    EXPECT_EQ(line != ListLine::none, n == 2);
     EXPECT_EQ(failing([&] { return load(); }), -122);
   }
   std::string many;

@@ -32,7 +32,8 @@ std::shared_ptr<ClFmtFile> settings_file(const Place& place) {
 std::function<std::int32_t()> prepare_load(Place& place) {
   writing_operation("Save").prepare(place)();
   return [file = settings_file(place)] {
-    return file->load(SettingsLevel{1}, StoredRecords{10}, layout_kind::record_file).code();
+    return number_of(
+        file->load(SettingsLevel{1}, StoredRecords{10}, layout_kind::record_file).code());
   };
 }
 
@@ -42,7 +43,8 @@ std::function<std::int32_t()> prepare_validation(Place& place) {
   static_cast<void>(file->load(SettingsLevel{1}, StoredRecords{10}, layout_kind::record_file));
   file->edited().texts = {"%3U'-'%2U", "001,01", "999,99", "1"};
   return [file] {
-    return file->check_and_store(ItemNumber{9}, {attribute::plain_character, 0, 6, 6, 0});
+    return number_of(
+        file->check_and_store(ItemNumber{9}, {attribute::plain_character, Flag::off, 6, 6, 0}));
   };
 }
 
@@ -51,7 +53,8 @@ std::function<std::int32_t()> prepare_copy(Place& place) {
   const auto file = settings_file(place);
   static_cast<void>(file->load(SettingsLevel{1}, StoredRecords{10}, layout_kind::record_file));
   return [file] {
-    return file->copy_settings(ItemNumber{9}, ItemNumber{7}, {attribute::decimal, 0, 5, 5, 0});
+    return number_of(file->copy_settings(ItemNumber{9}, ItemNumber{7},
+                                         {attribute::decimal, Flag::off, 5, 5, 0}));
   };
 }
 
@@ -60,7 +63,7 @@ std::function<std::int32_t()> prepare_control_load(Place& place) {
   const auto main = std::make_shared<ClColMain>();
   main->control_path = place.file("run.ctl");
   main->set_run_mode(run_mode::data_file_dialog);
-  return [main] { return main->load(); };
+  return [main] { return number_of(main->load()); };
 }
 
 std::vector<Operation> operations_in_memory() {
@@ -112,7 +115,7 @@ class MemoryTest : public testing::TestWithParam<Operation> {
     try {
       return run();
     } catch (const std::bad_alloc&) {
-      return error::out_of_memory;
+      return number_of(error::out_of_memory);
     }
   }
 };
@@ -131,7 +134,8 @@ TEST_P(MemoryTest, RunsOutAtEachBlock) {
       if (!outcome.ran_out) break;
       outcome.before = before;
       // Removing a file goes without the memory that it asks for.
-      EXPECT_TRUE(outcome.code == error::out_of_memory || outcome.code == operation.success)
+      EXPECT_TRUE(ErrorCode{outcome.code} == error::out_of_memory ||
+                  outcome.code == operation.success)
           << outcome.code;
       expect_nothing_lost(operation, outcome, finished.after);
       ++cases;

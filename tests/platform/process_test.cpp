@@ -36,11 +36,11 @@ TEST(Process, HandsThePathToTheEditorAsOneArgument) {
   const test::ScopedVariable editor("KORVEX_EDITOR", "touch");
   const StandardInput input(no_terminal());
   const std::string path = folder.file("a b; touch c");
-  ASSERT_EQ(run_editor(path, EditorWait::on_terminal), 0);
+  ASSERT_FALSE(run_editor(path, EditorWait::on_terminal));
   while (::wait(nullptr) > 0) continue;
   EXPECT_EQ(folder.names(), std::vector<std::string>{"a b; touch c"});
   const test::ScopedVariable missing("KORVEX_EDITOR", folder.file("no editor"));
-  EXPECT_NE(run_editor(path, EditorWait::never), 0);
+  EXPECT_TRUE(run_editor(path, EditorWait::never));
   EXPECT_EQ(editor_command("a"), folder.file("no editor") + " \"a\"");
 }
 
@@ -54,7 +54,7 @@ TEST(Process, WaitsForTheEditorOnATerminal) {
   const test::ScopedVariable editor("KORVEX_EDITOR", script);
   const std::string path = folder.file("closed");
   const auto expect_no_wait = [&](EditorWait wait) {
-    ASSERT_EQ(run_editor(path, wait), 0);
+    ASSERT_FALSE(run_editor(path, wait));
     EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), 0) << "still open";
     test::write_file(path, "");
     EXPECT_GT(::wait(nullptr), 0);
@@ -66,7 +66,7 @@ TEST(Process, WaitsForTheEditorOnATerminal) {
   const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY);
   if (::grantpt(terminal) != 0 || ::unlockpt(terminal) != 0) GTEST_SKIP() << "no terminal here";
   const StandardInput input(::open(::ptsname(terminal), O_RDWR | O_NOCTTY));
-  ASSERT_EQ(run_editor(path, EditorWait::on_terminal), 0);
+  ASSERT_FALSE(run_editor(path, EditorWait::on_terminal));
   EXPECT_EQ(::wait(nullptr), -1) << "no child is left";
   std::filesystem::remove(path);
   expect_no_wait(EditorWait::never);

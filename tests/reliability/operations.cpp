@@ -25,6 +25,11 @@ namespace {
 
 using Attempt = std::function<std::int32_t()>;
 
+// What ends with a code.
+Attempt numbered(auto run) {
+  return [run = std::move(run)] { return number_of(run()); };
+}
+
 constexpr const char* memory_folder = "/dev/shm";
 
 // Where synchronising costs nothing.
@@ -49,18 +54,21 @@ std::shared_ptr<ClFmtFile> load_settings(const Place& place, std::int32_t expect
 std::shared_ptr<ClFmtFile> change_settings(const Place& place, std::int32_t expected) {
   const auto file = load_settings(place, expected);
   file->edited().texts = {"%5U", "1", "99999", "1"};
-  expect(file->check_and_store(ItemNumber{7}, {attribute::decimal, 0, 5, 5, 0}) == 0, "store");
+  expect(file->check_and_store(ItemNumber{7}, {attribute::decimal, Flag::off, 5, 5, 0}) == 0,
+         "store");
   return file;
 }
 
 Attempt prepare_save(Place& place) {
   write_file(place.file("out.fif"), settings_bytes({2, 1}));
-  return [file = change_settings(place, 2)] { return file->save(quotation::double_mark); };
+  return numbered(
+      [file = change_settings(place, 2)] { return file->save(quotation::double_mark); });
 }
 
 Attempt prepare_first_save(Place& place) {
   std::filesystem::remove(place.file("out.fif"));
-  return [file = change_settings(place, 0)] { return file->save(quotation::double_mark); };
+  return numbered(
+      [file = change_settings(place, 0)] { return file->save(quotation::double_mark); });
 }
 
 Attempt prepare_save_through_link(Place& place) {
@@ -68,7 +76,7 @@ Attempt prepare_save_through_link(Place& place) {
   write_file(place.file("elsewhere/real.fif"), settings_bytes({1}));
   std::filesystem::remove(place.file("out.fif"));
   std::filesystem::create_symlink("elsewhere/real.fif", place.file("out.fif"));
-  return [file = change_settings(place, 1)] { return file->save(quotation::none); };
+  return numbered([file = change_settings(place, 1)] { return file->save(quotation::none); });
 }
 
 std::string previous_version() {
@@ -79,9 +87,9 @@ std::string previous_version() {
 
 Attempt prepare_upgrade(Place& place) {
   write_file(place.file("out.fif"), previous_version());
-  return [path = place.file("out.fif")] {
+  return numbered([path = place.file("out.fif")] {
     return upgrade_settings_file(path, layout_kind::record_file);
-  };
+  });
 }
 
 // A control file of one item that leads into the place.
@@ -103,16 +111,17 @@ Attempt prepare_short_control_file(Place& place) {
   expect(main->settings.load(SettingsLevel{1}, StoredRecords{10}, layout_kind::record_file) == 0,
          "load settings");
   main->settings.edited().texts = {"%5U", "1", "9", "1"};
-  expect(main->settings.check_and_store(ItemNumber{30}, {attribute::decimal, 0, 5, 5, 0}) == 0,
-         "store");
+  expect(
+      main->settings.check_and_store(ItemNumber{30}, {attribute::decimal, Flag::off, 5, 5, 0}) == 0,
+      "store");
   expect(main->settings.save(quotation::none) == 0, "save");
-  return [main] { return main->write_temporary_control_file(); };
+  return numbered([main] { return main->write_temporary_control_file(); });
 }
 
 Attempt prepare_log(Place& place) {
-  return [path = place.file("out.log")] {
+  return numbered([path = place.file("out.log")] {
     return write_log(path, {StoredRecords{5}, SettingsLevel{1}, std::vector<ItemNumber>(3)});
-  };
+  });
 }
 
 Attempt prepare_log_over_old(Place& place) {
@@ -128,8 +137,8 @@ Attempt prepare_list(Place& place, const std::string& lines) {
     settings.attribute = attribute::decimal;
     settings.length = settings.digits = 5;
     ClEnumDataList values;
-    const Result<std::int32_t> count = load_enumeration(*main, path, settings, values);
-    return count.value_or(count.code());
+    const Result<std::size_t> count = load_enumeration(*main, path, settings, values);
+    return count ? static_cast<std::int32_t>(*count) : number_of(count.code());
   };
 }
 
@@ -165,23 +174,24 @@ constexpr std::int32_t many_records = 40'000;
 
 std::shared_ptr<ClGenerateDataFile> make_generator(Place& place) {
   constexpr ItemNumber item_number{7};
-  write_control_file(place, many_records, Bytes().i32(item_number));
+  write_control_file(place, many_records, Bytes().i32(number_of(item_number)));
   const auto file = load_settings(place, 0);
   file->edited().texts = {"'0123456789'%3U", "1", "999", "1"};
   file->edited().choices.exceeded_action = exceeded_action::repeat;
-  expect(file->check_and_store(item_number, {attribute::plain_character, 0, 13, 13, 0}) == 0,
-         "store");
+  expect(
+      file->check_and_store(item_number, {attribute::plain_character, Flag::off, 13, 13, 0}) == 0,
+      "store");
   expect(file->save(quotation::none) == 0, "save");
   // The limits' file is made by the first run.
   read_limits(platform::SettingsStore("Host"));
   const auto generator = std::make_shared<ClGenerateDataFile>();
   generator->main.control_path = place.file("run.ctl");
-  generator->output_option = guarded_output;
+  generator->output_option = OutputOption::guarded;
   return generator;
 }
 
 Attempt prepare_generation(Place& place) {
-  return [generator = make_generator(place)] { return generator->run(); };
+  return numbered([generator = make_generator(place)] { return generator->run(); });
 }
 
 Attempt prepare_generation_over_old(Place& place) {

@@ -23,9 +23,9 @@ int status_of(pid_t child) {
   return ::waitpid(child, &status, 0) == child && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-constexpr ItemAttributes counter_item = {attribute::decimal, 0, 9, 9, 0};
+constexpr ItemAttributes counter_item = {attribute::decimal, Flag::off, 9, 9, 0};
 
-Result<std::int32_t> load(ClFmtFile& file, const GenerationSetup& setup) {
+Result<std::size_t> load(ClFmtFile& file, const GenerationSetup& setup) {
   file.set_paths(setup.settings(), setup.folder.path());
   return file.load(SettingsLevel{1}, StoredRecords{10}, layout_kind::record_file);
 }
@@ -35,7 +35,7 @@ ErrorCode store_count(ClFmtFile& file, int count) {
   return file.check_and_store(ItemNumber{1}, counter_item);
 }
 
-std::int32_t generate(const GenerationSetup& setup) {
+ErrorCode generate(const GenerationSetup& setup) {
   ClGenerateDataFile generator;
   generator.main.control_path = setup.control();
   return generator.run();
@@ -75,7 +75,7 @@ TEST(SharingTest, NoSaveIsLostBetweenProcesses) {
   const auto raise_often = [&] {
     for (int done = 0; done < raises;) {
       ClFmtFile file;
-      const Result<std::int32_t> loaded = load(file, setup);
+      const Result<std::size_t> loaded = load(file, setup);
       if (loaded.code() == error::cannot_open) continue;
       if (loaded != 1 || file.read_item(ItemNumber{1}) != true) return 1;
       if (store_count(file, std::stoi(file.edited().texts.end) + 1) != 0) return 2;

@@ -105,7 +105,7 @@ class Proposal {
     } else {
       propose_moment();
     }
-    item_.signed_flag = signed_ ? 1 : 0;
+    item_.signed_flag = flag_of(signed_);
     const char* sign = down_ ? "-" : one_in(4) ? "+" : "";
     texts_.increment = sign + decimal(increment_, decimals_);
     return {item_, texts_, one_in(2) ? exceeded_action::repeat : exceeded_action::initialize};
@@ -234,7 +234,7 @@ class Proposal {
 
   void propose_character() {
     item_.attribute = Attribute{random_.pick(std::array{1, 2, 3, 6, 7})};
-    signed_ = item_.attribute <= 3 || one_in(2);
+    signed_ = is_always_signed(item_.attribute) || one_in(2);
     std::int32_t size = 0;
     int fixed_pieces = 0;
     const auto pieces = static_cast<int>(between(1, 4));
@@ -293,7 +293,7 @@ class Proposal {
   void propose_moment() {
     const Moment& m = random_.pick(moments);
     const Directive directive = moment(m);
-    item_ = {m.attribute, 0, 20, m.size, 0};
+    item_ = {m.attribute, Flag::off, 20, m.size, 0};
     set_directive(directive);
   }
 
@@ -313,7 +313,7 @@ std::string odd_field(RandomSettings& random, ClFmtColInf& column) {
   FmtColRec& record = column.record;
   FmtItemRec& element =
       column.elements[static_cast<std::size_t>(random.between(0, count - 1))]->record;
-  const std::string place = " of element " + std::to_string(element.sequence);
+  const std::string place = " of element " + std::to_string(number_of(element.sequence));
   if (random.one_in(11)) {
     store_field(element.start_text, "");
     return "no start text" + place;
@@ -348,8 +348,8 @@ std::string odd_field(RandomSettings& random, ClFmtColInf& column) {
 
 std::unique_ptr<ClFmtColInf> checked_column(const ItemSettings& settings) {
   ClFmtLvlInf level;
-  const auto stored =
-      level.check_and_store(ItemNumber{1}, settings.item, settings.texts, {settings.action, 0});
+  const auto stored = level.check_and_store(ItemNumber{1}, settings.item, settings.texts,
+                                            {settings.action, Flag::off});
   return stored ? std::move(level.columns.front()) : nullptr;
 }
 
@@ -357,10 +357,10 @@ std::string RandomItem::description() const {
   std::ostringstream out;
   const ItemAttributes& item = settings.item;
   const RangeTexts& texts = settings.texts;
-  out << "attribute " << item.attribute << " signed " << item.signed_flag << " length "
-      << item.length << " digits " << item.digits << " decimals " << item.decimals << ", ["
-      << platform::to_utf8(texts.format + "] from [" + texts.start + "] to [" + texts.end)
-      << "] by [" << texts.increment << "] action " << settings.action << " " << oddity;
+  out << "attribute " << number_of(item.attribute) << " signed " << is_on(item.signed_flag)
+      << " length " << item.length << " digits " << item.digits << " decimals " << item.decimals
+      << ", [" << platform::to_utf8(texts.format + "] from [" + texts.start + "] to [" + texts.end)
+      << "] by [" << texts.increment << "] action " << number_of(settings.action) << " " << oddity;
   return out.str();
 }
 

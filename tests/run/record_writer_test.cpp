@@ -18,8 +18,8 @@ std::pair<std::int32_t, std::uint64_t> write_up_to(std::uint64_t bytes, OutputOp
   platform::File file;
   EXPECT_EQ(file.create("/dev/null"), platform::FileCause::none);
   RecordWriter writer(file, option);
-  std::int32_t result = 0;
-  for (int left = first_block; result == 0 && bytes > 0; left = block) {
+  ErrorCode result = error::none;
+  for (int left = first_block; result == error::none && bytes > 0; left = block) {
     std::vector<std::size_t> begins;
     for (; left > 0 && bytes > 0; --left) {
       const std::uint64_t size = std::min(line_size, bytes);
@@ -38,7 +38,7 @@ std::pair<std::int32_t, std::uint64_t> write_up_to(std::uint64_t bytes, OutputOp
   }
   EXPECT_EQ(writer.flush(), 0);
   file.close();
-  return {result, calls.bytes()};
+  return {number_of(result), calls.bytes()};
 }
 
 TEST(RecordWriterTest, StopsAtTheLineThatReachesTheLimitIfGuarded) {
@@ -47,12 +47,12 @@ TEST(RecordWriterTest, StopsAtTheLineThatReachesTheLimitIfGuarded) {
     const auto up_to = [&](std::uint64_t bytes, OutputOption option, int first, int block) {
       return write_up_to(bytes, option, first, block, by_others);
     };
-    EXPECT_EQ(up_to(size_limit - 1, guarded_output, 1, 1), std::pair(0, size_limit - 1));
-    EXPECT_EQ(up_to(size_limit, guarded_output, 1, 1), std::pair(-76, whole_lines));
-    EXPECT_EQ(up_to(size_limit + 1, plain_output, 1, 1), std::pair(0, size_limit + 1));
+    EXPECT_EQ(up_to(size_limit - 1, OutputOption::guarded, 1, 1), std::pair(0, size_limit - 1));
+    EXPECT_EQ(up_to(size_limit, OutputOption::guarded, 1, 1), std::pair(-76, whole_lines));
+    EXPECT_EQ(up_to(size_limit + 1, OutputOption::plain, 1, 1), std::pair(0, size_limit + 1));
     // Wherever in a block that line is.
     for (int first = 1; first <= 5; ++first) {
-      EXPECT_EQ(up_to(size_limit + 9 * line_size, guarded_output, first, 5),
+      EXPECT_EQ(up_to(size_limit + 9 * line_size, OutputOption::guarded, first, 5),
                 std::pair(-76, whole_lines));
     }
   }

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <set>
 
+#include "support/codes.h"
 #include "values/ordinals.h"
 #include "values/record_text.h"
 
@@ -85,12 +86,12 @@ std::int32_t step_number(const FmtValRec& increment, std::int32_t sub_kind, FmtV
       if (low < 0) borrow();
     } else {
       if (high < 0 || (high == 0 && low < 0)) {
-        value.sign = sub_kind == 12 ? sign_minus : sign_plus;
+        value.sign = sub_kind == 12 ? Sign::minus : Sign::plus;
         high = -high;
         low = -low;
       }
       if (low < 0) borrow();
-      if (sub_kind == 22 && high == 0 && low == 0) value.sign = sign_plus;
+      if (sub_kind == 22 && high == 0 && low == 0) value.sign = Sign::plus;
     }
   }
   value.low = static_cast<std::int32_t>(low);
@@ -101,7 +102,7 @@ std::int32_t step_number(const FmtValRec& increment, std::int32_t sub_kind, FmtV
 std::int32_t number(const ReferenceItem& item, Element& element, std::string& line) {
   const FmtItemRec& settings = element.settings;
   const bool has_sign = settings.kind == 900 || settings.kind == 902;
-  const std::int32_t sub_kind = has_sign ? settings.sign : forwards(item) ? 10 : 11;
+  const std::int32_t sub_kind = has_sign ? number_of(settings.sign) : forwards(item) ? 10 : 11;
   line += shown_number(item, element.text);
   const std::int32_t result = step_number(item.settings.increment, sub_kind, element.current);
   if (result != 0) return result;
@@ -228,7 +229,7 @@ void step_unchecked_date(std::int64_t days, Element& element) {
 }
 
 void moment(ReferenceItem& item, Element& element, std::string& line) {
-  const std::int32_t kind = element.settings.kind;
+  const std::int32_t kind = number_of(element.settings.kind);
   const std::string date_separator = item.layout_kind == 2 ? "/" : item.layout_kind == 3 ? "-" : "";
   const int year_digits = kind == 907 && element.settings.width == 6 ? 2 : 4;
   line += moment_text(element.settings, element.current, year_digits, date_separator,
@@ -262,7 +263,7 @@ bool end_passed(const ReferenceItem& item, const Element& element) {
   if (settings.kind == 901 || settings.kind == 903) {
     return forwards(item) ? greater(next, end) : greater(end, next);
   }
-  if (is_character(settings.kind)) {
+  if (is_character(number_of(settings.kind))) {
     return forwards(item) ? next.low > end.low : next.low < end.low;
   }
   const std::string text = with_century(settings, element.text);
@@ -275,8 +276,8 @@ bool end_passed(const ReferenceItem& item, const Element& element) {
 // Writes the element's text and takes its step.
 std::int32_t generate(ReferenceItem& item, Element& element, std::string& line) {
   static const std::set<std::int32_t> ways_of_counting = {10, 11, 12, 20, 21, 22};
-  const std::int32_t kind = element.settings.kind;
-  const std::int32_t sub_kind = element.settings.sign;
+  const std::int32_t kind = number_of(element.settings.kind);
+  const std::int32_t sub_kind = number_of(element.settings.sign);
   if (kind == 900 && !ways_of_counting.contains(sub_kind)) return -40;
   if (kind == 902 && sub_kind != 10 && sub_kind != 11) return -40;
   if (kind >= 900 && kind <= 903) return number(item, element, line);
@@ -297,7 +298,7 @@ std::int32_t generate(ReferenceItem& item, Element& element, std::string& line) 
 ReferenceItem::ReferenceItem(const ClFmtColInf& column, LayoutKind kind, bool quotes)
     : settings(column.record), layout_kind(kind) {
   static const std::set<std::int32_t> quoted = {1, 2, 3, 11, 12, 28, 31, 32};
-  if (quotes && quoted.contains(settings.attribute)) mark = "\"";
+  if (quotes && quoted.contains(number_of(settings.attribute))) mark = "\"";
   for (const auto& element : column.elements) {
     const FmtItemRec& record = element->record;
     std::string text(field_text(record.text));
@@ -313,7 +314,7 @@ ReferenceItem::ReferenceItem(const ClFmtColInf& column, LayoutKind kind, bool qu
 std::int32_t ReferenceItem::append_elements(std::string& line, bool& is_over) {
   date_overflow = false;
   for (Element& element : elements) {
-    const std::int32_t kind = element.settings.kind;
+    const std::int32_t kind = number_of(element.settings.kind);
     if (element.text.empty()) continue;
     const std::int32_t result = generate(*this, element, line);
     if (result == -7 || result == -40) return result;

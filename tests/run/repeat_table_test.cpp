@@ -16,7 +16,7 @@ struct NamedItem {
 
 class RepeatTableTest : public testing::Test {
  protected:
-  std::int32_t build(const std::vector<NamedItem>& items) {
+  ErrorCode build(const std::vector<NamedItem>& items) {
     write_file(folder.file("run.ctl"), control_bytes({}, {}));
     main = std::make_unique<ClColMain>();
     main->control_path = folder.file("run.ctl");
@@ -32,7 +32,7 @@ class RepeatTableTest : public testing::Test {
       if (main->settings.find_column(ItemNumber{item.number}) != nullptr) continue;
       auto column = std::make_unique<ClFmtColInf>();
       column->record.item_number = ItemNumber{item.number};
-      column->record.repeat_flag = item.level != 0 ? 1 : 0;
+      column->record.repeat_flag = flag_of(item.level != 0);
       column->record.repeat_level = RepeatLevel{item.level};
       main->settings.current_level()->append(std::move(column));
     }

@@ -39,23 +39,23 @@ class RandomLayout {
         repeats_left_(random.one_in(3) ? 3 : 0) {
     main.settings.set_run_mode(run_mode::settings_only);
     main.settings.begin(SettingsLevel{1}, StoredRecords{}, layout_kind);
-    std::vector<std::int32_t> numbers;
+    std::vector<ItemNumber> numbers;
     const std::int64_t count = random.one_in(4) ? 1 : random.between(2, 6);
     for (std::int32_t number = 1; number <= count; ++number) {
       add_item(random, number);
-      numbers.push_back(number);
+      numbers.push_back(ItemNumber{number});
     }
-    if (random.one_in(12)) numbers.push_back(1);
-    for (const std::int32_t number : numbers) {
+    if (random.one_in(12)) numbers.push_back(ItemNumber{1});
+    for (const ItemNumber number : numbers) {
       auto named = std::make_unique<ClDGCol>();
-      named->item_number = ItemNumber{number};
+      named->item_number = number;
       main.items.push_back(std::move(named));
     }
     main.settings.current_level()->record.repeat_flag = level_ > 0 ? 1 : 0;
   }
 
   ClColMain main;
-  std::map<std::int32_t, std::vector<std::string>> lists;  // by item number
+  std::map<ItemNumber, std::vector<std::string>> lists;
   LayoutKind layout_kind;
   bool quotation;
   std::string description;
@@ -68,13 +68,13 @@ class RandomLayout {
     if (random.one_in(4)) add_list(random, record);
     if (repeats_left_ > 0 && random.one_in(2)) {
       --repeats_left_;
-      record.repeat_flag = 1;
+      record.repeat_flag = Flag::on;
       record.repeat_level = RepeatLevel{++level_};
       record.repeat_count = static_cast<std::int32_t>(random.between(1, 3));
     }
     description += "\n  " + item.description() + ", list of " +
-                   std::to_string(lists[number].size()) + ", repeat level " +
-                   std::to_string(record.repeat_level) + " count " +
+                   std::to_string(lists[record.item_number].size()) + ", repeat level " +
+                   std::to_string(number_of(record.repeat_level)) + " count " +
                    std::to_string(record.repeat_count);
     main.settings.current_level()->append(std::move(item.column));
   }
@@ -105,8 +105,8 @@ void prepare(RandomLayout& layout, Run& run) {
 // What the reference writes: lines, and the code that ends them before `records`.
 struct Expected {
   Expected(const RandomLayout& layout, int records) {
-    std::map<std::int32_t, std::unique_ptr<ReferenceItem>> items;
-    std::map<std::int32_t, ReferenceRun::Entry> levels;
+    std::map<ItemNumber, std::unique_ptr<ReferenceItem>> items;
+    std::map<RepeatLevel, ReferenceRun::Entry> levels;
     ReferenceRun reference;
     for (const auto& named : layout.main.items) {
       std::unique_ptr<ReferenceItem>& item = items[named->item_number];
@@ -115,7 +115,7 @@ struct Expected {
         item = std::make_unique<ReferenceItem>(column, layout.layout_kind, layout.quotation);
         item->list = layout.lists.at(named->item_number);
         const FmtColRec& record = column.record;
-        if (record.repeat_flag != 0) {
+        if (is_on(record.repeat_flag)) {
           levels[record.repeat_level] = {item.get(), record.repeat_count};
         }
       }
@@ -146,7 +146,7 @@ struct Expected {
 };
 
 // Up to `count` records in blocks of random sizes, as text; ends early at a code.
-std::string take_lines(Run& run, RandomSettings& random, std::int64_t count, std::int32_t& code) {
+std::string take_lines(Run& run, RandomSettings& random, std::int64_t count, ErrorCode& code) {
   LineBlock lines(0);
   std::string text;
   for (std::int64_t done = 0; done < count;) {
@@ -165,7 +165,7 @@ std::string take_lines(Run& run, RandomSettings& random, std::int64_t count, std
 
 // The same from a record on, made by threads.
 std::string take_by_threads(Run& run, RandomSettings& random, Steps first, Steps end,
-                            std::int32_t& code) {
+                            ErrorCode& code) {
   constexpr std::size_t threads[] = {1, 2, 3, 8};
   run.seek(first);
   LineTeam team(run,
@@ -178,7 +178,8 @@ std::string take_by_threads(Run& run, RandomSettings& random, Steps first, Steps
   EXPECT_TRUE(team.has_threads());
   std::string text;
   const LinePiece* piece = nullptr;
-  for (code = 0; code == 0 && (piece = team.next()) != nullptr; code = piece->code) {
+  for (code = error::none; code == error::none && (piece = team.next()) != nullptr;
+       code = piece->code) {
     EXPECT_EQ(piece->begins.size(), piece->records);
     text.append(piece->lines.data(), piece->lines.size());
   }
@@ -224,12 +225,12 @@ TEST_F(RunTest, WritesAndSeeksWhatTheReferenceWrites) {
   for (int i = 0; i < layouts; ++i) {
     RandomLayout layout(random);
     SCOPED_TRACE("seed " + std::to_string(seed) + ", layout " + std::to_string(i + 1) + ", kind " +
-                 std::to_string(layout.layout_kind) + ", quotation " +
+                 std::to_string(number_of(layout.layout_kind)) + ", quotation " +
                  std::to_string(layout.quotation) + layout.description);
     const Expected expected(layout, records);
     korvex::Run run;
     prepare(layout, run);
-    std::int32_t code = 0;
+    ErrorCode code = error::none;
     const std::string found = take_lines(run, random, records, code);
     ASSERT_EQ(code, expected.code);
     ASSERT_TRUE(same_bytes(expected.lines, found));
@@ -282,7 +283,7 @@ TEST_F(RunTest, SeeksFarAway) {
     const auto far = static_cast<Steps>(run.seeks_directly()
                                             ? random.between(1'000'000, 1'000'000'000'000'000'000)
                                             : random.between(2 * records, 20'000));
-    std::int32_t code = 0;
+    ErrorCode code = error::none;
     run.seek(far);
     const std::string walked = take_lines(run, random, records, code);
     const Steps ahead = static_cast<Steps>(random.between(1, records - 1));
@@ -320,7 +321,7 @@ TEST_F(RunTest, SeeksInLongCyclesWithoutACourse) {
         << record;
   }
   // Asked to end, it stops on the way: nothing leads here, so no cycle ends.
-  column->record.lead_element = 0;
+  column->record.lead_element = ElementNumber::none;
   ItemGenerator without_end(*column, layout_kind::record_file, false);
   RecordAssembler interrupted;
   interrupted.add_field(without_end);

@@ -10,15 +10,15 @@ namespace {
 
 using namespace test;
 
-const ItemAttributes decimal = {attribute::decimal, 1, 8, 5, 2};
+const ItemAttributes decimal = {attribute::decimal, Flag::on, 8, 5, 2};
 
 class FmtFileTest : public testing::Test {
  protected:
   FmtFileTest() { EXPECT_EQ(folder.load(file), 0); }
 
-  std::int32_t store(std::int32_t item, const ItemAttributes& attributes, const std::string& format,
-                     const std::string& start, const std::string& end,
-                     const std::string& increment = "1") {
+  ErrorCode store(std::int32_t item, const ItemAttributes& attributes, const std::string& format,
+                  const std::string& start, const std::string& end,
+                  const std::string& increment = "1") {
     file.edited().texts = {format, cp932(start), cp932(end), increment};
     return file.check_and_store(ItemNumber{item}, attributes);
   }
@@ -62,17 +62,16 @@ TEST_F(FmtFileTest, ValuesReadBackAsTheyWereEntered) {
 }
 
 TEST_F(FmtFileTest, ReadsTheFieldsOfAnItem) {
-  file.edited().choices = {exceeded_action::repeat, 1};
+  file.edited().choices = {exceeded_action::repeat, Flag::on};
   ASSERT_EQ(store_range(file, 8), 0);
   record(8).referenced_item = ItemNumber{3};
   file.edited() = {};
   EXPECT_EQ(file.read_item(ItemNumber{9}), 0);
   ASSERT_EQ(file.read_item(ItemNumber{8}), 1);
   const EditedSettings& edited = file.edited();
-  EXPECT_EQ(
-      (std::vector<std::int32_t>{edited.generation_type, edited.referenced_item,
-                                 edited.choices.exceeded_action, edited.choices.custom_format}),
-      (std::vector<std::int32_t>{2, 3, 1, 1}));
+  EXPECT_EQ(as_numbers(edited.generation_type, edited.referenced_item,
+                       edited.choices.exceeded_action, edited.choices.custom_format),
+            as_numbers(2, 3, 1, 1));
   file.set_run_mode(run_mode::generator);
   file.edited().texts = {};
   EXPECT_EQ(file.read_item(ItemNumber{8}), 1);
@@ -81,8 +80,9 @@ TEST_F(FmtFileTest, ReadsTheFieldsOfAnItem) {
 }
 
 TEST_F(FmtFileTest, TheInitialValueReplacesEverything) {
-  file.edited().choices = {exceeded_action::repeat, 1};
-  ASSERT_EQ(store(1, {attribute::character, 1, 6, 6, 0}, "%2S'-'%3U", "AA,100", "AC,900", "2"), 0);
+  file.edited().choices = {exceeded_action::repeat, Flag::on};
+  ASSERT_EQ(
+      store(1, {attribute::character, Flag::on, 6, 6, 0}, "%2S'-'%3U", "AA,100", "AC,900", "2"), 0);
   FmtColRec& before = file.find_column(ItemNumber{1})->record;
   before.repeat_count = 4;
   before.referenced_item = ItemNumber{5};
@@ -116,7 +116,7 @@ TEST_F(FmtFileTest, DeletedSettingsLeaveThePlace) {
   EXPECT_EQ(file.find_column(ItemNumber{3}), nullptr);
   ASSERT_EQ(file.read_item(ItemNumber{1}), true);
   EXPECT_EQ(file.edited().texts.end, "99999");
-  ASSERT_EQ(store(1, {attribute::character, 1, 3, 0, 0}, "%3S", "AAA", "AAC"), 0);
+  ASSERT_EQ(store(1, {attribute::character, Flag::on, 3, 0, 0}, "%3S", "AAA", "AAC"), 0);
   EXPECT_EQ(record(1).digits, 3) << "the digits that count";
 }
 
@@ -136,7 +136,7 @@ TEST(LargestValue, FillsTheItem) {
   )")) {
     const auto size = numbers(sizes);
     for (const std::int32_t code : numbers(attributes)) {
-      EXPECT_EQ(largest_value_text({Attribute{code}, size[0], 9, size[1], size[2]}),
+      EXPECT_EQ(largest_value_text({Attribute{code}, Flag{size[0]}, 9, size[1], size[2]}),
                 cp932(expected))
           << code;
     }
@@ -146,9 +146,9 @@ TEST(LargestValue, FillsTheItem) {
 TEST_F(FmtFileTest, AnEmptyEndStandsForTheLargestValue) {
   ASSERT_EQ(store(1, decimal, "%3.2D", "1", ""), 0);
   EXPECT_EQ(field_text(file.find_column(ItemNumber{1})->elements[0]->record.end_text), "+999.99");
-  EXPECT_EQ(store(1, {Attribute{5}, 0, 3, 3, 0}, "%3U", "1", ""), -25)
+  EXPECT_EQ(store(1, {Attribute{5}, Flag::off, 3, 3, 0}, "%3U", "1", ""), -25)
       << "letters, as for characters";
-  EXPECT_EQ(store(1, {attribute::time, 0, 6, 6, 0}, "%T", "000000", ""), -38);
+  EXPECT_EQ(store(1, {attribute::time, Flag::off, 6, 6, 0}, "%T", "000000", ""), -38);
 }
 
 }  // namespace

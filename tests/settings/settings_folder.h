@@ -14,8 +14,8 @@ struct SettingsFolder {
   TempFolder work;
   std::string path = home.file("settings.fif");
 
-  Result<std::int32_t> load(ClFmtFile& file, std::int32_t level = 1, std::int32_t records = 1000,
-                            std::int32_t layout_kind = 1) const {
+  Result<std::size_t> load(ClFmtFile& file, std::int32_t level = 1, std::int32_t records = 1000,
+                           std::int32_t layout_kind = 1) const {
     file.set_paths(path, work.path());
     return file.load(SettingsLevel{level}, StoredRecords{records}, LayoutKind{layout_kind});
   }
@@ -28,7 +28,7 @@ struct SettingsFolder {
 inline ErrorCode store_range(ClFmtFile& file, std::int32_t item, const std::string& start = "1",
                              const std::string& end = "99999") {
   file.edited().texts = {"%5U", start, end, "1"};
-  return file.check_and_store(ItemNumber{item}, {attribute::decimal, 0, 5, 5, 0});
+  return file.check_and_store(ItemNumber{item}, {attribute::decimal, Flag::off, 5, 5, 0});
 }
 
 }  // namespace korvex::test

@@ -52,7 +52,7 @@ TEST(SettingsReader, ReadsTheRecordsAsTheyStand) {
   ASSERT_NE(file.find_column(ItemNumber{43}), nullptr);
   EXPECT_EQ(file.find_column(ItemNumber{43})->record.repeat_count, 59);
   ASSERT_EQ(file.find_column(ItemNumber{43})->elements.size(), 1U);
-  EXPECT_EQ(file.find_column(ItemNumber{43})->elements[0]->record.sequence, 61);
+  EXPECT_EQ(file.find_column(ItemNumber{43})->elements[0]->record.sequence, ElementNumber{61});
   EXPECT_EQ(file.find_column(ItemNumber{43})->elements[0]->record.end.year, 65535);
 }
 

@@ -14,8 +14,8 @@ TEST(SettingsWriter, WritesARangeByteForByte) {
   ClFmtFile file;
   ASSERT_EQ(folder.load(file, 3, 1000, 2), 0);
   file.edited().texts = {"%3.2D", "1.5", "99.99", "0.05"};
-  file.edited().choices = {exceeded_action::repeat, 1};
-  ASSERT_EQ(file.check_and_store(ItemNumber{7}, {attribute::decimal, 1, 8, 5, 2}), 0);
+  file.edited().choices = {exceeded_action::repeat, Flag::on};
+  ASSERT_EQ(file.check_and_store(ItemNumber{7}, {attribute::decimal, Flag::on, 8, 5, 2}), 0);
   ASSERT_EQ(file.save(quotation::double_mark), 0);
 
   const ValueFields start = {1, 1, 150, "150", 0, "", {}};

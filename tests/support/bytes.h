@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "platform/codepage.h"
+#include "support/codes.h"
 
 namespace korvex::test {
 

@@ -26,8 +26,16 @@ struct ControlItemFields {
 inline ControlItemFields control_fields(std::int32_t number, const std::string& name,
                                         const std::string& description, const ItemAttributes& item,
                                         std::int32_t null_allowed = 0) {
-  return {number,      name,          description, item.attribute, item.signed_flag, item.length,
-          item.digits, item.decimals, 0,           null_allowed};
+  return {number,
+          name,
+          description,
+          number_of(item.attribute),
+          number_of(item.signed_flag),
+          item.length,
+          item.digits,
+          item.decimals,
+          0,
+          null_allowed};
 }
 
 // The bytes that nobody reads are not zero.

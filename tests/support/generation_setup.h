@@ -23,7 +23,7 @@ struct ControlFields {
 // One item's settings as they are saved; without a format the initial value.
 struct SavedItem {
   std::int32_t number = 1;
-  ItemAttributes item = {attribute::decimal, 0, 20, 18, 0};
+  ItemAttributes item = {attribute::decimal, Flag::off, 20, 18, 0};
   RangeTexts texts = {"%3U", "1", "999", "1"};
   ExceededAction action = exceeded_action::repeat;
   std::int32_t repeat_level = 0;  // for none; one time each
@@ -70,7 +70,8 @@ class GenerationSetup {
       if (item.repeat_level == 0) continue;
       FmtColRec& record = file.find_column(ItemNumber{item.number})->record;
       record.repeat_level = RepeatLevel{item.repeat_level};
-      record.repeat_flag = record.repeat_count = 1;
+      record.repeat_flag = Flag::on;
+      record.repeat_count = 1;
       file.current_level()->record.repeat_flag = 1;
     }
     expect(file.save(Quotation{quotation}), "save");
@@ -90,7 +91,8 @@ class GenerationSetup {
 
  private:
   static void expect(ErrorCode result, const std::string& step) {
-    if (result != error::none) throw std::runtime_error(step + ": " + std::to_string(result));
+    if (result != error::none)
+      throw std::runtime_error(step + ": " + std::to_string(number_of(result)));
   }
 
   ScopedVariable config_{"XDG_CONFIG_HOME", folder.file("config")};

@@ -34,7 +34,7 @@ class ScriptedInterface : public platform::UserInterface {
     return std::make_unique<Progress>(*this);
   }
 
-  int open_editor(const std::string& path) override {
+  std::error_code open_editor(const std::string& path) override {
     opened_files.push_back(path);
     return editor_error;
   }
@@ -47,7 +47,7 @@ class ScriptedInterface : public platform::UserInterface {
   // The script. Questions get the answers in order, then `ok`.
   std::deque<platform::Answer> answers;
   int cancel_at_poll = 0;  // 0: never
-  int editor_error = 0;
+  std::error_code editor_error;
   std::optional<std::string> chosen_file;
 
   // What happened.

@@ -46,7 +46,7 @@ inline std::vector<std::int32_t> numbers(const std::string& cell) {
 inline ItemAttributes item_of(const std::string& cell) {
   std::vector<std::int32_t> all = numbers(cell);
   all.resize(5);
-  return {Attribute{all[0]}, all[1], all[2], all[3], all[4]};
+  return {Attribute{all[0]}, Flag{all[1]}, all[2], all[3], all[4]};
 }
 
 }  // namespace korvex::test

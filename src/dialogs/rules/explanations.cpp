@@ -101,13 +101,13 @@ std::string explain_directive(std::string_view text) {
 }  // namespace
 
 std::string explain_item(const ClDGCol& item) {
-  std::string text = "Attribute: " + std::to_string(item.attribute) + " (";
+  std::string text = "Attribute: " + std::to_string(number_of(item.attribute)) + " (";
   text.append(class_name(item.attribute)).append(")\n");
   text += "Length: " + std::to_string(item.length) + " bytes\n";
   text += "Digits: " + std::to_string(item.digits);
   if (item.decimals != 0) text += ", decimals: " + std::to_string(item.decimals);
-  text.append("\nSigned: ").append(yes_or_no(item.signed_flag != 0));
-  text.append("\nMay be NULL: ").append(yes_or_no(item.null_allowed != 0));
+  text.append("\nSigned: ").append(yes_or_no(is_on(item.signed_flag)));
+  text.append("\nMay be NULL: ").append(yes_or_no(is_on(item.null_allowed)));
   return text;
 }
 

@@ -13,7 +13,7 @@ FormatExamples::FormatExamples()
 void FormatExamples::load(const platform::SettingsStore& store) {
   for (const std::string_view name : format_example_values) {
     std::string value;
-    if (read_store_value(store, name, max_example_piece_size + 1, value) != 0) return;
+    if (read_store_value(store, name, max_example_piece_size + 1, value) != error::none) return;
     for (const std::string_view format : cut_list(value)) {
       if (!add(format)) return;
     }

@@ -22,7 +22,7 @@ void give_default_ranges(ClColMain& main) {
 
 ErrorCode give_null(ClColMain& main) {
   for (std::size_t index = 0; main.select_item(index) != nullptr; ++index) {
-    if (main.current_item()->null_allowed == 0) continue;
+    if (!is_on(main.current_item()->null_allowed)) continue;
     if (const ErrorCode result = set_initial_value(main); result != error::none) return result;
   }
   return error::none;
@@ -52,7 +52,7 @@ std::string text_format(std::int32_t count, std::int32_t limit, const char* lett
 
 std::string number_format(const ItemAttributes& item) {
   if (item.digits < 0 || item.decimals < 0 || item.decimals > item.digits) return "";
-  const std::string letter = item.signed_flag != 0 ? "D" : "U";
+  const std::string letter = is_on(item.signed_flag) ? "D" : "U";
   if (item.decimals == 0) {
     return "%" + std::to_string(std::min(item.digits, max_number_digits)) + letter;
   }

@@ -54,7 +54,7 @@ void store_repeat(const ClColMain& main, ClDGCol& item, const RepeatFields& fiel
   display.repeat_level = level;
   display.repeat_count = count;
   if (ClFmtColInf* column = main.settings.find_column(item.item_number)) {
-    column->record.repeat_flag = fields.is_repeated ? 1 : 0;
+    column->record.repeat_flag = flag_of(fields.is_repeated);
     column->record.repeat_level = level;
     column->record.repeat_count = count;
   }
@@ -65,7 +65,7 @@ std::uint32_t highest_repeat_level(const ClColMain& main) {
   for (const auto& item : main.items) {
     const ItemDisplay& display = item->display();
     // Levels below 0 come from crafted settings only.
-    if (!display.is_repeated || display.repeat_level < 0) continue;
+    if (!display.is_repeated || display.repeat_level < RepeatLevel::none) continue;
     highest = std::max(highest, static_cast<std::uint32_t>(display.repeat_level));
   }
   return highest;

@@ -16,12 +16,12 @@ namespace {
 constexpr std::size_t name_limit = 128;
 
 bool is_not_null_without_format(ClDGCol& item) {
-  return item.null_allowed == 0 && item.display().generation_text.empty() &&
+  return !is_on(item.null_allowed) && item.display().generation_text.empty() &&
          item.name.size() < name_limit;
 }
 
 // `line` is where the file is wrong.
-ErrorCode check_enumeration_of(ClColMain& main, const ClDGCol& item, std::int32_t& line) {
+ErrorCode check_enumeration_of(ClColMain& main, const ClDGCol& item, ListLine& line) {
   const ClFmtColInf* column = main.settings.find_column(item.item_number);
   if (column == nullptr) return error::enumeration_file_missing;
   const std::string path(field_text(column->record.enumeration_path));
@@ -41,19 +41,19 @@ void check_items(ClColMain& main, SaveCheck& check, bool& has_first_level) {
         return;
       }
       ++check.repeated_items;
-      has_first_level |= display.repeat_level == outermost_level;
+      has_first_level |= display.repeat_level == RepeatLevel::outermost;
     }
     if (check.not_null_name.empty() && is_not_null_without_format(*item)) {
       check.not_null_row = row;
       check.not_null_name = platform::MessageText::code_page(item->name) + " ";
     }
     if (display.generation_type != generation_type::enumeration) continue;
-    std::int32_t line = 0;
+    ListLine line = ListLine::none;
     if (const ErrorCode result = check_enumeration_of(main, *item, line); result != error::none) {
       check.code = result;
       check.row = row;
       check.suffix = name_suffix(*item);
-      check.number = static_cast<std::uint64_t>(line);
+      check.number = number_of(line);
       return;
     }
   }

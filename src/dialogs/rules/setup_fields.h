@@ -10,17 +10,16 @@
 namespace korvex {
 
 // Entries of the generation type list.
-namespace type_entry {
-enum Entry : std::int32_t {
+enum class TypeEntry : std::int32_t {
   none = -1,
   initial_value = 0,
   range = 1,
   reference = 2,
   enumeration = 3,
 };
-}  // namespace type_entry
-
-using TypeEntry = type_entry::Entry;
+namespace type_entry {
+using enum TypeEntry;
+}
 
 // Proposed where no increment is yet.
 inline constexpr const char* first_increment = "1";

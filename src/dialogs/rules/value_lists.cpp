@@ -24,12 +24,12 @@ EnumerationStored choose_enumeration(ClColMain& main, const std::string& path,
   }
   const ClFmtColInf* column = main.settings.find_column(item.item_number);
   if (column == nullptr) return {.code = error::no_current_level};
-  std::int32_t line = 0;
-  const Result<std::int32_t> checked = check_enumeration(main, path, column->record, line);
+  ListLine line = ListLine::none;
+  const Result<std::size_t> checked = check_enumeration(main, path, column->record, line);
   if (!checked) {
     return {.code = checked.code(),
             .suffix = name_suffix(item),
-            .number = static_cast<std::uint64_t>(line),
+            .number = number_of(line),
             .leaves_settings = is_new};
   }
   if (!is_new) {
@@ -79,17 +79,16 @@ void open_enumeration_file(const std::string& path, const Messages& messages) {
   platform::open_in_editor(path);
 }
 
-Result<std::int32_t> EnumerationCounts::count(ClColMain& main, const FmtColRec& settings) {
+Result<std::size_t> EnumerationCounts::count(ClColMain& main, const FmtColRec& settings) {
   std::string path(field_text(settings.enumeration_path));
   struct stat status = {};
   if (::stat(path.c_str(), &status) != 0) return count_enumeration(main, settings);
   const Version version{status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec,
                         status.st_mtim.tv_nsec};
-  Key key{std::move(path), settings.attribute, settings.signed_flag,
-          settings.length, settings.digits,    settings.decimals};
+  Key key{std::move(path), attributes_of(settings)};
   const auto found = known_.find(key);
   if (found != known_.end() && found->second.version == version) return found->second.count;
-  const Result<std::int32_t> counted = count_enumeration(main, settings);
+  const Result<std::size_t> counted = count_enumeration(main, settings);
   // What made a file unusable, such as a lock, may be gone without a trace in its version.
   if (counted) known_.insert_or_assign(std::move(key), Known{version, *counted});
   return counted;

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <tuple>
+#include <utility>
 
 #include "control/col_main.h"
 #include "dialogs/rules/messages.h"
@@ -40,18 +41,17 @@ void open_enumeration_file(const std::string& path, const Messages& messages);
 // again.
 class EnumerationCounts {
  public:
-  Result<std::int32_t> count(ClColMain& main, const FmtColRec& settings);
+  Result<std::size_t> count(ClColMain& main, const FmtColRec& settings);
 
   void forget() { known_.clear(); }
 
  private:
   // The file and what its values are checked against.
-  using Key =
-      std::tuple<std::string, std::int32_t, std::int32_t, std::int32_t, std::int32_t, std::int32_t>;
+  using Key = std::pair<std::string, ItemAttributes>;
   using Version = std::tuple<dev_t, ino_t, off_t, std::time_t, long>;
   struct Known {
     Version version;
-    std::int32_t count = 0;
+    std::size_t count = 0;
   };
 
   std::map<Key, Known> known_;

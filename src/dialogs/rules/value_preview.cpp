@@ -74,12 +74,12 @@ std::unique_ptr<ClDGCol> copy_of(const ClDGCol& item) {
 
 ValuePreview preview_list_for(const FmtColRec& settings, const std::string& path) {
   ClColMain apart;  // what the check leaves here is dropped
-  std::int32_t line = 0;
+  ListLine line = ListLine::none;
   auto values = std::make_unique<ClEnumDataList>();
   bool is_whole = true;
-  const Result<std::int32_t> result =
+  const Result<std::size_t> result =
       look_into_enumeration(apart, path, settings, list_bytes_looked_at, line, *values, is_whole);
-  if (!result) return {.code = result.code(), .number = static_cast<std::uint64_t>(line)};
+  if (!result) return {.code = result.code(), .number = number_of(line)};
   ClFmtColInf column(settings);
   column.record.generation_type = generation_type::enumeration;
   ItemGenerator item(column, layout_kind::record_file, false);

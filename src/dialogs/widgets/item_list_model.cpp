@@ -32,7 +32,8 @@ std::vector<ItemColumn> generation_columns(LayoutKind layout_kind) {
       {"Start Value", 3, [](ClDGCol& item) { return item.display().start; }},
       {"End Value", 3, [](ClDGCol& item) { return item.display().end; }},
       {"Increment Value", 2, [](ClDGCol& item) { return item.display().increment; }},
-      {"Level", 2, [](ClDGCol& item) { return repeat_number(item, item.display().repeat_level); }},
+      {"Level", 2,
+       [](ClDGCol& item) { return repeat_number(item, number_of(item.display().repeat_level)); }},
       {"Repeat Value", 2,
        [](ClDGCol& item) { return repeat_number(item, item.display().repeat_count); }},
   };

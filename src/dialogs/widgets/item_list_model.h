@@ -27,7 +27,8 @@ class ItemListModel : public QAbstractTableModel {
 
  public:
   // Beside Qt's own roles: the text of a cell as bytes (QByteArray), and of a column its share.
-  enum Role { bytes_role = Qt::UserRole, share_role };
+  static constexpr int bytes_role = Qt::UserRole;
+  static constexpr int share_role = Qt::UserRole + 1;
 
   ItemListModel(ClDGColList& items, std::vector<ItemColumn> columns, QObject* parent = nullptr);
 

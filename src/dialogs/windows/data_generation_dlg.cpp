@@ -100,7 +100,7 @@ bool ClDataGenerationDlg::load() {
   ErrorCode result = main_.load();
   if (result == error::none) {
     show_load_warning();
-    const Result<std::int32_t> with_settings = reconcile(main_);
+    const Result<std::size_t> with_settings = reconcile(main_);
     if (main_.mismatch) return false;  // the user was told
     result = with_settings.code();
     if (with_settings && *with_settings == 0) result = give_initial_settings(main_);
@@ -131,7 +131,8 @@ void ClDataGenerationDlg::fill_list() {
 
 void ClDataGenerationDlg::choose_quotation() {
   auto* const choice = control<QComboBox>(control_id::quotation);
-  choice->setCurrentIndex(is_quotation_locked_ ? quotation::none : main_.settings.quotation());
+  choice->setCurrentIndex(
+      number_of(is_quotation_locked_ ? quotation::none : main_.settings.quotation()));
   if (is_quotation_locked_) enable({control_id::quotation, control_id::quotation_label}, false);
 }
 

@@ -116,7 +116,7 @@ void ClItemValueUpdateDlg::fill_labels() {
   auto* const type = control<QComboBox>(control_id::type);
   type->addItem(is_record_file ? "Setup Default Value" : "Set Null Characters");
   type->addItem("Setup Format");
-  type->setCurrentIndex(type_entry::initial_value);
+  type->setCurrentIndex(number_of(type_entry::initial_value));
 }
 
 // The header's number of records is the item's position here, from 1.
@@ -182,7 +182,7 @@ void ClItemValueUpdateDlg::enable_custom_format(bool on) {
 }
 
 void ClItemValueUpdateDlg::select_type(int entry) {
-  if (entry != type_entry::range) return enable_range(false);
+  if (TypeEntry{entry} != type_entry::range) return enable_range(false);
   if (const auto position = named_position()) propose_range(*main_.items[*position]);
 }
 
@@ -226,7 +226,7 @@ void ClItemValueUpdateDlg::browse_items() {
                          control<CodePageEdit>(control_id::update_name)->bytes());
   if (dialog.run() != dialog_result::ok) return;
   show_item(dialog.position());
-  control<QComboBox>(control_id::type)->setCurrentIndex(type_entry::initial_value);
+  control<QComboBox>(control_id::type)->setCurrentIndex(number_of(type_entry::initial_value));
   control<CodePageEdit>(control_id::format)->set_bytes({});
   clear_values(*this);
   control<CodePageEdit>(control_id::increment)->set_bytes(first_increment);
@@ -257,7 +257,7 @@ void ClItemValueUpdateDlg::on_ok() {
 }
 
 bool ClItemValueUpdateDlg::store() {
-  if (control<QComboBox>(control_id::type)->currentIndex() == type_entry::range) {
+  if (TypeEntry{control<QComboBox>(control_id::type)->currentIndex()} == type_entry::range) {
     return store_range_entry();
   }
   const ErrorCode result = set_initial_value(main_);

@@ -154,7 +154,7 @@ void ClSetupFormatDlg::show_item() {
 }
 
 void ClSetupFormatDlg::show_fields() {
-  control<QComboBox>(control_id::type)->setCurrentIndex(fields_.type_index);
+  control<QComboBox>(control_id::type)->setCurrentIndex(number_of(fields_.type_index));
   auto* const reference = control<QComboBox>(control_id::reference);
   const auto source = index_of_item(parent_.main().items, fields_.reference);
   reference->setCurrentIndex(source ? static_cast<int>(*source) : -1);
@@ -206,7 +206,7 @@ void ClSetupFormatDlg::apply_enablement() {
 std::string ClSetupFormatDlg::preview() {
   const ClColMain& main = parent_.main();
   ValuePreview values;
-  switch (control<QComboBox>(control_id::type)->currentIndex()) {
+  switch (TypeEntry{control<QComboBox>(control_id::type)->currentIndex()}) {
     case type_entry::range:
       values = preview_range(item(), main.layout_kind(), read_range(*this), setup_format_rules);
       break;

@@ -147,7 +147,7 @@ std::unique_ptr<platform::WaitCursor> WindowInterface::show_wait_cursor() {
   return std::make_unique<OverrideCursor>(Qt::WaitCursor);
 }
 
-int WindowInterface::open_editor(const std::string& path) {
+std::error_code WindowInterface::open_editor(const std::string& path) {
   return platform::run_editor(path, platform::EditorWait::never);
 }
 

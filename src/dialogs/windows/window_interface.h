@@ -12,7 +12,7 @@ class WindowInterface : public platform::UserInterface {
                                 const platform::MessageText& text) override;
   std::unique_ptr<platform::ProgressSink> open_progress(void* parent, bool cancel_allowed) override;
   std::unique_ptr<platform::WaitCursor> show_wait_cursor() override;
-  int open_editor(const std::string& path) override;
+  std::error_code open_editor(const std::string& path) override;
   std::optional<std::string> choose_file(const platform::FileQuestion& question) override;
 };
 

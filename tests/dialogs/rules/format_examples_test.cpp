@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/codes.h"
 #include "support/environment.h"
 #include "support/temp_folder.h"
 

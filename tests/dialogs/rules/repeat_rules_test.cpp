@@ -92,19 +92,18 @@ TEST_F(RowRulesTest, FollowTheTypeAndTheRepeat) {
       '1'%1U | 1 | 9 | repeat delete 0/0/0
       %2U    | 1 | 9 | repeat delete 0/0/0
   )")) {
-    ASSERT_GE(store_format(main, {format, start, end, "1"}, false, true), 0);
+    ASSERT_EQ(store_format(main, {format, start, end, "1"}, false, true), 0);
     EXPECT_EQ(rules(), expected) << format;
   }
 }
 
 TEST_F(RowRulesTest, ARepeatIsStoredInBothPlaces) {
-  ASSERT_GE(store_format(main, {"%2U", "1", "9", "1"}, false, true), 0);
+  ASSERT_EQ(store_format(main, {"%2U", "1", "9", "1"}, false, true), 0);
   store_repeat(main, *main.items[0], {true, 5, 6});
   EXPECT_EQ(rules(), "repeat edit delete 1/5/6");
   const FmtColRec& record = main.settings.find_column(ItemNumber{1})->record;
-  EXPECT_EQ(
-      (std::vector<std::int32_t>{record.repeat_flag, record.repeat_level, record.repeat_count}),
-      (std::vector{1, 5, 6}));
+  EXPECT_EQ(test::as_numbers(record.repeat_flag, record.repeat_level, record.repeat_count),
+            test::as_numbers(1, 5, 6));
   main.items[1]->display().repeat_level = RepeatLevel{9};  // but no repeat
   EXPECT_EQ(highest_repeat_level(main), 5U);
 }

@@ -12,14 +12,14 @@ namespace {
 
 // Every text of the fields in one line.
 std::string line(const SetupFields& f) {
-  return std::to_string(f.type_index) + " r=" + f.reference + " n=" + f.enumeration_name +
-         " p=" + f.enumeration_path + " f=" + f.format + " [" + f.start + "," + f.end + "," +
-         f.increment + "] c=" + (f.custom ? "1" : "0") +
-         " x=" + std::to_string(f.exceeded.value_or(ExceededAction{-1}));
+  return std::to_string(number_of(f.type_index)) + " r=" + f.reference +
+         " n=" + f.enumeration_name + " p=" + f.enumeration_path + " f=" + f.format + " [" +
+         f.start + "," + f.end + "," + f.increment + "] c=" + (f.custom ? "1" : "0") +
+         " x=" + std::to_string(number_of(f.exceeded.value_or(ExceededAction{-1})));
 }
 
 // Settings with something in every text, whatever the type shows of them.
-ItemDisplay display_of(std::int32_t type, std::int32_t action = exceeded_action::repeat) {
+ItemDisplay display_of(std::int32_t type, ExceededAction action = exceeded_action::repeat) {
   ItemDisplay display;
   display.generation_type = GenerationType{type};
   display.generation_text = "%2U";
@@ -29,7 +29,7 @@ ItemDisplay display_of(std::int32_t type, std::int32_t action = exceeded_action:
   display.enumeration_name = "a.txt";
   display.enumeration_path = "/lists/a.txt";
   display.is_custom = true;
-  display.exceeded_action = ExceededAction{action};
+  display.exceeded_action = action;
   return display;
 }
 
@@ -49,7 +49,8 @@ TEST(SetupFieldsTest, ShowWhatTheTypeHas) {
       5 1 | -1 r= n= p= f= [,,] c=0 x=-1
   )")) {
     const auto of = numbers(stored);
-    EXPECT_EQ(line(fields_of(display_of(of[0], of[1]), before)), expected) << stored;
+    EXPECT_EQ(line(fields_of(display_of(of[0], ExceededAction{of[1]}), before)), expected)
+        << stored;
   }
 }
 
@@ -69,7 +70,8 @@ TEST(SetupFieldsTest, ConfirmingATypeFillsOnlyWhatIsEmpty) {
     item.attribute = attribute::decimal;
     item.digits = 4;
     const std::int32_t stored_type = numbers(types)[1];
-    if (stored_type >= generation_type::range) item.display() = display_of(stored_type);
+    if (GenerationType{stored_type} >= generation_type::range)
+      item.display() = display_of(stored_type);
     item.display().generation_text = stored;
     SetupFields fields;
     fields.type_index = TypeEntry{numbers(types)[0]};
@@ -142,8 +144,8 @@ TEST_F(ChangedFieldsTest, AReferenceChangesWhatItsSourceHasOtherwise) {
       3 1 | 2 1 | %2U | a.txt | %2U |
       3 1 | 3 1 | %2U | a.txt | B   | changed
   )")) {
-    display(0) = display_of(numbers(stored)[0], numbers(stored)[1]);
-    display(1) = display_of(numbers(source)[0], numbers(source)[1]);
+    display(0) = display_of(numbers(stored)[0], ExceededAction{numbers(stored)[1]});
+    display(1) = display_of(numbers(source)[0], ExceededAction{numbers(source)[1]});
     display(1).generation_text = format;
     display(1).enumeration_name = list;
     SetupFields fields = fields_of(display(0), {});

@@ -97,10 +97,10 @@ TEST_F(StoreRangeTest, LimitsThePartsByAttribute) {
   )")) {
     for (const std::int32_t attribute : numbers(attributes)) {
       SCOPED_TRACE(std::to_string(attribute) + " " + format);
-      open({Attribute{attribute}, 0, 9, std::stoi(digits), 0});
+      open({Attribute{attribute}, Flag::off, 9, std::stoi(digits), 0});
       const RangeTexts texts = {format, "", "9", "1"};
-      EXPECT_EQ((std::vector<std::int32_t>{store(texts, setup_format_rules).code,
-                                           store(texts, value_update_rules).code}),
+      EXPECT_EQ(test::as_numbers(store(texts, setup_format_rules).code,
+                                 store(texts, value_update_rules).code),
                 numbers(codes));
     }
   }
@@ -121,7 +121,7 @@ TEST_F(StoreRangeTest, IntegersOutOfRangeAreStoredAllTheSame) {
       25 | 10 | 1           | 2147483648  | 0
   )")) {
     SCOPED_TRACE(start + " to " + end);
-    open({Attribute{std::stoi(attribute)}, 1, 20, std::stoi(digits), 0});
+    open({Attribute{std::stoi(attribute)}, Flag::on, 20, std::stoi(digits), 0});
     const RangeTexts texts = {"%" + digits + "D", start, end, "1"};
     const RangeStored stored = store(texts);
     EXPECT_EQ(stored.code, std::stoi(code));
@@ -133,7 +133,7 @@ TEST_F(StoreRangeTest, IntegersOutOfRangeAreStoredAllTheSame) {
 }
 
 TEST_F(StoreRangeTest, AFormatWithoutVariablePartClearsTheValues) {
-  open({attribute::integer, 0, 9, 9, 0});
+  open({attribute::integer, Flag::off, 9, 9, 0});
   // What the controls hold is looked at anyway.
   RangeStored stored = store({"'123'", "99999999999", "", ""});
   EXPECT_EQ(stored.code, error::start_out_of_range);

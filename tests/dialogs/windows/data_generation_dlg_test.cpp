@@ -22,7 +22,7 @@ constexpr int format_column = 2;
 constexpr int level_column = 6;
 constexpr int count_column = 7;
 
-const SavedItem two_digits = {.item = {attribute::decimal, 0, 2, 2, 0},
+const SavedItem two_digits = {.item = {attribute::decimal, Flag::off, 2, 2, 0},
                               .texts = {"%1U", "1", "9", "1"}};
 
 class DataGenerationDlgTest : public DialogTest {
@@ -134,7 +134,7 @@ TEST_F(DataGenerationDlgTest, OkComplainsInItsOrder) {
       {{row(id::items, 1), click(id::repeats)}, "q66", "Item Name: D ", 3, Answer::no},
   };
   Steps story = steps(
-      row(id::items, 2), click(id::setup), choose(id::type, type_entry::enumeration),
+      row(id::items, 2), click(id::setup), choose(id::type, number_of(type_entry::enumeration)),
       click(id::select_file), click(id::ok), row(id::items, 3), click(id::delete_settings),
       row(id::items, 4), click(id::delete_settings), then([=] { write_file(path, "1\nx\n"); }));
   for (const Stage& stage : stages) {
@@ -249,10 +249,11 @@ TEST_F(DataGenerationDlgTest, UpdateTakesWholeNumbersThatAreNotZero) {
 TEST_F(DataGenerationDlgTest, OffersWhatTheSettingsOfTheRowAllow) {
   const std::vector<int> commands = {id::repeats, id::delete_settings, id::update};
   setup.write(three_items(), {.layout_kind = 2});
-  setup.save_settings(
-      {{.number = 1, .item = {attribute::decimal, 0, 2, 2, 0}, .texts = {}},
-       {.number = 2, .item = {attribute::decimal, 0, 2, 2, 0}, .texts = {"'12'", "", "", ""}}},
-      2);
+  setup.save_settings({{.number = 1, .item = {attribute::decimal, Flag::off, 2, 2, 0}, .texts = {}},
+                       {.number = 2,
+                        .item = {attribute::decimal, Flag::off, 2, 2, 0},
+                        .texts = {"'12'", "", "", ""}}},
+                      2);
   const Step expect_hidden = [](FormDialog& dialog) {
     for (const int hidden :
          {id::quotation, id::repeat_only, id::record_count, id::predicted_size}) {
@@ -273,8 +274,8 @@ TEST_F(DataGenerationDlgTest, OffersWhatTheSettingsOfTheRowAllow) {
     };
   };
   EXPECT_EQ(run(repeat(0, "1", "3") +
-                steps(click(id::setup), choose(id::type, type_entry::initial_value), click(id::ok),
-                      expect_column(count_column, {"3"}), expect_ticked(true),
+                steps(click(id::setup), choose(id::type, number_of(type_entry::initial_value)),
+                      click(id::ok), expect_column(count_column, {"3"}), expect_ticked(true),
                       expect_usable({id::repeats, id::update}, {id::repeats}), click(id::repeats),
                       expect_column(count_column, {""}), expect_ticked(false),
                       expect_usable({id::repeats, id::update}, {}), click(id::cancel))),
@@ -319,8 +320,8 @@ TEST_F(DataGenerationDlgTest, IsNeverSeenWhenLoadingFails) {
     std::filesystem::remove(setup.settings());
   }
   // Items with impossible digits are named.
-  setup.write(
-      {{.name = cp932("品番"), .attributes = {attribute::decimal, 0, -1, -1, 0}}, {.number = 2}});
+  setup.write({{.name = cp932("品番"), .attributes = {attribute::decimal, Flag::off, -1, -1, 0}},
+               {.number = 2}});
   EXPECT_EQ(run(steps(click(id::cancel))), cancel);
   EXPECT_EQ(setup.told(), Names{"w75"});
   EXPECT_TRUE(setup.last_text.ends_with("品番 ")) << setup.last_text;

@@ -42,7 +42,7 @@ void show_windows(std::int32_t layout_kind, const Check& check) {
     ClDataGenerationDlg dialog(nullptr, setup.control(), run_mode::settings_only, 0);
     play(dialog, story);
   }
-  const Steps of_one_item[] = {{choose(id::type, type_entry::range), look, leave},
+  const Steps of_one_item[] = {{choose(id::type, number_of(type_entry::range)), look, leave},
                                {click(id::browse_items), look, leave, leave}};
   for (const Steps& story : of_one_item) {
     ClItemValueUpdateDlg dialog(nullptr, setup.control());
@@ -55,8 +55,8 @@ void show_windows(std::int32_t layout_kind, const Check& check) {
 }
 
 void for_each_window(const Check& check) {
-  for (const std::int32_t kind : {layout_kind::record_file, layout_kind::table}) {
-    show_windows(kind, check);
+  for (const LayoutKind kind : {layout_kind::record_file, layout_kind::table}) {
+    show_windows(number_of(kind), check);
   }
 }
 

@@ -95,7 +95,7 @@ TEST(GeneratingDataDlgTest, AClickEndsALongRun) {
   const platform::UserInterfaceOverride shown(windows);
   ClGenerateDataFile generator;
   generator.main.control_path = setup.control();
-  generator.output_option = guarded_output;
+  generator.output_option = OutputOption::guarded;
   milliseconds clicked{};
   QObject stage;
   constexpr milliseconds into_the_run{150};

@@ -65,18 +65,20 @@ class ItemValueUpdateDlgTest : public DialogTest {
 };
 
 TEST_F(ItemValueUpdateDlgTest, UpdatesTheItemThatWasBrowsedFor) {
-  setup.save_settings(
-      {{.number = 1, .item = {attribute::decimal, 0, 2, 2, 0}, .texts = {"%2U", "5", "9", "1"}},
-       {.number = 3, .item = letters, .texts = {}}});
-  EXPECT_EQ(run(steps(expect_item("A", "first"), expect_explained("Length: 2"),
-                      choose(id::type, type_entry::range), expect_fields("%2U", "1", true),
-                      click(id::browse_items), row(id::selection_items, 2, true),
-                      expect_item("C", "first"), expect_explained("Length: 3"),
-                      expect_fields("", "1", false), choose(id::type, type_entry::range),
-                      expect_fields("%3S", "1", true), click(id::custom_format),
-                      type(id::format, "%1S"), type(id::start, "K"), type(id::end, "L"),
-                      click(id::exceeded_repeat), click(id::ok))),
-            ok);
+  setup.save_settings({{.number = 1,
+                        .item = {attribute::decimal, Flag::off, 2, 2, 0},
+                        .texts = {"%2U", "5", "9", "1"}},
+                       {.number = 3, .item = letters, .texts = {}}});
+  EXPECT_EQ(
+      run(steps(expect_item("A", "first"), expect_explained("Length: 2"),
+                choose(id::type, number_of(type_entry::range)), expect_fields("%2U", "1", true),
+                click(id::browse_items), row(id::selection_items, 2, true),
+                expect_item("C", "first"), expect_explained("Length: 3"),
+                expect_fields("", "1", false), choose(id::type, number_of(type_entry::range)),
+                expect_fields("%3S", "1", true), click(id::custom_format), type(id::format, "%1S"),
+                type(id::start, "K"), type(id::end, "L"), click(id::exceeded_repeat),
+                click(id::ok))),
+      ok);
   EXPECT_EQ(setup.told(), Names{});
   EXPECT_EQ(setup.outputs(), Names{});  // no data is generated
   EXPECT_EQ(generated({1, 2, 3}), "05,K,\n06,L,\n");
@@ -112,7 +114,7 @@ TEST_F(ItemValueUpdateDlgTest, AskForANameOfAnItem) {
             type(id::update_name, "C"), expect_explained("Length: 3"), type(id::update_name, name),
             expect_explained(""),
             [](FormDialog& dialog) { QTest::mouseClick(dialog.control(id::type), Qt::LeftButton); },
-            expect_told({told}), press("Esc"), choose(id::type, type_entry::range),
+            expect_told({told}), press("Esc"), choose(id::type, number_of(type_entry::range)),
             expect_told({told, told}), expect_fields("", "", false), click(id::ok),
             expect_told({told}), close_box())),
         cancel);
@@ -122,8 +124,8 @@ TEST_F(ItemValueUpdateDlgTest, AskForANameOfAnItem) {
 
 TEST_F(ItemValueUpdateDlgTest, RefusalsKeepItOpen) {
   setup.write({{.null_allowed = 0},
-               {.number = 2, .name = "T", .attributes = {attribute::time, 0, 6, 6, 0}}});
-  const Steps range = {choose(id::type, type_entry::range), click(id::custom_format)};
+               {.number = 2, .name = "T", .attributes = {attribute::time, Flag::off, 6, 6, 0}}});
+  const Steps range = {choose(id::type, number_of(type_entry::range)), click(id::custom_format)};
   const Steps other = {type(id::update_name, "T")};
   const auto ends = [this](const Steps& entry, const Names& told) {
     EXPECT_EQ(run(entry + steps(click(id::ok), expect_told(told), click(id::cancel))), cancel);
@@ -155,8 +157,8 @@ TEST_F(ItemValueUpdateDlgTest, KeepsTheExamplesInItsList) {
     return value;
   };
   ASSERT_EQ(write_store_value(setup.store(), "ListFmt1", ""), 0);
-  const Steps open = {choose(id::type, type_entry::range), click(id::custom_format)};
-  const Steps close = {choose(id::type, type_entry::initial_value), click(id::ok)};
+  const Steps open = {choose(id::type, number_of(type_entry::range)), click(id::custom_format)};
+  const Steps close = {choose(id::type, number_of(type_entry::initial_value)), click(id::ok)};
   EXPECT_EQ(run(open +
                 steps(expect_list("9 0 add"), type(id::format, "%7U"), click(id::add_example),
                       expect_list("10 0 add delete"), click(id::add_example), expect_told({"i47"}),

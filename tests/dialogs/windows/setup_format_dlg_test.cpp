@@ -42,7 +42,7 @@ class SetupFormatDlgTest : public DialogTest {
   static Step expect_item(const std::string& name) { return expect_text(id::item_name, name); }
 
   static Steps choose_list() {
-    return {choose(id::type, type_entry::enumeration), click(id::select_file)};
+    return {choose(id::type, number_of(type_entry::enumeration)), click(id::select_file)};
   }
 
   Names rows;  // format and values of all items at the end
@@ -93,7 +93,7 @@ TEST_F(SetupFormatDlgTest, RefusalsKeepItOpenAtTheWrongControl) {
     int wrong;
   };
   const auto reference = [](const char* name) {
-    return steps(choose(id::type, type_entry::reference), type(id::reference, name));
+    return steps(choose(id::type, number_of(type_entry::reference)), type(id::reference, name));
   };
   const Case cases[] = {
       {{type(id::format, "")}, "w36", id::format},
@@ -102,7 +102,7 @@ TEST_F(SetupFormatDlgTest, RefusalsKeepItOpenAtTheWrongControl) {
       {reference(""), "w34", id::reference},
       {reference("b"), "w74", id::reference},
       {reference("C"), "w31", id::reference},
-      {{choose(id::type, type_entry::enumeration)}, "w138", id::select_file},
+      {{choose(id::type, number_of(type_entry::enumeration))}, "w138", id::select_file},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.told);
@@ -118,7 +118,7 @@ TEST_F(SetupFormatDlgTest, RefusalsKeepItOpenAtTheWrongControl) {
 }
 
 TEST_F(SetupFormatDlgTest, AnIntegerOutOfRangeIsStoredBeforeItIsRefused) {
-  setup.write({{.attributes = {attribute::integer, 1, 10, 10, 0}}});
+  setup.write({{.attributes = {attribute::integer, Flag::on, 10, 10, 0}}});
   play_in_setup(steps(type(id::start, "2147483648"), type(id::end, "2147483649"), click(id::ok),
                       expect_told({"w49"}), click(id::cancel), expect_told({})));
   EXPECT_TRUE(rows[0].ends_with(" 2147483648 2147483649 1 ")) << rows[0];
@@ -127,7 +127,8 @@ TEST_F(SetupFormatDlgTest, AnIntegerOutOfRangeIsStoredBeforeItIsRefused) {
 TEST_F(SetupFormatDlgTest, AReferenceTakesOverAllSettings) {
   setup.write({{}, {.number = 2, .name = cp932("数量")}});
   play_in_setup(steps(type(id::start, "5"), click(id::store_format), click(id::next_item),
-                      choose(id::type, type_entry::reference), type(id::reference, without_code),
+                      choose(id::type, number_of(type_entry::reference)),
+                      type(id::reference, without_code),
                       expect_told({"w한 has no code in code page 932."}), type(id::reference, "A"),
                       click(id::store_format), type(id::reference, "数量"), click(id::ok),
                       expect_told({"w29"}), answer(Answer::no), click(id::cancel)));
@@ -155,11 +156,11 @@ TEST_F(SetupFormatDlgTest, AReferenceThatWouldBeRefusedIsGreyAndSaysWhy) {
   };
   play_in_setup(steps(click(id::next_item), offers({"", "99029", "99031", "", ""}),
                       type(id::start, "5"), click(id::store_format), click(id::next_item),
-                      click(id::next_item), choose(id::type, type_entry::initial_value),
+                      click(id::next_item), choose(id::type, number_of(type_entry::initial_value)),
                       click(id::store_format), click(id::next_item), click(id::delete_format),
                       click(id::previous_item), click(id::previous_item), click(id::previous_item),
                       click(id::previous_item), offers({"99029", "", "99031", "99065", "99036"}),
-                      choose(id::type, type_entry::reference), type(id::reference, "b"),
+                      choose(id::type, number_of(type_entry::reference)), type(id::reference, "b"),
                       press("Down"), press("Return"), click(id::ok)));
   EXPECT_EQ(rows[0], "%2U 5 99 1 ");
 }
@@ -175,12 +176,12 @@ TEST_F(SetupFormatDlgTest, TellsWhatTheEntryWouldGive) {
                    EXPECT_EQ(told_by.toStdString(), expected);
                  });
   };
-  play_in_setup(steps(type(id::end, "7")) + told("7 values: 01, 02, 03 … 07") +
-                steps(type(id::start, "")) +
-                told("99037:The start value is not set. Please set the start value.") +
-                choose_list() + told("2 values: 1, 2") +
-                steps(choose(id::type, type_entry::reference), type(id::reference, "B")) +
-                told("99 values: 01, 02, 03 … 99") + steps(answer(Answer::no), click(id::cancel)));
+  play_in_setup(
+      steps(type(id::end, "7")) + told("7 values: 01, 02, 03 … 07") + steps(type(id::start, "")) +
+      told("99037:The start value is not set. Please set the start value.") + choose_list() +
+      told("2 values: 1, 2") +
+      steps(choose(id::type, number_of(type_entry::reference)), type(id::reference, "B")) +
+      told("99 values: 01, 02, 03 … 99") + steps(answer(Answer::no), click(id::cancel)));
   EXPECT_EQ(rows[0], default_number);
 }
 
@@ -201,12 +202,14 @@ TEST_F(SetupFormatDlgTest, AnEnumerationFileIsChosenBrowsedAndStored) {
       expect_tooltip(id::item_name,
                      "Attribute: 4 (number)\nLength: 2 bytes\nDigits: 2\nSigned: "
                      "no\nMay be NULL: yes"),
-      choose(id::type, type_entry::enumeration), expect_usable({id::browse_file}, {}),
+      choose(id::type, number_of(type_entry::enumeration)), expect_usable({id::browse_file}, {}),
       expect_tooltip(id::enumeration_name, ""), click(id::select_file),
       expect_tooltip(id::enumeration_name, path),
       expect_usable({id::browse_file}, {id::browse_file}), click(id::browse_file),
-      then([&] { EXPECT_EQ(setup.interface.opened_files, Names{path}); }),
-      then([&] { setup.interface.editor_error = 13; }), click(id::browse_file),
+      then([&] { EXPECT_EQ(setup.interface.opened_files, Names{path}); }), then([&] {
+        setup.interface.editor_error = std::make_error_code(std::errc::permission_denied);
+      }),
+      click(id::browse_file),
       expect_told({"pCall : vi \"" + path + "\"\nError : 13 (Permission denied)"}),
       then([&] { std::filesystem::remove(path); }), click(id::browse_file),
       [&](FormDialog& dialog) {
@@ -216,7 +219,7 @@ TEST_F(SetupFormatDlgTest, AnEnumerationFileIsChosenBrowsedAndStored) {
       },
       then([&] { list("3\n"); }), click(id::store_format),
       // Confirming the type again empties the name, and storing brings it back.
-      choose(id::type, type_entry::enumeration), expect_text(id::enumeration_name, ""),
+      choose(id::type, number_of(type_entry::enumeration)), expect_text(id::enumeration_name, ""),
       click(id::ok), expect_told({})));
   EXPECT_EQ(setup.interface.asked_folder, setup.folder.path());
   EXPECT_EQ(rows, (Names{"Enumeration type    ", default_number, default_text}));
@@ -241,7 +244,8 @@ TEST_F(SetupFormatDlgTest, ARefusedEnumerationLeavesTheSettings) {
 TEST_F(SetupFormatDlgTest, AColumnThatMayNotBeNullTakesAnEnumerationButNoNull) {
   setup.write({{.null_allowed = 0}}, {.layout_kind = 2});
   list("1\n");
-  play_in_setup(steps(click(id::delete_format), choose(id::type, type_entry::initial_value),
+  play_in_setup(steps(click(id::delete_format),
+                      choose(id::type, number_of(type_entry::initial_value)),
                       click(id::store_format), expect_told({"w65"})) +
                 choose_list() + steps(click(id::ok), expect_told({})));
   EXPECT_EQ(rows[0], "Enumeration type    ");
@@ -257,13 +261,13 @@ TEST_F(SetupFormatDlgTest, TheTypeDecidesWhatCanBeUsed) {
   play_in_setup(steps(
       usable({id::format, id::select_example, id::start, id::exceeded_repeat}),
       click(id::custom_format), usable({id::start, id::exceeded_repeat}), press("Alt+S Alt+O"),
-      expect_text(id::start, "1"), choose(id::type, type_entry::initial_value), usable({}),
-      click(id::store_format), choose(id::type, type_entry::reference), press("Alt+S"),
-      usable({id::reference}), choose(id::type, type_entry::enumeration),
-      usable({id::exceeded_repeat, id::select_file}), choose(id::type, type_entry::range),
-      type(id::start, "3"), type(id::end, "4"), click(id::exceeded_repeat), click(id::store_format),
-      expect_told({}), type(id::end, ""), choose(id::type, type_entry::range), click(id::ok),
-      expect_told({})));
+      expect_text(id::start, "1"), choose(id::type, number_of(type_entry::initial_value)),
+      usable({}), click(id::store_format), choose(id::type, number_of(type_entry::reference)),
+      press("Alt+S"), usable({id::reference}), choose(id::type, number_of(type_entry::enumeration)),
+      usable({id::exceeded_repeat, id::select_file}),
+      choose(id::type, number_of(type_entry::range)), type(id::start, "3"), type(id::end, "4"),
+      click(id::exceeded_repeat), click(id::store_format), expect_told({}), type(id::end, ""),
+      choose(id::type, number_of(type_entry::range)), click(id::ok), expect_told({})));
   EXPECT_EQ(rows[0], "%2U 3 4 1 ");
 }
 

@@ -41,7 +41,7 @@ TEST(WaitCursorTest, StandsOnTheHostsWindowsAndLeavesTheHostsOwnCursor) {
   const std::optional<Qt::CursorShape> hosts_own[] = {std::nullopt, Qt::CrossCursor};
   for (const std::optional<Qt::CursorShape>& own : hosts_own) {
     setup.save_settings();
-    setup.write({{.attributes = {attribute::decimal, 0, 9, 9, 0}}});
+    setup.write({{.attributes = {attribute::decimal, Flag::off, 9, 9, 0}}});
     if (own) QApplication::setOverrideCursor(*own);
     under_message.reset();
     messages = 0;

@@ -59,7 +59,8 @@ TEST(FieldForms, FollowTheAttributeUnlessTheColumnHasNoRoomForIt) {
     ColumnSchema column;
     column.type = test.type;
     column.length = test.length;
-    EXPECT_EQ(column_form(test.attribute, column), test.form) << test.attribute << test.length;
+    EXPECT_EQ(column_form(test.attribute, column), test.form)
+        << number_of(test.attribute) << test.length;
   }
 }
 
