@@ -68,8 +68,8 @@ class FolderCheck {
     table.print(out_);
     for (const std::string& fault : faults_) out_ << fault << "\n";
     out_ << platform::printable(folder)
-         << (faults_.empty() ? ": all unique sets hold, and all keys lead to records"
-                             : ": not everything holds for certain")
+         << (faults_.empty() ? ": all unique sets hold, and all keys refer to records"
+                             : ": not everything is certain")
          << std::endl;
     return faults_.empty();
   }
@@ -87,7 +87,7 @@ class FolderCheck {
   void check_key(const Member& member, const LayoutKeyUse& key) {
     const auto place = places_.find(key.parent);
     if (place == places_.end()) {
-      faults_.push_back(member.name() + ": key " + printed(key.items) + ": leads to " +
+      faults_.push_back(member.name() + ": key " + printed(key.items) + ": refers to " +
                         platform::printable(key.parent) + ", which is no layout of this folder");
       return;
     }
@@ -99,7 +99,7 @@ class FolderCheck {
     }
     const SetAnswer answer = answer_of(set, parent.forecast);
     if (answer.holds) return;
-    faults_.push_back(member.name() + ": key " + printed(key.items) + ": leads to " + set.names +
+    faults_.push_back(member.name() + ": key " + printed(key.items) + ": refers to " + set.names +
                       " of " + parent.name() + ", where not all differ: " + answer.text);
   }
 

@@ -90,12 +90,12 @@ SetAnswer answer_of(const UniqueSet& asked, const Forecast& forecast) {
   if (records <= uniqueness.different) {
     std::string text = "yes, all " + sources::counted_records(records) + " differ";
     if (uniqueness.is_exact() && uniqueness.different != endless) {
-      text += "; a record more than " + std::to_string(uniqueness.different) + " would not";
+      text += "; more than " + std::to_string(uniqueness.different) + " would not";
     }
     return {true, text};
   }
   if (records > uniqueness.repeated) return {false, repetition_text(set, records)};
-  std::string text = set.doubts.empty() ? untold : "cannot be told: " + set.doubts;
+  std::string text = set.doubts.empty() ? untold : "cannot be computed in advance: " + set.doubts;
   if (uniqueness.different > 1) {
     text += "; the first " + std::to_string(uniqueness.different) + " differ";
   }

@@ -83,7 +83,7 @@ inline void add_part(CLI::App& command, std::optional<Part>& part, bool& force) 
       command
           .add_option_function<std::string>(
               "--part", [&part](const std::string& text) { part = parse_part(text); },
-              "the I-th of N equal parts alone, beside the file")
+              "only the I-th of N equal parts, in the folder of the file")
           ->check(CLI::Validator(check, "", ""))
           ->type_name("I/N");
   command.add_flag("--force", force, "make the part also when it is complete")->needs(option);

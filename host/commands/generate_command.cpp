@@ -102,7 +102,7 @@ bool allows_part(const GenerateOptions& options, std::ostream& messages) {
                         : options.settings_only                        ? "--settings-only"
                         : options.window                               ? "--window"
                                                                        : nullptr;
-  if (refused != nullptr) messages << refused << " does not go with --part" << std::endl;
+  if (refused != nullptr) messages << refused << " cannot be combined with --part" << std::endl;
   return refused == nullptr;
 }
 

@@ -13,14 +13,14 @@ namespace korvex::host {
 
 LayoutCommands::LayoutCommands(CommandList& commands) {
   check_ = commands.add(
-      "check", "Say what generating will give, without generating: values, sizes, repetitions",
+      "check", "Say what generating will give, without generating: values, sizes, uniqueness",
       [this](CLI::App& command) { add_check_options(command); });
   preview_ = commands.add("preview", "Show the first records as a table",
                           [this](CLI::App& command) { add_preview_options(command); });
   export_ = commands.add("export", "Write the records for another program",
                          [this](CLI::App& command) { add_export_options(command); });
   new_ = commands.add("new",
-                      "Write a layout to start from; asks on a terminal for what no option says",
+                      "Write a layout to start from; asks on a terminal for what no option gives",
                       [this](CLI::App& command) { add_new_options(command); });
   report_ = commands.add("report", "Write a page that shows what the records are like",
                          [this](CLI::App& command) { add_report_options(command); });
@@ -31,7 +31,7 @@ void LayoutCommands::add_check_options(CLI::App& command) {
   add_records(command, check_options_.records);
   command
       .add_option("--unique", check_options_.unique,
-                  "items, with commas in between, in which all records are to differ")
+                  "items, separated by commas, in which all records must differ")
       ->take_all();
 }
 
@@ -56,7 +56,7 @@ void LayoutCommands::add_export_options(CLI::App& command) {
 
 void LayoutCommands::add_new_options(CLI::App& command) {
   command.add_option("-o,--output", new_options_.output,
-                     "the layout file, which must not be there yet (default: standard output)");
+                     "the layout file, which must not exist yet (default: standard output)");
   command.add_option("--kind", new_options_.kind, "record, table or iso (default: record)");
   command.add_option("--data", new_options_.data, "path of the data file (default: data.csv)");
   add_record_count(command, "--records", new_options_.records, "number of records (default: 1000)");

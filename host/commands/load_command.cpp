@@ -158,7 +158,7 @@ bool may_empty(const LoadRequest& request, std::istream& in, std::ostream& messa
     names += (i == 0 ? "" : ", ") + platform::printable(request.tables[i].schema.name);
   }
   if (listed < count) names += " and " + std::to_string(count - listed) + " more tables";
-  messages << "All rows of " << names << " will be removed. Go on? [y/N] " << std::flush;
+  messages << "All rows of " << names << " will be removed. Continue? [y/N] " << std::flush;
   // A terminal hands over a line at a time: what was not asked for yet waits there.
   if (!platform::wait_until_ready(STDIN_FILENO, POLLIN)) check_interruption();
   std::string answer;
@@ -280,7 +280,8 @@ ExitStatus load(const LoadOptions& options, std::vector<TableLoad>& loads, std::
 ExitStatus run_load(const LoadOptions& options, std::istream* in, std::ostream& out,
                     std::ostream& messages) {
   if (options.truncate && !options.yes && in == nullptr) {
-    messages << "--truncate removes all rows, and nobody can be asked, expected --yes" << std::endl;
+    messages << "--truncate removes all rows, and there is no terminal to ask on, expected --yes"
+             << std::endl;
     return ExitStatus::wrong_usage;
   }
   std::vector<TableLoad> loads;

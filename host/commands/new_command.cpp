@@ -260,8 +260,7 @@ ExitStatus run_new(const NewOptions& options, std::istream* in, std::ostream& ou
     return ExitStatus::wrong_usage;
   }
   if (layout.items.empty()) {
-    messages << "there is no item, expected --item NAME:ATTRIBUTE:SIZE or somebody to ask"
-             << std::endl;
+    messages << "there is no item, expected --item NAME:ATTRIBUTE:SIZE or a terminal" << std::endl;
     return ExitStatus::wrong_usage;
   }
   const std::string text = layout_text(layout);

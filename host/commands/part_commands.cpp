@@ -38,24 +38,29 @@ std::string fault_of_size(const std::string& text) {
 
 PartCommands::PartCommands(CommandList& commands) {
   verify_ =
-      commands.add("verify", "Say whether files, or the parts of one, hold the records of a layout",
+      commands.add("verify", "Say whether files, or the parts of one, have the records of a layout",
                    [this](CLI::App& command) { add_verify_options(command); });
-  plan_ = commands.add("plan", "Print the script with which an engine makes all parts",
-                       [this](CLI::App& command) { add_plan_options(command); });
+  plan_ = commands.add(
+      "plan", "Print the script with which Slurm, GNU parallel, Kubernetes or make makes all parts",
+      [this](CLI::App& command) { add_plan_options(command); });
 }
 
 void PartCommands::add_verify_options(CLI::App& command) {
   add_layout(command, verify_options_.layout);
   command.add_option("FILE", verify_options_.files,
-                     "files, parts, or names whose parts are there (default: the data file)");
+                     "files, parts, or names of files that are in parts (default: the data file)");
   CLI::Option* content =
       command.add_flag("--content", verify_options_.content, "compare every byte");
-  command.add_option("--sample", verify_options_.places, "compare the records at so many places")
+  command
+      .add_option("--sample", verify_options_.places,
+                  "number of random places at which records are compared")
       ->check(number_from(1))
       ->type_name("K")
       ->excludes(content);
   add_jobs(command, verify_options_.jobs);
-  command.add_option("--parts", verify_options_.parts, "all parts out of so many, and no whole")
+  command
+      .add_option("--parts", verify_options_.parts,
+                  "check N parts, also missing ones, and no whole file")
       ->check(number_from(1))
       ->type_name("N");
   add_format(command, verify_options_.format);
@@ -68,7 +73,7 @@ void PartCommands::add_plan_options(CLI::App& command) {
   add_layout(command, plan_options_.layout);
   command.add_option("--for", plan_options_.engine, "slurm, parallel, kubernetes or make")
       ->transform(one_of(plan_engines))
-      ->type_name("ENGINE")
+      ->type_name("TOOL")
       ->required();
   CLI::Option* parts = command.add_option("--parts", plan_options_.parts, "the number of parts")
                            ->check(number_from(1))
@@ -77,7 +82,7 @@ void PartCommands::add_plan_options(CLI::App& command) {
       .add_option_function<std::string>(
           "--max-bytes",
           [this](const std::string& text) { plan_options_.most_bytes = *parse_size(text); },
-          "so many parts that none is larger, such as 500M or 1G")
+          "the largest size of a part, such as 500M or 1G")
       ->check(CLI::Validator(fault_of_size, "", ""))
       ->type_name("SIZE")
       ->excludes(parts);

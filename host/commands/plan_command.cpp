@@ -76,7 +76,7 @@ ExitStatus run_plan(const PlanOptions& options, bool has_format, std::ostream& o
     return refuse(messages, "no number of parts, expected --parts or --max-bytes");
   }
   if (options.output.empty() && has_format) {
-    return refuse(messages, "no file to export to, expected --output beside the format");
+    return refuse(messages, "no file to export to, expected --output with the format");
   }
   if (options.output == "-") return refuse(messages, "--output is -, expected a file for parts");
   const bool is_export = !options.output.empty();

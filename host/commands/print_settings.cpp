@@ -57,7 +57,7 @@ class SettingsPrinter {
          << ", items " << level.column_count << ", size " << level.data_size << ", offset "
          << level.data_offset << (level.repeat_flag != 0 ? ", with repeats" : "") << "\n";
     if (level.data_offset == 0) return {};
-    if (level.data_offset < 0) return "the level's place lies in front of the file";
+    if (level.data_offset < 0) return "the level's offset is negative";
     RecordCursor cursor(bytes_, static_cast<std::size_t>(level.data_offset));
     for (std::int32_t i = 0; i < level.column_count; ++i) {
       const std::string wrong = print_item(cursor);

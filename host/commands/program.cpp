@@ -63,19 +63,20 @@ void add_import_options(CLI::App& command, ImportOptions& options) {
   command.add_option("TABLE", options.table, "table or view (default: all tables)");
   command.add_option(
       "-o,--output", options.output,
-      "layout file to write, with its lists beside it; - for standard output (default); of all "
+      "layout file to write; lists go to its folder; - for standard output (default); for all "
       "tables: the folder for them");
   command
       .add_option("--records", options.records,
-                  "number of records, for which unique columns have values (default: 1000; of all "
+                  "number of records (default: 1000; for all "
                   "tables: numbers that fit together)")
       ->check(number_from(1));
   command.add_flag("--force", options.force, "replace files that exist");
   WholeDatabaseOptions& whole = options.whole;
-  command.add_option("--tables", whole.tables, "only these, as in 'a,b*'");
-  command.add_option("--except", whole.except, "not these, whose rows others refer to");
+  command.add_option("--tables", whole.tables, "only these tables, as in 'a,b*'");
+  command.add_option("--except", whole.except, "not these; others refer to their existing rows");
   command.add_option("--keep", whole.keep, "tables whose rows stay as they are");
-  command.add_option("--scale", whole.scale, "so many times the rows that are there")
+  command
+      .add_option("--scale", whole.scale, "number of records, as a multiple of the existing rows")
       ->check(CLI::PositiveNumber);
   command.add_flag("--plain", whole.is_plain, "no guesses by the names of columns");
 }
@@ -89,8 +90,7 @@ void add_load_options(CLI::App& command, LoadOptions& options) {
   command.add_flag("--truncate", options.truncate,
                    "remove all rows of the tables first; asks on a terminal");
   command.add_flag("--yes", options.yes, "remove them without asking");
-  command.add_flag("--no-analyze", options.no_analyze,
-                   "leave out that the database counts again what it knows of the tables");
+  command.add_flag("--no-analyze", options.no_analyze, "do not run ANALYZE on the tables");
   command.add_flag("--quiet", options.quiet, "print no line about the result");
 }
 
@@ -99,7 +99,7 @@ void add_sets_options(CLI::App& command, SetsOptions& options) {
   command.add_option("--language", options.language, "the language of the values (default: en)");
   CLI::Option* rows = command.add_option("-n,--rows", options.rows, "number of rows (default: 10)")
                           ->check(number_from(0));
-  command.add_flag("--tsv", options.as_file, "print the whole table, with tabs in between")
+  command.add_flag("--tsv", options.as_file, "print the whole table, with tabs between columns")
       ->excludes(rows);
 }
 
@@ -265,7 +265,7 @@ ExitStatus run_program(int argc, const char* const* argv, const ModuleFunctions&
   }
   if (!connections.empty()) {
     // What takes it for the name of a file or table would print it.
-    messages << "a database stands where none is expected: korvex import DATABASE TABLE, korvex "
+    messages << "a database where none is expected: korvex import DATABASE TABLE, korvex "
                 "load LAYOUT DATABASE [TABLE]"
              << std::endl;
     return ExitStatus::wrong_usage;

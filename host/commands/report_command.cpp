@@ -108,8 +108,7 @@ ReportedTable table_of(PreparedLayout& prepared) {
         [&](std::size_t i, std::string_view value) { table.columns[i].summary.add(value); });
   }
   if (looked_at < table.records) {
-    table.note =
-        "the figures are those of " + std::to_string(looked_at) + " of them, taken all over";
+    table.note = "the figures are from a sample of " + std::to_string(looked_at) + " of them";
   }
   take_records(records, 0, shown_records, [&](std::size_t i, std::string_view value) {
     if (i == 0) table.samples.emplace_back();

@@ -131,7 +131,7 @@ void SqliteInsertion::refuse_missing_parents() {
     if (parent.next()) continue;
     throw DatabaseError(table_.name + ": column " + table_.columns[key.columns.front()].name +
                         ": refers to " + key.table +
-                        ", which is not there: SQLite takes no rows then");
+                        ", which does not exist: SQLite then takes no rows");
   }
 }
 

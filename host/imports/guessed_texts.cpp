@@ -95,7 +95,7 @@ class TextGuesser {
       case Meaning::sentence:
         return from_sets({"sentences.sentence"}, "sentences");
       case Meaning::domain_name:
-        return from_sets({"companies.domain"}, "names that lead nowhere");
+        return from_sets({"companies.domain"}, "names that do not exist");
       default:
         return made(meaning);
     }
@@ -281,9 +281,9 @@ class TextGuesser {
     if (has_person() && is_latin && limit_ >= long_enough && !company_.number.empty()) {
       return composed("{" + company_.given_name + "|ascii|lower}.{" + company_.family_name +
                           "|ascii|lower}{" + company_.number + "}@example.org",
-                      "made of the name, at a domain that reaches nobody");
+                      "made of the name, at a domain that does not exist");
     }
-    if (!task_.is_unique) return from_sets({"email.address"}, "addresses that reach nobody");
+    if (!task_.is_unique) return from_sets({"email.address"}, "addresses that belong to nobody");
     return numbered("user", "@example.org");
   }
 
@@ -295,7 +295,7 @@ class TextGuesser {
     auto values = counted_texts({before, '0', '9', digits, after}, task_);
     if (!values || values->period < wanted()) return std::nullopt;
     GuessedText text;
-    text.what = "unique, and reach nobody";
+    text.what = "unique, and belong to nobody";
     text.values = std::move(*values);
     text.values.attributes = text_attributes(limit_);
     return text;
@@ -320,7 +320,7 @@ class TextGuesser {
       case Meaning::web_address: {
         std::vector<std::string> values = set_values("companies.domain", company_.language);
         for (std::string& value : values) value = "https://www." + value + "/";
-        return listed(std::move(values), "addresses that lead nowhere");
+        return listed(std::move(values), "addresses that do not exist");
       }
       case Meaning::network_address: {
         std::vector<std::string> values;

@@ -103,7 +103,7 @@ void KeyItems::add_own(const KeyUse& use, std::vector<PlannedItem>& items) {
                      {"item", toml_text(name)},
                      {"order", toml_text("random")}};
       item.empty_share.clear();
-      item.reason = "a record that came before: a tree";
+      item.reason = "an earlier record: a tree";
     } else {
       values.keys = {{"type", toml_text("reference")}, {"item", toml_text(name)}};
       item.empty_share.clear();
@@ -169,7 +169,7 @@ std::optional<TextRows> KeyItems::read_rows(const KeyUse& use, std::vector<Plann
   if (!rows.empty()) return rows;
   const std::string why = unfit > 0       ? "none of whose keys can be in a list"
                           : taken.empty() ? "which has no rows yet (load " + table + " first)"
-                                          : "which has no keys that are free";
+                                          : "which has no unused keys";
   leave_empty(use, "refers to " + table + ", " + why, items);
   planned_.is_full = !taken.empty() && items[use.key->columns.front()].is_gap;
   return std::nullopt;

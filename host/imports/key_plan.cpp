@@ -83,7 +83,7 @@ class KeyPlanner {
     }
     if (static_cast<std::size_t>(taken) == key.columns.size() && !is_wide) return;
     plan_.remarks.push_back(column_names(table_, key.columns) + ": the key to " + key.table +
-                            " shares columns with another key, and may not be met");
+                            " shares columns with another key, and may refer to missing rows");
   }
 
   // Of a table that is not filled, and where a condition names the rows: new ones are others.
@@ -220,7 +220,7 @@ class KeyPlanner {
       return;
     }
     plan_.remarks.push_back(column_names(table_, set) +
-                            ": unique together, which their values may not be");
+                            ": unique together, but their values may be equal");
   }
 
   // One member that differs in each group of the hub is enough; one that does so already is best.

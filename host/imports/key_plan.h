@@ -28,7 +28,7 @@ struct ColumnRole {
     own,    // values of its own
     key,    // a column of a key
     line,   // the place within the group of the key with each
-    empty,  // NULL: a key that can't be followed beside another one
+    empty,  // NULL: a key that can't be combined with another one
   };
   Kind kind = Kind::own;
   std::size_t key = 0;      // among the plan's

@@ -54,7 +54,7 @@ class TablePlanner {
       follow_orders(orders_, imported_, items_);
     } else {
       for (const ColumnOrder& order : orders_) {
-        note({order.left, order.right}, "compared by a condition, which their values may not meet");
+        note({order.left, order.right}, "compared by a condition, which their values may fail");
       }
     }
     add_keys(false);
@@ -203,7 +203,7 @@ class TablePlanner {
     }
     if (facts_[i].is_always_null || keys_.columns[i].kind == Role::empty) {
       item.reason = facts_[i].is_always_null ? "a condition keeps it without a value"
-                                             : "a key that can't be followed beside another one";
+                                             : "a key that can't be combined with another one";
       item.is_empty = true;
       return;
     }
@@ -226,7 +226,7 @@ class TablePlanner {
     item.is_empty = true;
     item.reason = "no value is known for the type or its conditions";
     if (keys_.columns[i].is_unique && imported_.rows > 0) {
-      item.reason = "no value is known beside those that it holds";
+      item.reason = "no value is known except those that it already has";
     }
     if (column.nullable && !facts_[i].is_never_null) return;
     if (column.has_default) {
@@ -330,7 +330,7 @@ class TablePlanner {
       if (nested == joint && !is_wide) {
         items_[i].repeat_level = ++level;
       } else {
-        note({i}, "unique together with others, which their values may not be");
+        note({i}, "unique together with others, but their values may be equal");
       }
     }
   }

@@ -20,7 +20,7 @@ void read_children(const ValuesReading& reading) {
   children.layout = read_path(reader, "layout", reading.layout.file);
   children.layout_place = reader.place("layout");
   reader.require("key",
-                 "the name of its item that leads to this layout, with type = \"key\" and each");
+                 "the name of its item that refers to this layout, with type = \"key\" and each");
   children.key = placed_text(reader, "key").value_or(PlacedText{"", reader.place("key")});
   // Records can be counted as such.
   if (fold != sources::Fold::count) reader.require("item", "the name of an item of that layout");

@@ -66,8 +66,9 @@ void read_each(const ValuesReading& reading, KeyValues& key) {
   }
   for (const std::string_view key_of_way : {"order", "joint", "within", "weights", "skew"}) {
     if (!reader.has(key_of_way)) continue;
-    reader.report(reader.place(key_of_way),
-                  std::string(key_of_way) + " stands beside each, expected one of the two");
+    reader.report(
+        reader.place(key_of_way),
+        std::string(key_of_way) + " is given together with each, expected one of the two");
   }
   key.each = bounds;
   key.each_place = place_of(*node);

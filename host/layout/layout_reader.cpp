@@ -47,7 +47,7 @@ void check_path_lengths(TableReader& reader, const Layout& layout) {
   for (const auto& [key, path] : paths) {
     if (path->size() <= longest_path) continue;
     reader.report(reader.place(key),
-                  std::string(key) + " leads to a path of " + std::to_string(path->size()) +
+                  std::string(key) + " gives a path of " + std::to_string(path->size()) +
                       " bytes, expected at most " + std::to_string(longest_path));
     return;
   }

@@ -17,12 +17,12 @@ void read_list(const ValuesReading& reading) {
   list.column = placed_text(reader, "column");
   if (reader.has("values") == reader.has("file")) {
     reader.report(reader.has("file") ? list.file_place : reader.place(),
-                  reader.has("file") ? "file stands beside values, expected one of the two"
+                  reader.has("file") ? "file is given together with values, expected one of the two"
                                      : "[item.values] has neither values nor file, expected values "
                                        "or the path of a text file");
   }
   if (reader.has("values") && list.column) {
-    reader.report(list.column->place, "column stands beside values, expected file");
+    reader.report(list.column->place, "column is given together with values, expected file");
   }
   read_exceeded(reading);
   reading.values.own = std::move(list);

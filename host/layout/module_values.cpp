@@ -64,7 +64,7 @@ void read_enumeration(const ValuesReading& reading) {
   if (!values.file.empty()) values.file = std::filesystem::absolute(values.file).string();
   if (values.file.size() > longest_enumeration_path) {
     reader.report(reader.place("file"),
-                  "file leads to a path of " + std::to_string(values.file.size()) +
+                  "file gives a path of " + std::to_string(values.file.size()) +
                       " bytes, expected at most " + std::to_string(longest_enumeration_path));
   }
   read_exceeded(reading);

@@ -136,7 +136,7 @@ void append_missing_lists(const Layout& layout, std::vector<LayoutError>& errors
     std::error_code failure;
     if (std::filesystem::exists(item.values->file, failure) || failure) continue;
     errors.push_back({item.values->origin, "item " + platform::printable(item.name) +
-                                               ": file leads to " +
+                                               ": file names " +
                                                platform::printable(item.values->file) +
                                                ", which does not exist, expected a value list"});
   }

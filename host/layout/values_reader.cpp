@@ -34,7 +34,7 @@ void reject_keys_of_other_types(TableReader& reader, const toml::table& table,
       takers += (takers.empty() ? "\"" : " or \"") + std::string(type->name) + '"';
     }
     if (takers.empty()) continue;
-    reader.report(reader.place(key), std::string(key) + " stands beside type \"" +
+    reader.report(reader.place(key), std::string(key) + " is given together with type \"" +
                                          std::string(own.name) + "\", expected type " + takers);
   }
 }
@@ -44,11 +44,11 @@ void read_repeat(TableReader& values_reader, ItemValues& values, std::vector<Lay
   if (table == nullptr) return;
   if (values.source == ValueSource::initial) {
     values_reader.report(values_reader.place("repeat"),
-                         "repeat stands beside type \"initial\", expected another type");
+                         "repeat is given together with type \"initial\", expected another type");
   } else if (!values.own_keys.empty()) {
-    values_reader.report(
-        values_reader.place("repeat"),
-        "repeat stands beside " + values.own_keys.front().key + ", expected one of the two");
+    values_reader.report(values_reader.place("repeat"), "repeat is given together with " +
+                                                            values.own_keys.front().key +
+                                                            ", expected one of the two");
   }
   TableReader reader(*table, "repeat", errors);
   reader.require("level", "the level of the repeat, 1 for the outermost");

@@ -68,7 +68,7 @@ void require_order(TableReader& reader, std::string_view key, Order order, WayRu
   if (!reader.has("order")) way.order = order;
   if (way.order == order) return;
   reader.report(reader.place(key),
-                std::string(key) + " stands beside order \"" +
+                std::string(key) + " is given together with order \"" +
                     std::string(order_names[static_cast<std::size_t>(way.order)]) +
                     "\", expected order \"" +
                     std::string(order_names[static_cast<std::size_t>(order)]) + '"');
@@ -80,7 +80,7 @@ void refuse_end(TableReader& reader, Order order) {
   const bool has_end =
       exceeded != nullptr && exceeded->value_or(std::string_view()) == "initialize";
   if (!has_end || order == Order::forward || order == Order::shuffled) return;
-  reader.report(place_of(*exceeded), "exceeded stands beside order \"" +
+  reader.report(place_of(*exceeded), "exceeded is given together with order \"" +
                                          std::string(order_names[static_cast<std::size_t>(order)]) +
                                          "\", expected order \"forward\" or \"shuffled\"");
 }
@@ -100,7 +100,8 @@ void read_order(TableReader& reader, WayRules& way) {
   require_order(reader, "skew", Order::zipf, way);
   refuse_end(reader, way.order);
   if (way.joint && way.within) {
-    reader.report(way.within->place, "within stands beside joint, expected one of the two");
+    reader.report(way.within->place,
+                  "within is given together with joint, expected one of the two");
   }
 }
 
@@ -134,7 +135,7 @@ void read_way(TableReader& reader, const ValueType& type, ItemValues& values,
               std::vector<LayoutError>& errors) {
   know_way_keys(reader);
   const auto reject = [&](std::string_view key, std::string_view expected) {
-    reader.report(reader.place(key), std::string(key) + " stands beside type \"" +
+    reader.report(reader.place(key), std::string(key) + " is given together with type \"" +
                                          std::string(type.name) + "\", expected " +
                                          std::string(expected));
   };

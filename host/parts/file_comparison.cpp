@@ -57,7 +57,7 @@ std::string FileComparison::compare(RecordStream& stream, const Stretch& stretch
 
 std::string FileComparison::check_end(std::uint64_t bytes) const {
   if (!failure_.empty() || size_ <= bytes) return {};
-  return "goes on after its last record, from byte " + std::to_string(bytes + 1) + " on";
+  return "continues after its last record, from byte " + std::to_string(bytes + 1) + " on";
 }
 
 std::uint64_t size_of(RecordStream& stream, const Stretch& stretch) {

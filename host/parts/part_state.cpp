@@ -20,7 +20,7 @@ constexpr std::size_t read_size = 256 * 1024;
 
 std::string fault_of(const Manifest& manifest, const Manifest& expected) {
   if (manifest.part != expected.part) {
-    return "beside the manifest of part " + part_text(manifest.part);
+    return "with the manifest of part " + part_text(manifest.part);
   }
   if (manifest.form != expected.form) {
     return "written as " + platform::printable(manifest.form) + ", expected " +
@@ -52,7 +52,7 @@ PartState state_of_part(const std::string& path, const Manifest& expected) {
   bool has_manifest = false;
   state.manifest = read_manifest(manifest_path(path), &has_manifest);
   if (!state.manifest) {
-    state.fault = has_manifest ? "beside a damaged manifest" : "without a manifest";
+    state.fault = has_manifest ? "with a damaged manifest" : "without a manifest";
     return state;
   }
   state.fault = fault_of(*state.manifest, expected);
@@ -64,7 +64,7 @@ PartState state_of_part(const std::string& path, const Manifest& expected) {
   }
   const auto mark = platform::mark_of_file(path);
   if (mark && *mark != mark_of(*state.manifest)) {
-    state.fault = "another file than its manifest was written for";
+    state.fault = "not the file of its manifest";
     return state;
   }
   const bool is_changed = is_newer(path, manifest_path(path));

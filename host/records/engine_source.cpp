@@ -159,7 +159,7 @@ class EngineSource : public sources::Source {
   }
   std::string course(std::uint64_t) const override { return course_; }
   std::string_view doubt() const override {
-    return is_repeated_ ? "repeats" : is_injective_ ? "comes again" : "may have equal values";
+    return is_repeated_ ? "repeats" : is_injective_ ? "is repeated" : "may have equal values";
   }
 
  private:

@@ -37,7 +37,7 @@ class EngineRecords {
 };
 
 // What an answer is where no formula gives one.
-inline const std::string untold = "cannot be told in closed form";
+inline const std::string untold = "cannot be computed in advance";
 
 // How the values of a field go, in words: "starts again after 52 records".
 std::string course_of(const FieldFacts& facts);

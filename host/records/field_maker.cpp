@@ -96,7 +96,7 @@ Field* FieldMaker::need(std::size_t i, SourcePlace place, std::string_view key, 
   path.back().place = place;
   if (wanted.state == State::in_the_making) {
     plan_.report(i, place,
-                 std::string(key) + " leads back to the item: " +
+                 std::string(key) + " refers back to the item: " +
                      text_of_circle(path, others, other) + ", expected no cycle");
     return nullptr;
   }
@@ -104,7 +104,7 @@ Field* FieldMaker::need(std::size_t i, SourcePlace place, std::string_view key, 
   if (wanted.state == State::unmade || wanted.depth >= most_nested_fields) {
     plan_.report(i, place,
                  "more than " + std::to_string(most_nested_fields) +
-                     " items need each other one after the other");
+                     " items depend on each other in a chain");
     return nullptr;
   }
   makings_[i].depth = std::max(makings_[i].depth, wanted.depth + 1);
@@ -132,8 +132,8 @@ std::unique_ptr<Field> FieldMaker::field_on_way(std::size_t i) {
   if (way == nullptr) return nullptr;
   if (takes_a_way && sources_.is_into_itself(*sources_.values(i)) && !plan_.item(i).nullable) {
     plan_.report(i, plan_.values_of(i)->place,
-                 "has no earlier record for the first one to lead to, beside nullable = false, "
-                 "expected one of the two");
+                 "has no earlier record for the first one to refer to, but nullable = false, "
+                 "expected nullable = true");
   }
   return std::make_unique<Field>(std::move(source), std::move(way));
 }
@@ -222,9 +222,9 @@ std::shared_ptr<sources::Groups> FieldMaker::children_of(std::size_t i,
   if (parents == nullptr) return nullptr;
   if (parents->parent != &sources_.self()) {
     plan_.report(i, values.key.place,
-                 "key is " + quoted_text(values.key.text) + ", which leads to " +
+                 "key is " + quoted_text(values.key.text) + ", which refers to " +
                      platform::printable(parents->parent->layout().file) +
-                     ", expected one that leads to this layout");
+                     ", expected one that refers to this layout");
     return nullptr;
   }
   return others.ways_.groups_of(*key);
@@ -314,7 +314,7 @@ void FieldMaker::add_emptiness(std::size_t i, Field& field) {
     const bool empties = key.key == "empty" || key.key == "empty_with" || key.key == "when";
     if (empties && !plan_.item(i).nullable) {
       plan_.report(i, key.place,
-                   key.key + " stands beside nullable = false, expected one of the two");
+                   key.key + " is given together with nullable = false, expected one of the two");
     }
   }
   if (rules.share && rules.share->numerator > 0) {

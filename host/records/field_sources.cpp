@@ -78,7 +78,7 @@ const PreparedLayout* FieldSources::find_layout(std::size_t i, const std::string
                                                 SourcePlace place) {
   const auto layout = family_.find(file);
   if (layout) return *layout;
-  plan_.report(i, place, "layout leads to " + platform::printable(file) + layout.reason());
+  plan_.report(i, place, "layout names " + platform::printable(file) + layout.reason());
   return nullptr;
 }
 
@@ -102,7 +102,7 @@ std::unique_ptr<FieldSources::Values> FieldSources::look_for_parent(std::size_t 
   }
   if (parent->layout().records == RecordCount() && parent != &self_ && plan_.records() > 0) {
     plan_.report(i, key.layout_place,
-                 "layout leads to " + platform::printable(key.layout) + ", which has no records");
+                 "layout names " + platform::printable(key.layout) + ", which has no records");
     return nullptr;
   }
   auto found = std::make_unique<Values>();
@@ -123,11 +123,10 @@ std::unique_ptr<FieldSources::Values> FieldSources::look_for_course(std::size_t 
     found->source = make_course_source(generator, plan_.layout().kind);
   }
   if (found->source == nullptr) {
-    plan_.report(
-        i, values.own_keys.front().place,
-        values.own_keys.front().key +
-            " needs to know how many values there are, which cannot be told here, expected "
-            "order \"forward\"");
+    plan_.report(i, values.own_keys.front().place,
+                 values.own_keys.front().key +
+                     " needs to know how many values there are, which is unknown here, expected "
+                     "order \"forward\"");
     return nullptr;
   }
   found->period = *found->source->period();

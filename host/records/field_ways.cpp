@@ -149,7 +149,7 @@ std::unique_ptr<sources::Way> FieldWays::make_way_to_earlier(const Given& given)
   const WayRules& way = given.way;
   if (way.is_given() && (way.order != Order::random || !way.weights.empty())) {
     plan_.report(given.giver, way.place,
-                 "leads to earlier records of the layout itself, expected each or order "
+                 "refers to earlier records of the layout itself, expected each or order "
                  "\"random\" for these");
     return nullptr;
   }

@@ -115,7 +115,7 @@ class ListReader {
  private:
   std::nullopt_t fail(const std::string& what) {
     errors_.push_back({list_.file_place,
-                       of_item(item_) + "file leads to " + platform::printable(list_.file) + what});
+                       of_item(item_) + "file names " + platform::printable(list_.file) + what});
     return std::nullopt;
   }
 

@@ -54,7 +54,7 @@ class TemplateSource : public Source {
     const Field* field = only_field();
     return field != nullptr ? field->course_of_texts(records) : "made of other items";
   }
-  std::string_view doubt() const override { return "cannot be taken apart into items that differ"; }
+  std::string_view doubt() const override { return "cannot be split into items that differ"; }
 
  private:
   // The field that alone decides the text, and can be told from it; null for any other template.

@@ -52,7 +52,7 @@ class InRounds : public Way {
     }
   }
 
-  std::string doubt() const override { return after_a_round("comes again"); }
+  std::string doubt() const override { return after_a_round("is repeated"); }
 
  protected:
   std::uint64_t period() const { return period_; }

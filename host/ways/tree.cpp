@@ -12,7 +12,7 @@ Result<Tree> Tree::make(KeyFor<Use::each> key, std::uint64_t records, GroupBound
   const std::uint64_t children = records == 0 ? 0 : records - 1;
   bounds.keeps_order = true;
   bounds.least = std::max<std::uint64_t>(bounds.least, 1);
-  if (bounds.most == 0) return Refusal{"nobody may have children"};
+  if (bounds.most == 0) return Refusal{"no record may have children"};
   const Wide mean_twice = Wide{bounds.least} + bounds.most;
   const auto parents = static_cast<std::uint64_t>(2 * Wide{children} / mean_twice);
   const auto placed =

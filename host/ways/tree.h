@@ -14,7 +14,7 @@ namespace korvex::ways {
 class Tree {
  public:
   // Up to `most_records`. A least of 0 is one of 1, since leaves have none anyway. Refused when the
-  // bounds are in the wrong order, or when nobody may have children.
+  // bounds are in the wrong order, or when no record may have children.
   static Result<Tree> make(KeyFor<Use::each> key, std::uint64_t records, GroupBounds bounds);
 
   // Nothing for the first record.

@@ -13,7 +13,7 @@ file l.toml
   Predicted size:      572 bytes (data items x item lengths)
   Free on the disk:    <n> bytes
   Unique B: no, 52 different values, 60 records asked; record 53 is the first that repeats an earlier one
-  Unique 番号, B: yes, all 60 records differ; a record more than 64 would not
+  Unique 番号, B: yes, all 60 records differ; more than 64 would not
 files
   l.toml
 > check l.toml --records 52 --unique B ...
@@ -79,12 +79,12 @@ file orders.toml
   Unique CUSTOMER: no, 4 different values, 10 records asked
   Unique CUSTOMER, NO: yes, all 10 records differ
   Unique CUSTOMER, PRODUCT: yes, all 10 records differ
-  Unique PRODUCT, NO: cannot be told: PRODUCT differs only within its group, NO starts again in each group
+  Unique PRODUCT, NO: cannot be computed in advance: PRODUCT differs only within its group, NO starts again in each group
   Unique ROLE: no, 3 different values, 10 records asked; record 4 is the first that repeats an earlier one
   Unique SEEN: no, 2 different values, 10 records asked
-  Unique A, B: cannot be told: A is empty in some records, B differs only together with all items of its joint order
-  Unique DUE: cannot be told: DUE is drawn between two ends
-  Unique NAME, ROLE: cannot be told: NAME points to values that may be equal, ROLE comes again after 3 records; the first 3 differ
+  Unique A, B: cannot be computed in advance: A is empty in some records, B differs only together with all items of its joint order
+  Unique DUE: cannot be computed in advance: DUE is drawn between two ends
+  Unique NAME, ROLE: cannot be computed in advance: NAME points to values that may be equal, ROLE is repeated after 3 records; the first 3 differ
   Unique ID, DUE: yes, all 10 records differ
 # What is empty through other items is counted; columns of a key tell of its row together.
 file lines.toml

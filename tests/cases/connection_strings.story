@@ -34,7 +34,7 @@ each COMMAND
   export l.toml --output=mysql://u:secret@h/db
 do
   >2 <COMMAND>
-    ! a database stands where none is expected: <*>
+    ! a database where none is expected: <*>
 each COMMAND SAYS
   check l.toml postgres://u:secret@h/db | The following argument was not expected: DATABASE
   check l.toml --records postgres://u:secret@h/db | --records: "DATABASE" is no number <*>

@@ -50,7 +50,7 @@ postgresql: sql
   CREATE TABLE secret (id integer PRIMARY KEY, a integer REFERENCES parent, b integer NOT NULL);
   GRANT SELECT, INSERT ON secret TO poor;
 each TABLE SAYS
-  taken | column b: no value is known beside those that it holds, but must not be NULL
+  taken | column b: no value is known except those that it already has, but must not be NULL
   sqlite: lost | column b: refers to nowhere, which cannot be read: no such table: nowhere, but must not be NULL<0A>lost: column a: refers to nowhere, which cannot be read: no such table: nowhere, stays NULL
 do
   >1 import "<target>" <TABLE> -o none.toml --records 10

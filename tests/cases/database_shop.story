@@ -17,7 +17,7 @@ $ korvex check orders.toml --unique customer_id,amount | grep -E '^(customer|amo
   amount            19900  starts again after 19900 records
   Records to generate: 100000
   Unique id: yes, all 100000 records differ; <*>
-  Unique customer_id, amount: yes, all 100000 records differ; a record more than 199000 would not
+  Unique customer_id, amount: yes, all 100000 records differ; more than 199000 would not
 $ korvex generate --quiet orders.toml && korvex check orders.toml | grep -c " $(stat -c %s orders.csv) bytes"
   1
 > preview orders.toml -n 3

@@ -75,14 +75,14 @@ def number NAME VALUES
 file h/a.toml
   @layout a 20 type = "default"
 each UNIQUE RECORDS A B STATUS SAYS
-  ["a", ["a", "b"]] | 20 | type = "range", format = "%3U", start = "1", end = "20", order = "shuffled" | type = "key", layout = "a.toml", item = "n" | 0 | g: all unique sets hold, and all keys lead to records
-  ["a"] | 21 | type = "range", format = "%3U", start = "1", end = "20" | type = "key", layout = "a.toml", item = "n" | 1 | t: unique a: no, 20 different values, 21 records asked; record 21 is the first that repeats an earlier one<0A>g: not everything holds for certain
-  ["b"] | 20 | type = "default" | type = "key", layout = "a.toml", item = "n", order = "random" | 1 | t: unique b: cannot be told: <*><0A>g: not everything holds for certain
-  ["b"] | 20 | type = "default" | type = "key", layout = "a.toml", item = "m" | 1 | t: unique b: <*><0A>t: key b: leads to m of my.a, where not all differ: no, <*><0A>g: not everything holds for certain
-  ["a"] | 20 | type = "default" | type = "key", layout = "../h/a.toml", item = "n" | 1 | t: key b: leads to <folder>/h/a.toml, which is no layout of this folder<0A>g: not everything holds for certain
+  ["a", ["a", "b"]] | 20 | type = "range", format = "%3U", start = "1", end = "20", order = "shuffled" | type = "key", layout = "a.toml", item = "n" | 0 | g: all unique sets hold, and all keys refer to records
+  ["a"] | 21 | type = "range", format = "%3U", start = "1", end = "20" | type = "key", layout = "a.toml", item = "n" | 1 | t: unique a: no, 20 different values, 21 records asked; record 21 is the first that repeats an earlier one<0A>g: not everything is certain
+  ["b"] | 20 | type = "default" | type = "key", layout = "a.toml", item = "n", order = "random" | 1 | t: unique b: cannot be computed in advance: <*><0A>g: not everything is certain
+  ["b"] | 20 | type = "default" | type = "key", layout = "a.toml", item = "m" | 1 | t: unique b: <*><0A>t: key b: refers to m of my.a, where not all differ: no, <*><0A>g: not everything is certain
+  ["a"] | 20 | type = "default" | type = "key", layout = "../h/a.toml", item = "n" | 1 | t: key b: refers to <folder>/h/a.toml, which is no layout of this folder<0A>g: not everything is certain
 # Records without a value are not the same to a database.
-  ["a"] | 20 | type = "range", format = "%3U", start = "1", end = "20", order = "shuffled", empty = 0.5 | type = "default" | 0 | g: all unique sets hold, and all keys lead to records
-  ["a"] | 50 | type = "range", format = "%3U", start = "1", end = "20", order = "shuffled", empty = 0.1 | type = "default" | 1 | t: unique a: no, <*><0A>g: not everything holds for certain
+  ["a"] | 20 | type = "range", format = "%3U", start = "1", end = "20", order = "shuffled", empty = 0.5 | type = "default" | 0 | g: all unique sets hold, and all keys refer to records
+  ["a"] | 50 | type = "range", format = "%3U", start = "1", end = "20", order = "shuffled", empty = 0.1 | type = "default" | 1 | t: unique a: no, <*><0A>g: not everything is certain
 do
   file g/a.toml
     @layout a 20 type = "default"

@@ -61,7 +61,7 @@ file l.toml
   digits = 2
   values = { type = "reference", item = "A" }
 >2 check l.toml
-  ! l.toml:16:41: item B: file leads to <folder>/none.txt, which does not exist, expected a value list
+  ! l.toml:16:41: item B: file names <folder>/none.txt, which does not exist, expected a value list
   ! l.toml:21:39: item C: item is "X": 99074:There is no Item to be used as a reference.
   ! l.toml:26:39: item D: item is "D": 99029:Selection Item and Reference Item specify the same target.
   ! l.toml:31:39: item E: item is "A": 99033:Cannot reference the data because the number of digits is too large.
@@ -69,7 +69,7 @@ file l.toml
 edit l.toml name = "A" => name = 1
 >2 check l.toml
   ! l.toml:8:8: name is 1, expected a string
-  ! l.toml:16:41: item B: file leads to <folder>/none.txt, which does not exist, expected a value list
+  ! l.toml:16:41: item B: file names <folder>/none.txt, which does not exist, expected a value list
   ! l.toml:26:39: item D: item is "D": 99029:Selection Item and Reference Item specify the same target.
 
 # Each repeat has a level of its own.
@@ -92,7 +92,7 @@ each COMMAND
   export -o o.csv
 do
   >2 <COMMAND> l.toml
-    ! l.toml:11:41: item A: file leads to <folder>/none.txt, which does not exist, expected a value list
+    ! l.toml:11:41: item A: file names <folder>/none.txt, which does not exist, expected a value list
 files
   l.toml
   there.txt

@@ -63,9 +63,9 @@ each VALUES SAYS
   "enumeration", file = "/<x*267>" | 41: <*>path of 268 bytes, expected at most 267
   "enumeration", file = "f", format = "%U" | 55: <*>expected type "range"
   "enumeration", file = "f", item = "B" | 53: <*>expected type "reference" or "key" or "sum" or "count" or "least" or "most"
-  "default", file = "f" | 37: file stands beside type "default", expected type "enumeration" or "list"
-  "initial", start = 1 | 38: start stands beside type "initial", expected type "range"
-  "initial", repeat = { level = 1, count = 2 } | 39: repeat stands beside type "initial", expected another type
+  "default", file = "f" | 37: file is given together with type "default", expected type "enumeration" or "list"
+  "initial", start = 1 | 38: start is given together with type "initial", expected type "range"
+  "initial", repeat = { level = 1, count = 2 } | 39: repeat is given together with type "initial", expected another type
   "default", repeat = 3 | 39: repeat is 3, expected a table
   "default", repeat = { count = 3 } | 39: repeat has no level<*>
   "default", repeat = { level = 3 } | 39: repeat has no count<*>

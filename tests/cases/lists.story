@@ -130,7 +130,7 @@ $ for size in 32765 32766 32767 32768 32769; do { head -c $size /dev/zero | tr '
 # Files that are no list.
 edit bytes.toml list.txt => none.txt
 >2 generate bytes.toml
-  ! bytes.toml:11:41: item A: file leads to <folder>/none.txt, which does not exist, expected a value list
+  ! bytes.toml:11:41: item A: file names <folder>/none.txt, which does not exist, expected a value list
 edit bytes.toml none.txt => .
 >1 generate bytes.toml
   ! <folder>/.

@@ -78,10 +78,10 @@ postgresql: query SELECT reltuples FROM pg_class WHERE relname = 'ship'
   ! people: record 1, item id, value "+000000001": <*>
   ! nothing was loaded
 >2 load shop "<target>" --truncate
-  ! --truncate removes all rows, and nobody can be asked, expected --yes
+  ! --truncate removes all rows, and there is no terminal to ask on, expected --yes
 >130 tty load shop "<target>" --truncate
   < n
-  ! All rows of people, crew, port, ship, bill and 2 more tables will be removed. Go on? [y/N] nothing was loaded
+  ! All rows of people, crew, port, ship, bill and 2 more tables will be removed. Continue? [y/N] nothing was loaded
 query SELECT count(*) FROM bill
   31
 sqlite: sql DELETE FROM sqlite_stat1

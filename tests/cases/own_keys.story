@@ -62,9 +62,9 @@ each OLD NEW SAYS
   = [1, 5] | = -1 | each is -1, expected numbers of records from 0 to 1000000000000000000
   = [1, 5] | = "x" | each is "x", expected a number of records, <*>
   = [1, 5] | = { least = 1 } | each has no most, expected the largest number of records
-  = [1, 5] | = 3, order = "random" | order stands beside each, expected one of the two
+  = [1, 5] | = 3, order = "random" | order is given together with each, expected one of the two
   each = [1, 5] | order = "random" | item NO: of is "CUSTOMER", expected an item with type = "key" and each
-  customers.toml", item = "ID" | none.toml", item = "ID" | item CUSTOMER: layout leads to <*>none.toml, which can't be used as it is
+  customers.toml", item = "ID" | none.toml", item = "ID" | item CUSTOMER: layout names <*>none.toml, which can't be used as it is
   customers.toml", item = "ID" | customers.toml", item = "IT" | item CUSTOMER: item is "IT", expected an item of the records of <*>customers.toml
   item = "ID", each | item = "NAME", each | item CUSTOMER: record 1: the value is "<*>", expected what the item's size and sign allow
   item = "NAME", group | item = "NAME", each = 1, group | item NAME: group "c" has the way of item CUSTOMER already, expected one way
@@ -119,10 +119,10 @@ $ awk -F, '$5 != "" && $5 + 0 >= $1 || ($5 == "") != (NR == 1)' a
 $ cat b b | sort > twice; cut -d, -f2 a | sort | cmp - twice; echo same
   same
 each OLD NEW SAYS
-  each = 2 | each = 0 | a.toml:<n>:<n>: item UP: each: nobody may have children
-  "./a.toml", | "./a.toml", order = "shuffled", | a.toml:29:<n>: item ANY: leads to earlier records <*>, expected each or order "random" for these
-  item = "ID", each = 2 | item = "UP", each = 2 | a.toml:<n>:<n>: item UP: item leads back to the item: UP (a.toml:<n>:<n>) -> UP, expected no cycle
-  item = "A" | item = "C" | a.toml:14:52: item B: item leads back to the item: C (b.toml:14:52) -> B (a.toml:14:52) -> C, expected no cycle
+  each = 2 | each = 0 | a.toml:<n>:<n>: item UP: each: no record may have children
+  "./a.toml", | "./a.toml", order = "shuffled", | a.toml:29:<n>: item ANY: refers to earlier records <*>, expected each or order "random" for these
+  item = "ID", each = 2 | item = "UP", each = 2 | a.toml:<n>:<n>: item UP: item refers back to the item: UP (a.toml:<n>:<n>) -> UP, expected no cycle
+  item = "A" | item = "C" | a.toml:14:52: item B: item refers back to the item: C (b.toml:14:52) -> B (a.toml:14:52) -> C, expected no cycle
 do
   $ cp a.toml old.toml
   $ cp b.toml older.toml
@@ -145,4 +145,4 @@ file a.toml
   values = { type = "key", layout = "a.toml", item = "OLD" }
   @number OLD type = "default"
 >2 export a.toml -o -
-  ! a.toml:10:<n>: item ID: has no earlier record for the first one to lead to, beside nullable = false, expected one of the two
+  ! a.toml:10:<n>: item ID: has no earlier record for the first one to refer to, but nullable = false, expected nullable = true

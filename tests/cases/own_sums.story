@@ -64,15 +64,15 @@ $ awk -F, -f check.awk lines orders customers
 $ for i in 1 2 3; do korvex export orders.toml -o p --part $i/3 --quiet; done; cat p.part-*3 | tr -d '\r' | cmp - orders; rm p.*
 
 each OLD NEW SAYS
-  lines.toml | none.toml | <n>: item TOTAL: layout leads to none.toml, which can't be used as it is
+  lines.toml | none.toml | <n>: item TOTAL: layout names none.toml, which can't be used as it is
   key = "ORDER" | key = "SENT" | <n>: item TOTAL: key is "SENT", expected an item with type = "key" and each in lines.toml
   key = "ORDER" | key = "X" | <n>: item TOTAL: key is "X", expected an item with type = "key" and each in lines.toml
-  lines.toml", key = "ORDER" | orders.toml", key = "CUSTOMER" | <n>: item TOTAL: key is "CUSTOMER", which leads to customers.toml, expected one that leads to this layout
+  lines.toml", key = "ORDER" | orders.toml", key = "CUSTOMER" | <n>: item TOTAL: key is "CUSTOMER", which refers to customers.toml, expected one that refers to this layout
   item = "AMOUNT" | item = "X" | <n>: item TOTAL: item is "X", expected an item of the records of lines.toml
   item = "AMOUNT" | item = "DAY" | <n>: item TOTAL: item is "DAY", expected a number of the records of lines.toml
-  item = "AMOUNT" | item = "ALL" | <n>: item TOTAL: item leads back to the item: ALL (lines.toml:<n>:<n>) -> TOTAL (orders.toml:<n>:<n>) -> ALL, expected no cycle
+  item = "AMOUNT" | item = "ALL" | <n>: item TOTAL: item refers back to the item: ALL (lines.toml:<n>:<n>) -> TOTAL (orders.toml:<n>:<n>) -> ALL, expected no cycle
   , item = "AMOUNT" | , each = 3 | <n>: [item.values] has no item, expected the name of an item of that layout
-  item = "AMOUNT" | item = "AMOUNT", order = "random" | <n>: order stands beside type "sum", expected a type with a known period
+  item = "AMOUNT" | item = "AMOUNT", order = "random" | <n>: order is given together with type "sum", expected a type with a known period
 do
   $ cp orders.toml old.toml
   edit orders.toml <OLD> => <NEW>

@@ -98,8 +98,8 @@ each VALUES SAYS
   "list" | 10: [item.values] has neither values nor file, expected <*>
   "list", values = [] | 36: values is an array, expected an array of strings and integers, at least one
   "list", values = ["a", 1.5] | 42: values has a floating-point number, expected a string or an integer
-  "list", values = ["a"], file = "long.txt" | 50: file stands beside values, expected one of the two
-  "list", values = ["a"], column = "c" | 52: column stands beside values, expected file
+  "list", values = ["a"], file = "long.txt" | 50: file is given together with values, expected one of the two
+  "list", values = ["a"], column = "c" | 52: column is given together with values, expected file
   "list", values = ["a", "far too long a text"] | 42: item A: the value <*>
   "list", values = ["é"] | 37: <*>"é" at place 1, expected characters of code page 932, or encoding = "utf-8" in [layout]
   "list", file = "none.txt" | 34: <*>none.txt, which cannot be read: No such file or directory
@@ -116,17 +116,17 @@ each VALUES SAYS
   "template" | 10: [item.values] has no text, expected <*>
   "template", text = "{B" | 39: text: expected "}" <*>
   "builtin", set = "people" | 36: item A: set is "people", expected one of "people.<*>
-  "list", values = ["a"], order = "random", exceeded = "initialize" | 72: exceeded stands beside order "random", expected order "forward" or "shuffled"
+  "list", values = ["a"], order = "random", exceeded = "initialize" | 72: exceeded is given together with order "random", expected order "forward" or "shuffled"
   "template", text = "B}" | 40: text: expected "{" and an item before "}", or "}}" for a brace
   "template", text = "{B|up}" | 42: text: is no filter: "up", <*>
   "template", text = "\u3042\\あ{X}" | 49: item A: text names "X", expected an item of the records
   "template", text = """\"あ{B|}""" | 47: text: is no filter: "", <*>
   "template", text = '''\あ{B{''' | 43: text: expected "}" <*>
-  "template", text = "{A}" | 40: item A: text leads back to the item: A (e.toml:20:40) -> A, expected no cycle
-  "template", text = "{B}", when = { D = ["x"] } | 54: item A: when leads back to the item: D (e.toml:15:40) -> A (e.toml:20:54) -> D, expected no cycle
-  "template", text = "{B}", order = "shuffled" | 53: order stands beside type "template", expected a type with a known period
+  "template", text = "{A}" | 40: item A: text refers back to the item: A (e.toml:20:40) -> A, expected no cycle
+  "template", text = "{B}", when = { D = ["x"] } | 54: item A: when refers back to the item: D (e.toml:15:40) -> A (e.toml:20:54) -> D, expected no cycle
+  "template", text = "{B}", order = "shuffled" | 53: order is given together with type "template", expected a type with a known period
   "list", values = ["a"], order = "sorted" | 51: order is "sorted", expected one of "forward", "shuffled", "random", "zipf"
-  "list", values = ["a"], order = "zipf", joint = "j" | 67: joint stands beside order "zipf", expected order "shuffled"
+  "list", values = ["a"], order = "zipf", joint = "j" | 67: joint is given together with order "zipf", expected order "shuffled"
   "list", values = ["a"], weights = [1, 2] | 53: item A: weights has 2 numbers, expected 1, one for each value
   "list", values = ["a"], weights = [-1] | 54: weights is -1: it is below 0, expected a number from 0 on
   "list", values = ["a"], weights = [0] | 53: item A: weights: none of the weights is above 0
@@ -139,9 +139,9 @@ each VALUES SAYS
   "list", values = ["a"], group = "b" | 51: item A: group "b" has items of other rows, expected items of one list, set or layout
   "list", values = ["a", "b"], group = "b", order = "random" | 69: item A: group "b" has the way of item B already, expected one way
   "list", values = ["a"], salt = ["b"] | 50: salt is an array, expected a string
-  "initial", salt = "b" | 37: salt stands beside type "initial", expected another type
-  "initial", empty = 0.5 | 38: empty stands beside type "initial", expected another type
-  "default", order = "random", repeat = { level = 1, count = 2 } | 57: repeat stands beside order, expected one of the two
+  "initial", salt = "b" | 37: salt is given together with type "initial", expected another type
+  "initial", empty = 0.5 | 38: empty is given together with type "initial", expected another type
+  "default", order = "random", repeat = { level = 1, count = 2 } | 57: repeat is given together with order, expected one of the two
 do
   file e.toml
     @own
@@ -175,7 +175,7 @@ file e.toml
   nullable = false
   values = { type = "list", values = ["a"], empty = 0.1 }
 >2 export e.toml -o -
-  ! e.toml:<n>:<n>: item C: empty stands beside nullable = false, expected one of the two
+  ! e.toml:<n>:<n>: item C: empty is given together with nullable = false, expected one of the two
 
 # The commands of the module name what it does not know, and leave everything as it is.
 each COMMAND
@@ -252,7 +252,7 @@ each OLD NEW SAYS
   of = "DAY" | of = "TEXT" | item DUE: of names "TEXT", expected an item with values of the same kind
   of = "DAY" | of = "AT" | item DUE: of names "AT", expected an item with values of the same kind
   "235959" | "240000" | the value is "240000", expected a date or time that exists, <*>
-  of = "DAY" | of = "DUE" | item DUE: of leads back to the item: DUE (l.toml:<n>:<n>) -> DUE, expected no cycle
+  of = "DAY" | of = "DUE" | item DUE: of refers back to the item: DUE (l.toml:<n>:<n>) -> DUE, expected no cycle
 do
   $ cp l.toml old.toml
   edit l.toml <OLD> => <NEW>
@@ -317,4 +317,4 @@ do
     @text T2000 type = "list", values = ["a"]
   $ seq 1999 | sort <OPTION> | awk '{ printf "[[item]]\nname = \"T%d\"\nattribute = 1\nlength = 9\nvalues = { type = \"template\", text = \"{T%d}\" }\n", $1, $1 + 1 }' >> n.toml
   >2 export n.toml -o -
-    ! n.toml:<n>:<n>: item T<n>: more than 1000 items need each other one after the other
+    ! n.toml:<n>:<n>: item T<n>: more than 1000 items depend on each other in a chain

@@ -104,7 +104,7 @@ each OPTION
   --window
 do
   >2 generate l.toml --part 1/2 <OPTION>
-    ! <OPTION> does not go with --part
+    ! <OPTION> cannot be combined with --part
 >2 export l.toml -o - --part 1/2
   ! --output is -, expected a file for --part
 >2 generate l.toml --force

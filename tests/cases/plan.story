@@ -74,7 +74,7 @@ each OPTIONS SAYS
   --for make | no number of parts, expected --parts or --max-bytes
   --for make --max-bytes 1 | more than 100000 parts, expected fewer or larger ones
   --for make --parts 100001 | more than 100000 parts, expected fewer or larger ones
-  --for make --parts 3 --header | no file to export to, expected --output beside the format
+  --for make --parts 3 --header | no file to export to, expected --output with the format
   --for make --parts 3 -o - | --output is -, expected a file for parts
 do
   $ cp it* l.toml

@@ -34,7 +34,7 @@ file f/b.toml
 $1 grep -c -e '<script' -e '<img' -e '</td>&' -e 'http:' r.html
   0
 $ grep -o '&lt;script&gt;</h2>.*' r.html
-  &lt;script&gt;</h2><p>30000 records; the figures are those of 20000 of them, taken all over</p>
+  &lt;script&gt;</h2><p>30000 records; the figures are from a sample of 20000 of them</p>
 $ grep '^<tr><td><b>' r.html | sed 's/<svg.*svg>/PICTURE/; s/<span[^>]*>[^<]*/WAY/'
   <tr><td><b>n</b></td><td class="made">range %6U: 1 to 999999<br>WAY</span></td><td class="n">0 %</td><td class="n">20000</td><td>000001</td><td>029950</td><td>PICTURE</td></tr>
   <tr><td><b>&lt;/td&gt;&amp;</b></td><td class="made">list of 2 values<br>WAY</span></td><td class="n">50.2 %</td><td class="n">2</td><td>&lt;img src=x onerror=&#39;y&#39;&gt;</td><td>b</td><td>PICTURE</td></tr>

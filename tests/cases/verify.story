@@ -30,14 +30,14 @@ each DAMAGE OPTIONS SAYS
   rm *part-[34]-of-4 | | d.csv.part-3-of-4 to d.csv.part-4-of-4: missing
   rm d.csv.part-4* | --content | d.csv.part-4-of-4: missing
   rm d.csv.part-2-of-4.manifest | | d.csv.part-2-of-4: without a manifest
-  cp d.csv.part-1-of-4.manifest d.csv.part-2-of-4.manifest | | d.csv.part-2-of-4: beside the manifest of part 1 of 4
-  truncate -s -1 d.csv.part-2-of-4.manifest | | d.csv.part-2-of-4: beside a damaged manifest
+  cp d.csv.part-1-of-4.manifest d.csv.part-2-of-4.manifest | | d.csv.part-2-of-4: with the manifest of part 1 of 4
+  truncate -s -1 d.csv.part-2-of-4.manifest | | d.csv.part-2-of-4: with a damaged manifest
   truncate -s 20 d.csv.part-2-of-4 | | d.csv.part-2-of-4: 20 bytes long, expected 25000
   truncate -s 24 d.csv.part-2-of-4 | --content | d.csv.part-2-of-4: ends in record 2503, item B, after 24 bytes
-  echo >> d.csv.part-4-of-4 | --content | d.csv.part-4-of-4: goes on after its last record, from byte 25001 on
+  echo >> d.csv.part-4-of-4 | --content | d.csv.part-4-of-4: continues after its last record, from byte 25001 on
   cp d.csv.part-1-of-4 x; mv x d.csv.part-2-of-4 | --content | d.csv.part-2-of-4: record 2501, item A, byte 1: differs
   cp d.csv.part-1-of-4 d.csv.part-2-of-4 | | d.csv.part-2-of-4: changed after its manifest was written
-  mv d.csv.part-1-of-4 d.csv.part-2-of-4; cp d.csv.part-2-of-4 d.csv.part-1-of-4 | | d.csv.part-2-of-4: another file than its manifest was written for
+  mv d.csv.part-1-of-4 d.csv.part-2-of-4; cp d.csv.part-2-of-4 d.csv.part-1-of-4 | | d.csv.part-2-of-4: not the file of its manifest
   korvex export l.toml -o d.csv --part 2/4 --quiet --force | | d.csv.part-2-of-4: written as csv utf-8, expected data
   korvex generate l.toml --records 9999 --part 2/4 --quiet | | d.csv.part-2-of-4: of another number of records
   sed s/700/701/ l.toml > m.toml; korvex generate m.toml --part 2/4 --quiet | | d.csv.part-2-of-4: of another layout
@@ -50,7 +50,7 @@ do
 # Whole files.
 each DAMAGE OPTIONS SAYS
   truncate -s 99990 d.csv | | d.csv: 99990 bytes long, expected 100000
-  echo 99999999 >> d.csv | --content | d.csv: goes on after its last record, from byte 100001 on
+  echo 99999999 >> d.csv | --content | d.csv: continues after its last record, from byte 100001 on
   printf x|dd of=d.csv bs=1 seek=60006 conv=notrunc 2>x | --content | d.csv: record 6001, item B, byte 60007: differs
   printf x|dd of=d.csv bs=1 seek=99996 conv=notrunc 2>x | | d.csv: record 10000, item B, byte 99997: differs
 do
