@@ -31,7 +31,7 @@ edit l.toml 番号 => B
 >2 check l.toml --unique B
   ! --unique: several items are named B
 
-# Of values beyond what the module knows it says as much, down to why something cannot be told.
+# For sources and ways it says the same, also why something cannot be computed.
 file customers.toml
   [layout]
   kind = "table"

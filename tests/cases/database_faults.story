@@ -81,7 +81,7 @@ do
     sqlite: ! child: record 2, item k, value "<SENT>": FOREIGN KEY constraint failed
     postgresql: ! child: record 2, item k, value "<SENT>": insert or update on table "child" violates foreign key constraint "child_k_fkey": Key (k)=(<WRITTEN>) is not present in table "keys".
     ! nothing was loaded
-# Written in a way that nobody compares: the item alone is sure.
+# A text that is not compared with the value: only the item is certain.
 postgresql: sql CREATE TABLE span_keys (k interval PRIMARY KEY); CREATE TABLE spans (k interval REFERENCES span_keys)
 postgresql: $ sh lists spans "k=1 hour"
 postgresql: >1 load t.toml "<target>" spans

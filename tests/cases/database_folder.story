@@ -82,7 +82,7 @@ query SELECT count(*) FROM (SELECT max(birth_date) AS born, min(hired_on) AS hir
 query SELECT count(*) FROM (SELECT max(points) AS most FROM teacher) facts WHERE most < 80000
   0
 
-# Some tables, and those whose rows stay as they are; so many records; nothing is written over.
+# Some tables, and those whose rows stay as they are; numbers of records; nothing is overwritten.
 > import "<target>" -o some --tables 'order*' --keep 'tag' --records 30 ...
 files some
   order_tag.tag_id.txt
@@ -96,7 +96,7 @@ $ grep -h ^records some/*.toml
   ! some/orders.toml exists; --force replaces it
 >2 import "<target>"
   ! an import of all tables has no folder to go to, expected -o FOLDER
-# A column that nobody knows a value for is a gap, and all else is written.
+# A column without a known value is marked, and everything else is written.
 sql CREATE TABLE gap (id integer PRIMARY KEY, a integer NOT NULL CHECK (a > 5 AND a < 4))
 >1 import "<target>" -o gap --tables gap,missing
   1 layout: gap

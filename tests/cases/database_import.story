@@ -96,7 +96,7 @@ $ korvex import "<target>" orders -o - | cmp - new/folder/f.toml; ls orders* new
   orders.fif
   orders.log
 # A layout that cannot be written leaves no list, nor do two of its files take one
-# place. A link in the place of a list is replaced, and what it leads to stays.
+# place. A link with the name of a list is replaced, and its target stays.
 $ mkdir taken
 >1 import "<target>" orders -o taken --force
   ! taken: Is a directory

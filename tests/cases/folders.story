@@ -58,7 +58,7 @@ edit f/b.toml digits = 3 => digits = 0
   ! f/a.toml:10:<*>
   ! f/b.toml:10:<*>
 
-# Checked together: records differ in the sets that are to be unique, and keys lead to records.
+# Checked together: records are unique in the sets that say so, and keys refer to records.
 def table RECORDS UNIQUE
   [layout]
   kind = "table"

@@ -32,7 +32,7 @@ cat o.csv
 # A signal that the caller ignores, as nohup does, stays ignored.
 $ trap '' HUP; korvex generate l.toml 2> told & while [ ! -s d.csv ]; do sleep 0.01; done; kill -HUP $!; sleep 0.1; kill -TERM $!; wait $!; echo $?; rm told
   143
-# Nobody waits for the other end of a pipe.
+# The program does not wait for the other end of a pipe.
 $ mkfifo pipe
 >130 until +0.3 INT check pipe
 edit l.toml "d.csv" => "pipe"
@@ -58,7 +58,7 @@ poke d.fif 768 5
 >130 until +0.3 INT generate l.toml --keep-settings --part 64/64
 edit l.toml type = "range", format = "%9U", start = 1, end = 999999999 => type = "default"
 
-# Reading a long list asks nobody whether to go on.
+# Reading a long list ends without a question.
 $ yes 1 | head -n 60000000 > list.txt
 edit l.toml type = "default" => type = "enumeration", file = "list.txt"
 file d.csv

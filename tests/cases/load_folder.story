@@ -1,6 +1,6 @@
 # A folder of layouts fills a database: in the order of its keys, in one transaction.
 databases sqlite postgresql
-# A layout for a table: so many records of items NAME=START..END, which go round.
+# A layout for a table: a number of records of items NAME=START..END, which start again after the end.
 file layout
   mkdir -p shop; file=shop/$1.toml
   printf '[layout]\nkind = "table"\ntable = "%s"\nrecords = %s\ndata = "%s.csv"\n' $1 $2 $1 > $file; shift 2

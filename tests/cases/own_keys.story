@@ -76,7 +76,7 @@ do
     orders.toml:<n>:<n>: <SAYS>
   $ mv old.toml orders.toml
 
-# A table may be empty with those that lead to it, not before them.
+# A table may be empty together with those that refer to it, not before them.
 each EACH
   [0, 2]
   [1, 5]
@@ -90,8 +90,8 @@ do
     which has no records
   $ mv old.toml orders.toml; mv old.customers customers.toml; rm any.toml
 
-# Layouts may lead to each other, and items to earlier records of their own layout. Only an item that
-# leads back to itself can't be.
+# Layouts may refer to each other, and items to earlier records of their own layout. Only an item that
+# depends on itself is an error.
 file a.toml
   [layout]
   kind = "table"

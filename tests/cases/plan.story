@@ -66,7 +66,7 @@ $ if command -v kubectl > said; then kubectl patch --local -f plan -p {} -o yaml
 $ echo none > bad; sed -n 's/"$//; s/\\\(.\)/\1/g; s/[$][$](/$(/g; s/^ *- "part=/part=/p' plan > pod; for i in 0 1 2 3 4 5 6 7 8 9 10 11; do JOB_COMPLETION_INDEX=$i sh pod; done; korvex export "it's a \$(layout).toml" -o whole --format sql --table "a \$(b)'c" --quiet
 @joined
 
-# So many parts that none is too large; what can't be planned.
+# As many parts as needed so that none is too large; what can't be planned.
 $ korvex plan "it's a \$(layout).toml" --max-bytes 2K --for make | sed -n 1,2p | sed 's/core .*/core/'
   # Makes <folder>/d $HOME.csv in 25 parts: 10000 records, 50.0 kB.
   # A part has up to 400 records and 2.0 kB; one core

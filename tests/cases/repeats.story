@@ -26,7 +26,7 @@ cat d.csv
   ! Do you want to generate data items up to the specified number?
 $ stat -c %s d.csv
   35
-# Accepted, the data file ends with the records that were asked for. Without the guard nobody asks.
+# Accepted, the data file ends with the records that were asked for. Without output option 2 there is no question.
 > KORVEX_ANSWER=yes generate l.toml --records 3 --output-option 2
   3 records, 21 bytes, <t> s: d.csv
   ! 99110:The number of data items that will be generated through repeat is larger than the specified number.4 data items will be generated.

@@ -80,7 +80,7 @@ do
   unchanged
   edit l.toml type = "enumeration", file = "list" => type = "default"
 
-# A link under a derived name is replaced, and what it leads to stays.
+# A link with a derived name is replaced, and its target stays.
 file precious
   mine
 $ rm -r w; mkdir w; ln -s ../precious w/d.log; ln -s precious list.err

@@ -15,7 +15,7 @@
   given  given_ascii  sex  weight
   恵子   Keiko        f      1000
   誠     Makoto       m      1000
-# A column leads to its table; a set without languages is in all of them.
+# A column shows its table; a set without languages is in all of them.
 > sets currencies.code -n 1 --language de
   currency   code  symbol  decimals  weight
   US-Dollar  USD   $       2            300

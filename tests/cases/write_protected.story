@@ -1,4 +1,4 @@
-# Settings that nobody may write are read by all commands and replaced by none.
+# Write-protected settings are read by all commands and replaced by none.
 file l.toml
   @layout
   @number A type = "default"
