@@ -46,7 +46,7 @@ each TABLE ITEMS SAYS
   sqlite: later | "id=9;7;5;3" "up=9;9;5;3" "k=1;2;+77;78" | record 3, item k, value "+77": FOREIGN KEY constraint failed
   sqlite: own | "id=1;2" "up=+1;+2" "k=1;5" | record 2, item k, value "5": FOREIGN KEY constraint failed
   sqlite: raising | "id=1;2" | record 2, item id, value "2": no such luck
-  sqlite: orphans | id=1 | column k: refers to nowhere, which is not there<*>
+  sqlite: orphans | id=1 | column k: refers to nowhere, which does not exist<*>
   postgresql: dropping | "id=1;2;3;4;5" b=x | records 1 to 5: the database kept 4 of 5 rows and gave no error<*>
   postgresql: later | "id=9;7;5;3" "up=9;9;5;3" "k=1;2;+77;78" | record 3, item k, value "+77": insert or update on table "later" violates foreign key constraint "later_k_fkey": Key (k)=(77) is not present in table "parent".
   postgresql: twice | "k=1;2;3;4;5;6;+1;8" | record 7, item k, value "+1": duplicate key value violates unique constraint "twice_k_key": Key (k)=(1) already exists.

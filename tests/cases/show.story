@@ -71,7 +71,7 @@ edit l2.toml records => level = 2<0A>records
 each OFFSET VALUE SAYS
   32 | 2000000000 | <*>ends inside its level table<*>
   32 | -1 | <*>ends inside its level table<*>
-  48 | -5 | <*>in front of the file<*>
+  48 | -5 | <*>offset is negative<*>
   48 | 2000000000 | <*>ends inside an item's settings<*>
   60 | 2000000000 | <*>ends inside<*>
   60 | -1 | <*>negative<*>
