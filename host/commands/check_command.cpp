@@ -118,7 +118,8 @@ ExitStatus run_check(const CheckOptions& options, std::ostream& out, std::ostrea
     return ExitStatus::done;
   };
   const ExitStatus status =
-      prepared.prepare(options.layout, options.records, messages, {.look_at_settings = count_copy});
+      prepared.prepare(options.layout, options.records, messages,
+                       {.trial = Trial::thorough, .look_at_settings = count_copy});
   if (status != ExitStatus::done) return status;
   std::vector<UniqueSet> sets = own_sets(prepared);
   for (const std::string& names : options.unique) {
@@ -131,6 +132,12 @@ ExitStatus run_check(const CheckOptions& options, std::ostream& out, std::ostrea
   print_records(prepared, forecast, out);
   // Of the records that the program makes, the size is the format's business.
   bool is_good = !prepared.is_plain() || print_sizes(prepared, count, out);
+  for (const UntoldFit& fit : prepared.untold()) {
+    const bool is_own = fit.layout == prepared.layout().file;
+    out << "Fit " << platform::printable(fit.item + (is_own ? "" : " of " + fit.layout)) << ": "
+        << untold_fit << "\n";
+    is_good = false;
+  }
   for (const UniqueSet& set : sets) {
     const SetAnswer answer = answer_of(set, forecast);
     out << "Unique " << set.names << ": " << answer.text << "\n";

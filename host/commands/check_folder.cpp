@@ -58,6 +58,7 @@ class FolderCheck {
       check_interruption();
       const std::vector<UniqueSet> sets = own_sets(*member->prepared);
       const std::vector<LayoutKeyUse> keys = keys_of(*member->prepared);
+      for (const UntoldFit& fit : member->prepared->untold()) check_fit(*member, fit);
       for (const UniqueSet& set : sets) check_set(*member, set);
       for (const LayoutKeyUse& key : keys) check_key(*member, key);
       table.add({TextTable::plain(member->name()),
@@ -75,6 +76,14 @@ class FolderCheck {
   }
 
  private:
+  // Those of another layout of the folder are said of that one.
+  void check_fit(const Member& member, const UntoldFit& fit) {
+    const bool is_own = fit.layout == member.prepared->layout().file;
+    if (!is_own && places_.contains(settled_path(fit.layout))) return;
+    faults_.push_back((is_own ? member.name() : platform::printable(fit.layout)) + ": fit " +
+                      platform::printable(fit.item) + ": " + untold_fit);
+  }
+
   void check_set(const Member& member, const UniqueSet& set) {
     const SetAnswer answer = answer_of(set, member.forecast);
     if (!answer.holds) {
@@ -123,7 +132,8 @@ ExitStatus check_folder(const CheckOptions& options, std::ostream& out, std::ost
   ExitStatus worst = ExitStatus::done;
   for (const std::string& layout : *layouts) {
     auto prepared = std::make_unique<PreparedLayout>();
-    const ExitStatus status = prepared->prepare(layout, std::nullopt, messages);
+    const ExitStatus status =
+        prepared->prepare(layout, std::nullopt, messages, {.trial = Trial::thorough});
     worst = worst_of(worst, status);
     if (status == ExitStatus::done) check.add(std::move(prepared));
   }

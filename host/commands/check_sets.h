@@ -12,6 +12,10 @@
 
 namespace korvex::host {
 
+// Of an item of which the first records were tried.
+inline constexpr const char* untold_fit =
+    "cannot be told: the values of the first records do, others may be too large";
+
 // Items in which all records are to differ.
 struct UniqueSet {
   std::string names;  // as they are printed

@@ -69,6 +69,7 @@ sources::TextShape shape_of(const ClFmtColInf& column, const ItemCourse& course)
   is_ascii = is_ascii && platform::is_ascii(first);
   const bool is_cut = course.is_cut_at_end();
   sources::TextShape shape;
+  shape.always_made = true;
   shape.never_empty = !first.empty() && (!is_cut || course.size_at(course.end() - 1) > 0);
   if (is_ascii && !is_cut) shape.size = first.size();
   shape.only_digits = only_digits && std::all_of(first.begin(), first.end(), platform::is_digit);
@@ -80,7 +81,7 @@ sources::TextShape shape_of(const ClFmtColInf& column, const ItemCourse& course)
 
 sources::TextShape shape_of(const ItemGenerator& item, LayoutKind layout_kind) {
   if (const ClEnumDataList* values = item.enumeration().get()) {
-    return {.never_empty = values->count() > 0, .size = {}};
+    return {.never_empty = values->count() > 0, .size = {}, .always_made = true};
   }
   const auto course = ItemCourse::of(item.column(), layout_kind);
   return course ? shape_of(item.column(), *course) : sources::TextShape();
@@ -103,20 +104,28 @@ sources::Uniqueness uniqueness_of(const ItemFacts& facts) {
   return {facts.different, is_exact ? facts.different : sources::endless};
 }
 
-// So many texts of an item are looked at for one that may be missing.
-constexpr Steps most_looked_at = 100'000;
+// So many texts of an item are shown.
+constexpr Steps most_shown = 100'000;
 
-// Whether one of the first `count` texts is the wanted one; true where there are too many to look.
+// Whether texts go from the first one to the last without a turn.
+bool goes_one_way(const ItemGenerator& item, const ItemFacts& facts) {
+  const auto& elements = item.column().elements;
+  return facts.has_end() && item.enumeration() == nullptr && elements.size() == 1 &&
+         counts_in_digits(elements.front()->record.kind);
+}
+
+// The first `count` texts, or their ends where these are too many and go one way.
 template <class Texts>
-bool may_have(Texts& texts, Steps count, std::string_view wanted) {
-  if (count > most_looked_at) return true;
+sources::Shown show(Texts& texts, Steps count, bool is_one_way, const sources::TakeText& take) {
+  const bool is_too_many = count > most_shown;
+  if (is_too_many && !is_one_way) return sources::Shown::nothing;
   std::string text;
-  for (Steps step = 0; step < count; ++step) {
+  for (Steps step = 0; step < count; step += is_too_many ? count - 1 : 1) {
     text.clear();
     texts.append(step, text);
-    if (text == wanted) return true;
+    if (!take(text)) break;
   }
-  return false;
+  return is_too_many ? sources::Shown::ends : sources::Shown::all;
 }
 
 // An item's field in the records as they are generated.
@@ -197,13 +206,16 @@ class LoneField : public EngineSource {
       : EngineSource(item, facts, layout_kind),
         cycles_(*item.cycle()),
         starts_again_(item.repeats_from_start()),
+        is_one_way_(facts.values && goes_one_way(item, *facts.values)),
         texts_(item, layout_kind) {}
 
   void append(std::uint64_t record, std::string& out) override {
     if (is_over(record)) return;
     texts_.append(cycles_.place_of(record), out);
   }
-  bool may_give(std::string_view text) override { return may_have(texts_, cycles_.period(), text); }
+  sources::Shown show_texts(const sources::TakeText& take) override {
+    return show(texts_, cycles_.period(), is_one_way_, take);
+  }
 
   void append_all(std::span<const std::uint64_t> records, sources::TextBlock& out) override {
     const bool ends = std::any_of(records.begin(), records.end(),
@@ -220,6 +232,7 @@ class LoneField : public EngineSource {
   ways::Rounds cycles_;
   bool starts_again_;
   std::vector<std::uint64_t> places_;
+  bool is_one_way_;
   Texts texts_;
 };
 
@@ -232,6 +245,7 @@ class ItemSource : public sources::Source {
         shape_(shape_of(item, layout_kind)),
         text_facts_(text_facts_of(facts)),
         uniqueness_(host::uniqueness_of(facts)),
+        is_one_way_(goes_one_way(item, facts)),
         texts_(item, layout_kind) {}
 
   void append(std::uint64_t step, std::string& out) override { texts_.append(step, out); }
@@ -239,7 +253,9 @@ class ItemSource : public sources::Source {
     texts_.append_all(steps, out);
   }
   std::optional<std::uint64_t> period() const override { return period_; }
-  bool may_give(std::string_view text) override { return may_have(texts_, *period_, text); }
+  sources::Shown show_texts(const sources::TakeText& take) override {
+    return show(texts_, *period_, is_one_way_, take);
+  }
   sources::TextShape shape() const override { return shape_; }
   sources::TextFacts text_facts() const override { return text_facts_; }
   sources::Uniqueness uniqueness() const override { return uniqueness_; }
@@ -250,6 +266,7 @@ class ItemSource : public sources::Source {
   sources::TextShape shape_;
   sources::TextFacts text_facts_;
   sources::Uniqueness uniqueness_;
+  bool is_one_way_;
   Texts texts_;
 };
 

@@ -11,6 +11,7 @@
 #include "host/records/moment_form.h"
 #include "host/records/prepared_layout.h"
 #include "host/records/value_rule.h"
+#include "host/records/value_trial.h"
 #include "host/sources/decimal.h"
 #include "host/sources/record_sources.h"
 #include "platform/printable_text.h"
@@ -26,16 +27,15 @@ namespace {
 // Fields ask each other, each in a call of its own.
 constexpr std::size_t most_nested_fields = 1000;
 
-// So many records are tried before the first one is written: what does not fit is most often wrong
-// from the start, and then its place in the layout can be named.
-constexpr std::uint64_t tried_records = 256;
-
-// Where it is said what an item takes; nothing for items that are not tried.
-std::optional<SourcePlace> tried_place(const ItemValues& values) {
+// Where it is said what an item takes.
+SourcePlace taken_place(const ItemValues& values) {
   if (const auto* key = std::get_if<KeyValues>(&values.own)) return key->item.place;
   if (const auto* line = std::get_if<LineValues>(&values.own)) return line->of.place;
   if (const auto* offset = std::get_if<OffsetValues>(&values.own)) return offset->of.place;
-  return std::nullopt;
+  if (const auto* children = std::get_if<ChildrenValues>(&values.own)) {
+    return children->item.value_or(children->key).place;
+  }
+  return values.place;
 }
 
 // The steps that lead from an item back to it: each item, and where it names the next one.
@@ -283,29 +283,28 @@ std::unique_ptr<Source> FieldMaker::make_template(std::size_t i, const TemplateV
       if (field == nullptr) return nullptr;
     }
     composed.push_back({part.literal, field, part.filters});
+    if (family_.trial() == Trial::thorough && !part.filters.empty()) {
+      sources::look_at_filtered(composed.back());
+    }
   }
   return sources::make_template_source(std::move(composed));
 }
 
+// What does not fit is found before the first record, as far as that can be.
 void FieldMaker::try_records(std::size_t i, Field& field) {
-  const auto place = tried_place(*plan_.values_of(i));
-  if (!place || plan_.item(i).is_hidden() || !plan_.errors().empty()) return;
-  const ValueRule rule(plan_.item(i), plan_.layout());
-  const auto report = [&](const std::string& who, const std::string& fault) {
-    plan_.report(i, *place, who + ": the value " + fault);
-  };
-  if (std::holds_alternative<LineValues>(plan_.values_of(i)->own)) {
-    const std::string last = std::to_string(field.source().text_facts().values.least);
-    if (const auto fault = rule.fault(last)) return report("the last line of a group", *fault);
-  }
-  try {
-    for (std::uint64_t record = 0; record < std::min(plan_.records(), tried_records); ++record) {
-      const auto fault = rule.fault(field.text_or_empty(record));
-      if (fault) return report("record " + std::to_string(record + 1), *fault);
+  const LayoutItem& item = plan_.item(i);
+  ValueTrial trial(item, plan_.layout(), field, family_.trial());
+  if (!is_checked_before(item, plan_.column(i))) {
+    if (!plan_.errors().empty()) return;
+    if (const auto misfit = trial.find_misfit()) {
+      return plan_.report(i, taken_place(*plan_.values_of(i)), *misfit);
     }
-  } catch (const sources::BadValue&) {
-    // Of this item or of one that it takes: named with its record when that is made.
+    if (!trial.all_fit()) {
+      untold_.push_back({plan_.layout().file, plan_.item(i).name});
+      return;
+    }
   }
+  trial.tell_limits();
 }
 
 void FieldMaker::add_emptiness(std::size_t i, Field& field) {

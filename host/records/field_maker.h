@@ -32,6 +32,9 @@ class FieldMaker {
   // they belong to one thread.
   std::vector<std::unique_ptr<sources::Field>> take_fields();
 
+  // Items of which some records were tried, and others may have values that do not fit.
+  const std::vector<UntoldFit>& untold() const { return untold_; }
+
   const FieldPlan& plan() const { return plan_; }
 
  private:
@@ -69,6 +72,7 @@ class FieldMaker {
   std::shared_ptr<EngineRecords> engine_;
   std::vector<FieldFacts> engine_facts_;
   std::vector<Making> makings_;  // side by side with the items
+  std::vector<UntoldFit> untold_;
 };
 
 }  // namespace korvex::host

@@ -8,13 +8,16 @@
 #include "host/process/exit_status.h"
 #include "host/records/field_maker.h"
 #include "host/records/prepared_layout.h"
+#include "host/records/value_trial.h"
 
 namespace korvex::host {
 
-LayoutFamily::LayoutFamily(PreparedLayout& root, std::ostream& messages, MisreadTexts misread)
+LayoutFamily::LayoutFamily(PreparedLayout& root, std::ostream& messages, MisreadTexts misread,
+                           Trial trial)
     : root_(root),
       messages_(messages),
       misread_(misread),
+      trial_(trial),
       root_path_(settled_path(root.layout().file)),
       root_maker_(std::make_unique<FieldMaker>(root, *this, root)) {}
 
@@ -28,12 +31,15 @@ bool LayoutFamily::make_fields() {
   }
   if (has_errors) return false;
   std::vector<std::unique_ptr<PreparedLayout>> others;
+  std::vector<UntoldFit> all_untold = root_maker_->untold();
   for (auto& [path, member] : members_) {
     if (member.maker == nullptr) continue;
-    member.layout->take_fields(member.maker->take_fields(), {});
+    const std::vector<UntoldFit>& more = member.maker->untold();
+    all_untold.insert(all_untold.end(), more.begin(), more.end());
+    member.layout->take_fields(member.maker->take_fields(), {}, {});
     others.push_back(std::move(member.layout));
   }
-  root_.take_fields(root_maker_->take_fields(), std::move(others));
+  root_.take_fields(root_maker_->take_fields(), std::move(others), std::move(all_untold));
   return true;
 }
 

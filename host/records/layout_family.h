@@ -16,6 +16,7 @@ namespace korvex::host {
 
 class FieldMaker;
 class PreparedLayout;
+enum class Trial;
 
 // An item whose field is being made, and where it names the one that it waits for.
 struct MakingStep {
@@ -33,7 +34,7 @@ struct MakingStep {
 class LayoutFamily {
  public:
   // Messages go to `messages`.
-  LayoutFamily(PreparedLayout& root, std::ostream& messages, MisreadTexts misread);
+  LayoutFamily(PreparedLayout& root, std::ostream& messages, MisreadTexts misread, Trial trial);
   ~LayoutFamily();
 
   // Makes the fields of the root, which then has them, and the layouts that they need. False when
@@ -46,6 +47,8 @@ class LayoutFamily {
 
   // The fields of such a layout that others may ask for; null when they can't be had.
   FieldMaker* fields_for_others(const PreparedLayout& layout);
+
+  Trial trial() const { return trial_; }
 
   // What is being made at this moment, each for the one before it.
   std::vector<MakingStep>& path() { return path_; }
@@ -64,6 +67,7 @@ class LayoutFamily {
   PreparedLayout& root_;
   std::ostream& messages_;
   MisreadTexts misread_;
+  Trial trial_;
   std::string root_path_;
   std::unique_ptr<FieldMaker> root_maker_;
   std::map<std::string, Member> members_;  // by their paths

@@ -247,6 +247,17 @@ class MomentScale : public sources::Scale {
   MomentScale(MomentForm form, LayoutKind layout_kind)
       : form_(form), separators_(separators_of(layout_kind)) {}
 
+  sources::ScaleKind kind() const override {
+    switch (form_) {
+      case MomentForm::iso_date:
+        return sources::ScaleKind::date;
+      case MomentForm::iso_time:
+        return sources::ScaleKind::time;
+      default:
+        return sources::ScaleKind::timestamp;
+    }
+  }
+
   std::optional<std::int64_t> read(std::string_view text) const override {
     const auto moment = moment_numbers(form_, text);
     if (!moment) return std::nullopt;

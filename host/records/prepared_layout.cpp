@@ -51,7 +51,7 @@ ExitStatus PreparedLayout::prepare(const std::string& file, std::optional<Record
   ExitStatus status = read(file, records, messages, how);
   if (status == ExitStatus::done) status = prepare_records(messages, how);
   if (status != ExitStatus::done || host::is_plain(layout_)) return status;
-  LayoutFamily family(*this, messages, how.misread);
+  LayoutFamily family(*this, messages, how.misread, how.trial);
   return family.make_fields() ? ExitStatus::done : ExitStatus::wrong_usage;
 }
 
@@ -73,7 +73,7 @@ bool PreparedLayout::prepare_like(const PreparedLayout& other) {
   std::ostringstream unheard;
   if (!other.is_plain()) {
     if (prepare_copy(other, unheard, MisreadTexts::warned) != ExitStatus::done) return false;
-    return LayoutFamily(*this, unheard, MisreadTexts::warned).make_fields();
+    return LayoutFamily(*this, unheard, MisreadTexts::warned, Trial::begin).make_fields();
   }
   layout_ = other.layout_;
   items_ = other.items_;
@@ -83,9 +83,11 @@ bool PreparedLayout::prepare_like(const PreparedLayout& other) {
 }
 
 void PreparedLayout::take_fields(std::vector<std::unique_ptr<sources::Field>> fields,
-                                 std::vector<std::unique_ptr<PreparedLayout>> relatives) {
+                                 std::vector<std::unique_ptr<PreparedLayout>> relatives,
+                                 std::vector<UntoldFit> untold_fits) {
   fields_ = std::move(fields);
   relatives_ = std::move(relatives);
+  untold_ = std::move(untold_fits);
 }
 
 ExitStatus PreparedLayout::read(const std::string& file, std::optional<RecordCount> records,

@@ -18,6 +18,7 @@
 #include "host/process/distinct_files.h"
 #include "host/process/exit_status.h"
 #include "host/process/scratch_folder.h"
+#include "host/records/value_trial.h"
 #include "host/sources/field.h"
 #include "lists/enumeration_check.h"
 #include "run/run.h"
@@ -53,6 +54,7 @@ struct Preparation {
   Settings settings = Settings::of_layout;
   MadeBy made_by = MadeBy::anyone;
   RecordsAsked asked = RecordsAsked::all;
+  Trial trial = Trial::begin;
   // Is handed the copy with the settings that it has now, and ends the preparation with its status.
   std::function<ExitStatus(const Layout& copy, const SettingsResult& settings)> look_at_settings =
       {};
@@ -80,7 +82,8 @@ class PreparedLayout {
 
   // What a layout has in the end: fields, which ask those of other layouts.
   void take_fields(std::vector<std::unique_ptr<sources::Field>> fields,
-                   std::vector<std::unique_ptr<PreparedLayout>> relatives);
+                   std::vector<std::unique_ptr<PreparedLayout>> relatives,
+                   std::vector<UntoldFit> untold_fits);
 
   // What the module would say of a failure in making its records.
   std::string message_of(ErrorCode code) const;
@@ -110,6 +113,10 @@ class PreparedLayout {
   // The fields of any other, side by side with the items.
   const std::vector<std::unique_ptr<sources::Field>>& fields() const { return fields_; }
 
+  // The items, of this layout and of those that its keys lead to, of which a thorough trial could
+  // not tell whether all values fit.
+  const std::vector<UntoldFit>& untold() const { return untold_; }
+
   // The layouts that its keys lead to, to any depth.
   const std::vector<std::unique_ptr<PreparedLayout>>& relatives() const { return relatives_; }
 
@@ -135,6 +142,7 @@ class PreparedLayout {
   std::set<std::string> looked_at_;  // lists
   std::set<ItemNumber> booleans_;    // the numbers of items
   std::vector<std::unique_ptr<PreparedLayout>> relatives_;
+  std::vector<UntoldFit> untold_;
   std::vector<std::unique_ptr<sources::Field>> fields_;  // they refer to all of the above
 };
 

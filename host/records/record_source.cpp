@@ -11,25 +11,14 @@ namespace korvex::host {
 
 using sources::TextBlock;
 
-namespace {
-
-// The engine's values are right by themselves, and those of rows were read as a whole.
-bool is_checked_before(const PreparedItem& prepared) {
-  if (prepared.column != nullptr) return true;
-  const OwnValues& own = prepared.item->values->own;
-  return std::holds_alternative<ListValues>(own) || std::holds_alternative<BuiltinValues>(own);
-}
-
-}  // namespace
-
 RecordSource::RecordSource(PreparedLayout& prepared)
     : prepared_(prepared), end_(prepared.layout().records.number()) {
   if (!prepared.is_plain()) {
     for (const PreparedItem& item : prepared.written()) {
       rules_.emplace_back();
-      if (is_checked_before(item)) continue;
+      if (is_checked_before(*item.item, item.column)) continue;
       ValueRule rule(*item.item, prepared.layout());
-      if (!rule.fits(shape(rules_.size() - 1))) rules_.back() = std::move(rule);
+      if (!rule.fits(field(rules_.size() - 1).shape())) rules_.back() = std::move(rule);
     }
   }
   seek(0);

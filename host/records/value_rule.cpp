@@ -28,6 +28,12 @@ std::unique_ptr<sources::Scale> moments_of(const LayoutItem& item, const Layout&
 
 }  // namespace
 
+bool is_checked_before(const LayoutItem& item, const ClFmtColInf* column) {
+  if (column != nullptr) return true;
+  const OwnValues& own = item.values->own;
+  return std::holds_alternative<ListValues>(own) || std::holds_alternative<BuiltinValues>(own);
+}
+
 ValueRule::ValueRule(const LayoutItem& item, const Layout& layout)
     : layout_(&layout),
       most_(static_cast<std::size_t>(std::max(effective_digits(item.attributes), 0))),
@@ -35,13 +41,6 @@ ValueRule::ValueRule(const LayoutItem& item, const Layout& layout)
                (layout.is_utf8 && is_national(item.attributes.attribute))),
       moments_(moments_of(item, layout)),
       list_rule_(listed(item.attributes)) {}
-
-bool ValueRule::fits(const sources::TextShape& shape) const {
-  if (!shape.size) return false;
-  if (is_text_) return *shape.size <= most_;
-  // Of digits, their number alone decides.
-  return shape.only_digits && moments_ == nullptr && !fault(std::string(*shape.size, '9'));
-}
 
 std::optional<std::string> ValueRule::fault(std::string_view text) const {
   if (text.empty() || (is_text_ && text.size() <= most_)) return std::nullopt;
@@ -65,6 +64,16 @@ std::optional<std::string> ValueRule::fault(std::string_view text) const {
            std::to_string(most_);
   }
   return "is \"" + platform::printable(text) + "\", expected what the item's size and sign allow";
+}
+
+// A text with fewer digits, or a moment between two others, fits where these do.
+bool ValueRule::fits(const sources::TextShape& shape) const {
+  if (is_text_) {
+    return (layout_->is_utf8 ? shape.most.characters : shape.most.bytes) <= most_;
+  }
+  const auto scale = moments_ != nullptr ? moments_->kind() : sources::ScaleKind::number;
+  return shape.extremes && shape.extremes->scale == scale && !fault(shape.extremes->least) &&
+         !fault(shape.extremes->most);
 }
 
 }  // namespace korvex::host

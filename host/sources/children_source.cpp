@@ -6,6 +6,7 @@
 #include "host/sources/decimal.h"
 #include "host/sources/record_sources.h"
 #include "host/sources/saturating.h"
+#include "platform/printable_text.h"
 
 namespace korvex::sources {
 namespace {
@@ -38,6 +39,18 @@ class ChildrenSource : public Source {
     }
   }
 
+  // Of a child: none of them is the one that has its ends for certain.
+  TextShape child_shape() const {
+    TextShape shape = children_.field->shape();
+    if (shape.extremes) shape.extremes->are_reached = false;
+    return shape;
+  }
+  bool children_are_made() const {
+    const auto is_made = [](const Field* field) {
+      return field == nullptr || field->shape().always_made;
+    };
+    return is_made(children_.key) && is_made(children_.field);
+  }
   std::uint64_t most_children() const { return children_.groups->largest().most; }
   Count values() const { return children_.field->text_facts().values; }
 
@@ -60,12 +73,35 @@ class SumOfChildren : public ChildrenSource {
       : ChildrenSource(children, rules), zero_(Decimal::of_units(0, rules.decimals)) {}
 
   void append(std::uint64_t record, std::string& out) override {
-    std::optional<Decimal> sum = zero_;
+    Decimal sum = zero_;
     for_each_value(record, [&](std::string_view text) {
       const std::optional<Decimal> value = Decimal::parse(text);
-      if (!value || !sum || !sum->add(*value)) sum.reset();
+      if (value && sum.add(*value)) return;
+      throw BadValue("nothing can be added to a sum from the value \"" + platform::printable(text) +
+                     "\" of another record, or the sum is too large");
     });
-    if (sum) sum->append(out);
+    sum.append(out);
+  }
+
+  // Where no child is below zero, the least sum is that of none.
+  TextShape shape() const override {
+    constexpr TextShape unknown = {.never_empty = true, .size = {}};
+    const std::optional<Extremes> child = child_shape().extremes;
+    if (!child || child->scale != ScaleKind::number || !children_are_made()) return unknown;
+    NumberExtremes extremes;
+    for (const std::string& end : {child->least, child->most}) {
+      std::optional<Decimal> sum = Decimal::parse(end);
+      if (!sum || !sum->multiply(most_children()) || !sum->add(zero_)) return unknown;
+      std::string text;
+      sum->append(text);
+      extremes.add(text);
+    }
+    std::string none;
+    zero_.append(none);
+    extremes.add(none);
+    TextShape shape = shape_within(*extremes.result());
+    shape.never_empty = true;
+    return shape;
   }
 
  private:
@@ -85,7 +121,10 @@ class CountSource : public ChildrenSource {
   }
 
   TextShape shape() const override {
-    return {.never_empty = true, .size = {}, .only_digits = true, .only_plain = true};
+    TextShape shape = shape_of_counts(0, {0, most_children()});
+    shape.never_empty = true;
+    shape.always_made = children_are_made();
+    return shape;
   }
 
   TextFacts text_facts() const override {
@@ -129,7 +168,14 @@ class ExtremeSource : public ChildrenSource {
     if (extreme) out += text_;
   }
 
-  TextShape shape() const override { return {.never_empty = all_have_values(), .size = {}}; }
+  TextShape shape() const override {
+    const TextShape child = child_shape();
+    return {.never_empty = all_have_values(),
+            .size = {},
+            .always_made = children_are_made(),
+            .most = child.most,
+            .extremes = child.extremes};
+  }
 
   TextFacts text_facts() const override {
     TextFacts text_facts;

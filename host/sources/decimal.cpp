@@ -74,6 +74,13 @@ bool Decimal::add(const Decimal& other) {
   return true;
 }
 
+bool Decimal::multiply(std::uint64_t factor) {
+  Units units = 0;
+  if (__builtin_mul_overflow(units_, factor, &units)) return false;
+  units_ = units;
+  return true;
+}
+
 void Decimal::append(std::string& out) const {
   // As many digits as Units can have, from the last one on.
   std::array<char, 40> digits;

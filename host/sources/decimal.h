@@ -30,6 +30,9 @@ class Decimal {
   // has no room.
   bool add(const Decimal& other);
 
+  // False, and nothing is changed, when the product has no room.
+  bool multiply(std::uint64_t factor);
+
   bool operator<(const Decimal& other) const { return units_ < other.units_; }
 
   void append(std::string& out) const;

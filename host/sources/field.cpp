@@ -17,6 +17,15 @@ void Field::make_text(std::uint64_t record) {
   latest_record_ = record;
 }
 
+bool Field::may_have(std::string_view text) {
+  bool is_found = false;
+  const Shown shown = show_texts([&](std::string_view other) {
+    is_found = other == text;
+    return !is_found;
+  });
+  return !text.empty() && (is_found || shown != Shown::all);
+}
+
 bool Field::is_left_empty(std::uint64_t record) {
   return std::any_of(emptiness_.begin(), emptiness_.end(),
                      [record](const auto& emptiness) { return emptiness->is_empty(record); });
@@ -62,13 +71,35 @@ void Field::append_all(std::span<const std::uint64_t> records, TextBlock& out) {
   }
 }
 
-TextShape Field::shape() const {
+const TextShape& Field::shape() const {
+  if (!shape_) shape_ = find_shape();
+  return *shape_;
+}
+
+TextShape Field::find_shape() const {
   TextShape shape = source_->shape();
-  shape.never_empty = shape.never_empty && way_->gives_all() &&
-                      std::all_of(emptiness_.begin(), emptiness_.end(), [](const auto& emptiness) {
-                        return emptiness->gaps() == 0 && emptiness->end() == endless;
-                      });
+  const bool leaves_none =
+      way_->gives_all() &&
+      std::all_of(emptiness_.begin(), emptiness_.end(), [](const auto& emptiness) {
+        return emptiness->gaps() == 0 && emptiness->end() == endless;
+      });
+  shape.never_empty = shape.never_empty && leaves_none;
+  if (shape.size) shape.most = smaller(shape.most, {*shape.size, *shape.size});
+  if (shape.extremes) {
+    shape.extremes->are_reached = shape.extremes->are_reached && leaves_none;
+  } else if (shape.size && shape.only_digits) {
+    shape.extremes = {.least = std::string(*shape.size, '0'),
+                      .most = std::string(*shape.size, '9')};
+  }
   return shape;
+}
+
+void Field::keep_within(const TextSize& most, const std::optional<Extremes>& extremes) {
+  TextShape shape = this->shape();
+  shape.always_made = true;
+  shape.most = smaller(shape.most, most);
+  if (!shape.extremes) shape.extremes = extremes;
+  shape_ = std::move(shape);
 }
 
 const TextFacts& Field::text_facts() const {

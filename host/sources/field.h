@@ -28,6 +28,7 @@ class Field {
   void add_emptiness(std::unique_ptr<Emptiness> emptiness) {
     emptiness_.push_back(std::move(emptiness));
     text_facts_.reset();
+    shape_.reset();
   }
 
   // The text of a record; nothing where it has no value. Valid until the next record is asked for,
@@ -49,8 +50,12 @@ class Field {
     return text_;
   }
 
+  // Those that records may have, and no others.
+  Shown show_texts(const TakeText& take) { return source_->show_texts(take); }
+
   // Whether any record may have the text: false where it is known that none has.
-  bool may_have(std::string_view text) { return !text.empty() && source_->may_give(text); }
+  bool may_have(std::string_view text);
+
   // These records in a row, at most as many as a block has texts, are going to be asked for: their
   // texts are made together, which takes less time, and are valid until others are expected.
   void expect(std::uint64_t first, std::size_t count);
@@ -66,8 +71,11 @@ class Field {
   // value. May stop before the last one, as a source may.
   void append_all(std::span<const std::uint64_t> records, TextBlock& out);
 
-  // Of the texts of all records.
-  TextShape shape() const;
+  // Of the texts of all records. Found out when it is asked for the first time.
+  const TextShape& shape() const;
+
+  // To be told once it is known that all texts can be made: how large they are at most.
+  void keep_within(const TextSize& most, const std::optional<Extremes>& extremes);
 
   // Computed by the first call.
   const TextFacts& text_facts() const;
@@ -111,12 +119,14 @@ class Field {
   bool is_left_empty(std::uint64_t record);
   TextFacts predict() const;
   TextFacts predict_on_way() const;
+  TextShape find_shape() const;
   bool tells_index() const;
 
   std::unique_ptr<Source> source_;
   std::shared_ptr<Way> way_;
   std::vector<std::unique_ptr<Emptiness>> emptiness_;
   mutable std::optional<TextFacts> text_facts_;
+  mutable std::optional<TextShape> shape_;
   std::uint64_t latest_record_ = endless;  // none yet
   std::string text_;
   std::unique_ptr<Expected> expected_;

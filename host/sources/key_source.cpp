@@ -19,9 +19,14 @@ class KeySource : public Source {
   }
 
   std::optional<std::uint64_t> period() const override { return records_; }
-  bool may_give(std::string_view text) override { return field_.may_have(text); }
+  Shown show_texts(const TakeText& take) override { return field_.show_texts(take); }
 
-  TextShape shape() const override { return field_.shape(); }
+  TextShape shape() const override {
+    TextShape shape = field_.shape();
+    // Not every record need be led to.
+    if (shape.extremes) shape.extremes->are_reached = false;
+    return shape;
+  }
 
   TextFacts text_facts() const override {
     TextFacts text_facts = field_.text_facts();

@@ -22,8 +22,9 @@ class LineSource : public Source {
   std::optional<std::uint64_t> period() const override { return std::nullopt; }
 
   TextShape shape() const override {
-    return {
-        .never_empty = groups_->have_all(), .size = {}, .only_digits = true, .only_plain = true};
+    TextShape shape = shape_of_counts(1, groups_->largest());
+    shape.never_empty = groups_->have_all();
+    return shape;
   }
 
   TextFacts text_facts() const override {

@@ -19,9 +19,8 @@ class OffsetSource : public Source {
   void append(std::uint64_t record, std::string& out) override {
     const std::optional<std::string_view> text = of_.text(record);
     if (!text) return;
-    const std::optional<std::int64_t> from = scale_->read(*text);
-    std::int64_t number = ways::draw_between(key_, record, distance_.least, distance_.most);
-    if (!from || __builtin_add_overflow(*from, number, &number) || !scale_->append(number, out)) {
+    if (!append_sum(*text, ways::draw_between(key_, record, distance_.least, distance_.most),
+                    out)) {
       throw BadValue("nothing can be added to the value \"" + platform::printable(*text) +
                      "\" of the other item, or the sum is too large");
     }
@@ -29,7 +28,21 @@ class OffsetSource : public Source {
 
   std::optional<std::uint64_t> period() const override { return std::nullopt; }
 
-  TextShape shape() const override { return {.never_empty = of_.shape().never_empty, .size = {}}; }
+  TextShape shape() const override {
+    const TextShape of = of_.shape();
+    const TextShape unknown = {.never_empty = of.never_empty, .size = {}};
+    if (!of.always_made || !of.extremes || of.extremes->scale != scale_->kind()) return unknown;
+    Extremes sums = {.scale = scale_->kind()};
+    // A clock goes round.
+    const bool are_known = sums.scale == ScaleKind::time
+                               ? scale_->append(0, sums.least) && scale_->append(-1, sums.most)
+                               : append_sum(of.extremes->least, distance_.least, sums.least) &&
+                                     append_sum(of.extremes->most, distance_.most, sums.most);
+    if (!are_known) return unknown;
+    TextShape shape = shape_within(std::move(sums));
+    shape.never_empty = of.never_empty;
+    return shape;
+  }
 
   TextFacts text_facts() const override {
     const TextFacts& of = of_.text_facts();
@@ -59,6 +72,12 @@ class OffsetSource : public Source {
   }
 
  private:
+  // False, and nothing is appended, where there is no sum.
+  bool append_sum(std::string_view text, std::int64_t number, std::string& out) const {
+    const std::optional<std::int64_t> from = scale_->read(text);
+    return from && !__builtin_add_overflow(*from, number, &number) && scale_->append(number, out);
+  }
+
   bool is_fixed() const { return distance_.least == distance_.most; }
 
   Field& of_;

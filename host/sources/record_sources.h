@@ -41,7 +41,11 @@ struct ComposedPart {
   std::string literal;
   Field* field = nullptr;  // must outlive the source
   std::vector<Filter> filters;
+  TextSize most = {};  // of what the filters make of the field's texts, where that was looked at
 };
+
+// Finds out how large the filtered texts are, where the field's are known one by one.
+void look_at_filtered(ComposedPart& part);
 
 // The texts of other fields of the same record, put together. A field without a value adds nothing;
 // where no field has one, there is no text.
@@ -76,9 +80,9 @@ struct FoldRules {
   void (*pause)() = [] {};  // called now and then, however many children there are; may throw
 };
 
-// Folds a field over the records whose parent a record is: those of its group. Where values cannot
-// be added (a text that is no number, or a sum beyond all bounds), a sum is no value rather than a
-// wrong one. Takes as long as there are children.
+// Folds a field over the records whose parent a record is: those of its group. A value that
+// cannot be added (a text that is no number, or a sum beyond all bounds) is a BadValue of the sum.
+// Takes as long as there are children.
 std::unique_ptr<Source> make_children_source(const Children& children, const FoldRules& rules);
 
 }  // namespace korvex::sources

@@ -9,6 +9,8 @@ class NumberScale : public Scale {
  public:
   explicit NumberScale(unsigned decimals) : decimals_(decimals) {}
 
+  ScaleKind kind() const override { return ScaleKind::number; }
+
   std::optional<std::int64_t> read(std::string_view text) const override {
     const std::optional<Decimal> number = Decimal::parse(text);
     if (!number) return std::nullopt;

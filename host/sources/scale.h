@@ -8,10 +8,14 @@
 
 namespace korvex::sources {
 
+enum class ScaleKind { number, date, time, timestamp };
+
 // Texts as whole numbers of some unit (days, seconds, hundredths), so that they can be added to.
 class Scale {
  public:
   virtual ~Scale() = default;
+
+  virtual ScaleKind kind() const = 0;
 
   // Nothing for a text that is none of the scale.
   virtual std::optional<std::int64_t> read(std::string_view text) const = 0;

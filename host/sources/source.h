@@ -9,6 +9,7 @@
 
 #include "host/sources/dependencies.h"
 #include "host/sources/text_block.h"
+#include "host/sources/text_shape.h"
 
 namespace korvex::sources {
 
@@ -43,9 +44,9 @@ class Source {
   // by `never_empty` alone, and a source with a period need not tell its cycle.
   virtual TextFacts text_facts() const = 0;
 
-  // Whether some index may have the text. False only where it is known that none has, which may
-  // take a look at each of them. Called before records are made.
-  virtual bool may_give(std::string_view) { return true; }
+  // Shows the texts, as far as they are known one by one and not too many. Called before
+  // records are made.
+  virtual Shown show_texts(const TakeText&) { return Shown::nothing; }
 
   // For how long the texts differ, one after the other.
   virtual Uniqueness uniqueness() const { return {}; }

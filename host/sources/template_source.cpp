@@ -12,6 +12,16 @@ namespace {
 // Templates of templates may double a text again and again.
 constexpr std::size_t most_bytes = std::size_t{1} << 24;
 
+void append_filtered(std::string_view text, const std::vector<Filter>& filters, std::string& out) {
+  if (filters.empty()) {
+    out += text;
+    return;
+  }
+  std::string changed = filtered(filters.front(), text);
+  for (std::size_t i = 1; i < filters.size(); ++i) changed = filtered(filters[i], changed);
+  out += changed;
+}
+
 class TemplateSource : public Source {
  public:
   explicit TemplateSource(std::vector<ComposedPart> parts) : parts_(std::move(parts)) {}
@@ -37,10 +47,8 @@ class TemplateSource : public Source {
 
   std::optional<std::uint64_t> period() const override { return std::nullopt; }
 
-  bool may_give(std::string_view text) override {
-    const ComposedPart& part = parts_.front();
-    const bool is_as_it_is = parts_.size() == 1 && part.literal.empty() && part.filters.empty();
-    return !is_as_it_is || part.field == nullptr || part.field->may_have(text);
+  Shown show_texts(const TakeText& take) override {
+    return is_other_field() ? parts_.front().field->show_texts(take) : Shown::nothing;
   }
 
   // Found out once: of templates of templates, each is asked again and again.
@@ -60,17 +68,14 @@ class TemplateSource : public Source {
   // The field that alone decides the text, and can be told from it; null for any other template.
   const Field* only_field() const;
   TextShape find_shape() const;
-  void predict_empty(const std::vector<const Field*>& fields, TextFacts& whole) const;
-  static void append_filtered(std::string_view text, const std::vector<Filter>& filters,
-                              std::string& out) {
-    if (filters.empty()) {
-      out += text;
-      return;
-    }
-    std::string changed = filtered(filters.front(), text);
-    for (std::size_t i = 1; i < filters.size(); ++i) changed = filtered(filters[i], changed);
-    out += changed;
+
+  // Whether it is nothing but the text of a field.
+  bool is_other_field() const {
+    return parts_.size() == 1 && parts_.front().literal.empty() && parts_.front().filters.empty() &&
+           parts_.front().field != nullptr;
   }
+
+  void predict_empty(const std::vector<const Field*>& fields, TextFacts& whole) const;
 
   std::vector<ComposedPart> parts_;
   mutable std::optional<TextShape> shape_;
@@ -89,7 +94,15 @@ PartShape shape_of(const ComposedPart& part) {
   // Filters leave digits alone. Of other letters they may change the size, and make digits of
   // others.
   shape.is_unchanged = shape.is_unchanged || shape.text.only_digits;
-  if (!shape.is_unchanged) shape.text = {};
+  if (shape.is_unchanged) return shape;
+  constexpr std::uint64_t most_growth = 3;  // of characters, by one filter
+  TextSize most = shape.text.most;
+  for (std::size_t i = 0; i < part.filters.size(); ++i) {
+    most.characters = product(most.characters, most_growth);
+    most.bytes = product(most.characters, 2);
+  }
+  shape.text = {
+      .size = {}, .always_made = shape.text.always_made, .most = smaller(most, part.most)};
   return shape;
 }
 
@@ -180,12 +193,20 @@ void TemplateSource::predict_empty(const std::vector<const Field*>& fields,
 
 // Literals make a text only beside a field that has one, or when there are no fields.
 TextShape TemplateSource::find_shape() const {
-  constexpr TextShape nothing = {
-      .never_empty = true, .size = 0, .only_digits = true, .no_digits = true, .only_plain = true};
+  if (is_other_field()) return parts_.front().field->shape();
+  constexpr TextShape nothing = {.never_empty = true,
+                                 .size = 0,
+                                 .only_digits = true,
+                                 .no_digits = true,
+                                 .only_plain = true,
+                                 .always_made = true,
+                                 .most = {0, 0}};
   TextShape whole = nothing;
   whole.never_empty = parts_.size() == 1 && parts_.front().field == nullptr;
   for (const ComposedPart& part : parts_) {
     const TextShape text = part.field == nullptr ? nothing : shape_of(part).text;
+    whole.always_made = whole.always_made && text.always_made;
+    whole.most = sum(whole.most, sum(size_of(part.literal), text.most));
     whole.never_empty = whole.never_empty || (part.field != nullptr && text.never_empty);
     if (!text.never_empty || !text.size) whole.size.reset();
     if (whole.size) *whole.size += part.literal.size() + *text.size;
@@ -196,10 +217,24 @@ TextShape TemplateSource::find_shape() const {
     whole.only_plain = whole.only_plain && text.only_plain &&
                        std::all_of(part.literal.begin(), part.literal.end(), is_plain);
   }
+  constexpr std::uint64_t most_bytes_of_character = 4;
+  whole.always_made =
+      whole.always_made && whole.most.characters <= most_bytes / most_bytes_of_character;
   return whole;
 }
 
 }  // namespace
+
+void look_at_filtered(ComposedPart& part) {
+  TextSize most = {0, 0};
+  const Shown shown = part.field->show_texts([&](std::string_view text) {
+    std::string changed;
+    append_filtered(text, part.filters, changed);
+    most = larger(most, size_of(changed));
+    return true;
+  });
+  if (shown == Shown::all) part.most = most;
+}
 
 std::vector<bool> recoverable_parts(const std::vector<ComposedPart>& parts) {
   const std::vector<PartShape> shapes = shapes_of(parts);

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "host/sources/saturating.h"
+#include "host/sources/text_shape.h"
 #include "host/ways/numbers.h"
 
 // What can be known of texts before any of them is made.
@@ -45,23 +46,6 @@ struct Uniqueness {
 
   bool is_exact() const { return different == repeated; }
 };
-
-// What all texts of a source or a field have in common. It decides whether a text that is made of
-// several can be taken apart again, and saves looks at each of them.
-struct TextShape {
-  bool never_empty = false;         // every index has a text
-  std::optional<std::size_t> size;  // bytes, of every text
-  bool only_digits = false;         // every text consists of ASCII digits
-  bool no_digits = false;           // no text has one
-  bool only_plain = false;          // every character is_plain()
-};
-
-// Whether every format of records writes a character as it is.
-constexpr bool is_plain(char c) {
-  constexpr char delete_character = 0x7F;
-  const bool is_control = (c >= 0 && c < ' ') || c == delete_character;
-  return !is_control && c != ',' && c != '"' && c != '\'' && c != '\\';
-}
 
 // What is known of the texts of a field.
 struct TextFacts {

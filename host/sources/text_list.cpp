@@ -48,7 +48,12 @@ class ListSource : public Source {
     return *uniqueness_;
   }
 
-  bool may_give(std::string_view text) override { return list_.has(text); }
+  Shown show_texts(const TakeText& take) override {
+    for (std::size_t i = 0; i < list_.size(); ++i) {
+      if (!take(list_[i])) break;
+    }
+    return Shown::all;
+  }
 
   std::string_view doubt() const override { return "has equal values"; }
   std::string_view content() const override { return list_.content(); }
@@ -62,13 +67,16 @@ class ListSource : public Source {
 };
 
 TextShape shape_of(std::span<const std::string_view> texts) {
-  TextShape shape = {
-      .never_empty = true, .size = texts.front().size(), .only_digits = true, .no_digits = true};
+  TextShape shape = {.never_empty = true,
+                     .size = texts.front().size(),
+                     .only_digits = true,
+                     .no_digits = true,
+                     .always_made = true};
   shape.only_plain = std::all_of(texts.begin(), texts.end(), [](std::string_view text) {
     return std::all_of(text.begin(), text.end(), is_plain);
   });
   for (const std::string_view text : texts) {
-    if (text.empty()) return {.size = {}, .only_plain = shape.only_plain};
+    if (text.empty()) return {.size = {}, .only_plain = shape.only_plain, .always_made = true};
     if (text.size() != shape.size) shape.size.reset();
     shape.only_digits =
         shape.only_digits && std::all_of(text.begin(), text.end(), platform::is_digit);
@@ -103,10 +111,6 @@ TextList TextList::of_texts(std::span<const std::string_view> texts, ReadText co
 TextList TextList::of_values(const std::vector<std::string>& values) {
   const std::vector<std::string_view> texts(values.begin(), values.end());
   return of_texts(texts);
-}
-
-bool TextList::has(std::string_view text) const {
-  return std::find(texts_->begin(), texts_->end(), text) != texts_->end();
 }
 
 ways::Result<TextList> TextList::of_lines(std::string content) {

@@ -37,7 +37,6 @@ class TextList {
   std::size_t size() const { return texts_->size(); }
   std::string_view operator[](std::size_t i) const { return (*texts_)[i]; }
 
-  bool has(std::string_view text) const;
   // Each with the overhang that a block asks for.
   std::span<const std::string_view> texts() const { return *texts_; }
 

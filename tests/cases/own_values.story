@@ -209,8 +209,8 @@ file l.toml
   @own encoding = "utf-8"
   @text L type = "list", values = ["long enough"]
   @text E type = "template", text = "{L} {L}"
->1 export l.toml -o -
-  ! record 1, item E: the value has 23 characters, expected at most 12
+>2 export l.toml -o -
+  ! l.toml:15:10: item E: record 1: the value has 23 characters, expected at most 12
 file l.toml
   @own encoding = "utf-8"
   @text Prénom type = "default"
@@ -303,10 +303,10 @@ edit p.toml "en", joint => "en", salt
 # A text that doubles again and again ends the run before the memory does.
 file t.toml
   @own
-$ for i in $(seq 30); do printf '[[item]]\nname = "T%s"\nattribute = 1\nlength = 9\nvalues = { type = "template", text = "{T%s}{T%s}" }\n' $i $((i + 1)) $((i + 1)); done >> t.toml
-$ printf '[[item]]\nname = "T31"\nattribute = 1\nlength = 9\nvalues = { type = "list", values = ["a"] }\n' >> t.toml
->1 export t.toml -o -
-  ! record 1, item T1: the value has more than 16777216 bytes
+$ for i in $(seq 30); do printf '[[item]]\nname = "T%s"\nattribute = 1\nlength = 9\nvalues = { type = "template", text = "{T%s}{T%s}", hidden = %s }\n' $i $((i + 1)) $((i + 1)) $([ $i = 1 ] && echo false || echo true); done >> t.toml
+$ printf '[[item]]\nname = "T31"\nattribute = 1\nlength = 9\nvalues = { type = "list", values = ["a"], hidden = true }\n' >> t.toml
+>2 export t.toml -o -
+  ! t.toml:35:10: item T6: record 1: the value has more than 16777216 bytes
 # Items may need each other in long rows, but not without end, whichever of them comes first.
 each OPTION
   -n

@@ -144,6 +144,52 @@ void RandomLayout::write(const std::string& folder) const {
   write_file(folder + "/values.txt", "x\r\ny\r\nx\r\nz\r\n");
 }
 
+RandomTables draw_tight_tables(std::uint64_t seed) {
+  Table draws("", seed);
+  RandomTables tables = {{"parents.toml", 30 + draws.draw(30), "", {}},
+                         {"children.toml", 300 + draws.draw(300), "", {}}};
+  const auto item = [](const std::string& name, const std::string& keys,
+                       const std::string& values) {
+    return "[[item]]\nname = \"" + name + "\"\n" + keys + "\nvalues = { " + values + " }\n";
+  };
+  const auto number = [&](const Texts& digits) {
+    return "attribute = \"decimal\"\ndigits = " + draws.draw_of(digits) +
+           draws.draw_of({"", "\nsigned = true"});
+  };
+  const auto text = [&](const Texts& lengths) {
+    return "attribute = \"character\"\nlength = " + draws.draw_of(lengths);
+  };
+  const std::string date = "attribute = \"date\"";
+  const std::string from_parents = R"(type = "key", layout = "parents.toml", item = )";
+  const std::string from_children = R"(layout = "children.toml", key = "KEY")";
+  const std::string first = std::to_string(draws.draw(950));
+  tables.parents.items = {
+      item("ID", number({"3"}),
+           R"(type = "range", format = "%3U", start = )" + first +
+               R"(, end = 999, order = "shuffled")"),
+      item("NAME", text({"5"}), R"(type = "list", values = ["a", "bcd", "éé", "ŉß", "山"])"),
+      item("COUNT", number({"2", "2", "2", "1"}), R"(type = "count", )" + from_children),
+      item("SUM", number({"5", "6", "4"}), R"(type = "sum", item = "OFF", )" + from_children),
+      item("LAST", number({"4", "4", "3"}), R"(type = "most", item = "OFF", )" + from_children)};
+  tables.children.items = {
+      item("KEY", number({"3", "4", "4", "2"}),
+           from_parents + R"("ID", each = [0, 40], group = "G")"),
+      item("NAME", text({"4", "5", "5", "2"}), from_parents + R"("NAME", group = "G")"),
+      item("NO", number({"2", "2", "3", "1"}), R"(type = "line", of = "KEY")"),
+      item("OFF", number({"4", "4", "4", "3"}),
+           R"(type = "offset", of = "KEY", from = )" + draws.draw_of({"-3", "0", "1"}) +
+               ", to = " + draws.draw_of({"1", "20"})),
+      item("COPY", number({"4", "5", "5", "3"}), R"(type = "reference", item = "OFF")"),
+      item("DAY", date, R"(type = "default")"),
+      item(
+          "DUE", date,
+          R"(type = "offset", of = "DAY", from = 1, to = )" + draws.draw_of({"9", "9", "2930000"})),
+      item("TEXT", text({"9", "10", "12", "7"}),
+           R"(type = "template", text = "{NAME|)" + draws.draw_of({"upper", "ascii"}) +
+               R"(}{OFF}")")};
+  return tables;
+}
+
 RandomTables draw_tables(std::uint64_t seed) {
   Table parents("P", 2 * seed);
   Table children("C", 2 * seed + 1);

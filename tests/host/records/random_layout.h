@@ -27,6 +27,9 @@ struct RandomTables {
   RandomLayout children;
 };
 
+// Items of these are hardly large enough, or not quite.
+RandomTables draw_tight_tables(std::uint64_t seed);
+
 RandomTables draw_tables(std::uint64_t seed);
 
 }  // namespace korvex::test

@@ -27,13 +27,15 @@ using Records = std::vector<Record>;
 // A layout made ready in a folder of its own, which holds those that it leads to.
 class Ready {
  public:
-  explicit Ready(const RandomLayout& layout, const RandomTables& tables = {}) {
+  explicit Ready(const RandomLayout& layout, const RandomTables& tables = {},
+                 const Preparation& how = {}) {
     for (const RandomLayout* other : {&tables.parents, &tables.children}) {
       if (!other->items.empty()) other->write(folder_.path());
     }
     layout.write(folder_.path());
     std::ostringstream messages;
-    const ExitStatus status = prepared.prepare(folder_.file(layout.file), std::nullopt, messages);
+    const ExitStatus status =
+        prepared.prepare(folder_.file(layout.file), std::nullopt, messages, how);
     if (status != ExitStatus::done) throw std::runtime_error(messages.str());
   }
 
@@ -149,6 +151,37 @@ TEST(RandomLayouts, AreForecastRightly) {
   EXPECT_GT(tally.answers["empty"], 200);
   EXPECT_GT(tally.answers["unique"], 500);
   EXPECT_GT(tally.answers["repeated"], 1500);
+}
+
+template <class Task>
+std::string failure_of(Task task) {
+  try {
+    task();
+  } catch (const std::runtime_error& failure) {
+    return failure.what();
+  }
+  return {};
+}
+
+TEST(RandomLayouts, FitWhereAThoroughTrialSaysSo) {
+  Tally tally;
+  for (std::uint64_t seed = 0; seed < 50; ++seed) {
+    const RandomTables tables = test::draw_tight_tables(seed);
+    for (const RandomLayout* layout : {&tables.parents, &tables.children}) {
+      const std::string refusal = failure_of([&] {
+        const Ready ready(*layout, tables, {.trial = Trial::thorough});
+        ASSERT_TRUE(ready.prepared.untold().empty());
+      });
+      const std::string failure = failure_of([&] { records_of(*layout, tables); });
+      const bool is_of_other = refusal.find(layout->file + ':') == std::string::npos;
+      ASSERT_TRUE(!refusal.empty() || failure.empty()) << seed << failure;
+      ASSERT_TRUE(refusal.empty() || is_of_other || !failure.empty()) << seed << refusal;
+      tally.answers["fits"] += refusal.empty();
+      tally.answers["late"] += failure.starts_with("record ");
+    }
+  }
+  EXPECT_GT(tally.answers["fits"], 20);
+  EXPECT_GT(tally.answers["late"], 10);
 }
 
 TEST(RandomLayouts, GiveTheSameRecordsInAnyOrder) {

@@ -120,7 +120,7 @@ TEST(Fields, GiveWhatTheyCanOfWhatIsExpected) {
   EXPECT_EQ(texts(wider, 200, 201), large + large + " ");
 }
 
-TEST(Fields, FoldWhatIsNoNumberAsTextOrNotAtAll) {
+TEST(Fields, FoldWhatIsNoNumberAsTextAlone) {
   const auto one = groups(4, 1, 4);
   Field text(list({"b", "10", "9", "a"}), forward(4, End::repeat));
   const auto fold = [&](FoldRules rules) {
@@ -128,7 +128,7 @@ TEST(Fields, FoldWhatIsNoNumberAsTextOrNotAtAll) {
         *std::make_unique<Field>(make_children_source({one, nullptr, &text}, rules), forward()), 0,
         2);
   };
-  EXPECT_EQ(fold({.fold = Fold::sum, .decimals = 2}), "- 0.00 ");
+  EXPECT_THROW(fold({.fold = Fold::sum, .decimals = 2}), BadValue);
   EXPECT_EQ(fold({.fold = Fold::least, .comparison = Comparison::as_numbers}), "9 - ");
   EXPECT_EQ(fold({.fold = Fold::least, .comparison = Comparison::as_texts}), "10 - ");
   EXPECT_EQ(fold({.fold = Fold::most, .comparison = Comparison::as_texts}), "b - ");
