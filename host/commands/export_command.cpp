@@ -112,7 +112,7 @@ ExitStatus export_whole(const Export& each, const OutputForm& form, const Export
   const Layout& layout = each.prepared->layout();
   ReplacedOutput output(each.output, out);
   const auto is_wanted = [&] { return output.failure().empty(); };
-  take_bytes(stream, {0, layout.records.number()}, true, is_wanted,
+  take_bytes(stream, all_of(layout.records), true, is_wanted,
              [&](std::string_view bytes) { output.write(bytes); });
   if (!stream.failure().empty()) {
     if (is_folder(options.layout)) messages << platform::printable(layout.file) << ": ";
@@ -121,7 +121,8 @@ ExitStatus export_whole(const Export& each, const OutputForm& form, const Export
   }
   if (!output.finish(messages)) return ExitStatus::failed;
   if (!options.quiet && each.output != "-") {
-    out << stream.records() << " records: " << platform::printable(each.output) << std::endl;
+    out << stream.records().number() << " records: " << platform::printable(each.output)
+        << std::endl;
   }
   return ExitStatus::done;
 }

@@ -74,7 +74,7 @@ std::string source_of(const LayoutItem& item) {
 
 // Hands over the fields of some records; none after a failure.
 template <typename Take>
-void take_records(ReadableRecords& records, std::uint64_t first, std::uint64_t count, Take take) {
+void take_records(ReadableRecords& records, RecordNumber first, std::uint64_t count, Take take) {
   records.seek(first);
   for (std::vector<std::string_view> values; count > 0 && records.next(values); --count) {
     check_interruption();
@@ -104,13 +104,13 @@ ReportedTable table_of(PreparedLayout& prepared) {
             ? done
             : done / run_length * (table.records / (most_records / run_length));
     take_records(
-        records, first, std::min(run_length, looked_at - done),
+        records, RecordNumber(first), std::min(run_length, looked_at - done),
         [&](std::size_t i, std::string_view value) { table.columns[i].summary.add(value); });
   }
   if (looked_at < table.records) {
     table.note = "the figures are from a sample of " + std::to_string(looked_at) + " of them";
   }
-  take_records(records, 0, shown_records, [&](std::size_t i, std::string_view value) {
+  take_records(records, {}, shown_records, [&](std::size_t i, std::string_view value) {
     if (i == 0) table.samples.emplace_back();
     table.samples.back().emplace_back(value);
   });

@@ -6,8 +6,8 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <filesystem>
+#include <system_error>
 #include <unordered_map>
 
 #include "control/reconcile.h"
@@ -25,10 +25,17 @@ bool keeps(const LayoutItem& item, Keeping keeping) {
 }
 
 // Never over a file that is there. Not every file system can do so in one step.
-int rename_to_free_name(const std::string& from, const std::string& to) {
-  if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return 0;
-  if (errno != EINVAL && errno != ENOSYS) return -1;
-  return ::link(from.c_str(), to.c_str()) == 0 ? ::unlink(from.c_str()) : -1;
+std::error_code rename_to_free_name(const std::string& from, const std::string& to) {
+  const auto error_of = [](int result) {
+    return std::error_code(result == 0 ? 0 : errno, std::generic_category());
+  };
+  const std::error_code failure =
+      error_of(::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE));
+  const bool is_unknown =
+      failure == std::errc::invalid_argument || failure == std::errc::function_not_supported;
+  if (!is_unknown) return failure;
+  const std::error_code linked = error_of(::link(from.c_str(), to.c_str()));
+  return linked ? linked : error_of(::unlink(from.c_str()));
 }
 
 }  // namespace
@@ -104,8 +111,9 @@ std::string move_settings_aside(const Layout& layout, std::string& name) {
   for (int number = 1;; ++number) {
     name = layout.settings + "." + std::to_string(number);
     if (is_in_use) return "another run holds it";
-    if (rename_to_free_name(layout.settings, name) == 0) return {};
-    if (errno != EEXIST) return std::strerror(errno);
+    const std::error_code failure = rename_to_free_name(layout.settings, name);
+    if (!failure) return {};
+    if (failure != std::errc::file_exists) return failure.message();
   }
 }
 

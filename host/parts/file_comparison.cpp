@@ -11,7 +11,7 @@ namespace {
 using platform::FileCause;
 
 std::string place_text(const RecordPlace& place) {
-  std::string text = "record " + std::to_string(place.record + 1);
+  std::string text = "record " + std::to_string(place.record.number() + 1);
   if (!place.item.empty()) text += ", item " + place.item;
   return text;
 }

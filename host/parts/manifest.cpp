@@ -73,8 +73,8 @@ std::string text_of(const Manifest& manifest) {
   };
   add("part", std::to_string(manifest.part.number));
   add("parts", std::to_string(manifest.part.parts));
-  add("before", std::to_string(manifest.records.first));
-  add("records", std::to_string(manifest.records.size()));
+  add("before", std::to_string(manifest.records.first.number()));
+  add("records", std::to_string(manifest.records.size().number()));
   add("bytes", std::to_string(manifest.bytes));
   add("checksum", hexadecimal(manifest.checksum));
   add("form", manifest.form);
@@ -88,8 +88,8 @@ std::optional<Manifest> parse_manifest(std::string_view text) {
   Manifest manifest;
   manifest.part.number = lines.number("part");
   manifest.part.parts = lines.number("parts");
-  manifest.records.first = lines.number("before");
-  manifest.records.end = sum(manifest.records.first, lines.number("records"));
+  manifest.records.first = RecordNumber(lines.number("before"));
+  manifest.records.end = manifest.records.first + RecordCount(lines.number("records"));
   manifest.bytes = lines.number("bytes");
   manifest.checksum = lines.number("checksum", hexadecimal_base);
   manifest.form = lines.value("form");

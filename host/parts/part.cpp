@@ -28,8 +28,8 @@ std::optional<Part> part_of(std::string_view number, std::string_view parts) {
   return Part{*first, *second};
 }
 
-Steps boundary(Steps records, std::uint64_t before, std::uint64_t parts) {
-  return static_cast<Steps>(Wide{records} * before / parts);
+RecordNumber boundary(RecordCount records, std::uint64_t before, std::uint64_t parts) {
+  return RecordNumber(static_cast<std::uint64_t>(Wide{records.number()} * before / parts));
 }
 
 }  // namespace
@@ -44,14 +44,15 @@ std::string part_text(Part part) {
   return std::to_string(part.number) + " of " + std::to_string(part.parts);
 }
 
-RecordRange records_of(Part part, Steps records) {
+RecordRange records_of(Part part, RecordCount records) {
   return {boundary(records, part.number - 1, part.parts),
           boundary(records, part.number, part.parts)};
 }
 
-Part part_with(Steps record, std::uint64_t parts, Steps records) {
+Part part_with(RecordNumber record, std::uint64_t parts, RecordCount records) {
   // Rounding moves it by one part at most.
-  Part part = {static_cast<std::uint64_t>(Wide{record} * parts / records) + 1, parts};
+  const Wide before = Wide{record.number()} * parts / records.number();
+  Part part = {static_cast<std::uint64_t>(before) + 1, parts};
   while (records_of(part, records).end <= record) ++part.number;
   return part;
 }

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/records/record_stream.h"
+#include "host/records/record_number.h"
 #include "values/counts.h"
 
 namespace korvex::host {
@@ -30,10 +30,10 @@ std::optional<Part> parse_part(std::string_view text);
 std::string part_text(Part part);
 
 // The records of a part, out of so many. Sizes of parts differ by one at most.
-RecordRange records_of(Part part, Steps records);
+RecordRange records_of(Part part, RecordCount records);
 
 // The part that a record is in.
-Part part_with(Steps record, std::uint64_t parts, Steps records);
+Part part_with(RecordNumber record, std::uint64_t parts, RecordCount records);
 
 // `data.csv.part-03-of-64`: with zeros so that names sort as the parts follow each other.
 std::string part_path(const std::string& whole, Part part);

@@ -10,8 +10,8 @@ namespace korvex::host {
 
 namespace {
 
-constexpr Steps measured_places = 16;
-constexpr Steps measured_records = 1000;
+constexpr std::uint64_t measured_places = 16;
+constexpr RecordCount measured_records(1000);
 
 // Records that were not measured may be longer.
 constexpr double margin = 1.1;
@@ -19,28 +19,28 @@ constexpr double margin = 1.1;
 }  // namespace
 
 PartEstimate::PartEstimate(PreparedLayout& prepared, const OutputForm& form)
-    : stream_(stream_of(prepared, form)), records_(prepared.layout().records.number()) {
-  Steps measured = 0;
+    : stream_(stream_of(prepared, form)), records_(prepared.layout().records) {
+  std::uint64_t measured = 0;
   std::uint64_t bytes = 0;
   const auto begin = std::chrono::steady_clock::now();
-  for (Steps place = 1; place <= measured_places; ++place) {
+  for (std::uint64_t place = 1; place <= measured_places; ++place) {
     RecordRange range = records_of({place, measured_places}, records_);
-    range.end = std::min(range.end, sum(range.first, measured_records));
-    measured += range.size();
+    range.end = std::min(range.end, range.first + measured_records);
+    measured += range.size().number();
     bytes += size_of(*stream_, {range, false});
   }
   const std::chrono::duration<double> time = std::chrono::steady_clock::now() - begin;
   if (measured == 0) return;
-  const double share = static_cast<double>(records_) / static_cast<double>(measured);
+  const double share = static_cast<double>(records_.number()) / static_cast<double>(measured);
   seconds_ = time.count() * share;
   bytes_ = static_cast<ByteCount>(std::ceil(static_cast<double>(bytes) * share));
-  const auto size = stream_->size({0, records_});
+  const auto size = stream_->size(all_of(records_));
   is_exact_ = size.has_value();
   if (size) bytes_ = *size;
 }
 
-ByteCount PartEstimate::size_before(Steps record) const {
-  return stream_->size({0, record}).value_or(0);
+ByteCount PartEstimate::size_before(RecordNumber record) const {
+  return stream_->size({{}, record}).value_or(0);
 }
 
 ByteCount PartEstimate::largest_part(std::uint64_t parts) const {

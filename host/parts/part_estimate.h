@@ -14,7 +14,7 @@ class PartEstimate {
   // Makes some of the records, spread over all, to measure them.
   PartEstimate(PreparedLayout& prepared, const OutputForm& form);
 
-  Steps records() const { return records_; }
+  RecordCount records() const { return records_; }
 
   // Of all records; whether that is more than an estimate.
   ByteCount bytes() const { return bytes_; }
@@ -30,10 +30,10 @@ class PartEstimate {
   std::uint64_t parts_below(std::uint64_t bytes, std::uint64_t most) const;
 
  private:
-  ByteCount size_before(Steps record) const;
+  ByteCount size_before(RecordNumber record) const;
 
   std::unique_ptr<RecordStream> stream_;
-  Steps records_;
+  RecordCount records_;
   ByteCount bytes_ = 0;
   bool is_exact_ = false;
   double seconds_ = 0;

@@ -81,7 +81,7 @@ Manifest expected_manifest(const PreparedLayout& prepared, Part part, const Outp
                            const std::string& fingerprint) {
   Manifest manifest;
   manifest.part = part;
-  manifest.records = records_of(part, prepared.layout().records.number());
+  manifest.records = records_of(part, prepared.layout().records);
   manifest.form = text_of(form);
   manifest.fingerprint = fingerprint;
   return manifest;
@@ -103,7 +103,7 @@ ExitStatus make_part(PreparedLayout& prepared, const PartRequest& request, std::
   const auto stream = stream_of(prepared, request.form);
   if (!write_part(*stream, path, manifest, messages)) return ExitStatus::failed;
   if (!request.quiet) {
-    out << name << ", " << manifest.records.size() << " records, " << manifest.bytes
+    out << name << ", " << manifest.records.size().number() << " records, " << manifest.bytes
         << " bytes: " << platform::printable(path) << std::endl;
   }
   return ExitStatus::done;

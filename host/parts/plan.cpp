@@ -153,10 +153,10 @@ std::string head_of(const Plan& plan, const PartEstimate& estimate) {
   const std::string about = estimate.is_exact() ? "" : "about ";
   const std::uint64_t parts = plan.parts;
   return "# Makes " + platform::printable(plan.whole) + " in " + std::to_string(parts) +
-         " parts: " + std::to_string(estimate.records()) + " records, " + about +
+         " parts: " + std::to_string(estimate.records().number()) + " records, " + about +
          size_text(estimate.bytes()) + ".\n# A part has up to " +
-         std::to_string((estimate.records() + parts - 1) / parts) + " records and " + about +
-         size_text(estimate.largest_part(parts)) + "; one core makes it in about " +
+         std::to_string((estimate.records().number() + parts - 1) / parts) + " records and " +
+         about + size_text(estimate.largest_part(parts)) + "; one core makes it in about " +
          time_text(estimate.seconds(parts)) + ", without what writing takes.";
 }
 

@@ -15,7 +15,7 @@ namespace korvex::host {
 namespace {
 
 // So many records are compared at a place: some ten milliseconds of work.
-constexpr Steps records_at_a_place = 1000;
+constexpr RecordCount records_at_a_place(1000);
 
 std::string size_fault(std::uint64_t size, ByteCount expected) {
   return std::to_string(size) + " bytes long, expected " + decimal_text(expected);
@@ -102,8 +102,12 @@ const std::string& Verifier::fingerprint_of(const OutputForm& form) {
   return print;
 }
 
+RecordNumber Verifier::any_of(RecordRange range) {
+  return range.first + RecordCount(random_() % range.size().number());
+}
+
 RecordRange Verifier::records_of_piece(const Piece& piece) const {
-  return records_of(piece.part, prepared_.layout().records.number());
+  return records_of(piece.part, prepared_.layout().records);
 }
 
 bool Verifier::verify_part(const Piece& piece) {
@@ -111,15 +115,15 @@ bool Verifier::verify_part(const Piece& piece) {
   if (fault.empty() && choices_.places > 0) fault = fault_at_ends(piece);
   for (std::uint64_t i = 0; i < choices_.places && fault.empty(); ++i) {
     const RecordRange range = records_of_piece(piece);
-    if (range.size() > 0) fault = fault_at(piece, range.first + random_() % range.size());
+    if (range.size() > RecordCount()) fault = fault_at(piece, any_of(range));
   }
   if (!fault.empty()) {
     messages_ << platform::printable(piece.path) << ": " << fault << std::endl;
     return false;
   }
-  out_ << platform::printable(piece.path) << ": complete, " << records_of_piece(piece).size()
-       << " records, " << bytes_ << " bytes" << how("manifest and size", choices_.places)
-       << std::endl;
+  out_ << platform::printable(piece.path) << ": complete, "
+       << records_of_piece(piece).size().number() << " records, " << bytes_ << " bytes"
+       << how("manifest and size", choices_.places) << std::endl;
   return true;
 }
 
@@ -154,10 +158,14 @@ bool Verifier::verify_set(const std::string& whole, const PartSet& set) {
 
 // Spreads the places over the records of all parts.
 void Verifier::compare_places(const std::string& whole, const PartSet& set, FaultLines& faults) {
-  const auto records = prepared_.layout().records.number();
-  for (std::uint64_t i = 0; i < choices_.places && records > 0 && !choices_.content; ++i) {
-    const RecordRange stretch = records_of({i + 1, choices_.places}, records);
-    const Steps record = std::min(stretch.first + random_() % (stretch.size() + 1), records - 1);
+  const RecordCount records = prepared_.layout().records;
+  for (std::uint64_t i = 0; i < choices_.places && records > RecordCount() && !choices_.content;
+       ++i) {
+    RecordRange stretch = records_of({i + 1, choices_.places}, records);
+    // With more places than records, some of these stretches are empty.
+    stretch.end =
+        std::min(stretch.first + RecordCount(stretch.size().number() + 1), all_of(records).end);
+    const RecordNumber record = any_of(stretch);
     const Part part = part_with(record, set.parts, records);
     faults.flush();
     if (faults.is_faulty(part.number)) continue;
@@ -180,7 +188,7 @@ bool Verifier::verify_whole(const std::string& path, std::optional<std::uint64_t
     if (fault.empty()) fault = fault_at_ends(piece);
     const bool has_known_size = stream_->size(range).has_value();
     for (std::uint64_t i = 0; i < choices_.places && has_known_size && fault.empty(); ++i) {
-      if (range.size() > 0) fault = fault_at(piece, random_() % range.size());
+      if (range.size() > RecordCount()) fault = fault_at(piece, any_of(range));
     }
   }
   if (!fault.empty()) {
@@ -189,8 +197,8 @@ bool Verifier::verify_whole(const std::string& path, std::optional<std::uint64_t
   }
   const bool has_known_size = stream_->size(range).has_value();
   const bool has_size = has_known_size || parts_size.has_value();
-  out_ << platform::printable(path) << ": complete, " << range.size() << " records, " << bytes_
-       << " bytes"
+  out_ << platform::printable(path) << ": complete, " << range.size().number() << " records, "
+       << bytes_ << " bytes"
        << how(has_size ? "size, first and last records" : "first and last records",
               has_known_size ? choices_.places : 0)
        << std::endl;
@@ -224,13 +232,14 @@ std::string Verifier::fault_of_content(const Piece& piece) {
 }
 
 // Where the offset of a record is not predicted, the nearer end of the part stands for it.
-std::string Verifier::fault_at(const Piece& piece, Steps record) {
+std::string Verifier::fault_at(const Piece& piece, RecordNumber record) {
   const RecordRange range = records_of_piece(piece);
   const auto offset = stream_->size({range.first, record});
   if (!offset) {
-    return record - range.first < range.size() / 2 ? fault_at_begin(piece) : fault_at_end(piece);
+    const bool is_near_begin = record - range.first < range.end - record;
+    return is_near_begin ? fault_at_begin(piece) : fault_at_end(piece);
   }
-  const Steps end = std::min(range.end, sum(record, records_at_a_place));
+  const RecordNumber end = std::min(range.end, record + records_at_a_place);
   // The file is as long as it should be: its offsets are those of a file.
   return FileComparison(piece.path)
       .compare(*stream_, {{record, end}, false}, static_cast<std::uint64_t>(*offset));
@@ -243,7 +252,7 @@ std::string Verifier::fault_at_ends(const Piece& piece) {
 
 std::string Verifier::fault_at_begin(const Piece& piece) {
   const RecordRange range = records_of_piece(piece);
-  const Steps end = std::min(range.end, sum(range.first, records_at_a_place));
+  const RecordNumber end = std::min(range.end, range.first + records_at_a_place);
   FileComparison file(piece.path);
   const std::string fault = file.compare(*stream_, {{range.first, end}, piece.part.is_first()}, 0);
   return fault.empty() && end == range.end ? file.check_end(file.end()) : fault;

@@ -55,11 +55,12 @@ class Verifier {
   std::string fault_of(const Piece& piece);
   std::string fault_of_size(const Piece& piece, std::uint64_t size) const;
   std::string fault_of_content(const Piece& piece);
-  std::string fault_at(const Piece& piece, Steps record);
+  std::string fault_at(const Piece& piece, RecordNumber record);
   std::string fault_at_ends(const Piece& piece);
   std::string fault_at_begin(const Piece& piece);
   std::string fault_at_end(const Piece& piece);
 
+  RecordNumber any_of(RecordRange range);
   RecordRange records_of_piece(const Piece& piece) const;
   std::string how(const std::string& by_proof, std::uint64_t places) const;
 

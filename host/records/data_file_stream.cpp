@@ -20,7 +20,7 @@ class DataFileStream : public RecordStream {
     range_ = range;
     next_ = piece_begin_ = range.first;
     failure_.clear();
-    run_.seek(range.first);
+    run_.seek(range.first.number());
   }
 
   std::string_view next() override {
@@ -28,48 +28,48 @@ class DataFileStream : public RecordStream {
     piece_begin_ = next_;
     while (next_ < range_.end && lines_.size() < data_piece_size && failure_.empty()) {
       check_interruption();
-      append(std::min<Steps>(range_.end - next_, most_at_once));
+      append(std::min(range_.end - next_, most_at_once));
     }
     return {lines_.data(), lines_.size()};
   }
 
-  Steps records() const override { return next_ - range_.first; }
+  RecordCount records() const override { return next_ - range_.first; }
   const std::string& failure() const override { return failure_; }
 
   RecordPlace place_of(std::size_t offset) override {
     go_to({piece_begin_, range_.end}, false);
     lines_.clear();
     // One record at a time, as far as the byte is.
-    append(1);
+    append(RecordCount(1));
     while (failure_.empty() && offset >= lines_.size()) {
       offset -= lines_.size();
       lines_.clear();
-      append(1);
+      append(RecordCount(1));
     }
-    const Steps record = next_ - 1;
+    const RecordNumber record = next_ - RecordCount(1);
     return {record, item_at(record, offset)};
   }
 
   std::optional<ByteCount> size(RecordRange range) const override {
-    const auto before = run_.size(RecordCount(range.first));
-    const auto end = run_.size(RecordCount(range.end));
+    const auto before = run_.size(RecordCount(range.first.number()));
+    const auto end = run_.size(RecordCount(range.end.number()));
     return before && end ? std::optional(*end - *before) : std::nullopt;
   }
 
  private:
-  static constexpr Steps most_at_once = 1 << 20;
+  static constexpr RecordCount most_at_once{1 << 20};
 
-  void append(Steps most) {
-    const ErrorCode code = run_.append(lines_, static_cast<std::int64_t>(most));
+  void append(RecordCount most) {
+    const ErrorCode code = run_.append(lines_, static_cast<std::int64_t>(most.number()));
     if (code != error::none) {
       failure_ = numbered_message(code, prepared_.layout());
       return;
     }
-    next_ += run_.line_begins().size();
+    next_ += RecordCount(run_.line_begins().size());
   }
 
-  std::string item_at(Steps record, std::size_t offset) {
-    run_.seek(record);
+  std::string item_at(RecordNumber record, std::size_t offset) {
+    run_.seek(record.number());
     std::vector<std::string_view> values;
     if (run_.next(values) != error::none) return {};
     for (std::size_t i = 0; i < values.size(); ++i) {
@@ -85,8 +85,8 @@ class DataFileStream : public RecordStream {
   PreparedLayout& prepared_;
   Run& run_;
   RecordRange range_;
-  Steps next_ = 0;
-  Steps piece_begin_ = 0;
+  RecordNumber next_;
+  RecordNumber piece_begin_;
   LineBlock lines_{data_piece_size};
   std::string failure_;
 };

@@ -53,7 +53,7 @@ class ExportStream : public RecordStream {
     return text_;
   }
 
-  Steps records() const override { return next_ - range_.first; }
+  RecordCount records() const override { return next_ - range_.first; }
   const std::string& failure() const override { return failure_; }
 
   RecordPlace place_of(std::size_t offset) override {
@@ -68,10 +68,11 @@ class ExportStream : public RecordStream {
       append();
     }
     format_->tell_field_ends(nullptr);
+    const RecordNumber last = next_ - RecordCount(1);
     for (std::size_t i = 0; i < ends.size(); ++i) {
-      if (offset < ends[i]) return {next_ - 1, name_of(i)};
+      if (offset < ends[i]) return {last, name_of(i)};
     }
-    return {next_ - 1, {}};
+    return {last, {}};
   }
 
  private:
@@ -90,8 +91,8 @@ class ExportStream : public RecordStream {
     for (std::size_t i = 0; i < fields_.size() && encodes(); ++i) {
       const std::string_view value = fields_[i];
       if (encode(fields_[i], encoded_[i])) continue;
-      failure_ =
-          "record " + std::to_string(next_) + ", item " + name_of(i) + ": " + bad_text(value);
+      failure_ = "record " + std::to_string(next_.number()) + ", item " + name_of(i) + ": " +
+                 bad_text(value);
       return;
     }
     format_->append(fields_, text_);
@@ -101,12 +102,12 @@ class ExportStream : public RecordStream {
   // As many records as are made together.
   void append_rows() {
     check_interruption();
-    const std::size_t rows = source_.next_rows(range_.end - next_);
+    const std::size_t rows = source_.next_rows((range_.end - next_).number());
     if (rows == 0) {
       failure_ = source_.failure();
       return;
     }
-    next_ += rows;
+    next_ += RecordCount(rows);
     const bool is_first = columns_.empty();
     columns_.resize(names_.size());
     for (std::size_t i = 0; i < columns_.size(); ++i) {
@@ -118,7 +119,7 @@ class ExportStream : public RecordStream {
   }
 
   void append_end() {
-    if (next_ == prepared_.layout().records.number()) format_->end(text_);
+    if (next_ == all_of(prepared_.layout().records).end) format_->end(text_);
   }
 
   std::string name_of(std::size_t item) const {
@@ -160,9 +161,9 @@ class ExportStream : public RecordStream {
   std::vector<std::string> names_;
   std::unique_ptr<RecordFormat> format_;
   RecordRange range_;
-  Steps next_ = 0;
+  RecordNumber next_;
   bool has_head_ = false;
-  Steps piece_begin_ = 0;
+  RecordNumber piece_begin_;
   bool piece_has_head_ = false;
   std::vector<std::string_view> fields_;
   std::vector<RecordColumn> columns_;  // by rows

@@ -289,7 +289,9 @@ class SqlInserts : public RecordFormat {
     in_insert_ = 0;
   }
 
-  void go_to(Steps record) override { in_insert_ = static_cast<int>(record % records_in_insert); }
+  void go_to(RecordNumber record) override {
+    in_insert_ = static_cast<int>(record.number() % records_in_insert);
+  }
 
  private:
   static void append_value(ValueText& item, std::string_view value, std::string& out) {

@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "courses/steps.h"
 #include "host/records/prepared_layout.h"
+#include "host/records/record_number.h"
 #include "host/sources/text_block.h"
 #include "host/sources/text_facts.h"
 
@@ -48,9 +48,9 @@ class RecordFormat {
                            std::string& out);
   virtual void end(std::string&) {}
 
-  // The next record is this one, counted from 0: what is written from here on is what would have
+  // The next record is this one: what is written from here on is what would have
   // been, had all records before it been written.
-  virtual void go_to(Steps) {}
+  virtual void go_to(RecordNumber) {}
 
   // From here on append() adds to `ends` where each field ends, in the text that it appends to;
   // null for no longer.

@@ -12,7 +12,7 @@ namespace korvex::host {
 using sources::TextBlock;
 
 RecordSource::RecordSource(PreparedLayout& prepared)
-    : prepared_(prepared), end_(prepared.layout().records.number()) {
+    : prepared_(prepared), end_(all_of(prepared.layout().records).end) {
   if (!prepared.is_plain()) {
     for (const PreparedItem& item : prepared.written()) {
       rules_.emplace_back();
@@ -21,16 +21,16 @@ RecordSource::RecordSource(PreparedLayout& prepared)
       if (!rule.fits(field(rules_.size() - 1).shape())) rules_.back() = std::move(rule);
     }
   }
-  seek(0);
+  seek({});
 }
 
-void RecordSource::seek(std::uint64_t record) {
+void RecordSource::seek(RecordNumber record) {
   next_ = std::min(record, end_);
   failure_.clear();
   rows_ = 0;
   tried_rows_ = 1;
   if (!prepared_.is_plain()) return;
-  prepared_.run().seek(next_);
+  prepared_.run().seek(next_.number());
   check_interruption();
 }
 
@@ -44,8 +44,9 @@ bool RecordSource::next(std::vector<std::string_view>& values) {
 }
 
 bool RecordSource::next_of_fields(std::vector<std::string_view>& values) {
-  if (next_ - first_row_ >= rows_ && make_rows(TextBlock::most_texts) == 0) return false;
-  const std::size_t row = next_ - first_row_;
+  if (next_ - first_row_ >= RecordCount(rows_) && make_rows(TextBlock::most_texts) == 0)
+    return false;
+  const std::size_t row = (next_ - first_row_).number();
   values.resize(rules_.size());
   for (std::size_t i = 0; i < values.size(); ++i) values[i] = column(i)[row];
   ++next_;
@@ -54,7 +55,7 @@ bool RecordSource::next_of_fields(std::vector<std::string_view>& values) {
 
 std::size_t RecordSource::next_rows(std::uint64_t most) {
   const std::size_t rows = make_rows(most);
-  next_ += rows;
+  next_ += RecordCount(rows);
   return rows;
 }
 
@@ -64,9 +65,9 @@ std::size_t RecordSource::make_rows(std::uint64_t most) {
   first_row_ = next_;
   rows_ = 0;
   while (rows_ == 0 && next_ != end_ && failure_.empty()) {
-    const auto tried =
-        static_cast<std::size_t>(std::min({std::uint64_t{tried_rows_}, most, end_ - next_}));
-    for (std::size_t i = 0; i < rules_.size(); ++i) field(i).expect(next_, tried);
+    const auto tried = static_cast<std::size_t>(
+        std::min({std::uint64_t{tried_rows_}, most, (end_ - next_).number()}));
+    for (std::size_t i = 0; i < rules_.size(); ++i) field(i).expect(next_.number(), tried);
     rows_ = tried;
     for (std::size_t i = 0; i < rules_.size(); ++i) rows_ = fitting_rows(i, rows_);
     if (rows_ == 0 && tried == 1) tell_failure();
@@ -91,12 +92,12 @@ void RecordSource::tell_failure() {
   std::size_t i = 0;
   try {
     for (; i < rules_.size(); ++i) {
-      const std::string_view text = field(i).text_or_empty(next_);
+      const std::string_view text = field(i).text_or_empty(next_.number());
       const auto fault = rules_[i] ? rules_[i]->fault(text) : std::nullopt;
       if (fault) throw BadValue("the value " + *fault);
     }
   } catch (const BadValue& bad) {
-    failure_ = "record " + std::to_string(next_ + 1) + ", item " +
+    failure_ = "record " + std::to_string(next_.number() + 1) + ", item " +
                platform::printable(prepared_.written()[i].item->name) + ": " + bad.what();
   }
 }

@@ -8,6 +8,7 @@
 
 #include "host/records/moment_form.h"
 #include "host/records/prepared_layout.h"
+#include "host/records/record_number.h"
 #include "host/records/value_rule.h"
 #include "host/text/code_page_text.h"
 
@@ -39,8 +40,8 @@ class RecordSource {
   // Of the texts of an item's source.
   sources::TextShape shape(std::size_t item) const { return field(item).source().shape(); }
 
-  // Goes to a record, counted from 0, or to the end of all. Any order of records will do.
-  void seek(std::uint64_t record);
+  // Goes to a record, or to the end of all. Any order of records will do.
+  void seek(RecordNumber record);
 
   // Of all values.
   TextEncoding encoding() const {
@@ -62,12 +63,12 @@ class RecordSource {
   void tell_failure();
 
   PreparedLayout& prepared_;
-  std::uint64_t next_ = 0;
-  std::uint64_t end_;
+  RecordNumber next_;
+  RecordNumber end_;
   // Of the values that were not looked at before, side by side with the written items.
   std::vector<std::optional<ValueRule>> rules_;
   // Of fields: the rows that are made, and how many are tried next.
-  std::uint64_t first_row_ = 0;
+  RecordNumber first_row_;
   std::size_t rows_ = 0;
   std::size_t tried_rows_ = 1;
   std::string failure_;
@@ -81,7 +82,7 @@ class ReadableRecords {
 
   // As RecordSource says. A value ends before bytes that are no character.
   bool next(std::vector<std::string_view>& values);
-  void seek(std::uint64_t record) { source_.seek(record); }
+  void seek(RecordNumber record) { source_.seek(record); }
   const std::string& failure() const { return source_.failure(); }
 
   // The first value of the record with such bytes.

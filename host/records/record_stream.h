@@ -6,24 +6,15 @@
 #include <string>
 #include <string_view>
 
-#include "courses/steps.h"
 #include "host/records/prepared_layout.h"
 #include "host/records/record_format.h"
+#include "host/records/record_number.h"
 
 namespace korvex::host {
 
-// Some of the records of a layout, counted from 0: from the first up to the one before the end.
-struct RecordRange {
-  Steps first = 0;
-  Steps end = 0;
-
-  Steps size() const { return end - first; }
-  bool operator==(const RecordRange&) const = default;
-};
-
 // What a byte of the records belongs to.
 struct RecordPlace {
-  Steps record = 0;  // from 0
+  RecordNumber record;
   std::string item;  // as a terminal shows it; empty for what is between the items
 };
 
@@ -43,7 +34,7 @@ class RecordStream {
   virtual std::string_view next() = 0;
 
   // How many records the stream has given since go_to().
-  virtual Steps records() const = 0;
+  virtual RecordCount records() const = 0;
 
   // Why it ended early, for the user; empty if it did not.
   virtual const std::string& failure() const = 0;

@@ -57,7 +57,7 @@ class StreamTeam : public RecordStream {
     return piece_->text;
   }
 
-  Steps records() const override { return next_ - range_.first; }
+  RecordCount records() const override { return next_ - range_.first; }
 
   const std::string& failure() const override {
     return piece_ != nullptr ? piece_->failure : own_->failure();
@@ -84,8 +84,8 @@ class StreamTeam : public RecordStream {
 
   void start() {
     may_start_ = false;
-    const Steps left = range_.end - next_;
-    Steps chunk = records_of_chunk(records(), bytes_, left);
+    const Steps left = (range_.end - next_).number();
+    Steps chunk = records_of_chunk(records().number(), bytes_, left);
     if (chunk == 0) return;
     if (!seeks_directly()) {
       chunk = left;
@@ -99,8 +99,8 @@ class StreamTeam : public RecordStream {
         [this, first = next_, chunk](std::size_t worker, std::uint64_t number,
                                      Team::Outlet& outlet) {
           RecordStream& stream = worker == 0 ? *own_ : *workers_[worker - 1].stream;
-          const Steps begin = first + number * chunk;
-          make_chunk(stream, {begin, std::min(range_.end, begin + chunk)}, outlet);
+          const RecordNumber begin = first + RecordCount(number * chunk);
+          make_chunk(stream, {begin, std::min(range_.end, begin + RecordCount(chunk))}, outlet);
         });
     if (team->workers() > 0) team_ = std::move(team);
   }
@@ -119,19 +119,22 @@ class StreamTeam : public RecordStream {
   void make_chunk(RecordStream& stream, RecordRange range, Team::Outlet& outlet) const {
     // One thread alone goes on where the stream is.
     if (seeks_directly()) stream.go_to(range, false);
-    const Steps before = stream.records();
+    const RecordCount before = stream.records();
+    const auto reached = [&] {
+      return range.first + RecordCount(stream.records().number() - before.number());
+    };
     for (bool is_over = false; !is_over;) {
       StreamPiece* const piece = outlet.room();
       if (piece == nullptr) return;
       piece->text.clear();
-      piece->records.first = range.first + stream.records() - before;
+      piece->records.first = reached();
       for (bool is_full = false; !is_full && !is_over;) {
         const std::string_view text = stream.next();
         piece->text += text;
         is_over = text.empty();
         is_full = piece->text.size() >= line_piece_bytes;
       }
-      piece->records.end = range.first + stream.records() - before;
+      piece->records.end = reached();
       piece->failure = stream.failure();
       is_over |= piece->records.end == range.end || !piece->failure.empty();
       outlet.hand_over(is_over);
@@ -145,7 +148,7 @@ class StreamTeam : public RecordStream {
   std::vector<Worker> workers_;
 
   RecordRange range_;
-  Steps next_ = 0;
+  RecordNumber next_;
   std::uint64_t bytes_ = 0;  // before the team
   bool may_start_ = true;
   const StreamPiece* piece_ = nullptr;

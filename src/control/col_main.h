@@ -67,10 +67,10 @@ class ClColMain : public platform::Object {
   ClDGColList items;
   ClFmtFile settings;
   RangeTexts default_texts;
-  bool mismatch = false;                  // the settings no longer fitted and were deleted
-  platform::MessageText message_context;  // shown beside a message's text
-  std::string error_file_path;            // report of bad enumeration lines
-  std::int32_t largest_repeat_count = 0;  // for the message -109
+  bool mismatch = false;                   // the settings no longer fitted and were deleted
+  platform::MessageText message_context;   // shown beside a message's text
+  std::string error_file_path;             // report of bad enumeration lines
+  std::uint64_t largest_repeat_count = 0;  // for the message -109
 
  private:
   ErrorCode load_short(platform::File& file);

@@ -24,7 +24,7 @@ FailureReport describe_failure(ErrorCode code, const ClColMain& main, ListLine l
   main.append_error_text(code, words);
   if (line != ListLine::none) words = fill_number(words, number_of(line));
   if (code == error::too_many_repeats) {
-    words = fill_number(words, static_cast<std::uint64_t>(main.largest_repeat_count));
+    words = fill_number(words, main.largest_repeat_count);
   }
   const MessageText text = MessageText::words(words);
   const MessageText error_file = MessageText::path(main.error_file_path);

@@ -6,16 +6,17 @@ namespace korvex {
 
 namespace {
 
-constexpr std::int32_t small_run = 10;
+constexpr std::int64_t small_run = 10;
 constexpr std::int64_t small_margin = 3;
 constexpr double margin_factor = 1.1;
 
 }  // namespace
 
-std::int64_t percentage_denominator(std::int32_t records, bool leaves_margin) {
+std::int64_t percentage_denominator(std::int64_t records, bool leaves_margin) {
   if (!leaves_margin) return records;
-  return records >= small_run ? static_cast<std::int64_t>(records * margin_factor)
-                              : records + small_margin;
+  return records >= small_run
+             ? static_cast<std::int64_t>(static_cast<double>(records) * margin_factor)
+             : records + small_margin;
 }
 
 ProgressMeter::ProgressMeter(platform::ProgressSink& sink, std::int64_t denominator)

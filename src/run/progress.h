@@ -8,7 +8,7 @@ namespace korvex {
 
 // The number of records that counts as all of them for the percentage: guarded runs with repeats
 // leave a margin for what the repeats add.
-std::int64_t percentage_denominator(std::int32_t records, bool leaves_margin);
+std::int64_t percentage_denominator(std::int64_t records, bool leaves_margin);
 
 // Shows the percentage of a run whenever it rises. It computes only where the next percent
 // can begin.

@@ -91,7 +91,7 @@ ErrorCode RepeatTable::build(ClColMain& main) {
   if (!has_outermost) return error::first_repeat_level_missing;
   const std::uint64_t limit = main.limits().repeat_max;
   if (limit != 0 && repeated_items > limit) {
-    main.largest_repeat_count = static_cast<std::int32_t>(limit);
+    main.largest_repeat_count = limit;
     return error::too_many_repeats;
   }
 

@@ -48,7 +48,7 @@ class RepeatTableTest : public testing::Test {
 // A level taken twice comes before a missing first level, and both before the limit. An item that
 // occurs twice is no other item, but it counts twice against the limit.
 TEST_F(RepeatTableTest, RefusesLevels) {
-  const std::tuple<const char*, std::vector<NamedItem>, std::int32_t, std::int32_t> cases[] = {
+  const std::tuple<const char*, std::vector<NamedItem>, std::int32_t, std::uint64_t> cases[] = {
       {"1", {{4, 2}, {3, 2}}, -104, 0},         {"1", {{1, 2}, {2, 3}}, -108, 0},
       {"2", {{1, 2}, {2, 3}, {3, 1}}, -109, 2}, {"3", {{1, 2}, {2, 3}, {3, 1}}, 0, 0},
       {"0", {{1, 2}, {2, 3}, {3, 1}}, 0, 0},    {"3", {{5, 1}, {6, 2}, {5, 1}}, 0, 0},

@@ -109,7 +109,7 @@ TEST_F(PartsTest, JoinedAreTheWhole) {
     PreparedLayout prepared;
     ASSERT_NO_FATAL_FAILURE(prepare(layout, prepared));
     const auto stream = stream_of(prepared, form);
-    const std::string whole = taken(*stream, {0, records}, true);
+    const std::string whole = taken(*stream, all_of(prepared.layout().records), true);
     Checksum expected;
     expected.add(whole);
 
@@ -118,8 +118,8 @@ TEST_F(PartsTest, JoinedAreTheWhole) {
     for (std::uint64_t turn = 0, place = below(random, count); turn < count; ++turn) {
       // Backwards, from anywhere.
       place = place == 0 ? count - 1 : place - 1;
-      const RecordRange range = records_of({place + 1, count}, records);
-      ASSERT_LE(range.size(), records / count + 1);
+      const RecordRange range = records_of({place + 1, count}, prepared.layout().records);
+      ASSERT_LE(range.size().number(), records / count + 1);
       parts[place] = taken(*stream, range, place == 0);
     }
     std::string joined;
@@ -147,20 +147,20 @@ TEST_F(PartsTest, TellsTheItemOfAByte) {
   csv.format.header = true;
   for (const OutputForm& form : {OutputForm{}, csv}) {
     const auto stream = stream_of(prepared, form);
-    const RecordRange range = records_of({2, 3}, records);
+    const RecordRange range = records_of({2, 3}, prepared.layout().records);
     for (int i = 0; i < 30; ++i) {
       stream->go_to(range, false);
-      Steps before = range.first;
+      RecordNumber before = range.first;
       std::string bytes(stream->next());
       if (i % 2 == 1) {
-        before += stream->records();
+        before = before + stream->records();
         bytes = stream->next();
       }
       const std::size_t offset = below(random, bytes.size());
       const std::string text = bytes.substr(0, offset);
       const RecordPlace place = stream->place_of(offset);
-      ASSERT_EQ(place.record,
-                before + static_cast<Steps>(std::count(text.begin(), text.end(), '\n')));
+      ASSERT_EQ(place.record, before + RecordCount(static_cast<std::uint64_t>(
+                                           std::count(text.begin(), text.end(), '\n'))));
       if (std::string_view("\r\n,").find(bytes[offset]) != std::string_view::npos) continue;
       const std::string line = text.substr(text.rfind('\n') + 1);
       ASSERT_EQ(place.item, line.find(',') == std::string::npos ? "I1" : "I2") << line;
@@ -221,7 +221,9 @@ TEST_F(PartsTest, FingerprintTellsWhatTheBytesDependOn) {
 }
 
 TEST(ManifestTest, IsWholeOrNothing) {
-  const Manifest manifest = {{3, 64}, {31250, 46875}, 12345, 0xABCDEF, "sql utf-8 table a b", "0f"};
+  const Manifest manifest = {
+      {3, 64}, {RecordNumber(31250), RecordNumber(46875)}, 12345, 0xABCDEF, "sql utf-8 table a b",
+      "0f"};
   const std::string text = text_of(manifest);
   const auto read = parse_manifest(text);
   ASSERT_TRUE(read);

@@ -193,7 +193,7 @@ TEST(RandomLayouts, GiveTheSameRecordsInAnyOrder) {
       RecordSource source(again.prepared);
       const ways::Permutation order({seed}, layout->records);
       for (std::uint64_t i = 0; i < layout->records; ++i) {
-        source.seek(order.at(i));
+        source.seek(RecordNumber(order.at(i)));
         ASSERT_EQ(taken(source), in_a_row[order.at(i)]) << seed;
       }
     }
