@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/commands/commands.h"
+#include "host/commands/planned_rows.h"
 #include "host/engine/layout_messages.h"
 #include "host/engine/run_folders.h"
 #include "host/imports/database_import.h"
@@ -49,6 +50,7 @@ DatabaseImportOptions import_options(const ImportOptions& options, bool is_sqlit
   asked.is_plain = options.whole.is_plain;
   asked.is_sqlite = is_sqlite;
   asked.today = std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now());
+  asked.make_records = make_planned_rows;
   return asked;
 }
 

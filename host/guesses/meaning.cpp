@@ -111,12 +111,14 @@ const Phrase* find_phrase(std::string_view words) {
   return found == all.end() ? nullptr : &*found;
 }
 
-// A moment is known by its verb: `paid_on` and `paid_date` are `paid`, `closed_on` is `closed at`.
+// A moment is known by its verb: `paid_on` and `paid_date` are `paid`, `closed_on` is `closed at`,
+// `starts` is `start`.
 const Phrase* find_moment(const std::string& words) {
-  for (const std::string_view end : {" at", " on", " date", " time"}) {
+  for (const std::string_view end : {" at", " on", " date", " time", ""}) {
     if (!words.ends_with(end)) continue;
     const std::string verb = words.substr(0, words.size() - end.size());
-    for (const std::string& form : {verb, verb + " at"}) {
+    for (const std::string& form : {verb, verb + " at", singular(verb)}) {
+      if (end.empty() && form != singular(verb)) continue;
       const Phrase* const found = find_phrase(form);
       if (found != nullptr && is_moment(found->meaning)) return found;
     }

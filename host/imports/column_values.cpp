@@ -146,6 +146,52 @@ std::optional<ColumnValues> lettered(const ColumnTask& task) {
   return made;
 }
 
+// Bytes as digits, of the length that is asked for.
+std::optional<ColumnValues> binary(const ColumnTask& task) {
+  constexpr std::size_t digits_of_byte = 2;
+  const auto least = static_cast<std::size_t>(std::max(task.facts.least_length.value_or(0), 0));
+  const auto most =
+      static_cast<std::size_t>(std::max(task.facts.most_length.value_or(text_digits), 1));
+  const std::size_t digits_asked =
+      std::clamp(text_digits, least * digits_of_byte, std::max(most, least) * digits_of_byte);
+  const std::size_t counted = std::min(digits_asked, text_digits);
+  auto made = counted_texts(
+      {"\\x" + std::string(digits_asked - counted, '0'), '0', '9', counted, ""}, task);
+  if (made) made->attributes = text_attributes(digits_asked + 2);
+  return made;
+}
+
+// Texts between two others, in the order of their bytes: what begins with the lower one, or else
+// with a letter between the two.
+std::optional<ColumnValues> bounded_texts(const ColumnTask& task) {
+  const auto text_of = [](const std::optional<ValueBound>& bound) {
+    return bound && bound->text ? *bound->text : std::string();
+  };
+  const std::string least = text_of(task.facts.least);
+  const std::string most = text_of(task.facts.most);
+  const char first = least.empty() ? 'A' : least.front();
+  const char last = most.empty() ? (first < 'a' ? 'Z' : 'z') : most.front();
+  std::vector<std::string> values;
+  for (int letter = first; letter <= last; ++letter) {
+    for (const char* const rest : {"", "a", "e", "i", "o", "u"}) {
+      std::string text = std::string(1, static_cast<char>(letter)) + rest;
+      if (letter == first && least.size() > 1) text = least + rest;
+      const bool is_below_most =
+          most.empty() || text < most || (text == most && task.facts.most->is_inclusive);
+      const bool is_above_least = text > least || task.facts.least->is_inclusive;
+      if (text.size() <= text_limit(task) && is_below_most && is_above_least) {
+        values.push_back(std::move(text));
+      }
+    }
+  }
+  const std::vector<std::string> held = held_by(task);
+  std::erase_if(values, [&](const std::string& value) {
+    return std::binary_search(held.begin(), held.end(), value);
+  });
+  if (values.empty()) return std::nullopt;
+  return listed(std::move(values), task.is_unique);
+}
+
 ColumnValues words(std::size_t limit) {
   ColumnValues made;
   made.attributes = text_attributes(limit);
@@ -163,6 +209,7 @@ std::optional<ColumnValues> texts(const ColumnTask& task) {
     return shaped(task, plain_shape("json"));
   }
   if (!facts.regular.empty() || !facts.like.empty()) return patterned(task);
+  if (facts.is_bounded() && task.form == DraftForm::ways) return bounded_texts(task);
   const bool is_free =
       facts.letter_case != ColumnFacts::LetterCase::upper && facts.least_length.value_or(0) <= 1;
   const std::size_t limit = text_limit(task);
@@ -302,7 +349,7 @@ std::optional<ColumnValues> make_values(const ColumnTask& task) {
     case ColumnType::uuid:
       return counted_texts({"00000000-0000-4000-8000-", '0', '9', 12, ""}, task);
     case ColumnType::hex_binary:
-      return counted_texts({"\\x", '0', '9', text_digits, ""}, task);
+      return binary(task);
     case ColumnType::json:
       return json(task);
     case ColumnType::unknown:

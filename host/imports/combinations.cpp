@@ -21,20 +21,6 @@ struct Member {
   TextRows rows;
 };
 
-// The values of a list, or of a range of few numbers; none for anything else.
-TextRows rows_of(const ColumnValues& values) {
-  constexpr std::uint64_t most_numbers = 100'000;
-  TextRows rows;
-  for (const std::string& value : values.listed) rows.push_back({value});
-  const bool is_range_of_numbers =
-      is_numeric(values.attributes.attribute) && values.least < values.most;
-  if (!rows.empty() || !is_range_of_numbers || values.period > most_numbers) return rows;
-  for (std::int64_t unit = values.least; unit <= values.most; ++unit) {
-    rows.push_back({decimal_text(unit, values.attributes.decimals)});
-  }
-  return rows;
-}
-
 std::optional<std::vector<Member>> members_of(const KeyPlan& keys,
                                               const std::map<std::size_t, TextRows>& lists,
                                               const std::vector<std::size_t>& columns,
@@ -47,28 +33,16 @@ std::optional<std::vector<Member>> members_of(const KeyPlan& keys,
       if (rows == lists.end()) return std::nullopt;
       if (role.place == 0) members.push_back({keys.keys[role.key].key->columns, rows->second});
     } else {
-      Member member{{column}, items[column].values ? rows_of(*items[column].values) : TextRows{}};
+      Member member{{column}, {}};
+      if (!items[column].values) return std::nullopt;
+      for (std::string& value : values_in(*items[column].values)) {
+        member.rows.push_back({std::move(value)});
+      }
       if (member.rows.empty()) return std::nullopt;
       members.push_back(std::move(member));
     }
   }
   return members;
-}
-
-std::set<std::vector<std::string>> held_rows(Database& database, const TableSchema& table,
-                                             const std::vector<std::size_t>& columns) {
-  ForeignKey own;
-  own.quoted_table = table.quoted_name;
-  own.columns = columns;
-  for (const std::size_t column : columns) {
-    own.referenced_columns.push_back(table.columns[column].name);
-  }
-  std::set<std::vector<std::string>> held;
-  database.read_keys(own, [&](const std::vector<std::string_view>& texts) {
-    check_interruption();
-    held.emplace(texts.begin(), texts.end());
-  });
-  return held;
 }
 
 // Up to so many combinations beside those that are held.
@@ -94,6 +68,34 @@ TextRows free_rows(const std::vector<Member>& members,
 }
 
 }  // namespace
+
+std::vector<std::string> values_in(const ColumnValues& values) {
+  constexpr std::uint64_t most_numbers = 100'000;
+  std::vector<std::string> texts = values.listed;
+  const bool is_range_of_numbers =
+      is_numeric(values.attributes.attribute) && values.least < values.most;
+  if (!texts.empty() || !is_range_of_numbers || values.period > most_numbers) return texts;
+  for (std::int64_t unit = values.least; unit <= values.most; ++unit) {
+    texts.push_back(decimal_text(unit, values.attributes.decimals));
+  }
+  return texts;
+}
+
+std::set<std::vector<std::string>> held_rows(Database& database, const TableSchema& table,
+                                             const std::vector<std::size_t>& columns) {
+  ForeignKey own;
+  own.quoted_table = table.quoted_name;
+  own.columns = columns;
+  for (const std::size_t column : columns) {
+    own.referenced_columns.push_back(table.columns[column].name);
+  }
+  std::set<std::vector<std::string>> held;
+  database.read_keys(own, [&](const std::vector<std::string_view>& texts) {
+    check_interruption();
+    held.emplace(texts.begin(), texts.end());
+  });
+  return held;
+}
 
 std::optional<std::uint64_t> combine_lists(const ImportPlan& plan, std::size_t table,
                                            const KeyPlan& keys,

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
+#include <string>
 #include <vector>
 
 #include "host/imports/key_plan.h"
@@ -12,6 +14,14 @@
 #include "host/imports/table_planner.h"
 
 namespace korvex::host {
+
+// The values of a list, or of a range of few numbers; none for anything else.
+std::vector<std::string> values_in(const ColumnValues& values);
+
+// What rows that are there have in some columns, none of it NULL. Throws DatabaseError or
+// Interrupted.
+std::set<std::vector<std::string>> held_rows(Database& database, const TableSchema& table,
+                                             const std::vector<std::size_t>& columns);
 
 // Columns that are unique together, keys to lists or with listed values of their own, get the
 // combinations that no row of the table has yet. Answers how many there are, up to the records that

@@ -51,17 +51,13 @@ const Expression& stripped(const Expression& expression) {
   return expression;
 }
 
-std::optional<int> days_from_now(const Expression& expression) {
-  if (expression.is(Kind::now)) return 0;
-  const bool is_sum = expression.is_call("+") || expression.is_call("-");
-  if (!is_sum || !expression.parts[0].is(Kind::now) || !expression.parts[1].is(Kind::constant)) {
-    return std::nullopt;
-  }
+namespace {
+
+// `1 year`: 366 days; `6000`: as many.
+std::optional<int> days_of(const std::string& text) {
   int count = 0;
   char unit[16] = "";
-  if (std::sscanf(expression.parts[1].text.c_str(), "%6d %15s", &count, unit) < 1) {
-    return std::nullopt;
-  }
+  if (std::sscanf(text.c_str(), "%6d %15s", &count, unit) < 1) return std::nullopt;
   const std::string_view name = unit;
   constexpr int days_of_year = 366;
   constexpr int days_of_month = 31;
@@ -69,7 +65,33 @@ std::optional<int> days_from_now(const Expression& expression) {
   if (name.starts_with("year")) days = days_of_year;
   if (name.starts_with("mon")) days = days_of_month;
   if (name.starts_with("week")) days = 7;
-  return expression.text == "-" ? -count * days : count * days;
+  return count * days;
+}
+
+// The days or numbers of a sum, and what they are added to.
+const Expression* summed(const Expression& expression, int& days) {
+  const bool is_sum = expression.is_call("+") || expression.is_call("-");
+  if (!is_sum || !expression.parts[1].is(Kind::constant)) return nullptr;
+  const auto number = days_of(expression.parts[1].text);
+  if (!number) return nullptr;
+  days = expression.text == "-" ? -*number : *number;
+  return &expression.parts.front();
+}
+
+}  // namespace
+
+std::optional<int> days_from_now(const Expression& expression) {
+  int days = 0;
+  if (expression.is(Kind::now)) return 0;
+  const Expression* const start = summed(expression, days);
+  return start != nullptr && start->is(Kind::now) ? std::optional(days) : std::nullopt;
+}
+
+std::optional<ShiftedColumn> ConditionColumns::find_shifted(const Expression& expression) const {
+  int shift = 0;
+  const Expression* const start = summed(expression, shift);
+  const auto column = find(start == nullptr ? expression : *start);
+  return column ? std::optional(ShiftedColumn{*column, shift}) : std::nullopt;
 }
 
 std::optional<std::size_t> ConditionColumns::find(const Expression& expression) const {
@@ -104,7 +126,8 @@ void ConditionColumns::add_named(const std::string& text, std::vector<std::size_
   columns = names_in(sql_words(text, brackets_), names);
 }
 
-std::vector<std::size_t> ConditionColumns::counted(const Expression& expression) const {
+std::vector<std::size_t> ConditionColumns::counted(const Expression& expression,
+                                                   bool of_null) const {
   std::vector<std::size_t> columns;
   std::vector<const Expression*> waiting = {&expression};
   while (!waiting.empty()) {
@@ -117,7 +140,7 @@ std::vector<std::size_t> ConditionColumns::counted(const Expression& expression)
       continue;
     }
     const bool is_of_call = expression.is_call("num_nonnulls");
-    if (!is_of_call && !next.is(Kind::is_not_null)) return {};
+    if (!is_of_call && !next.is(of_null ? Kind::is_null : Kind::is_not_null)) return {};
     const auto column = find(is_of_call ? next : next.parts.front());
     if (!column) return {};
     columns.push_back(*column);

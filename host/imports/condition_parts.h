@@ -27,6 +27,12 @@ const Expression& stripped(const Expression& expression);
 // `now() - interval '18 years'`: the days from now on.
 std::optional<int> days_from_now(const Expression& expression);
 
+// A column, and the days or whole numbers that are added to it.
+struct ShiftedColumn {
+  std::size_t column = 0;
+  int shift = 0;
+};
+
 // The columns of a table as its conditions name them.
 class ConditionColumns {
  public:
@@ -38,6 +44,9 @@ class ConditionColumns {
 
   std::optional<std::size_t> find(const Expression& expression) const;
 
+  // `issued + interval '1 year'`, or a column alone.
+  std::optional<ShiftedColumn> find_shifted(const Expression& expression) const;
+
   // What is no column's name can be a text, between marks that SQLite takes for both.
   std::optional<std::string> constant_of(const Expression& expression) const;
 
@@ -47,8 +56,9 @@ class ConditionColumns {
   // Of a text that is no tree: the columns whose names are among its words.
   void add_named(const std::string& text, std::vector<std::size_t>& columns) const;
 
-  // The columns of `num_nonnulls(a, b)` and of `(a IS NOT NULL) + (b IS NOT NULL)`.
-  std::vector<std::size_t> counted(const Expression& expression) const;
+  // The columns of `num_nonnulls(a, b)` and of `(a IS NOT NULL) + (b IS NOT NULL)`; of
+  // `(a IS NULL) + (b IS NULL)` where those without a value count.
+  std::vector<std::size_t> counted(const Expression& expression, bool of_null = false) const;
 
  private:
   const TableSchema& table_;

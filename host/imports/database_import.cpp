@@ -58,7 +58,7 @@ class Import {
     std::ostringstream text;
     write_layout(planned.layout, text);
     made_.files.push_back({planned.file, text.str()});
-    std::move(planned.lists.begin(), planned.lists.end(), std::back_inserter(lists_));
+    order_.push_back(table);
     for (const std::string& remark : planned.remarks) say(planned, remark);
     made_.gaps += planned.gaps;
     made_.items += planned.layout.items.size();
@@ -71,18 +71,21 @@ class Import {
 
   DatabaseImport finish() {
     made_.layouts = made_.files.size();
-    std::move(lists_.begin(), lists_.end(), std::back_inserter(made_.files));
+    for (const std::size_t table : order_) {
+      std::vector<FileDraft>& lists = plan_.planned[table].lists;
+      std::move(lists.begin(), lists.end(), std::back_inserter(made_.files));
+    }
     return std::move(made_);
   }
 
  private:
   ImportPlan plan_;
-  std::vector<FileDraft> lists_;
+  std::vector<std::size_t> order_;  // of the tables
   DatabaseImport made_;
 };
 
-// Plans all tables. Those that turn out to be full keep their rows, and the others are planned once
-// more, with keys to these.
+// Plans all tables. Those that can have no more rows keep what they have, and the others are
+// planned once more, with keys to these.
 DatabaseImport plan_tables(Database& database, const DatabaseImportOptions& options,
                            DatabaseModel& model) {
   for (;;) {
@@ -92,16 +95,17 @@ DatabaseImport plan_tables(Database& database, const DatabaseImportOptions& opti
                    .is_plain = options.is_plain,
                    .files = layout_files(model),
                    .records = wished_records(model, options.wish),
-                   .sums = options.is_plain ? Sums{} : find_sums(model)});
-    std::vector<std::size_t> full;
+                   .sums = options.is_plain ? Sums{} : find_sums(model),
+                   .make_records = options.make_records});
+    std::vector<std::pair<std::size_t, std::string>> left_out;
     for (const std::size_t table : tables_in_order(model)) {
-      if (import.add(table).is_full) full.push_back(table);
+      const std::string& obstacle = import.add(table).obstacle;
+      if (!obstacle.empty()) left_out.emplace_back(table, obstacle);
     }
-    if (full.empty()) return import.finish();
-    for (const std::size_t table : full) {
+    if (left_out.empty()) return import.finish();
+    for (const auto& [table, obstacle] : left_out) {
       model.tables[table].is_kept = true;
-      model.left_out.push_back({model.tables[table].schema.name,
-                                "its rows have all the values that its unique columns can have"});
+      model.left_out.push_back({model.tables[table].schema.name, obstacle});
     }
   }
 }

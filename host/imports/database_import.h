@@ -17,6 +17,7 @@ struct DatabaseImportOptions {
   bool is_plain = false;
   bool is_sqlite = false;
   std::chrono::year_month_day today;
+  MakeRecords make_records;
 };
 
 struct DatabaseImport {

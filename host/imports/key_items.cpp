@@ -7,7 +7,6 @@
 #include "host/imports/lists.h"
 #include "host/process/signals.h"
 #include "host/sources/saturating.h"
-#include "host/ways/mixing.h"
 
 namespace korvex::host {
 
@@ -171,7 +170,7 @@ std::optional<TextRows> KeyItems::read_rows(const KeyUse& use, std::vector<Plann
                           : taken.empty() ? "which has no rows yet (load " + table + " first)"
                                           : "which has no unused keys";
   leave_empty(use, "refers to " + table + ", " + why, items);
-  planned_.is_full = !taken.empty() && items[use.key->columns.front()].is_gap;
+  if (!taken.empty() && items[use.key->columns.front()].is_gap) planned_.obstacle = full_table;
   return std::nullopt;
 }
 
@@ -252,72 +251,6 @@ void KeyItems::finish(const KeyUse& use, std::vector<PlannedItem>& items) const 
     if (!follows) continue;
     item.empty_share.clear();
     item.empty_with = schema_.columns[columns.front()].name;
-  }
-}
-
-// The keys of the parent of both columns, where they are known before the parent has its records.
-std::optional<KeyItems::CountedKey> KeyItems::counted_parent(const ColumnOrder& order) const {
-  const auto use_of = [&](std::size_t column) -> const KeyUse* {
-    const ColumnRole& role = keys_.columns[column];
-    const bool is_key = role.kind == ColumnRole::Kind::key;
-    return is_key && keys_.keys[role.key].key->columns.size() == 1 ? &keys_.keys[role.key]
-                                                                   : nullptr;
-  };
-  const KeyUse* const left = use_of(order.left);
-  const KeyUse* const right = use_of(order.right);
-  if (left == nullptr || right == nullptr || left->parent != right->parent) return std::nullopt;
-  const auto parent = plan_.planned.find(left->parent);
-  if (parent == plan_.planned.end() || left->parent == table_) return std::nullopt;
-  // Nothing else may go by a group of one of the two.
-  for (std::size_t i = 0; i < keys_.columns.size(); ++i) {
-    const ColumnRole& role = keys_.columns[i];
-    if (role.kind == ColumnRole::Kind::line || role.has_within) return std::nullopt;
-  }
-  for (const ItemDraft& item : parent->second.layout.items) {
-    if (item.name != left->key->referenced_columns.front()) continue;
-    const auto start = std::find_if(item.values.begin(), item.values.end(),
-                                    [](const LayoutKey& key) { return key.name == "start"; });
-    const bool counts_on = std::none_of(item.values.begin(), item.values.end(),
-                                        [](const LayoutKey& key) { return key.name == "order"; });
-    if (start == item.values.end() || !counts_on || item.attributes.decimals > 0) break;
-    return CountedKey{std::atoll(start->value.c_str() + 1), plan_.records[left->parent]};
-  }
-  return std::nullopt;
-}
-
-void KeyItems::pair(const ColumnOrder& order, std::vector<PlannedItem>& items) {
-  if (order.kind == ColumnOrder::Kind::equal) return;
-  const auto parent = counted_parent(order);
-  if (!parent || parent->count < 2) return;
-  const auto count = static_cast<std::uint64_t>(parent->count);
-  const bool is_ordered = order.kind != ColumnOrder::Kind::unequal;
-  const std::uint64_t all = is_ordered ? count * (count - 1) / 2 : count * (count - 1);
-  const std::uint64_t wanted = std::min<std::uint64_t>(
-      {all, most_listed_keys, static_cast<std::uint64_t>(plan_.records[table_])});
-  std::set<std::pair<std::uint64_t, std::uint64_t>> pairs;
-  for (std::uint64_t step = 0; pairs.size() < wanted; ++step) {
-    std::uint64_t a = ways::absorb(step, 0) % count;
-    std::uint64_t b = (a + 1 + ways::absorb(step, 1) % (count - 1)) % count;
-    if (is_ordered && a > b) std::swap(a, b);
-    pairs.insert({a, b});
-  }
-  const std::string& left = schema_.columns[order.left].name;
-  const std::string& right = schema_.columns[order.right].name;
-  const auto key_text = [&](std::uint64_t index) {
-    return std::to_string(parent->first + static_cast<std::int64_t>(index));
-  };
-  TextRows rows;
-  for (const auto& [a, b] : pairs) rows.push_back({key_text(a), key_text(b)});
-  std::vector<ColumnValues> values =
-      table_values(rows, {left, right}, plan_.files[table_], left, planned_.lists);
-  plan_.records[table_] = std::min(plan_.records[table_], static_cast<std::int64_t>(wanted));
-  values.front().keys.push_back({"order", toml_text("shuffled")});
-  for (const std::size_t column : {order.left, order.right}) {
-    PlannedItem& item = items[column];
-    item.values = std::move(values[column == order.left ? 0 : 1]);
-    item.values->keys.push_back({"group", toml_text(left + " " + right)});
-    item.empty_share.clear();
-    item.reason = "pairs of the first " + std::to_string(count) + " records, by a condition";
   }
 }
 

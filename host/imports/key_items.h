@@ -26,9 +26,6 @@ class KeyItems {
   // The items of one key. Throws DatabaseError or Interrupted.
   void add(std::size_t use, std::vector<PlannedItem>& items);
 
-  // Two keys to one table of which the first is to be less, or another one: pairs of its records.
-  void pair(const ColumnOrder& order, std::vector<PlannedItem>& items);
-
   // The rows of the lists, by the places of their keys.
   const std::map<std::size_t, TextRows>& lists() const { return lists_; }
 
@@ -36,11 +33,6 @@ class KeyItems {
   ColumnValues line() const;
 
  private:
-  struct CountedKey {
-    std::int64_t first = 0;
-    std::int64_t count = 0;
-  };
-  std::optional<CountedKey> counted_parent(const ColumnOrder& order) const;
   void add_layout(const KeyUse& use, std::vector<PlannedItem>& items);
   void add_list(std::size_t place, std::vector<PlannedItem>& items);
   std::optional<TextRows> read_rows(const KeyUse& use, std::vector<PlannedItem>& items);

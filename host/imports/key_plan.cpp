@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <map>
 #include <numeric>
+#include <set>
+#include <utility>
+
+#include "host/imports/row_choice.h"
 
 namespace korvex::host {
 
@@ -14,26 +18,82 @@ using Columns = std::vector<std::size_t>;
 class KeyPlanner {
  public:
   KeyPlanner(const DatabaseModel& model, std::size_t table, std::int64_t records,
-             const ForeignKey* summed, const FreshValues& fresh_values)
+             const ForeignKey* summed, const FreshValues& fresh_values, bool has_lists)
       : model_(model),
+        place_(table),
         table_(model.tables[table].schema),
         facts_(model.tables[table].facts),
         has_rows_(model.tables[table].rows > 0),
         records_(static_cast<std::uint64_t>(records)),
         summed_(summed),
-        fresh_values_(fresh_values) {
+        fresh_values_(fresh_values),
+        has_lists_(has_lists) {
     plan_.columns.resize(table_.columns.size());
   }
 
+  // Columns that are to be in the list of rows, whatever else says so.
+  void put_in_rows(const std::set<std::size_t>& columns) { in_rows_ = columns; }
+
+  // The unique sets that the plan can't keep.
+  const std::vector<Columns>& unsettled() const { return unsettled_; }
+
   KeyPlan plan() {
+    take_rows();
     take_keys();
     for (const Columns& set : facts_.unique_sets) make_unique_alone(set);
+    for (const Columns& set : facts_.unique_sets) make_unique_in_rows(set);
     choose_hub();
     for (const Columns& set : facts_.unique_sets) make_unique_together(set);
+    add_row_columns();
     return std::move(plan_);
   }
 
  private:
+  bool touches_rows(const Columns& columns) const {
+    return std::any_of(columns.begin(), columns.end(),
+                       [&](std::size_t column) { return in_rows_.contains(column); });
+  }
+
+  void take_rows() {
+    if (!has_lists_) return;
+    RowChoice choice = choose_rows(model_, place_, in_rows_);
+    plan_.rows.keys = std::move(choice.keys);
+    in_rows_ = std::move(choice.columns);
+    left_ = std::move(choice.left);
+    for (const std::size_t column : in_rows_) plan_.columns[column].kind = Role::row;
+    for (const std::size_t column : choice.empty) plan_.columns[column].kind = Role::empty;
+  }
+
+  void add_row_columns() {
+    for (std::size_t i = 0; i < plan_.columns.size(); ++i) {
+      if (plan_.columns[i].kind == Role::row) plan_.rows.columns.push_back(i);
+    }
+  }
+
+  // A set of which the rows have a part: they have the rest as well, or one of it differs anyway.
+  void make_unique_in_rows(const Columns& set) {
+    Columns rest;
+    std::copy_if(set.begin(), set.end(), std::back_inserter(rest),
+                 [&](std::size_t column) { return plan_.columns[column].kind != Role::row; });
+    if (rest.empty() || rest.size() == set.size() || is_settled(members_of(rest))) return;
+    const auto is_own = [&](std::size_t column) { return plan_.has_own_values(column); };
+    for (const std::size_t column : rest) {
+      if (!is_own(column) || !is_whole_number(column)) continue;
+      plan_.columns[column].kind = Role::row;
+      return;
+    }
+    for (const std::size_t column : rest) {
+      if (!is_own(column) || !is_rich(column)) continue;
+      plan_.columns[column].is_unique = true;
+      return;
+    }
+    if (std::all_of(rest.begin(), rest.end(), is_own)) {
+      for (const std::size_t column : rest) plan_.columns[column].kind = Role::row;
+    } else {
+      unsettled_.push_back(set);
+    }
+  }
+
   // Wide keys first: the columns of a narrower one are often among theirs, and then follow it, too.
   void take_keys() {
     std::vector<std::size_t> order(table_.foreign_keys.size());
@@ -41,7 +101,10 @@ class KeyPlanner {
     std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
       return table_.foreign_keys[a].columns.size() > table_.foreign_keys[b].columns.size();
     });
-    for (const std::size_t i : order) take_key(table_.foreign_keys[i]);
+    for (const std::size_t i : order) {
+      const ForeignKey& key = table_.foreign_keys[i];
+      if (!left_.contains(&key) && !touches_rows(key.columns)) take_key(key);
+    }
   }
 
   bool is_nullable(std::size_t column) const {
@@ -120,6 +183,8 @@ class KeyPlanner {
         } else if (std::count(members.keys.begin(), members.keys.end(), role.key) == 0) {
           members.keys.push_back(role.key);
         }
+      } else if (role.kind == Role::row) {
+        members.has_part = true;
       } else if (role.kind == Role::empty || facts_.columns[column].is_always_null) {
         members.has_empty = true;
       } else {
@@ -154,7 +219,8 @@ class KeyPlanner {
     std::map<std::size_t, int> sets;
     for (const Columns& set : facts_.unique_sets) {
       const Members members = members_of(set);
-      if (is_settled(members) || members.keys.size() + members.own.size() < 2) continue;
+      if (touches_rows(set) || is_settled(members) || members.keys.size() + members.own.size() < 2)
+        continue;
       for (const std::size_t key : members.keys) {
         if (!plan_.keys[key].takes_rows && !plan_.keys[key].key->is_to_own_table) ++sets[key];
       }
@@ -173,10 +239,7 @@ class KeyPlanner {
   }
 
   bool is_whole_number(std::size_t column) const {
-    const ColumnType type = table_.columns[column].type;
-    return (type == ColumnType::integer16 || type == ColumnType::integer32 ||
-            type == ColumnType::integer64) &&
-           !facts_.columns[column].choices && !facts_.columns[column].is_bounded();
+    return is_free_whole_number(table_.columns[column], facts_.columns[column]);
   }
 
   // Whether a column's values may all be different without looking odd, and are enough.
@@ -200,7 +263,10 @@ class KeyPlanner {
 
   void make_unique_together(const Columns& set) {
     const Members members = members_of(set);
-    if (set.size() < 2 || is_settled(members)) return;
+    const bool has_rows = std::any_of(set.begin(), set.end(), [&](std::size_t column) {
+      return plan_.columns[column].kind == Role::row;
+    });
+    if (set.size() < 2 || has_rows || is_settled(members)) return;
     const bool has_hub =
         plan_.hub && std::count(members.keys.begin(), members.keys.end(), *plan_.hub) > 0;
     if (has_hub && follow_hub(members)) return;
@@ -219,6 +285,7 @@ class KeyPlanner {
       plan_.columns[*enough].is_unique = true;
       return;
     }
+    unsettled_.push_back(set);
     plan_.remarks.push_back(column_names(table_, set) +
                             ": unique together, but their values may be equal");
   }
@@ -292,12 +359,17 @@ class KeyPlanner {
   }
 
   const DatabaseModel& model_;
+  const std::size_t place_;
   const TableSchema& table_;
   const TableFacts& facts_;
   const bool has_rows_;
   const std::uint64_t records_;
   const ForeignKey* const summed_;
   const FreshValues& fresh_values_;
+  const bool has_lists_;
+  std::set<const ForeignKey*> left_;  // without a value
+  std::set<std::size_t> in_rows_;
+  std::vector<Columns> unsettled_;
   KeyPlan plan_;
 };
 
@@ -312,8 +384,17 @@ std::string column_names(const TableSchema& table, const std::vector<std::size_t
 }
 
 KeyPlan plan_keys(const DatabaseModel& model, std::size_t table, std::int64_t records,
-                  const ForeignKey* summed, const FreshValues& fresh_values) {
-  return KeyPlanner(model, table, records, summed, fresh_values).plan();
+                  const ForeignKey* summed, const FreshValues& fresh_values, bool has_lists) {
+  // What no way can keep unique goes into the rows, and the rest is planned anew.
+  std::set<std::size_t> in_rows;
+  for (;;) {
+    KeyPlanner planner(model, table, records, summed, fresh_values, has_lists);
+    planner.put_in_rows(in_rows);
+    KeyPlan plan = planner.plan();
+    const std::size_t before = in_rows.size();
+    for (const Columns& set : planner.unsettled()) in_rows.insert(set.begin(), set.end());
+    if (!has_lists || in_rows.size() == before) return plan;
+  }
 }
 
 }  // namespace korvex::host

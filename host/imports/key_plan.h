@@ -28,6 +28,7 @@ struct ColumnRole {
     own,    // values of its own
     key,    // a column of a key
     line,   // the place within the group of the key with each
+    row,    // of the list of rows that fit together
     empty,  // NULL: a key that can't be combined with another one
   };
   Kind kind = Kind::own;
@@ -39,8 +40,16 @@ struct ColumnRole {
   std::string joint;        // own
 };
 
+// What ways can't promise, and a list of rows can: keys that share columns or that a condition
+// compares, and unique sets over parts of keys.
+struct RowSet {
+  std::vector<const ForeignKey*> keys;
+  std::vector<std::size_t> columns;  // of the keys, and others that the rows must fit
+};
+
 struct KeyPlan {
   std::vector<KeyUse> keys;
+  RowSet rows;
   std::vector<ColumnRole> columns;
   std::optional<std::size_t> hub;    // the key with each
   std::vector<std::string> remarks;  // what is not certain
@@ -52,10 +61,10 @@ struct KeyPlan {
 
 // `summed` is a key that is to have each, because a total is made of its records; null without.
 // `fresh_values` tells how many values a column has beside those that it holds, up to some more
-// than there are to be records.
+// than there are to be records. `has_lists` is whether there may be a list of rows.
 using FreshValues = std::function<std::uint64_t(std::size_t)>;
 KeyPlan plan_keys(const DatabaseModel& model, std::size_t table, std::int64_t records,
-                  const ForeignKey* summed, const FreshValues& fresh_values);
+                  const ForeignKey* summed, const FreshValues& fresh_values, bool has_lists);
 
 // The columns' names in a row, as messages call them.
 std::string column_names(const TableSchema& table, const std::vector<std::size_t>& columns);

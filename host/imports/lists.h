@@ -18,8 +18,6 @@ std::vector<LayoutKey> list_keys(std::vector<std::string> values, const std::str
 std::string add_list_file(const std::string& layout_file, const std::string& column,
                           std::string content, std::vector<FileDraft>& lists);
 
-using TextRows = std::vector<std::vector<std::string>>;
-
 // The values of columns that take the rows of one file, which is added to the lists. Its columns
 // have the names, unless it is one.
 std::vector<ColumnValues> table_values(const TextRows& rows, const std::vector<std::string>& names,

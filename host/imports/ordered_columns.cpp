@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "courses/calendar.h"
+#include "platform/text_lines.h"
 
 namespace korvex::host {
 
@@ -78,7 +79,7 @@ void make_offset(const ImportedTable& table, const ColumnOrder& order,
   const ColumnSchema& column = table.schema.columns[order.right];
   PlannedItem& left = items[order.left];
   PlannedItem& right = items[order.right];
-  const std::int64_t least = order.kind == Relation::less ? 1 : 0;
+  const std::int64_t least = order.gap + (order.kind == Relation::less ? 1 : 0);
   const auto attribute = left.values->attributes.attribute;
   const bool is_date = attribute == attribute::date;
   const bool is_time = attribute == attribute::time;
@@ -86,15 +87,21 @@ void make_offset(const ImportedTable& table, const ColumnOrder& order,
   std::string from = std::to_string(least);
   std::string to;
   if (is_moment) {
-    const std::int64_t days = order.days > 0 ? order.days : longest_days;
+    const std::int64_t days = order.days > 0
+                                  ? order.days
+                                  : order.gap + std::max<std::int64_t>(longest_days, order.gap / 2);
+    if (!is_date && !is_time)
+      from = std::to_string(order.gap * seconds_per_day + least - order.gap);
     to = std::to_string(is_date   ? days
                         : is_time ? longest_hours * seconds_of_hour
                                   : days * seconds_per_day);
   } else {
     const std::int64_t distance = make_room(table, order, *left.values, *right.values);
     const int decimals = left.values->attributes.decimals;
-    from = decimal_text(least, decimals);
-    to = decimal_text(std::max(distance, least), decimals);
+    const std::int64_t nearest =
+        order.gap * platform::power_of_ten<std::int64_t>(decimals) + least - order.gap;
+    from = decimal_text(nearest, decimals);
+    to = decimal_text(std::max(distance, nearest), decimals);
   }
   right.values->attributes = left.values->attributes;
   if (!is_moment) ++right.values->attributes.length;
@@ -104,10 +111,27 @@ void make_offset(const ImportedTable& table, const ColumnOrder& order,
                         {"from", from},
                         {"to", to}};
   // A value that must be there needs one to start from.
-  const bool must_be_there =
-      !column.nullable || right.is_referenced || table.facts.columns[order.right].is_never_null;
-  if (must_be_there) left.empty_share.clear();
+  const bool must_be_there = !column.nullable || right.is_referenced || right.is_needed ||
+                             table.facts.columns[order.right].is_never_null;
+  if (must_be_there) {
+    left.empty_share.clear();
+    left.is_needed = true;
+  }
   right.reason = "not before " + table.schema.columns[order.left].name;
+}
+
+// What a column that follows another one begins with.
+std::size_t root_of(const TableSchema& schema, const std::vector<PlannedItem>& items,
+                    std::size_t column) {
+  for (std::size_t steps = 0; steps < items.size(); ++steps) {
+    const std::string of = value_of(*items[column].values, "of");
+    const auto next =
+        std::find_if(schema.columns.begin(), schema.columns.end(),
+                     [&](const ColumnSchema& each) { return toml_text(each.name) == of; });
+    if (of.empty() || next == schema.columns.end()) break;
+    column = static_cast<std::size_t>(next - schema.columns.begin());
+  }
+  return column;
 }
 
 }  // namespace
@@ -115,9 +139,14 @@ void make_offset(const ImportedTable& table, const ColumnOrder& order,
 void follow_orders(const std::vector<ColumnOrder>& orders, const ImportedTable& table,
                    std::vector<PlannedItem>& items) {
   std::vector<bool> is_placed(items.size());
-  for (const ColumnOrder& order : orders) {
+  for (const ColumnOrder& asked : orders) {
+    ColumnOrder order = asked;
     if (order.kind == Relation::unequal || !are_alike(items[order.left], items[order.right]))
       continue;
+    // A column that follows another one already comes after this one, too, if that one does.
+    if (is_placed[order.right] && !order.is_guess && order.kind != Relation::equal) {
+      order.right = root_of(table.schema, items, order.right);
+    }
     if (is_placed[order.right] || follows(items, table.schema, order.left, order.right)) continue;
     if (order.is_guess && table.facts.columns[order.right].is_bounded()) continue;
     is_placed[order.right] = true;

@@ -286,4 +286,20 @@ std::string regular_of_like(const std::string& pattern) {
   return regular + "$";
 }
 
+// Brackets, repeats and `|` are those of other regular expressions, dots and the like are not.
+std::string regular_of_similar(const std::string& pattern) {
+  std::string regular;
+  for (const char letter : pattern) {
+    if (letter == '%') {
+      regular += "[a-z]{4,8}";
+    } else if (letter == '_') {
+      regular += "[a-z]";
+    } else {
+      regular +=
+          (letter == '.' || letter == '^' || letter == '$' ? "\\" : "") + std::string(1, letter);
+    }
+  }
+  return "^(" + regular + ")$";
+}
+
 }  // namespace korvex::host

@@ -14,8 +14,9 @@ std::vector<std::string> matching_texts(const std::string& regular, std::size_t 
 // Whether any text with a letter or digit matches: that a text is not blank is all it says.
 bool is_met_by_any_word(const std::string& regular);
 
-// The regular expressions of patterns of GLOB and of LIKE.
+// The regular expressions of patterns of GLOB, of LIKE and of SIMILAR TO.
 std::string regular_of_glob(const std::string& pattern);
 std::string regular_of_like(const std::string& pattern);
+std::string regular_of_similar(const std::string& pattern);
 
 }  // namespace korvex::host

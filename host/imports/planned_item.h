@@ -7,9 +7,14 @@
 
 namespace korvex::host {
 
+// Why a table can have no more rows.
+inline constexpr const char* full_table =
+    "its rows have all the values that its unique columns can have";
+
 // What a column of a table is to become.
 struct PlannedItem {
   bool is_referenced = false;  // by a key of a table
+  bool is_needed = false;      // by a column that must have a value and starts from this one
   bool is_left_out = false;    // no item: the database fills the column
   bool is_empty = false;       // NULL in every record
   bool is_gap = false;         // no value is known, but it must have one

@@ -79,8 +79,8 @@ Sums find_sums(const DatabaseModel& model) {
       const auto source = find_source(model, table, imported.schema.columns[i].scale);
       if (!source) continue;
       // The records of a parent have to be known, which the key with each tells.
-      const KeyPlan keys = plan_keys(model, source->table, 1, source->key,
-                                     [](std::size_t) { return std::uint64_t{1}; });
+      const KeyPlan keys = plan_keys(
+          model, source->table, 1, source->key, [](std::size_t) { return std::uint64_t{1}; }, true);
       const bool leads = keys.hub && keys.keys[*keys.hub].key == source->key &&
                          keys.has_own_values(source->column);
       if (leads) sums[{table, i}] = *source;

@@ -10,6 +10,7 @@ namespace korvex::host {
 namespace {
 
 using Kind = Expression::Kind;
+using Relation = ColumnOrder::Kind;
 
 class FactReader {
  public:
@@ -25,13 +26,12 @@ class FactReader {
     columns_.set_value(value);
     const Expression expression = read_expression(text, brackets_);
     // What is read in part holds in part: each member of a conjunction counts for itself.
-    if (!take(expression)) {
-      UnreadCondition unread = {text, {}};
-      if (value) unread.columns.push_back(*value);
-      columns_.add(read_expression(text, brackets_), unread.columns);
-      if (unread.columns.empty()) columns_.add_named(text, unread.columns);
-      facts_.unread.push_back(std::move(unread));
-    }
+    if (take(expression)) return;
+    UnreadCondition unread = {text, {}};
+    if (value) unread.columns.push_back(*value);
+    columns_.add(expression, unread.columns);
+    if (unread.columns.empty()) columns_.add_named(text, unread.columns);
+    facts_.unread.push_back(std::move(unread));
   }
 
   // Columns that must differ in some rows are made to differ in all, if that costs nothing; else no
@@ -132,6 +132,9 @@ class FactReader {
       if (!value && !expression.parts[i].is(Kind::null_value)) return false;
     }
     if (column) return take_one_of(*column, std::move(values));
+    if (tested.is_call("length")) {
+      return !values.empty() && take_bound_of_call(tested, "=", values.front());
+    }
     // So many of some columns: none or all is the one that says something of its own.
     const auto counted = columns_.counted(expression.parts.front());
     if (counted.size() < 2 ||
@@ -143,16 +146,21 @@ class FactReader {
   }
 
   bool take_pattern(const Expression& expression) {
-    const auto pattern = columns_.constant_of(expression.parts[1]);
+    const Expression& sought = expression.parts[1];
+    const bool is_similar = sought.is_call("similar_to_escape") && !sought.parts.empty();
+    const auto pattern = columns_.constant_of(is_similar ? sought.parts.front() : sought);
     const auto column = columns_.find(stripped(expression.parts[0]));
     if (!column || !pattern) return false;
-    const std::string& sign = expression.text;
-    if (sign == "GLOB") {
-      facts_of(*column).regular.push_back(regular_of_glob(*pattern));
-      return true;
+    ColumnFacts& facts = facts_of(*column);
+    if (is_similar) {
+      facts.regular.push_back(regular_of_similar(*pattern));
+    } else if (expression.text == "GLOB") {
+      facts.regular.push_back(regular_of_glob(*pattern));
+    } else if (expression.text.front() != '~') {
+      facts.like.push_back(*pattern);
+    } else if (!is_met_by_any_word(*pattern)) {
+      facts.regular.push_back(*pattern);
     }
-    if (sign.front() == '~' && is_met_by_any_word(*pattern)) return true;
-    (sign.front() == '~' ? facts_of(*column).regular : facts_of(*column).like).push_back(*pattern);
     return true;
   }
 
@@ -236,19 +244,35 @@ class FactReader {
     const auto first = columns_.find(left);
     const auto second = columns_.find(right);
     if (first && second) return take_order(*first, expression.text, *second);
+    if (take_gap(left, expression.text, right)) return true;
     if (take_letter_case(left, right, expression.text)) return true;
     if (take_letter_case(right, left, expression.text)) return true;
     return take_null_parity(left, right, expression.text);
   }
 
   bool take_order(std::size_t left, const std::string& sign, std::size_t right) {
-    using Order = ColumnOrder::Kind;
-    if (sign == "=") facts_.orders.push_back({left, Order::equal, right});
-    if (sign == "<>") facts_.orders.push_back({left, Order::unequal, right});
-    if (sign == "<") facts_.orders.push_back({left, Order::less, right});
-    if (sign == "<=") facts_.orders.push_back({left, Order::less_or_equal, right});
-    if (sign == ">") facts_.orders.push_back({right, Order::less, left});
-    if (sign == ">=") facts_.orders.push_back({right, Order::less_or_equal, left});
+    if (sign.front() == '>') return take_order(right, turned_round(sign), left);
+    const Relation kind = sign == "="    ? Relation::equal
+                          : sign == "<>" ? Relation::unequal
+                          : sign == "<"  ? Relation::less
+                                         : Relation::less_or_equal;
+    facts_.orders.push_back({left, kind, right});
+    return true;
+  }
+
+  // `expires > issued + interval '1 year'`: at least so many days later, or at most.
+  bool take_gap(const Expression& left, const std::string& sign, const Expression& right) {
+    if (sign.front() == '<' && sign != "<>") return take_gap(right, turned_round(sign), left);
+    const auto later = columns_.find_shifted(left);
+    const auto earlier = columns_.find_shifted(right);
+    if (!later || !earlier || sign.front() != '>') return false;
+    const int gap = earlier->shift - later->shift;
+    const Relation kind = sign == ">" ? Relation::less : Relation::less_or_equal;
+    if (gap >= 0) {
+      facts_.orders.push_back({earlier->column, kind, later->column, 0, false, gap});
+    } else {
+      facts_.orders.push_back({later->column, Relation::less_or_equal, earlier->column, -gap - 1});
+    }
     return true;
   }
 
@@ -271,7 +295,7 @@ class FactReader {
     };
     if (sign != "=" && sign != "<>") return false;
     // Two conditions of which both, or just one, are to hold.
-    if (left.is(Kind::comparison) && right.is(Kind::comparison)) {
+    if (left.is(Kind::comparison) || right.is(Kind::comparison)) {
       return take(left) && (sign == "=" ? take(right) : take_negation(right));
     }
     if (!is_test(left) || !is_test(right)) return false;
@@ -282,40 +306,7 @@ class FactReader {
       facts_.together.push_back({*first, *second});
       return true;
     }
-    return take_counted({*first, *second}, "=", 1);
-  }
-
-  // So many of some columns are given: the first ones are, those that are too many never.
-  bool take_counted(const std::vector<std::size_t>& columns, const std::string& sign, int count) {
-    if (sign == "<>") return false;
-    if (sign == ">") ++count;
-    if (sign == "<") --count;
-    const int most = static_cast<int>(columns.size());
-    if (count < 0 || count > most) return false;
-    for (int i = 0; i < most; ++i) {
-      ColumnFacts& facts = facts_of(columns[static_cast<std::size_t>(i)]);
-      if (i < count && sign.front() != '<') facts.is_never_null = true;
-      if (i >= count && sign.front() != '>') facts.is_always_null = true;
-      if (facts.is_never_null && facts.is_always_null) return false;
-    }
-    return true;
-  }
-
-  bool take_length(std::size_t column, const std::string& sign, int length) {
-    ColumnFacts& facts = facts_of(column);
-    const auto at_least = [&](int size) {
-      facts.least_length = std::max(facts.least_length.value_or(0), size);
-    };
-    const auto at_most = [&](int size) {
-      facts.most_length = std::min(facts.most_length.value_or(size), size);
-    };
-    if (sign == "<>") {
-      if (length != 0) return false;
-      at_least(1);
-    }
-    if (sign == "=" || sign.front() == '>') at_least(sign == ">" ? length + 1 : length);
-    if (sign == "=" || sign == "<" || sign == "<=") at_most(sign == "<" ? length - 1 : length);
-    return true;
+    return ask_given({*first, *second}, "=", 1, facts_.columns);
   }
 
   // A comparison with a constant, which is on the right.
@@ -334,11 +325,7 @@ class FactReader {
     }
     if (sign == "=" || sign == "<>") return false;
     const ValueBound bound = {constant, sign.size() == 2, days_from_now(right).value_or(0)};
-    std::optional<ValueBound>& known = sign.front() == '<' ? facts.most : facts.least;
-    const bool is_narrower = !known || !known->text || !constant ||
-                             (sign.front() == '<' ? !is_below(*known->text, *constant)
-                                                  : !is_below(*constant, *known->text));
-    if (is_narrower) known = bound;
+    ask_bound(sign, bound, facts);
     return true;
   }
 
@@ -346,18 +333,24 @@ class FactReader {
                           const std::string& constant) {
     const auto number = whole_number(constant);
     const auto counted = columns_.counted(left);
-    if (counted.size() > 1) return number && take_counted(counted, sign, *number);
+    if (counted.size() > 1) return number && ask_given(counted, sign, *number, facts_.columns);
+    const auto empty = columns_.counted(left, true);
+    if (empty.size() > 1) {
+      const int rest = static_cast<int>(empty.size()) - number.value_or(0);
+      return number && ask_given(empty, turned_round(sign), rest, facts_.columns);
+    }
     if (left.parts.empty()) return false;
     const auto column = columns_.find(stripped(left.parts.front()));
     if (!column) return false;
-    for (const std::string_view function : {"length", "char_length", "character_length"}) {
-      if (left.is_call(function)) return number && take_length(*column, sign, *number);
+    for (const std::string_view function :
+         {"length", "char_length", "character_length", "octet_length"}) {
+      if (left.is_call(function)) return number && ask_length(sign, *number, facts_of(*column));
     }
     if ((left.is_call("upper") || left.is_call("lower")) && sign == "=") {
       return take_one_of(*column, {constant});
     }
     const bool is_trimmed = &stripped(left) != &left;
-    if (is_trimmed && constant.empty()) return take_length(*column, sign, 0);
+    if (is_trimmed && constant.empty()) return ask_length(sign, 0, facts_of(*column));
     if (left.is_call("jsonb_typeof") || left.is_call("json_typeof") || left.is_call("json_type")) {
       facts_of(*column).json_type = constant;
       return sign == "=";
@@ -371,8 +364,9 @@ class FactReader {
   bool take_call(const Expression& expression) {
     if (expression.is_call("json_valid") && expression.parts.size() == 1) {
       const auto column = columns_.find(expression.parts.front());
-      if (column && facts_of(*column).json_type.empty()) facts_of(*column).json_type = "object";
-      return column.has_value();
+      if (!column) return false;
+      if (facts_of(*column).json_type.empty()) facts_of(*column).json_type = "object";
+      return facts_of(*column).is_never_null = true;
     }
     return false;
   }

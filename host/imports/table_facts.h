@@ -40,6 +40,19 @@ struct ColumnFacts {
 // Whether the choices, the bounds and the excluded values let a number or text through.
 bool allows(const ColumnFacts& facts, const std::string& value);
 
+// A column of whole numbers of which no condition says more.
+bool is_free_whole_number(const ColumnSchema& column, const ColumnFacts& facts);
+
+// Takes a comparison of a column, or of its length, with a constant. False for one that says
+// nothing.
+void ask_bound(const std::string& sign, const ValueBound& bound, ColumnFacts& facts);
+bool ask_length(const std::string& sign, int length, ColumnFacts& facts);
+
+// The same of how many of some columns are given: the first ones are, those that are too many
+// never.
+bool ask_given(const std::vector<std::size_t>& columns, const std::string& sign, int count,
+               std::vector<ColumnFacts>& facts);
+
 // Two columns of which the first is to be less than the second, or not more.
 struct ColumnOrder {
   enum class Kind { less, less_or_equal, equal, unequal };
@@ -48,6 +61,7 @@ struct ColumnOrder {
   std::size_t right = 0;
   int days = 0;  // at most in between, of days and moments; 0 where nothing is known
   bool is_guess = false;
+  int gap = 0;  // days, or numbers, that are to be in between
 };
 
 // A condition that nobody here can read, with the columns that it speaks of.

@@ -9,6 +9,7 @@
 #include "host/imports/calendar_days.h"
 #include "host/imports/condition_parts.h"
 #include "host/imports/flags.h"
+#include "host/imports/reference_numbers.h"
 
 namespace korvex::host {
 
@@ -139,6 +140,7 @@ TableGuesses::TableGuesses(const ImportedTable& table, const KeyPlan& keys)
     meanings_.push_back(keys.has_own_values(i) ? meaning_in(i) : std::nullopt);
     if (meanings_.back()) ++languages[meanings_.back()->language];
   }
+  share_moments(table.facts.orders);
   NameLanguage most = NameLanguage::english;
   for (const auto& [language, count] : languages) {
     if (count > languages[most]) most = language;
@@ -149,6 +151,17 @@ TableGuesses::TableGuesses(const ImportedTable& table, const KeyPlan& keys)
                           keys.has_own_values(sets.front().front()) &&
                           is_number(schema_.columns[sets.front().front()]);
   if (has_number) number_ = schema_.columns[sets.front().front()].name;
+}
+
+// A text that a condition compares with one that holds moments holds them, too.
+void TableGuesses::share_moments(const std::vector<ColumnOrder>& orders) {
+  for (const ColumnOrder& order : orders) {
+    auto& left = meanings_[order.left];
+    auto& right = meanings_[order.right];
+    if (schema_.columns[order.left].type != ColumnType::text) continue;
+    if (left && is_moment(left->meaning) && !right) right = left;
+    if (right && is_moment(right->meaning) && !left) left = right;
+  }
 }
 
 std::optional<NameMeaning> TableGuesses::meaning_in(std::size_t column) const {
@@ -241,7 +254,12 @@ void TableGuesses::narrow(std::size_t column, const ImportPeriod& period, Column
 
 std::optional<ColumnValues> TableGuesses::text_values(std::size_t column, const ColumnTask& task,
                                                       PlannedItem& item) {
-  if (!meanings_[column]) return std::nullopt;
+  if (!meanings_[column]) {
+    auto numbers = guess_reference_numbers(schema_.columns[column].name, task);
+    if (!numbers) return std::nullopt;
+    item.reason = "by its name: " + numbers->what;
+    return std::move(numbers->values);
+  }
   const NameMeaning& meaning = *meanings_[column];
   const TextCompany company = company_of(column, meaning);
   auto guess = guess_text(meaning.meaning, task, company);

@@ -35,6 +35,7 @@ class TableGuesses {
   void finish(std::vector<PlannedItem>& items) const;
 
  private:
+  void share_moments(const std::vector<ColumnOrder>& orders);
   std::optional<NameMeaning> meaning_in(std::size_t column) const;
   TextCompany company_of(std::size_t column, const NameMeaning& meaning) const;
   std::optional<std::size_t> find(Meaning meaning, const std::vector<std::string>& others) const;

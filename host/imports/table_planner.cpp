@@ -7,6 +7,7 @@
 #include "host/imports/key_items.h"
 #include "host/imports/key_plan.h"
 #include "host/imports/ordered_columns.h"
+#include "host/imports/row_list.h"
 #include "host/imports/table_guesses.h"
 #include "host/imports/table_layout.h"
 #include "host/layout/own_text.h"
@@ -32,8 +33,10 @@ class TablePlanner {
         facts_(imported_.facts.columns),
         orders_(imported_.facts.orders),
         columns_(schema_.columns),
-        keys_(plan_keys(plan.model, table, plan.records[table], summed_key(),
-                        [this](std::size_t i) { return fresh_values(i); })),
+        keys_(plan_keys(
+            plan.model, table, plan.records[table], summed_key(),
+            [this](std::size_t i) { return fresh_values(i); },
+            plan.form == DraftForm::ways && plan.make_records != nullptr)),
         items_(schema_.columns.size()) {
     if (!plan.is_plain) guesses_.emplace(imported_, keys_);
   }
@@ -47,6 +50,7 @@ class TablePlanner {
     }
     for (std::size_t i = 0; i < items_.size(); ++i) make_own(i);
     add_keys(true);
+    if (!keys_.rows.columns.empty()) list_rows();
     nest_joined();
     limit_records();
     if (guesses_) guesses_->finish(items_);
@@ -207,6 +211,7 @@ class TablePlanner {
       item.is_empty = true;
       return;
     }
+    if (keys_.columns[i].kind == Role::row) item.values = make_values(task_of(i, {}));
     if (!keys_.has_own_values(i) || take_sum(i)) return;
     const bool is_distinct = keys_.columns[i].is_unique || keys_.columns[i].is_fresh;
     if (guesses_ && !is_distinct) {
@@ -234,7 +239,7 @@ class TablePlanner {
       item.is_left_out = true;
     } else {
       item.is_gap = true;
-      planned_.is_full = keys_.columns[i].is_unique && imported_.rows > 0;
+      if (keys_.columns[i].is_unique && imported_.rows > 0) planned_.obstacle = full_table;
     }
   }
 
@@ -250,10 +255,20 @@ class TablePlanner {
     return is_planned ? static_cast<std::uint64_t>(plan_.records[use.parent]) : sources::endless;
   }
 
+  void list_rows() {
+    const std::vector<std::size_t>& columns = keys_.rows.columns;
+    const std::size_t rows = add_row_list(plan_, table_, keys_, items_, planned_);
+    std::int64_t& records = plan_.records[table_];
+    if (rows == 0) planned_.obstacle = "no rows are known that fit its keys and unique columns";
+    if (rows >= static_cast<std::uint64_t>(records)) return;
+    records = std::max<std::int64_t>(static_cast<std::int64_t>(rows), 1);
+    note(columns, "the layout has the " + std::to_string(records) + " rows that fit together");
+  }
+
   void limit_to(std::uint64_t count, const std::vector<std::size_t>& columns) {
     std::int64_t& records = plan_.records[table_];
     if (count >= static_cast<std::uint64_t>(records)) return;
-    records = static_cast<std::int64_t>(count);
+    records = std::max<std::int64_t>(static_cast<std::int64_t>(count), 1);
     note(columns, "unique, with only " + std::to_string(count) +
                       " different values: the layout has " + std::to_string(count) + " records");
   }
@@ -343,7 +358,7 @@ class TablePlanner {
                                                    items_, planned_);
       if (!free) continue;
       limit_to(*free, set.columns);
-      planned_.is_full = planned_.is_full || *free == 0;
+      if (*free == 0) planned_.obstacle = full_table;
     }
   }
 
@@ -360,8 +375,6 @@ class TablePlanner {
     for (std::size_t i = 0; i < items_.size(); ++i) {
       if (keys_.columns[i].kind == Role::line) items_[i].values = keys.line();
     }
-    if (plan_.form == DraftForm::settings) return;
-    for (const ColumnOrder& order : orders_) keys.pair(order, items_);
   }
 
   ImportPlan& plan_;

@@ -1,5 +1,6 @@
 #include "host/imports/type_samples.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <string_view>
@@ -44,9 +45,8 @@ std::string address(std::uint64_t index) {
          "." + std::to_string(index % 256);
 }
 
-// The number of bits in `bit(8)`.
-std::size_t bits_of(const std::string& declared) {
-  std::size_t size = 1;
+// The size in `bit(8)` or `varchar(3)[]`.
+std::size_t size_in(const std::string& declared, std::size_t size) {
   if (const std::size_t open = declared.find('('); open != std::string::npos) {
     std::from_chars(declared.data() + open + 1, declared.data() + declared.size(), size);
   }
@@ -143,9 +143,13 @@ std::string element(const std::string& plain) {
 
 std::optional<std::string> plain_text(const TypeShape& shape, const std::string& declared,
                                       std::uint64_t index) {
-  if (shape.name == "bit" || shape.name == "varbit") return bits(index + 1, bits_of(declared));
+  if (shape.name == "bit" || shape.name == "varbit") return bits(index + 1, size_in(declared, 1));
   for (const NamedMaker& maker : makers) {
-    if (maker.name == shape.name) return maker.make(index);
+    if (maker.name != shape.name) continue;
+    std::string made = maker.make(index);
+    const bool is_text = maker.make == static_cast<Maker>(text);
+    if (is_text) made.resize(std::min(made.size(), size_in(declared, made.size())));
+    return made;
   }
   return std::nullopt;
 }
@@ -154,13 +158,15 @@ constexpr std::uint64_t array_size = 2;
 // Ranges begin so far from each other, and are half as long.
 constexpr std::uint64_t range_distance = 10;
 
-std::optional<std::string> joined(const TypeShape& shape, std::uint64_t index, std::uint64_t count,
+std::optional<std::string> joined(const TypeShape& shape, const std::string& declared,
+                                  std::uint64_t index, std::uint64_t count,
                                   const std::string& ends) {
   std::string list;
   for (std::uint64_t i = 0; i < count; ++i) {
     const bool is_array = shape.kind == Shape::array;
     const TypeShape& part = shape.parts[is_array ? 0 : i];
-    const auto text_of_part = sample_text(part, "", is_array ? index * count + i : index);
+    const auto text_of_part =
+        sample_text(part, is_array ? declared : "", is_array ? index * count + i : index);
     if (!text_of_part) return std::nullopt;
     list += (i == 0 ? "" : ",") + element(*text_of_part);
   }
@@ -178,9 +184,9 @@ std::optional<std::string> sample_text(const TypeShape& shape, const std::string
       if (shape.choices.empty()) return std::nullopt;
       return shape.choices[index % shape.choices.size()];
     case Shape::array:
-      return joined(shape, index, array_size, "{}");
+      return joined(shape, declared, index, array_size, "{}");
     case Shape::composite:
-      return joined(shape, index, shape.parts.size(), "()");
+      return joined(shape, declared, index, shape.parts.size(), "()");
     case Shape::range:
     case Shape::multirange: {
       const auto first = sample_text(shape.parts.front(), "", index * range_distance);

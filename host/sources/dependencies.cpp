@@ -38,21 +38,48 @@ void Dependencies::add_text_of_row(const TextOfRow& text, const Field& field, st
   row.parts.push_back({text, &field});
 }
 
+void Dependencies::add_text_of_row(const TextOfRow& text, std::span<const std::string_view> list) {
+  Row& row = rows_[text.row];
+  row.rows = list.size();
+  row.parts.push_back({.text = text, .list = list});
+}
+
+// Whether no two of the rows have the same of all these texts.
+bool Dependencies::tell_row(const std::vector<const PartOfRow*>& known, std::uint64_t rows) {
+  std::vector<const Field*> fields;
+  std::vector<std::span<const std::string_view>> lists;
+  for (const PartOfRow* part : known) {
+    if (part->field != nullptr) {
+      fields.push_back(part->field);
+    } else {
+      lists.push_back(part->list);
+    }
+  }
+  if (lists.empty()) return uniqueness_of(fields, rows).different >= rows;
+  std::set<std::vector<std::string_view>> texts;
+  for (std::uint64_t row = 0; row < rows; ++row) {
+    std::vector<std::string_view> text;
+    for (const auto& list : lists) text.push_back(list[static_cast<std::size_t>(row)]);
+    if (!texts.insert(std::move(text)).second) return false;
+  }
+  return true;
+}
+
 // Whether a row was reached that was not, or further. One text alone has told of its row already.
 bool Dependencies::reach_rows(Reached& reached) const {
   bool is_further = false;
   for (const auto& [thing, row] : rows_) {
-    std::vector<const Field*> known;
+    std::vector<const PartOfRow*> known;
     std::uint64_t records = endless;
     for (const PartOfRow& part : row.parts) {
       const std::uint64_t known_records =
           std::min(part.text.records, reached.records(part.text.text));
       if (known_records == 0) continue;
       records = std::min(records, known_records);
-      known.push_back(part.field);
+      known.push_back(&part);
     }
     if (known.size() < 2 || records <= reached.records(thing)) continue;
-    if (uniqueness_of(known, row.rows).different < row.rows) continue;
+    if (!tell_row(known, row.rows)) continue;
     is_further = reached.raise(thing, records) || is_further;
   }
   return is_further;

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <map>
 #include <set>
+#include <span>
+#include <string_view>
 #include <vector>
 
 #include "host/sources/text_facts.h"
@@ -50,6 +52,9 @@ class Dependencies {
   // follows from enough of them.
   void add_text_of_row(const TextOfRow& text, const Field& field, std::uint64_t rows);
 
+  // The same of rows whose texts a list has, which must outlive this object.
+  void add_text_of_row(const TextOfRow& text, std::span<const std::string_view> list);
+
   // Among how many first records the record follows from what is known, as far as the rules tell; 0
   // when it does not follow.
   std::uint64_t records_told_by(const std::vector<Thing>& known) const;
@@ -68,7 +73,8 @@ class Dependencies {
 
   struct PartOfRow {
     TextOfRow text;
-    const Field* field;
+    const Field* field = nullptr;
+    std::span<const std::string_view> list = {};  // where there is no field
   };
   struct Row {
     std::uint64_t rows;
@@ -76,6 +82,7 @@ class Dependencies {
   };
 
   class Reached;
+  static bool tell_row(const std::vector<const PartOfRow*>& known, std::uint64_t rows);
   bool reach_rows(Reached& reached) const;
 
   std::set<Thing> told_;

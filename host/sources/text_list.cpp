@@ -55,6 +55,11 @@ class ListSource : public Source {
     return Shown::all;
   }
 
+  // Columns of one table may tell its rows together.
+  void tell_of_row(Dependencies& dependencies, const TextOfRow& text) const override {
+    if (comparison_ == Comparison::as_texts) dependencies.add_text_of_row(text, list_.texts());
+  }
+
   std::string_view doubt() const override { return "has equal values"; }
   std::string_view content() const override { return list_.content(); }
 
