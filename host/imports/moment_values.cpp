@@ -61,12 +61,12 @@ std::string moment_text(std::chrono::year_month_day day, std::int64_t time) {
 // Times of the day that the column does not hold.
 std::optional<ColumnValues> free_times(const ColumnTask& task) {
   constexpr std::int64_t seconds_of_day = 86'400;
-  constexpr std::int64_t stride = 7919;  // a prime, so that they lie all over the day
+  constexpr std::int64_t spread = 7919;  // a prime, so that they lie all over the day
   const std::vector<std::string> held = held_by(task);
   std::vector<std::string> times;
   for (std::int64_t i = 0; i < seconds_of_day; ++i) {
     if (std::cmp_greater_equal(times.size(), task.records)) break;
-    const std::int64_t second = i * stride % seconds_of_day;
+    const std::int64_t second = i * spread % seconds_of_day;
     char text[16];
     std::snprintf(text, sizeof text, "%02d:%02d:%02d", static_cast<int>(second / 3600),
                   static_cast<int>(second / 60 % 60), static_cast<int>(second % 60));

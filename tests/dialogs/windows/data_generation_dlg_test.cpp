@@ -13,10 +13,9 @@ namespace korvex::test {
 namespace {
 
 namespace id = control_id;
+using dialog_result::cancel;
+using dialog_result::ok;
 using platform::Answer;
-
-constexpr int ok = dialog_result::ok;
-constexpr int cancel = dialog_result::cancel;
 
 constexpr int format_column = 2;
 constexpr int level_column = 6;

@@ -7,9 +7,8 @@ namespace korvex::test {
 namespace {
 
 namespace id = control_id;
-
-constexpr int ok = dialog_result::ok;
-constexpr int cancel = dialog_result::cancel;
+using dialog_result::cancel;
+using dialog_result::ok;
 
 class SelectItemDlgTest : public DialogTest {
  protected:

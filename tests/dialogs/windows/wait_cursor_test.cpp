@@ -21,8 +21,8 @@ std::optional<Qt::CursorShape> override_cursor() {
 TEST(WaitCursorTest, StandsOnTheHostsWindowsAndLeavesTheHostsOwnCursor) {
   void* library = ::dlopen(KORVEX_LIBRARY, RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
   ASSERT_NE(library, nullptr) << ::dlerror();
-  using Check = std::int32_t (*)(const char*);
-  const auto check = reinterpret_cast<Check>(::dlsym(library, "DGCheckRepeatCnt"));
+  using CheckCount = std::int32_t (*)(const char*);
+  const auto check = reinterpret_cast<CheckCount>(::dlsym(library, "DGCheckRepeatCnt"));
   ASSERT_NE(check, nullptr);
   const ScopedVariable desktop("KORVEX_UI", "desktop");
 
