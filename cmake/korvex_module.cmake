@@ -5,7 +5,9 @@ include(${CMAKE_CURRENT_LIST_DIR}/hardening.cmake)
 add_library(korvex_options INTERFACE)
 target_link_libraries(korvex_options INTERFACE korvex_hardening)
 target_compile_options(korvex_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion $<$<BOOL:${KORVEX_WERROR}>:-Werror>
+  -Wall -Wextra -Wpedantic -Wconversion $<$<BOOL:${KORVEX_WERROR}>:-Werror>
+  # Among files compiled as one, a local name may hide a name of another file.
+  $<$<NOT:$<BOOL:${CMAKE_UNITY_BUILD}>>:-Wshadow>
   # g++ 12 warns of overlapping copies inside its own std::string.
   $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 if(KORVEX_SANITIZE OR KORVEX_FUZZ)
