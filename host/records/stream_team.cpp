@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "host/process/signals.h"
-#include "platform/piece_team.h"
 #include "run/line_team.h"
+#include "run/record_chunks.h"
 
 namespace korvex::host {
 
@@ -43,7 +43,7 @@ class StreamTeam : public RecordStream {
   }
 
   std::string_view next() override {
-    if (team_ == nullptr && may_start_ && bytes_ >= line_piece_bytes) start();
+    if (team_ == nullptr && may_start_ && bytes_ >= team_piece_bytes) start();
     if (team_ == nullptr) {
       const std::string_view text = own_->next();
       bytes_ += text.size();
@@ -97,7 +97,7 @@ class StreamTeam : public RecordStream {
     auto team = std::make_unique<Team>(
         workers, (left + chunk - 1) / chunk,
         [this, first = next_, chunk](std::size_t worker, std::uint64_t number,
-                                     Team::Outlet& outlet) {
+                                     platform::PieceOutlet<StreamPiece>& outlet) {
           RecordStream& stream = worker == 0 ? *own_ : *workers_[worker - 1].stream;
           const RecordNumber begin = first + RecordCount(number * chunk);
           make_chunk(stream, {begin, std::min(range_.end, begin + RecordCount(chunk))}, outlet);
@@ -116,7 +116,8 @@ class StreamTeam : public RecordStream {
     return true;
   }
 
-  void make_chunk(RecordStream& stream, RecordRange range, Team::Outlet& outlet) const {
+  void make_chunk(RecordStream& stream, RecordRange range,
+                  platform::PieceOutlet<StreamPiece>& outlet) const {
     // One thread alone goes on where the stream is.
     if (seeks_directly()) stream.go_to(range, false);
     const RecordCount before = stream.records();
@@ -132,7 +133,7 @@ class StreamTeam : public RecordStream {
         const std::string_view text = stream.next();
         piece->text += text;
         is_over = text.empty();
-        is_full = piece->text.size() >= line_piece_bytes;
+        is_full = piece->text.size() >= team_piece_bytes;
       }
       piece->records.end = reached();
       piece->failure = stream.failure();

@@ -41,25 +41,14 @@ class ClEnumDataList {
     const auto bytes = static_cast<std::size_t>(last.data() + last.size() - lines.front().data());
     text_.require(end_ + bytes + LineBlock::chunk_size, end_);
     sizes_.require(count_ + lines.size(), count_);
-    if (marks_.empty() || count_ - marks_.back().index >= values_between_marks) {
-      marks_.push_back({count_, end_});
+    for (std::size_t left = lines.size(); left > 0;) {
+      if (marks_.empty() || count_ - marks_.back().index >= values_between_marks) {
+        marks_.push_back({count_, end_});
+      }
+      const std::size_t few = std::min(left, values_between_marks);
+      append_few(lines.last(left).first(few));
+      left -= few;
     }
-    char* out = text_.data() + end_;
-    Size* size = sizes_.data() + count_;
-    std::size_t smallest = smallest_;
-    std::size_t largest = largest_;
-    for (const std::string_view line : lines) {
-      if (line.empty()) continue;
-      copy_value(out, line);
-      out += line.size();
-      *size++ = static_cast<Size>(line.size());
-      smallest = std::min(smallest, line.size());
-      largest = std::max(largest, line.size());
-    }
-    end_ = static_cast<std::size_t>(out - text_.data());
-    count_ = static_cast<std::size_t>(size - sizes_.data());
-    smallest_ = smallest;
-    largest_ = largest;
   }
 
   std::size_t count() const { return count_; }
@@ -81,6 +70,25 @@ class ClEnumDataList {
     std::size_t offset = 0;
   };
   static constexpr std::size_t values_between_marks = 256;
+
+  void append_few(std::span<const std::string_view> lines) {
+    char* out = text_.data() + end_;
+    Size* size = sizes_.data() + count_;
+    std::size_t smallest = smallest_;
+    std::size_t largest = largest_;
+    for (const std::string_view line : lines) {
+      if (line.empty()) continue;
+      copy_value(out, line);
+      out += line.size();
+      *size++ = static_cast<Size>(line.size());
+      smallest = std::min(smallest, line.size());
+      largest = std::max(largest, line.size());
+    }
+    end_ = static_cast<std::size_t>(out - text_.data());
+    count_ = static_cast<std::size_t>(size - sizes_.data());
+    smallest_ = smallest;
+    largest_ = largest;
+  }
 
   // Most values are short: one or two stores instead of a call.
   static void copy_value(char* out, std::string_view value) {

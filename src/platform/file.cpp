@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 
 #include <algorithm>
 #include <array>
@@ -26,6 +27,9 @@ constexpr unsigned new_file_mode = 0666;
 
 // A file that is replaced this often while it is being opened is out of reach.
 constexpr int max_replacements = 100;
+
+// The number that the system gives to /dev/null and the like.
+constexpr unsigned memory_devices = 1;
 
 // How the system knows the marks of files.
 constexpr const char* mark_name = "user.korvex.mark";
@@ -97,6 +101,7 @@ File::File(File&& other) noexcept
     : descriptor_(std::exchange(other.descriptor_, -1)),
       regular_(other.regular_),
       device_(other.device_),
+      memory_(other.memory_),
       failed_(other.failed_),
       buffer_(std::move(other.buffer_)),
       buffered_(std::exchange(other.buffered_, 0)) {}
@@ -107,6 +112,7 @@ File& File::operator=(File&& other) noexcept {
     descriptor_ = std::exchange(other.descriptor_, -1);
     regular_ = other.regular_;
     device_ = other.device_;
+    memory_ = other.memory_;
     failed_ = other.failed_;
     buffer_ = std::move(other.buffer_);
     buffered_ = std::exchange(other.buffered_, 0);
@@ -138,6 +144,7 @@ FileCause File::open(const std::string& path, int flags, unsigned mode) {
   }
   regular_ = S_ISREG(status.st_mode);
   device_ = S_ISCHR(status.st_mode);
+  memory_ = device_ && major(status.st_rdev) == memory_devices;
   last_error = 0;
   return FileCause::none;
 }
@@ -243,6 +250,11 @@ FileCause File::write(const void* data, std::size_t size) {
     if (buffered_ == write_buffer_size && flush() != FileCause::none) return failed_;
   }
   return FileCause::none;
+}
+
+FileCause File::write_at_once(std::string_view bytes) {
+  if (const FileCause cause = flush(); cause != FileCause::none) return cause;
+  return write_through(bytes.data(), bytes.size());
 }
 
 FileIdentity File::identity() const {

@@ -12,6 +12,8 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/piece_outlet.h"
+
 namespace korvex::platform {
 
 // Why a file operation failed, as far as the module distinguishes causes.
@@ -101,6 +103,9 @@ class File {
   // some of what was written before; nothing later is accepted.
   FileCause write(const void* data, std::size_t size);
 
+  // The same for much at once: hands it to the system with what is in the buffer before it.
+  FileCause write_at_once(std::string_view bytes);
+
   // Moves the position, after handing over what was written.
   FileCause seek(std::uint64_t offset);
 
@@ -113,6 +118,10 @@ class File {
 
   bool is_open() const { return descriptor_ >= 0; }
   bool is_regular() const { return regular_; }
+
+  // Who may write what threads make. A write to anything but a regular file, or a device that is
+  // nothing but memory, may have to wait for a reader.
+  PieceTaker taker() const { return regular_ || memory_ ? PieceTaker::maker : PieceTaker::caller; }
   FileIdentity identity() const;
 
   FileCause flush();
@@ -143,6 +152,7 @@ class File {
   int descriptor_ = -1;
   bool regular_ = false;
   bool device_ = false;  // of characters: writing to it raises no signal
+  bool memory_ = false;  // such a device as /dev/null
   FileCause failed_ = FileCause::none;
   std::unique_ptr<char[]> buffer_;
   std::size_t buffered_ = 0;

@@ -9,6 +9,7 @@
 #include <mutex>
 #include <vector>
 
+#include "platform/piece_outlet.h"
 #include "platform/worker_threads.h"
 
 namespace korvex::platform {
@@ -25,18 +26,15 @@ class PieceTeam {
   static constexpr std::size_t pieces_ahead = 4;
 
   // The way of one worker's pieces to who takes them.
-  class Outlet {
+  class Outlet : public PieceOutlet<Piece> {
    public:
-    // A piece to fill, as it was when it was taken the last time. Null when no more are taken; else
-    // it waits for one.
-    Piece* room() {
+    Piece* room() override {
       std::unique_lock lock(mutex_);
       is_changed_.wait(lock, [&] { return is_closed_ || end_ - begin_ < pieces_ahead; });
       return is_closed_ ? nullptr : &entry(end_).piece;
     }
 
-    // Hands it over. `ends_chunk`: what follows is of another chunk.
-    void hand_over(bool ends_chunk) {
+    void hand_over(bool ends_chunk) override {
       {
         const std::lock_guard lock(mutex_);
         entry(end_++).ends_chunk = ends_chunk;
@@ -102,7 +100,8 @@ class PieceTeam {
   // Makes all pieces of a chunk, or fewer once there is no room. Called in the thread of a worker,
   // always the same one for a number of a worker. What it throws comes out of next(), after the
   // pieces that were handed over before.
-  using Make = std::function<void(std::size_t worker, std::uint64_t chunk, Outlet& outlet)>;
+  using Make =
+      std::function<void(std::size_t worker, std::uint64_t chunk, PieceOutlet<Piece>& outlet)>;
 
   // Starts up to `workers` threads for so many chunks; workers() tells how many there are.
   PieceTeam(std::size_t workers, std::uint64_t chunks, Make make)

@@ -8,6 +8,10 @@
 
 namespace korvex::platform {
 
+// Data that one thread writes often is this far away from the data of others: their processors
+// would take the memory around it from each other.
+inline constexpr std::size_t thread_spacing = 64;
+
 // Threads that work at the same time as the one that has started them. They block signals, which
 // another thread of the process receives.
 //

@@ -108,7 +108,7 @@ ErrorCode ClGenerateDataFile::write_records(platform::File& file) {
 ErrorCode ClGenerateDataFile::write_all(RecordWriter& writer, platform::ProgressSink& progress,
                                         ProgressMeter& meter) {
   const std::int64_t records = number_of(main.records());
-  std::size_t threads = generating_threads();
+  bool may_start_threads = generating_threads() > 0;
   for (std::int64_t done = 0; done < records;) {
     ErrorCode result =
         run_.append(writer.lines(), std::min(records - done, meter.records_to_update(done)));
@@ -117,35 +117,47 @@ ErrorCode ClGenerateDataFile::write_all(RecordWriter& writer, platform::Progress
     done += std::ssize(run_.line_begins());
     if (progress.cancel_requested()) return error::cancelled;
     meter.update(done);
-    if (threads == 0 || writer.total_bytes() < line_piece_bytes) continue;
-    const Steps chunk = records_of_chunk(static_cast<Steps>(done), writer.total_bytes(),
-                                         static_cast<Steps>(records - done));
-    if (chunk > 0) {
-      LineTeam team(
-          run_, {static_cast<Steps>(done), static_cast<Steps>(records), chunk, writer.is_limited()},
-          threads);
-      if (team.has_threads()) return write_made(team, done, writer, progress, meter);
-    }
-    threads = 0;
+    if (!may_start_threads || writer.total_bytes() < team_piece_bytes) continue;
+    if (const auto written = write_by_threads(done, writer, progress, meter)) return *written;
+    may_start_threads = false;
   }
   return error::none;
 }
 
-// Writes what others make from record `done` on, with the same progress.
-ErrorCode ClGenerateDataFile::write_made(LineTeam& team, std::int64_t done, RecordWriter& writer,
-                                         platform::ProgressSink& progress, ProgressMeter& meter) {
-  while (const LinePiece* const piece = team.next()) {
-    ErrorCode result =
-        writer.accept_lines({piece->lines.data(), piece->lines.size()}, piece->begins);
-    if (result == error::none) result = piece->code;
-    if (result != error::none) return result;
-    for (const std::int64_t end = done + static_cast<std::int64_t>(piece->records); done < end;) {
-      done = std::min(end, done + meter.records_to_update(done));
-      if (progress.cancel_requested()) return error::cancelled;
-      meter.update(done);
+// Has threads make all from record `done` on, with the same progress, which is told in this thread.
+// Nothing where that is not worth it or can't be.
+std::optional<ErrorCode> ClGenerateDataFile::write_by_threads(std::int64_t done,
+                                                              RecordWriter& writer,
+                                                              platform::ProgressSink& progress,
+                                                              ProgressMeter& meter) {
+  const std::int64_t records = number_of(main.records());
+  const Steps chunk = records_of_chunk(static_cast<Steps>(done), writer.total_bytes(),
+                                       static_cast<Steps>(records - done));
+  if (chunk == 0) return std::nullopt;
+  LineTeam team(run_,
+                {static_cast<Steps>(done), static_cast<Steps>(records), chunk, writer.is_limited()},
+                generating_threads());
+  ErrorCode result = error::none;
+  int file_error = 0;  // of the thread that has failed
+  std::int64_t written = done;
+  const auto write = [&](const LinePiece& piece) {
+    result = writer.accept_lines({piece.lines.data(), piece.lines.size()}, piece.begins);
+    if (result != error::none) file_error = platform::last_file_error();
+    if (result == error::none) result = piece.code;
+    written += static_cast<std::int64_t>(piece.records);
+    return result == error::none;
+  };
+  const auto show = [&] {
+    while (done < written && result == error::none) {
+      done = std::min(written, done + meter.records_to_update(done));
+      if (progress.cancel_requested()) result = error::cancelled;
+      if (result == error::none) meter.update(done);
     }
-  }
-  return error::none;
+    return result == error::none;
+  };
+  if (!team.run(writer.taker(), write, show)) return std::nullopt;
+  if (file_error != 0) platform::note_file_error(file_error);
+  return result;
 }
 
 }  // namespace korvex

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "control/col_main.h"
 #include "platform/file.h"
@@ -39,8 +40,8 @@ class ClGenerateDataFile : public platform::Object {
   ErrorCode write_data_file();
   ErrorCode write_records(platform::File& file);
   ErrorCode write_all(RecordWriter& writer, platform::ProgressSink& progress, ProgressMeter& meter);
-  ErrorCode write_made(LineTeam& team, std::int64_t done, RecordWriter& writer,
-                       platform::ProgressSink& progress, ProgressMeter& meter);
+  std::optional<ErrorCode> write_by_threads(std::int64_t done, RecordWriter& writer,
+                                            platform::ProgressSink& progress, ProgressMeter& meter);
 
   Run run_;
   GenerationLog log_;

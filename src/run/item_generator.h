@@ -136,8 +136,8 @@ class ItemGenerator {
   // Tells of each further field with the item: in several it takes no values from its list.
   void add_list_field();
 
-  // Whether the elements go in closed form.
-  bool has_course() const { return course_.has_value(); }
+  // Whether the values go in closed form, or are in a list: each of them can be had at once.
+  bool seeks_directly() const { return course_.has_value() || takes_values_from_list(); }
 
   bool is_repeat_member() const { return is_repeat_member_; }
 

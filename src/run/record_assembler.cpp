@@ -40,7 +40,7 @@ void RecordAssembler::seek(Steps record) {
     if (!item->turns_with_repeats()) item->seek_plain(record);
   }
   if (repeats_ != nullptr) run_.repeats_finished = repeats_->seek(record);
-  is_lost_ = !all_have_courses_ && platform::is_interrupted();
+  is_lost_ = platform::is_interrupted() && !seeks_directly();
 }
 
 }  // namespace korvex

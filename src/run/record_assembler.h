@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -17,7 +18,6 @@ class RecordAssembler {
   void add_field(ItemGenerator& item) {
     fields_.push_back(&item);
     item.add_field();
-    all_have_courses_ &= item.has_course();
   }
 
   // The repeats that turn after every record until they have finished. Comes after all fields.
@@ -37,7 +37,10 @@ class RecordAssembler {
   // Whether seek() takes the same time for every record. Else an item without a course goes through
   // its first two cycles once, as far as needed, and at each seek from a kept state to its place in
   // a cycle.
-  bool seeks_directly() const { return all_have_courses_; }
+  bool seeks_directly() const {
+    return std::all_of(fields_.begin(), fields_.end(),
+                       [](const ItemGenerator* item) { return item->seeks_directly(); });
+  }
 
   // Whether seek() was interrupted: the next records are wrong until another seek().
   bool is_lost() const { return is_lost_; }
@@ -54,7 +57,6 @@ class RecordAssembler {
   std::vector<ItemGenerator*> fields_;
   RepeatTable* repeats_ = nullptr;
   bool turns_evenly_ = false;
-  bool all_have_courses_ = true;
   bool is_lost_ = false;
   RunState run_;
 };

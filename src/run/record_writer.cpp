@@ -11,6 +11,10 @@ namespace {
 // A multiple of the page cache's larger units, so that no write ends inside one.
 constexpr std::size_t file_block_size = platform::File::write_buffer_size;
 
+// What is written of lines that are elsewhere ends at multiples of this. The page cache takes bytes
+// in small units where writes begin and end anywhere, which costs more than to copy the rest.
+constexpr std::size_t file_unit_size = 64 * 1024;
+
 // Nobody can cancel while a device or a reader takes what it is given, so that gets less at once.
 constexpr std::size_t device_block_size = platform::File::direct_write_size;
 
@@ -31,16 +35,35 @@ ErrorCode RecordWriter::accept_lines(std::span<const std::size_t> begins) {
 }
 
 ErrorCode RecordWriter::accept_lines(std::string_view lines, std::span<const std::size_t> begins) {
-  if (const ErrorCode flushed = flush(); flushed != error::none) return flushed;
   if (lines.empty()) return error::none;
   const std::size_t end = accepted_end(lines.size(), begins);
+  const bool is_limit = end < lines.size();
+  lines = lines.substr(0, end);
   total_bytes_ += end;
-  for (std::size_t begin = 0; begin < end; begin += block_size_) {
-    const std::size_t size = std::min(block_size_, end - begin);
-    const platform::FileCause cause = file_.write(lines.data() + begin, size);
-    if (cause != platform::FileCause::none) return write_failure(cause);
+  // What is left of a unit before these lines goes together with their first bytes.
+  const std::size_t unit = file_.is_regular() ? file_unit_size : 1;
+  const std::size_t begun = lines_.finished().size() % unit;
+  if (begun > 0) keep(lines, std::min(unit - begun, lines.size()));
+  if (lines_.finished().size() % unit == 0) {
+    if (const ErrorCode flushed = flush(); flushed != error::none) return flushed;
   }
-  return end == lines.size() ? error::none : error::output_limit;
+  for (std::size_t whole = lines.size() / unit * unit; whole > 0;) {
+    const std::size_t size = std::min(block_size_, whole);
+    const platform::FileCause cause = file_.write_at_once(lines.substr(0, size));
+    if (cause != platform::FileCause::none) return write_failure(cause);
+    lines.remove_prefix(size);
+    whole -= size;
+  }
+  keep(lines, lines.size());
+  return is_limit ? error::output_limit : error::none;
+}
+
+// Keeps the first of some lines to be written later.
+void RecordWriter::keep(std::string_view& lines, std::size_t bytes) {
+  lines_.require(bytes);
+  lines_.append(lines.substr(0, bytes));
+  lines_.finish_lines(lines_.size());
+  lines.remove_prefix(bytes);
 }
 
 // Where the lines end that are accepted, of those that end at `end`.

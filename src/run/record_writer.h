@@ -35,6 +35,9 @@ class RecordWriter {
   // The bytes of all lines that were accepted.
   std::uint64_t total_bytes() const { return total_bytes_; }
 
+  // Who may call accept_lines() for lines that are elsewhere.
+  platform::PieceTaker taker() const { return file_.taker(); }
+
   // Whether a line may be refused; otherwise nobody needs to know where lines begin.
   bool is_limited() const { return is_limited_; }
 
@@ -44,6 +47,7 @@ class RecordWriter {
  private:
   std::size_t accepted_end(std::size_t end, std::span<const std::size_t> begins) const;
   ErrorCode hand_over_blocks();
+  void keep(std::string_view& lines, std::size_t bytes);
 
   platform::File& file_;
   const std::size_t block_size_;

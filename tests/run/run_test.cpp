@@ -175,14 +175,22 @@ std::string take_by_threads(Run& run, RandomSettings& random, Steps first, Steps
                  .tells_lines = true,
                  .piece_bytes = static_cast<std::size_t>(random.between(1, 3000))},
                 threads[random.between(0, 3)]);
-  EXPECT_TRUE(team.has_threads());
   std::string text;
-  const LinePiece* piece = nullptr;
-  for (code = error::none; code == error::none && (piece = team.next()) != nullptr;
-       code = piece->code) {
-    EXPECT_EQ(piece->begins.size(), piece->records);
-    text.append(piece->lines.data(), piece->lines.size());
-  }
+  std::size_t watched = 0;
+  code = error::none;
+  const auto take = [&](const LinePiece& piece) {
+    EXPECT_EQ(piece.begins.size(), piece.records);
+    text.append(piece.lines.data(), piece.lines.size());
+    code = piece.code;
+    return code == error::none;
+  };
+  const auto watch = [&] {
+    watched = text.size();
+    return true;
+  };
+  const auto taker = random.one_in(2) ? platform::PieceTaker::maker : platform::PieceTaker::caller;
+  EXPECT_TRUE(team.run(taker, take, watch));
+  EXPECT_TRUE(watched == text.size() || code != error::none);
   return text;
 }
 
