@@ -270,9 +270,9 @@ class TextGuesser {
 
   std::optional<GuessedText> titles() {
     if (company_.table == TableKind::products) return guess(Meaning::product);
-    if (company_.table == TableKind::jobs) return guess(Meaning::job);
-    if (company_.table == TableKind::writings) return guess(Meaning::sentence);
-    return std::nullopt;
+    const bool is_job = company_.table == TableKind::jobs || company_.table == TableKind::people;
+    if (is_job) return guess(Meaning::job);
+    return guess(Meaning::sentence);
   }
 
   std::optional<GuessedText> emails() {

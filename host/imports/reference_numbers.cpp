@@ -16,6 +16,7 @@ namespace {
 
 constexpr std::array<std::string_view, 9> last_words = {
     "no", "nr", "number", "num", "nummer", "ref", "reference", "code", "sku"};
+constexpr int longest_code = 40;
 constexpr std::size_t prefix_letters = 3;
 constexpr std::size_t most_digits = 6;
 constexpr std::size_t fewest_digits = 3;
@@ -47,7 +48,10 @@ std::optional<GuessedText> guess_reference_numbers(std::string_view name, const 
   const std::vector<std::string> words = name_words(name);
   const bool is_reference =
       !words.empty() && std::count(last_words.begin(), last_words.end(), words.back()) > 0;
+  // A long text that is called code may be a program.
+  const bool is_long = task.column.length == 0 || task.column.length > longest_code;
   if (!is_reference || asks_for_more(task)) return std::nullopt;
+  if (words.back() == "code" && is_long && !task.is_unique) return std::nullopt;
   const std::string prefix = prefix_of(words);
   const std::size_t limit = text_limit(task);
   if (limit < prefix.size() + fewest_digits) return std::nullopt;

@@ -86,8 +86,9 @@ const Stage* stage_of_state(const std::string& state) {
 }
 
 // What an address is of, when it is none of a street.
-constexpr std::array<std::string_view, 6> other_addresses = {"mac",    "wallet", "memory",
-                                                             "server", "host",   "contract"};
+constexpr std::array<std::string_view, 12> other_addresses = {
+    "mac",        "wallet",  "memory", "server", "host", "contract",
+    "correspond", "comment", "pager",  "proxy",  "ip",   "ipv"};
 
 bool is_number(const ColumnSchema& column) {
   switch (column.type) {
