@@ -1,15 +1,15 @@
-// What a record costs in the assembler, by the kind of its one element, and what it costs to go to
+// What a record costs, one by one, by the kind of its one element, and what it costs to go to
 // any record: no file, no driver.
 
 #include <benchmark/benchmark.h>
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "courses/line_block.h"
-#include "run/item_generator.h"
-#include "run/record_assembler.h"
+#include "run/run.h"
 #include "settings/fmt_file.h"
 #include "values/attributes.h"
 #include "values/records.h"
@@ -71,26 +71,26 @@ ErrorCode store_settings(const Workload& workload, ClFmtFile& settings) {
 }
 
 void assemble_records(benchmark::State& state, const Workload& workload, bool seeks) {
-  ClFmtFile settings;
-  if (store_settings(workload, settings) != error::none) {
+  ClColMain main;
+  main.items.push_back(std::make_unique<ClDGCol>());
+  main.items.back()->item_number = item_number;
+  Run run;
+  if (store_settings(workload, main.settings) != error::none ||
+      run.prepare(main, {layout_kind::record_file, false}, {}) != error::none) {
     return state.SkipWithError("settings refused");
   }
-  ItemGenerator item(*settings.find_column(item_number), layout_kind::record_file, false);
-  RecordAssembler assembler;
-  assembler.add_field(item);
   LineBlock lines(block_size);
   Steps place = 0;
   for (auto _ : state) {
     if (seeks) {
       place = (place + seek_stride) % seek_range;
-      assembler.seek(place);
+      run.seek(place);
     }
-    if (assembler.assemble(lines) != error::none) return state.SkipWithError("the run failed");
-    lines.finish_lines(lines.size());
-    if (lines.finished().size() >= block_size) {
-      benchmark::DoNotOptimize(lines.finished().data());
+    if (run.append(lines, 1) != error::none) return state.SkipWithError("the run failed");
+    if (lines.size() >= block_size) {
+      benchmark::DoNotOptimize(lines.data());
       benchmark::ClobberMemory();
-      lines.remove_front(lines.finished().size());
+      lines.clear();
     }
   }
   state.SetItemsProcessed(state.iterations());

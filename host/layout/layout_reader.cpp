@@ -18,6 +18,7 @@
 #include "host/layout/table_reader.h"
 #include "host/layout/value_errors.h"
 #include "host/process/signals.h"
+#include "host/sets/catalogue.h"
 #include "platform/file.h"
 #include "platform/path.h"
 #include "platform/printable_text.h"
@@ -35,7 +36,6 @@ constexpr std::array<Quotation, 2> marks = {quotation::none, quotation::double_m
 constexpr std::array<std::string_view, 2> encoding_names = {"cp932", "utf-8"};
 constexpr std::size_t utf8_encoding = 1;
 constexpr std::int32_t newest_ways = 1;
-constexpr std::int32_t newest_sets = 1;
 
 constexpr std::size_t longest_path = KORVEX_PATH_SIZE - 1;
 constexpr std::size_t most_errors_of_no_layout = 10;
@@ -145,7 +145,8 @@ void read_own_keys(TableReader& reader, Layout& layout) {
   layout.is_utf8 = reader.choice("encoding", encoding_names) == utf8_encoding;
   // What has been made with a version stays: a better scheme, or a longer set, is another one.
   reader.integer("ways", 1, newest_ways);
-  layout.sets_version = reader.integer("sets", 1, newest_sets).value_or(newest_sets);
+  layout.sets_version =
+      reader.integer("sets", 1, sets::newest_version).value_or(sets::newest_version);
 }
 
 void read_header(const toml::table& table, std::optional<RecordCount> records, Layout& layout,

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <limits>
 
 #include "control/reconcile.h"
+#include "courses/steps.h"
 #include "lists/enumeration_check.h"
 #include "platform/user_interface.h"
 #include "values/error_codes.h"
@@ -13,15 +13,6 @@
 namespace korvex {
 
 namespace {
-
-// Numbers of records and bytes are unsigned. What passes their 64 bits stays at the largest number,
-// which reads as too large; wrapped around it could pass for a small one.
-constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
-
-std::uint64_t multiply(std::uint64_t a, std::uint64_t b) {
-  std::uint64_t product = 0;
-  return __builtin_mul_overflow(a, b, &product) ? most : product;
-}
 
 bool is_date_or_time(FormatKind kind) {
   return kind == format_kind::date || kind == format_kind::date_unchecked ||
@@ -111,7 +102,7 @@ Result<RepeatCount> count_data_items(ClColMain& main, bool repeats_only,
       const std::uint64_t values = value_count(main, *column, counter);
       if (is_on(column->record.repeat_flag)) {
         const auto count_of_item = static_cast<std::uint64_t>(column->record.repeat_count);
-        repeats = multiply(repeats, multiply(count_of_item, values));
+        repeats = product(repeats, product(count_of_item, values));
       } else {
         longest = std::max(longest, values);
       }
@@ -119,12 +110,12 @@ Result<RepeatCount> count_data_items(ClColMain& main, bool repeats_only,
     ++handled;
     const bool grows = repeats_only ? longest < repeats : true;
     const std::uint64_t records = repeats_only ? repeats : std::max(longest, repeats);
-    if (grows && multiply(records, width) > size_limit) break;
+    if (grows && product(records, width) > size_limit) break;
   }
 
   RepeatCount count;
   count.data_items = repeats_only && repeats > 1 ? repeats : std::max(longest, repeats);
-  const std::uint64_t bytes = multiply(count.data_items, width);
+  const std::uint64_t bytes = product(count.data_items, width);
   count.predicted_bytes = bytes > size_limit ? too_large : bytes;
   return count;
 }

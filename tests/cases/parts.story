@@ -137,6 +137,10 @@ $ seq 90 > own.txt; korvex export own.toml -o e --quiet; for i in 1 2 3 4; do ko
   same
 $ sed -i s/90/91/ own.txt; korvex export own.toml -o e --part 1/4 | sed 's/,.*//'
   part 1 of 4
+# So does a weight, in another column of the table that the list is read from.
+$ (printf 'name\tweight\n'; seq 90 | sed 's/$/\t1/') > t.tsv; sed 's/own.txt", order = "shuffled/t.tsv", column = "name", order = "random/' own.toml > t.toml
+$ korvex export t.toml -o t --quiet --part 1/4; sed -i '$s/1$/2/' t.tsv; korvex export t.toml -o t --part 1/4 | sed 's/,.*//'
+  part 1 of 4
 >2 generate own.toml --part 1/4
   ! own.toml:9:19: item A: type "list" is unknown to this command, <*>
 # Keys are made of the other layout's records: whatever makes those others changes the bytes here.

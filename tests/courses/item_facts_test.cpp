@@ -5,9 +5,7 @@
 #include <unordered_map>
 
 #include "run/field_facts.h"
-#include "run/item_generator.h"
 #include "run/random_settings.h"
-#include "run/record_assembler.h"
 #include "support/bytes.h"
 #include "support/list_values.h"
 #include "support/table.h"
@@ -32,19 +30,16 @@ struct Seen {
 };
 
 Seen generate(const ClFmtColInf& column, LayoutKind layout_kind, int records) {
-  ItemGenerator item(column, layout_kind, false);
-  RecordAssembler assembler;
-  assembler.add_field(item);
+  ItemRun run(column, layout_kind);
   Seen seen;
   seen.bytes = {0};
   std::unordered_map<std::string, std::uint64_t> met;
-  LineBlock line(0);
+  std::vector<std::string_view> values;
   for (std::uint64_t place = 0; std::cmp_less(place, records); ++place) {
-    line.clear();
-    EXPECT_EQ(assembler.assemble(line), 0);
-    seen.bytes.push_back(seen.bytes.back() + line.size());
-    seen.values.emplace_back(line.data(), line.size() - 1);
-    if (line.size() == 1 && seen.first_empty == endless) seen.first_empty = place;
+    EXPECT_EQ(run.next(values), error::none);
+    seen.values.emplace_back(values[0]);
+    seen.bytes.push_back(seen.bytes.back() + values[0].size() + 1);
+    if (values[0].empty() && seen.first_empty == endless) seen.first_empty = place;
     const bool is_new = met.emplace(seen.values.back(), place).second;
     if (!is_new && seen.first_repetition == endless) seen.first_repetition = place;
   }

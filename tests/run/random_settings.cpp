@@ -387,4 +387,18 @@ RandomItem RandomSettings::draw_odd() {
   return item;
 }
 
+ItemRun::ItemRun(const ClFmtColInf& column, LayoutKind layout_kind, bool quotation) {
+  auto copy = std::make_unique<ClFmtColInf>(column.record);
+  std::vector<FmtItemRec> elements;
+  for (const auto& element : column.elements) elements.push_back(element->record);
+  copy->set_elements(elements);
+  copy->record.item_number = ItemNumber{1};
+  main_.settings.set_run_mode(run_mode::settings_only);
+  main_.settings.begin(SettingsLevel{1}, StoredRecords{0}, layout_kind);
+  main_.settings.current_level()->append(std::move(copy));
+  main_.items.push_back(std::make_unique<ClDGCol>());
+  main_.items.back()->item_number = ItemNumber{1};
+  EXPECT_EQ(prepare(main_, {layout_kind, quotation}, {}), error::none);
+}
+
 }  // namespace korvex::test

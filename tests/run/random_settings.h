@@ -5,6 +5,7 @@
 #include <random>
 #include <string>
 
+#include "run/run.h"
 #include "settings/lvl_inf.h"
 
 namespace korvex::test {
@@ -53,6 +54,15 @@ class RandomSettings {
  private:
   std::mt19937 random_;
   int most_steps_;
+};
+
+// A run whose records have one item, with a copy of its settings.
+class ItemRun : public Run {
+ public:
+  ItemRun(const ClFmtColInf& column, LayoutKind layout_kind, bool quotation = false);
+
+ private:
+  ClColMain main_;
 };
 
 }  // namespace korvex::test

@@ -310,15 +310,12 @@ TEST_F(RunTest, SeeksInLongCyclesWithoutACourse) {
       {item_of("4 0 9 9"), {"%9U", "1", std::to_string(end), "1"}, exceeded_action::repeat});
   ASSERT_TRUE(column);
   column->elements[0]->record.current.low = 5;
-  ItemGenerator item(*column, layout_kind::record_file, false);
-  RecordAssembler assembler;
-  assembler.add_field(item);
-  LineBlock line(0);
+  ItemRun run(*column, layout_kind::record_file);
+  std::vector<std::string_view> values;
   const auto value_at = [&](Steps record) {
-    assembler.seek(record);
-    line.clear();
-    EXPECT_EQ(assembler.assemble(line), 0);
-    return std::strtoull(std::string(line.data(), line.size()).c_str(), nullptr, 10);
+    run.seek(record);
+    EXPECT_EQ(run.next(values), error::none);
+    return std::strtoull(std::string(values[0]).c_str(), nullptr, 10);
   };
   // In this order: marks are thinned out on the way, and serve the places before them.
   for (const Steps record :
@@ -330,18 +327,16 @@ TEST_F(RunTest, SeeksInLongCyclesWithoutACourse) {
   }
   // Asked to end, it stops on the way: nothing leads here, so no cycle ends.
   column->record.lead_element = ElementNumber::none;
-  ItemGenerator without_end(*column, layout_kind::record_file, false);
-  RecordAssembler interrupted;
-  interrupted.add_field(without_end);
+  ItemRun interrupted(*column, layout_kind::record_file);
   {
     const platform::InterruptionWatch watch({SIGTERM});
     ASSERT_EQ(::raise(SIGTERM), 0);
     ASSERT_TRUE(platform::is_interrupted());
     interrupted.seek(endless - 1);
-    EXPECT_TRUE(interrupted.is_lost());
+    EXPECT_EQ(interrupted.next(values), error::cancelled);
   }
   interrupted.seek(0);
-  EXPECT_FALSE(interrupted.is_lost());
+  EXPECT_EQ(interrupted.next(values), error::none);
 }
 
 // What is told of the records that differ in some of their fields is true of those that come.
@@ -389,7 +384,7 @@ TEST_F(RunTest, TellsForHowLongRecordsDiffer) {
 // Records of random bytes: whatever they say, a field stays as large as its elements can be.
 TEST_F(RunTest, SurvivesAnySettings) {
   constexpr std::int32_t kinds[] = {900, 901, 902, 903, 904, 905, 906, 907, 908, 999, 1002, 1003};
-  constexpr std::size_t most_bytes = 3 * Course::max_text_size + 3;
+  constexpr std::size_t most_bytes = 3 * Course::max_text_size + 4;
   for (int i = 0; i < 3000; ++i) {
     const auto randomize = [&](auto& record) {
       for (char& byte : reinterpret_cast<char(&)[sizeof record]>(record)) {
@@ -409,14 +404,12 @@ TEST_F(RunTest, SurvivesAnySettings) {
     }
     column.set_elements(elements);
     column.record.lead_element = elements[0].sequence;
-    ItemGenerator item(column, LayoutKind{i % 3 + 1}, i % 2 == 0);
-    RecordAssembler assembler;
-    assembler.add_field(item);
+    ItemRun run(column, LayoutKind{i % 3 + 1}, i % 2 == 0);
     LineBlock line(0);
-    for (int record = 0; record < 8 && assembler.assemble(line) == 0; ++record) {
+    for (int record = 0; record < 8 && run.append(line, 1) == error::none; ++record) {
       ASSERT_LE(line.size(), most_bytes) << "settings " << i;
       line.clear();
-      if (record == 4) assembler.seek(static_cast<Steps>(random.between(0, 1000)));
+      if (record == 4) run.seek(static_cast<Steps>(random.between(0, 1000)));
     }
   }
 }
