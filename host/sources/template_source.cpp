@@ -90,20 +90,19 @@ struct PartShape {
 
 PartShape shape_of(const ComposedPart& part) {
   if (part.field == nullptr) return {};
-  PartShape shape = {true, part.filters.empty(), part.field->shape()};
+  const TextShape& text = part.field->shape();
   // Filters leave digits alone. Of other letters they may change the size, and make digits of
   // others.
-  shape.is_unchanged = shape.is_unchanged || shape.text.only_digits;
-  if (shape.is_unchanged) return shape;
+  if (part.filters.empty() || text.only_digits) return {true, true, text};
   constexpr std::uint64_t most_growth = 3;  // of characters, by one filter
-  TextSize most = shape.text.most;
+  TextSize most = text.most;
   for (std::size_t i = 0; i < part.filters.size(); ++i) {
     most.characters = product(most.characters, most_growth);
     most.bytes = product(most.characters, 2);
   }
-  shape.text = {
-      .size = {}, .always_made = shape.text.always_made, .most = smaller(most, part.most)};
-  return shape;
+  return {.has_field = true,
+          .is_unchanged = false,
+          .text = {.size = {}, .always_made = text.always_made, .most = smaller(most, part.most)}};
 }
 
 std::vector<PartShape> shapes_of(const std::vector<ComposedPart>& parts) {
