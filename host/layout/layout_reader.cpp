@@ -316,7 +316,7 @@ LayoutReading parse_layout(std::string_view text, const std::string& file,
 LayoutReading read_layout(const std::string& file, std::optional<RecordCount> records,
                           MissingLists lists) {
   std::string text;
-  if (const auto failure = platform::read_file(file, text)) {
+  if (const auto failure = platform::read_file(file, text, most_layout_bytes)) {
     check_interruption();
     LayoutReading reading;
     reading.layout.file = file;

@@ -17,6 +17,9 @@ namespace korvex::host {
 // Nobody reads more errors than these; a file of nothing but errors would fill the memory.
 inline constexpr std::size_t most_layout_errors = 1000;
 
+// Of a layout file: far more than any that was written or imported takes.
+inline constexpr std::size_t most_layout_bytes = std::size_t{16} << 20;
+
 inline constexpr std::int32_t largest_integer = std::numeric_limits<std::int32_t>::max();
 
 // What is at a node, for error messages: `"abc"`, `12`, `a table`.

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -183,8 +184,10 @@ bool is_write_protected(const std::string& path);
 FileCause remove_target(const std::string& path);
 
 // Reads a whole file, or a pipe until its writer ends, which may take long: a signal that ends the
-// process ends it. Returns the system's error, if any.
-std::error_code read_file(const std::string& path, std::string& content);
+// process ends it. Returns the system's error, if any: EFBIG where there are more than `most` bytes,
+// which ends what never ends by itself.
+std::error_code read_file(const std::string& path, std::string& content,
+                          std::size_t most = std::numeric_limits<std::size_t>::max());
 
 // Passes a file to `take` in pieces, each with the end of a line or of the file at its end, until
 // `take` returns false. A failure ends it, and so does a signal that ends the process.

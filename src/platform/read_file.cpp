@@ -17,7 +17,7 @@ constexpr std::size_t piece_size = 64 * 1024;
 
 std::error_code system_error() { return {errno, std::generic_category()}; }
 
-std::error_code read_all(int descriptor, std::string& content) {
+std::error_code read_all(int descriptor, std::string& content, std::size_t most) {
   std::array<char, block_size> block;
   for (;;) {
     if (!wait_until_ready(descriptor, POLLIN)) return std::make_error_code(std::errc::interrupted);
@@ -25,18 +25,21 @@ std::error_code read_all(int descriptor, std::string& content) {
         [&] { return file_calls().read(descriptor, block.data(), block.size()); });
     if (count < 0) return system_error();
     if (count == 0) return {};
+    if (static_cast<std::size_t>(count) > most - content.size()) {
+      return std::make_error_code(std::errc::file_too_large);
+    }
     content.append(block.data(), static_cast<std::size_t>(count));
   }
 }
 
 }  // namespace
 
-std::error_code read_file(const std::string& path, std::string& content) {
+std::error_code read_file(const std::string& path, std::string& content, std::size_t most) {
   content.clear();
   const int descriptor =
       retry_interrupted([&] { return file_calls().open(path.c_str(), O_RDONLY | O_CLOEXEC, 0); });
   if (descriptor < 0) return system_error();
-  const std::error_code failure = read_all(descriptor, content);
+  const std::error_code failure = read_all(descriptor, content, most);
   file_calls().close(descriptor);
   return failure;
 }

@@ -85,3 +85,15 @@ do
     values = { type = <VALUES> }
   >2 check l.toml
     ! l.toml:9:<SAYS>
+
+# A file that is too large, or has no end, is read up to the limit.
+$ head -c 16777216 /dev/zero | tr '\0' '#' > most.toml; (cat most.toml; echo) > more.toml
+>2 check most.toml
+  ! most.toml:1:1: the layout has no layout, expected a table [layout]
+  ! ...
+each FILE
+  more.toml
+  /dev/zero
+do
+  >2 check <FILE>
+    ! <FILE>: cannot be read: File too large
