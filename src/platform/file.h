@@ -184,8 +184,8 @@ bool is_write_protected(const std::string& path);
 FileCause remove_target(const std::string& path);
 
 // Reads a whole file, or a pipe until its writer ends, which may take long: a signal that ends the
-// process ends it. Returns the system's error, if any: EFBIG where there are more than `most` bytes,
-// which ends what never ends by itself.
+// process ends it. Returns the system's error, if any: EFBIG where there are more than `most`
+// bytes, which ends the reading of a file without an end.
 std::error_code read_file(const std::string& path, std::string& content,
                           std::size_t most = std::numeric_limits<std::size_t>::max());
 
