@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "host/sources/decimal.h"
+#include "host/sources/lookups.h"
 #include "host/sources/record_sources.h"
 #include "host/sources/saturating.h"
 #include "platform/printable_text.h"
@@ -27,6 +28,7 @@ class ChildrenSource : public Source {
   // Hands over the value of each child that has one; an empty one where the children are counted.
   template <class Take>
   void for_each_value(std::uint64_t record, Take take) {
+    const Lookup::Apart apart;
     const ways::Members members = children_.groups->members(record);
     for (std::uint64_t i = 0; i < members.count; ++i) {
       // Whatever the number of children of one record: folds may be nested.

@@ -5,7 +5,7 @@
 #include <optional>
 #include <utility>
 
-#include "host/sources/uniqueness.h"
+#include "host/sources/field.h"
 
 namespace korvex::sources {
 
@@ -55,7 +55,7 @@ bool Dependencies::tell_row(const std::vector<const PartOfRow*>& known, std::uin
       lists.push_back(part->list);
     }
   }
-  if (lists.empty()) return uniqueness_of(fields, rows).different >= rows;
+  if (lists.empty()) return fields.front()->uniqueness_with(fields, rows).different >= rows;
   std::set<std::vector<std::string_view>> texts;
   for (std::uint64_t row = 0; row < rows; ++row) {
     std::vector<std::string_view> text;

@@ -35,6 +35,7 @@ class EmptyWith : public Emptiness {
   std::uint64_t end() const override { return other_.text_facts().end; }
   std::uint64_t gaps() const override { return other_.text_facts().gaps; }
   std::uint64_t least_empty() const override { return other_.text_facts().least_empty; }
+  std::uint64_t lookups() const override { return other_.shape().lookups; }
   std::optional<Cycle> cycle() const override { return other_.text_facts().cycle; }
 
  private:
@@ -55,6 +56,7 @@ class EmptyUnless : public Emptiness {
   std::uint64_t end() const override { return other_.text_facts().end; }
   std::uint64_t gaps() const override { return endless; }
   std::uint64_t least_empty() const override { return other_.text_facts().least_empty; }
+  std::uint64_t lookups() const override { return other_.shape().lookups; }
   std::optional<Cycle> cycle() const override { return other_.text_facts().cycle; }
 
  private:

@@ -28,6 +28,9 @@ class Emptiness {
   // So many of all records it leaves empty, if not more.
   virtual std::uint64_t least_empty() const = 0;
 
+  // Of values of other records, at most, for one record.
+  virtual std::uint64_t lookups() const { return 0; }
+
   // Of the records that it leaves empty; nothing where none is known.
   virtual std::optional<Cycle> cycle() const = 0;
 };

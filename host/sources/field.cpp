@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <numeric>
 
+#include "host/sources/lookups.h"
 #include "host/sources/saturating.h"
+#include "host/sources/uniqueness.h"
 
 namespace korvex::sources {
 
@@ -84,6 +86,8 @@ TextShape Field::find_shape() const {
         return emptiness->gaps() == 0 && emptiness->end() == endless;
       });
   shape.never_empty = shape.never_empty && leaves_none;
+  for (const auto& emptiness : emptiness_) shape.lookups = sum(shape.lookups, emptiness->lookups());
+  shape.always_made = shape.always_made && shape.lookups <= Lookup::most;
   if (shape.size) shape.most = smaller(shape.most, {*shape.size, *shape.size});
   if (shape.extremes) {
     shape.extremes->are_reached = shape.extremes->are_reached && leaves_none;
@@ -176,6 +180,13 @@ void Field::tell_of_values(Dependencies& dependencies) const {
   }
   if (way_->is_in_order()) dependencies.add({thing()}, the_record, different);
   source_->tell_of_row(dependencies, {.text = thing(), .row = way_->thing(), .records = told});
+}
+
+Uniqueness Field::uniqueness_with(const std::vector<const Field*>& fields,
+                                  std::uint64_t records) const {
+  const auto found = uniqueness_with_.find(fields);
+  if (found != uniqueness_with_.end()) return found->second;
+  return uniqueness_with_.emplace(fields, uniqueness_of(fields, records)).first->second;
 }
 
 std::uint64_t Field::first_repeated() const {

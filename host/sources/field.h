@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <span>
@@ -99,6 +100,10 @@ class Field {
   // Why the record does not follow from the text: "is ...". Asked only where it does not.
   std::string doubt() const;
 
+  // For how long so many records differ in several fields, of which this is the first. Many may ask
+  // for the same of a layout: it is found out once.
+  Uniqueness uniqueness_with(const std::vector<const Field*>& fields, std::uint64_t records) const;
+
   const Source& source() const { return *source_; }
   const Way& way() const { return *way_; }
 
@@ -127,6 +132,7 @@ class Field {
   std::vector<std::unique_ptr<Emptiness>> emptiness_;
   mutable std::optional<TextFacts> text_facts_;
   mutable std::optional<TextShape> shape_;
+  mutable std::map<std::vector<const Field*>, Uniqueness> uniqueness_with_;
   std::uint64_t latest_record_ = endless;  // none yet
   std::string text_;
   std::unique_ptr<Expected> expected_;

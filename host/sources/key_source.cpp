@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "host/sources/lookups.h"
 #include "host/sources/record_sources.h"
 #include "host/sources/uniqueness.h"
 
@@ -11,10 +12,12 @@ class KeySource : public Source {
   KeySource(Field& field, std::uint64_t records) : field_(field), records_(records) {}
 
   void append(std::uint64_t index, std::string& out) override {
+    const Lookup lookup;
     out += field_.text_or_empty(index);
   }
 
   void append_all(std::span<const std::uint64_t> indices, TextBlock& out) override {
+    const Lookup lookup(indices.size());
     field_.append_all(indices, out);
   }
 
@@ -23,6 +26,7 @@ class KeySource : public Source {
 
   TextShape shape() const override {
     TextShape shape = field_.shape();
+    shape.lookups = sum(shape.lookups, 1);
     // Not every record need be led to.
     if (shape.extremes) shape.extremes->are_reached = false;
     return shape;

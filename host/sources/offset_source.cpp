@@ -41,6 +41,7 @@ class OffsetSource : public Source {
     if (!are_known) return unknown;
     TextShape shape = shape_within(std::move(sums));
     shape.never_empty = of.never_empty;
+    shape.lookups = of.lookups;
     return shape;
   }
 

@@ -102,7 +102,10 @@ PartShape shape_of(const ComposedPart& part) {
   }
   return {.has_field = true,
           .is_unchanged = false,
-          .text = {.size = {}, .always_made = text.always_made, .most = smaller(most, part.most)}};
+          .text = {.size = {},
+                   .always_made = text.always_made,
+                   .lookups = text.lookups,
+                   .most = smaller(most, part.most)}};
 }
 
 std::vector<PartShape> shapes_of(const std::vector<ComposedPart>& parts) {
@@ -205,6 +208,7 @@ TextShape TemplateSource::find_shape() const {
   for (const ComposedPart& part : parts_) {
     const TextShape text = part.field == nullptr ? nothing : shape_of(part).text;
     whole.always_made = whole.always_made && text.always_made;
+    whole.lookups = sum(whole.lookups, text.lookups);
     whole.most = sum(whole.most, sum(size_of(part.literal), text.most));
     whole.never_empty = whole.never_empty || (part.field != nullptr && text.never_empty);
     if (!text.never_empty || !text.size) whole.size.reset();

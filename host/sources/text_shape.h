@@ -46,7 +46,8 @@ struct TextShape {
   bool no_digits = false;                          // no text has one
   bool only_plain = false;                         // every character is_plain()
   bool always_made = false;                        // no text is a BadValue
-  TextSize most = {};                              // none is larger
+  std::uint64_t lookups = 0;  // of values of other records, at most, for one text
+  TextSize most = {};         // none is larger
   std::optional<Extremes> extremes = std::nullopt;
 };
 

@@ -49,6 +49,34 @@ TEST(Fields, GoThroughTheirSourceAndStopOrRepeat) {
   EXPECT_EQ(texts(once, 0, 1) + texts(once, 1, 2), texts(once, 0, 2));
 }
 
+// Each of thirty tables takes two records of the one before.
+TEST(Fields, EndLookupsThatGrowWithEachTable) {
+  std::vector<FieldPointer> fields;
+  fields.push_back(std::make_unique<Field>(list(numbers(50)), forward(50, End::repeat)));
+  for (std::uint64_t table = 0; table < 30; ++table) {
+    Field& before = *fields.back();
+    const auto take = [&](std::uint64_t way) {
+      fields.push_back(std::make_unique<Field>(make_key_source(before, 50), random({way}, 50)));
+    };
+    take(2 * table);
+    Field& other = *fields.back();
+    take(2 * table + 1);
+    fields.back()->add_emptiness(empty_with(other));
+    EXPECT_EQ(uniqueness_of(std::vector<const Field*>{&other, fields.back().get()}, 50).different,
+              1);
+  }
+  EXPECT_THROW(fields.back()->text(0), BadValue);
+  EXPECT_FALSE(fields.back()->shape().always_made);
+  EXPECT_TRUE(fields[10]->text(0).has_value());
+  EXPECT_TRUE(fields[10]->shape().always_made);
+  // In a row, as far as that goes.
+  for (const auto& field : {std::ref(*fields.back()), std::ref(*fields[10])}) {
+    field.get().expect(0, 50);
+    const bool is_made = field.get().shape().always_made;
+    EXPECT_EQ(field.get().expected_texts().size(), is_made ? 50 : 0);
+  }
+}
+
 TEST(Fields, OfOneKeyTakeOneRow) {
   Field city(list({"Bonn", "Köln", "Ulm"}), shuffled({5}, 3, End::repeat));
   Field code(list({"Bonn", "Köln", "Ulm"}), shuffled({5}, 3, End::repeat));
